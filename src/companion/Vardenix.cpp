@@ -15,9 +15,9 @@ int16_t MeanOfFour(int32_t sum) {
     return static_cast<int16_t>(quotient + (up ? 1 : 0));
 }
 
-// The root of a quarter of `squares`, at most 2^32, without ever rounding twice: with q the
-// whole root of `squares` the result lies in [q / 2, (q + 1) / 2), so an even q decides at
-// once, and an odd q is a tie only when `squares` is q * q.
+// The root of a quarter of `squares`, at most 2^32, without ever rounding twice: with q
+// the whole root of `squares` the result lies in [q / 2, (q + 1) / 2), so an even q
+// decides at once, and an odd q is a tie only when `squares` is q * q.
 int16_t RootOfQuarter(int64_t squares) {
     const auto q = static_cast<int64_t>(std::sqrt(static_cast<double>(squares)));
     const int64_t half = q >> 1;
@@ -37,8 +37,8 @@ void HalveGrid(const int16_t* source, int32_t count, int32_t width, int16_t* tar
         const int16_t* upper = lower + width;
         int16_t* out = target + y * columns;
         for (std::ptrdiff_t x = 0; x < columns; ++x)
-            out[x] = combine(lower[2 * x], lower[2 * x + 1], upper[2 * x],
-                             upper[2 * x + 1]);
+            out[x] =
+                combine(lower[2 * x], lower[2 * x + 1], upper[2 * x], upper[2 * x + 1]);
     }
 }
 
@@ -74,10 +74,10 @@ void BreakElv(const int16_t* Source, int32_t Count, int32_t Width, int32_t Metho
                   });
         break;
     case 3:
-        HalveGrid(Source, Count, Width, Target,
-                  [](int32_t a, int32_t b, int32_t c, int32_t d) {
-                      return static_cast<int16_t>(std::max(std::max(a, b), std::max(c, d)));
-                  });
+        HalveGrid(
+            Source, Count, Width, Target, [](int32_t a, int32_t b, int32_t c, int32_t d) {
+                return static_cast<int16_t>(std::max(std::max(a, b), std::max(c, d)));
+            });
         break;
     default:
         break;

@@ -7,22 +7,38 @@ namespace vardenix {
 
 const char* DescriptionOf(ErrorNumber number) {
     switch (number) {
-    case ErrorNumber::InvalidCall: return "Invalid procedure call or argument";
-    case ErrorNumber::Overflow: return "Overflow";
-    case ErrorNumber::OutOfMemory: return "Out of memory";
-    case ErrorNumber::SubscriptOutOfRange: return "Subscript out of range";
-    case ErrorNumber::TypeMismatch: return "Type mismatch";
-    case ErrorNumber::BadFileName: return "Bad file name or number";
-    case ErrorNumber::FileNotFound: return "File not found";
-    case ErrorNumber::FileAlreadyOpen: return "File already open";
-    case ErrorNumber::DeviceIo: return "Device I/O error";
-    case ErrorNumber::DiskFull: return "Disk full";
-    case ErrorNumber::InputPastEnd: return "Input past end of file";
-    case ErrorNumber::PermissionDenied: return "Permission denied";
-    case ErrorNumber::PathFileAccess: return "Path/File access error";
-    case ErrorNumber::PathNotFound: return "Path not found";
-    case ErrorNumber::InvalidPicture: return "Invalid picture";
-    case ErrorNumber::Cancelled: return "Cancel was selected.";
+    case ErrorNumber::InvalidCall:
+        return "Invalid procedure call or argument";
+    case ErrorNumber::Overflow:
+        return "Overflow";
+    case ErrorNumber::OutOfMemory:
+        return "Out of memory";
+    case ErrorNumber::SubscriptOutOfRange:
+        return "Subscript out of range";
+    case ErrorNumber::TypeMismatch:
+        return "Type mismatch";
+    case ErrorNumber::BadFileName:
+        return "Bad file name or number";
+    case ErrorNumber::FileNotFound:
+        return "File not found";
+    case ErrorNumber::FileAlreadyOpen:
+        return "File already open";
+    case ErrorNumber::DeviceIo:
+        return "Device I/O error";
+    case ErrorNumber::DiskFull:
+        return "Disk full";
+    case ErrorNumber::InputPastEnd:
+        return "Input past end of file";
+    case ErrorNumber::PermissionDenied:
+        return "Permission denied";
+    case ErrorNumber::PathFileAccess:
+        return "Path/File access error";
+    case ErrorNumber::PathNotFound:
+        return "Path not found";
+    case ErrorNumber::InvalidPicture:
+        return "Invalid picture";
+    case ErrorNumber::Cancelled:
+        return "Cancel was selected.";
     }
     return "Application-defined or object-defined error";
 }
@@ -50,18 +66,26 @@ namespace {
 
 ErrorNumber NumberOf(int systemError) {
     switch (systemError) {
-    case ENOENT: return ErrorNumber::FileNotFound;
-    case ENOTDIR: return ErrorNumber::PathNotFound;
+    case ENOENT:
+        return ErrorNumber::FileNotFound;
+    case ENOTDIR:
+        return ErrorNumber::PathNotFound;
     case EACCES:
-    case EPERM: return ErrorNumber::PermissionDenied;
+    case EPERM:
+        return ErrorNumber::PermissionDenied;
     case ENOSPC:
     case EDQUOT:
-    case EFBIG: return ErrorNumber::DiskFull;
+    case EFBIG:
+        return ErrorNumber::DiskFull;
     case ENAMETOOLONG:
-    case EINVAL: return ErrorNumber::BadFileName;
-    case ENOMEM: return ErrorNumber::OutOfMemory;
-    case EIO: return ErrorNumber::DeviceIo;
-    default: return ErrorNumber::PathFileAccess; // EISDIR, EROFS, ETXTBSY and rarer ones
+    case EINVAL:
+        return ErrorNumber::BadFileName;
+    case ENOMEM:
+        return ErrorNumber::OutOfMemory;
+    case EIO:
+        return ErrorNumber::DeviceIo;
+    default:
+        return ErrorNumber::PathFileAccess; // EISDIR, EROFS, ETXTBSY and rarer ones
     }
 }
 

@@ -29,9 +29,9 @@ enum class ErrorNumber : int32_t {
 // The plain words of a number: "File not found" of 53.
 const char* DescriptionOf(ErrorNumber number);
 
-// The one exception of the logic. Description is the plain sentence of the number unless the
-// thrower gives its own; Detail says which file or post, where, what was expected and found,
-// and may be empty. Texts are UTF-8.
+// The one exception of the logic. Description is the plain sentence of the number unless
+// the thrower gives its own; Detail says which file or post, where, what was expected and
+// found, and may be empty. Texts are UTF-8.
 class RuntimeError : public std::exception {
 public:
     explicit RuntimeError(ErrorNumber number, std::string detail = {});
@@ -51,12 +51,12 @@ private:
     std::string what_;
 };
 
-// The text of the report box: "Run-time error 'N':", an empty line, the description and, where
-// there is one, the detail on a line of its own.
+// The text of the report box: "Run-time error 'N':", an empty line, the description and,
+// where there is one, the detail on a line of its own.
 std::string ReportText(const RuntimeError& error);
 
-// What the operating system said (an errno value) as an error of the program; `doing` says what
-// was tried on `path`, as in "writing".
+// What the operating system said (an errno value) as an error of the program; `doing`
+// says what was tried on `path`, as in "writing".
 [[noreturn]] void ThrowSystemError(int systemError, const std::string& doing,
                                    const std::string& path);
 

@@ -1,5 +1,5 @@
-// The companion library, loaded by name as a stranger would: nothing of its header is used, the
-// three routines are found by dlsym and declared here.
+// The companion library, loaded by name as a stranger would: nothing of its header is
+// used, the three routines are found by dlsym and declared here.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -26,7 +26,8 @@ protected:
         if (library_ != nullptr)
             dlclose(library_);
     }
-    template <typename Fn> Fn Routine(const char* name) {
+    template <typename Fn>
+    Fn Routine(const char* name) {
         void* address = dlsym(library_, name);
         EXPECT_NE(address, nullptr) << name;
         return reinterpret_cast<Fn>(address);
@@ -63,14 +64,14 @@ TEST_F(Companion, SegToSerialFindsThePostOfASegment) {
 
 TEST_F(Companion, MeanRoundsHalfToEvenBelowZeroToo) {
     EXPECT_EQ(Break(1, 1, 1, 1, Mean), 1);
-    EXPECT_EQ(Break(0, 0, 1, 1, Mean), 0);     // 0.5
-    EXPECT_EQ(Break(1, 1, 2, 2, Mean), 2);     // 1.5
-    EXPECT_EQ(Break(2, 2, 3, 3, Mean), 2);     // 2.5
-    EXPECT_EQ(Break(0, 0, -1, -1, Mean), 0);   // -0.5
+    EXPECT_EQ(Break(0, 0, 1, 1, Mean), 0);      // 0.5
+    EXPECT_EQ(Break(1, 1, 2, 2, Mean), 2);      // 1.5
+    EXPECT_EQ(Break(2, 2, 3, 3, Mean), 2);      // 2.5
+    EXPECT_EQ(Break(0, 0, -1, -1, Mean), 0);    // -0.5
     EXPECT_EQ(Break(-1, -1, -2, -2, Mean), -2); // -1.5
     EXPECT_EQ(Break(-2, -2, -3, -3, Mean), -2); // -2.5
-    EXPECT_EQ(Break(0, 0, 0, -1, Mean), 0);    // -0.25
-    EXPECT_EQ(Break(0, -1, -1, -1, Mean), -1); // -0.75
+    EXPECT_EQ(Break(0, 0, 0, -1, Mean), 0);     // -0.25
+    EXPECT_EQ(Break(0, -1, -1, -1, Mean), -1);  // -0.75
     EXPECT_EQ(Break(32767, 32767, 32767, 32767, Mean), 32767);
     EXPECT_EQ(Break(-32768, -32768, -32768, -32768, Mean), -32768);
 }
@@ -78,10 +79,10 @@ TEST_F(Companion, MeanRoundsHalfToEvenBelowZeroToo) {
 TEST_F(Companion, RmsIsThePositiveRootRoundedHalfToEven) {
     EXPECT_EQ(Break(3, 3, 3, 3, Rms), 3);
     EXPECT_EQ(Break(-3, -3, -3, -3, Rms), 3);
-    EXPECT_EQ(Break(1, 0, 0, 0, Rms), 0); // sqrt(1 / 4) = 0.5
-    EXPECT_EQ(Break(3, 0, 0, 0, Rms), 2); // sqrt(9 / 4) = 1.5
-    EXPECT_EQ(Break(5, 0, 0, 0, Rms), 2); // sqrt(25 / 4) = 2.5
-    EXPECT_EQ(Break(5, 1, 0, 0, Rms), 3); // sqrt(26 / 4) = 2.55
+    EXPECT_EQ(Break(1, 0, 0, 0, Rms), 0);           // sqrt(1 / 4) = 0.5
+    EXPECT_EQ(Break(3, 0, 0, 0, Rms), 2);           // sqrt(9 / 4) = 1.5
+    EXPECT_EQ(Break(5, 0, 0, 0, Rms), 2);           // sqrt(25 / 4) = 2.5
+    EXPECT_EQ(Break(5, 1, 0, 0, Rms), 3);           // sqrt(26 / 4) = 2.55
     EXPECT_EQ(Break(100, 200, 300, 400, Rms), 274); // sqrt(75000) = 273.86
 }
 
@@ -98,7 +99,8 @@ TEST_F(Companion, MaxTakesTheHighest) {
 }
 
 TEST_F(Companion, SquaresAreTakenFromTheBottomLeft) {
-    // Row Y = 1 first. Square of target (1, 1): 1 2 / 5 6, of (2, 1): 3 4 / 7 8, and so on.
+    // Row Y = 1 first. Square of target (1, 1): 1 2 / 5 6, of (2, 1): 3 4 / 7 8, and so
+    // on.
     const std::vector<int16_t> source{1, 2,  3,  4,  5,  6,  7,  8,
                                       9, 10, 11, 12, 13, 14, 15, 16};
     std::vector<int16_t> target(5, -1);

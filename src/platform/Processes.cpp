@@ -1,0 +1,92 @@
+#include "platform/Processes.h"
+
+#include "platform/FileNames.h"
+#include "platform/RuntimeError.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+extern char** environ; // NOLINT(readability-redundant-declaration)
+
+namespace fs = std::filesystem;
+
+namespace vardenix {
+
+namespace {
+
+// Runs `arguments` detached: a shell between us and the program ends at once, so that
+// nobody has to wait for the program and it outlives us.
+void Spawn(std::vector<std::string> arguments, const std::string& shown) {
+    std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
+    for (std::string& argument : arguments)
+        pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    pid_t child = 0;
+    const int failure =
+        ::posix_spawnp(&child, pointers[0], nullptr, nullptr, pointers.data(), environ);
+    if (failure != 0)
+        ThrowSystemError(failure, "starting", shown);
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+        throw RuntimeError(ErrorNumber::FileNotFound, "starting " + shown);
+}
+
+} // namespace
+
+void SystemProcesses::Start(const std::string& commandLine) {
+    Spawn({"/bin/sh", "-c", "(eval \"$1\") </dev/null >/dev/null 2>&1 &", "sh",
+           commandLine},
+          commandLine);
+}
+
+void SystemProcesses::Open(const std::string& address) {
+    Spawn({"/bin/sh", "-c",
+           "command -v xdg-open >/dev/null || exit 1; "
+           "xdg-open \"$1\" </dev/null >/dev/null 2>&1 &",
+           "sh", address},
+          address);
+}
+
+void SystemProcesses::Sleep(int milliseconds) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
+std::string ProgramFolder() {
+    std::error_code error;
+    const fs::path program = fs::read_symlink("/proc/self/exe", error);
+    return error ? TextOfPath(fs::current_path()) : TextOfPath(program.parent_path());
+}
+
+std::string OwnFilesFolder(const std::string& programFolder) {
+    if (::access(RealPath(programFolder).c_str(), W_OK) == 0)
+        return programFolder;
+    const char* data = std::getenv("XDG_DATA_HOME"); // NOLINT(concurrency-mt-unsafe)
+    const char* home = std::getenv("HOME");          // NOLINT(concurrency-mt-unsafe)
+    std::string folder;
+    if (data != nullptr && data[0] == '/')
+        folder = std::string(data) + "/vardenix";
+    else
+        folder = std::string(home != nullptr ? home : "/tmp") + "/.local/share/vardenix";
+    CreateFolder(folder);
+    return folder;
+}
+
+std::string TemporaryFolder() {
+    std::error_code error;
+    const fs::path folder = fs::temp_directory_path(error);
+    return error ? "/tmp" : TextOfPath(folder);
+}
+
+} // namespace vardenix
