@@ -35,4 +35,16 @@ public:
     void LetEventsThrough() override {}
 };
 
+// A bar that is shown as long as the work lasts, however it ends.
+class ShownBar {
+public:
+    explicit ShownBar(Progress& progress) : progress_(progress) { progress_.ShowBar(); }
+    ShownBar(const ShownBar&) = delete;
+    ShownBar& operator=(const ShownBar&) = delete;
+    ~ShownBar() { progress_.HideBar(); }
+
+private:
+    Progress& progress_;
+};
+
 } // namespace vardenix

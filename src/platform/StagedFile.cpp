@@ -156,6 +156,11 @@ void StagedFile::Commit() {
     present_ = false;
 }
 
+SystemFile StagedFile::Abandon() {
+    Keep();
+    return std::move(file_);
+}
+
 namespace {
 
 std::string_view Recovered(std::string_view pathL, std::string_view pathO) {

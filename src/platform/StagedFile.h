@@ -37,6 +37,9 @@ public:
     void Finish();
     // Finish, then take the place of the old file.
     void Commit();
+    // The staged file stays as it is and its handle goes to the caller, who gave up on
+    // it.
+    SystemFile Abandon();
     // From now on the staged file stays when this object goes, committed or not.
     void Keep() { present_ = false; }
 

@@ -16,9 +16,10 @@ constexpr int32_t PostsPerSegment = SegmentSide * SegmentSide;
 constexpr int32_t BlockBytes =
     PostsPerSegment * static_cast<int32_t>(sizeof(TerrainPost));
 
-// The widest grid that is opened. Serials are 32 bits wide, and a garbage O file of a few
-// megabytes must not take all memory.
-constexpr int32_t MaxGridWidth = 16384;
+// The widest grid that is opened: beyond it the offsets of an L file without shared
+// blocks would leave 31 bits, and a garbage O file of a few megabytes could take all
+// memory.
+constexpr int32_t MaxGridWidth = 15360;
 
 // Values of one size under indices from 1, all zero at first. Memory that nobody has
 // written to is not really taken.

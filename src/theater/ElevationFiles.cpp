@@ -1,0 +1,216 @@
+#include "theater/ElevationFiles.h"
+
+#include "companion/Vardenix.h"
+#include "platform/BinaryReader.h"
+#include "platform/FileNames.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "platform/StagedFile.h"
+#include "theater/TerrainStore.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+
+namespace vardenix {
+
+namespace {
+
+// The tile number of sea at level 0.
+constexpr int32_t SeaTileOfL0 = 0x2000;
+
+constexpr const char* WrongWidth =
+    "The size of L0 file doesn't appear to be valid for this theater";
+constexpr const char* WrongWidthAtSaving =
+    "The size of L0 file doesn't appear to be valid for this theater. Do you want to "
+    "overwite this file (all other terrain values will be overwritten)? ";
+
+using Block = std::array<TerrainPost, PostsPerSegment>;
+
+void MoveBar(Progress& progress, int32_t row, int32_t rows) {
+    progress.SetBar(Percent(row, rows));
+    if (row % 10 == 0)
+        progress.LetEventsThrough();
+}
+
+bool TellWrongWidth(Dialogs& dialogs) {
+    dialogs.Notice(WrongWidth, "Error!", BoxIcon::Critical);
+    return false;
+}
+
+Block BlockAt(std::span<const std::byte> fileL, int32_t offset) {
+    Block block{};
+    ReadBlock(fileL, offset, block.data(), SegmentSide);
+    return block;
+}
+
+// Calls visit(record, elevation) for each record of a segment and its place in the layer.
+template <typename Visit>
+void ForEachElevation(ElevationLayer& layer, int32_t segX, int32_t segY, Block& block,
+                      Visit visit) {
+    const auto values = layer.L0ElvArr.Values();
+    const auto width = static_cast<size_t>(layer.EMapWidth);
+    const auto first =
+        static_cast<size_t>(SegToSerial(segX, segY, 1, 1, layer.EMapWidth)) - 1;
+    for (size_t j = 0; j < SegmentSide; ++j)
+        for (size_t i = 0; i < SegmentSide; ++i)
+            visit(block[j * SegmentSide + i], values[first + j * width + i]);
+}
+
+bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
+             Dialogs& dialogs) {
+    const FileBytes file = ReadWholeFile(layer.Path);
+    const double width = RoundHalfEven(std::sqrt(static_cast<double>(file.size()) / 2));
+    if (width != 4.0 * terrain.MapWidth)
+        return TellWrongWidth(dialogs);
+    layer.EMapWidth = 4 * terrain.MapWidth;
+    layer.L0ElvArr = SerialArray<int16_t>(int64_t{layer.EMapWidth} * layer.EMapWidth);
+    BinaryReader reader(file.Span(), layer.Path);
+    const auto rowValues = static_cast<size_t>(layer.EMapWidth);
+    for (int32_t y = 1; y <= layer.EMapWidth; ++y) {
+        const auto row = reader.Bytes(rowValues * sizeof(int16_t));
+        std::memcpy(&layer.L0ElvArr.Values()[static_cast<size_t>(y - 1) * rowValues],
+                    row.data(), row.size());
+        MoveBar(progress, y, layer.EMapWidth);
+    }
+    return true;
+}
+
+bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
+            Dialogs& dialogs, DebugLog& log) {
+    const std::string pathO = OffsetFileOfL0(layer.Path);
+    RecoverLevelPair({layer.Path, pathO}, log);
+    if (!FileExists(pathO)) {
+        dialogs.Notice(".O0 File not found", "Error...", BoxIcon::Critical);
+        return false;
+    }
+    const FileBytes fileO = ReadWholeFile(pathO);
+    const FileBytes fileL = ReadWholeFile(layer.Path);
+    log.WriteLog("Opened L&O Files...");
+    layer.EMapWidth = WidthFromOffsetFile(fileO.size(), pathO);
+    log.WriteLog("EMapWidth is " + std::to_string(layer.EMapWidth));
+    if (layer.EMapWidth != 4 * terrain.MapWidth)
+        return TellWrongWidth(dialogs);
+    layer.L0ElvArr = SerialArray<int16_t>(int64_t{layer.EMapWidth} * layer.EMapWidth);
+    log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
+
+    const int32_t segments = layer.EMapWidth / SegmentSide;
+    BinaryReader offsets(fileO.Span(), pathO);
+    for (int32_t segY = 1; segY <= segments; ++segY) {
+        for (int32_t segX = 1; segX <= segments; ++segX) {
+            Block block = BlockAt(fileL.Span(), offsets.Int32());
+            ForEachElevation(layer, segX, segY, block,
+                             [](const TerrainPost& record, int16_t& elevation) {
+                                 elevation = record.Elevation;
+                             });
+        }
+        MoveBar(progress, segY, segments);
+    }
+    log.WriteLog("Loaded L&O Files...");
+    log.WriteLog("Closed L&O Files...");
+    return true;
+}
+
+void SaveElv(const ElevationLayer& layer, const std::string& path, Progress& progress) {
+    StagedFile file(path);
+    const auto rowValues = static_cast<size_t>(layer.EMapWidth);
+    for (int32_t y = 1; y <= layer.EMapWidth; ++y) {
+        const auto row = layer.L0ElvArr.Values().subspan(
+            static_cast<size_t>(y - 1) * rowValues, rowValues);
+        file.Write(std::as_bytes(row));
+        MoveBar(progress, y, layer.EMapWidth);
+    }
+    file.Commit();
+}
+
+// The old terrain of a L0 pair with the elevations of the layer.
+void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
+                std::span<const std::byte> fileO, Progress& progress) {
+    const FileBytes fileL = ReadWholeFile(pair.L);
+    StagedPair files(pair.L, pair.O);
+    BinaryReader offsets(fileO, pair.O);
+    const int32_t segments = layer.EMapWidth / SegmentSide;
+    int64_t shared = -1;
+    for (int32_t segY = 1; segY <= segments; ++segY) {
+        for (int32_t segX = 1; segX <= segments; ++segX) {
+            Block block = BlockAt(fileL.Span(), offsets.Int32());
+            bool sea = true;
+            ForEachElevation(
+                layer, segX, segY, block, [&sea](TerrainPost& record, int16_t elevation) {
+                    record.Elevation = elevation;
+                    sea = sea && elevation == 0 && record.TileOffset == SeaTileOfL0;
+                });
+            const auto position = static_cast<int64_t>(files.L.Position());
+            if (!sea || shared == -1)
+                files.L.Write(std::as_bytes(std::span(block)));
+            if (sea && shared == -1)
+                shared = position;
+            files.O.WriteInt32(static_cast<int32_t>(sea ? shared : position));
+        }
+        MoveBar(progress, segY, segments);
+    }
+    // The entries are overwritten; what stands behind them stays.
+    files.O.Write(fileO.subspan(offsets.Position()));
+    files.Commit();
+}
+
+bool SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
+            Progress& progress, Dialogs& dialogs) {
+    const LevelPair pair{path, OffsetFileOfL0(path)};
+    if (SameFile(pair.L, pair.O))
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           pair.L + " would be the L0 file and the O0 file at once");
+    RecoverPair(pair.L, pair.O);
+    if (!FileExists(pair.L) || !FileExists(pair.O)) {
+        // The width of a new pair would be read off an O0 file that is not there, so no
+        // block is written: a L0 file under a new name is a pair of empty files. Theater
+        // makers know it so, and it is kept.
+        StagedPair files(pair.L, pair.O);
+        files.Commit();
+        return true;
+    }
+    const FileBytes fileO = ReadWholeFile(pair.O);
+    if (WidthFromOffsetFile(fileO.size(), pair.O) != 4 * mapWidth) {
+        StagedFile abandoned(pair.L);
+        layer.AbandonedXFile = abandoned.Abandon();
+        dialogs.MessageBox(WrongWidthAtSaving, "Error!", BoxIcon::Critical,
+                           BoxButtons::YesNo);
+        return false;
+    }
+    SaveIntoL0(layer, pair, fileO.Span(), progress);
+    return true;
+}
+
+} // namespace
+
+std::string OffsetFileOfL0(const std::string& path) {
+    return path.substr(0, path.size() - std::min<size_t>(path.size(), 3)) + ".O0";
+}
+
+bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
+                       Progress& progress, Dialogs& dialogs, DebugLog& log) {
+    ElevationLayer loaded;
+    loaded.Kind = kind;
+    loaded.Path = path;
+    const bool good = kind == ElevationKind::Elv
+                          ? LoadElv(terrain, loaded, progress, dialogs)
+                          : LoadL0(terrain, loaded, progress, dialogs, log);
+    if (good)
+        terrain.Elevations = std::move(loaded);
+    return good;
+}
+
+bool SaveElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
+                       Progress& progress, Dialogs& dialogs) {
+    ElevationLayer& layer = terrain.Elevations;
+    layer.AbandonedXFile.Close();
+    const ElevationKind as = path.empty() ? layer.Kind : kind;
+    const std::string& to = path.empty() ? layer.Path : path;
+    if (as != ElevationKind::Elv)
+        return SaveL0(layer, to, terrain.MapWidth, progress, dialogs);
+    SaveElv(layer, to, progress);
+    return true;
+}
+
+} // namespace vardenix

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+#include "platform/Progress.h"
+#include "theater/DebugLog.h"
+#include "theater/Terrain.h"
+
+#include <string>
+
+namespace vardenix {
+
+// The O file beside a L0 file: its path less the last three characters, plus ".O0".
+std::string OffsetFileOfL0(const std::string& path);
+
+// Reads the finest elevations from a L0 file with its O0 file, or from an .elv file.
+// False, with the layer as it was, when the user was told that the O0 file is missing or
+// that the width is not four times MapWidth. Errors of reading (53, 62, 70, 75) also
+// leave the layer as it was.
+bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
+                       Progress& progress, Dialogs& dialogs, DebugLog& log);
+
+// Writes the finest elevations; an empty path means the file and the kind that were
+// loaded.
+// - .elv: the raw values.
+// - L0 with both its files there: every post keeps what it has but its elevation; sea
+// segments
+//   (tile 8192, elevation 0) share one block. A pair of the wrong width is asked about,
+//   but the answer is not looked at: the pair stays untouched, the "x" file stays behind,
+//   empty and open, and the result is false.
+// - L0 with either file missing: both are made anew, and are empty.
+bool SaveElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
+                       Progress& progress, Dialogs& dialogs);
+
+} // namespace vardenix

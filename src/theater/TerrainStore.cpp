@@ -1,0 +1,167 @@
+#include "theater/TerrainStore.h"
+
+#include "companion/Vardenix.h"
+#include "platform/BinaryReader.h"
+#include "platform/FileNames.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "platform/StagedFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace vardenix {
+
+namespace {
+
+constexpr size_t RowBytes = SegmentSide * sizeof(TerrainPost);
+
+// A segment's 16 rows lie MapWidth posts apart in LxArr; its first post:
+size_t FirstPostOf(int32_t segX, int32_t segY, int32_t width) {
+    return static_cast<size_t>(SegToSerial(segX, segY, 1, 1, width)) - 1;
+}
+
+void WriteBlock(StagedFile& file, const TerrainPost* first, int32_t width) {
+    for (int32_t row = 0; row < SegmentSide; ++row)
+        file.Write(std::as_bytes(std::span(
+            first + static_cast<size_t>(row) * static_cast<size_t>(width), SegmentSide)));
+}
+
+} // namespace
+
+void ReadBlock(std::span<const std::byte> fileL, int32_t offset, TerrainPost* first,
+               int32_t width) {
+    if (offset < 0 || static_cast<size_t>(offset) >= fileL.size())
+        return;
+    const auto left = fileL.subspan(static_cast<size_t>(offset));
+    size_t wholeBytes = std::min(left.size(), size_t{BlockBytes});
+    wholeBytes -= wholeBytes % sizeof(TerrainPost);
+    for (size_t row = 0; row * RowBytes < wholeBytes; ++row)
+        std::memcpy(first + row * static_cast<size_t>(width), &left[row * RowBytes],
+                    std::min(RowBytes, wholeBytes - row * RowBytes));
+}
+
+PostXY SerialToXY(int32_t serial, int32_t width) {
+    const int32_t row = (serial - 1) / width;
+    return {static_cast<double>(serial - row * width), static_cast<double>(row + 1)};
+}
+
+PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t /*width*/) {
+    return {static_cast<double>((segX - 1) * SegmentSide + i),
+            static_cast<double>((segY - 1) * SegmentSide + j)};
+}
+
+int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO) {
+    if (lengthO == 0)
+        throw RuntimeError(ErrorNumber::InputPastEnd,
+                           pathO + ", offset 0: expected 4 bytes, found 0 bytes left");
+    const double width =
+        RoundHalfEven(std::sqrt(static_cast<double>(lengthO) / 4) * SegmentSide);
+    if (width > MaxGridWidth)
+        throw RuntimeError(ErrorNumber::OutOfMemory,
+                           pathO + ": " + std::to_string(lengthO) +
+                               " bytes stand for a grid of " + Format0(width) +
+                               " posts a side; at most " + std::to_string(MaxGridWidth) +
+                               " can be opened");
+    return static_cast<int32_t>(width);
+}
+
+void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
+    progress.SetBar(0);
+    progress.SetText("Loading L2 File...");
+    RecoverLevelPair({terrain.LFilename, terrain.OFilename}, log);
+    const FileBytes fileO = ReadWholeFile(terrain.OFilename);
+    const FileBytes fileL = ReadWholeFile(terrain.LFilename);
+    log.WriteLog("Opened L&O Files...");
+
+    const int32_t width = WidthFromOffsetFile(fileO.size(), terrain.OFilename);
+    log.WriteLog("MapWidth is " + std::to_string(width));
+    PostArray posts(int64_t{width} * width);
+    log.WriteLog("Redimed LxArr, 1 to " + std::to_string(posts.UpperBound()));
+
+    const int32_t segments = width / SegmentSide;
+    BinaryReader offsets(fileO.Span(), terrain.OFilename);
+    for (int32_t segY = 1; segY <= segments; ++segY) {
+        for (int32_t segX = 1; segX <= segments; ++segX)
+            ReadBlock(fileL.Span(), offsets.Int32(),
+                      &posts.Values()[FirstPostOf(segX, segY, width)], width);
+        progress.SetBar(Percent(segY, segments));
+        progress.LetEventsThrough();
+    }
+    terrain.MapWidth = width;
+    terrain.LxArr = std::move(posts);
+
+    log.WriteLog("Loaded L&O Files...");
+    progress.LetEventsThrough();
+    log.WriteLog("Closed L&O Files...");
+    log.WriteLog("Exiting LoadLFile...");
+}
+
+bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY) {
+    const auto width = static_cast<size_t>(terrain.MapWidth);
+    const size_t first = FirstPostOf(segX, segY, terrain.MapWidth);
+    const auto posts = terrain.LxArr.Values();
+    const auto everyPost = [&](auto test) {
+        for (size_t row = 0; row < SegmentSide; ++row) {
+            const auto line = posts.subspan(first + row * width, SegmentSide);
+            if (!std::all_of(line.begin(), line.end(), test))
+                return false;
+        }
+        return true;
+    };
+    // Most segments are told apart by their first tile.
+    return everyPost([](const TerrainPost& post) { return post.TileOffset == 0; }) &&
+           everyPost([](const TerrainPost& post) { return post.Elevation == 0; });
+}
+
+LevelPair PairForSaving(const Terrain& terrain, const std::string& path) {
+    if (path.empty())
+        return {terrain.LFilename, terrain.OFilename};
+    const std::string upper = UpperCase(path);
+    return {upper, ReplaceAll(upper, ".L2", ".O2")};
+}
+
+void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress) {
+    const LevelPair pair = PairForSaving(terrain, path);
+    if (SameFile(pair.L, pair.O))
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           pair.L +
+                               " would be the L file and the O file at once; its name "
+                               "must end in .L2");
+    const ShownBar bar(progress);
+    StagedPair files(pair.L, pair.O);
+    const int32_t segments = terrain.MapWidth / SegmentSide;
+    const auto posts = terrain.LxArr.Values();
+    int64_t shared = -1;
+    for (int32_t segY = 1; segY <= segments; ++segY) {
+        for (int32_t segX = 1; segX <= segments; ++segX) {
+            const TerrainPost* first = &posts[FirstPostOf(segX, segY, terrain.MapWidth)];
+            const auto position = static_cast<int64_t>(files.L.Position());
+            const bool sea = IsCommonSeg(terrain, segX, segY);
+            if (!sea || shared == -1)
+                WriteBlock(files.L, first, terrain.MapWidth);
+            if (sea && shared == -1)
+                shared = position;
+            files.O.WriteInt32(static_cast<int32_t>(sea ? shared : position));
+        }
+        progress.SetBar(Percent(segY, segments));
+        progress.LetEventsThrough();
+    }
+    files.Commit();
+}
+
+void RecoverLevelPair(const LevelPair& pair, DebugLog& log) {
+    switch (RecoverPair(pair.L, pair.O)) {
+    case PairRecovery::Nothing:
+        break;
+    case PairRecovery::Finished:
+        log.WriteLog("Finished the interrupted save of " + pair.L);
+        break;
+    case PairRecovery::Dropped:
+        log.WriteLog("Dropped the unfinished save of " + pair.L);
+        break;
+    }
+}
+
+} // namespace vardenix

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "platform/Progress.h"
+#include "theater/DebugLog.h"
+#include "theater/Terrain.h"
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+namespace vardenix {
+
+struct PostXY {
+    double X = 0;
+    double Y = 0;
+};
+
+// The inverse of XYToSerial: where a serial lies in a grid of `width` posts a side.
+PostXY SerialToXY(int32_t serial, int32_t width);
+
+// The post (i, j), each 1 to 16, of a segment. The width is taken and not used.
+PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t width);
+
+// Posts per side that an O file of `lengthO` bytes stands for: the root of its entries
+// times 16, rounded half to even. Error 62 for an empty file, error 7 beyond
+// MaxGridWidth.
+int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO);
+
+// Reads LFilename and OFilename into MapWidth and LxArr, after mending what an
+// interrupted save may have left. The width comes from the O file alone. Posts that the L
+// file does not hold stay zero. Whole segments only are read: a width of 33 posts has two
+// segments a side. The bar moves and events pass once per row of segments. On any error
+// the terrain is what it was.
+void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log);
+
+// Whether all 256 posts of a segment of LxArr have tile 0 and elevation 0; their other
+// fields play no part.
+bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY);
+
+struct LevelPair {
+    std::string L;
+    std::string O;
+};
+
+// Where SaveTheater writes: an empty path means the files of the theater; any other is
+// upper cased, and every ".L2" in it becomes ".O2" for the O file.
+LevelPair PairForSaving(const Terrain& terrain, const std::string& path);
+
+// Copies what an L file holds of the block at `offset` to 16 rows that lie `width` posts
+// apart, `first` being the block's first post. Nothing is read for an offset outside the
+// file, and posts that its end cuts are left alone.
+void ReadBlock(std::span<const std::byte> fileL, int32_t offset, TerrainPost* first,
+               int32_t width);
+
+// Writes LxArr to a pair; all sea segments share the block of the first one met. The old
+// pair stands until the new one is whole on the disk. LFilename and OFilename stay what
+// they are. Error 75, before anything is written, when L and O would be the same file;
+// the system's refusals (61, 70, 75) while writing.
+void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress);
+
+// Mends what an interrupted save of a pair may have left, with a line in the log.
+void RecoverLevelPair(const LevelPair& pair, DebugLog& log);
+
+} // namespace vardenix
