@@ -32,21 +32,21 @@ struct TileRecord {
     std::string TileName = std::string(TileNameLength, ' '); // padded with blanks
     int32_t NumAreas = 0;
     int32_t NumPaths = 0;
-    std::vector<TileArea> Areas{1}; // 0 to NumAreas
-    std::vector<TilePath> Paths{1}; // 0 to NumPaths
+    std::vector<TileArea> Areas = std::vector<TileArea>(1); // 0 to NumAreas
+    std::vector<TilePath> Paths = std::vector<TilePath>(1); // 0 to NumPaths
 };
 
 struct TileSet {
     int32_t TileCount = 0;
-    uint8_t Terrain = 0;              // class code of TypeNames
-    std::vector<TileRecord> Tiles{1}; // 0 to TileCount
+    uint8_t Terrain = 0;                                        // class code of TypeNames
+    std::vector<TileRecord> Tiles = std::vector<TileRecord>(1); // 0 to TileCount
 };
 
 // The tile catalogue, as the file holds it.
 struct TextureBin {
     int32_t NumSets = 0;
-    int32_t NumTiles = 0;         // as stored; whoever edits the sets keeps it true
-    std::vector<TileSet> Sets{1}; // 0 to NumSets
+    int32_t NumTiles = 0; // as stored; whoever edits the sets keeps it true
+    std::vector<TileSet> Sets = std::vector<TileSet>(1); // 0 to NumSets
 };
 
 // Every set owns this many tile numbers, however many tiles it has.
@@ -63,5 +63,14 @@ struct TileInfo {
 };
 
 using TileLookup = std::vector<TileInfo>; // by tile number, from 0
+
+// The catalogue of the theater that is open, and where it comes from.
+struct Catalogue {
+    std::string BinPath;   // the Texture.bin in use
+    std::string DDSFolder; // the folder of tile pictures, with a slash at its end
+    TextureBin Bin;
+    TileLookup Lookup;                     // 0 to NumSets * 16 - 1
+    std::vector<std::string> NewTilesList; // pictures taken in during this run
+};
 
 } // namespace vardenix

@@ -1,0 +1,219 @@
+#include "theater/TextureBinFile.h"
+
+#include "platform/BinaryReader.h"
+#include "platform/FileNames.h"
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "platform/StagedFile.h"
+#include "platform/Windows1252.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace vardenix {
+
+namespace {
+
+// The least bytes of each record in the file.
+constexpr size_t SetBytes = 5;
+constexpr size_t TileBytes = TileNameLength + 8;
+constexpr size_t AreaBytes = 16;
+constexpr size_t PathBytes = 24;
+
+size_t Count(int32_t value) { return static_cast<size_t>(value); }
+
+std::string ReadName(BinaryReader& reader) {
+    const auto bytes = reader.Bytes(TileNameLength);
+    std::string name;
+    name.reserve(TileNameLength);
+    for (const std::byte byte : bytes)
+        name += byte == std::byte{0} ? ' ' : static_cast<char>(byte);
+    return name;
+}
+
+TileArea ReadArea(BinaryReader& reader) {
+    TileArea area;
+    area.Type = reader.Int32();
+    area.Radius = reader.Float();
+    area.CenterX = reader.Float();
+    area.CenterY = reader.Float();
+    return area;
+}
+
+TilePath ReadPath(BinaryReader& reader) {
+    TilePath path;
+    path.Type = reader.Int32();
+    path.Width = reader.Float();
+    path.StartX = reader.Float();
+    path.StartY = reader.Float();
+    path.EndX = reader.Float();
+    path.EndY = reader.Float();
+    return path;
+}
+
+TileRecord ReadTile(BinaryReader& reader) {
+    TileRecord tile;
+    tile.TileName = ReadName(reader);
+    tile.NumAreas = reader.Int32();
+    tile.NumPaths = reader.Int32();
+    reader.RequireRecords(tile.NumAreas, AreaBytes, "areas");
+    tile.Areas.reserve(Count(tile.NumAreas) + 1);
+    for (int32_t i = 1; i <= tile.NumAreas; ++i)
+        tile.Areas.push_back(ReadArea(reader));
+    reader.RequireRecords(tile.NumPaths, PathBytes, "paths");
+    tile.Paths.reserve(Count(tile.NumPaths) + 1);
+    for (int32_t i = 1; i <= tile.NumPaths; ++i)
+        tile.Paths.push_back(ReadPath(reader));
+    return tile;
+}
+
+TileSet ReadSet(BinaryReader& reader) {
+    TileSet set;
+    set.TileCount = reader.Int32();
+    set.Terrain = reader.Byte();
+    reader.RequireRecords(set.TileCount, TileBytes, "tiles");
+    set.Tiles.reserve(Count(set.TileCount) + 1);
+    for (int32_t i = 1; i <= set.TileCount; ++i)
+        set.Tiles.push_back(ReadTile(reader));
+    return set;
+}
+
+// Whether day pictures are there, with one look at the folder for all of them.
+class PictureFolder {
+public:
+    explicit PictureFolder(const std::string& ddsFolder)
+        : ddsFolder_(ddsFolder), folder_(UpToLastSlash(ddsFolder)), index_(folder_) {}
+
+    bool Has(const std::string& file) const {
+        const std::string path = TilePicturePath(ddsFolder_, file);
+        return UpToLastSlash(path) == folder_ ? index_.HasFile(AfterLastSlash(path))
+                                              : FileExists(path);
+    }
+
+private:
+    std::string ddsFolder_;
+    std::string folder_;
+    FolderIndex index_;
+};
+
+TileInfo InfoOf(const TileRecord& tile, const TileSet& set,
+                const PictureFolder& pictures) {
+    TileInfo info;
+    info.Name = TrimBlanks(tile.TileName);
+    info.DayFile = TileFileName(info.Name, false);
+    info.NightFile = TileFileName(info.Name, true);
+    info.Terrain = set.Terrain;
+    info.UseCount = 0;
+    info.HasImage = pictures.Has(info.DayFile) ? 1 : 0;
+    return info;
+}
+
+void WriteFloat(StagedFile& file, float value) {
+    file.WriteInt32(std::bit_cast<int32_t>(value));
+}
+
+void WriteTile(StagedFile& file, const TileRecord& tile) {
+    std::string name = tile.TileName;
+    name.resize(TileNameLength, ' ');
+    std::replace(name.begin(), name.end(), ' ', '\0');
+    file.WriteText(name);
+    file.WriteInt32(tile.NumAreas);
+    file.WriteInt32(tile.NumPaths);
+    for (int32_t i = 1; i <= tile.NumAreas; ++i) {
+        const TileArea& area = tile.Areas.at(Count(i));
+        file.WriteInt32(area.Type);
+        for (const float value : {area.Radius, area.CenterX, area.CenterY})
+            WriteFloat(file, value);
+    }
+    for (int32_t i = 1; i <= tile.NumPaths; ++i) {
+        const TilePath& path = tile.Paths.at(Count(i));
+        file.WriteInt32(path.Type);
+        for (const float value :
+             {path.Width, path.StartX, path.StartY, path.EndX, path.EndY})
+            WriteFloat(file, value);
+    }
+}
+
+} // namespace
+
+std::string TileFileName(const std::string& tileName, bool night) {
+    const size_t cut = std::min<size_t>(tileName.size(), 4);
+    return tileName.substr(0, tileName.size() - cut) + (night ? "N.dds" : ".dds");
+}
+
+std::string TilePicturePath(const std::string& ddsFolder, const std::string& file) {
+    return ddsFolder + Utf8FromBytes(file);
+}
+
+TextureBin ParseBinFile(std::span<const std::byte> bytes, const std::string& path) {
+    BinaryReader reader(bytes, path);
+    TextureBin bin;
+    bin.NumSets = reader.Int32();
+    bin.NumTiles = reader.Int32();
+    reader.RequireRecords(bin.NumSets, SetBytes, "sets");
+    if (bin.NumSets > MaxSets)
+        throw RuntimeError(ErrorNumber::OutOfMemory,
+                           path + ": " + std::to_string(bin.NumSets) + " sets; at most " +
+                               std::to_string(MaxSets) + " can be opened");
+    bin.Sets.reserve(Count(bin.NumSets) + 1);
+    for (int32_t set = 1; set <= bin.NumSets; ++set)
+        bin.Sets.push_back(ReadSet(reader));
+    return bin;
+}
+
+void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
+                 DebugLog& log) {
+    progress.SetBar(0);
+    const FileBytes file = ReadWholeFile(catalogue.BinPath);
+    log.WriteLog("Opened BinPath...");
+    TextureBin bin = ParseBinFile(file.Span(), catalogue.BinPath);
+    log.WriteLog("Number of Sets: " + std::to_string(bin.NumSets));
+    log.WriteLog("Number of Tiles: " + std::to_string(bin.NumTiles));
+
+    TileLookup lookup(Count(bin.NumSets) * TilesPerSet);
+    const PictureFolder pictures(catalogue.DDSFolder);
+    for (int32_t set = 1; set <= bin.NumSets; ++set) {
+        const TileSet& tileSet = bin.Sets[Count(set)];
+        size_t number = Count(set - 1) * TilesPerSet;
+        for (int32_t i = 1; i <= tileSet.TileCount; ++i, ++number) {
+            TileInfo info = InfoOf(tileSet.Tiles[Count(i)], tileSet, pictures);
+            if (info.HasImage == 0)
+                dialogs.Notice("File " + Utf8FromBytes(info.Name) + " wasn't found.", "",
+                               BoxIcon::Information);
+            // A set of more than 16 tiles runs into the next one's numbers, and past the
+            // end of the table there is no number left for them.
+            if (number < lookup.size())
+                lookup[number] = std::move(info);
+        }
+        progress.SetBar(Percent(set, bin.NumSets));
+        progress.LetEventsThrough();
+    }
+    catalogue.Bin = std::move(bin);
+    catalogue.Lookup = std::move(lookup);
+    catalogue.NewTilesList.clear();
+    log.WriteLog("Closed BinPath...");
+    log.WriteLog("Exiting OpenBinFile...");
+}
+
+void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
+    if (!FileExists(catalogue.BinPath))
+        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
+    StagedFile file(catalogue.BinPath);
+    log.WriteLog("Killed BinPath...");
+    log.WriteLog("Opened BinPath...");
+    const TextureBin& bin = catalogue.Bin;
+    file.WriteInt32(bin.NumSets);
+    file.WriteInt32(bin.NumTiles);
+    for (int32_t set = 1; set <= bin.NumSets; ++set) {
+        const TileSet& tileSet = bin.Sets.at(Count(set));
+        file.WriteInt32(tileSet.TileCount);
+        file.Write(std::as_bytes(std::span(&tileSet.Terrain, 1)));
+        for (int32_t i = 1; i <= tileSet.TileCount; ++i)
+            WriteTile(file, tileSet.Tiles.at(Count(i)));
+    }
+    file.Commit();
+    log.WriteLog("Closed BinPath...");
+    log.WriteLog("Exiting SaveBinFile...");
+}
+
+} // namespace vardenix
