@@ -51,8 +51,8 @@ void SystemProcesses::Start(const std::string& commandLine) {
 }
 
 void SystemProcesses::Open(const std::string& address) {
-    static const std::string opener =
-        "command -v xdg-open >/dev/null && xdg-open \"$1\" </dev/null >/dev/null 2>&1 &";
+    static const std::string opener = "type xdg-open >/dev/null || exit 1; xdg-open "
+                                      "\"$1\" </dev/null >/dev/null 2>&1 &";
     Spawn({"/bin/sh", "-c", opener, "sh", address}, address);
 }
 
