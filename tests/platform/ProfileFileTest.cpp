@@ -72,6 +72,10 @@ TEST(ProfileFile, TheFirstKeyOfTheFirstSectionOfANameWins) {
     EXPECT_FALSE(file.Has("a", "m"));
 }
 
+TEST(ProfileFile, ANulEndsALine) {
+    EXPECT_EQ(ReadFrom(std::string("[a]\nk=x \0y\n", 11), "a", "k"), "x");
+}
+
 TEST(ProfileFile, SplitsAtTheFirstEqualsSignOnly) {
     EXPECT_EQ(ReadFrom("[a]\nk=x=y;z", "a", "k"), "x=y;z");
 }
@@ -126,15 +130,15 @@ protected:
     }
 };
 
-TEST_P(ProfileFileOfGarbage, IsReadInASecond) {
+TEST_P(ProfileFileOfGarbage, IsReadInSecondsAtMost) {
     const std::string text = Garbage(GetParam());
     const auto begin = std::chrono::steady_clock::now();
     const ProfileFile file(text);
     EXPECT_EQ(file.Read("LAST_SETT", "Zoom"), "4");
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin;
-    // A machine under load, or one with sanitizers, gets ten times the usual.
+    // Usual is a tenth of a second for noise and one for nothing but keys; a machine
+    // under load, or one with sanitizers, gets ten times that.
     EXPECT_LT(taken.count(), 10.0);
-    RecordProperty("seconds", std::to_string(taken.count()));
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, ProfileFileOfGarbage, testing::Values(0, 1, 2));
