@@ -53,7 +53,6 @@ protected:
                      "NAME Balkans\rTERRAINDIR terrdata/Balkans\r\nNAME New Balkans\n"
                      "CAMPAIGNDIR c\nOBJECTDIR o\nBITMAP b\nARTDIR a\nMOVIEDIR m\n"
                      "UISOUNDDIR u\nMISCTEXDIR t\nSOUNDDIR s\nDESC a  b\n");
-        folder.Write("Terrdata korea placeholder", "");
         folder.Write("terrdata/KOREA/Terrain/Theater.map", MapOfWidth(64, 1112));
         folder.Write("terrdata/Balkans/terrain/theater.map", MapOfWidth(128, 2000));
         registry.Values[key + "baseDir"] = folder.Path() + std::string(1, '\0');
@@ -101,6 +100,15 @@ TEST_F(Install, IsFoundWithItsTheaters) {
               "cobamuts");
     EXPECT_EQ(balkans.Desc, "a  b");
     EXPECT_EQ(balkans.WidthText, "2048");
+}
+
+TEST_F(Install, LettersBeyondAsciiNameFilesInUnicode) {
+    folder.Write("Theater.LST", "Cor\xE9.tdf\n");
+    folder.Write("Cor\xC3\xA9.tdf", "NAME Cor\xE9\nTERRAINDIR \xDF\n");
+    folder.Write("\xC3\x9F/terrain/theater.map", MapOfWidth(64, 1112));
+    ASSERT_EQ(ErrorNumberOf(), 0) << detail;
+    EXPECT_EQ(discovery.TheaterList.at(1).Name, "Cor\xE9");
+    EXPECT_EQ(discovery.TheaterList.at(1).WidthText, "1024");
 }
 
 TEST_F(Install, WithTheKoreaObjectsIsReadButNotOffered) {
