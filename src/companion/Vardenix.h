@@ -1,6 +1,6 @@
 /* The companion library of the editor: addressing of posts and the halving of elevation
- * grids, as a plain C interface. All coordinates count from 1; Y = 1 is the bottom row of the
- * map; a segment is 16 by 16 posts. No routine allocates, keeps state or fails. */
+ * grids, as a plain C interface. All coordinates count from 1; Y = 1 is the bottom row of
+ * the map; a segment is 16 by 16 posts. No routine allocates, keeps state or fails. */
 #ifndef VARDENIX_COMPANION_H
 #define VARDENIX_COMPANION_H
 

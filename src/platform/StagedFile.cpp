@@ -77,7 +77,8 @@ StagedFile::StagedFile(std::string_view path)
         ThrowSystemError(EISDIR, "writing", text_);
     // A file that may not be written is not replaced either, although its folder would
     // let us.
-    if (fs::exists(target_, error) && ::access(target_.c_str(), W_OK) != 0)
+    if (fs::exists(target_, error) &&
+        ::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) != 0)
         ThrowSystemError(errno, "writing", text_);
     if (IsStaged(staged_))
         DropStaged(staged_);

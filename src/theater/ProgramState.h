@@ -10,16 +10,17 @@ namespace vardenix {
 
 // The program's own folders, each with a slash at its end.
 struct ProgramFolders {
-    std::string AppPath;          // base of the program's own files
-    std::string TempFolder;       // scratch of the image services, made anew at each start
+    std::string AppPath;    // base of the program's own files
+    std::string TempFolder; // scratch of the image services, made anew at each start
     std::string UpdateTempFolder; // scratch of the updater
     std::string SystemTempPath;   // the system's; home of the restore point
 };
 
-// Everything that more than one window works on, owned for the whole run. Only windows and app/
-// see the whole; routines of the logic are given the part they work on.
+// Everything that more than one window works on, owned for the whole run. Only windows
+// and app/ see the whole; routines of the logic are given the part they work on.
 struct ProgramState {
-    // Control handlers of the workspace skip their repaint until the start-up window has gone.
+    // Control handlers of the workspace skip their repaint until the start-up window has
+    // gone.
     bool Starting = true;
     // Unload handlers do nothing more.
     bool Exiting = false;
@@ -30,6 +31,7 @@ struct ProgramState {
     vardenix::Catalogue Catalogue;
     std::string MAPFile;
     HeightPicture Preview;
+    PreviewColors PreviewColors_;
 };
 
 } // namespace vardenix

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/Clock.h"
 #include "platform/Dialogs.h"
+#include "platform/Platform.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
 #include "theater/ProgramState.h"
@@ -11,20 +13,21 @@ namespace vardenix {
 
 // The four paths a theater is opened from.
 struct TheaterPaths {
-    std::string L2File;     // Text1
-    std::string BinFile;    // Text2
-    std::string MapFile;    // Text4
-    std::string DDSFolder;  // Text5, with a slash at its end
+    std::string L2File;    // Text1
+    std::string BinFile;   // Text2
+    std::string MapFile;   // Text4
+    std::string DDSFolder; // Text5, with a slash at its end
 };
 
 // The paths of a theater of an installed game; `baseDir` ends in a slash.
 TheaterPaths PathsOfTheater(const std::string& baseDir, const std::string& terrainDir);
 
-// The O file of a L2 file: every "THEATER.L" becomes "THEATER.O". Another name gives itself.
+// The O file of a L2 file: every "THEATER.L" becomes "THEATER.O". Another name gives
+// itself.
 std::string OffsetFileOfL2(const std::string& pathL);
 
-// The windows that a theater is opened into, in the order in which they are asked for. app/
-// fills this in.
+// The windows that a theater is opened into, in the order in which they are asked for.
+// app/ fills this in.
 class OpeningWindows {
 public:
     OpeningWindows() = default;
@@ -45,14 +48,14 @@ public:
     virtual void InitForm() = 0;
 };
 
-// Takes the paths over into the state, checking them in order. The first that is empty or not
-// there is told in a box, and the result is false. DDSFolder is not checked.
+// Takes the paths over into the state, checking them in order. The first that is empty or
+// not there is told in a box, and the result is false. DDSFolder is not checked.
 bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& dialogs,
                        DebugLog& log);
 
 // Reads the theater that the state's paths name and brings up the windows. Errors of the
 // readers go through; the start-up window can then be used again.
-void LoadTheater(ProgramState& state, Progress& progress, Dialogs& dialogs, DebugLog& log,
-                 OpeningWindows& windows);
+void LoadTheater(ProgramState& state, Progress& progress, const Platform& platform,
+                 DebugLog& log, OpeningWindows& windows);
 
 } // namespace vardenix

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Dialogs.h"
+#include "theater/Terrain.h"
+#include "theater/TextureBin.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// Counts the posts that use each tile number into UseCount, from 0 on every element, the
+// empty slots too. Returns the serials, in order, of the posts whose number has no tile:
+// a number above the table is listed and not counted, an empty slot's is both. A negative
+// number ends in error 9 that names the post, with the counts as far as they got.
+std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup);
+
+// The lines that are appended to Error_out.txt for those serials, each with its CR LF; X
+// and Y count from 1.
+std::string UnknownTilesReport(const Terrain& terrain,
+                               const std::vector<int32_t>& serials, const LocalTime& now);
+
+// CountTileUse, and where posts without a tile exist and a report is wished, the question
+// whether to append it to Error_out.txt in AppPath.
+void CompareL2Tiles(bool showReport, const Terrain& terrain, TileLookup& lookup,
+                    const std::string& appPath, Dialogs& dialogs, const Clock& clock);
+
+} // namespace vardenix
