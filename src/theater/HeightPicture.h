@@ -12,10 +12,8 @@ namespace vardenix {
 
 // The colours of the height picture, 0x00BBGGRR.
 struct PreviewColors {
-    uint32_t Sea = 0x720000;
-    // Class 1 at index 0.
-    std::array<uint32_t, 8> Level{0xD3F7FF, 0xABF2FF, 0x99E0FF, 0x86CDED,
-                                  0x75BCDC, 0x5FA6C6, 0x488FAF, 0x206787};
+    uint32_t Sea = 0;
+    std::array<uint32_t, 8> Level{}; // class 1 at index 0
 };
 
 // A square picture, rows from the top, pixels 0x00BBGGRR.

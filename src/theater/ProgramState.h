@@ -1,5 +1,8 @@
 #pragma once
 
+#include "mapeditor/MapFileRecord.h"
+#include "theater/Configuration.h"
+#include "theater/Discovery.h"
 #include "theater/HeightPicture.h"
 #include "theater/Terrain.h"
 #include "theater/TextureBin.h"
@@ -27,11 +30,13 @@ struct ProgramState {
     bool AbortPaint = false;
 
     ProgramFolders Folders;
+    vardenix::Configuration Configuration;
+    vardenix::Discovery Discovery;
     vardenix::Terrain Terrain;
     vardenix::Catalogue Catalogue;
-    std::string MAPFile;
+    std::string MAPFile; // the theater.map in use
+    vardenix::MapFileRecord MapFileRecord{};
     HeightPicture Preview;
-    PreviewColors PreviewColors_;
 };
 
 } // namespace vardenix

@@ -69,7 +69,9 @@ void LoadTheater(ProgramState& state, Progress& progress, const Platform& platfo
     log.WriteLog("Starting ShowLFile...");
     progress.SetBar(0);
     progress.SetText("Making Image...");
-    state.Preview = ShowLFile(state.Terrain, state.PreviewColors_, progress, log);
+    const PreviewColors colors{state.Configuration.PreviewSeaColor,
+                               state.Configuration.PreviewLevelColors};
+    state.Preview = ShowLFile(state.Terrain, colors, progress, log);
     windows.PreviewChanged();
     progress.SetText("");
     progress.SetBar(0);

@@ -1,0 +1,143 @@
+#include "theater/StartUp.h"
+
+#include "platform/FileNames.h"
+#include "platform/Processes.h"
+#include "platform/RuntimeError.h"
+#include "platform/Windows1252.h"
+#include "theater/ConfigurationFile.h"
+#include "theater/ProgramVersion.h"
+
+namespace vardenix {
+
+namespace {
+
+constexpr const char* UpdateQuestion =
+    "This program has an autoupdate feature. Since the usage or not of this feature is "
+    "not "
+    "defined in the ini file, you have the option to enable or disable it. Do you want "
+    "to "
+    "enable the autoupdate feature? (You can enable/disable it later from the startup "
+    "window)";
+
+// Ending must not fail for a file that cannot be deleted or written: the user is told,
+// and the program ends all the same.
+void TellFailure(Dialogs& dialogs, const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const RuntimeError& error) {
+        dialogs.Notice(ReportText(error), "Vardenix", BoxIcon::Critical);
+    }
+}
+
+} // namespace
+
+std::string AppPathOf(const std::string& programFolder) {
+    return programFolder.size() < 4 ? programFolder : programFolder + "\\";
+}
+
+void BeginProgram(ProgramState& state, const std::string& programFolder) {
+    state.Starting = true;
+    state.AbortPaint = false;
+    state.Exiting = false;
+    state.Folders.AppPath = AppPathOf(programFolder);
+    state.Configuration = ReadConfiguration(state.Folders.AppPath);
+}
+
+void DecideUpdateCheck(Configuration& configuration, Dialogs& dialogs) {
+    if (configuration.AutoCheckForUpdates <= AutoCheckOn)
+        return;
+    const BoxAnswer answer = dialogs.MessageBox(UpdateQuestion, "Confirm",
+                                                BoxIcon::Question, BoxButtons::YesNo);
+    configuration.AutoCheckForUpdates =
+        answer == BoxAnswer::Yes ? AutoCheckOn : AutoCheckOff;
+}
+
+std::string StartUpCaption() {
+    return "Vardenix v" + ProgramVersion() + " - for those who shape theaters";
+}
+
+void PrepareFolders(ProgramFolders& folders) {
+    folders.SystemTempPath = WithTrailingSlash(TemporaryFolder());
+    folders.TempFolder = folders.AppPath + "Temp\\";
+    folders.UpdateTempFolder = folders.AppPath + "UpdateTemp\\";
+    DeleteFolderTree(folders.TempFolder);
+    DeleteFolderTree(folders.UpdateTempFolder);
+    CreateFolder(folders.TempFolder);
+}
+
+std::vector<std::string> TheaterChoices(const Discovery& discovery) {
+    std::vector<std::string> choices{"MANUALLY OPEN PATH"};
+    if (discovery.FalconState == FalconListed)
+        for (size_t i = 1; i < discovery.TheaterList.size(); ++i)
+            choices.push_back(Utf8FromBytes(discovery.TheaterList[i].Name));
+    return choices;
+}
+
+int StoredTheaterIndex(Configuration& configuration, size_t entries) {
+    const int16_t index = configuration.OptionTheaterListIndex;
+    if (index < 0 || static_cast<size_t>(index) >= entries)
+        configuration.OptionTheaterListIndex = 0;
+    return configuration.OptionTheaterListIndex;
+}
+
+TheaterPaths ChooseTheater(int index, const Discovery& discovery,
+                           Configuration& configuration) {
+    configuration.OptionTheaterListIndex = static_cast<int16_t>(index);
+    if (index <= 0)
+        return {configuration.L2File, configuration.BinFile, configuration.MapFile,
+                configuration.DdsPath};
+    const TheaterInfo& theater = discovery.TheaterList.at(static_cast<size_t>(index));
+    return PathsOfTheater(discovery.FalconBaseDir, Utf8FromBytes(theater.TerrainDir));
+}
+
+void BrowseTheaterPaths(TheaterPaths& paths, Configuration& configuration,
+                        Dialogs& dialogs, const std::function<void()>& show) {
+    const auto take = [&show](std::string& shown, std::string& stored,
+                              const std::string& path) {
+        shown = path;
+        stored = path;
+        show();
+    };
+    const auto open = [&dialogs](const char* title, const char* filter,
+                                 const std::string& current) {
+        return dialogs.OpenFile({title, filter, current}).Path;
+    };
+    try {
+        take(paths.L2File, configuration.L2File,
+             open("Open theater's L2 file...", "L2 Files | *.l2", paths.L2File));
+        take(paths.BinFile, configuration.BinFile,
+             open("Open theater's Texture.bin file...", "Bin Files | *.bin",
+                  paths.BinFile));
+        take(paths.MapFile, configuration.MapFile,
+             open("Open theater's MAP file...", "MAP Files | *.map", paths.MapFile));
+        const auto folder = dialogs.Folder("Select the DDS folder.");
+        if (folder && !folder->empty())
+            take(paths.DDSFolder, configuration.DdsPath, WithTrailingSlash(*folder));
+    } catch (const RuntimeError& error) {
+        if (error.Number() != ErrorNumber::Cancelled)
+            throw;
+    }
+}
+
+void ExitProgram(ProgramState& state, const std::string& commandLine,
+                 const Platform& platform, DebugLog& log, ProgramEnd& end) {
+    log.StopDebugLog();
+    state.Exiting = true;
+    TellFailure(platform.Dialogs, [&] { DeleteFolderTree(state.Folders.TempFolder); });
+    TellFailure(platform.Dialogs, [&] {
+        // The restore point lies in SystemTempPath and outlives the run; this finds one
+        // only where somebody put it.
+        const std::string restorePoint = state.Folders.AppPath + "VXUndo.tmp";
+        if (FileExists(restorePoint))
+            DeleteFile(restorePoint);
+    });
+    TellFailure(platform.Dialogs,
+                [&] { WriteConfiguration(state.Folders.AppPath, state.Configuration); });
+    end.UnloadWindows();
+    if (!commandLine.empty())
+        TellFailure(platform.Dialogs, [&] { platform.Processes.Start(commandLine); });
+    platform.Processes.Sleep(1000);
+    end.EndProcess();
+}
+
+} // namespace vardenix

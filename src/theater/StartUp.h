@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "theater/ProgramState.h"
+#include "theater/TheaterOpening.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// The program's folder with a backslash behind it; a text of fewer than 4 characters is
+// the root of a drive, which ends in one already.
+std::string AppPathOf(const std::string& programFolder);
+
+// What stands in front of everything else: the flags, AppPath, the settings.
+void BeginProgram(ProgramState& state, const std::string& programFolder);
+
+// Asks once whether to check for new versions, when that was never decided (a stored
+// value above 1).
+void DecideUpdateCheck(Configuration& configuration, Dialogs& dialogs);
+
+// The title of the start-up window.
+std::string StartUpCaption();
+
+// SystemTempPath, TempFolder and UpdateTempFolder under AppPath. TempFolder is made anew;
+// UpdateTempFolder is only deleted. The system's refusals go through.
+void PrepareFolders(ProgramFolders& folders);
+
+// The entries of Combo1, UTF-8: "MANUALLY OPEN PATH", then the theaters of an install
+// that offers them.
+std::vector<std::string> TheaterChoices(const Discovery& discovery);
+
+// The stored theater index where it is one of the entries, else 0, which is then stored.
+int StoredTheaterIndex(Configuration& configuration, size_t entries);
+
+// The paths of an entry, which becomes the stored one: those of its theater, or for entry
+// 0 the last paths that were given by hand.
+TheaterPaths ChooseTheater(int index, const Discovery& discovery,
+                           Configuration& configuration);
+
+// Asks for the four paths one after the other; each answer goes into `paths` and into the
+// settings at once, and `show` is called. Cancelling a dialog leaves the rest as it is.
+void BrowseTheaterPaths(TheaterPaths& paths, Configuration& configuration,
+                        Dialogs& dialogs, const std::function<void()>& show);
+
+// What ending the program does to the windows and the process; app/ fills it in.
+class ProgramEnd {
+public:
+    ProgramEnd() = default;
+    ProgramEnd(const ProgramEnd&) = delete;
+    ProgramEnd& operator=(const ProgramEnd&) = delete;
+    virtual ~ProgramEnd() = default;
+
+    virtual void UnloadWindows() = 0;
+    // The message loop ends; the companion library goes with the process.
+    virtual void EndProcess() = 0;
+};
+
+// The single way out. A command line that is not empty is started when the windows have
+// gone. What cannot be deleted or written is told in a box and stops nothing: the program
+// ends.
+void ExitProgram(ProgramState& state, const std::string& commandLine,
+                 const Platform& platform, DebugLog& log, ProgramEnd& end);
+
+} // namespace vardenix
