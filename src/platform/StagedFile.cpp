@@ -32,9 +32,17 @@ fs::path TargetOf(std::string_view path) {
 }
 
 fs::path StagedNameOf(const fs::path& target) {
-    fs::path staged = target;
-    staged += "x";
-    return staged;
+    return RealPath(TextOfPath(target) + "x");
+}
+
+// The place of a staged file whose save is to be finished. A file that was never there before
+// has no name on the disk yet but that of its staged file.
+fs::path PlaceOf(const fs::path& staged, const fs::path& target) {
+    std::error_code error;
+    if (fs::exists(target, error))
+        return target;
+    const std::string name = staged.native();
+    return name.substr(0, name.size() - 1);
 }
 
 // A rename is on the disk only when its folder is.
@@ -191,7 +199,7 @@ PairRecovery RecoverPair(std::string_view pathL, std::string_view pathO) {
     const bool hasL = IsStaged(stagedL);
     const bool hasO = IsStaged(stagedO);
     if (hasO && !hasL) {
-        RenameOver(stagedO, targetO, std::string(pathO));
+        RenameOver(stagedO, PlaceOf(stagedO, targetO), std::string(pathO));
         return PairRecovery::Finished;
     }
     // The O file goes first, so that a kill in between never leaves it alone.

@@ -1,0 +1,360 @@
+#include "theater/StartUp.h"
+
+#include "platform/RuntimeError.h"
+#include "support/FakePlatform.h"
+#include "support/RecordingProgress.h"
+#include "support/TestFolder.h"
+#include "support/TheaterMaker.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace vardenix {
+namespace {
+
+using tests::MadeLevel;
+using tests::Slurp;
+using tests::TestFolder;
+
+TEST(StartUp, ADriveRootHasItsBackslashAlready) {
+    EXPECT_EQ(AppPathOf("C:\\"), "C:\\");
+    EXPECT_EQ(AppPathOf("/opt/vardenix"), "/opt/vardenix\\");
+}
+
+TEST(StartUp, TheUpdateQuestionComesOnlyWhileUndecided) {
+    tests::ScriptedDialogs dialogs;
+    Configuration configuration;
+    const std::string question = "This program has an autoupdate feature. Since the "
+                                 "usage or not of this feature is "
+                                 "not defined in the ini file, you have the option to "
+                                 "enable or disable it. Do you "
+                                 "want to enable the autoupdate feature? (You can "
+                                 "enable/disable it later from the "
+                                 "startup window)";
+    for (const auto& [answer, stored] :
+         {std::pair{BoxAnswer::Yes, 1}, {BoxAnswer::No, 0}}) {
+        configuration.AutoCheckForUpdates = 2;
+        dialogs.ExpectBox("Confirm", question, answer);
+        DecideUpdateCheck(configuration, dialogs);
+        EXPECT_EQ(configuration.AutoCheckForUpdates, stored);
+        DecideUpdateCheck(configuration, dialogs);
+    }
+}
+
+TEST(StartUp, TempIsMadeAnewAndUpdateTempGoes) {
+    const TestFolder folder;
+    folder.Write("Temp/old/file", "x");
+    folder.Write("UpdateTemp/file", "x");
+    ProgramFolders folders;
+    folders.AppPath = folder.Path() + "\\";
+    PrepareFolders(folders);
+    EXPECT_EQ(folder.Names(), "Temp");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp")));
+    EXPECT_EQ(folders.TempFolder, folder.Path() + "\\Temp\\");
+    EXPECT_EQ(folders.UpdateTempFolder, folder.Path() + "\\UpdateTemp\\");
+    EXPECT_TRUE(folders.SystemTempPath.back() == '\\' ||
+                folders.SystemTempPath.back() == '/');
+}
+
+Discovery TwoTheaters() {
+    Discovery discovery;
+    discovery.FalconBaseDir = "/games/f4\\";
+    discovery.FalconState = FalconListed;
+    discovery.TheaterList.resize(3);
+    discovery.TheaterList[1].Name = "North";
+    discovery.TheaterList[1].TerrainDir = "terrdata\\north";
+    discovery.TheaterList[2].Name = "S\xFC"
+                                    "d";
+    discovery.TheaterList[2].TerrainDir = "terrdata\\s\xFC"
+                                          "d";
+    return discovery;
+}
+
+TEST(StartUp, TheatersAreOfferedOnlyInState1) {
+    Discovery discovery = TwoTheaters();
+    EXPECT_EQ(TheaterChoices(discovery),
+              (std::vector<std::string>{"MANUALLY OPEN PATH", "North",
+                                        "S\xC3\xBC"
+                                        "d"}));
+    discovery.FalconState = FalconUnlisted;
+    EXPECT_EQ(TheaterChoices(discovery),
+              (std::vector<std::string>{"MANUALLY OPEN PATH"}));
+    EXPECT_EQ(TheaterChoices({}), (std::vector<std::string>{"MANUALLY OPEN PATH"}));
+}
+
+TEST(StartUp, AStoredIndexBeyondTheListFallsBackTo0) {
+    Configuration configuration;
+    configuration.OptionTheaterListIndex = 2;
+    EXPECT_EQ(StoredTheaterIndex(configuration, 3), 2);
+    EXPECT_EQ(StoredTheaterIndex(configuration, 2), 0);
+    EXPECT_EQ(configuration.OptionTheaterListIndex, 0);
+    configuration.OptionTheaterListIndex = -4;
+    EXPECT_EQ(StoredTheaterIndex(configuration, 3), 0);
+}
+
+TEST(StartUp, ATheaterGivesItsFourPathsAndIsRemembered) {
+    Configuration configuration;
+    const TheaterPaths paths = ChooseTheater(2, TwoTheaters(), configuration);
+    const std::string base = "/games/f4\\terrdata\\s\xC3\xBC"
+                             "d";
+    EXPECT_EQ(paths.L2File, base + "\\terrain\\theater.l2");
+    EXPECT_EQ(paths.BinFile, base + "\\texture\\texture.bin");
+    EXPECT_EQ(paths.MapFile, base + "\\terrain\\theater.map");
+    EXPECT_EQ(paths.DDSFolder, base + "\\texture\\texture\\");
+    EXPECT_EQ(configuration.OptionTheaterListIndex, 2);
+}
+
+TEST(StartUp, Entry0GivesTheLastManualPaths) {
+    Configuration configuration;
+    configuration.OptionTheaterListIndex = 2;
+    configuration.L2File = "a";
+    configuration.BinFile = "b";
+    configuration.MapFile = "c";
+    configuration.DdsPath = "d\\";
+    const TheaterPaths paths = ChooseTheater(0, TwoTheaters(), configuration);
+    EXPECT_EQ(paths.L2File + paths.BinFile + paths.MapFile + paths.DDSFolder, "abcd\\");
+    EXPECT_EQ(configuration.OptionTheaterListIndex, 0);
+}
+
+class Browsing : public testing::Test {
+protected:
+    void Browse() {
+        BrowseTheaterPaths(paths_, configuration_, dialogs_, [this] { ++shown_; });
+    }
+    tests::ScriptedDialogs dialogs_;
+    Configuration configuration_;
+    TheaterPaths paths_{"1", "2", "3", "4"};
+    int shown_ = 0;
+};
+
+TEST_F(Browsing, AsksForAllFourPathsInARow) {
+    dialogs_.ExpectOpen("Open theater's L2 file...", "/a b/theater.L2");
+    dialogs_.ExpectOpen("Open theater's Texture.bin file...", "/t.bin");
+    dialogs_.ExpectOpen("Open theater's MAP file...", "/t.map");
+    dialogs_.ExpectFolder("Select the DDS folder.", "/dds");
+    Browse();
+    EXPECT_EQ(paths_.L2File, "/a b/theater.L2");
+    EXPECT_EQ(paths_.BinFile, "/t.bin");
+    EXPECT_EQ(paths_.MapFile, "/t.map");
+    EXPECT_EQ(paths_.DDSFolder, "/dds\\");
+    EXPECT_EQ(configuration_.L2File, "/a b/theater.L2");
+    EXPECT_EQ(configuration_.BinFile, "/t.bin");
+    EXPECT_EQ(configuration_.MapFile, "/t.map");
+    EXPECT_EQ(configuration_.DdsPath, "/dds\\");
+    EXPECT_EQ(shown_, 4);
+}
+
+TEST_F(Browsing, CancellingLeavesTheRestAsItWas) {
+    dialogs_.ExpectOpen("Open theater's L2 file...", "/theater.L2");
+    dialogs_.ExpectCancel();
+    Browse();
+    EXPECT_EQ(paths_.L2File, "/theater.L2");
+    EXPECT_EQ(paths_.BinFile, "2");
+    EXPECT_EQ(configuration_.BinFile, "");
+}
+
+TEST_F(Browsing, NoFolderKeepsTheOldOne) {
+    dialogs_.ExpectOpen("Open theater's L2 file...", "l");
+    dialogs_.ExpectOpen("Open theater's Texture.bin file...", "b");
+    dialogs_.ExpectOpen("Open theater's MAP file...", "m");
+    dialogs_.ExpectFolder("Select the DDS folder.", std::nullopt);
+    Browse();
+    EXPECT_EQ(paths_.DDSFolder, "4");
+}
+
+// Writes down what it is asked.
+class FakeWindows : public OpeningWindows, public ProgramEnd {
+public:
+    std::string Story;
+    void PreviewChanged() override { Story += "preview "; }
+    void LoadMapEditor() override { Story += "mapeditor "; }
+    void LoadMap() override { Story += "map "; }
+    void ShowMainPanel() override { Story += "main "; }
+    void RestoreChildWindows() override { Story += "children "; }
+    void RefreshPalette() override { Story += "palette "; }
+    void InitForm() override { Story += "init "; }
+    void UnloadWindows() override { Story += "unload "; }
+    void EndProcess() override { Story += "end "; }
+};
+
+class TheaterOpening : public testing::Test {
+protected:
+    void SetUp() override {
+        state_.Folders.AppPath = folder_.Path() + "\\";
+        const tests::PairBytes pair = tests::ScatteredPair(MadeLevel::Empty(32));
+        folder_.Write("terrain/theater.L2", pair.L);
+        folder_.Write("terrain/theater.O2", pair.O);
+        folder_.Write("terrain/theater.map", std::string(1112, '\0'));
+        folder_.Write("texture/Texture.bin", tests::CatalogueBytes({{1, {{"A.PCX"}}}}));
+        folder_.Write("texture/texture/A.dds", "x");
+        paths_ = PathsOfTheater(folder_.Path() + "\\", "");
+    }
+    bool Check() { return CheckTheaterPaths(state_, paths_, platform_.Dialogs, log_); }
+    void Load() { LoadTheater(state_, progress_, platform_.All, log_, windows_); }
+
+    TestFolder folder_;
+    tests::FakePlatform platform_;
+    DebugLog log_{platform_.Clock};
+    tests::RecordingProgress progress_;
+    FakeWindows windows_;
+    ProgramState state_;
+    TheaterPaths paths_;
+};
+
+TEST_F(TheaterOpening, ChecksThePathsInOrder) {
+    const auto expectComplaint = [&](const std::string& words) {
+        platform_.Dialogs.ExpectBox("Error...", words, BoxAnswer::Ok);
+        EXPECT_FALSE(Check());
+        EXPECT_EQ(platform_.Dialogs.LastIcon(), BoxIcon::Critical);
+    };
+    const auto remove = [&](const char* name) {
+        std::filesystem::remove(folder_.File(name));
+    };
+    EXPECT_TRUE(Check());
+    remove("terrain/theater.map");
+    expectComplaint("Theater.map File not found");
+    remove("texture/Texture.bin");
+    std::filesystem::create_directory(folder_.File("texture/Texture.bin"));
+    expectComplaint("Texture.bin File not found");
+    remove("terrain/theater.O2");
+    expectComplaint("O2 File not found");
+    remove("terrain/theater.L2");
+    expectComplaint("L2 File not found");
+    paths_.L2File = "";
+    expectComplaint("L2 File not found");
+}
+
+TEST_F(TheaterOpening, TheL2PathIsUpperCasedAndTheOthersKept) {
+    paths_.DDSFolder = "/no such folder\\";
+    ASSERT_TRUE(Check());
+    EXPECT_EQ(state_.Terrain.LFilename.substr(state_.Terrain.LFilename.size() - 19),
+              "\\TERRAIN\\THEATER.L2");
+    EXPECT_EQ(state_.Terrain.OFilename.substr(state_.Terrain.OFilename.size() - 19),
+              "\\TERRAIN\\THEATER.O2");
+    EXPECT_EQ(state_.Catalogue.BinPath, paths_.BinFile);
+    EXPECT_EQ(state_.MAPFile, paths_.MapFile);
+    EXPECT_EQ(state_.Catalogue.DDSFolder, "/no such folder\\");
+}
+
+TEST_F(TheaterOpening, EveryOccurrenceOfTheNameIsReplaced) {
+    EXPECT_EQ(OffsetFileOfL2("/THEATER.L WORK/THEATER.L2"), "/THEATER.O WORK/THEATER.O2");
+    EXPECT_EQ(OffsetFileOfL2("/ISLAND.L2"), "/ISLAND.L2");
+}
+
+TEST_F(TheaterOpening, AL2FileOfAnotherNameIsItsOwnOFile) {
+    paths_.L2File = folder_.Write("terrain/island.l2", tests::Int32Bytes(0));
+    ASSERT_TRUE(Check());
+    EXPECT_EQ(state_.Terrain.OFilename, state_.Terrain.LFilename);
+    Load();
+    EXPECT_EQ(state_.Terrain.MapWidth, 16);
+}
+
+TEST_F(TheaterOpening, AnOFileThatAKilledSaveOwesIsThereAtTheCheck) {
+    std::filesystem::rename(folder_.File("terrain/theater.O2"),
+                            folder_.File("terrain/theater.O2x"));
+    EXPECT_TRUE(Check());
+}
+
+TEST_F(TheaterOpening, LoadsInItsOrderAndThenShowsTheWindows) {
+    log_.DebugFlag = true;
+    log_.StartDebugLog(state_.Folders.AppPath);
+    ASSERT_TRUE(Check());
+    Load();
+    log_.DebugFlag = false;
+    EXPECT_EQ(windows_.Story, "preview mapeditor map main children palette init ");
+    EXPECT_EQ(state_.Preview.Side, 32);
+    EXPECT_EQ(state_.Catalogue.Lookup[0].UseCount, 1024);
+    std::string steps;
+    const std::string text = Slurp(folder_.File("Debug.txt"));
+    for (const char* line :
+         {"LFilename to open: ", "OFilename to open: ", "BinPath to open: ",
+          "MAPFile to open: ", "DDSFolder to open: ", "Starting LoadLfile...\r\n",
+          "Exiting LoadLFile...\r\n", "Starting OpenBinFile...\r\n",
+          "Exiting OpenBinFile...\r\n", "Starting ShowLFile...\r\n",
+          "Exiting ShowLfile...\r\n", "Comparing L2 Tiles\r\n",
+          "Initiating FrmVXMap...\r\n", "Showing FrmVXMain...\r\n"}) {
+        const size_t at = text.find(line, steps.size());
+        ASSERT_NE(at, std::string::npos) << line;
+        steps = text.substr(0, at + 1);
+    }
+    const std::string& story = progress_.Story();
+    EXPECT_LT(story.find("text Loading L2 File..."), story.find("text Loading Tiles..."));
+    EXPECT_LT(story.find("text Loading Tiles..."), story.find("text Making Image..."));
+    EXPECT_LT(story.find("text Making Image..."), story.find("hide|text Almost done..."));
+}
+
+TEST_F(TheaterOpening, ANegativeTileNumberEndsTheOpening) {
+    MadeLevel level = MadeLevel::Empty(32);
+    level.At(3, 4).Tile = -2;
+    const tests::PairBytes pair = tests::ScatteredPair(level);
+    folder_.Write("terrain/theater.L2", pair.L);
+    folder_.Write("terrain/theater.O2", pair.O);
+    ASSERT_TRUE(Check());
+    EXPECT_THROW(Load(), RuntimeError);
+    EXPECT_EQ(windows_.Story, "preview ");
+}
+
+class Ending : public TheaterOpening {};
+
+TEST_F(Ending, GoesThroughItsStepsInOrder) {
+    log_.DebugFlag = true;
+    log_.StartDebugLog(state_.Folders.AppPath);
+    PrepareFolders(state_.Folders);
+    folder_.Write("VXUndo.tmp", "x");
+    ExitProgram(state_, "Loader.exe now", platform_.All, log_, windows_);
+    EXPECT_TRUE(state_.Exiting);
+    EXPECT_EQ(windows_.Story, "unload end ");
+    EXPECT_EQ(platform_.Processes.Story, "start Loader.exe now|sleep 1000");
+    EXPECT_EQ(folder_.Names(), "Debug.txt VX.ini terrain texture");
+    EXPECT_NE(Slurp(folder_.File("Debug.txt")).find("Debug Terminated at "),
+              std::string::npos);
+}
+
+TEST_F(Ending, AnUnwritableSettingsFileIsToldAndTheProgramEnds) {
+    state_.Folders.TempFolder = folder_.Path() + "\\Temp\\";
+    std::filesystem::create_directory(folder_.File("VX.ini"));
+    folder_.Write("VX.ini/in the way", "x");
+    platform_.Dialogs.WhileBoxIsUp = [this] { EXPECT_EQ(windows_.Story, ""); };
+    platform_.Dialogs.ExpectBox(
+        "Vardenix",
+        "Run-time error '75':\n\nPath/File access error\nwriting " + folder_.Path() +
+            "\\VX.ini: Is a directory",
+        BoxAnswer::Ok);
+    ExitProgram(state_, "", platform_.All, log_, windows_);
+    EXPECT_EQ(windows_.Story, "unload end ");
+    EXPECT_EQ(platform_.Processes.Story, "sleep 1000");
+}
+
+PreviewColors NumberedColors() { return {100, {1, 2, 3, 4, 5, 6, 7, 8}}; }
+
+TEST(HeightPicture, ClassesEndWhereTheyShould) {
+    const PreviewColors colors = NumberedColors();
+    const std::pair<int, uint32_t> expected[] = {
+        {-32768, 1}, {-1, 1},   {0, 1},    {49, 1},   {50, 2},   {100, 2},
+        {101, 3},    {500, 3},  {501, 4},  {1000, 4}, {1001, 5}, {1500, 5},
+        {1501, 6},   {3000, 6}, {3001, 7}, {5000, 7}, {5001, 8}, {32767, 8}};
+    for (const auto& [elevation, level] : expected)
+        EXPECT_EQ(ElevationClassColor(static_cast<int16_t>(elevation), colors), level)
+            << elevation;
+}
+
+TEST(HeightPicture, SitsOneRowLow) {
+    Terrain terrain;
+    terrain.MapWidth = 3;
+    terrain.LxArr = PostArray(9);
+    terrain.LxArr(1).Elevation = 5001; // (1, 1): falls off the bottom
+    terrain.LxArr(5).Elevation = 60;   // (2, 2): the last row
+    terrain.LxArr(9).Elevation = -1;   // (3, 3): row 1
+    const tests::FixedClock clock;
+    DebugLog log(clock);
+    tests::RecordingProgress progress;
+    const HeightPicture picture = ShowLFile(terrain, NumberedColors(), progress, log);
+    const uint32_t none = HeightPicture::Unpainted;
+    EXPECT_EQ(picture.Pixels,
+              (std::vector<uint32_t>{none, none, none, 100, 100, 1, 100, 2, 100}));
+    EXPECT_EQ(progress.Story(), "bar 33|events|bar 67|events|bar 100|events|events");
+}
+
+} // namespace
+} // namespace vardenix
