@@ -32,10 +32,9 @@ bool Application::Begin() {
         dialogs_.Notice(ReportText(error), {}, BoxIcon::Critical);
         return false;
     }
-    registry_ =
-        std::make_unique<FileRegistry>(state_.Folders.AppPath, UsersWinePrefix());
-    platform_ = std::make_unique<Platform>(
-        Platform{dialogs_, *registry_, clock_, processes_});
+    registry_ = std::make_unique<FileRegistry>(state_.Folders.AppPath, UsersWinePrefix());
+    platform_ =
+        std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
     return true;
 }
 

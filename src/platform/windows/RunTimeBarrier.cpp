@@ -3,6 +3,7 @@
 #include "platform/RuntimeError.h"
 
 #include <QWidget>
+
 #include <new>
 
 namespace vardenix {
@@ -41,8 +42,8 @@ void RunTimeBarrier::Report(const std::string& text) {
     reporting_ = true;
     while (overrideCursor() != nullptr)
         restoreOverrideCursor();
-    const BoxAnswer answer = dialogs_.MessageBox(text, "Vardenix", BoxIcon::Critical,
-                                                 BoxButtons::ContinueEnd);
+    const BoxAnswer answer =
+        dialogs_.MessageBox(text, "Vardenix", BoxIcon::Critical, BoxButtons::ContinueEnd);
     reporting_ = false;
     for (QWidget* window : topLevelWidgets())
         window->setEnabled(true);

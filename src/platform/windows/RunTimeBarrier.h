@@ -3,6 +3,7 @@
 #include "platform/Dialogs.h"
 
 #include <QApplication>
+
 #include <functional>
 
 namespace vardenix {

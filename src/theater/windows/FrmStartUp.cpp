@@ -42,8 +42,8 @@ private:
 
 FrmStartUp::FrmStartUp(ProgramState& state, const Platform& platform, DebugLog& log,
                        OpeningWindows& windows)
-    : QDialog(nullptr, Qt::Window | Qt::WindowMinimizeButtonHint |
-                           Qt::WindowCloseButtonHint),
+    : QDialog(nullptr,
+              Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint),
       state_(state), platform_(platform), log_(log), windows_(windows),
       ui_(std::make_unique<Ui::FrmStartUp>()) {
     ui_->setupUi(this);
@@ -147,9 +147,9 @@ bool FrmStartUp::CheckPaths() {
 }
 
 void FrmStartUp::Image1_Click() {
-    PlaySoundResource("S" + std::to_string(1 + QRandomGenerator::global()->bounded(
-                                                   SoundCount)),
-                      state_.Folders.TempFolder, platform_.Processes);
+    PlaySoundResource(
+        "S" + std::to_string(1 + QRandomGenerator::global()->bounded(SoundCount)),
+        state_.Folders.TempFolder, platform_.Processes);
     platform_.Processes.Open(ProgramPage);
 }
 

@@ -5,6 +5,7 @@
 #include "theater/StartUp.h"
 
 #include <QDialog>
+
 #include <memory>
 
 namespace Ui {

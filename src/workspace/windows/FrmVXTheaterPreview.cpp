@@ -9,17 +9,18 @@
 #include <QBuffer>
 #include <QCloseEvent>
 #include <QScreen>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace vardenix {
 
 namespace {
 
-constexpr int PostsPerPixel = 4; // of Picture1
-constexpr int MarginWidth = PixelsOfTwips(180);
-constexpr int MarginHeight = PixelsOfTwips(600);
-constexpr int GapAboveCommand1 = PixelsOfTwips(90);
+constexpr int PostsPerPixel = 4;                    // of Picture1
+constexpr int GapAboveCommand1 = PixelsOfTwips(90); // and as much below
 // A picture of a small theater would leave no room for the title.
-constexpr int LeastLetters = 26;
+constexpr int LeastLetters = 42;
 
 QByteArray BitmapOf(const QImage& picture) {
     QByteArray bytes;
@@ -33,8 +34,7 @@ QByteArray BitmapOf(const QImage& picture) {
 } // namespace
 
 FrmVXTheaterPreview::FrmVXTheaterPreview(const ProgramState& state, Dialogs& dialogs)
-    : state_(state), dialogs_(dialogs),
-      ui_(std::make_unique<Ui::FrmVXTheaterPreview>()) {
+    : state_(state), dialogs_(dialogs), ui_(std::make_unique<Ui::FrmVXTheaterPreview>()) {
     ui_->setupUi(this);
     ui_->row->setContentsMargins(GapAboveCommand1, GapAboveCommand1, GapAboveCommand1,
                                  GapAboveCommand1);
@@ -53,20 +53,26 @@ void FrmVXTheaterPreview::PreviewChanged() {
 }
 
 void FrmVXTheaterPreview::FitRoundPicture() {
-    const QSize picture = ui_->Picture1->size();
-    const QSize room = screen()->availableSize() * 9 / 10;
+    // The whole window is told to be 180 twips wider and 600 twips and a button higher
+    // than the picture; that is what its frame, title and gaps take.
     const int least = fontMetrics().averageCharWidth() * LeastLetters;
-    setMinimumSize(least, least);
-    resize(QSize(std::max(picture.width() + MarginWidth, least),
-                 picture.height() + ui_->Command1->sizeHint().height() + MarginHeight)
-               .boundedTo(room));
+    const QSize picture = ui_->Picture1->size();
+    const int below = ui_->row->sizeHint().height();
+    const QSize room = screen()->availableSize() * 9 / 10;
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    QSize wanted(std::max(picture.width(), least), picture.height() + below);
+    if (wanted.height() > room.height())
+        wanted.rwidth() += scrollBar;
+    if (wanted.width() > room.width())
+        wanted.rheight() += scrollBar;
+    setMinimumSize(least, below * 2);
+    resize(wanted.boundedTo(room));
 }
 
 void FrmVXTheaterPreview::Command1_Click() {
     FileAnswer answer;
     try {
-        answer = dialogs_.SaveFile({.Title = {},
-                                    .Filter = "Bitmap files (*.bmp)|*.bmp"});
+        answer = dialogs_.SaveFile({.Title = {}, .Filter = "Bitmap files (*.bmp)|*.bmp"});
     } catch (const RuntimeError& error) {
         if (error.Number() == ErrorNumber::Cancelled)
             return;

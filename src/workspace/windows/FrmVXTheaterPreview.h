@@ -5,6 +5,7 @@
 
 #include <QImage>
 #include <QWidget>
+
 #include <memory>
 
 namespace Ui {
