@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Platform.h"
+#include "platform/Processes.h"
+#include "platform/Registry.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "theater/StartUp.h"
+
+#include <memory>
+
+namespace vardenix {
+
+class FrmStartUp;
+class FrmVXTheaterPreview;
+
+// Makes the state and the windows and joins them.
+class Application : public OpeningWindows, public ProgramEnd {
+public:
+    // Both are borrowed.
+    Application(RunTimeBarrier& barrier, Dialogs& dialogs);
+    ~Application() override;
+
+    // From the first window to the end of the program; the process's exit code.
+    int Run();
+
+private:
+    bool Begin();
+    void ShowStartUp();
+    void End();
+
+    void PreviewChanged() override;
+    void LoadMapEditor() override {}
+    void LoadMap() override {}
+    void ShowMainPanel() override;
+    void RestoreChildWindows() override {}
+    void RefreshPalette() override {}
+    void InitForm() override {}
+
+    void UnloadWindows() override;
+    void EndProcess() override;
+
+    RunTimeBarrier& barrier_;
+    Dialogs& dialogs_;
+    SystemClock clock_;
+    SystemProcesses processes_;
+    ProgramState state_;
+    DebugLog log_{clock_};
+    std::unique_ptr<Registry> registry_;
+    std::unique_ptr<Platform> platform_;
+    std::unique_ptr<FrmStartUp> frmStartUp_;
+    std::unique_ptr<FrmVXTheaterPreview> frmVXTheaterPreview_;
+};
+
+} // namespace vardenix

@@ -1,0 +1,222 @@
+#include "platform/windows/QtDialogs.h"
+
+#include "platform/FileNames.h"
+#include "platform/RuntimeError.h"
+#include "platform/windows/ColorImage.h"
+#include "platform/windows/FileFilter.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace vardenix {
+
+namespace {
+
+// Words longer than this may be broken after a slash, so that a path never makes a box
+// wider than the screen.
+constexpr int LongWord = 60;
+
+QString Breakable(const std::string& text) {
+    const QString whole = QString::fromStdString(text);
+    QString broken;
+    for (const QString& line : whole.split('\n')) {
+        QStringList words = line.split(' ');
+        for (QString& word : words) {
+            if (word.size() <= LongWord)
+                continue;
+            word.replace("/", "/\u200B");
+            word.replace("\\", "\\\u200B");
+        }
+        broken += (broken.isNull() ? "" : "\n") + words.join(' ');
+    }
+    return broken;
+}
+
+QMessageBox::Icon IconOf(BoxIcon icon) {
+    switch (icon) {
+    case BoxIcon::Information:
+        return QMessageBox::Information;
+    case BoxIcon::Question:
+        return QMessageBox::Question;
+    case BoxIcon::Warning:
+        return QMessageBox::Warning;
+    case BoxIcon::Critical:
+        return QMessageBox::Critical;
+    case BoxIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+[[noreturn]] void Cancel() { throw RuntimeError(ErrorNumber::Cancelled); }
+
+// Begins at the folder of `initial`, or the nearest one above it that is there.
+void BeginAt(QFileDialog& dialog, const std::string& initial) {
+    if (initial.empty())
+        return;
+    const bool isFolder = FolderExists(initial);
+    std::string folder = isFolder ? initial : UpToLastSlash(initial);
+    if (FolderExists(folder))
+        dialog.setDirectory(QString::fromStdString(TextOfPath(RealPath(folder))));
+    if (!isFolder && (FileExists(initial) || FolderExists(folder)))
+        dialog.selectFile(
+            QString::fromStdString(AfterLastSlash(TextOfPath(RealPath(initial)))));
+}
+
+class FileDialog : public QFileDialog {
+public:
+    explicit FileDialog(const FileQuestion& question)
+        : QFileDialog(QApplication::activeWindow()),
+          filters_(ParseFilter(question.Filter)) {
+        if (!question.Title.empty())
+            setWindowTitle(QString::fromStdString(question.Title));
+        setOption(HideNameFilterDetails);
+        QStringList texts;
+        for (const FileFilter& filter : filters_)
+            texts += filter.ToolkitText();
+        if (!texts.isEmpty())
+            setNameFilters(texts);
+        BeginAt(*this, question.InitialPath);
+    }
+
+    void CompleteNames() {
+        setDefaultSuffix(Chosen().Extension());
+        connect(this, &QFileDialog::filterSelected, this,
+                [this] { setDefaultSuffix(Chosen().Extension()); });
+    }
+
+    // From 1.
+    int FilterIndex() const {
+        for (qsizetype i = 0; i < filters_.size(); ++i)
+            if (filters_[i].ToolkitText() == selectedNameFilter())
+                return static_cast<int>(i) + 1;
+        return 1;
+    }
+
+    FileAnswer Answer() const {
+        return {selectedFiles().value(0).toStdString(), FilterIndex()};
+    }
+
+private:
+    FileFilter Chosen() const { return filters_.value(FilterIndex() - 1); }
+
+    QList<FileFilter> filters_;
+};
+
+} // namespace
+
+BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& title,
+                                BoxIcon icon, BoxButtons buttons) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setIcon(IconOf(icon));
+    box.setWindowTitle(title.empty() ? "Vardenix" : QString::fromStdString(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(Breakable(text));
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    switch (buttons) {
+    case BoxButtons::Ok:
+        box.setStandardButtons(QMessageBox::Ok);
+        box.exec();
+        return BoxAnswer::Ok;
+    case BoxButtons::YesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+        return box.exec() == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
+    case BoxButtons::YesNoCancel: {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        const int pressed = box.exec();
+        return pressed == QMessageBox::Yes  ? BoxAnswer::Yes
+               : pressed == QMessageBox::No ? BoxAnswer::No
+                                            : BoxAnswer::Cancel;
+    }
+    case BoxButtons::ContinueEnd:
+        break;
+    }
+    QPushButton* goOn = box.addButton("&Continue", QMessageBox::AcceptRole);
+    const QPushButton* end = box.addButton("&End", QMessageBox::RejectRole);
+    box.setDefaultButton(goOn);
+    box.setEscapeButton(goOn);
+    box.exec();
+    return box.clickedButton() == end ? BoxAnswer::End : BoxAnswer::Continue;
+}
+
+FileAnswer QtDialogs::OpenFile(const FileQuestion& question) {
+    FileDialog dialog(question);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (dialog.exec() != QDialog::Accepted)
+        Cancel();
+    return dialog.Answer();
+}
+
+std::vector<std::string> QtDialogs::OpenFiles(const FileQuestion& question) {
+    FileDialog dialog(question);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    if (dialog.exec() != QDialog::Accepted)
+        Cancel();
+    std::vector<std::string> paths;
+    for (const QString& path : dialog.selectedFiles())
+        paths.push_back(path.toStdString());
+    return paths;
+}
+
+FileAnswer QtDialogs::SaveFile(const FileQuestion& question) {
+    FileDialog dialog(question);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.CompleteNames();
+    for (;;) {
+        if (dialog.exec() != QDialog::Accepted)
+            Cancel();
+        const FileAnswer answer = dialog.Answer();
+        // The dialog asks for the name as typed; a file of the same name in other letters
+        // would be written over just as well.
+        const std::string there = TextOfPath(RealPath(answer.Path));
+        if (there == answer.Path || !FileExists(answer.Path) ||
+            MessageBox(there + " already exists.\nDo you want to replace it?",
+                       question.Title, BoxIcon::Warning,
+                       BoxButtons::YesNo) == BoxAnswer::Yes)
+            return answer;
+    }
+}
+
+std::optional<std::string> QtDialogs::Folder(const std::string& prompt) {
+    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(prompt));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.selectedFiles().value(0).toStdString();
+}
+
+uint32_t QtDialogs::Color(uint32_t current) {
+    const QColor color =
+        QColorDialog::getColor(ColorOf(current), QApplication::activeWindow());
+    if (!color.isValid())
+        Cancel();
+    return ValueOf(color);
+}
+
+FontChoice QtDialogs::Font(const FontChoice& current) {
+    QFont font(QString::fromStdString(current.Name));
+    font.setPointSizeF(current.Size);
+    font.setBold(current.Bold);
+    font.setItalic(current.Italic);
+    font.setStrikeOut(current.Strikethrough);
+    font.setUnderline(current.Underline);
+    bool chosen = false;
+    font = QFontDialog::getFont(&chosen, font, QApplication::activeWindow());
+    if (!chosen)
+        Cancel();
+    return {.Name = font.family().toStdString(),
+            .Size = static_cast<float>(font.pointSizeF()),
+            .Bold = font.bold(),
+            .Italic = font.italic(),
+            .Strikethrough = font.strikeOut(),
+            .Underline = font.underline(),
+            .Color = current.Color};
+}
+
+} // namespace vardenix
