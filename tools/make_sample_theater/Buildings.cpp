@@ -54,9 +54,12 @@ void DrawTown(Picture& picture, const Scene& scene, std::vector<Lamp>& lamps) {
                                        static_cast<uint32_t>(row), scene.Seed(), 81);
             const double lot = 1.0 / lots;
             const Place middle = {(column + 0.5) * lot, (row + 0.5) * lot};
-            if (!scene.QuarterIs(middle, Ground::Town))
-                continue;
-            const double built = scene.Look().Low == Ground::Town ? 0.9 : 0.72;
+            const bool core = scene.Look().Low == Ground::Town;
+            const double share = core ? 1 : scene.Share(middle);
+            const double park = scene.Noise(middle, 3, 83);
+            const double built = park > 0.55 ? 0.08
+                                 : core      ? 0.92
+                                             : 0.85 * SmoothStep(0.25, 0.75, share);
             if (Chance(seed, 1) > built)
                 continue;
             const bool wide = Chance(seed, 2) < 0.3;
@@ -73,10 +76,10 @@ void DrawTown(Picture& picture, const Scene& scene, std::vector<Lamp>& lamps) {
         }
     }
     for (const Way& way : scene.Ways()) {
-        if (way.Kind != WayKind::Road)
+        if (way.Kind != WayKind::Street)
             continue;
-        for (int i = 0; i < 6; ++i) {
-            const double along = (i + 0.5) / 6;
+        for (int i = 0; i < 3; ++i) {
+            const double along = (i + 0.5) / 3;
             lamps.push_back({{Mix(way.Points.front().U, way.Points.back().U, along),
                               Mix(way.Points.front().V, way.Points.back().V, along)},
                              {255, 178, 96},

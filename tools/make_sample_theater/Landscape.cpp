@@ -34,20 +34,20 @@ Shape ShapeAt(double x, double y, int posts, uint32_t seed) {
         inland = std::max(inland, size - away);
     }
     const double small = 256.0 / posts;
-    inland +=
-        (0.055 * Fractal(x / 17, y / 17, 4, Hash(seed, 7))) * std::min(1.0, 2 * small);
+    inland += (0.10 * Fractal(x / 15, y / 15, 4, Hash(seed, 7))) * std::min(1.0, 2 * small);
     const double rim = std::max(std::abs(u), std::abs(v));
     inland = std::min(inland, (0.97 - rim) * 0.8); // never land at the map's edge
 
     const double massif = SmoothStep(
         0.10, 0.42, inland + 0.22 * Fractal(u * 2.1, v * 2.1, 2, Hash(seed, 8)));
-    const double crest = Ridges(x / 46 + 0.4 * PlaneNoise(x / 20, y / 20, Hash(seed, 9)),
-                                y / 46 + 0.4 * PlaneNoise(x / 20, y / 20, Hash(seed, 10)),
-                                5, Hash(seed, 11));
+    const double bendX = x / 40 + 0.5 * Fractal(x / 26, y / 26, 2, Hash(seed, 9));
+    const double bendY = y / 40 + 0.5 * Fractal(x / 26, y / 26, 2, Hash(seed, 10));
+    const double crest =
+        Ridges(0.8 * bendX - 0.6 * bendY, 0.6 * bendX + 0.8 * bendY, 6, Hash(seed, 11));
     const double hills = 0.5 + 0.5 * Fractal(x / 15, y / 15, 4, Hash(seed, 12));
     double height = 25 + 900 * std::max(0.0, inland);
     height += 700 * SmoothStep(0.04, 0.2, inland) * hills * hills;
-    height += 11500 * massif * std::pow(std::max(0.0, crest), 1.7);
+    height += 9800 * massif * std::pow(std::max(0.0, crest), 2.0);
     if (inland <= 0)
         height = 2000 * inland;
     return {inland, height};
@@ -92,12 +92,12 @@ struct Site {
 
 Ground LandAt(int x, int y, const Site& site, uint32_t seed) {
     const double rough = 350 * Fractal(x / 9.0, y / 9.0, 3, Hash(seed, 20));
-    const double snowLine = 5300 + rough * 1.6 - 250 * site.Light / 300;
+    const double snowLine = 5000 + rough * 1.6;
     if (site.Height > snowLine)
-        return site.Light < -420 ? Ground::RockShade : Ground::Snow;
+        return site.Light < -90 ? Ground::RockShade : Ground::Snow;
     const bool steep = site.Fall > 620 + rough * 0.5;
-    if (site.Height > 3000 + rough * 2 || (steep && site.Height > 900))
-        return site.Light < -130 ? Ground::RockShade : Ground::Rock;
+    if (site.Height > 2700 + rough * 2 || (steep && site.Height > 900))
+        return site.Light < -70 ? Ground::RockShade : Ground::Rock;
     const double cliffs = Fractal(x / 13.0 + 40, y / 13.0, 2, Hash(seed, 21));
     if (site.Inland < 0.03 && cliffs > 0.36)
         return Ground::Rock;
@@ -144,8 +144,7 @@ Landscape MakeLandscape(int posts, uint32_t seed) {
             const double height = static_cast<double>(land.Height.At(x, y));
             if (height <= 0) {
                 const double shelf =
-                    1.9 +
-                    2.6 * std::max(-0.2,
+                    2.2 + 3.6 * std::max(-0.2,
                                    Fractal(x / 18.0, y / 18.0, 3, Hash(seed, 30)) * 1.6);
                 if (static_cast<double>(seaward.At(x, y)) <= shelf)
                     land.Corners.At(x, y) = Ground::Shallow;

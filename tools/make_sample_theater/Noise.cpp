@@ -41,6 +41,13 @@ double Gradient(double x, double y, Corner corner) {
     return 1.5 * Mix(low, high, Fade(dy));
 }
 
+// The next octave is turned, so that the grid behind the noise doesn't show.
+void Turn(double& x, double& y) {
+    const double turned = 1.6 * x - 1.2 * y + 17.3;
+    y = 1.2 * x + 1.6 * y - 9.1;
+    x = turned;
+}
+
 } // namespace
 
 uint32_t Hash(uint32_t a, uint32_t b, uint32_t c, uint32_t d) {
@@ -65,8 +72,7 @@ double Fractal(double x, double y, int octaves, uint32_t seed) {
     double strength = 0.5;
     for (int i = 0; i < octaves; ++i) {
         sum += strength * PlaneNoise(x, y, seed + static_cast<uint32_t>(i) * 7919U);
-        x = x * 2 + 17.3;
-        y = y * 2 - 9.1;
+        Turn(x, y);
         strength /= 2;
     }
     return sum * 1.3;
@@ -82,8 +88,7 @@ double Ridges(double x, double y, int octaves, uint32_t seed) {
         const double crest = std::clamp(n, 0.0, 1.0) * n * carry;
         sum += strength * crest;
         carry = std::clamp(crest * 1.6, 0.0, 1.0);
-        x = x * 2 + 5.7;
-        y = y * 2 + 11.9;
+        Turn(x, y);
         strength /= 2;
     }
     return sum;

@@ -40,7 +40,7 @@ Grid<uint8_t> FindDrains(const World& world, uint32_t seed) {
             seen.At(nextX, nextY) = 1;
             drains.At(nextX, nextY) = Opposite(edge);
             const auto wander =
-                static_cast<float>(160 * Chance(static_cast<uint32_t>(nextX),
+                static_cast<float>(420 * Chance(static_cast<uint32_t>(nextX),
                                                 static_cast<uint32_t>(nextY), seed));
             shore.emplace(
                 std::max(level, HeightOfPost(world.Land, nextX, nextY) + wander), nextX,

@@ -96,7 +96,7 @@ double WayFinder::CostOf(PostPlace from, PostPlace to, uint8_t edge) const {
                                      HeightOfPost(world_.Land, from.X, from.Y)));
     double cost =
         1 + climb / 120 +
-        0.5 * Chance(static_cast<uint32_t>(to.X), static_cast<uint32_t>(to.Y), seed_);
+        1.2 * Chance(static_cast<uint32_t>(to.X), static_cast<uint32_t>(to.Y), seed_);
     const Ground ground = world_.Land.Corners.At(to.X, to.Y);
     if (ground == Ground::Rock || ground == Ground::RockShade || ground == Ground::Snow)
         cost += 6;

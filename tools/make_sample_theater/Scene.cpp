@@ -50,17 +50,15 @@ double Scene::Share(Place place) const {
     if (unsure <= 0)
         return share;
     const Place at = {u, v};
-    const double noise =
-        Noise(at, 3, 11) + 0.6 * Noise(at, 7, 12) + 0.35 * Noise(at, 15, 13);
+    const double broad = Noise(at, 3, 11);
+    const double fine = Noise(at, 7, 12);
+    if (IsWater(look.Low)) { // a shore meets every edge in its middle and is smooth
+        const double inward = std::min(std::min(u, 1 - u), std::min(v, 1 - v));
+        const double noise = (broad + 0.4 * fine) * SmoothStep(0, 0.22, inward);
+        return std::clamp(share + 0.42 * noise * unsure, 0.0, 1.0);
+    }
+    const double noise = broad + 0.6 * fine + 0.35 * Noise(at, 15, 13);
     return std::clamp(share + 0.36 * noise * unsure, 0.0, 1.0);
-}
-
-bool Scene::QuarterIs(Place place, Ground ground) const {
-    const TileLook& look = tile_.Look;
-    if (look.Low == look.High)
-        return look.Low == ground;
-    const int corner = (place.U > 0.5 ? 1 : 0) + (place.V > 0.5 ? 2 : 0);
-    return (look.HighCorners >> corner & 1 ? look.High : look.Low) == ground;
 }
 
 Place OntoEdge(Place place, double ring) {

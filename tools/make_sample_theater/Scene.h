@@ -25,9 +25,6 @@ public:
     // How much of the High ground is here, from 0 to 1; the border runs where it is 0.5.
     double Share(Place place) const;
 
-    // Whether the quarter of the tile around the nearest corner is of the given ground.
-    bool QuarterIs(Place place, Ground ground) const;
-
 private:
     Tile tile_;
     std::vector<Way> ways_;

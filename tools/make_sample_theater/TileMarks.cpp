@@ -18,6 +18,7 @@ int32_t PathType(WayKind kind) {
     switch (kind) {
     case WayKind::River:
         return 2;
+    case WayKind::Street:
     case WayKind::Road:
         return 10;
     case WayKind::Railroad:

@@ -41,13 +41,14 @@ double DistanceToWater(const World& world, int x, int y, int reach) {
 void Build(World& world, const Town& town, uint32_t seed) {
     for (int y = 0; y < town.Upward; ++y) {
         for (int x = 0; x < town.Across; ++x) {
-            const bool outermost =
-                (x == 0 || x == town.Across - 1) && (y == 0 || y == town.Upward - 1);
-            const auto corner = static_cast<uint32_t>(x + 2 * y);
-            // A corner of a larger town is sometimes open, so that towns are no plain
-            // boxes.
-            if (outermost && town.Across > 3 && town.Upward > 3 &&
-                Chance(seed, corner, 310) < 0.6)
+            // Round, with a ragged border; the corners at the gates always stand.
+            const double u = (x + 0.5) / town.Across * 2 - 1;
+            const double v = (y + 0.5) / town.Upward * 2 - 1;
+            const bool gate = x == (town.Across - 1) / 2 || x == (town.Across + 1) / 2 ||
+                              y == (town.Upward - 1) / 2 || y == (town.Upward + 1) / 2;
+            const double ragged =
+                0.25 * Chance(seed, static_cast<uint32_t>(x + 16 * y), 310);
+            if (!gate && town.Across > 3 && std::hypot(u, v) > 0.85 + ragged)
                 continue;
             world.Land.Corners.At(town.Left + x, town.Bottom + y) = Ground::Town;
         }

@@ -23,7 +23,6 @@ double Inside(double distance, double width, double pixel) {
 
 void DrawWay(Colour& ground, const Scene& scene, WayKind kind, double distance,
              double pixel, Place place) {
-    const bool town = scene.Look().High == Ground::Town;
     switch (kind) {
     case WayKind::River: {
         // At a mouth the river widens and takes the sea's colour.
@@ -39,11 +38,12 @@ void DrawWay(Colour& ground, const Scene& scene, WayKind kind, double distance,
         break;
     }
     case WayKind::Road:
-        if (!town)
-            ground = Mix(ground, RoadVerge,
-                         0.6 * Inside(distance, RoadWidth * 1.9, pixel * 2));
-        ground = Mix(ground, town ? StreetGrey : RoadGrey,
-                     Inside(distance, town ? StreetWidth : RoadWidth, pixel));
+        ground =
+            Mix(ground, RoadVerge, 0.6 * Inside(distance, RoadWidth * 1.9, pixel * 2));
+        ground = Mix(ground, RoadGrey, Inside(distance, RoadWidth, pixel));
+        break;
+    case WayKind::Street:
+        ground = Mix(ground, StreetGrey, Inside(distance, StreetWidth, pixel));
         break;
     case WayKind::Railroad:
         ground = Mix(ground, Ballast, Inside(distance, RailWidth * 1.5, pixel));
@@ -66,8 +66,9 @@ void DrawWays(Picture& picture, const Scene& scene) {
     for (int y = 0; y < picture.Side(); ++y) {
         for (int x = 0; x < picture.Side(); ++x) {
             const Place place = PlaceOf(x, y, picture.Side());
-            for (const WayKind kind : std::array{WayKind::River, WayKind::Road,
-                                                 WayKind::Railroad, WayKind::Bridge}) {
+            for (const WayKind kind :
+                 std::array{WayKind::River, WayKind::Street, WayKind::Road,
+                            WayKind::Railroad, WayKind::Bridge}) {
                 const double distance = Distance(scene.Ways(), kind, place);
                 if (distance < 0.12)
                     DrawWay(picture.At(x, y), scene, kind, distance, pixel, place);

@@ -3,6 +3,7 @@
 #include "make_sample_theater/Noise.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -88,30 +89,46 @@ void AddCrossing(std::vector<Way>& ways, WayKind kind, double width, uint8_t mas
                      {0.5 + half * StepX(b), 0.5 + half * StepY(b)}}});
 }
 
-bool IsTownAt(const TileLook& look, Place place) {
-    if (look.High != Ground::Town)
-        return false;
+// How much of a place is town, by the corners alone.
+double TownShare(const TileLook& look, Place place) {
     if (look.Low == Ground::Town)
-        return true;
-    const int corner = (place.U > 0.5 ? 1 : 0) + (place.V > 0.5 ? 2 : 0);
-    return look.HighCorners >> corner & 1;
+        return 1;
+    const auto corner = [&](unsigned bit) {
+        return (look.HighCorners & bit) != 0 ? 1.0 : 0.0;
+    };
+    return Mix(Mix(corner(SouthWest), corner(SouthEast), place.U),
+               Mix(corner(NorthWest), corner(NorthEast), place.U), place.V);
 }
 
-// Streets run through the quarters of the tile that are town. The one in the middle of
-// the tile runs on where it borders a quarter of the town on either side.
-void AddStreets(std::vector<Way>& ways, const TileLook& look) {
-    for (const double place : StreetPlaces) {
-        for (const double half : {0.0, 0.5}) {
-            const double near = place == 0.5 ? 0.1 : 0.0;
-            const double middle = half + 0.25;
-            if (IsTownAt(look, {middle, place - near}) ||
-                (near > 0 && IsTownAt(look, {middle, place + near})))
-                ways.push_back(
-                    {WayKind::Road, StreetWidth, {{half, place}, {half + 0.5, place}}});
-            if (IsTownAt(look, {place - near, middle}) ||
-                (near > 0 && IsTownAt(look, {place + near, middle})))
-                ways.push_back(
-                    {WayKind::Road, StreetWidth, {{place, half}, {place, half + 0.5}}});
+// Streets lie in a grid of three a tile. What reaches the tile's edge depends on the
+// edge's corners alone; further in some pieces are left out. The piece is told by its
+// ends, which are the tile's edges or crossings of streets.
+void AddStreets(std::vector<Way>& ways, const TileLook& look, uint32_t seed) {
+    constexpr std::array<double, 3> lines = {1.0 / 6, 0.5, 5.0 / 6};
+    constexpr std::array<double, 5> ends = {0, 1.0 / 6, 0.5, 5.0 / 6, 1};
+    const auto add = [&](Place from, Place to, uint32_t number, bool atEdge) {
+        const Place seen = {from.U + to.U < 0.5   ? 0
+                            : from.U + to.U > 1.5 ? 1
+                                                  : (from.U + to.U) / 2,
+                            from.V + to.V < 0.5   ? 0
+                            : from.V + to.V > 1.5 ? 1
+                                                  : (from.V + to.V) / 2};
+        const bool mainStreet = number % 3 == 1;
+        if (TownShare(look,
+                      atEdge ? seen : Place{(from.U + to.U) / 2, (from.V + to.V) / 2}) <
+            0.42)
+            return;
+        if (!atEdge && !mainStreet && Chance(seed, number, 90) < 0.3)
+            return;
+        ways.push_back({WayKind::Street, StreetWidth, {from, to}});
+    };
+    for (uint32_t line = 0; line < 3; ++line) {
+        for (uint32_t piece = 0; piece < 4; ++piece) {
+            const bool atEdge = piece == 0 || piece == 3;
+            add({ends[piece], lines[line]}, {ends[piece + 1], lines[line]},
+                line + 3 * piece, atEdge);
+            add({lines[line], ends[piece]}, {lines[line], ends[piece + 1]},
+                12 + line + 3 * piece, atEdge);
         }
     }
 }
@@ -139,7 +156,7 @@ std::vector<Way> WaysOf(const Tile& tile) {
         AddNetwork(ways, WayKind::Railroad, RailWidth, look.Rails, 0, seed);
     }
     if (look.High == Ground::Town)
-        AddStreets(ways, look);
+        AddStreets(ways, look, Hash(look.HighCorners, tile.Variant));
     return ways;
 }
 

@@ -12,7 +12,7 @@ struct Place {
     double V = 0;
 };
 
-enum class WayKind : uint8_t { River, Road, Railroad, Bridge };
+enum class WayKind : uint8_t { River, Road, Street, Railroad, Bridge };
 
 // A line on a tile with a width, all in tile sides. The picture is drawn from these lines
 // and the catalogue tells them to the simulator, so that both agree.
@@ -22,9 +22,9 @@ struct Way {
     std::vector<Place> Points; // at least two
 };
 
-constexpr double RiverWidth = 0.085;
-constexpr double RoadWidth = 0.034;
-constexpr double StreetWidth = 0.030;
+constexpr double RiverWidth = 0.11;
+constexpr double RoadWidth = 0.044;
+constexpr double StreetWidth = 0.022;
 constexpr double RailWidth = 0.022;
 
 // Every way of a tile, the streets of a town included. Ways that reach an edge reach it
@@ -35,9 +35,5 @@ std::vector<Way> WaysOf(const Tile& tile);
 double Distance(const Way& way, Place place);
 // To the nearest way of a kind; 9 when the tile has none.
 double Distance(const std::vector<Way>& ways, WayKind kind, Place place);
-
-// Street lines of a town, by their place across the tile.
-constexpr int StreetCount = 3;
-constexpr double StreetPlaces[StreetCount] = {0.1667, 0.5, 0.8333};
 
 } // namespace vardenix::sample
