@@ -71,8 +71,8 @@ void DrawTown(Picture& picture, const Scene& scene, std::vector<Lamp>& lamps) {
                 continue;
             DrawHouse(picture, {middle.U - reachU, middle.V - reachV},
                       {middle.U + reachU, middle.V + reachV}, RoofOf(seed));
-            if (Chance(seed, 4) < 0.22)
-                lamps.push_back({middle, Lamplight, 0.55});
+            if (Chance(seed, 4) < 0.35)
+                lamps.push_back({middle, Lamplight, 0.7});
         }
     }
     for (const Way& way : scene.Ways()) {

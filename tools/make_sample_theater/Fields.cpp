@@ -1,3 +1,4 @@
+#include "make_sample_theater/Landscape.h"
 #include "make_sample_theater/Layers.h"
 #include "make_sample_theater/Noise.h"
 
@@ -90,17 +91,22 @@ Colour CropColour(const Parcel& parcel, Place place) {
 void DrawFields(Picture& picture, const Scene& scene) {
     if (scene.Look().High != Ground::Farm)
         return;
-    const double step = 0.6 / picture.Side();
-    for (int y = 0; y < picture.Side(); ++y) {
-        for (int x = 0; x < picture.Side(); ++x) {
-            const Place place = PlaceOf(x, y, picture.Side());
-            const Parcel parcel = ParcelAt(scene, place);
+    // One column and row more than the picture has, for the hedges at its edges.
+    const int side = picture.Side();
+    Grid<Parcel> parcels(side + 1);
+    for (int y = 0; y <= side; ++y) {
+        for (int x = 0; x <= side; ++x)
+            parcels.At(x, y) = ParcelAt(scene, PlaceOf(x, y - 1, side));
+    }
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            const Parcel& parcel = parcels.At(x, y + 1);
             if (!parcel.Whole.Planted)
                 continue;
+            const Parcel& east = parcels.At(x + 1, y + 1);
+            const Parcel& north = parcels.At(x, y);
             Colour& pixel = picture.At(x, y);
-            const Parcel east = ParcelAt(scene, {place.U + step, place.V});
-            const Parcel north = ParcelAt(scene, {place.U, place.V + step});
-            Colour colour = Mix(CropColour(parcel, place), pixel, 0.30);
+            Colour colour = Mix(CropColour(parcel, PlaceOf(x, y, side)), pixel, 0.30);
             if (east.Whole.Seed != parcel.Whole.Seed ||
                 north.Whole.Seed != parcel.Whole.Seed)
                 colour = Mix(colour, Hedge, 0.8);

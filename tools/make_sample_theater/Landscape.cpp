@@ -34,7 +34,8 @@ Shape ShapeAt(double x, double y, int posts, uint32_t seed) {
         inland = std::max(inland, size - away);
     }
     const double small = 256.0 / posts;
-    inland += (0.10 * Fractal(x / 15, y / 15, 4, Hash(seed, 7))) * std::min(1.0, 2 * small);
+    inland +=
+        (0.10 * Fractal(x / 15, y / 15, 4, Hash(seed, 7))) * std::min(1.0, 2 * small);
     const double rim = std::max(std::abs(u), std::abs(v));
     inland = std::min(inland, (0.97 - rim) * 0.8); // never land at the map's edge
 
@@ -92,12 +93,15 @@ struct Site {
 
 Ground LandAt(int x, int y, const Site& site, uint32_t seed) {
     const double rough = 350 * Fractal(x / 9.0, y / 9.0, 3, Hash(seed, 20));
+    // How far the light must turn away before a slope lies in shade; uneven, so that the
+    // shades get ragged borders.
+    const double dusk = 70 + 90 * PlaneNoise(x / 2.3, y / 2.3, Hash(seed, 28));
     const double snowLine = 5000 + rough * 1.6;
     if (site.Height > snowLine)
-        return site.Light < -90 ? Ground::RockShade : Ground::Snow;
+        return site.Light < -dusk - 20 ? Ground::RockShade : Ground::Snow;
     const bool steep = site.Fall > 620 + rough * 0.5;
     if (site.Height > 2700 + rough * 2 || (steep && site.Height > 900))
-        return site.Light < -70 ? Ground::RockShade : Ground::Rock;
+        return site.Light < -dusk ? Ground::RockShade : Ground::Rock;
     const double cliffs = Fractal(x / 13.0 + 40, y / 13.0, 2, Hash(seed, 21));
     if (site.Inland < 0.03 && cliffs > 0.36)
         return Ground::Rock;
@@ -105,8 +109,11 @@ Ground LandAt(int x, int y, const Site& site, uint32_t seed) {
     const double wet = Fractal(x / 16.0, y / 16.0, 3, Hash(seed, 22));
     if (site.Height < 170 && site.Fall < 60 && wet > 0.40)
         return Ground::Swamp;
-    double wood = Fractal(x / 21.0, y / 21.0, 4, Hash(seed, 23));
-    wood += 0.16 * Fractal(x / 4.0, y / 4.0, 2, Hash(seed, 24));
+    const double bendX = x + 7 * PlaneNoise(x / 11.0, y / 11.0, Hash(seed, 26));
+    const double bendY = y + 7 * PlaneNoise(x / 11.0, y / 11.0, Hash(seed, 27));
+    double wood = Fractal(0.8 * bendX / 21 + 0.6 * bendY / 21,
+                          0.8 * bendY / 21 - 0.6 * bendX / 21, 4, Hash(seed, 23));
+    wood += 0.22 * Fractal(x / 3.5, y / 3.5, 2, Hash(seed, 24));
     wood += 0.34 * SmoothStep(200, 1500, site.Height) -
             0.5 * SmoothStep(2200, 3300, site.Height);
     if (wood > 0.36)
@@ -144,7 +151,8 @@ Landscape MakeLandscape(int posts, uint32_t seed) {
             const double height = static_cast<double>(land.Height.At(x, y));
             if (height <= 0) {
                 const double shelf =
-                    2.2 + 3.6 * std::max(-0.2,
+                    2.2 +
+                    3.6 * std::max(-0.2,
                                    Fractal(x / 18.0, y / 18.0, 3, Hash(seed, 30)) * 1.6);
                 if (static_cast<double>(seaward.At(x, y)) <= shelf)
                     land.Corners.At(x, y) = Ground::Shallow;

@@ -39,12 +39,13 @@ Grid<uint8_t> FindDrains(const World& world, uint32_t seed) {
                 continue;
             seen.At(nextX, nextY) = 1;
             drains.At(nextX, nextY) = Opposite(edge);
-            const auto wander =
-                static_cast<float>(420 * Chance(static_cast<uint32_t>(nextX),
-                                                static_cast<uint32_t>(nextY), seed));
-            shore.emplace(
-                std::max(level, HeightOfPost(world.Land, nextX, nextY) + wander), nextX,
-                nextY);
+            // Chance in the heights keeps rivers from running straight; on flooded flats,
+            // where all heights are the same, it is chance alone that leads them.
+            const auto wander = static_cast<float>(
+                Chance(static_cast<uint32_t>(nextX), static_cast<uint32_t>(nextY), seed));
+            shore.emplace(std::max(level + 120 * wander,
+                                   HeightOfPost(world.Land, nextX, nextY) + 420 * wander),
+                          nextX, nextY);
         }
     }
     return drains;

@@ -55,7 +55,7 @@ double Scene::Share(Place place) const {
     if (IsWater(look.Low)) { // a shore meets every edge in its middle and is smooth
         const double inward = std::min(std::min(u, 1 - u), std::min(v, 1 - v));
         const double noise = (broad + 0.4 * fine) * SmoothStep(0, 0.22, inward);
-        return std::clamp(share + 0.42 * noise * unsure, 0.0, 1.0);
+        return std::clamp(share + 0.35 * noise * unsure, 0.0, 1.0);
     }
     const double noise = broad + 0.6 * fine + 0.35 * Noise(at, 15, 13);
     return std::clamp(share + 0.36 * noise * unsure, 0.0, 1.0);

@@ -21,7 +21,7 @@ Picture Darken(const Picture& day) {
 
 void Shine(Picture& night, const Lamp& lamp) {
     const int side = night.Side();
-    constexpr double reach = 0.055;
+    constexpr double reach = 0.085;
     const auto bound = [side](double x) {
         return std::clamp(static_cast<int>(std::floor(x * side)), 0, side);
     };
@@ -31,7 +31,7 @@ void Shine(Picture& night, const Lamp& lamp) {
             const double d = std::hypot(place.U - lamp.At.U, place.V - lamp.At.V) / reach;
             if (d >= 1)
                 continue;
-            const double glow = 0.9 * std::exp(-d * d * 60) + 0.10 * (1 - d) * (1 - d);
+            const double glow = std::exp(-d * d * 45) + 0.16 * (1 - d) * (1 - d);
             const auto amount = static_cast<float>(glow * lamp.Strength);
             Colour& pixel = night.At(x, y);
             pixel.R = std::min(255.0F, pixel.R + lamp.Tint.R * amount);

@@ -55,9 +55,9 @@ void AddNetwork(std::vector<Way>& ways, WayKind kind, double width, uint8_t mask
         ways.push_back(
             {kind, width, Curve(MiddleOf(edges[0]), Middle, Middle, sway, seed)});
     } else if (edges.size() == 2) {
-        ways.push_back(
-            {kind, width,
-             Curve(MiddleOf(edges[0]), Middle, MiddleOf(edges[1]), sway, seed)});
+        ways.push_back({kind, width,
+                        Curve(MiddleOf(edges[0]), Middle, MiddleOf(edges[1]),
+                              IsStraight(mask) ? sway : sway * 0.3, seed)});
     } else {
         for (const uint8_t edge : edges)
             ways.push_back({kind, width, {MiddleOf(edge), Middle}});
