@@ -15,16 +15,17 @@ int16_t MeanOfFour(int32_t sum) {
     return static_cast<int16_t>(quotient + (up ? 1 : 0));
 }
 
-// The root of a quarter of `squares`, at most 2^32, without ever rounding twice: with q
-// the whole root of `squares` the result lies in [q / 2, (q + 1) / 2), so an even q
-// decides at once, and an odd q is a tie only when `squares` is q * q.
-int16_t RootOfQuarter(int64_t squares) {
-    const auto q = static_cast<int64_t>(std::sqrt(static_cast<double>(squares)));
-    const int64_t half = q >> 1;
-    const bool odd = (q & 1) != 0;
-    const bool tie = q * q == squares;
-    const bool up = odd && (!tie || (half & 1) != 0);
-    return static_cast<int16_t>(std::min<int64_t>(half + (up ? 1 : 0), 32767));
+// The root of a quarter of `squares`, a whole number up to 2^32, without ever rounding
+// twice: with q the whole root of `squares` the result lies in [q / 2, (q + 1) / 2), so
+// an even q decides at once, and an odd q is a tie only when `squares` is q * q. Doubles
+// hold all of it exactly, and unlike 64-bit integers the compiler takes several of them
+// at a time.
+int16_t RootOfQuarter(double squares) {
+    const auto q = static_cast<int32_t>(std::sqrt(squares));
+    const int32_t half = q >> 1;
+    const bool tie = static_cast<double>(q) * static_cast<double>(q) == squares;
+    const int32_t up = (q & 1) & (static_cast<int32_t>(!tie) | (half & 1));
+    return static_cast<int16_t>(std::min(half + up, 32767));
 }
 
 template <typename Combine>
@@ -42,7 +43,9 @@ void HalveGrid(const int16_t* source, int32_t count, int32_t width, int16_t* tar
     }
 }
 
-int64_t Square(int32_t value) { return static_cast<int64_t>(value) * value; }
+double Square(int32_t value) {
+    return static_cast<double>(value) * static_cast<double>(value);
+}
 
 } // namespace
 

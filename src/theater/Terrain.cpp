@@ -3,7 +3,6 @@
 #include "companion/Vardenix.h"
 #include "platform/RuntimeError.h"
 
-#include <cstdlib>
 #include <limits>
 
 namespace vardenix {
@@ -15,20 +14,8 @@ SerialArray<Value>::SerialArray(int64_t upperBound) {
     if (upperBound > std::numeric_limits<int32_t>::max())
         throw RuntimeError(ErrorNumber::Overflow,
                            std::to_string(upperBound) + " elements have no serials");
-    // Zero pages straight from the system: nothing is filled that will be read into
-    // anyway.
-    auto* memory =
-        static_cast<Value*>(std::calloc(static_cast<size_t>(upperBound), sizeof(Value)));
-    if (memory == nullptr)
-        throw RuntimeError(ErrorNumber::OutOfMemory,
-                           std::to_string(upperBound) + " elements could not be had");
-    values_.reset(memory);
+    pages_ = ZeroPages(static_cast<size_t>(upperBound) * sizeof(Value));
     upperBound_ = static_cast<int32_t>(upperBound);
-}
-
-template <typename Value>
-void SerialArray<Value>::Free::operator()(Value* values) const {
-    std::free(values);
 }
 
 template <typename Value>
@@ -42,13 +29,13 @@ void SerialArray<Value>::RequireInside(int64_t index) const {
 template <typename Value>
 Value& SerialArray<Value>::operator()(int64_t index) {
     RequireInside(index);
-    return values_.get()[index - 1];
+    return First()[index - 1];
 }
 
 template <typename Value>
 const Value& SerialArray<Value>::operator()(int64_t index) const {
     RequireInside(index);
-    return values_.get()[index - 1];
+    return First()[index - 1];
 }
 
 template class SerialArray<TerrainPost>;

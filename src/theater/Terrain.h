@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/StagedFile.h"
+#include "platform/SystemFile.h"
+#include "platform/ZeroPages.h"
 #include "theater/TerrainPost.h"
 
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string>
 
@@ -37,17 +37,15 @@ public:
     const Value& operator()(int64_t index) const;
     // All values in order of their indices, for loops that stay inside by themselves:
     // element 0 is index 1.
-    std::span<Value> Values() { return {values_.get(), Size()}; }
-    std::span<const Value> Values() const { return {values_.get(), Size()}; }
+    std::span<Value> Values() { return {First(), Size()}; }
+    std::span<const Value> Values() const { return {First(), Size()}; }
 
 private:
-    struct Free {
-        void operator()(Value* values) const;
-    };
     size_t Size() const { return static_cast<size_t>(upperBound_); }
     void RequireInside(int64_t index) const;
+    Value* First() const { return static_cast<Value*>(pages_.Data()); }
 
-    std::unique_ptr<Value, Free> values_;
+    ZeroPages pages_;
     int32_t upperBound_ = 0;
 };
 

@@ -8,6 +8,7 @@
 #include "platform/StagedFile.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
 
@@ -23,9 +24,11 @@ size_t FirstPostOf(int32_t segX, int32_t segY, int32_t width) {
 }
 
 void WriteBlock(StagedFile& file, const TerrainPost* first, int32_t width) {
-    for (int32_t row = 0; row < SegmentSide; ++row)
-        file.Write(std::as_bytes(std::span(
-            first + static_cast<size_t>(row) * static_cast<size_t>(width), SegmentSide)));
+    std::array<TerrainPost, PostsPerSegment> block;
+    for (size_t row = 0; row < SegmentSide; ++row)
+        std::memcpy(&block[row * SegmentSide], first + row * static_cast<size_t>(width),
+                    RowBytes);
+    file.Write(std::as_bytes(std::span(block)));
 }
 
 } // namespace

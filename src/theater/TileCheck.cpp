@@ -5,7 +5,9 @@
 #include "platform/RuntimeError.h"
 #include "theater/TerrainStore.h"
 
+#include <algorithm>
 #include <fstream>
+#include <span>
 
 namespace vardenix {
 
@@ -26,6 +28,45 @@ constexpr const char* Dashes = "-----------------------------------";
                            std::to_string(tile) + "; expected 0 or more");
 }
 
+// How many posts have each number below `numbers`; the last element counts all other
+// posts. Four tables take turns: a land is full of runs of one number, and adding again
+// to what was just added to would wait for it.
+std::vector<int32_t> CountNumbers(std::span<const TerrainPost> posts, size_t numbers) {
+    constexpr size_t Tables = 4;
+    const size_t width = numbers + 1;
+    std::vector<int32_t> counts(width * Tables, 0);
+    const auto count = [&counts, numbers](const TerrainPost& post, size_t table) {
+        const size_t number = static_cast<uint32_t>(post.TileOffset);
+        ++counts[table + std::min(number, numbers)];
+    };
+    size_t i = 0;
+    for (; i + Tables <= posts.size(); i += Tables)
+        for (size_t table = 0; table < Tables; ++table)
+            count(posts[i + table], table * width);
+    for (; i < posts.size(); ++i)
+        count(posts[i], 0);
+    for (size_t number = 0; number < width; ++number)
+        for (size_t table = 1; table < Tables; ++table)
+            counts[number] += counts[table * width + number];
+    counts.resize(width);
+    return counts;
+}
+
+std::vector<int32_t> SerialsOfUnknown(const Terrain& terrain, const TileLookup& lookup) {
+    std::vector<int32_t> serials;
+    int32_t serial = 0;
+    for (const TerrainPost& post : terrain.LxArr.Values()) {
+        ++serial;
+        const int32_t tile = post.TileOffset;
+        if (tile < 0)
+            RefuseNegative(terrain, serial, tile);
+        if (static_cast<size_t>(tile) >= lookup.size() ||
+            lookup[static_cast<size_t>(tile)].Terrain == -1)
+            serials.push_back(serial);
+    }
+    return serials;
+}
+
 // Error_out.txt only grows: earlier reports stay.
 void AppendText(const std::string& path, const std::string& text) {
     std::ofstream file(RealPath(path), std::ios::binary | std::ios::app);
@@ -37,37 +78,16 @@ void AppendText(const std::string& path, const std::string& text) {
 } // namespace
 
 std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup) {
-    for (TileInfo& tile : lookup)
-        tile.UseCount = 0;
-    // Counted in a table of its own: the records of TileLookup are too wide to be walked
-    // through once a post.
-    std::vector<int32_t> uses(lookup.size(), 0);
-    std::vector<bool> empty(lookup.size());
-    for (size_t number = 0; number < lookup.size(); ++number)
-        empty[number] = lookup[number].Terrain == -1;
-
-    std::vector<int32_t> unknown;
-    int32_t serial = 0;
-    int32_t negative = 0;
-    for (const TerrainPost& post : terrain.LxArr.Values()) {
-        ++serial;
-        const auto number = static_cast<size_t>(post.TileOffset);
-        if (number < uses.size()) {
-            ++uses[number];
-            if (empty[number])
-                unknown.push_back(serial);
-        } else if (post.TileOffset < 0) {
-            negative = serial;
-            break;
-        } else {
-            unknown.push_back(serial);
-        }
-    }
-    for (size_t number = 0; number < lookup.size(); ++number)
+    const size_t numbers = lookup.size();
+    const auto posts = terrain.LxArr.Values();
+    const std::vector<int32_t> uses = CountNumbers(posts, numbers);
+    bool known = uses[numbers] == 0;
+    for (size_t number = 0; number < numbers; ++number) {
         lookup[number].UseCount = uses[number];
-    if (negative != 0)
-        RefuseNegative(terrain, negative, terrain.LxArr(negative).TileOffset);
-    return unknown;
+        known = known && (uses[number] == 0 || lookup[number].Terrain != -1);
+    }
+    // Nearly every theater ends here.
+    return known ? std::vector<int32_t>{} : SerialsOfUnknown(terrain, lookup);
 }
 
 std::string UnknownTilesReport(const Terrain& terrain,

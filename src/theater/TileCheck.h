@@ -14,7 +14,7 @@ namespace vardenix {
 // Counts the posts that use each tile number into UseCount, from 0 on every element, the
 // empty slots too. Returns the serials, in order, of the posts whose number has no tile:
 // a number above the table is listed and not counted, an empty slot's is both. A negative
-// number ends in error 9 that names the post, with the counts as far as they got.
+// number ends in error 9 that names the post.
 std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup);
 
 // The lines that are appended to Error_out.txt for those serials, each with its CR LF; X
