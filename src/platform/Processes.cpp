@@ -46,17 +46,14 @@ void Spawn(std::vector<std::string> arguments, const std::string& shown) {
 } // namespace
 
 void SystemProcesses::Start(const std::string& commandLine) {
-    Spawn({"/bin/sh", "-c", "(eval \"$1\") </dev/null >/dev/null 2>&1 &", "sh",
-           commandLine},
-          commandLine);
+    static const std::string detached = "(eval \"$1\") </dev/null >/dev/null 2>&1 &";
+    Spawn({"/bin/sh", "-c", detached, "sh", commandLine}, commandLine);
 }
 
 void SystemProcesses::Open(const std::string& address) {
-    Spawn({"/bin/sh", "-c",
-           "command -v xdg-open >/dev/null || exit 1; "
-           "xdg-open \"$1\" </dev/null >/dev/null 2>&1 &",
-           "sh", address},
-          address);
+    static const std::string opener = "type xdg-open >/dev/null || exit 1; xdg-open "
+                                      "\"$1\" </dev/null >/dev/null 2>&1 &";
+    Spawn({"/bin/sh", "-c", opener, "sh", address}, address);
 }
 
 void SystemProcesses::Sleep(int milliseconds) {

@@ -19,7 +19,7 @@ struct ParsedLine {
 };
 
 ParsedLine ParseLine(std::string_view line) {
-    line = TrimBlanks(line);
+    line = TrimBlanks(line.substr(0, line.find('\0')));
     if (line.empty() || line.front() == ';')
         return {};
     if (line.front() == '[')

@@ -17,7 +17,8 @@ constexpr size_t ProfileValueBytes = 750;
 // name only the first counts, and in it the first line of a key. Blanks round names and
 // values do not count, nor does one pair of quotes, single or double, round a value.
 // Lines that begin with ";", that have no "=", or that stand before the first section are
-// passed over. Any bytes are accepted; memory stays within a small multiple of them.
+// passed over, and so is the rest of a line behind a NUL. Any bytes are accepted; memory
+// stays within a small multiple of them.
 class ProfileFile {
 public:
     explicit ProfileFile(std::string bytes);

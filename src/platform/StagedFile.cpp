@@ -35,14 +35,13 @@ fs::path StagedNameOf(const fs::path& target) {
     return RealPath(TextOfPath(target) + "x");
 }
 
-// The place of a staged file whose save is to be finished. A file that was never there before
-// has no name on the disk yet but that of its staged file.
+// The place of a staged file whose save is to be finished. A file that was never there
+// before has no name on the disk yet but that of its staged file.
 fs::path PlaceOf(const fs::path& staged, const fs::path& target) {
     std::error_code error;
     if (fs::exists(target, error))
         return target;
-    const std::string name = staged.native();
-    return name.substr(0, name.size() - 1);
+    return staged.native().substr(0, staged.native().size() - 1);
 }
 
 // A rename is on the disk only when its folder is.

@@ -5,6 +5,7 @@
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextLines.h"
+#include "platform/Windows1252.h"
 
 #include <algorithm>
 #include <array>
@@ -83,10 +84,12 @@ Discovery Discover(const Registry& registry) {
     const std::string listPath = found.FalconBaseDir + "theater.lst";
     std::vector<TheaterInfo> theaters = ReadTheaterList(ReadText(listPath), listPath);
     for (TheaterInfo& theater : theaters)
-        ReadDescription(ReadText(found.FalconBaseDir + theater.TdfFile), theater);
+        ReadDescription(ReadText(found.FalconBaseDir + Utf8FromBytes(theater.TdfFile)),
+                        theater);
     for (TheaterInfo& theater : theaters) {
-        const FileBytes map = ReadWholeFile(found.FalconBaseDir + theater.TerrainDir +
-                                            "\\terrain\\theater.map");
+        const FileBytes map =
+            ReadWholeFile(found.FalconBaseDir + Utf8FromBytes(theater.TerrainDir) +
+                          "\\terrain\\theater.map");
         theater.WidthText = ReadTheaterWidth(map.Span());
         found.TheaterList.push_back(std::move(theater));
     }
@@ -110,7 +113,7 @@ std::vector<TheaterInfo> ReadTheaterList(std::string_view text, const std::strin
         std::string file = NormalizeSlashes(line);
         if (LeadsOutside(file))
             throw RuntimeError(ErrorNumber::BadFileName,
-                               path + ": the line \"" + std::string(line) +
+                               path + ": the line \"" + Utf8FromBytes(line) +
                                    "\" leads outside the folder of the game");
         theaters.emplace_back().TdfFile = std::move(file);
     });

@@ -11,7 +11,8 @@
 
 namespace vardenix {
 
-// A theater of an installed game. Texts are the bytes of the files, Windows-1252.
+// A theater of an installed game. Texts are the bytes of the files, Windows-1252; they
+// become UTF-8 where they name a file.
 struct TheaterInfo {
     std::string Name;
     std::string TdfFile; // of the description, below FalconBaseDir

@@ -52,7 +52,7 @@ ScriptedDialogs::Expected ScriptedDialogs::Take(Kind kind, const std::string& ti
         ADD_FAILURE() << "a dialog that nobody told of: " << title << " / " << text;
         throw RuntimeError(ErrorNumber::Cancelled);
     }
-    const Expected next = expected_.front();
+    Expected next = expected_.front();
     expected_.pop_front();
     if (next.What == Kind::Cancel)
         throw RuntimeError(ErrorNumber::Cancelled);

@@ -91,8 +91,10 @@ public:
 
     // From 1.
     int FilterIndex() const {
+        // With or without the patterns, as the dialog in use has it.
+        const QString chosen = selectedNameFilter();
         for (qsizetype i = 0; i < filters_.size(); ++i)
-            if (filters_[i].ToolkitText() == selectedNameFilter())
+            if (chosen == filters_[i].ToolkitText() || chosen == filters_[i].Description)
                 return static_cast<int>(i) + 1;
         return 1;
     }

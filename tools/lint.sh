@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# lint.sh [BUILD]: formatting, the rules of the house, and clang-tidy over the compile commands of
+# BUILD (build/tests when none is named). Prints what it finds; exit 1 when it finds anything.
+set -uo pipefail
+cd "$(dirname "$0")/.."
+build=${1:-build/tests}
+faults=0
+
+fault() {
+  echo "lint: $1"
+  faults=$((faults + 1))
+}
+
+mapfile -t sources < <(git ls-files '*.cpp' '*.h')
+
+clang-format --dry-run -Werror "${sources[@]}" || fault "run clang-format -i on the files above"
+
+# Includes name the folder, and only windows and the program itself know the toolkit.
+if grep -nE '#include "\.\./' "${sources[@]}"; then
+  fault "an include goes through .."
+fi
+if git ls-files 'src/*.cpp' 'src/*.h' | grep -vE '^src/(app|[a-z]+/windows)/' |
+    xargs grep -nE '#include <Q'; then
+  fault "the toolkit is included outside windows"
+fi
+# Windows are apart: none includes another's header.
+for folder in src/*/windows; do
+  [ -d "$folder" ] || continue
+  for file in "$folder"/[Ff]rm*.cpp "$folder"/[Ff]rm*.h; do
+    [ -e "$file" ] || continue
+    own=$(basename "${file%.*}")
+    if grep -nE '#include "[a-z]+/windows/[Ff]rm' "$file" | grep -v "/$own.h\""; then
+      fault "$file includes another window"
+    fi
+  done
+done
+for file in "${sources[@]}"; do
+  lines=$(wc -l <"$file")
+  [ "$lines" -le 600 ] || fault "$file has $lines lines"
+done
+if git ls-files 'tests/*.cpp' | xargs grep -nE '\b(u?sleep(_for)? *\(|DISABLED_|GTEST_SKIP)'; then
+  fault "a test sleeps or is skipped"
+fi
+
+# check_with CHECKS PATTERN...: clang-tidy over the files of the build that match.
+check_with() {
+  local checks=$1 known=() file
+  shift
+  while read -r file; do
+    if grep -q "/$file\"" "$build/compile_commands.json"; then known+=("$file"); fi
+  done < <(git ls-files "$@")
+  printf '%s\n' "${known[@]}" |
+    xargs -P 2 -n 4 clang-tidy -p "$build" --quiet --checks="$checks" 2>/dev/null
+}
+check_with '' 'src/*.cpp' 'tools/*.cpp' || fault "clang-tidy found the above"
+# The analyzer takes minutes for the macros of a test and finds nothing there.
+check_with '-clang-analyzer-*' 'tests/*.cpp' 'fuzz/*.cpp' 'bench/*.cpp' ||
+  fault "clang-tidy found the above"
+
+[ "$faults" -eq 0 ] && echo "lint: ${#sources[@]} files, nothing to say"
+exit $((faults > 0))

@@ -1,0 +1,38 @@
+# Sourced by run.sh and test.sh: the Debian packages that each needs, and their installing.
+# shellcheck shell=bash
+
+build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libfreeimage-dev libsquish-dev
+                libssl-dev uuid-dev 7zip libcli11-dev nlohmann-json3-dev)
+run_packages=(fonts-liberation libgl1-mesa-dri)
+test_packages=(libgtest-dev libbenchmark-dev xvfb xdotool openbox imagemagick x11-utils
+               clang-format clang-tidy python3)
+
+# Installs those of the packages named that are missing; quick when none is.
+need_packages() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] ||
+      missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  echo "Installing ${missing[*]} ..."
+  local as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" apt-get update -qq >/dev/null
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# configure_and_build PRESET TARGET...: quiet unless something goes wrong. No target is all.
+configure_and_build() {
+  local preset=$1 log=build/$1.log
+  shift
+  mkdir -p build
+  if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
+  if ! { cmake --preset "$preset" && cmake --build "build/$preset" --target "${@:-all}"; } \
+      >"$log" 2>&1; then
+    grep -E 'error|Error|FAILED' "$log" | head -40 >&2 || true
+    echo "The build failed; the whole log is in $log" >&2
+    return 1
+  fi
+}
