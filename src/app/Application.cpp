@@ -19,7 +19,8 @@ int Application::Run() {
     if (!Begin())
         return 1;
     // From inside the loop, so that an early end and every error find it running.
-    QTimer::singleShot(0, &barrier_, [this] { ShowStartUp(); });
+    QTimer::singleShot(0, &barrier_,
+                       [this] { barrier_.Guard([this] { ShowStartUp(); }); });
     return QApplication::exec();
 }
 
@@ -40,8 +41,7 @@ bool Application::Begin() {
 
 void Application::ShowStartUp() {
     frmStartUp_ = std::make_unique<FrmStartUp>(state_, *platform_, log_, *this);
-    QObject::connect(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_,
-                     [this] { End(); });
+    OnSignal(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_, [this] { End(); });
     frmStartUp_->Form_Load();
     frmStartUp_->show();
 }
@@ -49,8 +49,8 @@ void Application::ShowStartUp() {
 void Application::PreviewChanged() {
     if (!frmVXTheaterPreview_) {
         frmVXTheaterPreview_ = std::make_unique<FrmVXTheaterPreview>(state_, dialogs_);
-        QObject::connect(frmVXTheaterPreview_.get(), &FrmVXTheaterPreview::CloseBoxUsed,
-                         &barrier_, [this] { End(); });
+        OnSignal(frmVXTheaterPreview_.get(), &FrmVXTheaterPreview::CloseBoxUsed,
+                 &barrier_, [this] { End(); });
     }
     frmVXTheaterPreview_->PreviewChanged();
 }

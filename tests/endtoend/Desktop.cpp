@@ -102,10 +102,11 @@ bool WaitFor(const std::function<bool()>& condition) {
 Desktop::Desktop(std::string folder) : folder_(std::move(folder)) {
     // The server picks a free number and writes it down when it is ready.
     const std::string number = folder_ + "/display";
-    server_ = Child({"sh", "-c",
-                     "exec Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3>" +
-                         Quoted(number)},
-                    {}, folder_ + "/Xvfb.log");
+    server_ =
+        Child({"sh", "-c",
+               "exec Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp 3>" +
+                   Quoted(number)},
+              {}, folder_ + "/Xvfb.log");
     const bool up = WaitFor([&] {
         std::ifstream file(number);
         std::string line;

@@ -1,6 +1,7 @@
 #include "workspace/windows/FrmVXTheaterPreview.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/StagedFile.h"
 #include "support/TestFolder.h"
 #include "windows/WindowTest.h"
 
@@ -100,12 +101,22 @@ TEST_F(FrmVXTheaterPreviewTest, CancellingTheSaveIsSilent) {
     EXPECT_TRUE(dialogs_.AllAnswered());
 }
 
-TEST_F(FrmVXTheaterPreviewTest, ASaveThatFailsLeavesWhatWasThere) {
+TEST_F(FrmVXTheaterPreviewTest, ASaveThatFailsIsToldAndLeavesWhatWasThere) {
     const tests::TestFolder folder;
     folder.Write("old.bmp/inside", "x"); // a folder in the file's place
     Show(512);
     dialogs_.ExpectSave("", folder.File("old.bmp"));
-    EXPECT_THROW(window_.findChild<QPushButton*>("Command1")->click(), RuntimeError);
+    std::string told;
+    try {
+        StagedFile file(folder.File("old.bmp"));
+        file.Commit();
+    } catch (const RuntimeError& error) {
+        told = ReportText(error);
+    }
+    tests::BarrierAnswers answers;
+    answers.ExpectBox("Vardenix", told, BoxAnswer::Continue);
+    QTest::mouseClick(&Find<QPushButton>(window_, "Command1"), Qt::LeftButton);
+    EXPECT_TRUE(answers.AllAnswered());
     EXPECT_EQ(folder.Names(), "old.bmp");
 }
 

@@ -136,6 +136,19 @@ TEST(QtDialogsOpen, BeginsAtTheInitialFile) {
     });
 }
 
+TEST(QtDialogsOpen, BeginsWhereTheLastOneEnded) {
+    const TestFolder folder;
+    const std::string file = folder.Write("terrain/Theater.L2", "x");
+    QtDialogs dialogs;
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) { TypeName(dialog, file); });
+    dialogs.OpenFile({"Open", "L2|*.l2"});
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().path().toStdString(), folder.File("terrain"));
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.Folder("Select the DDS folder."), std::nullopt);
+}
+
 TEST(QtDialogsOpen, CancellingIsError32755) {
     const auto reject = [](QFileDialog& dialog) { dialog.reject(); };
     WhenModal<QFileDialog>(reject);

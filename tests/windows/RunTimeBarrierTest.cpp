@@ -16,7 +16,7 @@ using tests::BarrierAnswers;
 class Window : public QWidget {
 public:
     explicit Window(std::function<void()> work) : button_(this) {
-        connect(&button_, &QPushButton::clicked, this, std::move(work));
+        OnSignal(&button_, &QAbstractButton::clicked, this, std::move(work));
         show();
     }
     void Click() { QTest::mouseClick(&button_, Qt::LeftButton); }
@@ -103,11 +103,28 @@ TEST_F(RunTimeBarrierTest, OneBoxAtATime) {
     EXPECT_TRUE(answers_.AllAnswered());
 }
 
-TEST_F(RunTimeBarrierTest, ATimerIsBehindTheBarrierToo) {
+TEST_F(RunTimeBarrierTest, HandlersOfEventsAreBehindTheBarrierToo) {
+    class Failing : public QObject {
+        bool event(QEvent*) override { throw RuntimeError(ErrorNumber::Overflow); }
+    };
+    Failing failing;
     answers_.ExpectBox("Vardenix", "Run-time error '6':\n\nOverflow",
                        BoxAnswer::Continue);
-    QTimer::singleShot(0, [] { throw RuntimeError(ErrorNumber::Overflow); });
-    EXPECT_TRUE(QTest::qWaitFor([this] { return answers_.AllAnswered(); }));
+    QCoreApplication::postEvent(&failing, new QEvent(QEvent::User));
+    QCoreApplication::sendPostedEvents(&failing, QEvent::User);
+    EXPECT_TRUE(answers_.AllAnswered());
+}
+
+TEST_F(RunTimeBarrierTest, ASignalsArgumentsArriveWhereTheyAreWanted) {
+    QPushButton button;
+    button.setCheckable(true);
+    bool seen = false;
+    int calls = 0;
+    OnSignal(&button, &QAbstractButton::toggled, &button, [&](bool on) { seen = on; });
+    OnSignal(&button, &QAbstractButton::toggled, &button, [&] { ++calls; });
+    button.click();
+    EXPECT_TRUE(seen);
+    EXPECT_EQ(calls, 1);
 }
 
 } // namespace
