@@ -2,7 +2,9 @@
 
 #include "theater/Configuration.h"
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace vardenix {
 

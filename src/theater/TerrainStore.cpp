@@ -67,6 +67,21 @@ int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO) {
     return static_cast<int32_t>(width);
 }
 
+PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte> fileO,
+                    int32_t width, const std::string& pathO,
+                    const std::function<void(int32_t, int32_t)>& afterRow) {
+    PostArray posts(int64_t{width} * width);
+    const int32_t segments = width / SegmentSide;
+    BinaryReader offsets(fileO, pathO);
+    for (int32_t segY = 1; segY <= segments; ++segY) {
+        for (int32_t segX = 1; segX <= segments; ++segX)
+            ReadBlock(fileL, offsets.Int32(),
+                      &posts.Values()[FirstPostOf(segX, segY, width)], width);
+        afterRow(segY, segments);
+    }
+    return posts;
+}
+
 void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
     progress.SetBar(0);
     progress.SetText("Loading L2 File...");
@@ -77,18 +92,12 @@ void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
 
     const int32_t width = WidthFromOffsetFile(fileO.size(), terrain.OFilename);
     log.WriteLog("MapWidth is " + std::to_string(width));
-    PostArray posts(int64_t{width} * width);
-    log.WriteLog("Redimed LxArr, 1 to " + std::to_string(posts.UpperBound()));
-
-    const int32_t segments = width / SegmentSide;
-    BinaryReader offsets(fileO.Span(), terrain.OFilename);
-    for (int32_t segY = 1; segY <= segments; ++segY) {
-        for (int32_t segX = 1; segX <= segments; ++segX)
-            ReadBlock(fileL.Span(), offsets.Int32(),
-                      &posts.Values()[FirstPostOf(segX, segY, width)], width);
-        progress.SetBar(Percent(segY, segments));
-        progress.LetEventsThrough();
-    }
+    log.WriteLog("Redimed LxArr, 1 to " + std::to_string(int64_t{width} * width));
+    PostArray posts = ReadPosts(fileL.Span(), fileO.Span(), width, terrain.OFilename,
+                                [&progress](int32_t row, int32_t rows) {
+                                    progress.SetBar(Percent(row, rows));
+                                    progress.LetEventsThrough();
+                                });
     terrain.MapWidth = width;
     terrain.LxArr = std::move(posts);
 

@@ -5,6 +5,7 @@
 #include "theater/Terrain.h"
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -25,6 +26,14 @@ PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t width);
 // times 16, rounded half to even. Error 62 for an empty file, error 7 beyond
 // MaxGridWidth.
 int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO);
+
+// The posts of a level `width` posts a side, from the bytes of its two files. Whole
+// segments only are read: a width of 33 posts has two segments a side. Posts that the L
+// file does not hold stay zero. Error 62 when the O file has too few entries, 7 when
+// memory lacks. `afterRow(row, rows)` is called once per row of segments.
+PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte> fileO,
+                    int32_t width, const std::string& pathO,
+                    const std::function<void(int32_t, int32_t)>& afterRow);
 
 // Reads LFilename and OFilename into MapWidth and LxArr, after mending what an
 // interrupted save may have left. The width comes from the O file alone. Posts that the L

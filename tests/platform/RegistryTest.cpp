@@ -9,6 +9,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
+#include <string>
 
 namespace fs = std::filesystem;
 
@@ -190,18 +192,42 @@ TEST(WineRegistry, SurvivesCutAndBrokenLines) {
     EXPECT_EQ(WineRegistryText(std::string(3, '\0'), "a", "k"), "");
 }
 
-TEST(UsersWinePrefix, HonoursWineprefix) {
-    const char* old = std::getenv("WINEPREFIX");
-    const std::string oldText = old != nullptr ? old : "";
-    setenv("WINEPREFIX", "/games/my prefix", 1);
-    EXPECT_EQ(UsersWinePrefix(), "/games/my prefix");
-    setenv("WINEPREFIX", "", 1);
-    setenv("HOME", "/home/the maker", 1);
+// Sets an environment variable, or takes it away, until it goes.
+class Environment {
+public:
+    Environment(const char* name, const char* value) : name_(name) {
+        if (const char* old = std::getenv(name))
+            old_ = old;
+        Put(value);
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+    ~Environment() { Put(old_ ? old_->c_str() : nullptr); }
+
+private:
+    void Put(const char* value) const {
+        if (value != nullptr)
+            setenv(name_, value, 1);
+        else
+            unsetenv(name_);
+    }
+
+    const char* name_;
+    std::optional<std::string> old_;
+};
+
+TEST(UsersWinePrefix, IsTheOneThatTheUserNamesElseTheOneAtHome) {
+    const Environment home("HOME", "/home/the maker");
+    {
+        const Environment named("WINEPREFIX", "/games/my prefix");
+        EXPECT_EQ(UsersWinePrefix(), "/games/my prefix");
+    }
+    const Environment empty("WINEPREFIX", "");
     EXPECT_EQ(UsersWinePrefix(), "/home/the maker/.wine");
-    if (old != nullptr)
-        setenv("WINEPREFIX", oldText.c_str(), 1);
-    else
-        unsetenv("WINEPREFIX");
+    const Environment unnamed("WINEPREFIX", nullptr);
+    EXPECT_EQ(UsersWinePrefix(), "/home/the maker/.wine");
+    const Environment homeless("HOME", nullptr);
+    EXPECT_EQ(UsersWinePrefix(), "");
 }
 
 } // namespace

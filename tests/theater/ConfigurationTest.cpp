@@ -269,7 +269,8 @@ TEST(Configuration, AnAbsurdListNumberTakesNoMemory) {
 TEST(Configuration, TenMegabytesOfGarbageReadAsNothing) {
     const TestFolder folder;
     std::mt19937 random(3);
-    std::string bytes(10'000'000, '\0');
+    std::string bytes;
+    bytes.resize(10'000'000);
     for (char& c : bytes)
         c = static_cast<char>(random() & 0xFF);
     folder.Write("VX.ini", bytes);

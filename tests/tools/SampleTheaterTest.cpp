@@ -1,5 +1,6 @@
 #include "make_sample_theater/SampleTheater.h"
 
+#include "make_sample_theater/World.h"
 #include "platform/RuntimeError.h"
 
 #include <FreeImage.h>
@@ -354,11 +355,35 @@ TEST_F(SampleTheater, NeverOverwritesATheaterUnasked) {
     EXPECT_EQ(ReadAll(Terrain("theater.L2")), before);
 }
 
-TEST_F(SampleTheater, FindsATileForEveryPostWhateverTheSeed) {
-    const fs::path out = NewFolder("c");
-    for (uint32_t seed = 20; seed < 24; ++seed)
-        EXPECT_NO_THROW(Make(out, seed, true)) << seed;
-    fs::remove_all(out);
+TEST(SampleLand, FindsATileForEveryPostWhateverTheSeed) {
+    const Catalogue catalogue;
+    for (uint32_t seed = 20; seed < 50; ++seed) {
+        World world(MakeLandscape(128, seed));
+        DigRivers(world, seed);
+        FoundTowns(world, seed);
+        LayRoads(world, seed);
+        BuildAirfields(world);
+        EXPECT_NO_THROW(ChooseTiles(world, catalogue, seed)) << seed;
+    }
+}
+
+TEST(SampleLand, HasTownsWithRoadsAndBridgesOverItsRivers) {
+    World world(MakeLandscape(256, 3));
+    DigRivers(world, 3);
+    FoundTowns(world, 3);
+    LayRoads(world, 3);
+    BuildAirfields(world);
+    EXPECT_GE(world.Towns.size(), 5u);
+    EXPECT_GE(world.RiverCourses.size(), 5u);
+    EXPECT_GE(world.RoadCourses.size(), 5u);
+    EXPECT_GE(world.RailCourses.size(), 1u);
+    EXPECT_GE(world.Airfields.size(), 1u);
+    int bridges = 0;
+    for (int y = 0; y < 256; ++y) {
+        for (int x = 0; x < 256; ++x)
+            bridges += world.Rivers.At(x, y) && world.Roads.At(x, y);
+    }
+    EXPECT_GE(bridges, 1);
 }
 
 int ExitCodeOf(const std::string& arguments) {

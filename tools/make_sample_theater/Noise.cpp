@@ -18,13 +18,14 @@ uint32_t Stir(uint32_t h) {
 double Fade(double t) { return t * t * t * (t * (t * 6 - 15) + 10); }
 
 // Eight directions are enough for gradients and need no trigonometry.
-double Slope(uint32_t hash, double dx, double dy) {
+double Slope(std::size_t direction, double dx, double dy) {
     constexpr double d = 0.70710678;
     constexpr std::array<double, 8> xs = {1, d, 0, -d, -1, -d, 0, d};
     constexpr std::array<double, 8> ys = {0, d, 1, d, 0, -d, -1, -d};
-    const auto i = static_cast<std::size_t>(hash >> 29);
-    return xs[i] * dx + ys[i] * dy;
+    return xs[direction] * dx + ys[direction] * dy;
 }
+
+std::size_t Direction(uint32_t hash) { return hash >> 29; }
 
 template <class Corner>
 double Gradient(double x, double y, Corner corner) {
@@ -63,7 +64,8 @@ double Chance(uint32_t a, uint32_t b, uint32_t c, uint32_t d) {
 
 double PlaneNoise(double x, double y, uint32_t seed) {
     return Gradient(x, y, [seed](int cx, int cy) {
-        return Hash(static_cast<uint32_t>(cx), static_cast<uint32_t>(cy), seed);
+        return Direction(
+            Hash(static_cast<uint32_t>(cx), static_cast<uint32_t>(cy), seed));
     });
 }
 
@@ -94,20 +96,24 @@ double Ridges(double x, double y, int octaves, uint32_t seed) {
     return sum;
 }
 
-double TileNoise(double u, double v, int cells, uint32_t seed) {
-    return Gradient(u * cells, v * cells, [seed, cells](int cx, int cy) {
-        const auto wrap = [cells](int c) {
-            return static_cast<uint32_t>(((c % cells) + cells) % cells);
-        };
-        return Hash(wrap(cx), wrap(cy), seed, static_cast<uint32_t>(cells));
+TileNoise::TileNoise(int cells, uint32_t seed) : cells_(cells) {
+    for (int y = 0; y <= cells; ++y) {
+        for (int x = 0; x <= cells; ++x)
+            directions_.push_back(static_cast<uint8_t>(Direction(
+                Hash(static_cast<uint32_t>(x % cells), static_cast<uint32_t>(y % cells),
+                     seed, static_cast<uint32_t>(cells)))));
+    }
+}
+
+double TileNoise::At(double u, double v) const {
+    u -= std::floor(u);
+    v -= std::floor(v);
+    const int across = cells_ + 1;
+    return Gradient(u * cells_, v * cells_, [this, across](int x, int y) {
+        // Rounding may lift u * cells to the whole number above.
+        return static_cast<std::size_t>(
+            directions_[static_cast<std::size_t>(y % across * across + x % across)]);
     });
 }
-
-double SmoothStep(double from, double to, double x) {
-    const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
-    return t * t * (3 - 2 * t);
-}
-
-double Mix(double a, double b, double share) { return a + (b - a) * share; }
 
 } // namespace vardenix::sample

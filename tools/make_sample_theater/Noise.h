@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <vector>
 
 namespace vardenix::sample {
 
@@ -21,10 +23,23 @@ double Fractal(double x, double y, int octaves, uint32_t seed);
 double Ridges(double x, double y, int octaves, uint32_t seed);
 
 // Smooth noise of a tile that repeats after u = 1 and v = 1, with `cells` features a
-// side.
-double TileNoise(double u, double v, int cells, uint32_t seed);
+// side. The slopes at its grid are drawn once, since a picture asks for every pixel.
+class TileNoise {
+public:
+    TileNoise(int cells, uint32_t seed);
+    double At(double u, double v) const;
 
-double SmoothStep(double from, double to, double x);
-double Mix(double a, double b, double share);
+private:
+    int cells_;
+    std::vector<uint8_t>
+        directions_; // (cells + 1) squared, the last row and column repeated
+};
+
+inline double Mix(double a, double b, double share) { return a + (b - a) * share; }
+
+inline double SmoothStep(double from, double to, double x) {
+    const double t = std::clamp((x - from) / (to - from), 0.0, 1.0);
+    return t * t * (3 - 2 * t);
+}
 
 } // namespace vardenix::sample

@@ -128,11 +128,17 @@ void MakeSampleTheater(const SampleOptions& options,
                 " posts a side cannot be; it must be a multiple of 16 up to 2048",
             "");
     const std::filesystem::path theater = options.Out / "terrdata" / TheaterFolder;
-    if (!options.Force && std::filesystem::exists(options.Out / "theater.lst"))
+    if (!options.Force && std::filesystem::exists(options.Out / "theater.lst")) {
+        if (!options.Registry.empty()) {
+            WriteRegistry(options);
+            say("The theater was there already and stays as it is");
+            return;
+        }
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            options.Out.string() +
                                " holds a theater already; --force writes over it",
                            "");
+    }
     const std::filesystem::path pictures = theater / "texture" / "texture";
     for (const auto& folder : {theater / "terrain", pictures, theater / "features"})
         MakeFolder(folder);

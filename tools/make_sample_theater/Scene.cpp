@@ -8,6 +8,8 @@
 namespace vardenix::sample {
 namespace {
 
+constexpr std::size_t Channels = 128;
+
 uint32_t SeedOf(const Tile& tile) {
     const TileLook& look = tile.Look;
     const uint32_t grounds = static_cast<uint32_t>(look.Low) * 16 +
@@ -21,7 +23,17 @@ uint32_t SeedOf(const Tile& tile) {
 
 } // namespace
 
-Scene::Scene(const Tile& tile) : tile_(tile), ways_(WaysOf(tile)), seed_(SeedOf(tile)) {}
+Scene::Scene(const Tile& tile)
+    : tile_(tile), ways_(WaysOf(tile)), seed_(SeedOf(tile)), own_(Channels),
+      common_(Channels) {}
+
+const TileNoise& Scene::NoiseOf(std::vector<std::optional<TileNoise>>& made, int cells,
+                                uint32_t channel, uint32_t seed) const {
+    std::optional<TileNoise>& noise = made.at(channel);
+    if (!noise)
+        noise.emplace(cells, seed);
+    return *noise;
+}
 
 double Scene::Noise(Place place, int cells, uint32_t channel) const {
     const double inward =
@@ -29,10 +41,13 @@ double Scene::Noise(Place place, int cells, uint32_t channel) const {
     const double own = SmoothStep(0.0, 0.2, inward);
     double noise = 0;
     if (own < 1)
-        noise += (1 - own) * TileNoise(place.U, place.V, cells, Hash(channel, 1));
+        noise +=
+            (1 - own) *
+            NoiseOf(common_, cells, channel, channel * 2654435761U).At(place.U, place.V);
     if (own > 0)
-        noise += own * TileNoise(place.U, place.V, cells, Hash(channel, 2, seed_));
-    return noise / std::sqrt(own * own + (1 - own) * (1 - own));
+        noise += own * NoiseOf(own_, cells, channel, seed_ + channel * 2654435761U)
+                           .At(place.U, place.V);
+    return own >= 1 ? noise : noise / std::sqrt(own * own + (1 - own) * (1 - own));
 }
 
 double Scene::Share(Place place) const {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "make_sample_theater/Noise.h"
 #include "make_sample_theater/Ways.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace vardenix::sample {
@@ -19,7 +21,8 @@ public:
     // Chance of this tile alone.
     uint32_t Seed() const { return seed_; }
 
-    // `channel` keeps uses of noise apart; `cells` features a side.
+    // `channel`, below 128, keeps uses of noise apart; `cells` features a side, always
+    // the same for a channel.
     double Noise(Place place, int cells, uint32_t channel) const;
 
     // How much of the High ground is here, from 0 to 1; the border runs where it is 0.5.
@@ -28,7 +31,13 @@ public:
 private:
     Tile tile_;
     std::vector<Way> ways_;
+    const TileNoise& NoiseOf(std::vector<std::optional<TileNoise>>& made, int cells,
+                             uint32_t channel, uint32_t seed) const;
+
     uint32_t seed_;
+    // By channel, made when first asked for.
+    mutable std::vector<std::optional<TileNoise>> own_;
+    mutable std::vector<std::optional<TileNoise>> common_;
 };
 
 // A place as the tiles on both sides of an edge see it: in a ring of the width `ring`

@@ -93,7 +93,7 @@ PostPlace Town::Gate(uint8_t edge) const {
 
 void FoundTowns(World& world, uint32_t seed) {
     const int posts = world.Posts();
-    const int wanted = std::clamp(posts * posts / 6000, 2, 60);
+    const int wanted = std::clamp(posts * posts / 6000, 4, 60);
     const double apart = std::clamp(posts / 11.0, 11.0, 40.0);
     for (int number = 0; number < wanted; ++number) {
         Town best;
@@ -102,7 +102,8 @@ void FoundTowns(World& world, uint32_t seed) {
             const uint32_t chance =
                 Hash(seed, attempt, static_cast<uint32_t>(number), 301);
             Town town;
-            const int size = number < 1 ? 6 : number < 3 ? 4 : number < 7 ? 3 : 2;
+            const int rank = posts < 200 ? number + 3 : number; // small maps, small towns
+            const int size = rank < 1 ? 6 : rank < 3 ? 4 : rank < 7 ? 3 : 2;
             town.Across = size + static_cast<int>(chance >> 4 & 1);
             town.Upward = size + static_cast<int>(chance >> 5 & 1);
             town.Left = static_cast<int>(Hash(chance, 1) % static_cast<uint32_t>(posts));

@@ -1,0 +1,31 @@
+// A level pair: the first two bytes say how long the O file is, the rest is O file, then
+// L file.
+#include "Require.h"
+#include "platform/RuntimeError.h"
+#include "theater/TerrainStore.h"
+
+#include <algorithm>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    using namespace vardenix;
+    if (size < 2)
+        return 0;
+    const auto bytes = std::as_bytes(std::span(data, size)).subspan(2);
+    const size_t wanted = data[0] + data[1] * size_t{256};
+    const auto fileO = bytes.first(std::min(wanted, bytes.size()));
+    const auto fileL = bytes.subspan(fileO.size());
+    try {
+        const int32_t width = WidthFromOffsetFile(fileO.size(), "o");
+        int32_t rowsSeen = 0;
+        const PostArray posts =
+            ReadPosts(fileL, fileO, width, "o", [&](int32_t, int32_t) { ++rowsSeen; });
+        Require(posts.UpperBound() == width * width);
+        Require(rowsSeen == width / SegmentSide);
+        // Every post is zero or stands in the L file, at some byte.
+        for (const TerrainPost& post : posts.Values())
+            Require(post == TerrainPost{} || fileL.size() >= sizeof post);
+    } catch (const RuntimeError& error) {
+        Require(!error.Detail().empty());
+    }
+    return 0;
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+
+namespace vardenix {
+
+// What part of the terrain the map shows, and how. Owned by app/ for the whole run; the
+// control panel sets it, the map window reads it. Posts are counted from 0 here.
+struct MapView {
+    int32_t MapLeftX = 0; // post column at the left edge, the horizontal scroll value
+    int32_t MapBottomY =
+        0;                 // post row at the bottom edge, minus the vertical scroll value
+    int16_t ZoomPosts = 1; // posts along a side of a grid cell, 1 to 20
+    int16_t GridCells = 5; // grid cells along a side of the view, 2 to 10
+    int32_t TilePixels = 128; // pixels along a side of a grid cell: 16 to 512
+
+    bool ShowGrid = false;
+    bool ShowExport = false;
+    bool ShowHeights = false;
+    bool ShowSegments = false;
+    uint32_t GridColor = 0; // colours are 0x00BBGGRR
+    uint32_t ExportColor = 0;
+    uint32_t SegmentColor = 0;
+
+    bool ApplyMAP = false;
+    bool ApplyNight = false;
+    uint8_t MapAlpha = 127; // of the MAP colour over a tile
+    double Brightness = 0;  // percent, -100 to 100
+
+    bool ShowAreasPaths = false; // master switch of the two below
+    bool ShowAreas = true;
+    bool ShowPaths = true;
+    bool AreasFilled = false;
+
+    // The corners of the region to export, in either order; -1 until chosen.
+    int32_t ExportX1 = -1;
+    int32_t ExportY1 = -1;
+    int32_t ExportX2 = -1;
+    int32_t ExportY2 = -1;
+
+    bool L0Mode = false;     // the finest elevations are edited
+    bool ScrollBusy = false; // a scroll value is being set by the program
+
+    // Posts along a side of the view.
+    int32_t ViewPosts() const { return GridCells * ZoomPosts; }
+    // Pixels along a side of a post's cell, a real number.
+    double CellSize() const { return static_cast<double>(TilePixels) / ZoomPosts; }
+    // Pixels along a side of the whole picture.
+    int32_t PictureSide() const { return GridCells * TilePixels; }
+};
+
+} // namespace vardenix
