@@ -4,8 +4,6 @@
 #include "theater/windows/FrmStartUp.h"
 #include "workspace/windows/FrmVXTheaterPreview.h"
 
-#include <QTimer>
-
 namespace vardenix {
 
 Application::Application(RunTimeBarrier& barrier, Dialogs& dialogs)
@@ -18,10 +16,9 @@ Application::~Application() = default;
 int Application::Run() {
     if (!Begin())
         return 1;
-    // From inside the loop, so that an early end and every error find it running.
-    QTimer::singleShot(0, &barrier_,
-                       [this] { barrier_.Guard([this] { ShowStartUp(); }); });
-    return QApplication::exec();
+    if (!barrier_.Guard([this] { ShowStartUp(); }))
+        End(); // there would be no window to go on with
+    return state_.Exiting ? 0 : QApplication::exec();
 }
 
 // Settings that cannot be read must not be overwritten at the end, so the program stops

@@ -94,7 +94,8 @@ bool WaitFor(const std::function<bool()>& condition) {
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline)
             return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        std::this_thread::sleep_until(std::chrono::steady_clock::now() +
+                                      std::chrono::milliseconds(20));
     }
     return true;
 }
