@@ -173,8 +173,8 @@ void FrmStartUp::ShowLoading(bool loading) {
     ui_->CmdShowTheater->setVisible(!loading);
     ui_->Command1->setVisible(!loading && ui_->Combo1->currentIndex() == 0);
     for (QWidget* control : std::initializer_list<QWidget*>{
-             ui_->CheckDebug, ui_->Combo1, ui_->chkCheckupdate, ui_->Frame1, ui_->Image1,
-             ui_->Image3})
+             ui_->CheckDebug, ui_->lblTheater, ui_->Combo1, ui_->chkCheckupdate,
+             ui_->Frame1, ui_->Image1, ui_->Image3})
         control->setEnabled(!loading);
     if (loading)
         ShowBar();
