@@ -28,8 +28,10 @@ TEST(Theme, ShipsFourteenShortSounds) {
 }
 
 TEST(Theme, PicturesAreSharpAtTwiceTheDots) {
-    for (const char* name : {":/logo.png", ":/browse.png", ":/show.png", ":/website.png"})
-        EXPECT_EQ(QIcon(name).availableSizes().size(), 2) << name;
+    for (const QString name : {":/logo", ":/heights", ":/browse", ":/show", ":/website"})
+        EXPECT_EQ(QImage(name + "@2x.png").size(), QImage(name + ".png").size() * 2)
+            << name.toStdString();
+    EXPECT_EQ(QImage(":/browse.png").size(), QSize(24, 24));
 }
 
 TEST(PictureLink, FillsAGreaterWidthWithItsRightEdge) {
