@@ -4,8 +4,6 @@
 #include "theater/windows/FrmStartUp.h"
 #include "workspace/windows/FrmVXTheaterPreview.h"
 
-#include <QTimer>
-
 namespace vardenix {
 
 Application::Application(RunTimeBarrier& barrier, Dialogs& dialogs)
@@ -18,9 +16,9 @@ Application::~Application() = default;
 int Application::Run() {
     if (!Begin())
         return 1;
-    // From inside the loop, so that an early end and every error find it running.
-    QTimer::singleShot(0, &barrier_, [this] { ShowStartUp(); });
-    return QApplication::exec();
+    if (!barrier_.Guard([this] { ShowStartUp(); }))
+        End(); // there would be no window to go on with
+    return state_.Exiting ? 0 : QApplication::exec();
 }
 
 // Settings that cannot be read must not be overwritten at the end, so the program stops
@@ -40,8 +38,7 @@ bool Application::Begin() {
 
 void Application::ShowStartUp() {
     frmStartUp_ = std::make_unique<FrmStartUp>(state_, *platform_, log_, *this);
-    QObject::connect(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_,
-                     [this] { End(); });
+    OnSignal(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_, [this] { End(); });
     frmStartUp_->Form_Load();
     frmStartUp_->show();
 }
@@ -49,8 +46,8 @@ void Application::ShowStartUp() {
 void Application::PreviewChanged() {
     if (!frmVXTheaterPreview_) {
         frmVXTheaterPreview_ = std::make_unique<FrmVXTheaterPreview>(state_, dialogs_);
-        QObject::connect(frmVXTheaterPreview_.get(), &FrmVXTheaterPreview::CloseBoxUsed,
-                         &barrier_, [this] { End(); });
+        OnSignal(frmVXTheaterPreview_.get(), &FrmVXTheaterPreview::CloseBoxUsed,
+                 &barrier_, [this] { End(); });
     }
     frmVXTheaterPreview_->PreviewChanged();
 }

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDialog>
 #include <QMessageBox>
 #include <QPushButton>
@@ -55,9 +56,11 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 [[noreturn]] void Cancel() { throw RuntimeError(ErrorNumber::Cancelled); }
 
 // Begins at the folder of `initial`, or the nearest one above it that is there.
-void BeginAt(QFileDialog& dialog, const std::string& initial) {
-    if (initial.empty())
+void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& last) {
+    if (initial.empty()) {
+        dialog.setDirectory(last);
         return;
+    }
     const bool isFolder = FolderExists(initial);
     std::string folder = isFolder ? initial : UpToLastSlash(initial);
     if (FolderExists(folder))
@@ -69,7 +72,7 @@ void BeginAt(QFileDialog& dialog, const std::string& initial) {
 
 class FileDialog : public QFileDialog {
 public:
-    explicit FileDialog(const FileQuestion& question)
+    FileDialog(const FileQuestion& question, const QString& lastFolder)
         : QFileDialog(QApplication::activeWindow()),
           filters_(ParseFilter(question.Filter)) {
         if (!question.Title.empty())
@@ -80,7 +83,7 @@ public:
             texts += filter.ToolkitText();
         if (!texts.isEmpty())
             setNameFilters(texts);
-        BeginAt(*this, question.InitialPath);
+        BeginAt(*this, question.InitialPath, lastFolder);
     }
 
     void CompleteNames() {
@@ -91,8 +94,10 @@ public:
 
     // From 1.
     int FilterIndex() const {
+        // With or without the patterns, as the dialog in use has it.
+        const QString chosen = selectedNameFilter();
         for (qsizetype i = 0; i < filters_.size(); ++i)
-            if (filters_[i].ToolkitText() == selectedNameFilter())
+            if (chosen == filters_[i].ToolkitText() || chosen == filters_[i].Description)
                 return static_cast<int>(i) + 1;
         return 1;
     }
@@ -144,18 +149,27 @@ BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& titl
     return box.clickedButton() == end ? BoxAnswer::End : BoxAnswer::Continue;
 }
 
-FileAnswer QtDialogs::OpenFile(const FileQuestion& question) {
-    FileDialog dialog(question);
-    dialog.setFileMode(QFileDialog::ExistingFile);
+bool QtDialogs::Accepted(QFileDialog& dialog) {
     if (dialog.exec() != QDialog::Accepted)
+        return false;
+    const QString picked = dialog.selectedFiles().value(0);
+    lastFolder_ =
+        dialog.fileMode() == QFileDialog::Directory ? picked : QFileInfo(picked).path();
+    return true;
+}
+
+FileAnswer QtDialogs::OpenFile(const FileQuestion& question) {
+    FileDialog dialog(question, lastFolder_);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (!Accepted(dialog))
         Cancel();
     return dialog.Answer();
 }
 
 std::vector<std::string> QtDialogs::OpenFiles(const FileQuestion& question) {
-    FileDialog dialog(question);
+    FileDialog dialog(question, lastFolder_);
     dialog.setFileMode(QFileDialog::ExistingFiles);
-    if (dialog.exec() != QDialog::Accepted)
+    if (!Accepted(dialog))
         Cancel();
     std::vector<std::string> paths;
     for (const QString& path : dialog.selectedFiles())
@@ -164,11 +178,11 @@ std::vector<std::string> QtDialogs::OpenFiles(const FileQuestion& question) {
 }
 
 FileAnswer QtDialogs::SaveFile(const FileQuestion& question) {
-    FileDialog dialog(question);
+    FileDialog dialog(question, lastFolder_);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.CompleteNames();
     for (;;) {
-        if (dialog.exec() != QDialog::Accepted)
+        if (!Accepted(dialog))
             Cancel();
         const FileAnswer answer = dialog.Answer();
         // The dialog asks for the name as typed; a file of the same name in other letters
@@ -183,10 +197,11 @@ FileAnswer QtDialogs::SaveFile(const FileQuestion& question) {
 }
 
 std::optional<std::string> QtDialogs::Folder(const std::string& prompt) {
-    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(prompt));
+    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(prompt),
+                       lastFolder_);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
-    if (dialog.exec() != QDialog::Accepted)
+    if (!Accepted(dialog))
         return std::nullopt;
     return dialog.selectedFiles().value(0).toStdString();
 }

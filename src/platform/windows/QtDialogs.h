@@ -2,9 +2,14 @@
 
 #include "platform/Dialogs.h"
 
+#include <QString>
+
+class QFileDialog;
+
 namespace vardenix {
 
-// The dialogs on the screen. Each stands in front of the window in use.
+// The dialogs on the screen. Each stands in front of the window in use. A file or folder
+// dialog that is not told where to begin does so where the last one ended.
 class QtDialogs : public Dialogs {
 public:
     BoxAnswer MessageBox(const std::string& text, const std::string& title, BoxIcon icon,
@@ -16,6 +21,12 @@ public:
     uint32_t Color(uint32_t current) override;
     // The dialog has no colours: that of `current` stays.
     FontChoice Font(const FontChoice& current) override;
+
+private:
+    // Runs the dialog and remembers its folder; false when it was cancelled.
+    bool Accepted(QFileDialog& dialog);
+
+    QString lastFolder_;
 };
 
 } // namespace vardenix

@@ -9,8 +9,9 @@
 namespace vardenix {
 
 // The application object, and the one place where what no handler traps is caught: the
-// user is told, and the work goes on. No exception passes through Qt's own code further
-// than the event that raised it.
+// user is told, and the work goes on. Handlers of signals are joined by OnSignal, below,
+// so that their errors never enter Qt's code, which does not clean up behind one; notify
+// is the net for handlers of events.
 class RunTimeBarrier : public QApplication {
 public:
     // `argc` and `dialogs` are borrowed for the object's life.
@@ -32,5 +33,22 @@ private:
     Dialogs& dialogs_;
     bool reporting_ = false;
 };
+
+// QObject::connect with the barrier round `work`, which takes the signal's arguments or
+// none. Ends with `receiver`. Every connection to code that may throw is made by this.
+template <typename Sender, typename Owner, typename Work, typename... Arguments>
+void OnSignal(const Sender* sender, void (Owner::*signal)(Arguments...),
+              const QObject* receiver, Work work) {
+    QObject::connect(sender, signal, receiver,
+                     [work = std::move(work)](Arguments... arguments) mutable {
+                         static_cast<RunTimeBarrier*>(qApp)->Guard(
+                             [&] { // the only application
+                                 if constexpr (std::is_invocable_v<Work&, Arguments...>)
+                                     work(arguments...);
+                                 else
+                                     work();
+                             });
+                     });
+}
 
 } // namespace vardenix

@@ -3,6 +3,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Processes.h"
 #include "platform/RuntimeError.h"
+#include "platform/windows/RunTimeBarrier.h"
 #include "theater/windows/Sound.h"
 #include "ui_FrmStartUp.h"
 
@@ -63,19 +64,20 @@ FrmStartUp::FrmStartUp(ProgramState& state, const Platform& platform, DebugLog& 
 FrmStartUp::~FrmStartUp() = default;
 
 void FrmStartUp::Connect() {
-    connect(ui_->Combo1, &QComboBox::currentIndexChanged, this,
-            &FrmStartUp::Combo1_Click);
-    connect(ui_->Command1, &QAbstractButton::clicked, this, &FrmStartUp::Command1_Click);
-    connect(ui_->CmdShowTheater, &QAbstractButton::clicked, this,
-            &FrmStartUp::CmdShowTheater_Click);
-    connect(ui_->CheckDebug, &QCheckBox::toggled, this,
-            [this](bool on) { log_.DebugFlag = on; });
-    connect(ui_->chkCheckupdate, &QCheckBox::toggled, this, [this](bool on) {
+    OnSignal(ui_->Combo1, &QComboBox::currentIndexChanged, this,
+             [this] { Combo1_Click(); });
+    OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
+             [this] { Command1_Click(); });
+    OnSignal(ui_->CmdShowTheater, &QAbstractButton::clicked, this,
+             [this] { CmdShowTheater_Click(); });
+    OnSignal(ui_->CheckDebug, &QAbstractButton::toggled, this,
+             [this](bool on) { log_.DebugFlag = on; });
+    OnSignal(ui_->chkCheckupdate, &QAbstractButton::toggled, this, [this](bool on) {
         state_.Configuration.AutoCheckForUpdates = on ? AutoCheckOn : AutoCheckOff;
     });
-    connect(ui_->Image1, &QAbstractButton::clicked, this, &FrmStartUp::Image1_Click);
-    connect(ui_->Image3, &QAbstractButton::clicked, this,
-            [this] { platform_.Processes.Open(MakersPage); });
+    OnSignal(ui_->Image1, &QAbstractButton::clicked, this, [this] { Image1_Click(); });
+    OnSignal(ui_->Image3, &QAbstractButton::clicked, this,
+             [this] { platform_.Processes.Open(MakersPage); });
 }
 
 void FrmStartUp::Form_Load() {
@@ -171,8 +173,8 @@ void FrmStartUp::ShowLoading(bool loading) {
     ui_->CmdShowTheater->setVisible(!loading);
     ui_->Command1->setVisible(!loading && ui_->Combo1->currentIndex() == 0);
     for (QWidget* control : std::initializer_list<QWidget*>{
-             ui_->CheckDebug, ui_->Combo1, ui_->chkCheckupdate, ui_->Frame1, ui_->Image1,
-             ui_->Image3})
+             ui_->CheckDebug, ui_->lblTheater, ui_->Combo1, ui_->chkCheckupdate,
+             ui_->Frame1, ui_->Image1, ui_->Image3})
         control->setEnabled(!loading);
     if (loading)
         ShowBar();

@@ -3,6 +3,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
 #include "platform/windows/ColorImage.h"
+#include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "ui_FrmVXTheaterPreview.h"
 
@@ -39,8 +40,8 @@ FrmVXTheaterPreview::FrmVXTheaterPreview(const ProgramState& state, Dialogs& dia
     ui_->row->setContentsMargins(GapAboveCommand1, GapAboveCommand1, GapAboveCommand1,
                                  GapAboveCommand1);
     ui_->ground->setBackgroundRole(QPalette::Mid);
-    connect(ui_->Command1, &QAbstractButton::clicked, this,
-            &FrmVXTheaterPreview::Command1_Click);
+    OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
+             [this] { Command1_Click(); });
 }
 
 FrmVXTheaterPreview::~FrmVXTheaterPreview() = default;

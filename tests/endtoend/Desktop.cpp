@@ -1,0 +1,183 @@
+#include "endtoend/Desktop.h"
+
+#include "support/TestFolder.h"
+
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <spawn.h>
+#include <stdexcept>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+extern char** environ; // NOLINT(readability-redundant-declaration)
+
+namespace vardenix::tests {
+
+namespace {
+
+std::string Quoted(const std::string& text) {
+    std::string quoted = "'";
+    for (const char letter : text)
+        quoted += letter == '\'' ? std::string("'\\''") : std::string(1, letter);
+    return quoted + "'";
+}
+
+} // namespace
+
+Child::Child(const std::vector<std::string>& command,
+             const std::map<std::string, std::string>& environment,
+             const std::string& log) {
+    std::vector<std::string> variables;
+    for (char** variable = environ; *variable != nullptr; ++variable) {
+        const std::string text = *variable;
+        if (!environment.contains(text.substr(0, text.find('='))))
+            variables.push_back(text);
+    }
+    for (const auto& [name, value] : environment)
+        variables.push_back(name + "=" + value);
+    const auto pointers = [](std::vector<std::string> const& texts) {
+        std::vector<char*> result;
+        for (const std::string& text : texts)
+            result.push_back(const_cast<char*>(text.c_str()));
+        result.push_back(nullptr);
+        return result;
+    };
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 1, log.c_str(),
+                                     O_WRONLY | O_CREAT | O_APPEND, 0644);
+    posix_spawn_file_actions_adddup2(&actions, 1, 2);
+    const int failure =
+        ::posix_spawnp(&pid_, command[0].c_str(), &actions, nullptr,
+                       pointers(command).data(), pointers(variables).data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (failure != 0)
+        throw std::runtime_error("cannot start " + command[0]);
+}
+
+Child::Child(Child&& other) noexcept
+    : pid_(std::exchange(other.pid_, 0)), exitCode_(other.exitCode_) {}
+
+Child& Child::operator=(Child&& other) noexcept {
+    std::swap(pid_, other.pid_);
+    std::swap(exitCode_, other.exitCode_);
+    return *this;
+}
+
+Child::~Child() {
+    if (!Running())
+        return;
+    ::kill(pid_, SIGKILL);
+    ::waitpid(pid_, nullptr, 0);
+}
+
+bool Child::Running() {
+    if (pid_ == 0)
+        return false;
+    int status = 0;
+    if (::waitpid(pid_, &status, WNOHANG) == 0)
+        return true;
+    exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    pid_ = 0;
+    return false;
+}
+
+bool WaitFor(const std::function<bool()>& condition) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        std::this_thread::sleep_until(std::chrono::steady_clock::now() +
+                                      std::chrono::milliseconds(20));
+    }
+    return true;
+}
+
+Desktop::Desktop(std::string folder) : folder_(std::move(folder)) {
+    // The server picks a free number and writes it down when it is ready.
+    const std::string number = folder_ + "/display";
+    server_ =
+        Child({"sh", "-c",
+               "exec Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp 3>" +
+                   Quoted(number)},
+              {}, folder_ + "/Xvfb.log");
+    const bool up = WaitFor([&] {
+        std::ifstream file(number);
+        std::string line;
+        if (!std::getline(file, line) || file.eof())
+            return false;
+        display_ = ":" + line;
+        return true;
+    });
+    if (!up)
+        throw std::runtime_error("no Xvfb");
+    manager_ = Child({"openbox"}, {{"DISPLAY", display_}, {"HOME", folder_}},
+                     folder_ + "/openbox.log");
+    if (!WaitFor([this] {
+            return Run({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"})
+                       .find("window id") != std::string::npos;
+        }))
+        throw std::runtime_error("no openbox");
+}
+
+std::string Desktop::Run(const std::vector<std::string>& command) const {
+    std::string line = "DISPLAY=" + Quoted(display_);
+    for (const std::string& word : command)
+        line += " " + Quoted(word);
+    line += " 2>/dev/null";
+    std::FILE* pipe = ::popen(line.c_str(), "r"); // NOLINT(cert-env33-c)
+    if (pipe == nullptr)
+        throw std::runtime_error("cannot start " + command[0]);
+    std::string output;
+    char buffer[65536];
+    for (size_t n = 0; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
+        output.append(buffer, n);
+    ::pclose(pipe);
+    return output;
+}
+
+std::string Desktop::WindowId(const std::string& title) const {
+    const std::string ids = Run({"xdotool", "search", "--onlyvisible", "--name", title});
+    return ids.substr(0, ids.find('\n'));
+}
+
+bool Desktop::Visible(const std::string& title) const { return !WindowId(title).empty(); }
+
+bool Desktop::Active(const std::string& title) const {
+    const std::string id = WindowId(title);
+    return !id.empty() && Run({"xdotool", "getactivewindow"}) == id + "\n";
+}
+
+void Desktop::Key(const std::string& key) const { Run({"xdotool", "key", key}); }
+
+void Desktop::Type(const std::string& text) const {
+    Run({"xdotool", "type", "--delay", "2", text});
+}
+
+void Desktop::Click(int x, int y) const {
+    std::string id = Run({"xdotool", "getactivewindow"});
+    id = id.substr(0, id.find('\n'));
+    Run({"xdotool", "mousemove", "--window", id, std::to_string(x), std::to_string(y),
+         "click", "1"});
+}
+
+std::map<unsigned, int> Desktop::Colors(const std::string& title) const {
+    const std::string bytes =
+        Run({"import", "-window", WindowId(title), "-depth", "8", "rgb:-"});
+    std::map<unsigned, int> colors;
+    const auto byte = [&bytes](size_t i) {
+        return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));
+    };
+    for (size_t i = 0; i + 2 < bytes.size(); i += 3)
+        ++colors[byte(i) << 16 | byte(i + 1) << 8 | byte(i + 2)];
+    return colors;
+}
+
+} // namespace vardenix::tests

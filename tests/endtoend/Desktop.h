@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace vardenix::tests {
+
+// A program that was started; killed when the object goes and it still runs.
+class Child {
+public:
+    Child() = default;
+    // Output goes to the file `log`; `environment` is added to our own.
+    Child(const std::vector<std::string>& command,
+          const std::map<std::string, std::string>& environment, const std::string& log);
+    Child(Child&& other) noexcept;
+    Child& operator=(Child&& other) noexcept;
+    ~Child();
+
+    bool Running();
+    // -1 while it runs and when a signal ended it.
+    int ExitCode() const { return exitCode_; }
+
+private:
+    pid_t pid_ = 0;
+    int exitCode_ = -1;
+};
+
+// Polls until `condition` holds; false after 30 seconds.
+bool WaitFor(const std::function<bool()>& condition);
+
+// A screen of its own with a window manager, as a user would have one.
+class Desktop {
+public:
+    // `folder` takes logs and screenshots.
+    explicit Desktop(std::string folder);
+
+    const std::string& Display() const { return display_; }
+
+    // Whether a window whose title matches the expression is up and has the keyboard.
+    bool Active(const std::string& title) const;
+    bool Visible(const std::string& title) const;
+    // Keys as xdotool names them: "alt+l", "Return".
+    void Key(const std::string& key) const;
+    void Type(const std::string& text) const;
+    // A click at a place in the active window, in pixels from its top left corner.
+    void Click(int x, int y) const;
+
+    // How often each colour 0xRRGGBB stands in a picture of the window.
+    std::map<unsigned, int> Colors(const std::string& title) const;
+
+private:
+    std::string Run(const std::vector<std::string>& command) const;
+    std::string WindowId(const std::string& title) const;
+
+    std::string folder_;
+    std::string display_;
+    Child server_;
+    Child manager_;
+};
+
+} // namespace vardenix::tests

@@ -1,0 +1,136 @@
+#include "workspace/windows/FrmVXTheaterPreview.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/StagedFile.h"
+#include "support/TestFolder.h"
+#include "windows/WindowTest.h"
+
+#include <QImage>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace vardenix {
+namespace {
+
+using tests::Find;
+
+class FrmVXTheaterPreviewTest : public testing::Test {
+protected:
+    // Columns of 4 pixels, each of another colour.
+    void Show(int side) {
+        state_.Preview.Side = side;
+        state_.Preview.Pixels.clear();
+        for (int i = 0; i < side * side; ++i)
+            state_.Preview.Pixels.push_back(ColorAt(i % side));
+        window_.PreviewChanged();
+        window_.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+    }
+    // 0x00BBGGRR
+    static uint32_t ColorAt(int x) {
+        return static_cast<uint32_t>(x / 4 % 256) | 0x720000;
+    }
+
+    ProgramState state_;
+    tests::ScriptedDialogs dialogs_;
+    FrmVXTheaterPreview window_{state_, dialogs_};
+};
+
+TEST_F(FrmVXTheaterPreviewTest, OnePixelIsFourPosts) {
+    Show(512);
+    auto& picture = Find<QWidget>(window_, "Picture1");
+    EXPECT_EQ(picture.size(), QSize(128, 128));
+    const QImage seen = picture.grab().toImage();
+    for (int x = 0; x < 128; ++x)
+        ASSERT_EQ(seen.pixel(x, 64), qRgb(x, 0, 0x72)) << x;
+}
+
+TEST_F(FrmVXTheaterPreviewTest, TheWindowFitsRoundThePictureWithTheButtonBelow) {
+    Show(1024);
+    const auto& picture = Find<QWidget>(window_, "Picture1");
+    const auto& button = Find<QPushButton>(window_, "Command1");
+    EXPECT_EQ(window_.width(), 256);
+    EXPECT_EQ(picture.mapTo(&window_, QPoint(0, 0)), QPoint(0, 0));
+    EXPECT_EQ(button.y(), 256 + 6); // 90 twips
+    EXPECT_EQ(window_.height(), button.geometry().bottom() + 1 + 6);
+    EXPECT_EQ(button.text().remove('&'), "Save");
+}
+
+TEST_F(FrmVXTheaterPreviewTest, ASmallTheaterStandsInTheMiddle) {
+    Show(256);
+    const auto& picture = Find<QWidget>(window_, "Picture1");
+    EXPECT_EQ(picture.size(), QSize(64, 64));
+    const int left = picture.mapTo(&window_, QPoint(0, 0)).x();
+    EXPECT_NEAR(left, window_.width() - left - 64, 1);
+    EXPECT_GT(left, 40);
+}
+
+TEST_F(FrmVXTheaterPreviewTest, ALargeTheaterStaysOnTheScreen) {
+    Show(8192);
+    EXPECT_EQ(Find<QWidget>(window_, "Picture1").size(), QSize(2048, 2048));
+    EXPECT_LE(window_.height(), window_.screen()->availableSize().height());
+    EXPECT_LE(window_.width(), window_.screen()->availableSize().width());
+}
+
+TEST_F(FrmVXTheaterPreviewTest, ANewPictureFitsTheWindowAgain) {
+    Show(1024);
+    Show(1536);
+    EXPECT_EQ(window_.width(), 384);
+}
+
+TEST_F(FrmVXTheaterPreviewTest, SaveWritesEveryPostAsABitmap) {
+    const tests::TestFolder folder;
+    Show(512);
+    dialogs_.ExpectSave("", folder.File("height map.bmp"));
+    QTest::mouseClick(&Find<QPushButton>(window_, "Command1"), Qt::LeftButton);
+    EXPECT_EQ(dialogs_.LastFilter(), "Bitmap files (*.bmp)|*.bmp");
+    EXPECT_EQ(folder.Names(), "height map.bmp");
+    const std::string bytes = tests::Slurp(folder.File("height map.bmp"));
+    EXPECT_EQ(bytes.substr(0, 2), "BM");
+    EXPECT_EQ(bytes.substr(18, 8), tests::Int32Bytes(512) + tests::Int32Bytes(512));
+    EXPECT_EQ(bytes.substr(28, 2), tests::Int16Bytes(24));
+    // Blue, green, red of column 100.
+    EXPECT_EQ(bytes.substr(54 + 3 * 100, 3), std::string("\x72\0\x19", 3));
+}
+
+TEST_F(FrmVXTheaterPreviewTest, CancellingTheSaveIsSilent) {
+    Show(512);
+    dialogs_.ExpectCancel();
+    QTest::mouseClick(&Find<QPushButton>(window_, "Command1"), Qt::LeftButton);
+    EXPECT_TRUE(dialogs_.AllAnswered());
+}
+
+TEST_F(FrmVXTheaterPreviewTest, ASaveThatFailsIsToldAndLeavesWhatWasThere) {
+    const tests::TestFolder folder;
+    folder.Write("old.bmp/inside", "x"); // a folder in the file's place
+    Show(512);
+    dialogs_.ExpectSave("", folder.File("old.bmp"));
+    std::string told;
+    try {
+        StagedFile file(folder.File("old.bmp"));
+        file.Commit();
+    } catch (const RuntimeError& error) {
+        told = ReportText(error);
+    }
+    tests::BarrierAnswers answers;
+    answers.ExpectBox("Vardenix", told, BoxAnswer::Continue);
+    QTest::mouseClick(&Find<QPushButton>(window_, "Command1"), Qt::LeftButton);
+    EXPECT_TRUE(answers.AllAnswered());
+    EXPECT_EQ(folder.Names(), "old.bmp");
+}
+
+TEST_F(FrmVXTheaterPreviewTest, TheCloseBoxHidesTheWindow) {
+    Show(512);
+    QSignalSpy closed(&window_, &FrmVXTheaterPreview::CloseBoxUsed);
+    EXPECT_FALSE(window_.close());
+    EXPECT_FALSE(window_.isVisible());
+    EXPECT_EQ(closed.count(), 1);
+    window_.show();
+    state_.Exiting = true;
+    EXPECT_TRUE(window_.close());
+    EXPECT_EQ(closed.count(), 1);
+}
+
+} // namespace
+} // namespace vardenix

@@ -1,0 +1,260 @@
+#include "platform/windows/QtDialogs.h"
+
+#include "platform/RuntimeError.h"
+#include "platform/windows/FileFilter.h"
+#include "support/TestFolder.h"
+#include "windows/WindowTest.h"
+
+#include <QAbstractButton>
+#include <QColorDialog>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+namespace vardenix {
+namespace {
+
+using tests::TestFolder;
+using tests::WhenModal;
+
+void Press(QDialog& dialog, const QString& caption) {
+    for (auto* button : dialog.findChildren<QAbstractButton*>())
+        if (button->text().remove('&') == caption)
+            return button->click();
+    ADD_FAILURE() << "no button " << caption.toStdString();
+    dialog.reject();
+}
+
+void TypeName(QFileDialog& dialog, const std::string& name) {
+    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(QString::fromStdString(name));
+    dialog.findChild<QDialogButtonBox*>("buttonBox")->buttons().first()->click();
+}
+
+template <typename Work>
+void ExpectCancelled(Work work) {
+    try {
+        work();
+        ADD_FAILURE() << "no cancel";
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.NumberValue(), 32755);
+    }
+}
+
+TEST(QtDialogsBox, ShowsItsTextsAndGivesTheButtonPressed) {
+    QtDialogs dialogs;
+    const auto ask = [&dialogs](BoxButtons buttons, const QString& press) {
+        WhenModal<QMessageBox>([press](QMessageBox& box) {
+            EXPECT_EQ(box.text(), "Some <text>\nand more");
+            EXPECT_EQ(box.windowTitle(), "Confirm");
+            EXPECT_EQ(box.icon(), QMessageBox::Warning);
+            if (press == "Esc")
+                QTest::keyClick(&box, Qt::Key_Escape);
+            else if (press == "Enter")
+                QTest::keyClick(&box, Qt::Key_Return);
+            else
+                Press(box, press);
+        });
+        return dialogs.MessageBox("Some <text>\nand more", "Confirm", BoxIcon::Warning,
+                                  buttons);
+    };
+    EXPECT_EQ(ask(BoxButtons::Ok, "Esc"), BoxAnswer::Ok);
+    EXPECT_EQ(ask(BoxButtons::YesNo, "Yes"), BoxAnswer::Yes);
+    EXPECT_EQ(ask(BoxButtons::YesNo, "No"), BoxAnswer::No);
+    EXPECT_EQ(ask(BoxButtons::YesNo, "Enter"), BoxAnswer::Yes);
+    EXPECT_EQ(ask(BoxButtons::YesNo, "Esc"), BoxAnswer::No);
+    EXPECT_EQ(ask(BoxButtons::YesNoCancel, "No"), BoxAnswer::No);
+    EXPECT_EQ(ask(BoxButtons::YesNoCancel, "Esc"), BoxAnswer::Cancel);
+    EXPECT_EQ(ask(BoxButtons::ContinueEnd, "End"), BoxAnswer::End);
+    EXPECT_EQ(ask(BoxButtons::ContinueEnd, "Enter"), BoxAnswer::Continue);
+    EXPECT_EQ(ask(BoxButtons::ContinueEnd, "Esc"), BoxAnswer::Continue);
+}
+
+TEST(QtDialogsBox, HasTheProgramsNameWithoutATitle) {
+    WhenModal<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), "Vardenix");
+        box.accept();
+    });
+    QtDialogs().Notice("File A.dds wasn't found.", "", BoxIcon::Warning);
+}
+
+TEST(QtDialogsBox, ALongPathDoesNotMakeItWiderThanAScreen) {
+    std::string path = "/home";
+    for (int i = 0; i < 40; ++i)
+        path += "/A RATHER_LONG_FOLDER_NAME";
+    std::replace(path.begin(), path.end(), ' ', '_');
+    WhenModal<QMessageBox>([](QMessageBox& box) {
+        EXPECT_LE(box.width(), 1000);
+        box.accept();
+    });
+    QtDialogs().Notice(path, "Error...", BoxIcon::Critical);
+}
+
+TEST(FileFilters, ArePairsWhoseBlanksDoNotCount) {
+    const QList<FileFilter> filters = ParseFilter("L2 Files | *.l2|All |*.tga;*.JPG");
+    ASSERT_EQ(filters.size(), 2);
+    EXPECT_EQ(filters[0].Description, "L2 Files");
+    EXPECT_EQ(filters[0].ToolkitText(), "L2 Files (*.[lL]2)");
+    EXPECT_EQ(filters[0].Extension(), "l2");
+    EXPECT_EQ(filters[1].ToolkitText(), "All (*.[tT][gG][aA] *.[jJ][pP][gG])");
+    EXPECT_EQ(ParseFilter("All (*.*)|*.*")[0].ToolkitText(), "All (*.*) (*)");
+    EXPECT_EQ(ParseFilter("All (*.*)|*.*")[0].Extension(), "");
+    EXPECT_TRUE(ParseFilter("").isEmpty());
+}
+
+TEST(QtDialogsOpen, GivesTheFileAndTheFilterAsPicked) {
+    const TestFolder folder;
+    const std::string file = folder.Write("My Theater.L2", "x");
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Open theater's L2 file...");
+        auto* filters = dialog.findChild<QComboBox*>("fileTypeCombo");
+        EXPECT_EQ(filters->itemText(0), "L2 Files");
+        filters->setCurrentIndex(1);
+        TypeName(dialog, file);
+    });
+    const FileAnswer answer = QtDialogs().OpenFile(
+        {"Open theater's L2 file...", "L2 Files | *.l2 | All Files | *.*"});
+    EXPECT_EQ(answer.Path, file);
+    EXPECT_EQ(answer.FilterIndex, 2);
+}
+
+TEST(QtDialogsOpen, BeginsAtTheInitialFile) {
+    const TestFolder folder;
+    folder.Write("terrain/Theater.L2", "x");
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().path().toStdString(), folder.File("terrain"));
+        EXPECT_EQ(dialog.findChild<QLineEdit*>("fileNameEdit")->text(), "Theater.L2");
+        dialog.reject();
+    });
+    ExpectCancelled([&] {
+        QtDialogs().OpenFile(
+            {"Open", "L2|*.l2", folder.Path() + "\\TERRAIN\\THEATER.L2"});
+    });
+}
+
+TEST(QtDialogsOpen, BeginsWhereTheLastOneEnded) {
+    const TestFolder folder;
+    const std::string file = folder.Write("terrain/Theater.L2", "x");
+    QtDialogs dialogs;
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) { TypeName(dialog, file); });
+    dialogs.OpenFile({"Open", "L2|*.l2"});
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().path().toStdString(), folder.File("terrain"));
+        dialog.reject();
+    });
+    EXPECT_EQ(dialogs.Folder("Select the DDS folder."), std::nullopt);
+}
+
+TEST(QtDialogsOpen, CancellingIsError32755) {
+    const auto reject = [](QFileDialog& dialog) { dialog.reject(); };
+    WhenModal<QFileDialog>(reject);
+    ExpectCancelled([] { QtDialogs().OpenFile({"Open", "All|*.*"}); });
+    WhenModal<QFileDialog>(reject);
+    ExpectCancelled([] { QtDialogs().OpenFiles({"Open", "All|*.*"}); });
+    WhenModal<QFileDialog>(reject);
+    ExpectCancelled([] { QtDialogs().SaveFile({"Save", "All|*.*"}); });
+    WhenModal<QFileDialog>(reject);
+    EXPECT_EQ(QtDialogs().Folder("Select the DDS folder."), std::nullopt);
+}
+
+TEST(QtDialogsOpen, GivesSeveralFiles) {
+    const TestFolder folder;
+    folder.Write("a 1.tga", "x");
+    folder.Write("b.tga", "x");
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.setDirectory(QString::fromStdString(folder.Path()));
+        TypeName(dialog, "\"a 1.tga\" \"b.tga\"");
+    });
+    EXPECT_EQ(QtDialogs().OpenFiles({"Open", "Targa|*.tga"}),
+              (std::vector<std::string>{folder.File("a 1.tga"), folder.File("b.tga")}));
+}
+
+TEST(QtDialogsSave, AddsTheExtensionOfTheFilter) {
+    const TestFolder folder;
+    WhenModal<QFileDialog>(
+        [&](QFileDialog& dialog) { TypeName(dialog, folder.File("map")); });
+    EXPECT_EQ(QtDialogs().SaveFile({"", "Bitmap files (*.bmp)|*.bmp"}).Path,
+              folder.File("map.bmp"));
+}
+
+TEST(QtDialogsSave, AnotherFilterGivesAnotherExtension) {
+    const TestFolder folder;
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        auto* filters = dialog.findChild<QComboBox*>("fileTypeCombo");
+        QTest::keyClick(filters, Qt::Key_Down);
+        TypeName(dialog, folder.File("colours"));
+    });
+    const FileAnswer answer = QtDialogs().SaveFile({"Save", "ACT|*.act|PAL|*.pal"});
+    EXPECT_EQ(answer.Path, folder.File("colours.pal"));
+    EXPECT_EQ(answer.FilterIndex, 2);
+}
+
+TEST(QtDialogsSave, AsksBeforeAFileOfOtherLettersIsLost) {
+    const TestFolder folder;
+    folder.Write("MAP.BMP", "x");
+    const auto save = [&folder](const QString& press) {
+        WhenModal<QFileDialog>([&folder, press](QFileDialog& dialog) {
+            WhenModal<QMessageBox>([press](QMessageBox& box) {
+                EXPECT_TRUE(box.text().contains("MAP.BMP already exists."));
+                if (press == "No")
+                    WhenModal<QFileDialog>([](QFileDialog& again) { again.reject(); });
+                Press(box, press);
+            });
+            TypeName(dialog, folder.File("map.bmp"));
+        });
+        return QtDialogs().SaveFile({"", "Bitmap files (*.bmp)|*.bmp"}).Path;
+    };
+    EXPECT_EQ(save("Yes"), folder.File("map.bmp"));
+    ExpectCancelled([&save] { save("No"); });
+}
+
+TEST(QtDialogsSave, TheChoiceOfAFolderIsGivenAsPicked) {
+    const TestFolder folder;
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Select the DDS folder.");
+        TypeName(dialog, folder.Path());
+    });
+    EXPECT_EQ(QtDialogs().Folder("Select the DDS folder."), folder.Path());
+}
+
+TEST(QtDialogsColor, IsBlueGreenRed) {
+    WhenModal<QColorDialog>([](QColorDialog& dialog) {
+        EXPECT_EQ(dialog.currentColor(), QColor(0x30, 0x20, 0x10));
+        dialog.setCurrentColor(QColor(1, 2, 3));
+        dialog.accept();
+    });
+    EXPECT_EQ(QtDialogs().Color(0x102030), 0x030201U);
+    WhenModal<QColorDialog>([](QColorDialog& dialog) { dialog.reject(); });
+    ExpectCancelled([] { QtDialogs().Color(0); });
+}
+
+TEST(QtDialogsFont, KeepsWhatTheDialogDoesNotAsk) {
+    const FontChoice current{.Name = "Liberation Sans",
+                             .Size = 12,
+                             .Bold = true,
+                             .Underline = true,
+                             .Color = 0x8000FF};
+    WhenModal<QFontDialog>([](QFontDialog& dialog) {
+        QFont font = dialog.currentFont();
+        EXPECT_TRUE(font.bold());
+        EXPECT_TRUE(font.underline());
+        EXPECT_EQ(font.pointSize(), 12);
+        font.setPointSize(18);
+        dialog.setCurrentFont(font);
+        dialog.accept();
+    });
+    const FontChoice chosen = QtDialogs().Font(current);
+    EXPECT_EQ(chosen.Size, 18);
+    EXPECT_TRUE(chosen.Bold);
+    EXPECT_TRUE(chosen.Underline);
+    EXPECT_EQ(chosen.Color, 0x8000FFU);
+    WhenModal<QFontDialog>([](QFontDialog& dialog) { dialog.reject(); });
+    ExpectCancelled([&current] { QtDialogs().Font(current); });
+}
+
+} // namespace
+} // namespace vardenix
