@@ -41,9 +41,10 @@ Child::Child(const std::vector<std::string>& command,
             variables.push_back(text);
     }
     for (const auto& [name, value] : environment)
-        variables.push_back(name + "=" + value);
+        variables.push_back(std::string(name).append("=").append(value));
     const auto pointers = [](std::vector<std::string> const& texts) {
         std::vector<char*> result;
+        result.reserve(texts.size() + 1);
         for (const std::string& text : texts)
             result.push_back(const_cast<char*>(text.c_str()));
         result.push_back(nullptr);

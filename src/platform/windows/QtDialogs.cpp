@@ -184,7 +184,7 @@ FileAnswer QtDialogs::SaveFile(const FileQuestion& question) {
     for (;;) {
         if (!Accepted(dialog))
             Cancel();
-        const FileAnswer answer = dialog.Answer();
+        FileAnswer answer = dialog.Answer();
         // The dialog asks for the name as typed; a file of the same name in other letters
         // would be written over just as well.
         const std::string there = TextOfPath(RealPath(answer.Path));
