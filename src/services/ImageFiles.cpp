@@ -1,6 +1,5 @@
 #include "services/ImageFiles.h"
 
-#include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
@@ -30,21 +29,6 @@ FREE_IMAGE_FORMAT LibraryFormat(PictureFormat format) {
     return static_cast<FREE_IMAGE_FORMAT>(format);
 }
 
-Bitmap Decode(PictureFormat format, GuardedPicture& picture, std::string_view path) {
-    const Memory memory(
-        FreeImage_OpenMemory(reinterpret_cast<BYTE*>(picture.Bytes.data()),
-                             static_cast<DWORD>(picture.Length)));
-    Bitmap bitmap(
-        FreeImage_LoadFromMemory(LibraryFormat(format), memory.get(), LoadFlags));
-    if (bitmap && (bitmap.Width() != picture.Width || bitmap.Height() != picture.Height))
-        bitmap =
-            Bitmap(FreeImage_Copy(bitmap.Handle(), 0, 0, picture.Width, picture.Height));
-    if (!bitmap || bitmap.Width() != picture.Width || bitmap.Height() != picture.Height)
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": the picture in it is broken");
-    return bitmap;
-}
-
 // Throws what the file system and the guard say.
 Bitmap ReadPicture(PictureFormat format, std::string_view path) {
     if (!SupportsReading(format))
@@ -53,8 +37,7 @@ Bitmap ReadPicture(PictureFormat format, std::string_view path) {
     if (FileLength(path) > PictureLargestFile)
         throw RuntimeError(ErrorNumber::InvalidPicture,
                            std::string(path) + ": the file is too long for a picture");
-    GuardedPicture picture = GuardPicture(format, ReadWholeFile(path), path);
-    return Decode(format, picture, path);
+    return ImageDecode(format, ReadWholeFile(path), path);
 }
 
 // The part of a file's name behind its last dot is one of a comma-separated list.
@@ -140,6 +123,22 @@ void Save(PictureFormat format, const Bitmap& bitmap, const std::string& path,
 }
 
 } // namespace
+
+Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path) {
+    GuardedPicture picture = GuardPicture(format, std::move(bytes), path);
+    const Memory memory(
+        FreeImage_OpenMemory(reinterpret_cast<BYTE*>(picture.Bytes.data()),
+                             static_cast<DWORD>(picture.Length)));
+    Bitmap bitmap(
+        FreeImage_LoadFromMemory(LibraryFormat(format), memory.get(), LoadFlags));
+    if (bitmap && (bitmap.Width() != picture.Width || bitmap.Height() != picture.Height))
+        bitmap =
+            Bitmap(FreeImage_Copy(bitmap.Handle(), 0, 0, picture.Width, picture.Height));
+    if (!bitmap || bitmap.Width() != picture.Width || bitmap.Height() != picture.Height)
+        throw RuntimeError(ErrorNumber::InvalidPicture,
+                           std::string(path) + ": the picture in it is broken");
+    return bitmap;
+}
 
 Bitmap ImageLoad(PictureFormat format, std::string_view path) {
     try {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/BinaryReader.h"
 #include "services/Bitmap.h"
 #include "services/ImageScaling.h"
 #include "services/PictureFormat.h"
@@ -14,6 +15,10 @@ namespace vardenix {
 // when that cannot be done, for whoever goes on without: a picture is 24 or 32 bits (8 or
 // 16 from Targa and JPEG).
 Bitmap ImageLoad(PictureFormat format, std::string_view path);
+
+// Decodes the bytes of a file, by the format told. `path` is for the error, 481 with the
+// reason.
+Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path);
 
 // Reads a picture in the format of its extension, and scales it when a size is given.
 // Error 481 with the path and the reason when there is no such file, its format is not
