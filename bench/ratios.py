@@ -2,7 +2,7 @@
 """Runs a benchmark program and prints the medians as a Markdown table, each job beside its bare
 work and the ratio of the two.
 
-usage: ratios.py PROGRAM JOB/BARE:BUDGET ...      e.g.  ratios.py TerrainBench Load/BareRead:3
+usage: ratios.py PROGRAM JOB/BARE:BUDGET ...      e.g.  ratios.py BenchTerrain Load/BareRead:3
 """
 import json
 import subprocess

@@ -157,6 +157,10 @@ void Halve(benchmark::State& state) {
     }
 }
 
+// A theater is opened once: memory comes fresh from the system each time, for the job and for the
+// bare work alike.
+const bool FreshMemory = mallopt(M_MMAP_THRESHOLD, 1 << 17) == 1;
+
 BENCHMARK(BareRead)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(Load)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(BareWrite)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
@@ -169,12 +173,3 @@ BENCHMARK(Halve)->Args({4096, 1})->Args({4096, 2})->Args({4096, 3})->Unit(
 
 } // namespace
 } // namespace vardenix
-
-int main(int argc, char** argv) {
-    // A theater is opened once: memory comes fresh from the system each time, for the job
-    // and for the bare work alike.
-    mallopt(M_MMAP_THRESHOLD, 1 << 17);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

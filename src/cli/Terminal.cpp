@@ -1,0 +1,59 @@
+#include "cli/Terminal.h"
+
+#include "platform/RuntimeError.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace vardenix {
+
+namespace {
+
+[[noreturn]] void Refuse() { throw RuntimeError(ErrorNumber::Cancelled); }
+
+} // namespace
+
+BoxAnswer TerminalDialogs::MessageBox(const std::string& text, const std::string&, BoxIcon,
+                                      BoxButtons buttons) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+    switch (buttons) {
+    case BoxButtons::Ok: return BoxAnswer::Ok;
+    case BoxButtons::YesNo: return BoxAnswer::No;
+    case BoxButtons::YesNoCancel: return BoxAnswer::Cancel;
+    case BoxButtons::ContinueEnd: return BoxAnswer::End;
+    }
+    return BoxAnswer::Cancel;
+}
+
+FileAnswer TerminalDialogs::OpenFile(const FileQuestion&) { Refuse(); }
+std::vector<std::string> TerminalDialogs::OpenFiles(const FileQuestion&) { Refuse(); }
+FileAnswer TerminalDialogs::SaveFile(const FileQuestion&) { Refuse(); }
+std::optional<std::string> TerminalDialogs::Folder(const std::string&) { Refuse(); }
+uint32_t TerminalDialogs::Color(uint32_t) { Refuse(); }
+FontChoice TerminalDialogs::Font(const FontChoice&) { Refuse(); }
+
+TerminalProgress::TerminalProgress() : terminal_(::isatty(STDERR_FILENO) == 1) {}
+
+TerminalProgress::~TerminalProgress() { HideBar(); }
+
+void TerminalProgress::HideBar() {
+    if (shown_)
+        std::fprintf(stderr, "\r\033[K");
+    shown_ = false;
+    percent_ = -1;
+}
+
+void TerminalProgress::SetBar(int percent) {
+    if (!terminal_ || percent == percent_)
+        return;
+    percent_ = percent;
+    shown_ = true;
+    std::fprintf(stderr, "\r\033[K%s %d %%", text_.c_str(), percent);
+}
+
+void TerminalProgress::SetText(const std::string& text) {
+    text_ = text;
+    percent_ = -1;
+}
+
+} // namespace vardenix

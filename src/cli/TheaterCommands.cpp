@@ -1,0 +1,179 @@
+// info, check and get: what can be told of a theater without a picture.
+#include "cli/Commands.h"
+#include "companion/Vardenix.h"
+#include "platform/FileNames.h"
+#include "platform/RuntimeError.h"
+#include "platform/Windows1252.h"
+#include "theater/TerrainStore.h"
+#include "theater/TileCheck.h"
+#include "theater/TypeNames.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <memory>
+
+namespace vardenix {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+void Print(const Json& json) {
+    // Names of the theater's files may hold any bytes.
+    std::printf("%s\n",
+                json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
+}
+
+// One line a value: "posts a side: 256".
+void PrintPlain(const Json& json) {
+    for (const auto& [key, value] : json.items())
+        std::printf("%s: %s\n", key.c_str(),
+                    value.is_string() ? value.get<std::string>().c_str()
+                                      : value.dump().c_str());
+}
+
+Json InfoOf(const ProgramState& state) {
+    const auto posts = state.Terrain.LxArr.Values();
+    const auto lower = [](const TerrainPost& a, const TerrainPost& b) {
+        return a.Elevation < b.Elevation;
+    };
+    const auto [lowest, highest] = std::minmax_element(posts.begin(), posts.end(), lower);
+    const auto land = std::count_if(posts.begin(), posts.end(), [](const TerrainPost& post) {
+        return post.TileOffset != 0 || post.Elevation != 0;
+    });
+    const TileLookup& lookup = state.Catalogue.Lookup;
+    const auto missing =
+        std::count_if(lookup.begin(), lookup.end(), [](const TileInfo& tile) {
+            return tile.Terrain != -1 && tile.HasImage != 1;
+        });
+    return {{"L2 file", state.Terrain.LFilename},
+            {"Texture.bin", state.Catalogue.BinPath},
+            {"theater.map", state.MAPFile},
+            {"DDS folder", state.Catalogue.DDSFolder},
+            {"posts a side", state.Terrain.MapWidth},
+            {"segments a side", state.Terrain.MapWidth / SegmentSide},
+            {"posts that are not sea", land},
+            {"lowest post, feet", posts.empty() ? 0 : lowest->Elevation},
+            {"highest post, feet", posts.empty() ? 0 : highest->Elevation},
+            {"sets", state.Catalogue.Bin.NumSets},
+            {"tiles", state.Catalogue.Bin.NumTiles},
+            {"tiles without a picture", missing}};
+}
+
+Json PlaceOf(const Terrain& terrain, int32_t serial) {
+    const PostXY post = SerialToXY(serial, terrain.MapWidth);
+    return {{"x", static_cast<int>(post.X) - 1},
+            {"y", static_cast<int>(post.Y) - 1},
+            {"tile", terrain.LxArr(serial).TileOffset}};
+}
+
+void AppendReport(const std::string& path, const std::string& text) {
+    std::ofstream file(RealPath(path), std::ios::binary | std::ios::app);
+    file << text << std::flush;
+    if (!file)
+        throw RuntimeError(ErrorNumber::PathFileAccess, "writing " + path);
+}
+
+Json PostOf(const ProgramState& state, int32_t x, int32_t y) {
+    const TerrainPost post =
+        state.Terrain.LxArr(XYToSerial(x + 1, y + 1, state.Terrain.MapWidth));
+    const auto number = static_cast<size_t>(post.TileOffset);
+    const TileLookup& lookup = state.Catalogue.Lookup;
+    const bool known =
+        post.TileOffset >= 0 && number < lookup.size() && lookup[number].Terrain != -1;
+    return {{"x", x},
+            {"y", y},
+            {"tile", post.TileOffset},
+            {"name", known ? Utf8FromBytes(lookup[number].Name)
+                           : std::string("Not Specified in BIN File")},
+            {"terrain",
+             known ? TerrainName(static_cast<uint8_t>(lookup[number].Terrain)) : ""},
+            {"elevation", post.Elevation},
+            {"palette", post.Palette},
+            {"x1", post.X1},
+            {"x2", post.X2}};
+}
+
+struct Options {
+    explicit Options(CLI::App& command) : Files(command) {}
+    TheaterFiles Files;
+    bool AsJson = false;
+    std::string Report;
+    int32_t X = 0;
+    int32_t Y = 0;
+};
+
+std::shared_ptr<Options> AddTo(CLI::App& command) {
+    auto options = std::make_shared<Options>(command);
+    command.add_flag("--json", options->AsJson, "Print JSON");
+    return options;
+}
+
+} // namespace
+
+void AddInfo(CLI::App& app, CommandRun& run) {
+    auto* command = app.add_subcommand("info", "Tell the sizes of a theater");
+    const auto options = AddTo(*command);
+    command->callback([options, &run] {
+        run = [options](CommandContext& context) {
+            context.Open(options->Files);
+            const Json info = InfoOf(context.State);
+            options->AsJson ? Print(info) : PrintPlain(info);
+            return ExitDone;
+        };
+    });
+}
+
+void AddCheck(CLI::App& app, CommandRun& run) {
+    auto* command = app.add_subcommand(
+        "check", "List the posts whose tile is not in the catalogue; exit 1 if there are any");
+    const auto options = AddTo(*command);
+    command->add_option("--report", options->Report,
+                        "Append the report to this file, as the editor does");
+    command->callback([options, &run] {
+        run = [options](CommandContext& context) -> int {
+            context.Open(options->Files);
+            const Terrain& terrain = context.State.Terrain;
+            const std::vector<int32_t> unknown =
+                CountTileUse(terrain, context.State.Catalogue.Lookup);
+            if (!options->Report.empty() && !unknown.empty())
+                AppendReport(options->Report,
+                             UnknownTilesReport(terrain, unknown, context.Clock.Now()));
+            Json list = Json::array();
+            for (const int32_t serial : unknown)
+                list.push_back(PlaceOf(terrain, serial));
+            if (options->AsJson)
+                Print(list);
+            else
+                for (const Json& post : list)
+                    std::printf("X %d, Y %d: tile %d\n", post["x"].get<int>(),
+                                post["y"].get<int>(), post["tile"].get<int>());
+            return unknown.empty() ? ExitDone : ExitFound;
+        };
+    });
+}
+
+void AddGet(CLI::App& app, CommandRun& run) {
+    auto* command = app.add_subcommand("get", "Tell everything of one post");
+    const auto options = AddTo(*command);
+    command->add_option("X", options->X, "Column, from 0 at the left")->required();
+    command->add_option("Y", options->Y, "Row, from 0 at the bottom")->required();
+    command->callback([options, &run] {
+        run = [options](CommandContext& context) {
+            context.Open(options->Files);
+            const int32_t width = context.State.Terrain.MapWidth;
+            if (options->X < 0 || options->X >= width || options->Y < 0 ||
+                options->Y >= width)
+                throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
+                                   "X and Y must be 0 to " + std::to_string(width - 1));
+            const Json post = PostOf(context.State, options->X, options->Y);
+            options->AsJson ? Print(post) : PrintPlain(post);
+            return ExitDone;
+        };
+    });
+}
+
+} // namespace vardenix

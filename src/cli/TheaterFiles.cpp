@@ -1,0 +1,44 @@
+#include "cli/TheaterFiles.h"
+
+#include "mapeditor/MapFile.h"
+#include "platform/FileNames.h"
+#include "platform/RuntimeError.h"
+#include "theater/TerrainStore.h"
+#include "theater/TextureBinFile.h"
+
+namespace vardenix {
+
+TheaterFiles::TheaterFiles(CLI::App& command) {
+    const std::string group = "Theater";
+    auto* folder = command.add_option("--theater", folder_,
+                                      "Folder that holds terrain/ and texture/");
+    folder->group(group);
+    const auto path = [&](const char* name, std::string& value, const char* help) {
+        command.add_option(name, value, help)->group(group)->excludes(folder);
+    };
+    path("--l2", l2_, "The L2 file; its O2 file lies beside it");
+    path("--bin", bin_, "The Texture.bin");
+    path("--map", map_, "The theater.map");
+    path("--dds", dds_, "The folder of tile pictures");
+}
+
+TheaterPaths TheaterFiles::Paths() const {
+    if (!folder_.empty())
+        return PathsOfTheater(folder_, "");
+    if (l2_.empty() || bin_.empty() || map_.empty() || dds_.empty())
+        throw CLI::ValidationError("name the theater by --theater, or by --l2, --bin, --map "
+                                   "and --dds together");
+    return {l2_, bin_, map_, WithTrailingSlash(dds_)};
+}
+
+void TheaterFiles::Open(ProgramState& state, Progress& progress, const Platform& platform,
+                        DebugLog& log) const {
+    if (!CheckTheaterPaths(state, Paths(), platform.Dialogs, log))
+        throw RuntimeError(ErrorNumber::FileNotFound, "the theater cannot be opened");
+    LoadLFile(state.Terrain, progress, log);
+    OpenBinFile(state.Catalogue, progress, platform.Dialogs, log);
+    OpenMapFile(state.MAPFile, state.MapFileRecord);
+    progress.HideBar();
+}
+
+} // namespace vardenix
