@@ -17,7 +17,8 @@ namespace vardenix {
 // What a command ends the process with.
 enum ExitCode { ExitDone = 0, ExitFound = 1, ExitUsage = 2, ExitRunTimeError = 3 };
 
-// What every command works with: the state, and a platform of which nobody is asked anything.
+// What every command works with: the state, and a platform of which nobody is asked
+// anything.
 class CommandContext {
 public:
     CommandContext();
@@ -37,7 +38,8 @@ private:
     Platform platform_;
 };
 
-// Each adds one command; the work is done by what it leaves in `run`, which returns an exit code.
+// Each adds one command; the work is done by what it leaves in `run`, which returns an
+// exit code.
 using CommandRun = std::function<int(CommandContext&)>;
 void AddInfo(CLI::App& app, CommandRun& run);
 void AddCheck(CLI::App& app, CommandRun& run);

@@ -1,4 +1,5 @@
-// vardenix-cli: the capabilities of the editor for scripts and for machines with no display.
+// vardenix-cli: the capabilities of the editor for scripts and for machines with no
+// display.
 #include "cli/Commands.h"
 #include "platform/RuntimeError.h"
 #include "theater/ProgramVersion.h"
@@ -18,12 +19,14 @@ int Report(const RuntimeError& error) {
 }
 
 int RunCommandLine(int count, char** arguments) {
-    CLI::App app("Opens, checks and paints the terrain of a theater. X and Y count from 0, "
-                 "as the map shows them.",
-                 "vardenix-cli");
+    CLI::App app(
+        "Opens, checks and paints the terrain of a theater. X and Y count from 0, "
+        "as the map shows them.",
+        "vardenix-cli");
     app.set_version_flag("--version", ProgramVersion());
     app.require_subcommand(1);
-    app.footer("Exit codes: 0 done, 1 a check found something, 2 usage, 3 run-time error.");
+    app.footer(
+        "Exit codes: 0 done, 1 a check found something, 2 usage, 3 run-time error.");
     CommandRun run;
     AddInfo(app, run);
     AddCheck(app, run);
@@ -50,4 +53,6 @@ int RunCommandLine(int count, char** arguments) {
 } // namespace
 } // namespace vardenix
 
-int main(int count, char** arguments) { return vardenix::RunCommandLine(count, arguments); }
+int main(int count, char** arguments) {
+    return vardenix::RunCommandLine(count, arguments);
+}

@@ -13,14 +13,18 @@ namespace {
 
 } // namespace
 
-BoxAnswer TerminalDialogs::MessageBox(const std::string& text, const std::string&, BoxIcon,
-                                      BoxButtons buttons) {
+BoxAnswer TerminalDialogs::MessageBox(const std::string& text, const std::string&,
+                                      BoxIcon, BoxButtons buttons) {
     std::fprintf(stderr, "%s\n", text.c_str());
     switch (buttons) {
-    case BoxButtons::Ok: return BoxAnswer::Ok;
-    case BoxButtons::YesNo: return BoxAnswer::No;
-    case BoxButtons::YesNoCancel: return BoxAnswer::Cancel;
-    case BoxButtons::ContinueEnd: return BoxAnswer::End;
+    case BoxButtons::Ok:
+        return BoxAnswer::Ok;
+    case BoxButtons::YesNo:
+        return BoxAnswer::No;
+    case BoxButtons::YesNoCancel:
+        return BoxAnswer::Cancel;
+    case BoxButtons::ContinueEnd:
+        return BoxAnswer::End;
     }
     return BoxAnswer::Cancel;
 }

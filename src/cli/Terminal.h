@@ -7,8 +7,8 @@
 
 namespace vardenix {
 
-// Nobody is there to ask: what is said goes to the standard error, every question is answered
-// with its most careful answer, and every file dialog is cancelled.
+// Nobody is there to ask: what is said goes to the standard error, every question is
+// answered with its most careful answer, and every file dialog is cancelled.
 class TerminalDialogs : public Dialogs {
 public:
     BoxAnswer MessageBox(const std::string& text, const std::string& title, BoxIcon icon,
@@ -21,7 +21,8 @@ public:
     FontChoice Font(const FontChoice& current) override;
 };
 
-// A line on the standard error that is written over and over, and only where that is a terminal.
+// A line on the standard error that is written over and over, and only where that is a
+// terminal.
 class TerminalProgress : public Progress {
 public:
     TerminalProgress();

@@ -23,8 +23,7 @@ using Json = nlohmann::ordered_json;
 
 void Print(const Json& json) {
     // Names of the theater's files may hold any bytes.
-    std::printf("%s\n",
-                json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
+    std::printf("%s\n", json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
 }
 
 // One line a value: "posts a side: 256".
@@ -41,9 +40,10 @@ Json InfoOf(const ProgramState& state) {
         return a.Elevation < b.Elevation;
     };
     const auto [lowest, highest] = std::minmax_element(posts.begin(), posts.end(), lower);
-    const auto land = std::count_if(posts.begin(), posts.end(), [](const TerrainPost& post) {
-        return post.TileOffset != 0 || post.Elevation != 0;
-    });
+    const auto land =
+        std::count_if(posts.begin(), posts.end(), [](const TerrainPost& post) {
+            return post.TileOffset != 0 || post.Elevation != 0;
+        });
     const TileLookup& lookup = state.Catalogue.Lookup;
     const auto missing =
         std::count_if(lookup.begin(), lookup.end(), [](const TileInfo& tile) {
@@ -129,7 +129,8 @@ void AddInfo(CLI::App& app, CommandRun& run) {
 
 void AddCheck(CLI::App& app, CommandRun& run) {
     auto* command = app.add_subcommand(
-        "check", "List the posts whose tile is not in the catalogue; exit 1 if there are any");
+        "check",
+        "List the posts whose tile is not in the catalogue; exit 1 if there are any");
     const auto options = AddTo(*command);
     command->add_option("--report", options->Report,
                         "Append the report to this file, as the editor does");

@@ -26,8 +26,9 @@ TheaterPaths TheaterFiles::Paths() const {
     if (!folder_.empty())
         return PathsOfTheater(folder_, "");
     if (l2_.empty() || bin_.empty() || map_.empty() || dds_.empty())
-        throw CLI::ValidationError("name the theater by --theater, or by --l2, --bin, --map "
-                                   "and --dds together");
+        throw CLI::ValidationError(
+            "name the theater by --theater, or by --l2, --bin, --map "
+            "and --dds together");
     return {l2_, bin_, map_, WithTrailingSlash(dds_)};
 }
 

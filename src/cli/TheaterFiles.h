@@ -20,8 +20,9 @@ public:
     // Adds the options to a command.
     explicit TheaterFiles(CLI::App& command);
 
-    // Opens the theater: level 2, the catalogue, theater.map. Missing tile pictures are told on
-    // the standard error. Error 53 for a file that is not there, and what the readers throw.
+    // Opens the theater: level 2, the catalogue, theater.map. Missing tile pictures are
+    // told on the standard error. Error 53 for a file that is not there, and what the
+    // readers throw.
     void Open(ProgramState& state, Progress& progress, const Platform& platform,
               DebugLog& log) const;
 

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -32,6 +33,7 @@ protected:
         old_ = MadeLevel::Random(64, 1);
         new_ = OneHigher(old_);
         WriteOld();
+        LinkShim();
     }
     void WriteOld() {
         const tests::PairBytes pair = tests::ScatteredPair(old_);
@@ -44,7 +46,7 @@ protected:
         const pid_t child = fork();
         if (child == 0) {
             if (mode != nullptr) {
-                setenv("LD_PRELOAD", FAULT_SHIM, 1);
+                setenv("LD_PRELOAD", shim_.c_str(), 1);
                 setenv("FAULT_MODE", mode, 1);
                 setenv("FAULT_AT", std::to_string(at).c_str(), 1);
                 // The sanitizer's library wants to come first.
@@ -72,7 +74,16 @@ protected:
         return found.Posts == old_.Posts ? 'o' : found.Posts == new_.Posts ? 'n' : '?';
     }
 
+    // The loader takes a blank in a name for the end of it.
+    void LinkShim() {
+        shim_ = std::filesystem::temp_directory_path() /
+                ("vardenix-fault-shim-" + std::to_string(getpid()) + ".so");
+        std::filesystem::create_symlink(FAULT_SHIM, shim_);
+    }
+    void TearDown() override { std::filesystem::remove(shim_); }
+
     TestFolder folder_;
+    std::filesystem::path shim_;
     MadeLevel old_;
     MadeLevel new_;
 };
