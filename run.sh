@@ -20,6 +20,11 @@ fi
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec "$bin/vardenix" "$@"
 fi
-echo "There is no display, so the theater is opened without a window."
+echo "There is no display, so the theater is opened without a window:"
 mkdir -p build/pictures
-QT_QPA_PLATFORM=offscreen exec "$bin/vardenix-tour" "$theater" build/pictures/heights.png
+begin=$(date +%s%N)
+"$bin/vardenix-cli" info --theater "$theater"
+"$bin/vardenix-cli" check --theater "$theater" && echo "every post has a tile of the catalogue"
+echo "The height picture:"
+"$bin/vardenix-cli" preview build/pictures/heights.png --theater "$theater"
+echo "It took $((($(date +%s%N) - begin) / 1000000)) ms."

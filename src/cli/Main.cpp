@@ -32,7 +32,6 @@ int RunCommandLine(int count, char** arguments) {
     AddCheck(app, run);
     AddGet(app, run);
     AddPreview(app, run);
-    AddRender(app, run);
     try {
         app.parse(count, arguments);
         CommandContext context;

@@ -1,39 +1,18 @@
-// preview and render: pictures of a theater, the same as the windows show.
+// render: a view of the map, the same pixels as the map window.
 #include "cli/Commands.h"
 #include "cli/MapPainter.h"
-#include "platform/RuntimeError.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
-#include "theater/HeightPicture.h"
-#include "workspace/DrawingSurface.h"
+#include "cli/SavedPicture.h"
 #include "workspace/MapLayout.h"
 
+#include <CLI/Option.hpp>
 #include <CLI/Validators.hpp>
 
-#include <cstdio>
 #include <map>
 #include <memory>
 
 namespace vardenix {
 
 namespace {
-
-// PNG, BMP or JPEG by the extension; the picture is opaque.
-void SavePicture(Raster& picture, const std::string& path) {
-    ImageSaveOptions options;
-    options.ColorDepth = 24;
-    const std::string saved = ImageSaveEx(PictureToBitmap(picture.View()), path, options);
-    std::printf("%s\n", saved.c_str());
-}
-
-Raster RasterOf(const HeightPicture& heights) {
-    Raster picture(heights.Side, heights.Side);
-    auto pixel = heights.Pixels.begin();
-    for (int32_t y = 0; y < heights.Side; ++y)
-        for (int32_t x = 0; x < heights.Side; ++x)
-            picture.Row(y)[x] = OpaquePixel(*pixel++);
-    return picture;
-}
 
 struct RenderOptions {
     explicit RenderOptions(CLI::App& command) : Files(command) {}
@@ -109,26 +88,6 @@ void AddRenderOptions(CLI::App& command, RenderOptions& options) {
 }
 
 } // namespace
-
-void AddPreview(CLI::App& app, CommandRun& run) {
-    auto* command =
-        app.add_subcommand("preview", "Save the height picture, a pixel a post");
-    auto options = std::make_shared<RenderOptions>(*command);
-    command->add_option("OUT", options->Out, "PNG, BMP or JPEG file, by its name")
-        ->required();
-    command->callback([options, &run] {
-        run = [options](CommandContext& context) {
-            context.Open(options->Files);
-            const Configuration& settings = context.State.Configuration;
-            Raster picture = RasterOf(
-                ShowLFile(context.State.Terrain,
-                          {settings.PreviewSeaColor, settings.PreviewLevelColors},
-                          context.Progress, context.Log));
-            SavePicture(picture, options->Out);
-            return ExitDone;
-        };
-    });
-}
 
 void AddRender(CLI::App& app, CommandRun& run) {
     auto* command = app.add_subcommand("render", "Save a view of the map");

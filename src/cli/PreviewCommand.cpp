@@ -1,0 +1,50 @@
+// preview: the height picture, the same as the preview window saves.
+#include "cli/Commands.h"
+#include "cli/SavedPicture.h"
+#include "theater/HeightPicture.h"
+#include "workspace/DrawingSurface.h"
+
+#include <memory>
+
+namespace vardenix {
+
+namespace {
+
+struct PreviewOptions {
+    explicit PreviewOptions(CLI::App& command) : Files(command) {}
+    TheaterFiles Files;
+    std::string Out;
+};
+
+Raster RasterOf(const HeightPicture& heights) {
+    Raster picture(heights.Side, heights.Side);
+    auto pixel = heights.Pixels.begin();
+    for (int32_t y = 0; y < heights.Side; ++y)
+        for (int32_t x = 0; x < heights.Side; ++x)
+            picture.Row(y)[x] = OpaquePixel(*pixel++);
+    return picture;
+}
+
+} // namespace
+
+void AddPreview(CLI::App& app, CommandRun& run) {
+    auto* command =
+        app.add_subcommand("preview", "Save the height picture, a pixel a post");
+    auto options = std::make_shared<PreviewOptions>(*command);
+    command->add_option("OUT", options->Out, "PNG, BMP or JPEG file, by its name")
+        ->required();
+    command->callback([options, &run] {
+        run = [options](CommandContext& context) {
+            context.Open(options->Files);
+            const Configuration& settings = context.State.Configuration;
+            Raster picture = RasterOf(
+                ShowLFile(context.State.Terrain,
+                          {settings.PreviewSeaColor, settings.PreviewLevelColors},
+                          context.Progress, context.Log));
+            SavePicture(picture, options->Out);
+            return ExitDone;
+        };
+    });
+}
+
+} // namespace vardenix

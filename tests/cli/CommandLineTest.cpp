@@ -1,0 +1,150 @@
+// The real vardenix-cli, run with no display on theaters made by the tests.
+#include "support/RunProgram.h"
+#include "support/TestFolder.h"
+#include "support/TheaterMaker.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace vardenix::tests {
+namespace {
+
+using Json = nlohmann::json;
+
+class CommandLine : public testing::Test {
+protected:
+    void SetUp() override {
+        level_ = MadeLevel::Empty(32);
+        level_.At(4, 6) = {1, -20, 7, 8, 9};
+        level_.At(30, 31) = {16, 900, 0, 0, 0};
+        WriteLevel();
+        folder_.Write("my theater/terrain/theater.map", std::string(1112, '\0'));
+        folder_.Write(
+            "my theater/texture/Texture.bin",
+            CatalogueBytes({{1, {{"SEA.PCX"}, {"SHORE.PCX"}}}, {4, {{"LAND.PCX"}}}}));
+        folder_.Write("my theater/texture/texture/sea.dds", "x");
+        folder_.Write("my theater/texture/texture/land.dds", "x");
+    }
+    void WriteLevel() {
+        const PairBytes pair = ScatteredPair(level_);
+        folder_.Write("my theater/terrain/theater.L2", pair.L);
+        folder_.Write("my theater/terrain/theater.O2", pair.O);
+    }
+    ProgramResult Run(std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), VARDENIX_CLI);
+        return RunProgram(arguments);
+    }
+    ProgramResult RunOn(std::vector<std::string> arguments) {
+        arguments.insert(arguments.end(), {"--theater", folder_.File("my theater")});
+        return Run(arguments);
+    }
+
+    TestFolder folder_;
+    MadeLevel level_;
+};
+
+TEST_F(CommandLine, InfoTellsTheSizes) {
+    const ProgramResult result = RunOn({"info", "--json"});
+    EXPECT_EQ(result.ExitCode, 0);
+    EXPECT_EQ(result.Errors, "File SHORE.PCX wasn't found.\n");
+    const Json info = Json::parse(result.Output);
+    EXPECT_EQ(info["posts a side"], 32);
+    EXPECT_EQ(info["segments a side"], 2);
+    EXPECT_EQ(info["posts that are not sea"], 2);
+    EXPECT_EQ(info["lowest post, feet"], -20);
+    EXPECT_EQ(info["highest post, feet"], 900);
+    EXPECT_EQ(info["sets"], 2);
+    EXPECT_EQ(info["tiles"], 3);
+    EXPECT_EQ(info["tiles without a picture"], 1);
+}
+
+TEST_F(CommandLine, TheFourPathsNameATheaterToo) {
+    const std::string base = folder_.File("my theater");
+    const ProgramResult result =
+        Run({"info", "--l2", base + "/terrain/theater.l2", "--bin",
+             base + "\\texture\\texture.bin", "--map", base + "/terrain/theater.map",
+             "--dds", base + "/texture/texture"});
+    EXPECT_EQ(result.ExitCode, 0);
+    EXPECT_NE(result.Output.find("posts a side: 32\n"), std::string::npos);
+}
+
+TEST_F(CommandLine, GetTellsOnePostCountedFrom0) {
+    const Json post = Json::parse(RunOn({"get", "3", "5", "--json"}).Output);
+    EXPECT_EQ(post["tile"], 1);
+    EXPECT_EQ(post["name"], "SHORE.PCX");
+    EXPECT_EQ(post["terrain"], "Water");
+    EXPECT_EQ(post["elevation"], -20);
+    EXPECT_EQ(post["palette"], 7);
+    EXPECT_EQ(post["x1"], 8);
+    EXPECT_EQ(post["x2"], 9);
+    const ProgramResult outside = RunOn({"get", "32", "0"});
+    EXPECT_EQ(outside.ExitCode, 3);
+    EXPECT_NE(outside.Errors.find("Run-time error '9'"), std::string::npos);
+}
+
+TEST_F(CommandLine, CheckFindsPostsWithoutATile) {
+    const ProgramResult clean = RunOn({"check"});
+    EXPECT_EQ(clean.ExitCode, 0);
+    EXPECT_EQ(clean.Output, "");
+    level_.At(2, 3).Tile = 31;
+    level_.At(5, 3).Tile = 4000;
+    WriteLevel();
+    const ProgramResult found =
+        RunOn({"check", "--json", "--report", folder_.File("my report.txt")});
+    EXPECT_EQ(found.ExitCode, 1);
+    EXPECT_EQ(Json::parse(found.Output),
+              Json::parse(R"([{"x":1,"y":2,"tile":31},{"x":4,"y":2,"tile":4000}])"));
+    const std::string report = Slurp(folder_.File("my report.txt"));
+    EXPECT_NE(report.find("X,Y\tTile Offset\r\n"), std::string::npos);
+    EXPECT_EQ(report.substr(report.size() - 18), "2,3\t31\r\n5,3\t4000\r\n");
+    EXPECT_EQ(RunOn({"check"}).Output, "X 1, Y 2: tile 31\nX 4, Y 2: tile 4000\n");
+}
+
+TEST_F(CommandLine, ANegativeTileIsARunTimeError) {
+    level_.At(2, 3).Tile = -1;
+    WriteLevel();
+    const ProgramResult result = RunOn({"check"});
+    EXPECT_EQ(result.ExitCode, 3);
+    EXPECT_NE(result.Errors.find("X 1, Y 2, counted from 0, has the tile number -1"),
+              std::string::npos);
+}
+
+TEST_F(CommandLine, PreviewSavesByTheNamesExtension) {
+    for (const auto& [name, magic] :
+         {std::pair<std::string, std::string>{"a b.png", "\x89PNG"},
+          {"c.bmp", "BM"},
+          {"d.jpg", "\xFF\xD8\xFF"}}) {
+        const ProgramResult result = RunOn({"preview", folder_.File(name)});
+        EXPECT_EQ(result.ExitCode, 0);
+        EXPECT_EQ(result.Output, folder_.File(name) + "\n");
+        EXPECT_EQ(Slurp(folder_.File(name)).substr(0, magic.size()), magic);
+    }
+}
+
+TEST_F(CommandLine, UsageIsExplainedOnTheStandardError) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{},
+          {"paint"},
+          {"info"},
+          {"get", "1", "x"},
+          {"info", "--l2", "x"},
+          {"info", "--theater", "a", "--bin", "b"}}) {
+        const ProgramResult result = Run(arguments);
+        EXPECT_EQ(result.ExitCode, 2);
+        EXPECT_EQ(result.Output, "");
+        EXPECT_NE(result.Errors.find("--help"), std::string::npos) << result.Errors;
+    }
+    const ProgramResult help = Run({"--help"});
+    EXPECT_EQ(help.ExitCode, 0);
+    EXPECT_NE(help.Output.find("preview"), std::string::npos);
+}
+
+TEST_F(CommandLine, AMissingTheaterIsARunTimeError) {
+    const ProgramResult result = Run({"info", "--theater", folder_.File("none")});
+    EXPECT_EQ(result.ExitCode, 3);
+    EXPECT_EQ(result.Errors, "L2 File not found\nRun-time error '53':\n\nFile not found\n"
+                             "the theater cannot be opened\n");
+}
+
+} // namespace
+} // namespace vardenix::tests
