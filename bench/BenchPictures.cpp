@@ -100,6 +100,17 @@ void DecodeAllTiles(benchmark::State& state) {
 }
 BENCHMARK(DecodeAllTiles)->Unit(benchmark::kMillisecond);
 
+// The same with the pictures held till all are there, as whoever paints them again must.
+void DecodeAndHoldAllTiles(benchmark::State& state) {
+    for (auto _ : state) {
+        std::vector<Bitmap> held;
+        for (int i = 0; i < TileCount; ++i)
+            held.push_back(ImageLoad(PictureFormat::Dds, AllTiles().Path(i)));
+        benchmark::DoNotOptimize(held.data());
+    }
+}
+BENCHMARK(DecodeAndHoldAllTiles)->Unit(benchmark::kMillisecond);
+
 // Posts along a side of the view: 100, 2,500 and 40,000 posts.
 void PaintCold(benchmark::State& state) {
     Raster raster(ViewSide, ViewSide);
