@@ -99,8 +99,11 @@ bool TilePictures::Paint(const RasterView& target, TilePictureId id,
         LookAtFile(picture);
     if (!picture.Present)
         return false;
-    if (cell.Width < 1 || cell.Height < 1)
-        return picture.Decoded || !picture.Cells.empty() || Decode(id);
+    if (cell.Width < 1 || cell.Height < 1) {
+        const bool isPicture = !picture.Cells.empty() || Decode(id);
+        Trim();
+        return isPicture;
+    }
 
     // A cell that would push out everything else is painted without being kept.
     if (PixelBytes(cell.Width, cell.Height) > memoryBound_ / 2) {

@@ -203,7 +203,7 @@ TEST(ImageSaveEx, GoesToTheNearestDepthThatTheFormatTakes) {
         return Reload(ImageSaveEx(bitmap, folder.File(name), options)).BitsPerPixel();
     };
     EXPECT_EQ(depth("a.jpg", 32, 0), 24);
-    EXPECT_EQ(depth("a.jpg", 16, 0), 24); // 8 is as near, and loses more
+    EXPECT_EQ(depth("a.png", 16, 0), 24); // 8 is as near, and loses more
     EXPECT_EQ(depth("a.tga", 32, 0), 32);
     EXPECT_EQ(depth("a.tga", 32, 24), 24);
     EXPECT_EQ(depth("a.tga", 4, 0), 8);

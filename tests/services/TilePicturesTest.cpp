@@ -219,7 +219,7 @@ TEST(TilePictures, StaysWithinItsMemoryAndPaintsTheSame) {
                 const std::string path =
                     folder.Write(std::to_string(tile) + ".dds", Tile(32, tile * 20));
                 const auto id = pictures.IdOf(path, Dds, TileUse::Day);
-                for (const int side : {5, 20, 40}) {
+                for (const int side : {0, 5, 20, 40}) {
                     Raster cached(40, 40, Ground);
                     Raster afresh(40, 40, Ground);
                     ASSERT_TRUE(PaintCell(pictures, id, cached, side));
