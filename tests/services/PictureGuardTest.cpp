@@ -100,6 +100,17 @@ TEST(DdsGuard, TakesTheTopLevelOfAMipMappedTile) {
     EXPECT_EQ(Refusal(PictureFormat::Dds, file.substr(0, 159)), 481);
 }
 
+TEST(DdsGuard, ReadsTheLargestSides) {
+    for (const auto& [width, height] : {std::pair{8192U, 4U}, {2U, 8192U}}) {
+        const Bitmap bitmap =
+            Decode(PictureFormat::Dds, BlockTile(width, height, "DXT1"));
+        const auto [x, y] = std::pair{bitmap.Width() - 1, bitmap.Height() - 1};
+        EXPECT_EQ(x, static_cast<int>(width) - 1);
+        EXPECT_EQ(PixelOf(bitmap, x, y),
+                  BlockPixel(width, width - 1, height - 1, "DXT1"));
+    }
+}
+
 TEST(DdsGuard, RefusesEachCutFile) {
     ExpectEachCutRefused(PictureFormat::Dds, BlockTile(9, 6, "DXT1"));
     ExpectEachCutRefused(PictureFormat::Dds, BlockTile(9, 6, "DXT5"));
