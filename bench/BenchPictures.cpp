@@ -80,6 +80,7 @@ void PaintView(TilePictures& pictures, const std::vector<TilePictureId>& ids,
 
 std::vector<TilePictureId> Ids(TilePictures& pictures, TileUse use) {
     std::vector<TilePictureId> ids;
+    ids.reserve(TileCount);
     for (int i = 0; i < TileCount; ++i)
         ids.push_back(pictures.IdOf(AllTiles().Path(i), PictureFormat::Dds, use));
     return ids;
@@ -104,6 +105,7 @@ BENCHMARK(DecodeAllTiles)->Unit(benchmark::kMillisecond);
 void DecodeAndHoldAllTiles(benchmark::State& state) {
     for (auto _ : state) {
         std::vector<Bitmap> held;
+        held.reserve(TileCount);
         for (int i = 0; i < TileCount; ++i)
             held.push_back(ImageLoad(PictureFormat::Dds, AllTiles().Path(i)));
         benchmark::DoNotOptimize(held.data());
