@@ -109,9 +109,10 @@ TEST(ImageLoadEx, AgreesWithAnotherReaderOnItsTiles) {
         for (int y = 0; y < 32; ++y)
             for (int x = 0; x < 64; ++x)
                 for (int part = 0; part < 3; ++part) {
-                    const auto at = static_cast<size_t>(y * 256 + x * 4 + part);
-                    ASSERT_NEAR(PixelOf(bitmap, x, y) >> (8 * part) & 255,
-                                static_cast<unsigned char>(expected[at]), 4)
+                    const int at = y * 256 + x * 4 + part;
+                    ASSERT_NEAR(
+                        PixelOf(bitmap, x, y) >> (8 * part) & 255,
+                        static_cast<unsigned char>(expected[static_cast<size_t>(at)]), 4)
                         << kind << " " << x << "," << y;
                 }
     }
