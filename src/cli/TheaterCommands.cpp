@@ -56,8 +56,8 @@ Json InfoOf(const ProgramState& state) {
             {"posts a side", state.Terrain.MapWidth},
             {"segments a side", state.Terrain.MapWidth / SegmentSide},
             {"posts that are not sea", land},
-            {"lowest post, feet", posts.empty() ? 0 : lowest->Elevation},
-            {"highest post, feet", posts.empty() ? 0 : highest->Elevation},
+            {"lowest post, feet", posts.empty() ? 0 : int32_t{lowest->Elevation}},
+            {"highest post, feet", posts.empty() ? 0 : int32_t{highest->Elevation}},
             {"sets", state.Catalogue.Bin.NumSets},
             {"tiles", state.Catalogue.Bin.NumTiles},
             {"tiles without a picture", missing}};
@@ -67,7 +67,7 @@ Json PlaceOf(const Terrain& terrain, int32_t serial) {
     const PostXY post = SerialToXY(serial, terrain.MapWidth);
     return {{"x", static_cast<int>(post.X) - 1},
             {"y", static_cast<int>(post.Y) - 1},
-            {"tile", terrain.LxArr(serial).TileOffset}};
+            {"tile", int32_t{terrain.LxArr(serial).TileOffset}}};
 }
 
 void AppendReport(const std::string& path, const std::string& text) {
@@ -86,12 +86,12 @@ Json PostOf(const ProgramState& state, int32_t x, int32_t y) {
         post.TileOffset >= 0 && number < lookup.size() && lookup[number].Terrain != -1;
     return {{"x", x},
             {"y", y},
-            {"tile", post.TileOffset},
+            {"tile", int32_t{post.TileOffset}},
             {"name", known ? Utf8FromBytes(lookup[number].Name)
                            : std::string("Not Specified in BIN File")},
             {"terrain",
              known ? TerrainName(static_cast<uint8_t>(lookup[number].Terrain)) : ""},
-            {"elevation", post.Elevation},
+            {"elevation", int32_t{post.Elevation}},
             {"palette", post.Palette},
             {"x1", post.X1},
             {"x2", post.X2}};

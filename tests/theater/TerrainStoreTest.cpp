@@ -53,6 +53,9 @@ protected:
                                folder_.File("terrain/" + name + ".O2"));
     }
 
+    // A copy: the field itself is unaligned.
+    int32_t TileAt(int32_t serial) const { return terrain_.LxArr(serial).TileOffset; }
+
     TestFolder folder_;
     SystemClock clock_;
     DebugLog log_{clock_};
@@ -164,9 +167,8 @@ TEST_F(TerrainStore, AnOFileOf17BytesGives33PostsASide) {
     Load();
     EXPECT_EQ(terrain_.MapWidth, 33);
     EXPECT_EQ(terrain_.LxArr.UpperBound(), 33 * 33);
-    EXPECT_EQ(terrain_.LxArr(SegToSerial(2, 1, 3, 4, 33)).TileOffset,
-              level.Posts[3 * 32 + 18].Tile);
-    EXPECT_EQ(terrain_.LxArr(33).TileOffset, 0);
+    EXPECT_EQ(TileAt(SegToSerial(2, 1, 3, 4, 33)), level.Posts[3 * 32 + 18].Tile);
+    EXPECT_EQ(TileAt(33), 0);
 }
 
 TEST_F(TerrainStore, BadPairsEndInAMessageAndLeaveTheTerrain) {
