@@ -84,9 +84,9 @@ struct BenchMap {
         World.Catalogue.Lookup.resize(TileFolder::Count);
         for (int i = 0; i < TileFolder::Count; ++i) {
             TileInfo& entry = World.Catalogue.Lookup[static_cast<size_t>(i)];
-            entry = {.DayFile = "H" + std::to_string(i) + ".dds",
-                     .NightFile = "H" + std::to_string(i) + "N.dds",
-                     .HasImage = 1};
+            entry.DayFile = "H" + std::to_string(i) + ".dds";
+            entry.NightFile = "H" + std::to_string(i) + "N.dds";
+            entry.HasImage = 1;
             World.AddPath(i, {10, 100, 0, 1640, 3280, 1640});
             World.AddArea(i, {7, 400, 1640, 1640});
         }

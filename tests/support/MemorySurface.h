@@ -35,8 +35,8 @@ public:
     }
     void DrawText(PicturePoint topLeft, std::string_view text, uint32_t color) override {
         const TextSize size = MeasureText(text);
-        BlendColor({PixelAt(topLeft.X), PixelAt(topLeft.Y), size.Width, size.Height},
-                   color, 255);
+        SetPen(color, 1);
+        Rectangle(topLeft, {topLeft.X + size.Width - 1, topLeft.Y + size.Height - 1});
     }
 
 protected:

@@ -12,7 +12,8 @@
 namespace vardenix::tests {
 
 // What a repaint did, in order, one line for each step: "tile A 0,128 128x128",
-// "box 0,0 64,64 pen 0000FF 1 none". Colours are 00BBGGRR in six digits.
+// "tile A 0,27 5x5 of 6" (cut from a larger square), "box 0,0 64,64 pen 0000FF 1 none".
+// Colours are 00BBGGRR in six digits.
 class Story {
 public:
     void Tell(const std::string& line) { lines_.push_back(line); }
@@ -48,10 +49,13 @@ public:
     // Nothing is painted, so there are none.
     RasterView Pixels() override { return {}; }
     void Clear(uint32_t color) override { story_.Tell("clear " + Six(color)); }
-    bool PaintTile(TilePictures&, TilePictureId id, const PixelRect& cell) override {
+    bool PaintTile(TilePictures&, TilePictureId id, const PixelRect& cell,
+                   int32_t side) override {
         if (OnTile)
             OnTile();
-        story_.Tell("tile " + names_[id] + " " + At(cell));
+        const bool cut = cell.Width != side || cell.Height != side;
+        story_.Tell("tile " + names_[id] + " " + At(cell) +
+                    (cut ? " of " + std::to_string(side) : ""));
         return true;
     }
     void BlendColor(const PixelRect& rect, uint32_t color, uint8_t alpha) override {

@@ -144,11 +144,11 @@ TEST_F(Map, CellsMeetWithoutGaps) {
     world_.View.TilePixels = 16; // 5.33 pixels a post: 0, 5, 11, 16, 21, 27, 32
     const Lines tiles = PaintedLines("tile");
     ASSERT_EQ(tiles.size(), 36U);
-    EXPECT_EQ(tiles[0], "tile D0 0,27 5x5");
-    EXPECT_EQ(tiles[1], "tile D0 5,27 6x5");
-    EXPECT_EQ(tiles[2], "tile D0 11,27 5x5");
+    EXPECT_EQ(tiles[0], "tile D0 0,27 5x5 of 6");
+    EXPECT_EQ(tiles[1], "tile D0 5,27 6x5 of 6");
+    EXPECT_EQ(tiles[2], "tile D0 11,27 5x5 of 6");
     EXPECT_EQ(tiles[7], "tile D0 5,21 6x6");
-    EXPECT_EQ(tiles[35], "tile D0 27,0 5x5");
+    EXPECT_EQ(tiles[35], "tile D0 27,0 5x5 of 6");
 }
 
 TEST_F(Map, HalvesGoToTheEvenPixel) {
@@ -156,10 +156,10 @@ TEST_F(Map, HalvesGoToTheEvenPixel) {
     world_.View.TilePixels = 5; // 2.5 pixels a post: 0, 2, 5, 8, 10
     const Lines tiles = PaintedLines("tile");
     ASSERT_EQ(tiles.size(), 16U);
-    EXPECT_EQ(tiles[0], "tile D0 0,8 2x2");
-    EXPECT_EQ(tiles[1], "tile D0 2,8 3x2");
-    EXPECT_EQ(tiles[2], "tile D0 5,8 3x2");
-    EXPECT_EQ(tiles[3], "tile D0 8,8 2x2");
+    EXPECT_EQ(tiles[0], "tile D0 0,8 2x2 of 3");
+    EXPECT_EQ(tiles[1], "tile D0 2,8 3x2 of 3");
+    EXPECT_EQ(tiles[2], "tile D0 5,8 3x2 of 3");
+    EXPECT_EQ(tiles[3], "tile D0 8,8 2x2 of 3");
     EXPECT_EQ(tiles[5], "tile D0 2,5 3x3");
 }
 
