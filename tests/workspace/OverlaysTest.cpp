@@ -141,7 +141,8 @@ TEST_F(Overlay, NightTilesNeedAnEntryAndAPicture) {
     world_.SetTile(1, 2, -1);
     world_.SetTile(2, 2, 6);
     world_.Catalogue.Lookup[6].HasImage = 0;
-    surface_.Name(world_.Night(5), "N5");
+    for (const int number : {5, 6})
+        surface_.Name(world_.Night(number), "N" + std::to_string(number));
     Painted("tile");
     Lines night;
     for (const std::string& line : story_.Lines("tile"))

@@ -114,6 +114,20 @@ TEST_F(Painted, WithTheCacheIsPixelForPixelAsWithout) {
         }
 }
 
+TEST_F(Painted, ACellPastTheUpperLeftCornerShowsItsLowerRightPart) {
+    MemorySurface whole(16);
+    MemorySurface part(16);
+    const TilePictureId tile = world_.Day(2); // 32 pixels a side
+    EXPECT_TRUE(whole.PaintTile(world_.Pictures, tile, {0, 0, 16, 16}, 16));
+    EXPECT_TRUE(part.PaintTile(world_.Pictures, tile, {-4, -8, 15, 16}, 16));
+    for (int32_t y = 0; y < 8; ++y)
+        for (int32_t x = 0; x < 11; ++x)
+            EXPECT_EQ(part.At(x, y), whole.At(x + 4, y + 8)) << x << "," << y;
+    EXPECT_EQ(part.At(11, 0), 0U); // cut from the square
+    EXPECT_EQ(part.At(0, 8), 0U);
+    EXPECT_TRUE(part.PaintTile(world_.Pictures, tile, {100, -200, 15, 16}, 16));
+}
+
 TEST_F(Painted, EveryDistinctTileIsDecodedOnce) {
     world_.View.ZoomPosts = 7;
     Repainted(world_.Pictures);
