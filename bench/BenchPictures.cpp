@@ -80,6 +80,7 @@ void PaintView(TilePictures& pictures, const std::vector<TilePictureId>& ids,
 
 std::vector<TilePictureId> Ids(TilePictures& pictures, TileUse use) {
     std::vector<TilePictureId> ids;
+    ids.reserve(TileCount);
     for (int i = 0; i < TileCount; ++i)
         ids.push_back(pictures.IdOf(AllTiles().Path(i), PictureFormat::Dds, use));
     return ids;
@@ -99,6 +100,18 @@ void DecodeAllTiles(benchmark::State& state) {
                 ImageLoad(PictureFormat::Dds, AllTiles().Path(i)).Handle());
 }
 BENCHMARK(DecodeAllTiles)->Unit(benchmark::kMillisecond);
+
+// The same with the pictures held till all are there, as whoever paints them again must.
+void DecodeAndHoldAllTiles(benchmark::State& state) {
+    for (auto _ : state) {
+        std::vector<Bitmap> held;
+        held.reserve(TileCount);
+        for (int i = 0; i < TileCount; ++i)
+            held.push_back(ImageLoad(PictureFormat::Dds, AllTiles().Path(i)));
+        benchmark::DoNotOptimize(held.data());
+    }
+}
+BENCHMARK(DecodeAndHoldAllTiles)->Unit(benchmark::kMillisecond);
 
 // Posts along a side of the view: 100, 2,500 and 40,000 posts.
 void PaintCold(benchmark::State& state) {

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 using namespace vardenix;
 
@@ -40,7 +41,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         Require(bitmap.Width() >= 1 && bitmap.Width() <= PictureLargestSide);
         Require(bitmap.Height() >= 1 && bitmap.Height() <= PictureLargestSide);
         // Every pixel is looked at, so that a bitmap with less memory than it says shows.
-        static volatile uint32_t seen = 0;
+        [[maybe_unused]] static volatile uint32_t seen = 0;
         seen = SumOf(BitmapToPicture(bitmap)) +
                SumOf(BitmapToPicture(MaskNightPicture(bitmap)));
     } catch (const RuntimeError& error) {

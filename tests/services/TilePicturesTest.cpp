@@ -63,6 +63,16 @@ bool PaintCell(TilePictures& pictures, TilePictureId id, Raster& raster, int sid
     return pictures.Paint(raster.View(), id, {0, 0, side, side});
 }
 
+std::vector<TilePictureId> TilesOf(TilePictures& pictures, const TestFolder& folder,
+                                   size_t count, int side) {
+    std::vector<TilePictureId> ids(count);
+    for (size_t tile = 0; tile < count; ++tile)
+        ids[tile] = pictures.IdOf(folder.Write(std::to_string(tile) + ".dds",
+                                               Tile(side, static_cast<int>(tile))),
+                                  Dds, TileUse::Day);
+    return ids;
+}
+
 TEST(TilePictures, PaintsWhatLoadingAndStretchingWouldPaint) {
     const TestFolder folder;
     const std::string tile = folder.Write("a tile.dds", Tile(128, 40));
@@ -219,7 +229,7 @@ TEST(TilePictures, StaysWithinItsMemoryAndPaintsTheSame) {
                 const std::string path =
                     folder.Write(std::to_string(tile) + ".dds", Tile(32, tile * 20));
                 const auto id = pictures.IdOf(path, Dds, TileUse::Day);
-                for (const int side : {5, 20, 40}) {
+                for (const int side : {0, 5, 20, 40}) {
                     Raster cached(40, 40, Ground);
                     Raster afresh(40, 40, Ground);
                     ASSERT_TRUE(PaintCell(pictures, id, cached, side));
@@ -237,11 +247,7 @@ TEST(TilePictures, DropsSourcesBeforeTheCellsOfARepaint) {
     const TestFolder folder;
     // Room for one decoded tile of 64 by 64 and for all the cells of 8 by 8.
     TilePictures pictures(64 * 64 * 4 + 20 * 8 * 8 * 4);
-    std::vector<TilePictureId> ids;
-    for (int tile = 0; tile < 20; ++tile)
-        ids.push_back(
-            pictures.IdOf(folder.Write(std::to_string(tile) + ".dds", Tile(64, tile)),
-                          Dds, TileUse::Day));
+    const auto ids = TilesOf(pictures, folder, 20, 64);
     Raster raster(8, 8);
     for (int round = 0; round < 3; ++round) {
         pictures.BeginRepaint();
@@ -254,11 +260,7 @@ TEST(TilePictures, DropsSourcesBeforeTheCellsOfARepaint) {
 TEST(TilePictures, DropsWhatWasUsedLongestAgo) {
     const TestFolder folder;
     TilePictures pictures(2 * (16 * 16 + 8 * 8) * 4);
-    std::vector<TilePictureId> ids;
-    for (int tile = 0; tile < 3; ++tile)
-        ids.push_back(
-            pictures.IdOf(folder.Write(std::to_string(tile) + ".dds", Tile(16, tile)),
-                          Dds, TileUse::Day));
+    const auto ids = TilesOf(pictures, folder, 3, 16);
     Raster raster(8, 8);
     const auto decodes = [&](size_t tile, int side) {
         const uint64_t before = pictures.Decodes();
