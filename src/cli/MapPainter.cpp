@@ -1,0 +1,55 @@
+#include "cli/MapPainter.h"
+
+#include "services/TilePictures.h"
+#include "workspace/MapRenderer.h"
+#include "workspace/windows/QtDrawingSurface.h"
+
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace vardenix {
+
+namespace {
+
+// Nobody sees the repaint or ends it.
+class NoScreen : public MapScreen {
+public:
+    void ClearPicShow() override {}
+    void CopyToPicShow() override {}
+    void LookForEsc() override {}
+    void MakeViewPort(const MapView&) override {}
+};
+
+Raster CopyOf(RasterView view) {
+    Raster copy(view.Width, view.Height);
+    for (int32_t y = 0; y < view.Height; ++y)
+        std::copy_n(view.Row(y), view.Width, copy.Row(y));
+    return copy;
+}
+
+} // namespace
+
+Raster PaintMap(ProgramState& state, const MapView& view, Progress& progress,
+                DebugLog& log) {
+    // The toolkit draws the texts, and wants to be started for that; no display is asked
+    // for.
+    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    std::string name = "vardenix-cli";
+    char* arguments[] = {name.data(), nullptr};
+    int count = 1;
+    const QGuiApplication toolkit(count, arguments);
+
+    TilePictures pictures;
+    MapRenderer renderer({state.Terrain, state.Catalogue, state.MapFileRecord,
+                          state.Configuration, state.Folders.AppPath},
+                         {pictures, progress, log, state.AbortPaint});
+    QtDrawingSurface surface;
+    surface.Resize(view.PictureSide());
+    NoScreen screen;
+    renderer.RefreshPicArray(view, surface, screen, nullptr);
+    return CopyOf(surface.Pixels());
+}
+
+} // namespace vardenix
