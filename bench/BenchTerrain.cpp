@@ -86,20 +86,27 @@ void Load(benchmark::State& state) {
         LoadLFile(terrain, progress, log);
 }
 
-// The same bytes, as plainly as can be: one write, one flush, for each file.
+// The same bytes beside the old ones, as plainly as can be: for each file one write and
+// one flush, then the old file goes.
 void BareWrite(benchmark::State& state) {
     const Land& land = Land::Of(state.range(0));
     const FileBytes bytesL = ReadWholeFile(land.terrain.LFilename);
     const FileBytes bytesO = ReadWholeFile(land.terrain.OFilename);
-    const auto put = [](const std::string& path, const FileBytes& bytes) {
+    const auto put = [](const std::string& path, const std::string& old,
+                        const FileBytes& bytes) {
         const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
         benchmark::DoNotOptimize(::write(file, bytes.data(), bytes.size()));
         ::fsync(file);
         ::close(file);
+        ::unlink(old.c_str());
     };
+    bool odd = false;
     for (auto _ : state) {
-        put(land.File("bare.L"), bytesL);
-        put(land.File("bare.O"), bytesO);
+        put(land.File(odd ? "odd.L" : "even.L"), land.File(odd ? "even.L" : "odd.L"),
+            bytesL);
+        put(land.File(odd ? "odd.O" : "even.O"), land.File(odd ? "even.O" : "odd.O"),
+            bytesO);
+        odd = !odd;
     }
 }
 
@@ -157,8 +164,8 @@ void Halve(benchmark::State& state) {
     }
 }
 
-// A theater is opened once: memory comes fresh from the system each time, for the job and for the
-// bare work alike.
+// A theater is opened once: memory comes fresh from the system each time, for the job and
+// for the bare work alike.
 const bool FreshMemory = mallopt(M_MMAP_THRESHOLD, 1 << 17) == 1;
 
 BENCHMARK(BareRead)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);

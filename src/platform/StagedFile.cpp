@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -94,7 +95,7 @@ StagedFile::StagedFile(std::string_view path)
     if (!file_.IsOpen())
         ThrowSystemError(errno, "writing", text_);
     present_ = true;
-    buffer_.reserve(BufferSize);
+    buffer_ = FileBytes(BufferSize);
 }
 
 StagedFile::~StagedFile() {
@@ -105,11 +106,11 @@ StagedFile::~StagedFile() {
 void StagedFile::Write(std::span<const std::byte> bytes) {
     position_ += bytes.size();
     while (!bytes.empty()) {
-        const size_t part = std::min(bytes.size(), BufferSize - buffer_.size());
-        const auto head = bytes.first(part);
-        buffer_.insert(buffer_.end(), head.begin(), head.end());
+        const size_t part = std::min(bytes.size(), BufferSize - buffered_);
+        std::memcpy(buffer_.data() + buffered_, bytes.data(), part);
+        buffered_ += part;
         bytes = bytes.subspan(part);
-        if (buffer_.size() == BufferSize)
+        if (buffered_ == BufferSize)
             Drain();
     }
 }
@@ -122,9 +123,9 @@ void StagedFile::WriteInt32(int32_t value) { Write(std::as_bytes(std::span(&valu
 
 void StagedFile::Drain() {
     size_t done = 0;
-    while (done < buffer_.size()) {
+    while (done < buffered_) {
         const ssize_t put =
-            ::write(file_.Handle(), buffer_.data() + done, buffer_.size() - done);
+            ::write(file_.Handle(), buffer_.data() + done, buffered_ - done);
         if (put < 0 && errno == EINTR)
             continue;
         if (put < 0)
@@ -133,7 +134,10 @@ void StagedFile::Drain() {
             ThrowSystemError(ENOSPC, "writing", text_);
         done += static_cast<size_t>(put);
     }
-    buffer_.clear();
+    buffered_ = 0;
+    // The disk may begin while the next bytes are made, so that less is left for the
+    // flush; the answer does not matter, since the flush tells of every fault.
+    ::sync_file_range(file_.Handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
 }
 
 void StagedFile::KeepRightsOfOldFile() {

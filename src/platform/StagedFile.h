@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/BinaryReader.h"
 #include "platform/SystemFile.h"
 
 #include <cstddef>
@@ -8,7 +9,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace vardenix {
 
@@ -51,7 +51,8 @@ private:
     std::filesystem::path target_;
     std::filesystem::path staged_;
     SystemFile file_;
-    std::vector<std::byte> buffer_;
+    FileBytes buffer_;
+    size_t buffered_ = 0;
     uint64_t position_ = 0;
     bool present_ = false; // the staged file is ours to drop
 };

@@ -34,17 +34,22 @@ constexpr const char* Dashes = "-----------------------------------";
 std::vector<int32_t> CountNumbers(std::span<const TerrainPost> posts, size_t numbers) {
     constexpr size_t Tables = 4;
     const size_t width = numbers + 1;
+    const auto last = static_cast<uint32_t>(numbers);
     std::vector<int32_t> counts(width * Tables, 0);
-    const auto count = [&counts, numbers](const TerrainPost& post, size_t table) {
-        const size_t number = static_cast<uint32_t>(post.TileOffset);
-        ++counts[table + std::min(number, numbers)];
+    int32_t* const tables[Tables] = {&counts[0], &counts[width], &counts[2 * width],
+                                     &counts[3 * width]};
+    const auto count = [last](int32_t* table, const TerrainPost& post) {
+        ++table[std::min(static_cast<uint32_t>(post.TileOffset), last)];
     };
     size_t i = 0;
-    for (; i + Tables <= posts.size(); i += Tables)
-        for (size_t table = 0; table < Tables; ++table)
-            count(posts[i + table], table * width);
+    for (; i + Tables <= posts.size(); i += Tables) {
+        count(tables[0], posts[i]);
+        count(tables[1], posts[i + 1]);
+        count(tables[2], posts[i + 2]);
+        count(tables[3], posts[i + 3]);
+    }
     for (; i < posts.size(); ++i)
-        count(posts[i], 0);
+        count(tables[0], posts[i]);
     for (size_t number = 0; number < width; ++number)
         for (size_t table = 1; table < Tables; ++table)
             counts[number] += counts[table * width + number];
