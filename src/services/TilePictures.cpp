@@ -219,7 +219,7 @@ bool TilePictures::Decode(TilePictureId id) {
 }
 
 TilePictures::KeptList::iterator TilePictures::Keep(KeptList& list, const Kept& kept) {
-    memoryInUse_ += kept.Bytes;
+    Count(kept, static_cast<ptrdiff_t>(kept.Bytes));
     list.push_front(kept);
     return list.begin();
 }
@@ -229,7 +229,17 @@ void TilePictures::Touch(KeptList& list, KeptList::iterator place) {
     list.splice(list.begin(), list, place);
 }
 
+void TilePictures::Count(const Kept& kept, ptrdiff_t bytes) {
+    memoryInUse_ += static_cast<size_t>(bytes);
+    if (kept.Width == 0)
+        decodedInUse_ += static_cast<size_t>(bytes);
+}
+
 void TilePictures::Trim() {
+    // Fresh memory for every decoded picture of a large view costs more than decoding
+    // some of them again for the next zoom.
+    while (decodedInUse_ > memoryBound_ / DecodedShare && decoded_.size() > 1)
+        DropLast(decoded_);
     while (memoryInUse_ > memoryBound_) {
         // A cell of this repaint is worth more than its source: it is wanted again at
         // once.
@@ -252,18 +262,19 @@ void TilePictures::DropLast(KeptList& list) {
             return cell->Pixels.Width() == kept.Width &&
                    cell->Pixels.Height() == kept.Height;
         });
-    memoryInUse_ -= kept.Bytes;
+    Count(kept, -static_cast<ptrdiff_t>(kept.Bytes));
     list.pop_back();
 }
 
 void TilePictures::Forget(Picture& picture) {
     if (picture.Decoded) {
-        memoryInUse_ -= picture.DecodedPlace->Bytes;
+        Count(*picture.DecodedPlace,
+              -static_cast<ptrdiff_t>(picture.DecodedPlace->Bytes));
         decoded_.erase(picture.DecodedPlace);
         picture.Decoded = Bitmap();
     }
     for (const auto& cell : picture.Cells) {
-        memoryInUse_ -= cell->Place->Bytes;
+        Count(*cell->Place, -static_cast<ptrdiff_t>(cell->Place->Bytes));
         cells_.erase(cell->Place);
     }
     picture.Cells.clear();

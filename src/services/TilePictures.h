@@ -30,8 +30,10 @@ using TilePictureId = int32_t;
 // ImagePaintDC (day) or ImagePaintTransparent with alpha 255 (night) would leave.
 class TilePictures {
 public:
+    static constexpr size_t DecodedShare = 8;
+
     // Bytes of pixels kept; what was used least recently goes first, and of one repaint
-    // decoded pictures before cells.
+    // decoded pictures before cells. Decoded pictures take an eighth of it at most.
     explicit TilePictures(size_t memoryBound = size_t{256} << 20)
         : memoryBound_(memoryBound) {}
     TilePictures(const TilePictures&) = delete;
@@ -95,12 +97,15 @@ private:
 
     KeptList::iterator Keep(KeptList& list, const Kept& kept);
     void Touch(KeptList& list, KeptList::iterator place);
+    // Adds to the memory in use, or with negative bytes takes off.
+    void Count(const Kept& kept, ptrdiff_t bytes);
     void Trim();
     void DropLast(KeptList& list);
     void Forget(Picture& picture);
 
     size_t memoryBound_;
     size_t memoryInUse_ = 0;
+    size_t decodedInUse_ = 0; // of these, decoded pictures
     uint64_t decodes_ = 0;
     uint64_t repaint_ = 1;
     std::vector<Picture> pictures_; // by number
