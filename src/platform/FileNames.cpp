@@ -173,10 +173,17 @@ FolderIndex::FolderIndex(std::string_view folder) {
     }
 }
 
-bool FolderIndex::HasFile(std::string_view name) const {
+std::optional<fs::path> FolderIndex::Find(std::string_view name) const {
     const auto found = byUpperName_.find(UpperCase(name));
+    if (found == byUpperName_.end())
+        return std::nullopt;
+    return found->second;
+}
+
+bool FolderIndex::HasFile(std::string_view name) const {
+    const auto found = Find(name);
     std::error_code error;
-    return found != byUpperName_.end() && fs::is_regular_file(found->second, error);
+    return found && fs::is_regular_file(*found, error);
 }
 
 } // namespace vardenix

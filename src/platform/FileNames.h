@@ -65,6 +65,9 @@ public:
     explicit FolderIndex(std::string_view folder);
 
     bool HasFile(std::string_view name) const;
+    // What has that name in any case, where there is something; of several names that
+    // differ in case only, the first by bytes.
+    std::optional<std::filesystem::path> Find(std::string_view name) const;
 
 private:
     std::unordered_map<std::string, std::filesystem::path> byUpperName_;

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/BinaryReader.h"
+#include "services/Bitmap.h"
+#include "services/ImageScaling.h"
+#include "services/PictureFormat.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vardenix {
+
+// Reads a picture in the format told, whatever its name and content look like. No bitmap
+// when that cannot be done, for whoever goes on without: a picture is 24 or 32 bits (8 or
+// 16 from Targa and JPEG).
+Bitmap ImageLoad(PictureFormat format, std::string_view path);
+
+// Decodes the bytes of a file, by the format told. `path` is for the error, 481 with the
+// reason.
+Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path);
+
+// Reads a picture in the format of its extension, and scales it when a size is given.
+// Error 481 with the path and the reason when there is no such file, its format is not
+// read, or its content is not of that format; never another number for a bad file.
+Bitmap ImageLoadEx(std::string_view path, const RescaleSize& size = {},
+                   ImageFilter filter = ImageFilter::Bicubic);
+
+struct ImageSaveOptions {
+    PictureFormat Format = PictureFormat::Unknown; // from the name, then
+    int32_t Flags = 0;                             // the library's own, as JPEG quality
+    int32_t ColorDepth = 0;                        // bits; 0 keeps the bitmap's
+    RescaleSize Size;
+    ImageFilter Filter = ImageFilter::Bicubic;
+};
+
+// Saves a copy, scaled and in another depth where that is asked or needed; the bitmap
+// stays as it is. Gives the name of the file, which is `path` with the extension of the
+// format added unless it has a valid one. The file is whole or the old one stands.
+// Error 13 when neither options nor name tell a format; 5 when the format cannot be
+// written, not in any depth, or there is no bitmap; the system's refusals.
+std::string ImageSaveEx(const Bitmap& bitmap, std::string_view path,
+                        const ImageSaveOptions& options = {});
+
+} // namespace vardenix

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "platform/FileNames.h"
+#include "services/Bitmap.h"
+#include "services/PictureFormat.h"
+#include "services/Raster.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace vardenix {
+
+// Day pictures cover their cell; night pictures cover it only where they are brighter
+// than the night threshold (MaskNightPicture).
+enum class TileUse { Day, Night };
+
+// A number for a path, a format and a use; for as long as the cache lives.
+using TilePictureId = int32_t;
+
+// Tile pictures, decoded once and stretched once to each cell size, within a memory
+// bound. What Paint leaves on a surface is, pixel for pixel, what loading the file and
+// ImagePaintDC (day) or ImagePaintTransparent with alpha 255 (night) would leave.
+class TilePictures {
+public:
+    // Bytes of pixels kept; what was used least recently goes first, and of one repaint
+    // decoded pictures before cells.
+    explicit TilePictures(size_t memoryBound = size_t{256} << 20)
+        : memoryBound_(memoryBound) {}
+    TilePictures(const TilePictures&) = delete;
+    TilePictures& operator=(const TilePictures&) = delete;
+
+    // Called once before each repaint: every file is looked at again at its first use, so
+    // that one changed, made or deleted since is seen. Until then the disk is not asked
+    // about a file a second time, and one that could not be read is not tried again.
+    void BeginRepaint();
+
+    // Whoever paints many posts asks once per tile and keeps the number.
+    TilePictureId IdOf(std::string_view path, PictureFormat format, TileUse use);
+
+    // Stretches the whole picture into `cell`, which may reach past the surface and may
+    // be empty. False, and nothing painted, when there is no picture: the file is missing
+    // or cannot be decoded. `id` is one that IdOf gave.
+    bool Paint(const RasterView& target, TilePictureId id, const PixelRect& cell);
+
+    // Bytes kept now, and pictures decoded so far.
+    size_t MemoryInUse() const { return memoryInUse_; }
+    uint64_t Decodes() const { return decodes_; }
+
+private:
+    // Something kept: a picture's cell of a size, or with a width of 0 its decoded
+    // pixels.
+    struct Kept {
+        TilePictureId Picture;
+        int32_t Width;
+        int32_t Height;
+        size_t Bytes;
+        uint64_t LastRepaint;
+    };
+    using KeptList = std::list<Kept>; // the most recently used first
+
+    struct Cell {
+        Raster Pixels;
+        KeptList::iterator Place;
+    };
+
+    struct Picture {
+        std::string Path;
+        PictureFormat Format;
+        TileUse Use;
+        uint64_t SeenAtRepaint = 0;
+        bool Present = false; // in this repaint
+        std::filesystem::path File;
+        std::filesystem::file_time_type Time{};
+        uintmax_t Length = 0;
+        Bitmap Decoded; // 32 bits, or none
+        KeptList::iterator DecodedPlace;
+        std::vector<std::unique_ptr<Cell>> Cells; // those in use at the front
+    };
+
+    void LookAtFile(Picture& picture);
+    bool TakeFile(Picture& picture, const std::filesystem::path& file);
+    const FolderIndex& IndexOf(const std::string& folder);
+
+    Cell* FindCell(Picture& picture, const PixelRect& size);
+    Cell* MakeCell(TilePictureId id, const PixelRect& size);
+    bool Decode(TilePictureId id);
+
+    KeptList::iterator Keep(KeptList& list, const Kept& kept);
+    void Touch(KeptList& list, KeptList::iterator place);
+    void Trim();
+    void DropLast(KeptList& list);
+    void Forget(Picture& picture);
+
+    size_t memoryBound_;
+    size_t memoryInUse_ = 0;
+    uint64_t decodes_ = 0;
+    uint64_t repaint_ = 1;
+    std::vector<Picture> pictures_; // by number
+    std::unordered_map<std::string, TilePictureId> idByKey_;
+    KeptList decoded_;
+    KeptList cells_;
+    std::map<std::string, FolderIndex> folders_; // as read in this repaint
+};
+
+} // namespace vardenix

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+#include "platform/Numbers.h"
+#include "services/Raster.h"
+#include "services/TilePictures.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace vardenix {
+
+// Numbers as the settings and the feature files know them.
+enum class FillStyle : int16_t { Solid = 0, None = 1, CrossHatch = 6 };
+
+// A point on the picture, pixels from its left and top edge, with fractions.
+struct PicturePoint {
+    double X = 0;
+    double Y = 0;
+};
+
+// Pixels.
+struct TextSize {
+    int32_t Width = 0;
+    int32_t Height = 0;
+};
+
+// What a picture is painted on. Lengths are pixels, (0, 0) is the top left one. Real
+// coordinates become pixels through PixelAt; they may lie anywhere, what is outside the
+// picture is cut. Colours are 0x00BBGGRR. Shapes are drawn without smoothing.
+class DrawingSurface {
+public:
+    DrawingSurface() = default;
+    DrawingSurface(const DrawingSurface&) = delete;
+    DrawingSurface& operator=(const DrawingSurface&) = delete;
+    virtual ~DrawingSurface() = default;
+
+    // The whole picture, to take and to put. Good until the surface changes its size.
+    virtual RasterView Pixels() = 0;
+    virtual void Clear(uint32_t color) = 0;
+
+    // Day pictures are stretched into the cell without smoothing, night pictures laid
+    // over it by their mask. False, and nothing painted, when there is no picture. Called
+    // for every post of a view, so it costs no more than the copy of a kept cell.
+    virtual bool PaintTile(TilePictures& pictures, TilePictureId id,
+                           const PixelRect& cell) = 0;
+    // One colour over a rectangle; 255 replaces what is there.
+    virtual void BlendColor(const PixelRect& rect, uint32_t color, uint8_t alpha) = 0;
+    // Of all that is on the picture; percent, -100 (black) over 0 (unchanged) up.
+    virtual void AdjustBrightness(double percent) = 0;
+
+    // The pen draws lines and outlines, the fill the inside of closed shapes. A width
+    // below 1 draws one pixel.
+    virtual void SetPen(uint32_t color, int32_t width) = 0;
+    virtual void SetFill(FillStyle style, uint32_t color) = 0;
+
+    virtual void Line(PicturePoint from, PicturePoint to) = 0;
+    // Opposite corners, in any order; both lie on the outline.
+    virtual void Rectangle(PicturePoint corner, PicturePoint opposite) = 0;
+    virtual void Circle(PicturePoint center, double radius) = 0;
+    // Opposite corners of the rectangle that it fills.
+    virtual void Ellipse(PicturePoint corner, PicturePoint opposite) = 0;
+    virtual void Polygon(std::span<const PicturePoint> points) = 0;
+    virtual void Polyline(std::span<const PicturePoint> points) = 0;
+
+    // The font's own colour is not looked at. Texts are UTF-8, one line.
+    virtual void SetFont(const FontChoice& font) = 0;
+    virtual TextSize MeasureText(std::string_view text) = 0;
+    // `topLeft` of the text's rectangle, which stays unpainted behind it.
+    virtual void DrawText(PicturePoint topLeft, std::string_view text,
+                          uint32_t color) = 0;
+};
+
+// The pixel of a real coordinate, a half going to the even neighbour. Far beyond any
+// picture the answer is a million: still outside, and no sum of two of them leaves 32
+// bits.
+inline int32_t PixelAt(double coordinate) {
+    return std::clamp(ClampToInt32(RoundHalfEven(coordinate)), -1000000, 1000000);
+}
+
+// 0x00BBGGRR as an opaque pixel of a raster.
+constexpr uint32_t OpaquePixel(uint32_t color) {
+    return OpaqueBlack | (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
+}
+
+} // namespace vardenix

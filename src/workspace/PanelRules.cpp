@@ -1,0 +1,132 @@
+#include "workspace/PanelRules.h"
+
+#include "platform/Numbers.h"
+#include "theater/ProgramVersion.h"
+
+namespace vardenix {
+
+int32_t StepDown(int32_t value, const ControlRange& range) {
+    const int32_t step = range.LargeChange;
+    return value > range.Min + step - 1 ? value - step : range.Min;
+}
+
+int32_t StepUp(int32_t value, const ControlRange& range) {
+    const int32_t step = range.LargeChange;
+    return value < range.Max - (step - 1) ? value + step : range.Max;
+}
+
+int32_t ZoomMinus(int32_t zoomPosts) {
+    return zoomPosts < ZoomRange.Max ? zoomPosts + 1 : zoomPosts;
+}
+
+int32_t ZoomPlus(int32_t zoomPosts) {
+    return zoomPosts > ZoomRange.Min ? zoomPosts - 1 : zoomPosts;
+}
+
+bool ZoomIn(MapView& view) {
+    if (view.GridCells <= GridCellsRange.Min)
+        return false;
+    --view.GridCells;
+    return true;
+}
+
+bool ZoomOut(MapView& view) {
+    if (view.GridCells >= GridCellsRange.Max)
+        return false;
+    ++view.GridCells;
+    return true;
+}
+
+std::string ZoomCaption(const MapView& view) { return Format0(view.ZoomPosts); }
+
+std::string GridCaption(const MapView& view) {
+    const std::string cells = std::to_string(view.GridCells);
+    return cells + " X " + cells;
+}
+
+ViewPosition GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth) {
+    const auto rounded = [](std::string_view text) {
+        return ClampToInt32(RoundHalfEven(Val(text)));
+    };
+    return ClampToScroll({rounded(labelX), rounded(labelY)}, mapWidth);
+}
+
+bool KeepsDigitKey(char32_t key) {
+    constexpr char32_t backspace = 8;
+    return (key >= U'0' && key <= U'9') || key == backspace;
+}
+
+ButtonState RedrawSaveButton(bool shiftDown, bool l0Mode, bool l0NeedSave,
+                             bool l2NeedSave) {
+    const std::string caption = l0Mode ? "Save L0/ELV" : "Save L2";
+    if (shiftDown)
+        return {caption + " as...", true};
+    return {caption, l0Mode ? l0NeedSave : l2NeedSave};
+}
+
+std::string RedrawExportButton(bool shiftDown) {
+    return shiftDown ? "Export TDFs" : "Export";
+}
+
+std::string L0ToolTip(const std::string& l0FileName) {
+    return l0FileName.empty() ? "No L0/ELV file loaded." : l0FileName;
+}
+
+std::string MainTitle(bool l0Mode) {
+    return "Vardenix v" + ProgramVersion() + (l0Mode ? " - L0/ELV MODE" : "");
+}
+
+std::string WithStar(const std::string& caption) { return "*" + caption; }
+
+std::string WithoutStar(const std::string& caption) {
+    return caption.starts_with('*') ? caption.substr(1) : caption;
+}
+
+void DirtyTitles::L2NeedSave() {
+    Mark();
+    l2NeedSaveFlag_ = true;
+}
+
+void DirtyTitles::L0NeedSave() {
+    Mark();
+    l0NeedSaveFlag_ = true;
+}
+
+void DirtyTitles::L2Saved() {
+    Unmark();
+    l2NeedSaveFlag_ = false;
+}
+
+void DirtyTitles::L0Saved() {
+    Unmark();
+    l0NeedSaveFlag_ = false;
+}
+
+void DirtyTitles::SetL0Mode(bool on) {
+    mainCaption_ = MainTitle(on);
+    mapCaption_ = mapTitle_;
+    if (on ? l0NeedSaveFlag_ : l2NeedSaveFlag_) {
+        mainCaption_ = WithStar(mainCaption_);
+        mapCaption_ = WithStar(mapCaption_);
+    }
+}
+
+void DirtyTitles::Mark() {
+    if (l2NeedSaveFlag_ || l0NeedSaveFlag_)
+        return;
+    mainCaption_ = WithStar(mainCaption_);
+    mapCaption_ = WithStar(mapCaption_);
+}
+
+void DirtyTitles::Unmark() {
+    mainCaption_ = WithoutStar(mainCaption_);
+    mapCaption_ = WithoutStar(mapCaption_);
+}
+
+double ProgressWidth(int32_t value, int32_t min, int32_t max) {
+    if (max == 0)
+        return 0;
+    return static_cast<double>(value - min) / max * ProgressFullWidth;
+}
+
+} // namespace vardenix

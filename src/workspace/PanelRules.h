@@ -1,0 +1,100 @@
+#pragma once
+
+#include "workspace/MapLayout.h"
+#include "workspace/MapView.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace vardenix {
+
+// What the buttons of the control panel do, apart from the panel.
+
+// cmdBMinus and cmdBPlus, cmdTransMinus and cmdTransPlus: one LargeChange down or up, or
+// to the end of the range when less than that is left.
+int32_t StepDown(int32_t value, const ControlRange& range);
+int32_t StepUp(int32_t value, const ControlRange& range);
+// cmdminus shows more posts, cmdplus fewer.
+int32_t ZoomMinus(int32_t zoomPosts);
+int32_t ZoomPlus(int32_t zoomPosts);
+// cmdZoomin and cmdZoomOut: one grid cell fewer or more a side. False at the limit, and
+// then nothing is laid out or painted anew.
+bool ZoomIn(MapView& view);
+bool ZoomOut(MapView& view);
+
+std::string ZoomCaption(const MapView& view); // of Label1: "3"
+std::string GridCaption(const MapView& view); // of Label2: "5 X 5"
+
+// cmdGoXY: the position that the texts of LabelX and LabelY spell, rounded and clamped to
+// the scroll ranges.
+ViewPosition GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth);
+// What boxes for whole numbers take: digits and backspace.
+bool KeepsDigitKey(char32_t key);
+
+struct ButtonState {
+    std::string Caption;
+    bool Enabled = false;
+};
+
+// The button's look with Shift held or not; what needs saving decides without it.
+ButtonState RedrawSaveButton(bool shiftDown, bool l0Mode, bool l0NeedSave,
+                             bool l2NeedSave);
+std::string RedrawExportButton(bool shiftDown);
+
+// The tip of chkL0ELV and cmdLoadL0Elv.
+std::string L0ToolTip(const std::string& l0FileName);
+
+// "Vardenix v3.0.1", and " - L0/ELV MODE" behind it in that mode.
+std::string MainTitle(bool l0Mode);
+
+std::string WithStar(const std::string& caption);
+// Only a star is taken off: a save with nothing marked leaves the title alone.
+std::string WithoutStar(const std::string& caption);
+
+// The captions of FrmVXMain and FrmVXMap with their star, and the flags that tell what
+// needs saving. The flags decide, the star only shows: with both set it goes at the first
+// save.
+class DirtyTitles {
+public:
+    explicit DirtyTitles(std::string mapTitle) : mapTitle_(std::move(mapTitle)) {}
+
+    const std::string& MainCaption() const { return mainCaption_; }
+    const std::string& MapCaption() const { return mapCaption_; }
+    bool L2NeedSaveFlag() const { return l2NeedSaveFlag_; }
+    bool L0NeedSaveFlag() const { return l0NeedSaveFlag_; }
+
+    void L2NeedSave();
+    void L0NeedSave();
+    void L2Saved();
+    void L0Saved();
+    // Both captions anew, with a star for what the mode edits.
+    void SetL0Mode(bool on);
+
+private:
+    void Mark();
+    void Unmark();
+
+    std::string mapTitle_;
+    std::string mainCaption_ = MainTitle(false);
+    std::string mapCaption_ = mapTitle_;
+    bool l2NeedSaveFlag_ = false;
+    bool l0NeedSaveFlag_ = false;
+};
+
+constexpr int32_t ProgressFullWidth = 3495; // of PB3, twips
+
+// The bar's width in twips; it may reach past its frame, as the value may past its range.
+double ProgressWidth(int32_t value, int32_t min, int32_t max);
+
+// What DisableClickableItemsVX locks.
+constexpr std::array<const char*, 22> ClickableItemsVX{
+    "cmdBMinus",  "cmdBPlus",   "cmdBrightReset", "CmdExpAreaCol",  "cmdFont",
+    "cmdGoXY",    "CmdGridCol", "CmdHeightCol",   "cmdminus",       "cmdLoadL0Elv",
+    "cmdplus",    "cmdRedo",    "CmdSegCol",      "cmdTransMinus",  "cmdTransPlus",
+    "cmdUndo",    "cmdZoomin",  "cmdZoomOut",     "sldrBrightness", "sldrTrans",
+    "ZoomScroll", "Frame26"};
+
+} // namespace vardenix
