@@ -174,7 +174,7 @@ std::string ImageSaveEx(const Bitmap& bitmap, std::string_view path,
         current = &changed;
     }
     const PictureFormat format = FormatToWrite(*current, path, options.Format);
-    const std::string name = WithExtensionOf(format, path);
+    std::string name = WithExtensionOf(format, path);
     const int32_t depth = DepthToWrite(*current, format, options.ColorDepth);
     if (depth != current->BitsPerPixel()) {
         changed = ImageConvertDepth(*current, static_cast<ImageDepth>(depth));

@@ -57,21 +57,15 @@ size_t PixelBytes(int64_t width, int64_t height) {
     return static_cast<size_t>(width * height) * sizeof(uint32_t);
 }
 
-const uint32_t* PixelRow(const Bitmap& bitmap, int32_t y) {
-    return reinterpret_cast<const uint32_t*>(bitmap.Row(y));
-}
-
-// The cell-sized picture; a night picture keeps its alpha.
-Raster Stretched(const Bitmap& bitmap, int32_t width, int32_t height, TileUse use) {
+// Stretches first and masks then, which is the same and costs only the pixels that are
+// seen. Empty when there is no memory for the mask.
+Raster CellOf(const Bitmap& bitmap, int32_t width, int32_t height, TileUse use) {
     Raster raster(width, height);
-    const uint32_t always = use == TileUse::Day ? OpaqueBlack : 0;
-    PaintStretched(
-        raster.View(),
-        StretchSide({0, width}, {0, bitmap.Width()}, width, bitmap.Width(), false),
-        StretchSide({0, height}, {0, bitmap.Height()}, height, bitmap.Height(), false),
-        [&](int32_t y) { return PixelRow(bitmap, y); },
-        [always](uint32_t, uint32_t source) { return source | always; });
-    return raster;
+    ImagePaintDC(raster.View(), bitmap, WholeInto(bitmap, {0, 0, width, height}));
+    if (use == TileUse::Day)
+        return raster;
+    const Bitmap masked = MaskNightPicture(PictureToBitmap(raster.View()));
+    return masked ? BitmapToPicture(masked) : Raster();
 }
 
 } // namespace
@@ -105,8 +99,11 @@ bool TilePictures::Paint(const RasterView& target, TilePictureId id,
         LookAtFile(picture);
     if (!picture.Present)
         return false;
-    if (cell.Width < 1 || cell.Height < 1)
-        return picture.Decoded || !picture.Cells.empty() || Decode(id);
+    if (cell.Width < 1 || cell.Height < 1) {
+        const bool isPicture = !picture.Cells.empty() || Decode(id);
+        Trim();
+        return isPicture;
+    }
 
     // A cell that would push out everything else is painted without being kept.
     if (PixelBytes(cell.Width, cell.Height) > memoryBound_ / 2) {
@@ -116,7 +113,7 @@ bool TilePictures::Paint(const RasterView& target, TilePictureId id,
         if (picture.Use == TileUse::Day)
             ImagePaintDC(target, picture.Decoded, place);
         else
-            ImagePaintTransparent(target, picture.Decoded, place);
+            ImagePaintTransparent(target, MaskNightPicture(picture.Decoded), place);
         Trim();
         return true;
     }
@@ -191,7 +188,9 @@ TilePictures::Cell* TilePictures::MakeCell(TilePictureId id, const PixelRect& si
         return nullptr;
     Picture& picture = pictures_[static_cast<size_t>(id)];
     auto cell = std::make_unique<Cell>();
-    cell->Pixels = Stretched(picture.Decoded, size.Width, size.Height, picture.Use);
+    cell->Pixels = CellOf(picture.Decoded, size.Width, size.Height, picture.Use);
+    if (cell->Pixels.Width() == 0)
+        return nullptr;
     cell->Place =
         Keep(cells_, {id, size.Width, size.Height, cell->Pixels.Bytes(), repaint_});
     Cell* made = picture.Cells.insert(picture.Cells.begin(), std::move(cell))->get();
@@ -207,9 +206,7 @@ bool TilePictures::Decode(TilePictureId id) {
     }
     ++decodes_;
     Bitmap bitmap = ImageLoad(picture.Format, TextOfPath(picture.File));
-    if (bitmap && picture.Use == TileUse::Night)
-        bitmap = MaskNightPicture(bitmap);
-    else if (bitmap && bitmap.BitsPerPixel() != 32)
+    if (bitmap && bitmap.BitsPerPixel() != 32)
         bitmap = ConvertTo32Bits(bitmap);
     if (!bitmap) {
         picture.Present = false;

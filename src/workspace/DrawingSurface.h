@@ -41,11 +41,12 @@ public:
     virtual RasterView Pixels() = 0;
     virtual void Clear(uint32_t color) = 0;
 
-    // Day pictures are stretched into the cell without smoothing, night pictures laid
+    // The whole picture is stretched to a square of `side` pixels, without smoothing, and
+    // its upper left part fills the cell, which is no larger; night pictures are laid
     // over it by their mask. False, and nothing painted, when there is no picture. Called
-    // for every post of a view, so it costs no more than the copy of a kept cell.
+    // for every post of a view, so it costs no more than the copy of a kept square.
     virtual bool PaintTile(TilePictures& pictures, TilePictureId id,
-                           const PixelRect& cell) = 0;
+                           const PixelRect& cell, int32_t side) = 0;
     // One colour over a rectangle; 255 replaces what is there.
     virtual void BlendColor(const PixelRect& rect, uint32_t color, uint8_t alpha) = 0;
     // Of all that is on the picture; percent, -100 (black) over 0 (unchanged) up.

@@ -84,10 +84,12 @@ const TileInfo* EntryOf(const Catalogue& catalogue, int32_t tileNumber) {
     return &catalogue.Lookup[static_cast<size_t>(tileNumber)];
 }
 
-void LogPainting(DebugLog& log, const char* what, const PixelRect& cell) {
-    if (log.DebugFlag)
-        log.WriteLog(std::string("Painting ") + what + " with dimensions " +
-                     std::to_string(cell.Width) + " X " + std::to_string(cell.Height));
+void LogPainting(const Repaint& repaint, const char* what) {
+    if (!repaint.Tools.Log.DebugFlag)
+        return;
+    const std::string side = std::to_string(repaint.Grid.CellSide());
+    repaint.Tools.Log.WriteLog(std::string("Painting ") + what + " with dimensions " +
+                               side + " X " + side);
 }
 
 TileIds::TileIds(const Repaint& repaint, TileUse use)
@@ -106,7 +108,8 @@ TilePictureId TileIds::Of(const Repaint& repaint, int32_t tileNumber,
 
 void PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell) {
     try {
-        repaint.Surface.PaintTile(repaint.Tools.Pictures, id, cell);
+        repaint.Surface.PaintTile(repaint.Tools.Pictures, id, cell,
+                                  repaint.Grid.CellSide());
     } catch (const std::exception&) {
         // One tile less on the map is all that a bad picture may cost.
     }

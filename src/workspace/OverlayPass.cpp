@@ -121,7 +121,7 @@ void PaintNight(Repaint& repaint, TileIds& pictures, const PostCell& post) {
     if (entry == nullptr || entry->HasImage != 1)
         return;
     PaintCell(repaint, pictures.Of(repaint, number, *entry), post.Cell);
-    LogPainting(repaint.Tools.Log, "Night Tile", post.Cell);
+    LogPainting(repaint, "Night Tile");
 }
 
 } // namespace

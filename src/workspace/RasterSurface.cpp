@@ -14,8 +14,20 @@ void RasterSurface::Clear(uint32_t color) {
 }
 
 bool RasterSurface::PaintTile(TilePictures& pictures, TilePictureId id,
-                              const PixelRect& cell) {
-    return pictures.Paint(Pixels(), id, cell);
+                              const PixelRect& cell, int32_t side) {
+    // Where the cell begins left of the picture or above it, so does the square.
+    return pictures.Paint(Part(cell), id,
+                          {std::min(cell.Left, 0), std::min(cell.Top, 0), side, side});
+}
+
+// The pixels of a rectangle that lie on the picture, as a surface of their own.
+RasterView RasterSurface::Part(const PixelRect& rect) {
+    const RasterView view = Pixels();
+    const int32_t left = std::clamp(rect.Left, 0, view.Width);
+    const int32_t top = std::clamp(rect.Top, 0, view.Height);
+    const int32_t right = std::clamp(rect.Left + rect.Width, left, view.Width);
+    const int32_t bottom = std::clamp(rect.Top + rect.Height, top, view.Height);
+    return {view.Row(top) + left, right - left, bottom - top, view.Stride};
 }
 
 void RasterSurface::BlendColor(const PixelRect& rect, uint32_t color, uint8_t alpha) {

@@ -10,8 +10,8 @@ namespace vardenix {
 class RasterSurface : public DrawingSurface {
 public:
     void Clear(uint32_t color) override;
-    bool PaintTile(TilePictures& pictures, TilePictureId id,
-                   const PixelRect& cell) override;
+    bool PaintTile(TilePictures& pictures, TilePictureId id, const PixelRect& cell,
+                   int32_t side) override;
     void BlendColor(const PixelRect& rect, uint32_t color, uint8_t alpha) override;
     void AdjustBrightness(double percent) override;
 
@@ -40,6 +40,7 @@ private:
     struct Bounds {
         int32_t Left, Top, Right, Bottom;
     };
+    RasterView Part(const PixelRect& rect);
     void FillBounds(const Bounds& bounds, uint32_t color);
     void Stroke(const Bounds& bounds);
 

@@ -27,7 +27,7 @@ struct Repaint {
 const TileInfo* EntryOf(const Catalogue& catalogue, int32_t tileNumber);
 
 // Adds a line like "Painting Tile with dimensions 128 X 128" to the debug log.
-void LogPainting(DebugLog& log, const char* what, const PixelRect& cell);
+void LogPainting(const Repaint& repaint, const char* what);
 
 // Every tile number's picture in the cache, asked for once per repaint.
 class TileIds {
@@ -41,7 +41,7 @@ private:
     std::vector<TilePictureId> ids_; // by tile number, -1 until asked
 };
 
-// Stretches a picture into a cell of the surface. Whatever goes wrong with it, the cell
+// Puts a picture into a cell of the surface. Whatever goes wrong with it, the cell
 // is left as it was and the repaint goes on.
 void PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell);
 

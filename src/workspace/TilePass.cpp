@@ -31,13 +31,13 @@ void PaintPost(Repaint& repaint, DayPictures& pictures, const PostCell& post) {
     const int32_t number = post.Post.TileOffset;
     const TileInfo* entry = EntryOf(repaint.Sources.Catalogue, number);
     if (entry == nullptr)
-        LogPainting(repaint.Tools.Log, "NOTile", post.Cell);
+        LogPainting(repaint, "NOTile");
     PaintCell(repaint, pictures.Of(repaint, number, entry), post.Cell);
     if (repaint.View.ApplyMAP && entry != nullptr)
         repaint.Surface.BlendColor(
             post.Cell, ColorOf(repaint.Sources.MapFileRecord.Palette[post.Post.Palette]),
             repaint.View.MapAlpha);
-    LogPainting(repaint.Tools.Log, "Tile", post.Cell);
+    LogPainting(repaint, "Tile");
 }
 
 } // namespace

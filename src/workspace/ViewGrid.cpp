@@ -3,11 +3,13 @@
 #include "workspace/DrawingSurface.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vardenix {
 
 ViewGrid::ViewGrid(const MapView& view, const Terrain& terrain)
-    : viewPosts_(std::max(view.ViewPosts(), 0)), mapLeftX_(view.MapLeftX),
+    : viewPosts_(std::max(view.ViewPosts(), 0)),
+      cellSide_(ClampToInt32(std::ceil(view.CellSize()))), mapLeftX_(view.MapLeftX),
       mapBottomY_(view.MapBottomY), terrain_(terrain) {
     edges_.reserve(static_cast<size_t>(viewPosts_) + 1);
     for (int32_t i = 0; i <= viewPosts_; ++i)

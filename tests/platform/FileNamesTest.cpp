@@ -117,6 +117,8 @@ TEST(FileNames, AFolderIndexFindsWhatTheDiskHas) {
     EXPECT_FALSE(index.HasFile("h1235.dds"));
     EXPECT_FALSE(index.HasFile("folder.dds"));
     EXPECT_FALSE(FolderIndex(folder.File("none")).HasFile("h1234.dds"));
+    EXPECT_EQ(index.Find("h1234.Dds"), folder.File("H1234.DDS"));
+    EXPECT_EQ(index.Find("h1235.dds"), std::nullopt);
 }
 
 } // namespace

@@ -1,0 +1,187 @@
+#include "workspace/PanelRules.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace vardenix {
+namespace {
+
+TEST(PanelRules, BrightnessStepsByTwentyAndStopsAtTheEnds) {
+    EXPECT_EQ(StepDown(0, BrightnessRange), -20);
+    EXPECT_EQ(StepDown(-80, BrightnessRange), -100);
+    EXPECT_EQ(StepDown(-81, BrightnessRange), -100);
+    EXPECT_EQ(StepDown(-85, BrightnessRange), -100);
+    EXPECT_EQ(StepDown(-100, BrightnessRange), -100);
+    EXPECT_EQ(StepUp(0, BrightnessRange), 20);
+    EXPECT_EQ(StepUp(79, BrightnessRange), 99);
+    EXPECT_EQ(StepUp(80, BrightnessRange), 100);
+    EXPECT_EQ(StepUp(81, BrightnessRange), 100);
+    EXPECT_EQ(StepUp(100, BrightnessRange), 100);
+}
+
+TEST(PanelRules, TransparencyStepsByThirtyTwo) {
+    EXPECT_EQ(StepDown(127, TransRange), 95);
+    EXPECT_EQ(StepDown(33, TransRange), 1);
+    EXPECT_EQ(StepDown(31, TransRange), 0);
+    EXPECT_EQ(StepUp(127, TransRange), 159);
+    EXPECT_EQ(StepUp(223, TransRange), 255);
+    EXPECT_EQ(StepUp(224, TransRange), 255);
+    EXPECT_EQ(StepUp(250, TransRange), 255);
+}
+
+TEST(PanelRules, ZoomStepsByOnePost) {
+    EXPECT_EQ(ZoomMinus(1), 2);
+    EXPECT_EQ(ZoomMinus(19), 20);
+    EXPECT_EQ(ZoomMinus(20), 20);
+    EXPECT_EQ(ZoomPlus(20), 19);
+    EXPECT_EQ(ZoomPlus(1), 1);
+}
+
+TEST(PanelRules, TheGridStaysBetweenTwoAndTenCells) {
+    MapView view;
+    view.GridCells = 3;
+    EXPECT_TRUE(ZoomIn(view));
+    EXPECT_EQ(view.GridCells, 2);
+    EXPECT_FALSE(ZoomIn(view));
+    EXPECT_EQ(view.GridCells, 2);
+    view.GridCells = 9;
+    EXPECT_TRUE(ZoomOut(view));
+    EXPECT_EQ(view.GridCells, 10);
+    EXPECT_FALSE(ZoomOut(view));
+    EXPECT_EQ(view.GridCells, 10);
+}
+
+TEST(PanelRules, CaptionsOfZoomAndGrid) {
+    MapView view;
+    view.ZoomPosts = 12;
+    view.GridCells = 10;
+    EXPECT_EQ(ZoomCaption(view), "12");
+    EXPECT_EQ(GridCaption(view), "10 X 10");
+}
+
+TEST(PanelRules, GoToXYRoundsAndClamps) {
+    EXPECT_EQ(GoToXY("12", "7", 64), (ViewPosition{12, 7}));
+    EXPECT_EQ(GoToXY("64", "1000", 64), (ViewPosition{63, 63}));
+    EXPECT_EQ(GoToXY("99999999999999", "", 64), (ViewPosition{63, 0}));
+    EXPECT_EQ(GoToXY("2.5", "3.5", 64), (ViewPosition{2, 4}));
+    EXPECT_EQ(GoToXY("-3", "x", 64), (ViewPosition{0, 0}));
+    EXPECT_EQ(GoToXY("5", "5", 0), (ViewPosition{0, 0}));
+}
+
+TEST(PanelRules, DigitBoxesTakeDigitsAndBackspaceOnly) {
+    for (const char32_t key : U"0123456789")
+        EXPECT_EQ(KeepsDigitKey(key), key != 0);
+    EXPECT_TRUE(KeepsDigitKey(8));
+    for (const char32_t key : {U'-', U'.', U' ', U'a', U'/', U':', U'\r', U'\u0663'})
+        EXPECT_FALSE(KeepsDigitKey(key));
+}
+
+struct SaveButtonCase {
+    bool Shift, L0Mode, L0NeedSave, L2NeedSave;
+    const char* Caption;
+    bool Enabled;
+};
+
+TEST(PanelRules, TheSaveButtonFollowsShiftModeAndFlags) {
+    const SaveButtonCase cases[] = {
+        {false, false, false, false, "Save L2", false},
+        {false, false, true, false, "Save L2", false},
+        {false, false, false, true, "Save L2", true},
+        {false, true, false, true, "Save L0/ELV", false},
+        {false, true, true, false, "Save L0/ELV", true},
+        {true, false, false, false, "Save L2 as...", true},
+        {true, true, false, false, "Save L0/ELV as...", true},
+    };
+    for (const SaveButtonCase& one : cases) {
+        const ButtonState state =
+            RedrawSaveButton(one.Shift, one.L0Mode, one.L0NeedSave, one.L2NeedSave);
+        EXPECT_EQ(state.Caption, one.Caption);
+        EXPECT_EQ(state.Enabled, one.Enabled) << one.Caption;
+    }
+}
+
+TEST(PanelRules, TheExportButtonFollowsShift) {
+    EXPECT_EQ(RedrawExportButton(false), "Export");
+    EXPECT_EQ(RedrawExportButton(true), "Export TDFs");
+}
+
+TEST(PanelRules, TheTipOfTheFinestElevationsNamesTheirFile) {
+    EXPECT_EQ(L0ToolTip(""), "No L0/ELV file loaded.");
+    EXPECT_EQ(L0ToolTip("D:\\a\\THEATER.L0"), "D:\\a\\THEATER.L0");
+}
+
+TEST(PanelRules, OnlyALeadingStarIsTakenOff) {
+    EXPECT_EQ(WithoutStar("*Map"), "Map");
+    EXPECT_EQ(WithoutStar("**Map"), "*Map");
+    EXPECT_EQ(WithoutStar("Map"), "Map");
+    EXPECT_EQ(WithoutStar(""), "");
+}
+
+TEST(PanelRules, TheBarsWidthIsItsShareOfTheFullOne) {
+    EXPECT_DOUBLE_EQ(ProgressWidth(0, 0, 100), 0);
+    EXPECT_DOUBLE_EQ(ProgressWidth(50, 0, 100), 1747.5);
+    EXPECT_DOUBLE_EQ(ProgressWidth(100, 0, 100), 3495);
+    // The range's beginning is taken off the value and not off its end.
+    EXPECT_DOUBLE_EQ(ProgressWidth(30, 20, 40), 873.75);
+    EXPECT_DOUBLE_EQ(ProgressWidth(5, 0, 0), 0);
+}
+
+TEST(PanelRules, TheLockedControlsAreTwentyTwo) {
+    const std::set<std::string> names(ClickableItemsVX.begin(), ClickableItemsVX.end());
+    EXPECT_EQ(names.size(), 22U);
+    EXPECT_TRUE(names.contains("Frame26"));
+    EXPECT_FALSE(names.contains("CmdSaveTheater"));
+}
+
+TEST(DirtyTitles, StarsComeOnceWhicheverFileIsChanged) {
+    DirtyTitles titles("Korea");
+    EXPECT_EQ(titles.MainCaption(), "Vardenix v3.0.1");
+    EXPECT_EQ(titles.MapCaption(), "Korea");
+    titles.L2NeedSave();
+    titles.L2NeedSave();
+    titles.L0NeedSave();
+    EXPECT_EQ(titles.MainCaption(), "*Vardenix v3.0.1");
+    EXPECT_EQ(titles.MapCaption(), "*Korea");
+    EXPECT_TRUE(titles.L2NeedSaveFlag());
+    EXPECT_TRUE(titles.L0NeedSaveFlag());
+}
+
+TEST(DirtyTitles, TheStarGoesAtTheFirstSaveAndTheOtherFlagStays) {
+    DirtyTitles titles("Korea");
+    titles.L2NeedSave();
+    titles.L0NeedSave();
+    titles.L0Saved();
+    EXPECT_EQ(titles.MainCaption(), "Vardenix v3.0.1");
+    EXPECT_EQ(titles.MapCaption(), "Korea");
+    EXPECT_TRUE(titles.L2NeedSaveFlag());
+    EXPECT_FALSE(titles.L0NeedSaveFlag());
+    titles.L2Saved();
+    EXPECT_EQ(titles.MapCaption(), "Korea");
+    EXPECT_FALSE(titles.L2NeedSaveFlag());
+}
+
+TEST(DirtyTitles, ASaveWithNothingMarkedLeavesTheTitlesAlone) {
+    DirtyTitles titles("Korea");
+    titles.L2Saved();
+    EXPECT_EQ(titles.MainCaption(), "Vardenix v3.0.1");
+    EXPECT_EQ(titles.MapCaption(), "Korea");
+}
+
+TEST(DirtyTitles, EachModeShowsTheStarOfWhatItEdits) {
+    DirtyTitles titles("Korea");
+    titles.L2NeedSave();
+    titles.SetL0Mode(true);
+    EXPECT_EQ(titles.MainCaption(), "Vardenix v3.0.1 - L0/ELV MODE");
+    EXPECT_EQ(titles.MapCaption(), "Korea");
+    titles.SetL0Mode(false);
+    EXPECT_EQ(titles.MainCaption(), "*Vardenix v3.0.1");
+    EXPECT_EQ(titles.MapCaption(), "*Korea");
+    titles.L0NeedSave();
+    titles.SetL0Mode(true);
+    EXPECT_EQ(titles.MainCaption(), "*Vardenix v3.0.1 - L0/ELV MODE");
+}
+
+} // namespace
+} // namespace vardenix
