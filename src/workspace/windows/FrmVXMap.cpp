@@ -48,11 +48,11 @@ FrmVXMap::FrmVXMap(ProgramState& state, MapView& view, MapRenderer& renderer,
     ui_->ground->horizontalScrollBar()->setToolTip(tr("Reaches the rest of the picture"));
     ui_->ground->verticalScrollBar()->setToolTip(tr("Reaches the rest of the picture"));
     ui_->PicShow->Show(picture2_);
-    for (QScrollBar* bar : {ui_->HScroll1, ui_->VScroll1}) {
-        bar->installEventFilter(this);
+    for (const QScrollBar* bar : {ui_->HScroll1, ui_->VScroll1})
         OnSignal(bar, &QScrollBar::valueChanged, this, [this] { Scroll_Change(); });
-    }
-    ui_->ground->viewport()->installEventFilter(this);
+    for (QWidget* part : std::initializer_list<QWidget*>{
+             ui_->HScroll1, ui_->VScroll1, ui_->PicShow, ui_->ground->viewport()})
+        part->installEventFilter(this);
 }
 
 FrmVXMap::~FrmVXMap() = default;
