@@ -1,14 +1,14 @@
 #include "app/Application.h"
 
+#include "app/Workspace.h"
 #include "platform/RuntimeError.h"
 #include "theater/windows/FrmStartUp.h"
-#include "workspace/windows/FrmVXTheaterPreview.h"
 
 namespace vardenix {
 
 Application::Application(RunTimeBarrier& barrier, Dialogs& dialogs)
     : barrier_(barrier), dialogs_(dialogs) {
-    barrier_.OnEnd = [this] { End(); };
+    barrier_.OnEnd = [this] { EndAfterError(); };
 }
 
 Application::~Application() = default;
@@ -33,27 +33,26 @@ bool Application::Begin() {
     registry_ = std::make_unique<FileRegistry>(state_.Folders.AppPath, UsersWinePrefix());
     platform_ =
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
+    workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
     return true;
 }
 
 void Application::ShowStartUp() {
-    frmStartUp_ = std::make_unique<FrmStartUp>(state_, *platform_, log_, *this);
+    frmStartUp_ = std::make_unique<FrmStartUp>(state_, *platform_, log_, *workspace_);
     OnSignal(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_, [this] { End(); });
+    OnSignal(frmStartUp_.get(), &FrmStartUp::TheaterOpened, &barrier_,
+             [this] { workspace_->ApplySavedLayout(); });
     frmStartUp_->Form_Load();
     frmStartUp_->show();
 }
 
-void Application::PreviewChanged() {
-    if (!frmVXTheaterPreview_) {
-        frmVXTheaterPreview_ = std::make_unique<FrmVXTheaterPreview>(state_, dialogs_);
-        OnSignal(frmVXTheaterPreview_.get(), &FrmVXTheaterPreview::CloseBoxUsed,
-                 &barrier_, [this] { End(); });
-    }
-    frmVXTheaterPreview_->PreviewChanged();
+// Where work may be unsaved the way out goes past the question for it.
+void Application::EndAfterError() {
+    if (state_.Starting)
+        End();
+    else
+        workspace_->LeaveProgram();
 }
-
-// The preview is all of the workspace that there is.
-void Application::ShowMainPanel() { frmVXTheaterPreview_->show(); }
 
 void Application::End() {
     if (!state_.Exiting)

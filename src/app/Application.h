@@ -12,10 +12,10 @@
 namespace vardenix {
 
 class FrmStartUp;
-class FrmVXTheaterPreview;
+class Workspace;
 
 // Makes the state and the windows and joins them.
-class Application : public OpeningWindows, public ProgramEnd {
+class Application : public ProgramEnd {
 public:
     // Both are borrowed.
     Application(RunTimeBarrier& barrier, Dialogs& dialogs);
@@ -28,14 +28,7 @@ private:
     bool Begin();
     void ShowStartUp();
     void End();
-
-    void PreviewChanged() override;
-    void LoadMapEditor() override {}
-    void LoadMap() override {}
-    void ShowMainPanel() override;
-    void RestoreChildWindows() override {}
-    void RefreshPalette() override {}
-    void InitForm() override {}
+    void EndAfterError();
 
     void UnloadWindows() override;
     void EndProcess() override;
@@ -49,7 +42,7 @@ private:
     std::unique_ptr<Registry> registry_;
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FrmStartUp> frmStartUp_;
-    std::unique_ptr<FrmVXTheaterPreview> frmVXTheaterPreview_;
+    std::unique_ptr<Workspace> workspace_;
 };
 
 } // namespace vardenix

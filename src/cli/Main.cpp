@@ -32,6 +32,7 @@ int RunCommandLine(int count, char** arguments) {
     AddCheck(app, run);
     AddGet(app, run);
     AddPreview(app, run);
+    AddRender(app, run);
     try {
         app.parse(count, arguments);
         CommandContext context;

@@ -36,6 +36,8 @@ Raster PaintMap(ProgramState& state, const MapView& view, Progress& progress,
     // The toolkit draws the texts, and wants to be started for that; no display is asked
     // for.
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    // What it has to say about a session of its own is nothing to who runs a command.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     std::string name = "vardenix-cli";
     char* arguments[] = {name.data(), nullptr};
     int count = 1;

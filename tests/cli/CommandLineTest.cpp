@@ -121,6 +121,56 @@ TEST_F(CommandLine, PreviewSavesByTheNamesExtension) {
     }
 }
 
+// The four bytes of a BMP's width or height, and the colour of a pixel from its bottom
+// left.
+int BmpNumber(const std::string& bmp, size_t at) {
+    return static_cast<unsigned char>(bmp.at(at)) |
+           static_cast<unsigned char>(bmp.at(at + 1)) << 8;
+}
+std::string BmpPixel(const std::string& bmp, int x, int y) {
+    const int stride = (BmpNumber(bmp, 18) * 3 + 3) / 4 * 4;
+    const auto at = static_cast<size_t>(BmpNumber(bmp, 10) + y * stride + x * 3);
+    return bmp.substr(at, 3); // blue, green, red
+}
+
+TEST_F(CommandLine, RenderPaintsTheViewThatIsAskedFor) {
+    // Three quarters of the way up, post (2, 3) is the second column's; its palette entry
+    // is 7.
+    std::string map(1112, '\0');
+    map.replace(28 + 7 * 4, 3, "\x10\x20\x30"); // red, green, blue
+    folder_.Write("my theater/terrain/theater.map", map);
+    const std::string out = folder_.File("view.bmp");
+    const ProgramResult result =
+        RunOn({"render", out, "--x", "2", "--y", "3", "--grid", "4", "--tile-pixels",
+               "16", "--layers", "map,segments", "--alpha", "255"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    const std::string bmp = Slurp(out);
+    EXPECT_EQ(BmpNumber(bmp, 18), 64);
+    EXPECT_EQ(BmpNumber(bmp, 22), 64);
+    EXPECT_EQ(BmpPixel(bmp, 16 + 8, 2 * 16 + 8), "\x30\x20\x10"); // post (3, 5)
+    EXPECT_EQ(BmpPixel(bmp, 8, 8), std::string(3, '\0'));         // post (2, 3), entry 0
+    // With no weight of the MAP colour the substitute picture shows.
+    RunOn({"render", out, "--x", "2", "--y", "3", "--grid", "4", "--tile-pixels", "16",
+           "--layers", "map", "--alpha", "0"});
+    EXPECT_NE(BmpPixel(Slurp(out), 16 + 8, 2 * 16 + 8), "\x30\x20\x10");
+}
+
+TEST_F(CommandLine, RenderRefusesWhatTheControlsDoNotOffer) {
+    for (const std::vector<std::string>& wrong :
+         {std::vector<std::string>{"--zoom", "21"},
+          {"--zoom", "0"},
+          {"--grid", "11"},
+          {"--tile-pixels", "100"},
+          {"--layers", "grid,clouds"},
+          {"--brightness", "101"},
+          {"--alpha", "256"}}) {
+        std::vector<std::string> arguments{"render", folder_.File("x.png")};
+        arguments.insert(arguments.end(), wrong.begin(), wrong.end());
+        EXPECT_EQ(RunOn(arguments).ExitCode, 2) << wrong[0];
+    }
+    EXPECT_EQ(RunOn({"render", folder_.File("x.gif?")}).ExitCode, 3);
+}
+
 TEST_F(CommandLine, UsageIsExplainedOnTheStandardError) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{},

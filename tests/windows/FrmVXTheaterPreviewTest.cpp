@@ -3,11 +3,11 @@
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
 #include "support/TestFolder.h"
+#include "windows/RecordingCommands.h"
 #include "windows/WindowTest.h"
 
 #include <QImage>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
 namespace vardenix {
@@ -20,6 +20,7 @@ protected:
     // Columns of 4 pixels, each of another colour.
     void Show(int side) {
         state_.Preview.Side = side;
+        state_.Terrain.MapWidth = side;
         state_.Preview.Pixels.clear();
         for (int i = 0; i < side * side; ++i)
             state_.Preview.Pixels.push_back(ColorAt(i % side));
@@ -34,7 +35,9 @@ protected:
 
     ProgramState state_;
     tests::ScriptedDialogs dialogs_;
-    FrmVXTheaterPreview window_{state_, dialogs_};
+    MapView view_;
+    tests::RecordingCommands commands_;
+    FrmVXTheaterPreview window_{state_, view_, dialogs_, commands_};
 };
 
 TEST_F(FrmVXTheaterPreviewTest, OnePixelIsFourPosts) {
@@ -122,14 +125,71 @@ TEST_F(FrmVXTheaterPreviewTest, ASaveThatFailsIsToldAndLeavesWhatWasThere) {
 
 TEST_F(FrmVXTheaterPreviewTest, TheCloseBoxHidesTheWindow) {
     Show(512);
-    QSignalSpy closed(&window_, &FrmVXTheaterPreview::CloseBoxUsed);
     EXPECT_FALSE(window_.close());
     EXPECT_FALSE(window_.isVisible());
-    EXPECT_EQ(closed.count(), 1);
+    EXPECT_EQ(commands_.Story, "hidden(chkShowTheater)");
     window_.show();
     state_.Exiting = true;
     EXPECT_TRUE(window_.close());
-    EXPECT_EQ(closed.count(), 1);
+    EXPECT_EQ(commands_.Story, "hidden(chkShowTheater)");
+}
+
+TEST_F(FrmVXTheaterPreviewTest, ARedBoxStandsRoundWhatTheMapShows) {
+    Show(512);
+    view_.MapLeftX = 40;
+    view_.MapBottomY = 80;
+    view_.GridCells = 5;
+    view_.ZoomPosts = 8; // 40 posts a side
+    window_.MakeViewPort();
+    const QImage seen = Find<QWidget>(window_, "Picture1").grab().toImage();
+    const QRgb red = qRgb(255, 0, 0);
+    // Columns 10 to 20; rows 128 - 20 up to 128 - 30.
+    for (const QPoint& corner :
+         {QPoint(10, 108), QPoint(20, 108), QPoint(10, 98), QPoint(20, 98)})
+        EXPECT_EQ(seen.pixel(corner), red) << corner.x() << ", " << corner.y();
+    EXPECT_EQ(seen.pixel(15, 98), red);
+    EXPECT_EQ(seen.pixel(15, 103), qRgb(15, 0, 0x72));
+    EXPECT_EQ(seen.pixel(9, 98), qRgb(9, 0, 0x72));
+    EXPECT_EQ(seen.pixel(15, 109), qRgb(15, 0, 0x72));
+}
+
+TEST_F(FrmVXTheaterPreviewTest, TheExportBoxIsShownWhileItsSwitchIsOn) {
+    Show(512);
+    view_.ExportX1 = 79;
+    view_.ExportY1 = 40;
+    view_.ExportX2 = 40;
+    view_.ExportY2 = 79;
+    view_.ExportColor = 0x7AEF65;
+    const auto corner = [this] {
+        window_.MakeViewPort();
+        return Find<QWidget>(window_, "Picture1").grab().toImage().pixel(20, 118);
+    };
+    EXPECT_EQ(corner(), qRgb(20, 0, 0x72));
+    view_.ShowExport = true;
+    EXPECT_EQ(corner(), qRgb(0x65, 0xEF, 0x7A));
+}
+
+TEST_F(FrmVXTheaterPreviewTest, ALeftClickMovesTheMapThere) {
+    Show(512);
+    auto& picture = Find<QWidget>(window_, "Picture1");
+    QTest::mouseClick(&picture, Qt::RightButton, {}, {30, 100});
+    EXPECT_EQ(commands_.Story, "");
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, {30, 100});
+    EXPECT_EQ(commands_.Story, "scroll(120,112)");
+}
+
+TEST_F(FrmVXTheaterPreviewTest, AClickInTheTopRightCornerIsTheLastPosition) {
+    Show(512);
+    auto& picture = Find<QWidget>(window_, "Picture1");
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, {127, 0});
+    EXPECT_EQ(commands_.Story, "scroll(508,511)");
+}
+
+TEST_F(FrmVXTheaterPreviewTest, AClickWhileTheMapIsBeingScrolledDoesNothing) {
+    Show(512);
+    view_.ScrollBusy = true;
+    QTest::mouseClick(&Find<QWidget>(window_, "Picture1"), Qt::LeftButton, {}, {30, 30});
+    EXPECT_EQ(commands_.Story, "");
 }
 
 } // namespace

@@ -17,5 +17,6 @@ void ApplyTheme();
 
 // Window units: 1440 twips to the inch, 15 to the pixel at 96 dots per inch.
 constexpr int PixelsOfTwips(int twips) { return twips / 15; }
+constexpr int TwipsOfPixels(int pixels) { return pixels * 15; }
 
 } // namespace vardenix

@@ -18,7 +18,6 @@ namespace vardenix {
 
 namespace {
 
-constexpr int PostsPerPixel = 4;                    // of Picture1
 constexpr int GapAboveCommand1 = PixelsOfTwips(90); // and as much below
 // A picture of a small theater would leave no room for the title.
 constexpr int LeastLetters = 42;
@@ -34,14 +33,18 @@ QByteArray BitmapOf(const QImage& picture) {
 
 } // namespace
 
-FrmVXTheaterPreview::FrmVXTheaterPreview(const ProgramState& state, Dialogs& dialogs)
-    : state_(state), dialogs_(dialogs), ui_(std::make_unique<Ui::FrmVXTheaterPreview>()) {
+FrmVXTheaterPreview::FrmVXTheaterPreview(const ProgramState& state, const MapView& view,
+                                         Dialogs& dialogs, WorkspaceCommands& commands)
+    : state_(state), view_(view), dialogs_(dialogs), commands_(commands),
+      ui_(std::make_unique<Ui::FrmVXTheaterPreview>()) {
     ui_->setupUi(this);
     ui_->row->setContentsMargins(GapAboveCommand1, GapAboveCommand1, GapAboveCommand1,
                                  GapAboveCommand1);
     ui_->ground->setBackgroundRole(QPalette::Mid);
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
              [this] { Command1_Click(); });
+    OnSignal(ui_->Picture1, &StretchedPicture::Pressed, this,
+             [this](QPoint pixel) { Picture1_MouseDown(pixel); });
 }
 
 FrmVXTheaterPreview::~FrmVXTheaterPreview() = default;
@@ -49,8 +52,25 @@ FrmVXTheaterPreview::~FrmVXTheaterPreview() = default;
 void FrmVXTheaterPreview::PreviewChanged() {
     picture0_ = ImageOf(state_.Preview.Pixels, state_.Preview.Side);
     ui_->Picture1->SetPicture(picture0_);
-    ui_->Picture1->setFixedSize(picture0_.size() / PostsPerPixel);
+    const int side = PreviewSide(state_.Preview.Side);
+    ui_->Picture1->setFixedSize(side, side);
     FitRoundPicture();
+}
+
+void FrmVXTheaterPreview::MakeViewPort() {
+    const ViewPort port = vardenix::MakeViewPort(view_, ui_->Picture1->height());
+    std::vector<PreviewBox> boxes{port.View};
+    if (port.HasExport)
+        boxes.push_back(port.Export);
+    ui_->Picture1->SetBoxes(std::move(boxes));
+}
+
+void FrmVXTheaterPreview::Picture1_MouseDown(QPoint pixel) {
+    if (view_.ScrollBusy)
+        return;
+    const ViewPosition position = PreviewClick(
+        pixel.x(), pixel.y(), ui_->Picture1->height(), state_.Terrain.MapWidth);
+    commands_.ScrollTo(position.X, position.Y);
 }
 
 void FrmVXTheaterPreview::FitRoundPicture() {
@@ -90,7 +110,7 @@ void FrmVXTheaterPreview::closeEvent(QCloseEvent* event) {
         return;
     event->ignore();
     hide();
-    emit CloseBoxUsed();
+    commands_.WindowHidden("chkShowTheater");
 }
 
 } // namespace vardenix

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/Progress.h"
+#include "services/TilePictures.h"
+#include "theater/ProgramState.h"
+#include "theater/TheaterOpening.h"
+#include "workspace/MapRenderer.h"
+#include "workspace/MapView.h"
+#include "workspace/WorkspaceCommands.h"
+
+#include <functional>
+#include <memory>
+
+namespace vardenix {
+
+class FrmVXMap;
+class FrmVXTheaterPreview;
+
+// The windows that a theater is worked on in, and what they ask of one another.
+class Workspace : public OpeningWindows, public WorkspaceCommands {
+public:
+    // All are borrowed; `exitProgram` ends the program without another question.
+    Workspace(ProgramState& state, const Platform& platform, DebugLog& log,
+              std::function<void()> exitProgram);
+    ~Workspace() override;
+
+    // The windows come up at their stored places, or side by side when there are none;
+    // the map is painted for the first time.
+    void ApplySavedLayout();
+
+    bool LeaveProgram() override;
+
+private:
+    void PreviewChanged() override;
+    void LoadMapEditor() override;
+    void LoadMap() override;
+    void ShowMainPanel() override;
+    void RestoreChildWindows() override;
+    void RefreshPalette() override {}
+    void InitForm() override;
+
+    void RefreshPicArray() override;
+    void LoadImageControls() override;
+    void ScrollTo(int x, int y) override;
+    void PositionChanged() override;
+    void L2NeedSave() override;
+    void L0NeedSave() override;
+    void ShowWorkspace() override;
+    void HideWorkspace() override;
+    void WindowHidden(const char* checkBoxName) override;
+
+    FrmVXTheaterPreview& Preview();
+    void PlaceFirst();
+    void PlaceAsStored();
+    void StorePositions();
+    void ShowByBoxes();
+
+    ProgramState& state_;
+    const Platform& platform_;
+    DebugLog& log_;
+    std::function<void()> exitProgram_;
+    MapView view_;
+    TilePictures tilePictures_;
+    NoProgress pb3_;
+    MapRenderer renderer_;
+    std::unique_ptr<FrmVXMap> frmVXMap_;
+    std::unique_ptr<FrmVXTheaterPreview> frmVXTheaterPreview_;
+};
+
+} // namespace vardenix

@@ -1,0 +1,113 @@
+#include "platform/windows/EscWatch.h"
+
+#include <QApplication>
+#include <QWidget>
+
+#include <chrono>
+#include <cstdlib>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace vardenix {
+
+namespace {
+
+constexpr xcb_keysym_t EscapeKey = 0xFF1B;
+constexpr auto BetweenLooks = std::chrono::milliseconds(10);
+// Even asking for the time costs something where posts are painted by the ten thousand.
+constexpr int CallsBetweenClocks = 8;
+
+template <typename Reply>
+struct Freed {
+    void operator()(Reply* reply) const { std::free(reply); }
+};
+template <typename Reply>
+using Owned = std::unique_ptr<Reply, Freed<Reply>>;
+
+} // namespace
+
+class EscWatch::Connection {
+public:
+    Connection() : display_(xcb_connect(nullptr, nullptr)) {
+        if (xcb_connection_has_error(display_) == 0)
+            FindEscapeKeys();
+    }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() { xcb_disconnect(display_); }
+
+    void Begin() {
+        const uint32_t keys = XCB_EVENT_MASK_KEY_PRESS;
+        for (const QWidget* window : QApplication::topLevelWidgets())
+            if (window->isVisible() && window->internalWinId() != 0)
+                xcb_change_window_attributes(
+                    display_, static_cast<xcb_window_t>(window->internalWinId()),
+                    XCB_CW_EVENT_MASK, &keys);
+        xcb_flush(display_);
+        Look();
+        pressed_ = false;
+        calls_ = 0;
+        nextLook_ = std::chrono::steady_clock::now() + BetweenLooks;
+    }
+
+    bool Pressed() {
+        if (++calls_ % CallsBetweenClocks == 0) {
+            const auto now = std::chrono::steady_clock::now();
+            if (now >= nextLook_) {
+                Look();
+                nextLook_ = now + BetweenLooks;
+            }
+        }
+        return pressed_;
+    }
+
+private:
+    void FindEscapeKeys() {
+        const xcb_setup_t* setup = xcb_get_setup(display_);
+        const auto count =
+            static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+        const Owned<xcb_get_keyboard_mapping_reply_t> map(xcb_get_keyboard_mapping_reply(
+            display_, xcb_get_keyboard_mapping(display_, setup->min_keycode, count),
+            nullptr));
+        if (!map)
+            return;
+        const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
+        for (int key = 0; key < count; ++key)
+            if (symbols[key * map->keysyms_per_keycode] == EscapeKey)
+                escapeKeys_.push_back(
+                    static_cast<xcb_keycode_t>(setup->min_keycode + key));
+    }
+
+    // Takes what has come in, without waiting for more.
+    void Look() {
+        while (const auto event =
+                   Owned<xcb_generic_event_t>(xcb_poll_for_event(display_))) {
+            if ((event->response_type & 0x7F) != XCB_KEY_PRESS)
+                continue;
+            const auto* press =
+                reinterpret_cast<const xcb_key_press_event_t*>(event.get());
+            for (const xcb_keycode_t key : escapeKeys_)
+                pressed_ = pressed_ || press->detail == key;
+        }
+    }
+
+    xcb_connection_t* display_;
+    std::vector<xcb_keycode_t> escapeKeys_;
+    bool pressed_ = false;
+    int calls_ = 0;
+    std::chrono::steady_clock::time_point nextLook_;
+};
+
+EscWatch::EscWatch() = default;
+EscWatch::~EscWatch() = default;
+
+void EscWatch::Begin() {
+    if (!connection_ && QApplication::platformName() == "xcb")
+        connection_ = std::make_unique<Connection>();
+    if (connection_)
+        connection_->Begin();
+}
+
+bool EscWatch::Pressed() { return connection_ && connection_->Pressed(); }
+
+} // namespace vardenix

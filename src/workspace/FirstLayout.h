@@ -1,0 +1,31 @@
+#pragma once
+
+#include "services/Raster.h"
+#include "theater/Configuration.h"
+
+namespace vardenix {
+
+// Pixels, without the frame that the desktop adds.
+struct WindowSize {
+    int32_t Width = 0;
+    int32_t Height = 0;
+};
+
+// Where the windows of the workspace stand on a first start: places with the frame, sizes
+// without. Pixels.
+struct FirstLayout {
+    PixelRect Panel;
+    PixelRect Map;
+    PixelRect Preview;
+};
+
+// Whether no run has ever stored where the windows stand: all places 0, nothing visible.
+bool NeverPlaced(const Configuration& settings);
+
+// Side by side within `room`, none over another: the panel, the preview under it where
+// there is room and else at the right, the map in what is left; map and preview are cut
+// to that, the panel is not. A screen too small for all three lets the map overlap.
+FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
+                        WindowSize preview);
+
+} // namespace vardenix

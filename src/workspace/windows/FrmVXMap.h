@@ -1,0 +1,77 @@
+#pragma once
+
+#include "platform/windows/EscWatch.h"
+#include "theater/ProgramState.h"
+#include "workspace/MapLayout.h"
+#include "workspace/MapRenderer.h"
+#include "workspace/WorkspaceCommands.h"
+#include "workspace/windows/QtDrawingSurface.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class FrmVXMap;
+}
+
+namespace vardenix {
+
+// The map: a picture of a part of the terrain, and the scroll bars that move over it.
+class FrmVXMap : public QWidget, private MapScreen {
+    Q_OBJECT
+
+public:
+    // All are borrowed for the window's life.
+    FrmVXMap(ProgramState& state, MapView& view, MapRenderer& renderer,
+             WorkspaceCommands& commands);
+    ~FrmVXMap() override;
+
+    // The layout of the settings, and the saved position clamped to the theater. Paints
+    // nothing.
+    void InitForm();
+    // The scroll ranges, and the window fitted round a picture of a new size; a picture
+    // larger than the screen is then reached by scroll bars inside the window. Nothing
+    // while there is no theater.
+    void LoadImageControls();
+    // Paints the view from nothing, and shows it.
+    void RefreshPicArray();
+    // Sets both scroll bars without a repaint; values outside the theater are clamped.
+    void SetPosition(ViewPosition position);
+
+    // The back buffer: what the last repaint has left.
+    const QImage& Picture2() const { return picture2_.Image(); }
+
+signals:
+    // The view has been painted anew: the preview's box follows.
+    void ViewPainted();
+    // The window was made an icon, or came back from one.
+    void MinimiseStateChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void FitRoundPicture(const MapLayout& layout);
+    void Scroll_Change();
+
+    void ClearPicShow() override {}
+    void CopyToPicShow() override;
+    void LookForEsc() override;
+    void MakeViewPort(const MapView& view) override;
+
+    ProgramState& state_;
+    MapView& view_;
+    MapRenderer& renderer_;
+    WorkspaceCommands& commands_;
+    std::unique_ptr<Ui::FrmVXMap> ui_;
+    QtDrawingSurface picture2_;
+    EscWatch escWatch_;
+    QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree
+};
+
+} // namespace vardenix

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "workspace/WorkspaceCommands.h"
+
+#include <functional>
+#include <string>
+
+namespace vardenix::tests {
+
+// Writes down what a window asks of the others: "refresh scroll(3,4)
+// hidden(chkShowMain)".
+class RecordingCommands : public WorkspaceCommands {
+public:
+    std::string Story;
+    std::function<void()> OnRefresh;
+
+    void RefreshPicArray() override {
+        Say("refresh");
+        if (OnRefresh)
+            OnRefresh();
+    }
+    void LoadImageControls() override { Say("layout"); }
+    void ScrollTo(int x, int y) override {
+        Say("scroll(" + std::to_string(x) + "," + std::to_string(y) + ")");
+    }
+    void PositionChanged() override { Say("position"); }
+    void L2NeedSave() override { Say("L2"); }
+    void L0NeedSave() override { Say("L0"); }
+    void ShowWorkspace() override { Say("show"); }
+    void HideWorkspace() override { Say("hide"); }
+    void WindowHidden(const char* checkBoxName) override {
+        Say("hidden(" + std::string(checkBoxName) + ")");
+    }
+    bool LeaveProgram() override {
+        Say("leave");
+        return false;
+    }
+
+private:
+    void Say(const std::string& what) { Story += (Story.empty() ? "" : " ") + what; }
+};
+
+} // namespace vardenix::tests

@@ -1,0 +1,48 @@
+#include "platform/windows/WindowPlace.h"
+
+#include "windows/WindowTest.h"
+
+#include <QScreen>
+
+namespace vardenix {
+namespace {
+
+const QRect Left(0, 0, 1280, 900);
+const QRect Right(1280, 100, 1000, 700);
+
+TEST(WindowPlace, AWindowWithinAScreenStaysWhereItWas) {
+    EXPECT_EQ(PlaceWithin({10, 20, 300, 200}, {Left, Right}), QPoint(10, 20));
+    EXPECT_EQ(PlaceWithin({1300, 500, 300, 200}, {Left, Right}), QPoint(1300, 500));
+    EXPECT_EQ(PlaceWithin({980, 700, 300, 200}, {Left}), QPoint(980, 700));
+}
+
+TEST(WindowPlace, APartThatSticksOutIsPulledIn) {
+    EXPECT_EQ(PlaceWithin({-50, -1, 300, 200}, {Left}), QPoint(0, 0));
+    EXPECT_EQ(PlaceWithin({1100, 800, 300, 200}, {Left}), QPoint(980, 700));
+    EXPECT_EQ(PlaceWithin({2100, 650, 300, 200}, {Left, Right}), QPoint(1980, 600));
+}
+
+TEST(WindowPlace, AScreenThatIsGoneGivesTheFirst) {
+    EXPECT_EQ(PlaceWithin({1500, 300, 300, 200}, {Left}), QPoint(980, 300));
+    EXPECT_EQ(PlaceWithin({-143165576, 143165576, 300, 200}, {Left}), QPoint(0, 700));
+}
+
+TEST(WindowPlace, OfAWindowLargerThanTheScreenTheTopLeftIsKept) {
+    EXPECT_EQ(PlaceWithin({100, 100, 3000, 2000}, {Left}), QPoint(0, 0));
+    EXPECT_EQ(PlaceWithin({100, 100, 3000, 2000}, {Right}), QPoint(1280, 100));
+}
+
+TEST(WindowPlace, WithoutAScreenNothingIsMoved) {
+    EXPECT_EQ(PlaceWithin({-5, -6, 300, 200}, {}), QPoint(-5, -6));
+}
+
+TEST(WindowPlace, MovesOntoTheScreensThereAre) {
+    QWidget window;
+    window.resize(200, 100);
+    MoveOnScreen(window, {100000, 30});
+    const QRect room = window.screen()->availableGeometry();
+    EXPECT_EQ(window.pos(), QPoint(room.left() + room.width() - 200, 30));
+}
+
+} // namespace
+} // namespace vardenix

@@ -1,0 +1,76 @@
+#include "workspace/FirstLayout.h"
+
+#include <gtest/gtest.h>
+
+namespace vardenix {
+namespace {
+
+constexpr PixelRect Room{0, 20, 1280, 880};
+constexpr WindowSize Panel{300, 560};
+constexpr WindowSize Map{658, 658};
+constexpr WindowSize Preview{256, 300};
+
+bool Apart(const PixelRect& a, const PixelRect& b) {
+    return a.Left + a.Width < b.Left || b.Left + b.Width < a.Left ||
+           a.Top + a.Height < b.Top || b.Top + b.Height < a.Top;
+}
+
+bool Inside(const PixelRect& window) {
+    return window.Left >= Room.Left && window.Top >= Room.Top &&
+           window.Left + window.Width <= Room.Left + Room.Width &&
+           window.Top + window.Height <= Room.Top + Room.Height;
+}
+
+void ExpectTidy(const FirstLayout& layout) {
+    EXPECT_TRUE(Inside(layout.Panel));
+    EXPECT_TRUE(Inside(layout.Map));
+    EXPECT_TRUE(Inside(layout.Preview));
+    EXPECT_TRUE(Apart(layout.Panel, layout.Map));
+    EXPECT_TRUE(Apart(layout.Panel, layout.Preview));
+    EXPECT_TRUE(Apart(layout.Map, layout.Preview));
+}
+
+TEST(FirstLayout, IsWantedWhenNothingWasEverStored) {
+    Configuration settings;
+    EXPECT_TRUE(NeverPlaced(settings));
+    settings.PalWinPos.Left = 15;
+    EXPECT_FALSE(NeverPlaced(settings));
+    settings = {};
+    settings.MainControlWinPos.Top = 15;
+    EXPECT_FALSE(NeverPlaced(settings));
+    settings = {};
+    settings.ThPrevWinVis = true;
+    EXPECT_FALSE(NeverPlaced(settings));
+}
+
+TEST(FirstLayout, WhatFitsKeepsItsSize) {
+    const FirstLayout layout = LayOutFirst(Room, Panel, Map, {150, 120});
+    ExpectTidy(layout);
+    EXPECT_EQ(layout.Map.Width, 658);
+    EXPECT_EQ(layout.Map.Height, 658);
+    EXPECT_EQ(layout.Preview.Width, 150);
+    // Under the panel.
+    EXPECT_EQ(layout.Preview.Left, 0);
+    EXPECT_GT(layout.Preview.Top, 580);
+}
+
+TEST(FirstLayout, APreviewThatDoesNotFitUnderThePanelStandsAtTheRight) {
+    const FirstLayout layout = LayOutFirst(Room, Panel, Map, Preview);
+    ExpectTidy(layout);
+    EXPECT_EQ(layout.Preview.Top, 20);
+    EXPECT_GT(layout.Preview.Left, layout.Map.Left + layout.Map.Width);
+}
+
+TEST(FirstLayout, LargeWindowsAreCutToTheScreen) {
+    const FirstLayout layout = LayOutFirst(Room, Panel, {5140, 5140}, {2048, 2100});
+    ExpectTidy(layout);
+    EXPECT_GE(layout.Map.Width, 240);
+    EXPECT_EQ(layout.Panel.Width, 300);
+}
+
+TEST(FirstLayout, WithoutAPanelMapAndPreviewStandSideBySide) {
+    ExpectTidy(LayOutFirst(Room, {}, Map, Preview));
+}
+
+} // namespace
+} // namespace vardenix
