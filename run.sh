@@ -27,4 +27,6 @@ begin=$(date +%s%N)
 "$bin/vardenix-cli" check --theater "$theater" && echo "every post has a tile of the catalogue"
 echo "The height picture:"
 "$bin/vardenix-cli" preview build/pictures/heights.png --theater "$theater"
+echo "The map:"
+"$bin/vardenix-cli" render build/pictures/map.png --theater "$theater" --x 20 --y 40 --zoom 20 --grid 10
 echo "It took $((($(date +%s%N) - begin) / 1000000)) ms."
