@@ -135,9 +135,6 @@ void StagedFile::Drain() {
         done += static_cast<size_t>(put);
     }
     buffered_ = 0;
-    // The disk may begin while the next bytes are made, so that less is left for the
-    // flush; the answer does not matter, since the flush tells of every fault.
-    ::sync_file_range(file_.Handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
 }
 
 void StagedFile::KeepRightsOfOldFile() {
