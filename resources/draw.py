@@ -287,6 +287,76 @@ def scale():
     picture.write("heights", [("heights", 1), ("heights@2x", 2)])
 
 
+# Of the control panel's buttons; 24 units a side, shown at 16 to 20 pixels.
+
+def two_sizes(picture, name):
+    picture.write(name, [(name, 1), (f"{name}@2x", 2)])
+
+
+def signs():
+    plus = Picture(24, 24)
+    plus.path("M12 5 L12 19 M5 12 L19 12", stroke=INK, thickness=2.6)
+    two_sizes(plus, "plus")
+    minus = Picture(24, 24)
+    minus.path("M5 12 L19 12", stroke=INK, thickness=2.6)
+    two_sizes(minus, "minus")
+
+
+def magnifiers():
+    for name, sign in (("zoomin", "M10 6.8 L10 13.2 M6.8 10 L13.2 10"),
+                       ("zoomout", "M6.8 10 L13.2 10")):
+        picture = Picture(24, 24)
+        picture.path("M15.4 15.4 L21 21", stroke=ACCENT, thickness=3.4)
+        picture.path("M10 2.8 A7.2 7.2 0 0 1 10 17.2 A7.2 7.2 0 0 1 10 2.8 Z", "#dbe8f4",
+                     stroke=INK, thickness=1.6)
+        picture.path(sign, stroke=SEA[3], thickness=2)
+        two_sizes(picture, name)
+
+
+def arrows():
+    back = "M5 9.5 L14 9.5 Q20 9.5 20 14.7 Q20 20 14 20 L9 20 M9.5 4.5 L4.5 9.5 L9.5 14.5"
+    forth = "M19 9.5 L10 9.5 Q4 9.5 4 14.7 Q4 20 10 20 L15 20 M14.5 4.5 L19.5 9.5 L14.5 14.5"
+    for name, data in (("undo", back), ("redo", forth)):
+        picture = Picture(24, 24)
+        picture.path(data, stroke=SEA[3], thickness=2.4)
+        two_sizes(picture, name)
+
+
+def disk():
+    picture = Picture(24, 24)
+    picture.path("M3.5 5 Q3.5 3.5 5 3.5 L17 3.5 L20.5 7 L20.5 19 Q20.5 20.5 19 20.5 "
+                 "L5 20.5 Q3.5 20.5 3.5 19 Z", SEA[3], stroke=SEA[0], thickness=1)
+    picture.path("M7.5 4 L15.5 4 L15.5 9.5 L7.5 9.5 Z", PAPER)
+    picture.path("M12.5 5 L14.3 5 L14.3 8.3 L12.5 8.3 Z", SEA[3])
+    picture.path("M6.5 12.5 L17.5 12.5 L17.5 20 L6.5 20 Z", PAPER)
+    picture.path("M8.5 15 L15.5 15 M8.5 17.5 L13.5 17.5", stroke=SEA[4], thickness=1)
+    two_sizes(picture, "save")
+
+
+def regions():
+    for name, arrow in (("import", "M12 3 L12 13 M8 9.4 L12 13.4 L16 9.4"),
+                        ("export", "M12 13 L12 3.4 M8 7 L12 3 L16 7")):
+        picture = Picture(24, 24)
+        picture.path("M8 9.5 L3.5 9.5 L3.5 20.5 L20.5 20.5 L20.5 9.5 L16 9.5", LAND[1],
+                     stroke=INK, thickness=1.3)
+        picture.path("M5 18.6 Q8 14.5 11 16.5 Q14.5 18.5 19 14.6 L19 19 L5 19 Z", LAND[3])
+        picture.path(arrow, stroke=ACCENT, thickness=2.4)
+        two_sizes(picture, name)
+
+
+def places():
+    goal = Picture(24, 24)
+    goal.path("M12 21.5 Q5 14.5 5 9.8 Q5 2.8 12 2.8 Q19 2.8 19 9.8 Q19 14.5 12 21.5 Z",
+              ACCENT, stroke=INK, thickness=1)
+    goal.path("M12 7 A2.8 2.8 0 0 1 12 12.6 A2.8 2.8 0 0 1 12 7 Z", PAPER)
+    two_sizes(goal, "goto")
+    middle = Picture(24, 24)
+    middle.path("M12 3.5 A8.5 8.5 0 0 1 12 20.5 A8.5 8.5 0 0 1 12 3.5 Z", PAPER,
+                stroke=INK, thickness=1.5)
+    middle.path("M12 3.5 A8.5 8.5 0 0 1 12 20.5 Z", INK)
+    two_sizes(middle, "reset")
+
+
 def brush():
     """The mouse pointer of the painting commands; its tip is at 4, 27."""
     picture = Picture(32, 32)
@@ -350,5 +420,6 @@ def sounds():
 
 
 if __name__ == "__main__":
-    for draw in (banner, icon, folder, show, globe, scale, brush, no_tile, sounds):
+    for draw in (banner, icon, folder, show, globe, scale, signs, magnifiers, arrows,
+                 disk, regions, places, brush, no_tile, sounds):
         draw()

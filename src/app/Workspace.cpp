@@ -5,11 +5,15 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "platform/windows/WindowPlace.h"
+#include "services/ImageFiles.h"
+#include "services/ImageLayer.h"
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
 #include "workspace/FirstLayout.h"
+#include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTheaterPreview.h"
+#include "workspace/windows/PanelDialogs.h"
 
 #include <QScreen>
 
@@ -55,43 +59,91 @@ std::string TheaterTitle(const ProgramState& state) {
 
 } // namespace
 
+// What the panel's buttons and boxes do to the other windows.
+class Workspace::PanelVerbs : public PanelDialogs {
+public:
+    explicit PanelVerbs(Workspace& workspace)
+        : PanelDialogs(workspace.state_, workspace.view_, workspace.platform_, workspace),
+          workspace_(workspace) {}
+
+    bool Can(PanelVerb verb) const override {
+        return verb == PanelVerb::ShowMain || verb == PanelVerb::ShowTheater ||
+               verb == PanelVerb::SaveScreenshot;
+    }
+
+    void ShowWindow(PanelVerb window, bool on) override {
+        Configuration& settings = workspace_.state_.Configuration;
+        if (window == PanelVerb::ShowMain)
+            settings.MainWinVis = on;
+        else if (window == PanelVerb::ShowTheater)
+            settings.ThPrevWinVis = on;
+        workspace_.ShowByBoxes();
+    }
+
+    void SaveScreenshot(const std::string& path, int filterIndex) override {
+        const ImageSession session;
+        ImageSaveOptions options;
+        options.Format = filterIndex == 2 ? PictureFormat::Jpeg : PictureFormat::Bmp;
+        options.ColorDepth = 24;
+        ImageSaveEx(PictureToBitmap(workspace_.frmVXMap_->Picture2().Pixels()), path,
+                    options);
+    }
+
+private:
+    Workspace& workspace_;
+};
+
 Workspace::Workspace(ProgramState& state, const Platform& platform, DebugLog& log,
                      std::function<void()> exitProgram)
     : state_(state), platform_(platform), log_(log), exitProgram_(std::move(exitProgram)),
       view_(ViewOfSettings(state.Configuration)),
-      renderer_({state.Terrain, state.Catalogue, state.MapFileRecord, state.Configuration,
-                 state.Folders.AppPath},
-                {tilePictures_, pb3_, log, state.AbortPaint}) {}
+      panelVerbs_(std::make_unique<PanelVerbs>(*this)) {}
 
 Workspace::~Workspace() = default;
 
-FrmVXTheaterPreview& Workspace::Preview() {
+void Workspace::PreviewChanged() {
     if (!frmVXTheaterPreview_)
         frmVXTheaterPreview_ = std::make_unique<FrmVXTheaterPreview>(
             state_, view_, platform_.Dialogs, *this);
-    return *frmVXTheaterPreview_;
+    frmVXTheaterPreview_->PreviewChanged();
 }
-
-void Workspace::PreviewChanged() { Preview().PreviewChanged(); }
 
 void Workspace::LoadMapEditor() { OpenMapFile(state_.MAPFile, state_.MapFileRecord); }
 
+// The map is painted with the panel's bar, so the two are made together.
 void Workspace::LoadMap() {
-    if (!frmVXMap_) {
-        frmVXMap_ = std::make_unique<FrmVXMap>(state_, view_, renderer_, *this);
-        OnSignal(frmVXMap_.get(), &FrmVXMap::ViewPainted, frmVXTheaterPreview_.get(),
-                 [this] { frmVXTheaterPreview_->MakeViewPort(); });
-        OnSignal(frmVXMap_.get(), &FrmVXMap::MinimiseStateChanged, frmVXMap_.get(),
-                 [this] { RestoreChildWindows(); });
-    }
-    frmVXMap_->setWindowTitle(QString::fromStdString(TheaterTitle(state_)));
+    if (!frmVXMap_)
+        MakeMap();
 }
 
-void Workspace::ShowMainPanel() {}
+void Workspace::MakeMap() {
+    frmVXMain_ =
+        std::make_unique<FrmVXMain>(state_, view_, platform_, *this, *panelVerbs_);
+    renderer_ = std::make_unique<MapRenderer>(
+        MapSources{state_.Terrain, state_.Catalogue, state_.MapFileRecord,
+                   state_.Configuration, state_.Folders.AppPath},
+        MapTools{tilePictures_, *frmVXMain_, log_, state_.AbortPaint});
+    frmVXMap_ = std::make_unique<FrmVXMap>(state_, view_, *renderer_, *this);
+    OnSignal(frmVXMain_.get(), &FrmVXMain::MapCaptionChanged, frmVXMap_.get(),
+             [this](const QString& caption) { frmVXMap_->setWindowTitle(caption); });
+    OnSignal(frmVXMap_.get(), &FrmVXMap::ViewPainted, frmVXTheaterPreview_.get(),
+             [this] { frmVXTheaterPreview_->MakeViewPort(); });
+    OnSignal(frmVXMap_.get(), &FrmVXMap::MinimiseStateChanged, frmVXMap_.get(),
+             [this] { RestoreChildWindows(); });
+}
 
-// Small windows go with the map when it is made an icon.
+// It comes up where it stays: on a first start that is the corner of the screen.
+void Workspace::ShowMainPanel() {
+    frmVXMain_->Form_Load(TheaterTitle(state_));
+    frmVXMain_->adjustSize();
+    PlaceAt(*frmVXMain_, state_.Configuration.MainControlWinPos);
+    frmVXMain_->show();
+}
+
+// Small windows go with the map when it is made an icon. Before they have their places
+// they stay hidden.
 void Workspace::RestoreChildWindows() {
-    frmVXTheaterPreview_->setVisible(!state_.Starting && !frmVXMap_->isMinimized() &&
+    frmVXTheaterPreview_->setVisible(laidOut_ && !frmVXMap_->isMinimized() &&
                                      state_.Configuration.ThPrevWinVis);
 }
 
@@ -106,15 +158,18 @@ void Workspace::ApplySavedLayout() {
     } else {
         PlaceAsStored();
     }
+    laidOut_ = true;
+    frmVXMain_->ShowSettings();
     ShowByBoxes();
     RefreshPicArray();
 }
 
 void Workspace::PlaceFirst() {
     const QRect room = frmVXMap_->screen()->availableGeometry();
-    const FirstLayout layout =
-        LayOutFirst({room.left(), room.top(), room.width(), room.height()}, {},
-                    SizeOf(*frmVXMap_), SizeOf(*frmVXTheaterPreview_));
+    const FirstLayout layout = LayOutFirst(
+        {room.left(), room.top(), room.width(), room.height()}, SizeOf(*frmVXMain_),
+        SizeOf(*frmVXMap_), SizeOf(*frmVXTheaterPreview_));
+    MoveOnScreen(*frmVXMain_, {layout.Panel.Left, layout.Panel.Top});
     PlaceAt(*frmVXMap_, layout.Map);
     PlaceAt(*frmVXTheaterPreview_, layout.Preview);
 }
@@ -125,12 +180,13 @@ void Workspace::PlaceAsStored() {
 }
 
 void Workspace::StorePositions() {
+    state_.Configuration.MainControlWinPos = PlaceOf(*frmVXMain_);
     state_.Configuration.MainWinPos = PlaceOf(*frmVXMap_);
     state_.Configuration.ThPrevWinPos = PlaceOf(*frmVXTheaterPreview_);
 }
 
 void Workspace::ShowByBoxes() {
-    frmVXTheaterPreview_->setVisible(state_.Configuration.ThPrevWinVis);
+    RestoreChildWindows();
     frmVXMap_->setVisible(state_.Configuration.MainWinVis);
 }
 
@@ -143,33 +199,35 @@ void Workspace::ScrollTo(int x, int y) {
     RefreshPicArray();
 }
 
-void Workspace::PositionChanged() {}
+void Workspace::PositionChanged() { frmVXMain_->PositionChanged(); }
 
-void Workspace::L2NeedSave() {}
+void Workspace::L2NeedSave() { frmVXMain_->L2NeedSave(); }
 
-void Workspace::L0NeedSave() {}
+void Workspace::L0NeedSave() { frmVXMain_->L0NeedSave(); }
 
 void Workspace::ShowWorkspace() {
+    frmVXMain_->show();
     ShowByBoxes();
     RefreshPicArray();
 }
 
 void Workspace::HideWorkspace() {
-    frmVXMap_->hide();
-    frmVXTheaterPreview_->hide();
+    for (QWidget* window : std::initializer_list<QWidget*>{
+             frmVXMain_.get(), frmVXMap_.get(), frmVXTheaterPreview_.get()})
+        window->hide();
 }
 
 void Workspace::WindowHidden(const char* checkBoxName) {
-    const std::string_view name = checkBoxName;
-    if (name == "chkShowTheater")
-        state_.Configuration.ThPrevWinVis = false;
-    else if (name == "chkShowMain" && !LeaveProgram())
-        ShowByBoxes();
+    frmVXMain_->WindowHidden(checkBoxName);
+    state_.Configuration.MainWinVis = frmVXMain_->WindowBox(PanelVerb::ShowMain);
+    state_.Configuration.ThPrevWinVis = frmVXMain_->WindowBox(PanelVerb::ShowTheater);
 }
 
 bool Workspace::LeaveProgram() {
     StorePositions();
-    if (!ConfirmExit({}, platform_.Dialogs))
+    const DirtyFlags flags{.L2 = frmVXMain_->L2NeedSaveFlag(),
+                           .L0ELV = frmVXMain_->L0NeedSaveFlag()};
+    if (!ConfirmExit(flags, platform_.Dialogs))
         return false;
     exitProgram_();
     return true;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/Platform.h"
-#include "platform/Progress.h"
 #include "services/TilePictures.h"
 #include "theater/ProgramState.h"
 #include "theater/TheaterOpening.h"
@@ -14,6 +13,7 @@
 
 namespace vardenix {
 
+class FrmVXMain;
 class FrmVXMap;
 class FrmVXTheaterPreview;
 
@@ -32,6 +32,8 @@ public:
     bool LeaveProgram() override;
 
 private:
+    class PanelVerbs;
+
     void PreviewChanged() override;
     void LoadMapEditor() override;
     void LoadMap() override;
@@ -50,7 +52,7 @@ private:
     void HideWorkspace() override;
     void WindowHidden(const char* checkBoxName) override;
 
-    FrmVXTheaterPreview& Preview();
+    void MakeMap();
     void PlaceFirst();
     void PlaceAsStored();
     void StorePositions();
@@ -62,8 +64,10 @@ private:
     std::function<void()> exitProgram_;
     MapView view_;
     TilePictures tilePictures_;
-    NoProgress pb3_;
-    MapRenderer renderer_;
+    bool laidOut_ = false; // the windows have their places
+    std::unique_ptr<PanelVerbs> panelVerbs_;
+    std::unique_ptr<MapRenderer> renderer_;
+    std::unique_ptr<FrmVXMain> frmVXMain_;
     std::unique_ptr<FrmVXMap> frmVXMap_;
     std::unique_ptr<FrmVXTheaterPreview> frmVXTheaterPreview_;
 };

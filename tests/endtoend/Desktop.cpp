@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <spawn.h>
+#include <sstream>
 #include <stdexcept>
 #include <sys/wait.h>
 #include <thread>
@@ -169,15 +170,71 @@ void Desktop::Click(int x, int y) const {
          "click", "1"});
 }
 
-std::map<unsigned, int> Desktop::Colors(const std::string& title) const {
+void Desktop::ClickIn(const std::string& title, int x, int y, int button) const {
+    Run({"xdotool", "mousemove", "--window", WindowId(title), std::to_string(x),
+         std::to_string(y), "click", std::to_string(button)});
+}
+
+void Desktop::Activate(const std::string& title) const {
+    Run({"xdotool", "windowactivate", "--sync", WindowId(title)});
+}
+
+void Desktop::Move(const std::string& title, int left, int top) const {
+    Run({"xdotool", "windowmove", WindowId(title), std::to_string(left),
+         std::to_string(top)});
+}
+
+Place Desktop::WhereIs(const std::string& title) const {
+    // "WINDOW=1", "X=2" and so on, a line each.
+    std::istringstream lines(
+        Run({"xdotool", "getwindowgeometry", "--shell", WindowId(title)}));
+    Place place;
+    for (std::string line; std::getline(lines, line);) {
+        const size_t equals = line.find('=');
+        if (equals == std::string::npos)
+            continue;
+        const std::string name = line.substr(0, equals);
+        const int value = std::atoi(line.c_str() + equals + 1);
+        if (name == "X")
+            place.Left = value;
+        else if (name == "Y")
+            place.Top = value;
+        else if (name == "WIDTH")
+            place.Width = value;
+        else if (name == "HEIGHT")
+            place.Height = value;
+    }
+    return place;
+}
+
+Picture Picture::Part(const Place& place) const {
+    Picture part{place.Width, place.Height, {}};
+    for (int y = 0; y < place.Height; ++y)
+        for (int x = 0; x < place.Width; ++x)
+            part.Pixels.push_back(At(place.Left + x, place.Top + y));
+    return part;
+}
+
+Picture Desktop::Look(const std::string& title) const {
+    const Place place = WhereIs(title);
     const std::string bytes =
         Run({"import", "-window", WindowId(title), "-depth", "8", "rgb:-"});
-    std::map<unsigned, int> colors;
     const auto byte = [&bytes](size_t i) {
         return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));
     };
+    Picture picture{place.Width, place.Height, {}};
     for (size_t i = 0; i + 2 < bytes.size(); i += 3)
-        ++colors[byte(i) << 16 | byte(i + 1) << 8 | byte(i + 2)];
+        picture.Pixels.push_back(byte(i) << 16 | byte(i + 1) << 8 | byte(i + 2));
+    // A window that changed its size in between is looked at again by whoever waits.
+    picture.Pixels.resize(static_cast<size_t>(place.Width) *
+                          static_cast<size_t>(place.Height));
+    return picture;
+}
+
+std::map<unsigned, int> Desktop::Colors(const std::string& title) const {
+    std::map<unsigned, int> colors;
+    for (const unsigned pixel : Look(title).Pixels)
+        ++colors[pixel];
     return colors;
 }
 

@@ -31,6 +31,29 @@ private:
 // Polls until `condition` holds; false after 30 seconds.
 bool WaitFor(const std::function<bool()>& condition);
 
+// Pixels of the screen.
+struct Place {
+    int Left = 0;
+    int Top = 0;
+    int Width = 0;
+    int Height = 0;
+    bool operator==(const Place&) const = default;
+};
+
+// What a window shows, without its frame.
+struct Picture {
+    int Width = 0;
+    int Height = 0;
+    std::vector<unsigned> Pixels; // 0xRRGGBB, rows from the top
+
+    unsigned At(int x, int y) const {
+        return Pixels.at(static_cast<size_t>(y) * static_cast<size_t>(Width) +
+                         static_cast<size_t>(x));
+    }
+    Picture Part(const Place& place) const;
+    bool operator==(const Picture&) const = default;
+};
+
 // A screen of its own with a window manager, as a user would have one.
 class Desktop {
 public:
@@ -42,12 +65,21 @@ public:
     // Whether a window whose title matches the expression is up and has the keyboard.
     bool Active(const std::string& title) const;
     bool Visible(const std::string& title) const;
+    // Brings a window up and gives it the keyboard.
+    void Activate(const std::string& title) const;
+    // Where a window stands, without its frame; and moves it.
+    Place WhereIs(const std::string& title) const;
+    void Move(const std::string& title, int left, int top) const;
     // Keys as xdotool names them: "alt+l", "Return".
     void Key(const std::string& key) const;
     void Type(const std::string& text) const;
     // A click at a place in the active window, in pixels from its top left corner.
     void Click(int x, int y) const;
+    // The same in a window by its title; button 1 is the left one, 4 and 5 are the wheel
+    // forward and backward.
+    void ClickIn(const std::string& title, int x, int y, int button = 1) const;
 
+    Picture Look(const std::string& title) const;
     // How often each colour 0xRRGGBB stands in a picture of the window.
     std::map<unsigned, int> Colors(const std::string& title) const;
 

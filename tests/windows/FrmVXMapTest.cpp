@@ -84,7 +84,7 @@ TEST_F(FrmVXMapTest, AnotherPictureSizeFitsTheWindowAgain) {
     window_.LoadImageControls();
     EXPECT_EQ(PicShow().size(), QSize(512, 512));
     EXPECT_EQ(window_.width(), 512 + V().sizeHint().width() + 4);
-    EXPECT_EQ(window_.Picture2().size(), QSize(512, 512));
+    EXPECT_EQ(window_.Picture2().Image().size(), QSize(512, 512));
     world_.View.TilePixels = 16;
     window_.LoadImageControls();
     EXPECT_EQ(PicShow().size(), QSize(64, 64));
@@ -120,7 +120,7 @@ TEST_F(FrmVXMapTest, WithoutATheaterNothingIsLaidOut) {
     state_.Terrain.MapWidth = 0;
     window_.InitForm();
     window_.LoadImageControls();
-    EXPECT_TRUE(window_.Picture2().isNull());
+    EXPECT_TRUE(window_.Picture2().Image().isNull());
     EXPECT_EQ(commands_.Story, "");
 }
 
@@ -258,7 +258,7 @@ TEST_F(FrmVXMapTest, ARepaintIsSeenPixelForPixel) {
     EXPECT_EQ(seen.pixel(100, 224), qRgb(255, 0, 0));
     EXPECT_EQ(seen.pixel(200, 100), qRgb(0xF0, 0xF0, 0xF0));
     EXPECT_EQ(seen.convertToFormat(QImage::Format_RGB32),
-              window_.Picture2().convertToFormat(QImage::Format_RGB32));
+              window_.Picture2().Image().convertToFormat(QImage::Format_RGB32));
 }
 
 TEST_F(FrmVXMapTest, TheCloseBoxHidesTheWindow) {

@@ -40,7 +40,7 @@ public:
     void SetPosition(ViewPosition position);
 
     // The back buffer: what the last repaint has left.
-    const QImage& Picture2() const { return picture2_.Image(); }
+    QtDrawingSurface& Picture2() { return picture2_; }
 
 signals:
     // The view has been painted anew: the preview's box follows.

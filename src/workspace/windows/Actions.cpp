@@ -1,0 +1,114 @@
+#include "workspace/windows/Actions.h"
+
+#include "platform/windows/RunTimeBarrier.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QMainWindow>
+#include <QShortcut>
+
+#include <array>
+
+namespace vardenix {
+
+namespace {
+
+using Kind = Action::Kind;
+
+constexpr std::array<Action, 36> Table{{
+    {Kind::MenuEntry, "mnyExit", "E&xit", "Ctrl+Q", "Leave the program"},
+    {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "", ""},
+    {Kind::MenuEntry, "mnumkTHR", "Ma&ke THR File", "", ""},
+    {Kind::MenuEntry, "mnumktc", "Make t&c File", "", ""},
+    {Kind::MenuEntry, "mnumktm", "Make t&m File", "", ""},
+    {Kind::MenuEntry, "mnusearchTiles", "&Search Tiles...", "Ctrl+F", ""},
+    {Kind::MenuEntry, "mnuRebuildTheater", "Re&build Entire Theater...", "", ""},
+    {Kind::MenuEntry, "mnuThStats", "Theater Sta&tistics...", "", ""},
+    {Kind::MenuEntry, "mnuSaveScreeshot", "Sa&ve Map Screenshot...", "Ctrl+P", ""},
+    {Kind::MenuEntry, "mnuOnlineHelp", "O&nline Help", "F1", ""},
+    {Kind::MenuEntry, "mnuAbout", "&About...", "", ""},
+
+    {Kind::Button, "CmdSaveTheater", "Save", "Ctrl+S",
+     "Use shift for save with a different name."},
+    {Kind::Button, "CmdImport", "Import", "Ctrl+I", "Stamp a region from a file"},
+    {Kind::Button, "CmdExport", "Export", "Ctrl+E",
+     "Use SHIFT to export TDFs (Features)."},
+    {Kind::Button, "cmdUndo", "Undo", "Ctrl+Z", "Undo (not for importing)"},
+    {Kind::Button, "cmdRedo", "Redo", "Ctrl+Y Ctrl+Shift+Z", "Redo (not for importing)"},
+    {Kind::Button, "cmdplus", "Nearer", "", "Zoom in: fewer posts in a cell"},
+    {Kind::Button, "cmdminus", "Farther", "", "Zoom out: more posts in a cell"},
+    {Kind::Button, "cmdZoomin", "Fewer grid cells",
+     "Ctrl++ Ctrl+=", "One grid cell fewer a side"},
+    {Kind::Button, "cmdZoomOut", "More grid cells", "Ctrl+-",
+     "One grid cell more a side"},
+    {Kind::Button, "cmdGoXY", "Go to the position", "",
+     "Show the post at X, Y in the map's lower left corner"},
+    {Kind::Button, "cmdTransMinus", "MAP color fainter", "", "Fainter"},
+    {Kind::Button, "cmdTransPlus", "MAP color stronger", "", "Stronger"},
+    {Kind::Button, "cmdBMinus", "Darker", "", "Darker"},
+    {Kind::Button, "cmdBPlus", "Brighter", "", "Brighter"},
+    {Kind::Button, "cmdBrightReset", "Usual brightness", "", "Back to 0"},
+    {Kind::Button, "cmdAreasOptions", "Areas and paths options", "",
+     "What is shown of areas and paths, and their colors"},
+    {Kind::Button, "cmdFont", "Font of the heights", "", "Font of the heights"},
+    {Kind::Button, "CmdGridCol", "Color of the grid", "", "Color of the grid"},
+    {Kind::Button, "CmdExpAreaCol", "Color of the export area", "",
+     "Color of the export area"},
+    {Kind::Button, "CmdHeightCol", "Colors of the heights", "", "Colors of the heights"},
+    {Kind::Button, "CmdSegCol", "Color of the segments", "", "Color of the segments"},
+
+    {Kind::MapKey, "PicShow", "Move the map by one post", "Left Right Up Down", ""},
+    {Kind::MapKey, "PicShow", "Move the map up or down by a page", "PgUp PgDown", ""},
+    {Kind::MapKey, "PicShow", "Move the map left or right by a page", "Home End", ""},
+    {Kind::MapKey, "PicShow", "Stop painting the map", "Esc", ""},
+}};
+
+QList<QKeySequence> KeysOf(const Action& action) {
+    QList<QKeySequence> keys;
+    for (const QString& key : QString(action.Keys).split(' ', Qt::SkipEmptyParts))
+        keys.append(QKeySequence(key, QKeySequence::PortableText));
+    return keys;
+}
+
+void Apply(const Action& action, QAction& entry) {
+    entry.setText(action.Caption);
+    entry.setShortcuts(KeysOf(action));
+    entry.setShortcutContext(Qt::ApplicationShortcut);
+}
+
+void Apply(const Action& action, QMainWindow& panel, QAbstractButton& button) {
+    button.setToolTip(action.ToolTip);
+    button.setAccessibleName(action.Caption);
+    for (const QKeySequence& key : KeysOf(action)) {
+        auto* shortcut = new QShortcut(key, &panel);
+        shortcut->setContext(Qt::ApplicationShortcut);
+        OnSignal(shortcut, &QShortcut::activated, &button, [&button] { button.click(); });
+    }
+}
+
+} // namespace
+
+std::span<const Action> PanelActions() { return Table; }
+
+void ApplyActions(QMainWindow& panel) {
+    for (const Action& action : Table) {
+        if (action.What == Kind::MenuEntry)
+            Apply(action, *panel.findChild<QAction*>(action.Name));
+        else if (action.What == Kind::Button)
+            Apply(action, panel, *panel.findChild<QAbstractButton*>(action.Name));
+    }
+}
+
+QString ShortcutList() {
+    QString list = "| Keys | What they do |\n|---|---|\n";
+    for (const Action& action : Table) {
+        if (*action.Keys == '\0')
+            continue;
+        const QString keys = QString(action.Keys).replace(' ', ", ");
+        list += "| " + keys + " | " + QString(action.Caption).remove('&').remove("...") +
+                " |\n";
+    }
+    return list;
+}
+
+} // namespace vardenix

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+
+#include <span>
+
+class QMainWindow;
+
+namespace vardenix {
+
+// What a user can ask for by menu or key. The names are those of the controls.
+struct Action {
+    enum class Kind {
+        MenuEntry,
+        Button, // of the control panel
+        MapKey  // the map window's own, without a control
+    };
+    Kind What;
+    const char* Name;
+    const char* Caption;
+    const char* Keys;    // as Qt writes them, in English; several are parted by a blank
+    const char* ToolTip; // may be empty
+};
+
+// In the order of the menus and of the panel.
+std::span<const Action> PanelActions();
+
+// Gives the menu entries of `panel` their captions and keys, its buttons their tool tips,
+// accessible names and keys. The keys hold in every window of the program while the panel
+// can be used.
+void ApplyActions(QMainWindow& panel);
+
+// The manual's list of keys, a Markdown table.
+QString ShortcutList();
+
+} // namespace vardenix

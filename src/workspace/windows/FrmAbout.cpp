@@ -1,0 +1,30 @@
+#include "workspace/windows/FrmAbout.h"
+
+#include "platform/windows/RunTimeBarrier.h"
+#include "theater/ProgramVersion.h"
+#include "ui_FrmAbout.h"
+
+namespace vardenix {
+
+namespace {
+
+constexpr const char* ProgramPage = "http://www.vardenix.example/vardenix";
+
+} // namespace
+
+FrmAbout::FrmAbout(Processes& processes, QWidget* parent)
+    : QDialog(parent), ui_(std::make_unique<Ui::FrmAbout>()) {
+    ui_->setupUi(this);
+    ui_->lblVersion->setText(
+        QString::fromStdString("Vardenix v" + vardenix::ProgramVersion()));
+    ui_->Image1->SetPicture(":/logo.png", {640, 120});
+    ui_->Image1->setToolTip(ProgramPage);
+    setFixedSize(sizeHint());
+    OnSignal(ui_->Image1, &QAbstractButton::clicked, this,
+             [&processes] { processes.Open(ProgramPage); });
+    OnSignal(ui_->Command1, &QAbstractButton::clicked, this, [this] { accept(); });
+}
+
+FrmAbout::~FrmAbout() = default;
+
+} // namespace vardenix

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Processes.h"
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class FrmAbout;
+}
+
+namespace vardenix {
+
+// The program's name, version and page.
+class FrmAbout : public QDialog {
+    Q_OBJECT
+
+public:
+    // `processes` is borrowed for the window's life.
+    explicit FrmAbout(Processes& processes, QWidget* parent = nullptr);
+    ~FrmAbout() override;
+
+private:
+    std::unique_ptr<Ui::FrmAbout> ui_;
+};
+
+} // namespace vardenix

@@ -1,0 +1,228 @@
+#include "workspace/windows/FrmVXMain.h"
+
+#include "platform/windows/ColorImage.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/Theme.h"
+#include "ui_FrmVXMain.h"
+#include "workspace/MapLayout.h"
+#include "workspace/windows/Actions.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QScrollBar>
+#include <QSignalBlocker>
+
+namespace vardenix {
+
+namespace {
+
+// The ground while the finest elevations are edited, a pale yellow.
+QColor L0ModeColor() { return ColorOf(13827327); }
+
+} // namespace
+
+FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platform,
+                     WorkspaceCommands& workspace, PanelCommands& commands)
+    : state_(state), view_(view), platform_(platform), workspace_(workspace),
+      commands_(commands), ui_(std::make_unique<Ui::FrmVXMain>()) {
+    ui_->setupUi(this);
+    DressControls();
+    ApplyActions(*this);
+    ConnectMapOptions();
+    ConnectSliders();
+    ConnectColors();
+    ConnectView();
+    ConnectPosition();
+    ConnectCommands();
+    ConnectMenus();
+    ShowSettings();
+    RefreshCommands();
+}
+
+FrmVXMain::~FrmVXMain() = default;
+
+void FrmVXMain::DressControls() {
+    const auto range = [](QAbstractSlider* slider, const ControlRange& of) {
+        slider->setRange(of.Min, of.Max);
+        slider->setPageStep(of.LargeChange);
+        slider->setSingleStep(1);
+    };
+    range(ui_->sldrBrightness, BrightnessRange);
+    range(ui_->sldrTrans, TransRange);
+    range(ui_->ZoomScroll, ZoomRange);
+    // Fewer posts are nearer, and nearer is at the right, by the plus.
+    ui_->ZoomScroll->setInvertedAppearance(true);
+    ui_->ZoomScroll->setInvertedControls(true);
+    for (const int32_t width : TileWidths)
+        ui_->ComTileWidth->addItem(QString::number(width));
+    for (QLabel* value : {ui_->lblTrans, ui_->lblBrightness, ui_->Label1, ui_->Label2})
+        value->setMinimumWidth(value->fontMetrics().horizontalAdvance("10 X 10"));
+    ui_->PB3->setRange(0, ProgressFullWidth);
+    ui_->PB3->hide();
+    ui_->Frame7->hide();
+    const QWidget* body = ui_->body;
+    const int scrollBar = ui_->scroll->verticalScrollBar()->sizeHint().width();
+    ui_->scroll->setMinimumWidth(body->minimumSizeHint().width() + scrollBar);
+}
+
+void FrmVXMain::Form_Load(const std::string& mapTitle) {
+    titles_ = DirtyTitles(mapTitle);
+    view_.MapAlpha = InitialMapAlpha;
+    ShowSettings();
+    SetL0FileName({});
+    ChangeControlsForL0Edit(false);
+    RefreshCommands();
+}
+
+void FrmVXMain::ShowSettings() {
+    const QList<QWidget*> controls = findChildren<QWidget*>();
+    std::vector<QSignalBlocker> quiet;
+    for (QWidget* control : controls)
+        quiet.emplace_back(control);
+    const Configuration& settings = state_.Configuration;
+    const MapView stored = ViewOfSettings(settings);
+    ui_->chkShowAreas->setChecked(stored.ShowAreasPaths);
+    ui_->chkShowGrid->setChecked(stored.ShowGrid);
+    ui_->chkShowExport->setChecked(stored.ShowExport);
+    ui_->chkShowHeights->setChecked(stored.ShowHeights);
+    ui_->chkShowSegments->setChecked(stored.ShowSegments);
+    ui_->chkApplyNight->setChecked(view_.ApplyNight);
+    ui_->chkApplyMAP->setChecked(view_.ApplyMAP);
+    ui_->sldrTrans->setValue(view_.MapAlpha);
+    ui_->sldrBrightness->setValue(static_cast<int>(stored.Brightness));
+    ui_->ZoomScroll->setValue(stored.ZoomPosts);
+    ui_->ComTileWidth->setCurrentText(QString::number(stored.TilePixels));
+    for (const PanelVerb window :
+         {PanelVerb::ShowMain, PanelVerb::ShowResults, PanelVerb::ShowTheater,
+          PanelVerb::ShowTile, PanelVerb::ShowFeatures})
+        BoxOf(window)->setChecked(false);
+    ui_->chkShowMain->setChecked(settings.MainWinVis);
+    ui_->chkShowTheater->setChecked(settings.ThPrevWinVis);
+    ui_->chkShowResults->setChecked(settings.SearchResWinVis &&
+                                    commands_.Can(PanelVerb::ShowResults));
+    ui_->chkShowTile->setChecked(settings.PalWinVis &&
+                                 commands_.Can(PanelVerb::ShowTile));
+    ui_->chkShowFeatures->setChecked(settings.FeatWinVis &&
+                                     commands_.Can(PanelVerb::ShowFeatures));
+    ShowColors();
+    ShowCaptions();
+    PositionChanged();
+}
+
+void FrmVXMain::ShowCaptions() {
+    ui_->Label1->setText(QString::number(ui_->ZoomScroll->value()));
+    ui_->Label2->setText(QString::fromStdString(GridCaption(view_)));
+    ui_->lblTrans->setText(QString::number(ui_->sldrTrans->value()));
+    ui_->lblBrightness->setText(QString::number(ui_->sldrBrightness->value()));
+}
+
+void FrmVXMain::Repaint() {
+    if (!state_.Starting)
+        workspace_.RefreshPicArray();
+}
+
+void FrmVXMain::L2NeedSave() {
+    titles_.L2NeedSave();
+    ShowTitles();
+    RedrawSaveButton();
+}
+
+void FrmVXMain::L0NeedSave() {
+    titles_.L0NeedSave();
+    ShowTitles();
+    RedrawSaveButton();
+}
+
+void FrmVXMain::L2Saved() {
+    titles_.L2Saved();
+    ShowTitles();
+    RedrawSaveButton();
+}
+
+void FrmVXMain::L0Saved() {
+    titles_.L0Saved();
+    ShowTitles();
+    RedrawSaveButton();
+}
+
+void FrmVXMain::ShowTitles() {
+    setWindowTitle(QString::fromStdString(titles_.MainCaption()));
+    emit MapCaptionChanged(QString::fromStdString(titles_.MapCaption()));
+}
+
+void FrmVXMain::ChangeControlsForL0Edit(bool on) {
+    titles_.SetL0Mode(on);
+    ShowTitles();
+    QPalette ground = palette();
+    ground.setColor(QPalette::Window, on ? L0ModeColor() : OffColor());
+    setPalette(ground);
+    RefreshCommands();
+}
+
+void FrmVXMain::SetL0FileName(const std::string& fileName) {
+    l0FileName_ = fileName;
+    const QString tip = QString::fromStdString(L0ToolTip(fileName));
+    ui_->chkL0ELV->setToolTip(tip);
+    ui_->cmdLoadL0Elv->setToolTip(tip);
+    RefreshCommands();
+}
+
+void FrmVXMain::SetPB3(int value) {
+    ui_->PB3->setValue(static_cast<int>(ProgressWidth(value, pb3Min_, pb3Max_)));
+}
+
+void FrmVXMain::ShowBar() {
+    pb3Min_ = 0;
+    pb3Max_ = 100;
+    SetText({});
+    SetPB3(0);
+    ui_->PB3->show();
+}
+
+void FrmVXMain::HideBar() { ui_->PB3->hide(); }
+
+void FrmVXMain::SetText(const std::string& text) {
+    ui_->PB3->setFormat(QString::fromStdString(text).replace('%', "%%"));
+    ui_->PB3->setTextVisible(!text.empty());
+}
+
+void FrmVXMain::LetEventsThrough() { QCoreApplication::processEvents(); }
+
+void FrmVXMain::SetShift(bool down) {
+    if (shiftDown_ == down)
+        return;
+    shiftDown_ = down;
+    RedrawSaveButton();
+    RedrawExportButton();
+}
+
+void FrmVXMain::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Shift)
+        SetShift(true);
+    else if (event->key() == Qt::Key_Escape && ui_->PB3->isVisible())
+        state_.AbortPaint = true;
+    else
+        QMainWindow::keyPressEvent(event);
+}
+
+void FrmVXMain::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Shift)
+        SetShift(false);
+    else
+        QMainWindow::keyReleaseEvent(event);
+}
+
+void FrmVXMain::changeEvent(QEvent* event) {
+    // Shift let go over another window is never told here.
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
+        SetShift(false);
+    QMainWindow::changeEvent(event);
+}
+
+void FrmVXMain::closeEvent(QCloseEvent* event) {
+    if (!state_.Exiting && !workspace_.LeaveProgram())
+        event->ignore();
+}
+
+} // namespace vardenix

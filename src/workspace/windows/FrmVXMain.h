@@ -1,0 +1,145 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "platform/Progress.h"
+#include "theater/ProgramState.h"
+#include "workspace/MapView.h"
+#include "workspace/PanelRules.h"
+#include "workspace/WorkspaceCommands.h"
+#include "workspace/windows/PanelCommands.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class QAbstractSlider;
+class QCheckBox;
+
+namespace Ui {
+class FrmVXMain;
+}
+
+namespace vardenix {
+
+class ColorButton;
+
+// The control panel of the workspace: what the map shows, zoom, windows, saving, undo,
+// export and import, and the bar of long work. As a Progress, it shows that bar.
+class FrmVXMain : public QMainWindow, public Progress {
+    Q_OBJECT
+
+public:
+    // All are borrowed for the window's life.
+    FrmVXMain(ProgramState& state, MapView& view, const Platform& platform,
+              WorkspaceCommands& workspace, PanelCommands& commands);
+    ~FrmVXMain() override;
+
+    // Everything as at the start of the work on a theater: controls from the settings,
+    // no flags, level 2 edited. `mapTitle` is the caption of FrmVXMap.
+    void Form_Load(const std::string& mapTitle);
+    // Controls and their colours from the settings, without any effect.
+    void ShowSettings();
+
+    // Level 2, or the finest elevations, have unsaved changes; and have been saved.
+    void L2NeedSave();
+    void L0NeedSave();
+    void L2Saved();
+    void L0Saved();
+    bool L2NeedSaveFlag() const { return titles_.L2NeedSaveFlag(); }
+    bool L0NeedSaveFlag() const { return titles_.L0NeedSaveFlag(); }
+    // Titles, ground, save button and restore points for the mode; MapView::L0Mode is
+    // the caller's.
+    void ChangeControlsForL0Edit(bool on);
+    // Empty until a file is loaded.
+    void SetL0FileName(const std::string& fileName);
+
+    // Asks PanelCommands::Can anew for every control.
+    void RefreshCommands();
+    void DisableClickableItemsVX(bool enabled);
+    void RedrawSaveButton();
+    void RedrawExportButton();
+    // ShiftDown when CmdExport was pressed.
+    bool ExportWithShift() const { return exportWithShift_; }
+    // The hint under the panel while corners are waited for.
+    enum class Hint { None, Export, Import };
+    void ShowHint(Hint hint);
+
+    // LabelX and LabelY follow the view.
+    void PositionChanged();
+    // The box of a window, without showing or hiding that.
+    bool WindowBox(PanelVerb window) const;
+    void SetWindowBox(PanelVerb window, bool on);
+    // By the box's name, for a window that its close box has hidden.
+    void WindowHidden(const char* checkBoxName);
+
+    // The bar's width is (value - PB3Min) / PB3Max of 3495 twips.
+    void SetPB3(int value);
+    void ShowBar() override;
+    void HideBar() override;
+    void SetBar(int percent) override { SetPB3(percent); }
+    void SetText(const std::string& text) override;
+    void LetEventsThrough() override;
+
+signals:
+    // The caption of FrmVXMap, with its star or without.
+    void MapCaptionChanged(const QString& caption);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void DressControls();
+    void ConnectMapOptions();
+    void ConnectSliders();
+    void ConnectColors();
+    void ConnectView();
+    void ConnectPosition();
+    void ConnectCommands();
+    void ConnectMenus();
+
+    // Sets a switch of the view and its setting from the box, and repaints.
+    void JoinSwitch(QCheckBox* box, bool MapView::*shown, bool Configuration::*stored);
+    // The same without a setting, and only while the panel is to be seen.
+    void JoinApplyBox(QCheckBox* box, bool MapView::*shown);
+    void JoinColor(ColorButton* button, uint32_t MapView::*shown,
+                   uint32_t Configuration::*stored);
+    void JoinWindowBox(QCheckBox* box, PanelVerb window);
+    void JoinVerb(const char* control, PanelVerb verb);
+
+    void sldrBrightness_Change(int value);
+    void sldrTrans_Change(int value);
+    void ZoomScroll_Change(int value);
+    void cmdFont_Click();
+    void ComTileWidth_Click(int index);
+    void GridCellsChanged();
+    void cmdGoXY_Click();
+    void CmdSaveTheater_Click(bool as);
+    void CmdExport_Click();
+    void mnuSaveScreeshot_Click();
+
+    // Unless the program is starting.
+    void Repaint();
+    void ShowColors();
+    void ShowCaptions();
+    void ShowTitles();
+    void SetShift(bool down);
+    QCheckBox* BoxOf(PanelVerb window) const;
+
+    ProgramState& state_;
+    MapView& view_;
+    const Platform& platform_;
+    WorkspaceCommands& workspace_;
+    PanelCommands& commands_;
+    std::unique_ptr<Ui::FrmVXMain> ui_;
+    DirtyTitles titles_{""};
+    std::string l0FileName_;
+    bool shiftDown_ = false;
+    bool exportWithShift_ = false;
+    int pb3Min_ = 0;
+    int pb3Max_ = 100;
+};
+
+} // namespace vardenix

@@ -1,0 +1,164 @@
+// Menus, saving, undo, export and import of the control panel.
+
+#include "platform/Dialogs.h"
+#include "platform/Processes.h"
+#include "platform/RuntimeError.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "ui_FrmVXMain.h"
+#include "workspace/windows/FrmVXMain.h"
+
+#include <QShortcut>
+
+#include <algorithm>
+#include <array>
+
+namespace vardenix {
+
+namespace {
+
+struct VerbControl {
+    PanelVerb Verb;
+    const char* Control;
+};
+
+// Of each verb, the control that is enabled when it can be done.
+constexpr std::array<VerbControl, 22> VerbControls{{
+    {PanelVerb::OpenBIN, "cmdOpenBIN"},
+    {PanelVerb::OpenMap, "cmdOpenMap"},
+    {PanelVerb::Import, "CmdImport"},
+    {PanelVerb::Export, "CmdExport"},
+    {PanelVerb::SaveTheater, "CmdSaveTheater"},
+    {PanelVerb::LoadL0Elv, "cmdLoadL0Elv"},
+    {PanelVerb::EditL0Elv, "chkL0ELV"},
+    {PanelVerb::Undo, "cmdUndo"},
+    {PanelVerb::Redo, "cmdRedo"},
+    {PanelVerb::CreateRestorePoint, "Command3"},
+    {PanelVerb::Restore, "Command4"},
+    {PanelVerb::MakeMEA, "mnumkMEA"},
+    {PanelVerb::MakeTC, "mnumktc"},
+    {PanelVerb::MakeTM, "mnumktm"},
+    {PanelVerb::SearchTiles, "mnusearchTiles"},
+    {PanelVerb::RebuildTheater, "mnuRebuildTheater"},
+    {PanelVerb::SaveScreenshot, "mnuSaveScreeshot"},
+    {PanelVerb::ShowMain, "chkShowMain"},
+    {PanelVerb::ShowResults, "chkShowResults"},
+    {PanelVerb::ShowTheater, "chkShowTheater"},
+    {PanelVerb::ShowTile, "chkShowTile"},
+    {PanelVerb::ShowFeatures, "chkShowFeatures"},
+}};
+
+} // namespace
+
+void FrmVXMain::JoinVerb(const char* control, PanelVerb verb) {
+    const auto act = [this, verb] { commands_.Do(verb); };
+    if (auto* entry = findChild<QAction*>(control))
+        OnSignal(entry, &QAction::triggered, this, act);
+    else
+        OnSignal(findChild<QAbstractButton*>(control), &QAbstractButton::clicked, this,
+                 act);
+}
+
+void FrmVXMain::ConnectCommands() {
+    for (const VerbControl& row : VerbControls) {
+        switch (row.Verb) {
+        case PanelVerb::Export:
+        case PanelVerb::SaveTheater:
+        case PanelVerb::EditL0Elv:
+        case PanelVerb::SaveScreenshot:
+            break; // these say more than the verb
+        default:
+            if (row.Verb < PanelVerb::ShowMain)
+                JoinVerb(row.Control, row.Verb);
+        }
+    }
+    OnSignal(ui_->CmdSaveTheater, &QAbstractButton::clicked, this,
+             [this] { CmdSaveTheater_Click(shiftDown_); });
+    OnSignal(ui_->CmdExport, &QAbstractButton::clicked, this,
+             [this] { CmdExport_Click(); });
+    auto* saveAs = new QShortcut(QKeySequence("Ctrl+Shift+S"), this);
+    saveAs->setContext(Qt::ApplicationShortcut);
+    OnSignal(saveAs, &QShortcut::activated, this, [this] { CmdSaveTheater_Click(true); });
+}
+
+void FrmVXMain::CmdSaveTheater_Click(bool as) {
+    if (commands_.Can(PanelVerb::SaveTheater))
+        commands_.SaveTheater(as);
+    RedrawSaveButton();
+}
+
+void FrmVXMain::CmdExport_Click() {
+    exportWithShift_ = shiftDown_;
+    commands_.Do(PanelVerb::Export);
+}
+
+void FrmVXMain::ConnectMenus() {
+    OnSignal(ui_->mnyExit, &QAction::triggered, this, [this] { close(); });
+    OnSignal(ui_->mnuOnlineHelp, &QAction::triggered, this,
+             [this] { platform_.Processes.Open(state_.Configuration.OnlineHelp); });
+    OnSignal(ui_->mnuAbout, &QAction::triggered, this, [this] { commands_.ShowAbout(); });
+    OnSignal(ui_->mnuSaveScreeshot, &QAction::triggered, this,
+             [this] { mnuSaveScreeshot_Click(); });
+    // Without an action.
+    ui_->mnumkTHR->setEnabled(false);
+    ui_->mnuThStats->setEnabled(false);
+}
+
+void FrmVXMain::mnuSaveScreeshot_Click() {
+    FileAnswer answer;
+    try {
+        answer = platform_.Dialogs.SaveFile(
+            {.Title = {}, .Filter = "Bitmap (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"});
+    } catch (const RuntimeError& error) {
+        if (error.Number() == ErrorNumber::Cancelled)
+            return;
+        throw;
+    }
+    commands_.SaveScreenshot(answer.Path, answer.FilterIndex);
+}
+
+void FrmVXMain::RefreshCommands() {
+    for (const VerbControl& row : VerbControls) {
+        const bool can = commands_.Can(row.Verb);
+        if (auto* entry = findChild<QAction*>(row.Control))
+            entry->setEnabled(can);
+        else
+            findChild<QWidget*>(row.Control)->setEnabled(can);
+    }
+    if (l0FileName_.empty())
+        ui_->chkL0ELV->setEnabled(false);
+    if (view_.L0Mode) {
+        ui_->Command3->setEnabled(false);
+        ui_->Command4->setEnabled(false);
+    }
+    RedrawSaveButton();
+}
+
+void FrmVXMain::DisableClickableItemsVX(bool enabled) {
+    for (const char* name : ClickableItemsVX)
+        if (auto* control = findChild<QWidget*>(name))
+            control->setEnabled(enabled);
+    // Unlocking gives back only what can be done.
+    if (enabled)
+        RefreshCommands();
+}
+
+void FrmVXMain::RedrawSaveButton() {
+    const ButtonState look = vardenix::RedrawSaveButton(
+        shiftDown_, view_.L0Mode, titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag());
+    ui_->CmdSaveTheater->setText(QString::fromStdString(look.Caption));
+    ui_->CmdSaveTheater->setEnabled(look.Enabled &&
+                                    commands_.Can(PanelVerb::SaveTheater));
+}
+
+void FrmVXMain::RedrawExportButton() {
+    ui_->CmdExport->setText(
+        QString::fromStdString(vardenix::RedrawExportButton(shiftDown_)));
+}
+
+void FrmVXMain::ShowHint(Hint hint) {
+    ui_->lblExport->setVisible(hint == Hint::Export);
+    ui_->lblImport->setVisible(hint == Hint::Import);
+    ui_->Frame7->setVisible(hint != Hint::None);
+}
+
+} // namespace vardenix

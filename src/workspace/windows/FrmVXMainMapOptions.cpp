@@ -1,0 +1,136 @@
+// The frame "Map Options" of the control panel.
+
+#include "platform/RuntimeError.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "ui_FrmVXMain.h"
+#include "workspace/MapLayout.h"
+#include "workspace/windows/AskColor.h"
+#include "workspace/windows/FrmVXMain.h"
+
+namespace vardenix {
+
+void FrmVXMain::JoinSwitch(QCheckBox* box, bool MapView::*shown,
+                           bool Configuration::*stored) {
+    OnSignal(box, &QAbstractButton::toggled, this, [this, shown, stored](bool on) {
+        view_.*shown = on;
+        state_.Configuration.*stored = on;
+        Repaint();
+    });
+}
+
+void FrmVXMain::JoinApplyBox(QCheckBox* box, bool MapView::*shown) {
+    OnSignal(box, &QAbstractButton::toggled, this, [this, shown](bool on) {
+        if (!isVisible())
+            return;
+        view_.*shown = on;
+        Repaint();
+    });
+}
+
+void FrmVXMain::ConnectMapOptions() {
+    JoinSwitch(ui_->chkShowAreas, &MapView::ShowAreasPaths,
+               &Configuration::VXMasterPathsAreas);
+    JoinSwitch(ui_->chkShowGrid, &MapView::ShowGrid, &Configuration::OptionShowGrid);
+    JoinSwitch(ui_->chkShowExport, &MapView::ShowExport,
+               &Configuration::OptionShowExpArea);
+    JoinSwitch(ui_->chkShowHeights, &MapView::ShowHeights,
+               &Configuration::OptionShowHeights);
+    JoinSwitch(ui_->chkShowSegments, &MapView::ShowSegments,
+               &Configuration::OptionShowSegments);
+    JoinApplyBox(ui_->chkApplyNight, &MapView::ApplyNight);
+    JoinApplyBox(ui_->chkApplyMAP, &MapView::ApplyMAP);
+    OnSignal(ui_->chkL0ELV, &QAbstractButton::toggled, this,
+             [this](bool on) { commands_.EditL0Elv(on); });
+}
+
+void FrmVXMain::ConnectSliders() {
+    OnSignal(ui_->sldrBrightness, &QAbstractSlider::valueChanged, this,
+             [this](int value) { sldrBrightness_Change(value); });
+    OnSignal(ui_->sldrTrans, &QAbstractSlider::valueChanged, this,
+             [this](int value) { sldrTrans_Change(value); });
+    const auto step = [this](QAbstractButton* button, QAbstractSlider* slider,
+                             int32_t (*rule)(int32_t, const ControlRange&),
+                             const ControlRange& range) {
+        OnSignal(button, &QAbstractButton::clicked, this, [slider, rule, range] {
+            slider->setValue(rule(slider->value(), range));
+        });
+    };
+    step(ui_->cmdBMinus, ui_->sldrBrightness, StepDown, BrightnessRange);
+    step(ui_->cmdBPlus, ui_->sldrBrightness, StepUp, BrightnessRange);
+    step(ui_->cmdTransMinus, ui_->sldrTrans, StepDown, TransRange);
+    step(ui_->cmdTransPlus, ui_->sldrTrans, StepUp, TransRange);
+    OnSignal(ui_->cmdBrightReset, &QAbstractButton::clicked, this,
+             [this] { ui_->sldrBrightness->setValue(0); });
+}
+
+void FrmVXMain::sldrBrightness_Change(int value) {
+    ShowCaptions();
+    if (value == view_.Brightness)
+        return;
+    view_.Brightness = value;
+    state_.Configuration.OptionBrightness = value;
+    Repaint();
+}
+
+void FrmVXMain::sldrTrans_Change(int value) {
+    ShowCaptions();
+    if (value == view_.MapAlpha)
+        return;
+    view_.MapAlpha = static_cast<uint8_t>(value); // the slider's range
+    if (view_.ApplyMAP)
+        Repaint();
+}
+
+void FrmVXMain::JoinColor(ColorButton* button, uint32_t MapView::*shown,
+                          uint32_t Configuration::*stored) {
+    OnSignal(button, &QAbstractButton::clicked, this, [this, button, shown, stored] {
+        if (!AskColor(*button, platform_.Dialogs))
+            return;
+        view_.*shown = button->Color();
+        state_.Configuration.*stored = button->Color();
+        Repaint();
+    });
+}
+
+void FrmVXMain::ConnectColors() {
+    JoinColor(ui_->CmdGridCol, &MapView::GridColor, &Configuration::GridColor);
+    JoinColor(ui_->CmdExpAreaCol, &MapView::ExportColor,
+              &Configuration::ExportedAreaColor);
+    JoinColor(ui_->CmdSegCol, &MapView::SegmentColor, &Configuration::SegmentColor);
+    OnSignal(ui_->CmdHeightCol, &QAbstractButton::clicked, this, [this] {
+        commands_.ShowHeightColors();
+        ShowColors();
+    });
+    OnSignal(ui_->cmdAreasOptions, &QAbstractButton::clicked, this,
+             [this] { commands_.ShowAreasPathsOptions(); });
+    OnSignal(ui_->cmdFont, &QAbstractButton::clicked, this, [this] { cmdFont_Click(); });
+}
+
+void FrmVXMain::ShowColors() {
+    const Configuration& settings = state_.Configuration;
+    ui_->CmdGridCol->SetColor(settings.GridColor);
+    ui_->CmdExpAreaCol->SetColor(settings.ExportedAreaColor);
+    ui_->CmdSegCol->SetColor(settings.SegmentColor);
+    std::vector<uint32_t> heights;
+    if (!settings.UseSingleHeightColor)
+        for (const HeightColorEntry& entry : settings.HeightColorList)
+            heights.push_back(entry.Color);
+    if (heights.empty())
+        heights.push_back(settings.HeightDefaultColor);
+    ui_->CmdHeightCol->SetColors(heights);
+}
+
+void FrmVXMain::cmdFont_Click() {
+    FontChoice& font = state_.Configuration.HeightsFont;
+    try {
+        font = platform_.Dialogs.Font(font);
+    } catch (const RuntimeError& error) {
+        if (error.Number() == ErrorNumber::Cancelled)
+            return;
+        throw;
+    }
+    if (view_.ShowHeights)
+        Repaint();
+}
+
+} // namespace vardenix
