@@ -9,10 +9,12 @@ import subprocess
 import sys
 
 
-def medians(program):
+def medians(program, job, bare):
+    """The two take turns, and nothing else runs in between."""
     run = subprocess.run(
-        [program, "--benchmark_format=json", "--benchmark_repetitions=9",
-         "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.05"],
+        [program, "--benchmark_format=json", "--benchmark_repetitions=15",
+         "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.1",
+         f"--benchmark_filter=^({job}|{bare})/"],
         check=True, capture_output=True, text=True)
     found = {}
     for row in json.loads(run.stdout)["benchmarks"]:
@@ -22,12 +24,12 @@ def medians(program):
 
 
 def main():
-    times = medians(sys.argv[1])
     print("| job | size | bare work, ms | job, ms | ratio | budget |")
     print("|---|---|---|---|---|---|")
     for pair in sys.argv[2:]:
         names, budget = pair.split(":")
         job, bare = names.split("/")
+        times = medians(sys.argv[1], job, bare)
         for name, time in times.items():
             head, _, argument = name.partition("/")
             if head != job:
