@@ -17,6 +17,11 @@ if [ ! -e "$sample/theater.lst" ] || [ ! -e "$bin/registry.ini" ]; then
   "$bin/make_sample_theater" "$sample" --registry "$bin/registry.ini"
 fi
 
+# The first start begins with the island in view; later ones with what the last one left.
+if [ ! -e "$bin/VX.ini" ]; then
+  "$bin/vardenix-cli" settings --theater-index 1 --x 95 --y 95 --zoom 6 >/dev/null
+fi
+
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
   exec "$bin/vardenix" "$@"
 fi

@@ -46,5 +46,6 @@ void AddCheck(CLI::App& app, CommandRun& run);
 void AddGet(CLI::App& app, CommandRun& run);
 void AddPreview(CLI::App& app, CommandRun& run);
 void AddRender(CLI::App& app, CommandRun& run);
+void AddSettings(CLI::App& app, CommandRun& run);
 
 } // namespace vardenix

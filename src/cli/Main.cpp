@@ -33,6 +33,7 @@ int RunCommandLine(int count, char** arguments) {
     AddGet(app, run);
     AddPreview(app, run);
     AddRender(app, run);
+    AddSettings(app, run);
     try {
         app.parse(count, arguments);
         CommandContext context;

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <filesystem>
+
 namespace vardenix::tests {
 namespace {
 
@@ -169,6 +171,26 @@ TEST_F(CommandLine, RenderRefusesWhatTheControlsDoNotOffer) {
         EXPECT_EQ(RunOn(arguments).ExitCode, 2) << wrong[0];
     }
     EXPECT_EQ(RunOn({"render", folder_.File("x.gif?")}).ExitCode, 3);
+}
+
+TEST_F(CommandLine, SettingsWritesTheFirstIniAndNoOther) {
+    // A program of our own, since the file lies beside it.
+    namespace fs = std::filesystem;
+    const fs::path bin = folder_.File("my program");
+    fs::create_directory(bin);
+    const fs::path cli = VARDENIX_CLI;
+    for (const char* name : {"vardenix-cli", "libVardenix.so"})
+        fs::copy_file(cli.parent_path() / name, bin / name);
+    const std::vector<std::string> command{
+        bin / "vardenix-cli", "settings", "--theater-index", "1", "--x", "95"};
+    EXPECT_EQ(RunProgram(command).ExitCode, 0);
+    const std::string ini = Slurp(bin / "VX.ini");
+    for (const char* line :
+         {"OPTION_THEATER_LIST_INDEX=1\r\n", "X=95\r\n", "AUTO_CHECK_FOR_UPDATES=2\r\n"})
+        EXPECT_NE(ini.find(line), std::string::npos) << line;
+    EXPECT_EQ(ini.find("P=\r\n"), std::string::npos);
+    EXPECT_NE(RunProgram(command).Output.find("is there already"), std::string::npos);
+    EXPECT_EQ(Slurp(bin / "VX.ini"), ini);
 }
 
 TEST_F(CommandLine, UsageIsExplainedOnTheStandardError) {
