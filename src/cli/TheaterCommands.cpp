@@ -1,7 +1,6 @@
 // info, check and get: what can be told of a theater without a picture.
 #include "cli/Commands.h"
 #include "companion/Vardenix.h"
-#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 #include "platform/Windows1252.h"
 #include "theater/TerrainStore.h"
@@ -12,7 +11,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
 #include <memory>
 
 namespace vardenix {
@@ -68,13 +66,6 @@ Json PlaceOf(const Terrain& terrain, int32_t serial) {
     return {{"x", static_cast<int>(post.X) - 1},
             {"y", static_cast<int>(post.Y) - 1},
             {"tile", int32_t{terrain.LxArr(serial).TileOffset}}};
-}
-
-void AppendReport(const std::string& path, const std::string& text) {
-    std::ofstream file(RealPath(path), std::ios::binary | std::ios::app);
-    file << text << std::flush;
-    if (!file)
-        throw RuntimeError(ErrorNumber::PathFileAccess, "writing " + path);
 }
 
 Json PostOf(const ProgramState& state, int32_t x, int32_t y) {

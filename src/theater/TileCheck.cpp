@@ -72,14 +72,6 @@ std::vector<int32_t> SerialsOfUnknown(const Terrain& terrain, const TileLookup& 
     return serials;
 }
 
-// Error_out.txt only grows: earlier reports stay.
-void AppendText(const std::string& path, const std::string& text) {
-    std::ofstream file(RealPath(path), std::ios::binary | std::ios::app);
-    file << text << std::flush;
-    if (!file)
-        throw RuntimeError(ErrorNumber::PathFileAccess, "writing " + path);
-}
-
 } // namespace
 
 std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup) {
@@ -93,6 +85,13 @@ std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup) {
     }
     // Nearly every theater ends here.
     return known ? std::vector<int32_t>{} : SerialsOfUnknown(terrain, lookup);
+}
+
+void AppendReport(const std::string& path, const std::string& report) {
+    std::ofstream file(RealPath(path), std::ios::binary | std::ios::app);
+    file << report << std::flush;
+    if (!file)
+        throw RuntimeError(ErrorNumber::PathFileAccess, "writing " + path);
 }
 
 std::string UnknownTilesReport(const Terrain& terrain,
@@ -119,8 +118,8 @@ void CompareL2Tiles(bool showReport, const Terrain& terrain, TileLookup& lookup,
         return;
     if (dialogs.MessageBox(Question, "", BoxIcon::Warning, BoxButtons::YesNo) ==
         BoxAnswer::Yes)
-        AppendText(appPath + "Error_out.txt",
-                   UnknownTilesReport(terrain, unknown, clock.Now()));
+        AppendReport(appPath + "Error_out.txt",
+                     UnknownTilesReport(terrain, unknown, clock.Now()));
 }
 
 } // namespace vardenix

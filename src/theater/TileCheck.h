@@ -22,6 +22,10 @@ std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup);
 std::string UnknownTilesReport(const Terrain& terrain,
                                const std::vector<int32_t>& serials, const LocalTime& now);
 
+// Appends such a report to a file, which only ever grows. Error 75 when it cannot be
+// written.
+void AppendReport(const std::string& path, const std::string& report);
+
 // CountTileUse, and where posts without a tile exist and a report is wished, the question
 // whether to append it to Error_out.txt in AppPath.
 void CompareL2Tiles(bool showReport, const Terrain& terrain, TileLookup& lookup,
