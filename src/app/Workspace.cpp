@@ -135,7 +135,6 @@ void Workspace::MakeMap() {
 // It comes up where it stays: on a first start that is the corner of the screen.
 void Workspace::ShowMainPanel() {
     frmVXMain_->Form_Load(TheaterTitle(state_));
-    frmVXMain_->adjustSize();
     PlaceAt(*frmVXMain_, state_.Configuration.MainControlWinPos);
     frmVXMain_->show();
 }

@@ -37,22 +37,30 @@ FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
     const int32_t panelAcross = panel.Width == 0 ? 0 : panel.Width + FrameAcross;
     const int32_t panelDown = panel.Height == 0 ? 0 : panel.Height + FrameDown;
     const int32_t previewAcross = layout.Preview.Width + FrameAcross;
+    const int32_t previewDown = layout.Preview.Height + FrameDown;
+    const auto placeMap = [&](int32_t left, int32_t across) {
+        layout.Map = {room.Left + left, room.Top,
+                      std::min(map.Width, std::max(across, LeastMap)),
+                      std::min(map.Height, std::max(room.Height - FrameDown, LeastMap))};
+    };
 
-    int32_t mapLeft = panelAcross;
-    int32_t mapRoom = room.Width - panelAcross - FrameAcross;
-    const bool under = panelDown + layout.Preview.Height + FrameDown <= room.Height;
-    if (under) {
+    if (panelDown + previewDown <= room.Height) {
+        const int32_t left = std::max(panelAcross, previewAcross);
+        placeMap(left, room.Width - left - FrameAcross);
         layout.Preview.Top += panelDown;
-        mapLeft = std::max(panelAcross, previewAcross);
-        mapRoom = room.Width - mapLeft - FrameAcross;
-    } else {
-        mapRoom -= previewAcross;
+        return layout;
     }
-    layout.Map = {room.Left + mapLeft, room.Top,
-                  std::min(map.Width, std::max(mapRoom, LeastMap)),
-                  std::min(map.Height, std::max(room.Height - FrameDown, LeastMap))};
-    if (!under)
-        layout.Preview.Left = layout.Map.Left + layout.Map.Width + FrameAcross;
+    const int32_t besidePanel = room.Width - panelAcross - FrameAcross;
+    placeMap(panelAcross, besidePanel - previewAcross);
+    layout.Preview.Left = layout.Map.Left + layout.Map.Width + FrameAcross;
+    // Rather that than a map that is cut.
+    const bool fitsUnderMap =
+        map.Width <= besidePanel && map.Height + FrameDown + previewDown <= room.Height;
+    if (layout.Map.Width < map.Width && fitsUnderMap) {
+        placeMap(panelAcross, besidePanel);
+        layout.Preview.Left = layout.Map.Left;
+        layout.Preview.Top += map.Height + FrameDown;
+    }
     return layout;
 }
 

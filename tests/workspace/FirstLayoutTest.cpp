@@ -61,6 +61,14 @@ TEST(FirstLayout, APreviewThatDoesNotFitUnderThePanelStandsAtTheRight) {
     EXPECT_GT(layout.Preview.Left, layout.Map.Left + layout.Map.Width);
 }
 
+TEST(FirstLayout, APreviewThatWouldCutTheMapStandsUnderItWhereThatFits) {
+    const FirstLayout layout = LayOutFirst(Room, {424, 760}, Map, {252, 110});
+    ExpectTidy(layout);
+    EXPECT_EQ(layout.Map.Width, 658);
+    EXPECT_EQ(layout.Preview.Left, layout.Map.Left);
+    EXPECT_GT(layout.Preview.Top, 20 + 658);
+}
+
 TEST(FirstLayout, LargeWindowsAreCutToTheScreen) {
     const FirstLayout layout = LayOutFirst(Room, Panel, {5140, 5140}, {2048, 2100});
     ExpectTidy(layout);

@@ -1,6 +1,6 @@
 #include "platform/windows/WindowPlace.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QScreen>
 #include <QWidget>
 
@@ -23,11 +23,22 @@ QPoint PlaceWithin(const QRect& window, const QList<QRect>& screens) {
             pulled(window.top(), window.height(), screen.top(), screen.height())};
 }
 
+QSize FrameSize(const QWidget& window) {
+    const auto own = [](const QWidget& up) {
+        return up.frameGeometry().size() - up.geometry().size();
+    };
+    QSize frame = own(window);
+    for (const QWidget* other : QApplication::topLevelWidgets())
+        if (frame.isNull() && other->isVisible())
+            frame = own(*other);
+    return frame;
+}
+
 void MoveOnScreen(QWidget& window, QPoint topLeft) {
     QList<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
         screens.append(screen->availableGeometry());
-    window.move(PlaceWithin({topLeft, window.frameGeometry().size()}, screens));
+    window.move(PlaceWithin({topLeft, window.size() + FrameSize(window)}, screens));
 }
 
 } // namespace vardenix

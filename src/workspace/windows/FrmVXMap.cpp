@@ -1,6 +1,7 @@
 #include "workspace/windows/FrmVXMap.h"
 
 #include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/WindowPlace.h"
 #include "ui_FrmVXMap.h"
 
 #include <QCloseEvent>
@@ -91,8 +92,7 @@ void FrmVXMap::FitRoundPicture(const MapLayout& layout) {
     ui_->HScroll1->setMaximumWidth(side);
     ui_->VScroll1->setMaximumHeight(side);
     const QSize form(layout.FormWidth, layout.FormHeight);
-    const QSize frame = frameGeometry().size() - geometry().size();
-    const QSize room = screen()->availableSize() - frame;
+    const QSize room = screen()->availableSize() - FrameSize(*this);
     setMinimumSize(std::min(form.width(), LeastSide), std::min(form.height(), LeastSide));
     // There is nothing to be seen beside the picture.
     setMaximumSize(form);

@@ -1,0 +1,267 @@
+#include "endtoend/Desktop.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <set>
+
+namespace fs = std::filesystem;
+
+namespace vardenix::tests {
+namespace {
+
+constexpr const char* StartUp = "^Vardenix v3\\.0\\.1 - for";
+constexpr const char* Panel = "^Vardenix v3\\.0\\.1$";
+constexpr const char* Map = "^sorrelund$";
+constexpr const char* Preview = "^Theater Preview$";
+constexpr int Cell = 128;      // pixels of a post on a first start
+constexpr int Side = 5 * Cell; // of the picture
+constexpr int Posts = 128;     // of the sample theater, a side
+constexpr unsigned Background = 0xF0F0F0;
+
+// The program in a folder of its own, on a desktop of its own, with the sample theater.
+class WorkspaceEndToEnd : public testing::Test {
+protected:
+    void SetUp() override {
+        fs::create_directory(folder_.File("program"));
+        for (const auto& entry : fs::directory_iterator(PROGRAM_FOLDER))
+            if (const std::string name = entry.path().filename();
+                name == "vardenix" || name == "NoTile.jpg" || name.ends_with(".so"))
+                fs::copy(entry.path(), folder_.File("program/" + name));
+        UseTheater(SAMPLE_FOLDER);
+    }
+
+    // Settings of a first start but for the paths and what is given here.
+    void UseTheater(const std::string& install,
+                    std::map<std::string, std::string> settings = {}) {
+        const std::string base = install + "/terrdata/sorrelund/";
+        settings["L2_FILE"] = base + "terrain/theater.L2";
+        settings["BIN_FILE"] = base + "texture/Texture.bin";
+        settings["MAP_FILE"] = base + "terrain/theater.map";
+        settings["DDS_PATH"] = base + "texture/texture/";
+        settings["AUTO_CHECK_FOR_UPDATES"] = "0";
+        std::string ini = Slurp(FIRST_SETTINGS);
+        for (const auto& [key, value] : settings) {
+            const size_t at = ini.find("\n" + key + "=");
+            if (at == std::string::npos)
+                throw std::runtime_error("no " + key);
+            const size_t from = at + key.size() + 2;
+            ini.replace(from, ini.find('\r', from) - from, value);
+        }
+        folder_.Write("program/VX.ini", ini);
+    }
+
+    // As far as a painted map.
+    void Start() {
+        program_ = Child({folder_.File("program/vardenix")},
+                         {{"DISPLAY", desktop_.Display()},
+                          {"HOME", folder_.File("desktop")},
+                          {"XDG_RUNTIME_DIR", folder_.File("desktop")},
+                          {"WINEPREFIX", folder_.File("no wine")},
+                          {"QT_QPA_PLATFORM", "xcb"}},
+                         folder_.File("desktop/program.log"));
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(StartUp); }));
+        desktop_.Key("Return");
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+        ASSERT_TRUE(Await([](const Picture& map) { return map.At(1, 1) != 0; }));
+    }
+
+    // A click into the middle of the preview.
+    void GoToLand() {
+        const Place place = desktop_.WhereIs(Preview);
+        const Picture before = MapPicture();
+        // The picture of Posts / 4 pixels stands in the middle above the button.
+        desktop_.ClickIn(Preview, place.Width / 2, Posts / 8);
+        ASSERT_TRUE(Await([&](const Picture& map) { return map != before; }));
+        desktop_.Activate(Map);
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+    }
+
+    Picture MapPicture() const {
+        const Picture window = desktop_.Look(Map);
+        if (window.Width < Side || window.Height < Side)
+            return {};
+        return window.Part({0, 0, Side, Side});
+    }
+
+    // Until the map looks as wanted.
+    template <typename Condition>
+    bool Await(Condition condition) {
+        return WaitFor([&] {
+            const Picture map = MapPicture();
+            return map.Width != 0 && condition(map);
+        });
+    }
+
+    void Leave() {
+        desktop_.Activate(Panel);
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Panel); }));
+        desktop_.Key("alt+F4");
+        ASSERT_TRUE(WaitFor([this] { return !program_.Running(); }));
+        EXPECT_EQ(program_.ExitCode(), 0);
+    }
+
+    // A number of VX.ini.
+    int Setting(const std::string& key) const {
+        const std::string ini = Slurp(folder_.File("program/VX.ini"));
+        const size_t at = ini.find("\n" + key + "=");
+        if (at == std::string::npos)
+            throw std::runtime_error("no " + key);
+        return std::atoi(ini.c_str() + at + key.size() + 2);
+    }
+
+    TestFolder folder_;
+    Desktop desktop_{
+        (fs::create_directory(folder_.File("desktop")), folder_.File("desktop"))};
+    Child program_;
+};
+
+bool Apart(const Place& a, const Place& b) {
+    return a.Left + a.Width <= b.Left || b.Left + b.Width <= a.Left ||
+           a.Top + a.Height <= b.Top || b.Top + b.Height <= a.Top;
+}
+
+std::set<unsigned> ColorsOf(const Picture& picture) {
+    return {picture.Pixels.begin(), picture.Pixels.end()};
+}
+
+// What both pictures show of the terrain, the second one having moved by whole posts:
+// east and north are counted as the view goes.
+void ExpectMoved(const Picture& before, const Picture& after, int east, int north) {
+    const int width = Side - std::abs(east) * Cell;
+    const int height = Side - std::abs(north) * Cell;
+    const Place was{std::max(east, 0) * Cell, std::max(-north, 0) * Cell, width, height};
+    const Place is{std::max(-east, 0) * Cell, std::max(north, 0) * Cell, width, height};
+    EXPECT_TRUE(before.Part(was) == after.Part(is))
+        << east << " east, " << north << " north";
+}
+
+TEST_F(WorkspaceEndToEnd, AFirstStartShowsMapPanelAndPreviewSideBySide) {
+    Start();
+    const Place panel = desktop_.WhereIs(Panel);
+    const Place map = desktop_.WhereIs(Map);
+    const Place preview = desktop_.WhereIs(Preview);
+    EXPECT_GE(map.Width, Side);
+    EXPECT_TRUE(Apart(panel, map));
+    EXPECT_TRUE(Apart(panel, preview));
+    EXPECT_TRUE(Apart(map, preview));
+    for (const Place& place : {panel, map, preview}) {
+        EXPECT_GE(place.Left, 0);
+        EXPECT_GE(place.Top, 0);
+        EXPECT_LE(place.Left + place.Width, 1280);
+        EXPECT_LE(place.Top + place.Height, 900);
+    }
+    // The lower left corner of the theater is open sea.
+    for (const unsigned color : ColorsOf(MapPicture()))
+        EXPECT_GT(color & 0xFF, color >> 16) << std::hex << color;
+}
+
+TEST_F(WorkspaceEndToEnd, AClickOnThePreviewMovesTheMap) {
+    Start();
+    GoToLand();
+    EXPECT_GT(ColorsOf(MapPicture()).size(), 50U);
+    Leave();
+    // One pixel is four posts.
+    EXPECT_NEAR(Setting("X"), Posts / 2, 4);
+    EXPECT_NEAR(Setting("Y"), Posts / 2, 4);
+}
+
+TEST_F(WorkspaceEndToEnd, KeysAndWheelScrollByPosts) {
+    Start();
+    GoToLand();
+    Picture before = MapPicture();
+    const auto step = [&](auto act, int east, int north) {
+        act();
+        ASSERT_TRUE(Await([&](const Picture& map) { return map != before; }));
+        const Picture after = MapPicture();
+        ExpectMoved(before, after, east, north);
+        before = after;
+    };
+    step([&] { desktop_.Key("Right"); }, 1, 0);
+    step([&] { desktop_.Key("Up"); }, 0, 1);
+    step([&] { desktop_.Key("Next"); }, 0, -3);
+    step([&] { desktop_.ClickIn(Map, 300, 300, 4); }, 0, 1);
+    step([&] { desktop_.ClickIn(Map, 300, 300, 5); }, 0, -1);
+}
+
+TEST_F(WorkspaceEndToEnd, TheNextStartShowsTheSameTheaterAtTheSamePlace) {
+    Start();
+    GoToLand();
+    desktop_.Move(Map, 500, 120);
+    desktop_.Move(Preview, 20, 700);
+    const auto settled = [&](const char* title, int left, int top) {
+        return WaitFor([&] {
+            const Place place = desktop_.WhereIs(title);
+            return std::abs(place.Left - left) < 60 && std::abs(place.Top - top) < 60;
+        });
+    };
+    ASSERT_TRUE(settled(Map, 500, 120));
+    ASSERT_TRUE(settled(Preview, 20, 700));
+    const Place map = desktop_.WhereIs(Map);
+    const Place preview = desktop_.WhereIs(Preview);
+    const Place panel = desktop_.WhereIs(Panel);
+    const Picture before = MapPicture();
+    Leave();
+    EXPECT_EQ(Setting("MAIN_WIN_POS_L") % 15, 0); // pixels become twips
+
+    Start();
+    EXPECT_TRUE(Await([&](const Picture& picture) { return picture == before; }));
+    for (const auto& [title, place] :
+         {std::pair{Map, map}, {Preview, preview}, {Panel, panel}}) {
+        const Place now = desktop_.WhereIs(title);
+        EXPECT_EQ(now.Left, place.Left) << title;
+        EXPECT_EQ(now.Top, place.Top) << title;
+    }
+}
+
+TEST_F(WorkspaceEndToEnd, AStoredPlaceOutsideTheScreenIsPulledIn) {
+    UseTheater(SAMPLE_FOLDER, {{"MAIN_WIN_VIS", "-1"},
+                               {"MAIN_WIN_POS_L", "90000"},
+                               {"MAIN_WIN_POS_T", "-9000"}});
+    Start();
+    const Place map = desktop_.WhereIs(Map);
+    EXPECT_GE(map.Left, 0);
+    EXPECT_GE(map.Top, 0);
+    EXPECT_LE(map.Left + map.Width, 1280);
+    EXPECT_FALSE(desktop_.Visible(Preview)); // as it was stored
+}
+
+TEST_F(WorkspaceEndToEnd, TheMapsCloseBoxOnlyHidesIt) {
+    Start();
+    desktop_.Key("alt+F4");
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Map); }));
+    EXPECT_TRUE(program_.Running());
+    EXPECT_TRUE(desktop_.Visible(Preview));
+    Leave();
+    EXPECT_EQ(Setting("MAIN_WIN_VIS"), 0);
+    EXPECT_EQ(Setting("THPREV_WIN_VIS"), -1);
+}
+
+// Every picture has changed on the disk, so the repaint has to read them all again, and
+// Esc is pressed into that.
+TEST_F(WorkspaceEndToEnd, EscStopsALongRepaint) {
+    const std::string copy = folder_.File("copied theater");
+    fs::copy(SAMPLE_FOLDER, copy, fs::copy_options::recursive);
+    UseTheater(copy, {{"MAIN_WIN_VIS", "-1"}, {"ZOOM", "20"}, {"X", "10"}, {"Y", "10"}});
+    Start();
+    const auto unpainted = [](const Picture& map) {
+        return std::count(map.Pixels.begin(), map.Pixels.end(), Background);
+    };
+    ASSERT_TRUE(Await([&](const Picture& map) { return unpainted(map) == 0; }));
+    for (const auto& entry : fs::recursive_directory_iterator(copy))
+        if (entry.path().extension() == ".dds")
+            fs::last_write_time(entry.path(),
+                                entry.last_write_time() - std::chrono::hours(1));
+    desktop_.Key("Right");
+    desktop_.Key("Escape");
+    EXPECT_TRUE(Await([&](const Picture& map) {
+        return unpainted(map) > Side * Side / 8 && unpainted(map) < Side * Side;
+    }));
+    desktop_.Key("Left"); // the next one is whole again
+    EXPECT_TRUE(Await([&](const Picture& map) { return unpainted(map) == 0; }));
+}
+
+} // namespace
+} // namespace vardenix::tests
