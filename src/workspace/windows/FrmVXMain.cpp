@@ -72,9 +72,13 @@ void FrmVXMain::DressControls() {
     ui_->Frame7->hide();
     for (QWidget* control : findChildren<QWidget*>())
         control->installEventFilter(this);
-    const QWidget* body = ui_->body;
+    FitScrollArea();
+}
+
+// The frames scroll downward only.
+void FrmVXMain::FitScrollArea() {
     const int scrollBar = ui_->scroll->verticalScrollBar()->sizeHint().width();
-    ui_->scroll->setMinimumWidth(body->minimumSizeHint().width() + scrollBar);
+    ui_->scroll->setMinimumWidth(ui_->body->minimumSizeHint().width() + scrollBar);
 }
 
 QSize FrmVXMain::sizeHint() const {
@@ -248,7 +252,8 @@ void FrmVXMain::changeEvent(QEvent* event) {
 
 void FrmVXMain::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
-    // Only now do the controls tell their true heights.
+    // Only now do the controls tell their true sizes.
+    FitScrollArea();
     if (height() == firstHeight_)
         resize(width(), sizeHint().height());
     firstHeight_ = 0;

@@ -97,6 +97,7 @@ protected:
 
 private:
     void DressControls();
+    void FitScrollArea();
     void ConnectMapOptions();
     void ConnectSliders();
     void ConnectColors();
