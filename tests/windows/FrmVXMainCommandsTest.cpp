@@ -252,8 +252,8 @@ TEST(Actions, TheListOfKeysNamesEachKeyOnce) {
         keys += QString(action.Keys).split(' ', Qt::SkipEmptyParts);
     EXPECT_EQ(keys.removeDuplicates(), 0);
     const std::string list = ShortcutList().toStdString();
-    for (const char* row : {"| Ctrl+S | Save |\n", "| Ctrl+Y, Ctrl+Shift+Z | Redo |\n",
-                            "| F1 | Online Help |\n",
+    for (const char* row : {"| Ctrl+S | Save |\n", "| Ctrl+Shift+S | Save as |\n",
+                            "| Ctrl+Y, Ctrl+Shift+Z | Redo |\n", "| F1 | Online Help |\n",
                             "| Left, Right, Up, Down | Move the map by one post |\n"})
         EXPECT_NE(list.find(row), std::string::npos) << row;
 }
