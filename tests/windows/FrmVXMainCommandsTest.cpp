@@ -1,7 +1,6 @@
 #include "windows/FrmVXMainTest.h"
 #include "workspace/windows/Actions.h"
 
-#include <QCloseEvent>
 #include <QProgressBar>
 #include <QSignalSpy>
 
@@ -216,7 +215,9 @@ TEST_F(FrmVXMainTest, TheCloseBoxAndExitAskWhetherTheUserWillLeave) {
     workspace_.MayLeave = true;
     EXPECT_TRUE(window_.close());
     EXPECT_FALSE(window_.isVisible());
+    window_.show();
     state_.Exiting = true;
+    workspace_.MayLeave = false;
     workspace_.Story.clear();
     EXPECT_TRUE(window_.close());
     EXPECT_EQ(workspace_.Story, "");
