@@ -268,6 +268,17 @@ TEST_F(FrmVXMainTest, PositionBoxesTakeDigitsAndBackspaceOnly) {
     }
 }
 
+TEST_F(FrmVXMainTest, PositionBoxesSelectAllOnFocus) {
+    Show();
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    auto& box = Find<QLineEdit>("LabelX");
+    box.setText("123");
+    QTest::mouseClick(&box, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(box.selectedText().toStdString(), "123");
+}
+
 TEST_F(FrmVXMainTest, GoClampsThePositionBeforeItScrolls) {
     Show();
     Find<QLineEdit>("LabelX").setText("17");
