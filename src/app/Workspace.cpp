@@ -132,12 +132,9 @@ void Workspace::MakeMap() {
              [this] { RestoreChildWindows(); });
 }
 
-// It comes up where it stays: on a first start that is the corner of the screen.
-void Workspace::ShowMainPanel() {
-    frmVXMain_->Form_Load(TheaterTitle(state_));
-    PlaceAt(*frmVXMain_, state_.Configuration.MainControlWinPos);
-    frmVXMain_->show();
-}
+// It is seen when the layout is applied: a window that is moved before its desktop has
+// framed it would lose its title.
+void Workspace::ShowMainPanel() { frmVXMain_->Form_Load(TheaterTitle(state_)); }
 
 // Small windows go with the map when it is made an icon. Before they have their places
 // they stay hidden.
@@ -174,6 +171,7 @@ void Workspace::PlaceFirst() {
 }
 
 void Workspace::PlaceAsStored() {
+    PlaceAt(*frmVXMain_, state_.Configuration.MainControlWinPos);
     PlaceAt(*frmVXMap_, state_.Configuration.MainWinPos);
     PlaceAt(*frmVXTheaterPreview_, state_.Configuration.ThPrevWinPos);
 }
@@ -185,6 +183,7 @@ void Workspace::StorePositions() {
 }
 
 void Workspace::ShowByBoxes() {
+    frmVXMain_->show();
     RestoreChildWindows();
     frmVXMap_->setVisible(state_.Configuration.MainWinVis);
 }
@@ -205,7 +204,6 @@ void Workspace::L2NeedSave() { frmVXMain_->L2NeedSave(); }
 void Workspace::L0NeedSave() { frmVXMain_->L0NeedSave(); }
 
 void Workspace::ShowWorkspace() {
-    frmVXMain_->show();
     ShowByBoxes();
     RefreshPicArray();
 }
