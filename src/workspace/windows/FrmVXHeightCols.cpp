@@ -38,13 +38,15 @@ class ColorCell : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    QSize sizeHint(const QStyleOptionViewItem& option,
+                   const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 6);
+    }
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override {
         QStyledItemDelegate::paint(painter, option, index);
-        const QRect swatch = option.rect.adjusted(4, 2, -4, -2);
-        painter->fillRect(swatch, index.data(Qt::BackgroundRole).value<QBrush>());
-        painter->setPen(QColor(0, 0, 0, 110));
-        painter->drawRect(swatch.adjusted(0, 0, -1, -1));
+        painter->fillRect(option.rect.adjusted(0, 0, 0, -1),
+                          index.data(Qt::BackgroundRole).value<QBrush>());
     }
 };
 

@@ -13,6 +13,8 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace vardenix {
 
 namespace {
@@ -38,6 +40,8 @@ FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platfor
     ConnectMenus();
     ShowSettings();
     RefreshCommands();
+    resize(sizeHint());
+    firstHeight_ = height();
 }
 
 FrmVXMain::~FrmVXMain() = default;
@@ -56,14 +60,32 @@ void FrmVXMain::DressControls() {
     ui_->ZoomScroll->setInvertedControls(true);
     for (const int32_t width : TileWidths)
         ui_->ComTileWidth->addItem(QString::number(width));
-    for (QLabel* value : {ui_->lblTrans, ui_->lblBrightness, ui_->Label1, ui_->Label2})
-        value->setMinimumWidth(value->fontMetrics().horizontalAdvance("10 X 10"));
+    for (QLabel* value : {ui_->lblTrans, ui_->lblBrightness, ui_->Label1})
+        value->setMinimumWidth(value->fontMetrics().horizontalAdvance("-100"));
+    ui_->Label2->setMinimumWidth(fontMetrics().horizontalAdvance("10 X 10"));
     ui_->PB3->setRange(0, ProgressFullWidth);
+    // The panel must not jump whenever the bar comes and goes.
+    QSizePolicy policy = ui_->PB3->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    ui_->PB3->setSizePolicy(policy);
     ui_->PB3->hide();
     ui_->Frame7->hide();
-    const QWidget* body = ui_->body;
+    for (QWidget* control : findChildren<QWidget*>())
+        control->installEventFilter(this);
+    FitScrollArea();
+}
+
+// The frames scroll downward only.
+void FrmVXMain::FitScrollArea() {
     const int scrollBar = ui_->scroll->verticalScrollBar()->sizeHint().width();
-    ui_->scroll->setMinimumWidth(body->minimumSizeHint().width() + scrollBar);
+    ui_->scroll->setMinimumWidth(ui_->body->minimumSizeHint().width() + scrollBar);
+}
+
+QSize FrmVXMain::sizeHint() const {
+    QSize hint = QMainWindow::sizeHint();
+    hint.rheight() += ui_->body->sizeHint().height() - ui_->scroll->sizeHint().height();
+    const int room = screen()->availableSize().height() * 9 / 10;
+    return {hint.width(), std::min(hint.height(), room)};
 }
 
 void FrmVXMain::Form_Load(const std::string& mapTitle) {
@@ -197,20 +219,28 @@ void FrmVXMain::SetShift(bool down) {
     RedrawExportButton();
 }
 
-void FrmVXMain::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Shift)
-        SetShift(true);
-    else if (event->key() == Qt::Key_Escape && ui_->PB3->isVisible())
+void FrmVXMain::WatchKey(const QKeyEvent& event, bool down) {
+    if (event.key() == Qt::Key_Shift)
+        SetShift(down);
+    else if (event.key() == Qt::Key_Escape && down && ui_->PB3->isVisible())
         state_.AbortPaint = true;
-    else
-        QMainWindow::keyPressEvent(event);
+}
+
+void FrmVXMain::keyPressEvent(QKeyEvent* event) {
+    WatchKey(*event, true);
+    QMainWindow::keyPressEvent(event);
 }
 
 void FrmVXMain::keyReleaseEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Shift)
-        SetShift(false);
-    else
-        QMainWindow::keyReleaseEvent(event);
+    WatchKey(*event, false);
+    QMainWindow::keyReleaseEvent(event);
+}
+
+// Boxes keep some keys for themselves, so that these never come up to the window.
+bool FrmVXMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)
+        WatchKey(*static_cast<QKeyEvent*>(event), event->type() == QEvent::KeyPress);
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void FrmVXMain::changeEvent(QEvent* event) {
@@ -218,6 +248,15 @@ void FrmVXMain::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange && !isActiveWindow())
         SetShift(false);
     QMainWindow::changeEvent(event);
+}
+
+void FrmVXMain::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    // Only now do the controls tell their true sizes.
+    FitScrollArea();
+    if (height() == firstHeight_)
+        resize(width(), sizeHint().height());
+    firstHeight_ = 0;
 }
 
 void FrmVXMain::closeEvent(QCloseEvent* event) {

@@ -80,6 +80,9 @@ public:
     void SetText(const std::string& text) override;
     void LetEventsThrough() override;
 
+    // High enough for all frames where the screen is; less than that scrolls.
+    QSize sizeHint() const override;
+
 signals:
     // The caption of FrmVXMap, with its star or without.
     void MapCaptionChanged(const QString& caption);
@@ -87,11 +90,14 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void DressControls();
+    void FitScrollArea();
     void ConnectMapOptions();
     void ConnectSliders();
     void ConnectColors();
@@ -125,6 +131,7 @@ private:
     void ShowColors();
     void ShowCaptions();
     void ShowTitles();
+    void WatchKey(const QKeyEvent& event, bool down);
     void SetShift(bool down);
     QCheckBox* BoxOf(PanelVerb window) const;
 
@@ -138,6 +145,7 @@ private:
     std::string l0FileName_;
     bool shiftDown_ = false;
     bool exportWithShift_ = false;
+    int firstHeight_ = 0; // until the window is first shown
     int pb3Min_ = 0;
     int pb3Max_ = 100;
 };

@@ -1,0 +1,342 @@
+#include "windows/FrmVXMainTest.h"
+
+#include "workspace/windows/ColorButton.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
+
+namespace vardenix {
+namespace {
+
+using tests::FrmVXMainTest;
+
+constexpr int Verb(PanelVerb verb) { return static_cast<int>(verb); }
+
+TEST_F(FrmVXMainTest, WearsItsCaptionsLetterForLetter) {
+    Show(false);
+    const std::map<const char*, std::string> captions{
+        {"chkShowAreas", "Show Areas/Paths"},
+        {"chkShowGrid", "ShowGrid"},
+        {"chkShowExport", "Show Export Area"},
+        {"chkShowHeights", "Show Heights"},
+        {"chkShowSegments", "Show Segments"},
+        {"chkApplyNight", "Apply Night Colors"},
+        {"chkApplyMAP", "Apply MAP Color"},
+        {"chkL0ELV", "L0/ELV Edit mode"},
+        {"cmdLoadL0Elv", "Load"},
+        {"chkShowMain", "Show Main Window"},
+        {"chkShowResults", "Show Results window"},
+        {"chkShowTheater", "Show Theater Preview"},
+        {"chkShowTile", "Show Tile Palette"},
+        {"chkShowFeatures", "Show Features Window"},
+        {"cmdOpenBIN", "Open BIN Editor"},
+        {"cmdOpenMap", "Open MAP Editor"},
+        {"CmdSaveTheater", "Save L2"},
+        {"CmdImport", "Import"},
+        {"CmdExport", "Export"},
+        {"Command3", "Create Restore Point"},
+        {"Command4", "RESTORE"}};
+    for (const auto& [name, caption] : captions)
+        EXPECT_EQ(Text(name), caption) << name;
+    const std::map<const char*, std::string> frames{{"FraMapOptions", "Map Options"},
+                                                    {"FraWindows", "Windows"},
+                                                    {"Frame3", "Zoom"},
+                                                    {"Frame1", "Grid Size"},
+                                                    {"Frame2", "Low-Left Tile Position"}};
+    for (const auto& [name, caption] : frames)
+        EXPECT_EQ(Find<QGroupBox>(name).title().toStdString(), caption);
+    EXPECT_EQ(Shown("Label3"), "Zoom:");
+    EXPECT_EQ(Shown("labelTileSize"), "Tile Size");
+    EXPECT_EQ(Shown("lblExport"), "Click on the map to define the two corners of the "
+                                  "rectangular that you want to export.");
+    EXPECT_EQ(Shown("lblImport"), "Click on the map to define the bottom left corner of "
+                                  "the rectangular that you want to import.");
+    EXPECT_EQ(Title(), "Vardenix v3.0.1");
+}
+
+TEST_F(FrmVXMainTest, WearsTheMenusLetterForLetter) {
+    const std::map<const char*, std::string> menus{
+        {"mnuFile", "Fi&le"}, {"mnuTools", "T&ools"}, {"mnuHelp", "Hel&p"}};
+    for (const auto& [name, caption] : menus)
+        EXPECT_EQ(Find<QMenu>(name).title().toStdString(), caption);
+    const std::map<const char*, std::string> entries{
+        {"mnyExit", "E&xit"},
+        {"mnumkMEA", "Make MEA F&ile"},
+        {"mnumkTHR", "Ma&ke THR File"},
+        {"mnumktc", "Make t&c File"},
+        {"mnumktm", "Make t&m File"},
+        {"mnuRebuildTheater", "Re&build Entire Theater..."},
+        {"mnuThStats", "Theater Sta&tistics..."},
+        {"mnuSaveScreeshot", "Sa&ve Map Screenshot..."},
+        {"mnuOnlineHelp", "O&nline Help"}};
+    for (const auto& [name, caption] : entries)
+        EXPECT_EQ(Find<QAction>(name).text().toStdString(), caption);
+}
+
+TEST_F(FrmVXMainTest, MapOptionBoxesSetSwitchAndSettingAndRepaint) {
+    Show();
+    struct Row {
+        const char* Name;
+        bool MapView::*Switch;
+        bool Configuration::*Setting;
+    };
+    for (const Row& row : std::initializer_list<Row>{
+             {"chkShowAreas", &MapView::ShowAreasPaths,
+              &Configuration::VXMasterPathsAreas},
+             {"chkShowGrid", &MapView::ShowGrid, &Configuration::OptionShowGrid},
+             {"chkShowExport", &MapView::ShowExport, &Configuration::OptionShowExpArea},
+             {"chkShowHeights", &MapView::ShowHeights, &Configuration::OptionShowHeights},
+             {"chkShowSegments", &MapView::ShowSegments,
+              &Configuration::OptionShowSegments}}) {
+        for (const bool on : {true, false}) {
+            EXPECT_EQ(StoryOf(row.Name), "paint ") << row.Name;
+            EXPECT_EQ(view_.*row.Switch, on) << row.Name;
+            EXPECT_EQ(state_.Configuration.*row.Setting, on) << row.Name;
+        }
+    }
+}
+
+TEST_F(FrmVXMainTest, NightAndMapColorsActOnlyWhileThePanelIsVisible) {
+    Show();
+    EXPECT_EQ(StoryOf("chkApplyNight"), "paint ");
+    EXPECT_TRUE(view_.ApplyNight);
+    EXPECT_EQ(StoryOf("chkApplyMAP"), "paint ");
+    EXPECT_TRUE(view_.ApplyMAP);
+    window_.hide();
+    EXPECT_EQ(StoryOf("chkApplyNight") + StoryOf("chkApplyMAP"), "");
+    EXPECT_TRUE(view_.ApplyNight);
+    EXPECT_TRUE(view_.ApplyMAP);
+}
+
+TEST_F(FrmVXMainTest, NothingIsPaintedWhileTheProgramStarts) {
+    state_.Starting = true;
+    Show();
+    EXPECT_EQ(StoryOf("chkShowGrid") + StoryOf("chkApplyMAP") + StoryOf("cmdBPlus"), "");
+    EXPECT_TRUE(view_.ShowGrid);
+    EXPECT_EQ(view_.Brightness, 20);
+    EXPECT_EQ(StoryOf("cmdminus"), "layout ");
+    Find<QComboBox>("ComTileWidth").setCurrentIndex(0);
+    EXPECT_EQ(workspace_.Story, "layout layout ");
+}
+
+TEST_F(FrmVXMainTest, BrightnessStepsByTwentyAndStopsAtItsEnds) {
+    Show();
+    EXPECT_EQ(Slider("sldrBrightness").minimum(), -100);
+    EXPECT_EQ(Slider("sldrBrightness").maximum(), 100);
+    EXPECT_EQ(Slider("sldrBrightness").pageStep(), 20);
+    const auto after = [this](int from, const char* button) {
+        Slider("sldrBrightness").setValue(from);
+        Click(button);
+        EXPECT_EQ(view_.Brightness, Slider("sldrBrightness").value());
+        EXPECT_EQ(state_.Configuration.OptionBrightness, view_.Brightness);
+        return Slider("sldrBrightness").value();
+    };
+    EXPECT_EQ(after(0, "cmdBMinus"), -20);
+    EXPECT_EQ(after(-80, "cmdBMinus"), -100);
+    EXPECT_EQ(after(-85, "cmdBMinus"), -100);
+    EXPECT_EQ(after(0, "cmdBPlus"), 20);
+    EXPECT_EQ(after(85, "cmdBPlus"), 100);
+    EXPECT_EQ(after(37, "cmdBrightReset"), 0);
+    EXPECT_EQ(StoryOf("cmdBMinus"), "paint ");
+    EXPECT_EQ(Shown("lblBrightness"), "-20");
+    Slider("sldrBrightness").setValue(-100);
+    EXPECT_EQ(StoryOf("cmdBMinus"), "");
+}
+
+TEST_F(FrmVXMainTest, MapColorStrengthRepaintsOnlyWhenItIsApplied) {
+    Show();
+    EXPECT_EQ(Slider("sldrTrans").value(), 127);
+    EXPECT_EQ(Slider("sldrTrans").pageStep(), 32);
+    EXPECT_EQ(StoryOf("cmdTransMinus"), "");
+    EXPECT_EQ(view_.MapAlpha, 95);
+    EXPECT_EQ(Shown("lblTrans"), "95");
+    Click("chkApplyMAP");
+    EXPECT_EQ(StoryOf("cmdTransPlus"), "paint ");
+    EXPECT_EQ(view_.MapAlpha, 127);
+    Slider("sldrTrans").setValue(230);
+    Click("cmdTransPlus");
+    EXPECT_EQ(view_.MapAlpha, 255);
+    Slider("sldrTrans").setValue(31);
+    Click("cmdTransMinus");
+    EXPECT_EQ(view_.MapAlpha, 0);
+}
+
+TEST_F(FrmVXMainTest, ColorButtonsStoreTheChosenColorAndRepaint) {
+    Show();
+    struct Row {
+        const char* Name;
+        uint32_t MapView::*Shown;
+        uint32_t Configuration::*Setting;
+        uint32_t First;
+    };
+    for (const Row& row : std::initializer_list<Row>{
+             {"CmdGridCol", &MapView::GridColor, &Configuration::GridColor, 0},
+             {"CmdExpAreaCol", &MapView::ExportColor, &Configuration::ExportedAreaColor,
+              0x7AEF65},
+             {"CmdSegCol", &MapView::SegmentColor, &Configuration::SegmentColor,
+              0x60F0E9}}) {
+        platform_.Dialogs.ExpectCancel();
+        EXPECT_EQ(StoryOf(row.Name), "") << row.Name;
+        EXPECT_EQ(view_.*row.Shown, row.First) << row.Name;
+        platform_.Dialogs.ExpectColor(row.First, 0x123456);
+        EXPECT_EQ(StoryOf(row.Name), "paint ") << row.Name;
+        EXPECT_EQ(view_.*row.Shown, 0x123456u) << row.Name;
+        EXPECT_EQ(state_.Configuration.*row.Setting, 0x123456u) << row.Name;
+        auto& button = Find<ColorButton>(row.Name);
+        const QImage seen = button.grab().toImage();
+        EXPECT_EQ(seen.pixelColor(button.rect().center()), QColor(0x56, 0x34, 0x12));
+    }
+    EXPECT_EQ(StoryOf("CmdHeightCol"), "heights ");
+    EXPECT_EQ(StoryOf("cmdAreasOptions"), "areas ");
+}
+
+TEST_F(FrmVXMainTest, TheFontOfTheHeightsIsStored) {
+    Show();
+    platform_.Dialogs.ExpectCancel();
+    Click("cmdFont");
+    EXPECT_EQ(state_.Configuration.HeightsFont.Name, "Arial");
+    platform_.Dialogs.ExpectFont(
+        {.Name = "Courier", .Size = 8.25F, .Bold = true, .Underline = true});
+    Click("cmdFont");
+    const FontChoice& font = state_.Configuration.HeightsFont;
+    EXPECT_EQ(font.Name, "Courier");
+    EXPECT_EQ(font.Size, 8.25F);
+    EXPECT_TRUE(font.Bold && font.Underline && !font.Italic && !font.Strikethrough);
+}
+
+TEST_F(FrmVXMainTest, ZoomStepsByOnePostBetweenOneAndTwenty) {
+    Show();
+    EXPECT_EQ(Slider("ZoomScroll").minimum(), 1);
+    EXPECT_EQ(Slider("ZoomScroll").maximum(), 20);
+    EXPECT_EQ(Slider("ZoomScroll").pageStep(), 5);
+    EXPECT_EQ(StoryOf("cmdplus"), "");
+    EXPECT_EQ(StoryOf("cmdminus"), "layout paint ");
+    EXPECT_EQ(view_.ZoomPosts, 2);
+    EXPECT_EQ(state_.Configuration.Zoom, 2);
+    EXPECT_EQ(Shown("Label1"), "2");
+    EXPECT_EQ(StoryOf("cmdplus"), "layout paint ");
+    EXPECT_EQ(view_.ZoomPosts, 1);
+    Slider("ZoomScroll").setValue(20);
+    EXPECT_EQ(StoryOf("cmdminus"), "");
+    EXPECT_EQ(view_.ZoomPosts, 20);
+}
+
+TEST_F(FrmVXMainTest, GridSizeGoesFromTwoToTen) {
+    Show();
+    EXPECT_EQ(Shown("Label2"), "5 X 5");
+    EXPECT_EQ(StoryOf("cmdZoomin"), "layout paint ");
+    EXPECT_EQ(Shown("Label2"), "4 X 4");
+    EXPECT_EQ(state_.Configuration.GridSize, 4);
+    view_.GridCells = 2;
+    EXPECT_EQ(StoryOf("cmdZoomin"), "");
+    EXPECT_EQ(view_.GridCells, 2);
+    EXPECT_EQ(StoryOf("cmdZoomOut"), "layout paint ");
+    EXPECT_EQ(view_.GridCells, 3);
+    view_.GridCells = 10;
+    EXPECT_EQ(StoryOf("cmdZoomOut"), "");
+    EXPECT_EQ(view_.GridCells, 10);
+}
+
+TEST_F(FrmVXMainTest, TileSizeIsChosenFromSix) {
+    Show();
+    auto& list = Find<QComboBox>("ComTileWidth");
+    QStringList sizes;
+    for (int i = 0; i < list.count(); ++i)
+        sizes.append(list.itemText(i));
+    EXPECT_EQ(sizes.join(' ').toStdString(), "16 32 64 128 256 512");
+    EXPECT_EQ(list.currentText().toStdString(), "128");
+    list.setCurrentIndex(4);
+    EXPECT_EQ(view_.TilePixels, 256);
+    EXPECT_EQ(state_.Configuration.TileSize, 4);
+    EXPECT_EQ(workspace_.Story, "layout paint ");
+}
+
+TEST_F(FrmVXMainTest, PositionBoxesTakeDigitsAndBackspaceOnly) {
+    Show();
+    for (const char* name : {"LabelX", "LabelY"}) {
+        auto& box = Find<QLineEdit>(name);
+        box.clear();
+        QTest::keyClicks(&box, "1a-.2 ");
+        EXPECT_EQ(box.text().toStdString(), "12");
+        QTest::keyClick(&box, Qt::Key_Backspace);
+        EXPECT_EQ(box.text().toStdString(), "1");
+    }
+}
+
+TEST_F(FrmVXMainTest, GoClampsThePositionBeforeItScrolls) {
+    Show();
+    Find<QLineEdit>("LabelX").setText("17");
+    Find<QLineEdit>("LabelY").setText("99999");
+    // The last of 256 posts.
+    EXPECT_EQ(StoryOf("cmdGoXY"), "scroll 17,255 ");
+    EXPECT_EQ(state_.Configuration.X, 17);
+    EXPECT_EQ(state_.Configuration.Y, 255);
+    view_.MapLeftX = 3;
+    view_.MapBottomY = 44;
+    window_.PositionChanged();
+    EXPECT_EQ(Find<QLineEdit>("LabelX").text().toStdString(), "3");
+    EXPECT_EQ(Find<QLineEdit>("LabelY").text().toStdString(), "44");
+}
+
+TEST_F(FrmVXMainTest, WindowBoxesShowAndHideTheirWindows) {
+    Show();
+    const std::map<const char*, PanelVerb> boxes{
+        {"chkShowMain", PanelVerb::ShowMain},
+        {"chkShowResults", PanelVerb::ShowResults},
+        {"chkShowTheater", PanelVerb::ShowTheater},
+        {"chkShowTile", PanelVerb::ShowTile},
+        {"chkShowFeatures", PanelVerb::ShowFeatures}};
+    for (const auto& [name, verb] : boxes) {
+        const std::string number = std::to_string(Verb(verb)) + " ";
+        EXPECT_EQ(StoryOf(name), "show " + number) << name;
+        EXPECT_TRUE(window_.WindowBox(verb));
+        EXPECT_EQ(StoryOf(name), "hide " + number) << name;
+        Click(name);
+        workspace_.Story.clear();
+        window_.WindowHidden(name);
+        EXPECT_FALSE(window_.WindowBox(verb)) << name;
+        window_.SetWindowBox(verb, true);
+        EXPECT_TRUE(window_.WindowBox(verb)) << name;
+        EXPECT_EQ(workspace_.Story, "") << name;
+    }
+}
+
+TEST_F(FrmVXMainTest, SettingsAreShownWithoutAnyEffect) {
+    state_.Configuration.OptionShowSegments = true;
+    state_.Configuration.MainWinVis = true;
+    state_.Configuration.OptionBrightness = 500; // an old file
+    state_.Configuration.Zoom = 7;
+    state_.Configuration.TileSize = 0;
+    commands_.AllPossible = true;
+    window_.Form_Load("Norrland");
+    EXPECT_EQ(workspace_.Story, "");
+    EXPECT_TRUE(Find<QCheckBox>("chkShowSegments").isChecked());
+    EXPECT_FALSE(Find<QCheckBox>("chkShowGrid").isChecked());
+    EXPECT_TRUE(window_.WindowBox(PanelVerb::ShowMain));
+    EXPECT_EQ(Slider("sldrBrightness").value(), 100);
+    EXPECT_EQ(Slider("ZoomScroll").value(), 7);
+    EXPECT_EQ(Shown("Label1"), "7");
+    EXPECT_EQ(Find<QComboBox>("ComTileWidth").currentText().toStdString(), "16");
+    EXPECT_EQ(view_.MapAlpha, 127);
+}
+
+TEST_F(FrmVXMainTest, ASmallPanelScrollsDownwardOnly) {
+    Show();
+    auto& scroll = Find<QScrollArea>("scroll");
+    window_.resize(window_.width(), window_.height() + 400);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(scroll.verticalScrollBar()->maximum(), 0);
+    window_.resize(300, 400); // narrower than it can be
+    QCoreApplication::processEvents();
+    EXPECT_GT(scroll.verticalScrollBar()->maximum(), 100);
+    EXPECT_EQ(scroll.horizontalScrollBar()->maximum(), 0);
+    scroll.ensureWidgetVisible(&Find<QWidget>("cmdGoXY"));
+    EXPECT_FALSE(Find<QWidget>("cmdGoXY").visibleRegion().isEmpty());
+}
+
+} // namespace
+} // namespace vardenix

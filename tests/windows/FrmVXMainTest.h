@@ -1,0 +1,128 @@
+#pragma once
+
+#include "support/FakePlatform.h"
+#include "windows/WindowTest.h"
+#include "workspace/MapLayout.h"
+#include "workspace/windows/FrmVXMain.h"
+
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+#include <set>
+
+namespace vardenix::tests {
+
+// Writes down what the panel asks for: "layout paint ".
+class ToldWorkspace : public WorkspaceCommands {
+public:
+    std::string Story;
+    bool MayLeave = false;
+
+    void RefreshPicArray() override { Story += "paint "; }
+    void LoadImageControls() override { Story += "layout "; }
+    void ScrollTo(int x, int y) override {
+        Story += "scroll " + std::to_string(x) + "," + std::to_string(y) + " ";
+    }
+    void PositionChanged() override {}
+    void L2NeedSave() override {}
+    void L0NeedSave() override {}
+    void ShowWorkspace() override {}
+    void HideWorkspace() override {}
+    void WindowHidden(const char*) override {}
+    bool LeaveProgram() override {
+        Story += "leave ";
+        return MayLeave;
+    }
+};
+
+class ToldCommands : public PanelCommands {
+public:
+    explicit ToldCommands(std::string& story) : story_(story) {}
+
+    std::set<PanelVerb> Possible;
+    bool AllPossible = false;
+
+    bool Can(PanelVerb verb) const override {
+        return AllPossible || Possible.contains(verb);
+    }
+    void Do(PanelVerb verb) override { Tell("do", static_cast<int>(verb)); }
+    void SaveTheater(bool as) override { Tell("save", as); }
+    void EditL0Elv(bool on) override { Tell("l0", on); }
+    void ShowWindow(PanelVerb window, bool on) override {
+        Tell(on ? "show" : "hide", static_cast<int>(window));
+    }
+    void SaveScreenshot(const std::string& path, int filterIndex) override {
+        story_ += path + " ";
+        Tell("screenshot", filterIndex);
+    }
+    void ShowHeightColors() override { story_ += "heights "; }
+    void ShowAreasPathsOptions() override { story_ += "areas "; }
+    void ShowAbout() override { story_ += "about "; }
+
+private:
+    void Tell(const char* what, int value) {
+        story_ += std::string(what) + " " + std::to_string(value) + " ";
+    }
+
+    std::string& story_;
+};
+
+// The panel on the screen, over a theater of 256 posts a side.
+class FrmVXMainTest : public testing::Test {
+protected:
+    FrmVXMainTest() {
+        state_.Starting = false;
+        state_.Terrain.MapWidth = 256;
+    }
+
+    // With every command or with none that comes from elsewhere.
+    void Show(bool allPossible = true) {
+        commands_.AllPossible = allPossible;
+        window_.Form_Load("Norrland");
+        window_.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+        workspace_.Story.clear();
+    }
+    void Click(const char* name) { Find<QAbstractButton>(window_, name).click(); }
+    // What one click asks for.
+    std::string StoryOf(const char* name) {
+        workspace_.Story.clear();
+        Click(name);
+        return workspace_.Story;
+    }
+    std::string StoryOfMenu(const char* name) {
+        workspace_.Story.clear();
+        Find<QAction>(name).trigger();
+        return workspace_.Story;
+    }
+    template <typename Control>
+    Control& Find(const char* name) {
+        return tests::Find<Control>(window_, name);
+    }
+    template <typename Control>
+    Control& Find(QWidget& window, const char* name) {
+        return tests::Find<Control>(window, name);
+    }
+    QAbstractSlider& Slider(const char* name) { return Find<QAbstractSlider>(name); }
+    bool Enabled(const char* name) { return Find<QWidget>(name).isEnabled(); }
+    std::string Text(const char* name) {
+        return Find<QAbstractButton>(name).text().toStdString();
+    }
+    std::string Shown(const char* label) {
+        return Find<QLabel>(label).text().toStdString();
+    }
+    std::string Title() const { return window_.windowTitle().toStdString(); }
+
+    ProgramState state_;
+    MapView view_ = ViewOfSettings(state_.Configuration);
+    FakePlatform platform_;
+    ToldWorkspace workspace_;
+    ToldCommands commands_{workspace_.Story};
+    FrmVXMain window_{state_, view_, platform_.All, workspace_, commands_};
+};
+
+} // namespace vardenix::tests
