@@ -132,8 +132,7 @@ void Workspace::MakeMap() {
              [this] { RestoreChildWindows(); });
 }
 
-// It is seen when the layout is applied: a window that is moved before its desktop has
-// framed it would lose its title.
+// It is seen when the layout is applied, at its place.
 void Workspace::ShowMainPanel() { frmVXMain_->Form_Load(TheaterTitle(state_)); }
 
 // Small windows go with the map when it is made an icon. Before they have their places
@@ -147,13 +146,12 @@ void Workspace::InitForm() { frmVXMap_->InitForm(); }
 
 void Workspace::ApplySavedLayout() {
     Configuration& settings = state_.Configuration;
-    if (NeverPlaced(settings)) {
+    const bool first = NeverPlaced(settings);
+    if (first) {
         settings.MainWinVis = true;
         settings.ThPrevWinVis = true;
-        PlaceFirst();
-    } else {
-        PlaceAsStored();
     }
+    first ? PlaceFirst() : PlaceAsStored();
     laidOut_ = true;
     frmVXMain_->ShowSettings();
     ShowByBoxes();
