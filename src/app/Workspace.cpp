@@ -132,12 +132,8 @@ void Workspace::MakeMap() {
              [this] { RestoreChildWindows(); });
 }
 
-// It comes up where it stays: on a first start that is the corner of the screen.
-void Workspace::ShowMainPanel() {
-    frmVXMain_->Form_Load(TheaterTitle(state_));
-    PlaceAt(*frmVXMain_, state_.Configuration.MainControlWinPos);
-    frmVXMain_->show();
-}
+// It is seen when the layout is applied, at its place.
+void Workspace::ShowMainPanel() { frmVXMain_->Form_Load(TheaterTitle(state_)); }
 
 // Small windows go with the map when it is made an icon. Before they have their places
 // they stay hidden.
@@ -150,13 +146,12 @@ void Workspace::InitForm() { frmVXMap_->InitForm(); }
 
 void Workspace::ApplySavedLayout() {
     Configuration& settings = state_.Configuration;
-    if (NeverPlaced(settings)) {
+    const bool first = NeverPlaced(settings);
+    if (first) {
         settings.MainWinVis = true;
         settings.ThPrevWinVis = true;
-        PlaceFirst();
-    } else {
-        PlaceAsStored();
     }
+    first ? PlaceFirst() : PlaceAsStored();
     laidOut_ = true;
     frmVXMain_->ShowSettings();
     ShowByBoxes();
@@ -174,6 +169,7 @@ void Workspace::PlaceFirst() {
 }
 
 void Workspace::PlaceAsStored() {
+    PlaceAt(*frmVXMain_, state_.Configuration.MainControlWinPos);
     PlaceAt(*frmVXMap_, state_.Configuration.MainWinPos);
     PlaceAt(*frmVXTheaterPreview_, state_.Configuration.ThPrevWinPos);
 }
@@ -185,6 +181,7 @@ void Workspace::StorePositions() {
 }
 
 void Workspace::ShowByBoxes() {
+    frmVXMain_->show();
     RestoreChildWindows();
     frmVXMap_->setVisible(state_.Configuration.MainWinVis);
 }
@@ -205,7 +202,6 @@ void Workspace::L2NeedSave() { frmVXMain_->L2NeedSave(); }
 void Workspace::L0NeedSave() { frmVXMain_->L0NeedSave(); }
 
 void Workspace::ShowWorkspace() {
-    frmVXMain_->show();
     ShowByBoxes();
     RefreshPicArray();
 }

@@ -34,8 +34,8 @@ FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
     layout.Panel = {room.Left, room.Top, panel.Width, panel.Height};
     layout.Preview = {room.Left, room.Top, std::min(preview.Width, room.Width / 3),
                       std::min(preview.Height, room.Height - FrameDown)};
-    const int32_t panelAcross = panel.Width == 0 ? 0 : panel.Width + FrameAcross;
-    const int32_t panelDown = panel.Height == 0 ? 0 : panel.Height + FrameDown;
+    const int32_t panelAcross = panel.Width + FrameAcross;
+    const int32_t panelDown = panel.Height + FrameDown;
     const int32_t previewAcross = layout.Preview.Width + FrameAcross;
     const int32_t previewDown = layout.Preview.Height + FrameDown;
     const auto placeMap = [&](int32_t left, int32_t across) {

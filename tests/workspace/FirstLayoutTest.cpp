@@ -76,9 +76,5 @@ TEST(FirstLayout, LargeWindowsAreCutToTheScreen) {
     EXPECT_EQ(layout.Panel.Width, 300);
 }
 
-TEST(FirstLayout, WithoutAPanelMapAndPreviewStandSideBySide) {
-    ExpectTidy(LayOutFirst(Room, {}, Map, Preview));
-}
-
 } // namespace
 } // namespace vardenix

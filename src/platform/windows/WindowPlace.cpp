@@ -1,12 +1,44 @@
 #include "platform/windows/WindowPlace.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QScreen>
+#include <QTimer>
 #include <QWidget>
 
 #include <algorithm>
 
 namespace vardenix {
+
+namespace {
+
+// A window that changes its size before the desktop has framed it is taken by the place
+// of its inside, and its title ends up above the screen. When it is painted first it has
+// its frame, and is moved once more. Belongs to the window.
+class PlacedWhenFramed : public QObject {
+public:
+    PlacedWhenFramed(QWidget& window, QPoint place)
+        : QObject(&window), window_(window), place_(place) {
+        window.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) {
+            window_.removeEventFilter(this);
+            QTimer::singleShot(0, this, [this] {
+                window_.move(place_);
+                deleteLater();
+            });
+        }
+        return false;
+    }
+
+private:
+    QWidget& window_;
+    QPoint place_;
+};
+
+} // namespace
 
 QPoint PlaceWithin(const QRect& window, const QList<QRect>& screens) {
     if (screens.isEmpty())
@@ -38,7 +70,12 @@ void MoveOnScreen(QWidget& window, QPoint topLeft) {
     QList<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
         screens.append(screen->availableGeometry());
-    window.move(PlaceWithin({topLeft, window.size() + FrameSize(window)}, screens));
+    const QPoint place =
+        PlaceWithin({topLeft, window.size() + FrameSize(window)}, screens);
+    window.move(place);
+    // Not up yet, so its frame is unknown.
+    if (window.frameGeometry() == window.geometry())
+        new PlacedWhenFramed(window, place);
 }
 
 } // namespace vardenix
