@@ -1,7 +1,6 @@
 #include "windows/FrmVXMainTest.h"
 #include "workspace/windows/Actions.h"
 
-#include <QCloseEvent>
 #include <QProgressBar>
 #include <QSignalSpy>
 
@@ -216,7 +215,9 @@ TEST_F(FrmVXMainTest, TheCloseBoxAndExitAskWhetherTheUserWillLeave) {
     workspace_.MayLeave = true;
     EXPECT_TRUE(window_.close());
     EXPECT_FALSE(window_.isVisible());
+    window_.show();
     state_.Exiting = true;
+    workspace_.MayLeave = false;
     workspace_.Story.clear();
     EXPECT_TRUE(window_.close());
     EXPECT_EQ(workspace_.Story, "");
@@ -252,8 +253,8 @@ TEST(Actions, TheListOfKeysNamesEachKeyOnce) {
         keys += QString(action.Keys).split(' ', Qt::SkipEmptyParts);
     EXPECT_EQ(keys.removeDuplicates(), 0);
     const std::string list = ShortcutList().toStdString();
-    for (const char* row : {"| Ctrl+S | Save |\n", "| Ctrl+Y, Ctrl+Shift+Z | Redo |\n",
-                            "| F1 | Online Help |\n",
+    for (const char* row : {"| Ctrl+S | Save |\n", "| Ctrl+Shift+S | Save as |\n",
+                            "| Ctrl+Y, Ctrl+Shift+Z | Redo |\n", "| F1 | Online Help |\n",
                             "| Left, Right, Up, Down | Move the map by one post |\n"})
         EXPECT_NE(list.find(row), std::string::npos) << row;
 }

@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QWheelEvent>
 
 namespace vardenix {
 namespace {
@@ -267,6 +268,17 @@ TEST_F(FrmVXMainTest, PositionBoxesTakeDigitsAndBackspaceOnly) {
     }
 }
 
+TEST_F(FrmVXMainTest, PositionBoxesSelectAllOnFocus) {
+    Show();
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    auto& box = Find<QLineEdit>("LabelX");
+    box.setText("123");
+    QTest::mouseClick(&box, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(box.selectedText().toStdString(), "123");
+}
+
 TEST_F(FrmVXMainTest, GoClampsThePositionBeforeItScrolls) {
     Show();
     Find<QLineEdit>("LabelX").setText("17");
@@ -275,6 +287,10 @@ TEST_F(FrmVXMainTest, GoClampsThePositionBeforeItScrolls) {
     EXPECT_EQ(StoryOf("cmdGoXY"), "scroll 17,255 ");
     EXPECT_EQ(state_.Configuration.X, 17);
     EXPECT_EQ(state_.Configuration.Y, 255);
+    Find<QLineEdit>("LabelX").setText("18");
+    workspace_.Story.clear();
+    QTest::keyClick(&Find<QLineEdit>("LabelX"), Qt::Key_Return);
+    EXPECT_EQ(workspace_.Story.substr(0, 10), "scroll 18,");
     view_.MapLeftX = 3;
     view_.MapBottomY = 44;
     window_.PositionChanged();
@@ -322,6 +338,23 @@ TEST_F(FrmVXMainTest, SettingsAreShownWithoutAnyEffect) {
     EXPECT_EQ(Shown("Label1"), "7");
     EXPECT_EQ(Find<QComboBox>("ComTileWidth").currentText().toStdString(), "16");
     EXPECT_EQ(view_.MapAlpha, 127);
+}
+
+TEST_F(FrmVXMainTest, TheWheelTurnsASliderOnlyAfterAClickOnIt) {
+    Show();
+    auto& slider = Slider("sldrBrightness");
+    const QPointF middle = slider.rect().center();
+    const auto turn = [&] {
+        QWheelEvent wheel(middle, slider.mapToGlobal(middle), {}, {0, 120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&slider, &wheel);
+        return slider.value();
+    };
+    window_.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
+    EXPECT_EQ(turn(), 0);
+    slider.setFocus();
+    EXPECT_GT(turn(), 0);
 }
 
 TEST_F(FrmVXMainTest, ASmallPanelScrollsDownwardOnly) {

@@ -15,7 +15,7 @@ namespace {
 
 using Kind = Action::Kind;
 
-constexpr std::array<Action, 36> Table{{
+constexpr std::array<Action, 38> Table{{
     {Kind::MenuEntry, "mnyExit", "E&xit", "Ctrl+Q", "Leave the program"},
     {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "", ""},
     {Kind::MenuEntry, "mnumkTHR", "Ma&ke THR File", "", ""},
@@ -30,6 +30,7 @@ constexpr std::array<Action, 36> Table{{
 
     {Kind::Button, "CmdSaveTheater", "Save", "Ctrl+S",
      "Use shift for save with a different name."},
+    {Kind::Key, "CmdSaveTheater", "Save as...", "Ctrl+Shift+S", ""},
     {Kind::Button, "CmdImport", "Import", "Ctrl+I", "Stamp a region from a file"},
     {Kind::Button, "CmdExport", "Export", "Ctrl+E",
      "Use SHIFT to export TDFs (Features)."},
@@ -57,10 +58,11 @@ constexpr std::array<Action, 36> Table{{
     {Kind::Button, "CmdHeightCol", "Colors of the heights", "", "Colors of the heights"},
     {Kind::Button, "CmdSegCol", "Color of the segments", "", "Color of the segments"},
 
-    {Kind::MapKey, "PicShow", "Move the map by one post", "Left Right Up Down", ""},
-    {Kind::MapKey, "PicShow", "Move the map up or down by a page", "PgUp PgDown", ""},
-    {Kind::MapKey, "PicShow", "Move the map left or right by a page", "Home End", ""},
-    {Kind::MapKey, "PicShow", "Stop painting the map", "Esc", ""},
+    {Kind::Key, "LabelX", "Go to the position, in its boxes", "Return", ""},
+    {Kind::Key, "PicShow", "Move the map by one post", "Left Right Up Down", ""},
+    {Kind::Key, "PicShow", "Move the map up or down by a page", "PgUp PgDown", ""},
+    {Kind::Key, "PicShow", "Move the map left or right by a page", "Home End", ""},
+    {Kind::Key, "PicShow", "Stop painting the map", "Esc", ""},
 }};
 
 QList<QKeySequence> KeysOf(const Action& action) {
@@ -97,6 +99,13 @@ void ApplyActions(QMainWindow& panel) {
         else if (action.What == Kind::Button)
             Apply(action, panel, *panel.findChild<QAbstractButton*>(action.Name));
     }
+}
+
+QKeySequence KeyOf(const char* name) {
+    for (const Action& action : Table)
+        if (action.What == Kind::Key && QLatin1String(action.Name) == QLatin1String(name))
+            return KeysOf(action).value(0);
+    return {};
 }
 
 QString ShortcutList() {

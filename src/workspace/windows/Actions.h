@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QKeySequence>
 #include <QString>
 
 #include <span>
@@ -13,7 +14,7 @@ struct Action {
     enum class Kind {
         MenuEntry,
         Button, // of the control panel
-        MapKey  // the map window's own, without a control
+        Key     // looked after by the window itself
     };
     Kind What;
     const char* Name;
@@ -29,6 +30,9 @@ std::span<const Action> PanelActions();
 // accessible names and keys. The keys hold in every window of the program while the panel
 // can be used.
 void ApplyActions(QMainWindow& panel);
+
+// The first key of a row of the kind Key, by its name.
+QKeySequence KeyOf(const char* name);
 
 // The manual's list of keys, a Markdown table.
 QString ShortcutList();

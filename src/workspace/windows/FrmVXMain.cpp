@@ -70,8 +70,11 @@ void FrmVXMain::DressControls() {
     ui_->PB3->setSizePolicy(policy);
     ui_->PB3->hide();
     ui_->Frame7->hide();
-    for (QWidget* control : findChildren<QWidget*>())
+    for (QWidget* control : findChildren<QWidget*>()) {
         control->installEventFilter(this);
+        if (control->focusPolicy() == Qt::WheelFocus)
+            control->setFocusPolicy(Qt::StrongFocus);
+    }
     FitScrollArea();
 }
 
@@ -236,10 +239,19 @@ void FrmVXMain::keyReleaseEvent(QKeyEvent* event) {
     QMainWindow::keyReleaseEvent(event);
 }
 
-// Boxes keep some keys for themselves, so that these never come up to the window.
+// Boxes keep some keys for themselves, so that these never come up to the window. And
+// the wheel scrolls the panel: it turns a slider or list only after a click on that.
 bool FrmVXMain::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease)
         WatchKey(*static_cast<QKeyEvent*>(event), event->type() == QEvent::KeyPress);
+    if (event->type() == QEvent::Wheel) {
+        const auto* control = static_cast<QWidget*>(watched);
+        const bool turns = control->inherits("QSlider") || control->inherits("QComboBox");
+        if (turns && !control->hasFocus()) {
+            event->ignore();
+            return true;
+        }
+    }
     return QMainWindow::eventFilter(watched, event);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "ui_FrmVXMain.h"
+#include "workspace/windows/Actions.h"
 #include "workspace/windows/FrmVXMain.h"
 
 #include <QShortcut>
@@ -75,7 +76,7 @@ void FrmVXMain::ConnectCommands() {
              [this] { CmdSaveTheater_Click(shiftDown_); });
     OnSignal(ui_->CmdExport, &QAbstractButton::clicked, this,
              [this] { CmdExport_Click(); });
-    auto* saveAs = new QShortcut(QKeySequence("Ctrl+Shift+S"), this);
+    auto* saveAs = new QShortcut(KeyOf("CmdSaveTheater"), this);
     saveAs->setContext(Qt::ApplicationShortcut);
     OnSignal(saveAs, &QShortcut::activated, this, [this] { CmdSaveTheater_Click(true); });
 }

@@ -2,7 +2,6 @@
 
 #include "workspace/PanelRules.h"
 
-#include <QTimer>
 #include <QValidator>
 
 #include <algorithm>
@@ -33,7 +32,7 @@ NumberBox::NumberBox(QWidget* parent) : QLineEdit(parent) {
 void NumberBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     // The press of the mouse that gave the focus would take the selection away again.
-    QTimer::singleShot(0, this, &QLineEdit::selectAll);
+    QMetaObject::invokeMethod(this, "selectAll", Qt::QueuedConnection);
 }
 
 } // namespace vardenix
