@@ -10,10 +10,10 @@ namespace {
 constexpr double FeetPerPost = 3280.84;
 
 const TileRecord* RecordOf(const TextureBin& bin, int32_t tileNumber) {
-    const auto set = static_cast<size_t>(tileNumber / TilesPerSet + 1);
+    const auto set = static_cast<size_t>(tileNumber / TilesPerSet) + 1;
     if (set >= bin.Sets.size())
         return nullptr;
-    const auto position = static_cast<size_t>(tileNumber % TilesPerSet + 1);
+    const auto position = static_cast<size_t>(tileNumber % TilesPerSet) + 1;
     const std::vector<TileRecord>& tiles = bin.Sets[set].Tiles;
     return position < tiles.size() ? &tiles[position] : nullptr;
 }

@@ -40,8 +40,8 @@ struct MapWorld {
     }
     // The catalogue's record of a number.
     TileRecord& Tile(int number) {
-        return Catalogue.Bin.Sets.at(static_cast<size_t>(number / 16 + 1))
-            .Tiles.at(static_cast<size_t>(number % 16 + 1));
+        return Catalogue.Bin.Sets.at(static_cast<size_t>(number / 16) + 1)
+            .Tiles.at(static_cast<size_t>(number % 16) + 1);
     }
     void AddArea(int number, const TileArea& area) {
         Tile(number).Areas.push_back(area);

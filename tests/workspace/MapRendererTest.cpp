@@ -14,7 +14,6 @@ namespace vardenix {
 namespace {
 
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::IsEmpty;
 using Lines = std::vector<std::string>;
 
