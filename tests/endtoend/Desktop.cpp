@@ -159,6 +159,12 @@ bool Desktop::Active(const std::string& title) const {
 
 void Desktop::Key(const std::string& key) const { Run({"xdotool", "key", key}); }
 
+void Desktop::Keys(const std::vector<std::string>& keys) const {
+    std::vector<std::string> command{"xdotool", "key", "--delay", "10"};
+    command.insert(command.end(), keys.begin(), keys.end());
+    Run(command);
+}
+
 void Desktop::Type(const std::string& text) const {
     Run({"xdotool", "type", "--delay", "2", text});
 }

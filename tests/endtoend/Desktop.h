@@ -72,6 +72,8 @@ public:
     void Move(const std::string& title, int left, int top) const;
     // Keys as xdotool names them: "alt+l", "Return".
     void Key(const std::string& key) const;
+    // One right behind the other.
+    void Keys(const std::vector<std::string>& keys) const;
     void Type(const std::string& text) const;
     // A click at a place in the active window, in pixels from its top left corner.
     void Click(int x, int y) const;
