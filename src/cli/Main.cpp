@@ -8,6 +8,7 @@
 #include <CLI/Formatter.hpp>
 
 #include <cstdio>
+#include <exception>
 #include <new>
 
 namespace vardenix {
@@ -51,9 +52,19 @@ int RunCommandLine(int count, char** arguments) {
     }
 }
 
+// What is no error of ours is a fault of the program; it is told all the same.
+int RunGuarded(int count, char** arguments) {
+    try {
+        return RunCommandLine(count, arguments);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "vardenix-cli: %s\n", error.what());
+        return ExitRunTimeError;
+    }
+}
+
 } // namespace
 } // namespace vardenix
 
 int main(int count, char** arguments) {
-    return vardenix::RunCommandLine(count, arguments);
+    return vardenix::RunGuarded(count, arguments);
 }

@@ -7,9 +7,9 @@ namespace vardenix {
 namespace {
 
 // What a desktop's frame takes, both sides together, and a gap to the next window. It is
-// not known before a window is up, so this is on the generous side.
+// not known before a window is up.
 constexpr int32_t FrameAcross = 16;
-constexpr int32_t FrameDown = 44;
+constexpr int32_t FrameDown = 34;
 // A map smaller than that is of no use.
 constexpr int32_t LeastMap = 240;
 

@@ -24,7 +24,8 @@ bool NeverPlaced(const Configuration& settings);
 
 // Side by side within `room`, none over another: the panel, the preview under it where
 // there is room and else at the right or under the map, the map in what is left; map and
-// preview are cut to that, the panel is not. A screen too small for all three lets the map overlap.
+// preview are cut to that, the panel is not. A screen too small for all three lets the
+// map overlap.
 FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
                         WindowSize preview);
 

@@ -221,10 +221,11 @@ TEST_F(WorkspaceEndToEnd, AStoredPlaceOutsideTheScreenIsPulledIn) {
                                {"MAIN_WIN_POS_L", "90000"},
                                {"MAIN_WIN_POS_T", "-9000"}});
     Start();
-    const Place map = desktop_.WhereIs(Map);
-    EXPECT_GE(map.Left, 0);
-    EXPECT_GE(map.Top, 0);
-    EXPECT_LE(map.Left + map.Width, 1280);
+    // Its frame is known, and its place right, a moment after it came up.
+    EXPECT_TRUE(WaitFor([&] {
+        const Place map = desktop_.WhereIs(Map);
+        return map.Left >= 0 && map.Top >= 0 && map.Left + map.Width <= 1280;
+    }));
     EXPECT_FALSE(desktop_.Visible(Preview)); // as it was stored
 }
 

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QEvent>
 #include <QScreen>
-#include <QTimer>
 #include <QWidget>
 
 #include <algorithm>
@@ -25,10 +24,13 @@ public:
     bool eventFilter(QObject*, QEvent* event) override {
         if (event->type() == QEvent::Paint) {
             window_.removeEventFilter(this);
-            QTimer::singleShot(0, this, [this] {
-                window_.move(place_);
-                deleteLater();
-            });
+            QMetaObject::invokeMethod(
+                this,
+                [this] {
+                    window_.move(place_);
+                    deleteLater();
+                },
+                Qt::QueuedConnection);
         }
         return false;
     }

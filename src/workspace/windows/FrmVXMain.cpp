@@ -195,12 +195,20 @@ void FrmVXMain::SetL0FileName(const std::string& fileName) {
 
 void FrmVXMain::SetPB3(int value) {
     ui_->PB3->setValue(static_cast<int>(ProgressWidth(value, pb3Min_, pb3Max_)));
+    // No events are handled inside a repaint of the map, so a long one must draw its bar
+    // itself; a short one is over before anybody could see it.
+    constexpr int64_t SeenAfter = 50; // ms
+    if (ui_->PB3->isVisible() && sinceBarDrawn_.hasExpired(SeenAfter)) {
+        ui_->PB3->repaint();
+        sinceBarDrawn_.start();
+    }
 }
 
 void FrmVXMain::ShowBar() {
     pb3Min_ = 0;
     pb3Max_ = 100;
     SetText({});
+    sinceBarDrawn_.start();
     SetPB3(0);
     ui_->PB3->show();
 }

@@ -8,6 +8,7 @@
 #include "workspace/WorkspaceCommands.h"
 #include "workspace/windows/PanelCommands.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 
 #include <memory>
@@ -148,6 +149,7 @@ private:
     int firstHeight_ = 0; // until the window is first shown
     int pb3Min_ = 0;
     int pb3Max_ = 100;
+    QElapsedTimer sinceBarDrawn_;
 };
 
 } // namespace vardenix
