@@ -65,6 +65,4 @@ int RunGuarded(int count, char** arguments) {
 } // namespace
 } // namespace vardenix
 
-int main(int count, char** arguments) {
-    return vardenix::RunGuarded(count, arguments);
-}
+int main(int count, char** arguments) { return vardenix::RunGuarded(count, arguments); }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QScreen>
+#include <QTimerEvent>
 #include <QWidget>
 
 #include <algorithm>
@@ -24,15 +25,15 @@ public:
     bool eventFilter(QObject*, QEvent* event) override {
         if (event->type() == QEvent::Paint) {
             window_.removeEventFilter(this);
-            QMetaObject::invokeMethod(
-                this,
-                [this] {
-                    window_.move(place_);
-                    deleteLater();
-                },
-                Qt::QueuedConnection);
+            startTimer(0);
         }
         return false;
+    }
+
+    void timerEvent(QTimerEvent* event) override {
+        killTimer(event->timerId());
+        window_.move(place_);
+        deleteLater();
     }
 
 private:
