@@ -131,8 +131,8 @@ int BmpNumber(const std::string& bmp, size_t at) {
 }
 std::string BmpPixel(const std::string& bmp, int x, int y) {
     const int stride = (BmpNumber(bmp, 18) * 3 + 3) / 4 * 4;
-    const auto at = static_cast<size_t>(BmpNumber(bmp, 10) + y * stride + x * 3);
-    return bmp.substr(at, 3); // blue, green, red
+    const int at = BmpNumber(bmp, 10) + y * stride + x * 3;
+    return bmp.substr(static_cast<size_t>(at), 3); // blue, green, red
 }
 
 TEST_F(CommandLine, RenderPaintsTheViewThatIsAskedFor) {

@@ -164,8 +164,8 @@ TEST_F(WorkspaceEndToEnd, AClickOnThePreviewMovesTheMap) {
     EXPECT_GT(ColorsOf(MapPicture()).size(), 50U);
     Leave();
     // One pixel is four posts.
-    EXPECT_NEAR(Setting("X"), Posts / 2, 4);
-    EXPECT_NEAR(Setting("Y"), Posts / 2, 4);
+    EXPECT_NEAR(Setting("X"), Posts / 2.0, 4);
+    EXPECT_NEAR(Setting("Y"), Posts / 2.0, 4);
 }
 
 TEST_F(WorkspaceEndToEnd, KeysAndWheelScrollByPosts) {

@@ -24,7 +24,8 @@ struct TileLook {
     uint8_t EdgeStyles = 0; // of farmland: edges whose fields follow the second pattern
     Extra Special = Extra::None;
 
-    auto operator<=>(const TileLook&) const = default;
+    // The check takes the 0 behind a defaulted comparison for a null pointer.
+    auto operator<=>(const TileLook&) const = default; // NOLINT(modernize-use-nullptr)
 };
 
 // The look of four corners, in the order SW, SE, NW, NE. More than two grounds give the

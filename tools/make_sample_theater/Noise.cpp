@@ -108,11 +108,12 @@ TileNoise::TileNoise(int cells, uint32_t seed) : cells_(cells) {
 double TileNoise::At(double u, double v) const {
     u -= std::floor(u);
     v -= std::floor(v);
-    const int across = cells_ + 1;
+    const auto across = static_cast<std::size_t>(cells_) + 1;
     return Gradient(u * cells_, v * cells_, [this, across](int x, int y) {
         // Rounding may lift u * cells to the whole number above.
-        return static_cast<std::size_t>(
-            directions_[static_cast<std::size_t>(y % across * across + x % across)]);
+        const std::size_t column = static_cast<std::size_t>(x) % across;
+        const std::size_t row = static_cast<std::size_t>(y) % across;
+        return static_cast<std::size_t>(directions_[row * across + column]);
     });
 }
 

@@ -33,7 +33,10 @@ void WriteDds(const std::filesystem::path& path, const Picture& picture) {
 void WriteFamily(const std::filesystem::path& folder, const std::string& stem,
                  const std::string& ending, Picture picture) {
     for (const char* size : {"H", "M", "L"}) {
-        WriteDds(folder / (size + stem + ending), picture);
+        std::string name = size;
+        name += stem;
+        name += ending;
+        WriteDds(folder / name, picture);
         picture = picture.Half();
     }
 }
@@ -160,6 +163,7 @@ void MakeSampleTheater(const SampleOptions& options,
 
     const Palette palette = MakePalette(means);
     std::vector<uint8_t> entries;
+    entries.reserve(means.size());
     for (const Colour& mean : means)
         entries.push_back(NearestEntry(palette, mean));
     WriteMapFile(options.Posts, palette, theater / "terrain" / "theater.map");

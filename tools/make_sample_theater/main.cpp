@@ -16,8 +16,10 @@ void Say(const std::string& line) { std::printf("%s.\n", line.c_str()); }
 
 } // namespace
 
-int main(int argc, char** argv) {
-    using namespace vardenix;
+namespace vardenix {
+namespace {
+
+int Run(int argc, char** argv) {
     sample::SampleOptions options;
     std::string out;
     std::string registry;
@@ -57,4 +59,16 @@ int main(int argc, char** argv) {
     std::printf("The theater is in %s; it took %.1f seconds.\n", out.c_str(),
                 taken.count());
     return 0;
+}
+
+} // namespace
+} // namespace vardenix
+
+int main(int argc, char** argv) {
+    try {
+        return vardenix::Run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "make_sample_theater: %s\n", error.what());
+        return CannotWrite;
+    }
 }

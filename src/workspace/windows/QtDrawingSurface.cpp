@@ -254,18 +254,21 @@ void QtDrawingSurface::Polyline(std::span<const PicturePoint> points) {
     Painter().drawPolyline(PolygonOf(points));
 }
 
-void QtDrawingSurface::SetFont(const FontChoice& font) {
-    RasterSurface::SetFont(font);
+QtDrawingSurface::TextsOfFont& QtDrawingSurface::TextsOf(const FontChoice& font) {
     std::unique_ptr<TextsOfFont>& texts = texts_[KeyOf(font)];
     if (!texts)
         texts = std::make_unique<TextsOfFont>(font);
-    textsOfFont_ = texts.get();
+    return *texts;
+}
+
+void QtDrawingSurface::SetFont(const FontChoice& font) {
+    RasterSurface::SetFont(font);
+    textsOfFont_ = &TextsOf(font);
 }
 
 const QtDrawingSurface::DrawnText& QtDrawingSurface::TextOf(std::string_view text) {
-    if (textsOfFont_ == nullptr)
-        SetFont(Font());
-    return textsOfFont_->Of(text);
+    TextsOfFont& texts = textsOfFont_ != nullptr ? *textsOfFont_ : TextsOf(Font());
+    return texts.Of(text);
 }
 
 TextSize QtDrawingSurface::MeasureText(std::string_view text) {

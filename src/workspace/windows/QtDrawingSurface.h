@@ -54,6 +54,7 @@ private:
 
     QPainter& Painter();
     void ClosePainter();
+    TextsOfFont& TextsOf(const FontChoice& font);
     const DrawnText& TextOf(std::string_view text);
 
     QImage image_;
