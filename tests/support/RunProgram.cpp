@@ -14,6 +14,7 @@ ProgramResult RunProgram(const std::vector<std::string>& arguments) {
     const std::string output = folder.Write("out", "");
     const std::string errors = folder.Write("err", "");
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (const std::string& argument : arguments)
         pointers.push_back(const_cast<char*>(argument.c_str()));
     pointers.push_back(nullptr);
