@@ -24,6 +24,12 @@
 namespace vardenix::sample {
 namespace {
 
+// Of a grid `width` across, row by row.
+std::size_t IndexOf(int x, int y, int width) {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+           static_cast<std::size_t>(x);
+}
+
 namespace fs = std::filesystem;
 using Bytes = std::vector<char>;
 
@@ -126,8 +132,9 @@ std::vector<PostRecord> ReadLevel(const fs::path& terrain, int level, int width)
             const int segment = y / 16 * (width / 16) + x / 16;
             const auto block =
                 At<int32_t>(offsets, static_cast<std::size_t>(segment) * 4);
-            const auto at = static_cast<std::size_t>(block + (y % 16 * 16 + x % 16) * 9);
-            posts[static_cast<std::size_t>(y * width + x)] = {
+            const auto at =
+                static_cast<std::size_t>(block) + IndexOf(x % 16, y % 16, 16) * 9;
+            posts[IndexOf(x, y, width)] = {
                 At<int32_t>(heap, at), At<int16_t>(heap, at + 4),
                 At<uint8_t>(heap, at + 6), At<uint8_t>(heap, at + 7),
                 At<uint8_t>(heap, at + 8)};
@@ -228,7 +235,7 @@ TEST_F(SampleTheater, SharesOneBlockForAllOpenSeaOfALevel) {
             for (int i = 0; i < 256; ++i) {
                 const int x = segment % across * 16 + i % 16;
                 const int y = segment / across * 16 + i / 16;
-                const PostRecord& post = posts[static_cast<std::size_t>(y * width + x)];
+                const PostRecord& post = posts[IndexOf(x, y, width)];
                 sea = sea && post.Tile == seaTile && post.Elevation == 0;
             }
             const auto block =
@@ -253,9 +260,8 @@ TEST_F(SampleTheater, ShowsInTheFineLevelsTheTilesOfLevelTwo) {
         const auto fine = ReadLevel(Theater() / "terrain", level, width);
         for (int y = 0; y < width; ++y) {
             for (int x = 0; x < width; ++x) {
-                const PostRecord& from =
-                    coarse[static_cast<std::size_t>(y / factor * 64 + x / factor)];
-                const PostRecord& post = fine[static_cast<std::size_t>(y * width + x)];
+                const PostRecord& from = coarse[IndexOf(x / factor, y / factor, 64)];
+                const PostRecord& post = fine[IndexOf(x, y, width)];
                 ASSERT_EQ(post.Tile, from.Tile + 2048 * factor);
                 ASSERT_EQ(post.Palette, from.Palette);
             }
@@ -284,8 +290,7 @@ TEST_F(SampleTheater, RunsRiversAndRoadsOnFromPostToPost) {
     const auto posts = ReadLevel(Theater() / "terrain", 2, 64);
     const auto near = [](float a, float b) { return std::abs(a - b) < 1; };
     const auto reaches = [&](int x, int y, int32_t type, float up, float right) {
-        const auto& paths =
-            tiles.at(posts[static_cast<std::size_t>(y * 64 + x)].Tile).Paths;
+        const auto& paths = tiles.at(posts[IndexOf(x, y, 64)].Tile).Paths;
         return std::any_of(paths.begin(), paths.end(), [&](const Path& path) {
             return path.Type == type &&
                    ((near(path.StartUp, up) && near(path.StartRight, right)) ||
