@@ -13,6 +13,7 @@
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTheaterPreview.h"
+#include "workspace/windows/FrmVXTilePal.h"
 #include "workspace/windows/PanelDialogs.h"
 
 #include <QScreen>
@@ -35,6 +36,11 @@ void PlaceAt(QWidget& window, const PixelRect& place) {
 
 void PlaceAt(QWidget& window, const WindowPosition& place) {
     MoveOnScreen(window, {PixelsOfTwips(place.Left), PixelsOfTwips(place.Top)});
+}
+
+// Stored without the frame, which is not known when the window comes back.
+WindowSize PaletteSize(const Configuration& settings) {
+    return {PixelsOfTwips(settings.PalWinSizeW), PixelsOfTwips(settings.PalWinSizeH)};
 }
 
 WindowPosition PlaceOf(const QWidget& window) {
@@ -68,7 +74,7 @@ public:
 
     bool Can(PanelVerb verb) const override {
         return verb == PanelVerb::ShowMain || verb == PanelVerb::ShowTheater ||
-               verb == PanelVerb::SaveScreenshot;
+               verb == PanelVerb::ShowTile || verb == PanelVerb::SaveScreenshot;
     }
 
     void ShowWindow(PanelVerb window, bool on) override {
@@ -77,6 +83,8 @@ public:
             settings.MainWinVis = on;
         else if (window == PanelVerb::ShowTheater)
             settings.ThPrevWinVis = on;
+        else if (window == PanelVerb::ShowTile)
+            settings.PalWinVis = on;
         workspace_.ShowByBoxes();
     }
 
@@ -138,8 +146,19 @@ void Workspace::ShowMainPanel() { frmVXMain_->Form_Load(TheaterTitle(state_)); }
 // Small windows go with the map when it is made an icon. Before they have their places
 // they stay hidden.
 void Workspace::RestoreChildWindows() {
-    frmVXTheaterPreview_->setVisible(laidOut_ && !frmVXMap_->isMinimized() &&
-                                     state_.Configuration.ThPrevWinVis);
+    const bool shown = laidOut_ && !frmVXMap_->isMinimized();
+    frmVXTheaterPreview_->setVisible(shown && state_.Configuration.ThPrevWinVis);
+    if (frmVXTilePal_)
+        frmVXTilePal_->setVisible(shown && state_.Configuration.PalWinVis);
+}
+
+// Made for the first theater. The tiles come with the layout, when the window has its
+// width; until then none of another theater may be chosen from.
+void Workspace::RefreshPalette() {
+    if (!frmVXTilePal_)
+        frmVXTilePal_ =
+            std::make_unique<FrmVXTilePal>(state_, interaction_, tilePictures_, *this);
+    frmVXTilePal_->Clear();
 }
 
 void Workspace::InitForm() { frmVXMap_->InitForm(); }
@@ -153,6 +172,7 @@ void Workspace::ApplySavedLayout() {
     }
     first ? PlaceFirst() : PlaceAsStored();
     laidOut_ = true;
+    frmVXTilePal_->Command1_Click();
     frmVXMain_->ShowSettings();
     ShowByBoxes();
     RefreshPicArray();
@@ -160,24 +180,33 @@ void Workspace::ApplySavedLayout() {
 
 void Workspace::PlaceFirst() {
     const QRect room = frmVXMap_->screen()->availableGeometry();
-    const FirstLayout layout = LayOutFirst(
-        {room.left(), room.top(), room.width(), room.height()}, SizeOf(*frmVXMain_),
-        SizeOf(*frmVXMap_), SizeOf(*frmVXTheaterPreview_));
+    const FirstLayout layout =
+        LayOutFirst({room.left(), room.top(), room.width(), room.height()},
+                    SizeOf(*frmVXMain_), SizeOf(*frmVXMap_),
+                    SizeOf(*frmVXTheaterPreview_), PaletteSize(state_.Configuration));
     MoveOnScreen(*frmVXMain_, {layout.Panel.Left, layout.Panel.Top});
     PlaceAt(*frmVXMap_, layout.Map);
     PlaceAt(*frmVXTheaterPreview_, layout.Preview);
+    PlaceAt(*frmVXTilePal_, layout.Palette);
 }
 
 void Workspace::PlaceAsStored() {
     PlaceAt(*frmVXMain_, state_.Configuration.MainControlWinPos);
     PlaceAt(*frmVXMap_, state_.Configuration.MainWinPos);
     PlaceAt(*frmVXTheaterPreview_, state_.Configuration.ThPrevWinPos);
+    const WindowSize palette = PaletteSize(state_.Configuration);
+    frmVXTilePal_->resize(QSize(palette.Width, palette.Height)
+                              .boundedTo(frmVXMap_->screen()->availableSize()));
+    PlaceAt(*frmVXTilePal_, state_.Configuration.PalWinPos);
 }
 
 void Workspace::StorePositions() {
     state_.Configuration.MainControlWinPos = PlaceOf(*frmVXMain_);
     state_.Configuration.MainWinPos = PlaceOf(*frmVXMap_);
     state_.Configuration.ThPrevWinPos = PlaceOf(*frmVXTheaterPreview_);
+    state_.Configuration.PalWinPos = PlaceOf(*frmVXTilePal_);
+    state_.Configuration.PalWinSizeW = TwipsOfPixels(frmVXTilePal_->width());
+    state_.Configuration.PalWinSizeH = TwipsOfPixels(frmVXTilePal_->height());
 }
 
 void Workspace::ShowByBoxes() {
@@ -207,8 +236,9 @@ void Workspace::ShowWorkspace() {
 }
 
 void Workspace::HideWorkspace() {
-    for (QWidget* window : std::initializer_list<QWidget*>{
-             frmVXMain_.get(), frmVXMap_.get(), frmVXTheaterPreview_.get()})
+    for (QWidget* window :
+         std::initializer_list<QWidget*>{frmVXMain_.get(), frmVXMap_.get(),
+                                         frmVXTheaterPreview_.get(), frmVXTilePal_.get()})
         window->hide();
 }
 
@@ -216,6 +246,7 @@ void Workspace::WindowHidden(const char* checkBoxName) {
     frmVXMain_->WindowHidden(checkBoxName);
     state_.Configuration.MainWinVis = frmVXMain_->WindowBox(PanelVerb::ShowMain);
     state_.Configuration.ThPrevWinVis = frmVXMain_->WindowBox(PanelVerb::ShowTheater);
+    state_.Configuration.PalWinVis = frmVXMain_->WindowBox(PanelVerb::ShowTile);
 }
 
 bool Workspace::LeaveProgram() {

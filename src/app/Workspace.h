@@ -4,6 +4,7 @@
 #include "services/TilePictures.h"
 #include "theater/ProgramState.h"
 #include "theater/TheaterOpening.h"
+#include "workspace/MapInteraction.h"
 #include "workspace/MapRenderer.h"
 #include "workspace/MapView.h"
 #include "workspace/WorkspaceCommands.h"
@@ -16,6 +17,7 @@ namespace vardenix {
 class FrmVXMain;
 class FrmVXMap;
 class FrmVXTheaterPreview;
+class FrmVXTilePal;
 
 // The windows that a theater is worked on in, and what they ask of one another.
 class Workspace : public OpeningWindows, public WorkspaceCommands {
@@ -39,7 +41,7 @@ private:
     void LoadMap() override;
     void ShowMainPanel() override;
     void RestoreChildWindows() override;
-    void RefreshPalette() override {}
+    void RefreshPalette() override;
     void InitForm() override;
 
     void RefreshPicArray() override;
@@ -63,6 +65,7 @@ private:
     DebugLog& log_;
     std::function<void()> exitProgram_;
     MapView view_;
+    MapInteraction interaction_;
     TilePictures tilePictures_;
     bool laidOut_ = false; // the windows have their places
     std::unique_ptr<PanelVerbs> panelVerbs_;
@@ -70,6 +73,7 @@ private:
     std::unique_ptr<FrmVXMain> frmVXMain_;
     std::unique_ptr<FrmVXMap> frmVXMap_;
     std::unique_ptr<FrmVXTheaterPreview> frmVXTheaterPreview_;
+    std::unique_ptr<FrmVXTilePal> frmVXTilePal_;
 };
 
 } // namespace vardenix
