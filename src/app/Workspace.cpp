@@ -17,6 +17,7 @@
 #include "workspace/windows/PanelDialogs.h"
 
 #include <QScreen>
+#include <QWindow>
 
 #include <string>
 #include <string_view>
@@ -45,6 +46,17 @@ WindowSize PaletteSize(const Configuration& settings) {
 
 WindowPosition PlaceOf(const QWidget& window) {
     return {.Top = TwipsOfPixels(window.y()), .Left = TwipsOfPixels(window.x())};
+}
+
+// Makes it a tool of `below`, which the desktop then never puts over it and which keeps
+// the keyboard when it comes up.
+void KeepOver(QWidget& window, const QWidget& below) {
+    window.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
+    window.setAttribute(Qt::WA_ShowWithoutActivating);
+    for (const QWidget* each : std::initializer_list<const QWidget*>{&window, &below})
+        each->winId(); // makes what the desktop knows of it
+    window.windowHandle()->setTransientParent(below.windowHandle());
 }
 
 // The name in the list of theaters; of one opened by hand, the folder that the folder of
@@ -146,18 +158,36 @@ void Workspace::ShowMainPanel() { frmVXMain_->Form_Load(TheaterTitle(state_)); }
 // Small windows go with the map when it is made an icon. Before they have their places
 // they stay hidden.
 void Workspace::RestoreChildWindows() {
-    const bool shown = laidOut_ && !frmVXMap_->isMinimized();
-    frmVXTheaterPreview_->setVisible(shown && state_.Configuration.ThPrevWinVis);
-    if (frmVXTilePal_)
-        frmVXTilePal_->setVisible(shown && state_.Configuration.PalWinVis);
+    RestorePreview();
+    if (!frmVXTilePal_)
+        return;
+    const bool shown = SmallWindowsShown() && state_.Configuration.PalWinVis;
+    // Some desktops make an icon of a tool with its window, and shown as an icon it would
+    // take the map with it.
+    if (shown)
+        frmVXTilePal_->setWindowState(frmVXTilePal_->windowState() &
+                                      ~Qt::WindowMinimized);
+    frmVXTilePal_->setVisible(shown);
+}
+
+void Workspace::RestorePreview() {
+    frmVXTheaterPreview_->setVisible(SmallWindowsShown() &&
+                                     state_.Configuration.ThPrevWinVis);
+}
+
+bool Workspace::SmallWindowsShown() const {
+    return laidOut_ && !frmVXMap_->isMinimized();
 }
 
 // Made for the first theater. The tiles come with the layout, when the window has its
 // width; until then none of another theater may be chosen from.
 void Workspace::RefreshPalette() {
-    if (!frmVXTilePal_)
+    if (!frmVXTilePal_) {
         frmVXTilePal_ =
             std::make_unique<FrmVXTilePal>(state_, interaction_, tilePictures_, *this);
+        // A click that paints brings the map up.
+        KeepOver(*frmVXTilePal_, *frmVXMap_);
+    }
     frmVXTilePal_->Clear();
 }
 
@@ -211,8 +241,11 @@ void Workspace::StorePositions() {
 
 void Workspace::ShowByBoxes() {
     frmVXMain_->show();
-    RestoreChildWindows();
+    // Before the map, which so ends up with the keyboard; the palette comes behind it,
+    // or the desktop would not know what it is to lie over.
+    RestorePreview();
     frmVXMap_->setVisible(state_.Configuration.MainWinVis);
+    RestoreChildWindows();
 }
 
 void Workspace::RefreshPicArray() { frmVXMap_->RefreshPicArray(); }

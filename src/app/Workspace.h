@@ -59,6 +59,8 @@ private:
     void PlaceAsStored();
     void StorePositions();
     void ShowByBoxes();
+    void RestorePreview();
+    bool SmallWindowsShown() const;
 
     ProgramState& state_;
     const Platform& platform_;

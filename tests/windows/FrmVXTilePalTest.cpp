@@ -61,6 +61,14 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window_));
     }
 
+    // All white.
+    void MakeNoTile() {
+        QImage picture(8, 8, QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        const std::string path = folder_.Write("program/NoTile.jpg", "");
+        ASSERT_TRUE(picture.save(QString::fromStdString(path)));
+    }
+
     QAbstractButton* Op2(int index) {
         return window_.findChild<QAbstractButton*>("Op2_" + QString::number(index));
     }
@@ -68,6 +76,10 @@ protected:
     qsizetype ButtonCount() { return Frame1().findChildren<QAbstractButton*>().size(); }
     QWidget& Frame1() { return Find<QWidget>(window_, "Frame1"); }
     QWidget& Frame2() { return Find<QWidget>(window_, "Frame2"); }
+    // Of Frame1, within Frame2's border.
+    int Scrolled() {
+        return Frame2().contentsRect().top() - Frame1().mapTo(&Frame2(), QPoint()).y();
+    }
     QScrollBar& VScroll() { return Find<QScrollBar>(window_, "VScroll"); }
     QComboBox& Combo1() { return Find<QComboBox>(window_, "Combo1"); }
     QString Status() { return Find<QStatusBar>(window_, "StatusBar1").currentMessage(); }
@@ -183,10 +195,7 @@ TEST_F(FrmVXTilePalTest, ButtonsShowTheDayPictures) {
 TEST_F(FrmVXTilePalTest, MissingAndBrokenPicturesShowNoTile) {
     AddTiles(0, 2, 1);
     folder_.Write("tiles/H1.dds", OneColor(255, 0, 0).substr(0, 130));
-    QImage noTile(8, 8, QImage::Format_RGB32);
-    noTile.fill(Qt::white);
-    folder_.Write("program/x", "");
-    ASSERT_TRUE(noTile.save(QString::fromStdString(folder_.File("program/NoTile.jpg"))));
+    MakeNoTile();
     Open();
     EXPECT_EQ(ColorOf(1), QColor(Qt::white));
     EXPECT_EQ(ColorOf(2), QColor(Qt::white));
@@ -291,10 +300,22 @@ TEST_F(FrmVXTilePalTest, TheScrollBarCountsRows) {
     EXPECT_EQ(VScroll().minimum(), 0);
     EXPECT_EQ(VScroll().maximum(), 30 / columns);
     EXPECT_EQ(Frame1().height(), (30 / columns + 1) * Side);
-    const QPoint first = Frame1().pos();
-    EXPECT_EQ(first, Frame2().contentsRect().topLeft());
+    EXPECT_EQ(Frame1().mapTo(&Frame2(), QPoint()), Frame2().contentsRect().topLeft());
     VScroll().setValue(2);
-    EXPECT_EQ(Frame1().pos(), first - QPoint(0, 2 * Side));
+    EXPECT_EQ(Scrolled(), 2 * Side);
+}
+
+TEST_F(FrmVXTilePalTest, TheFramesBorderIsNeverCovered) {
+    AddTiles(0, 100, 1);
+    MakeNoTile();
+    Open();
+    for (const int row : {0, 3}) {
+        VScroll().setValue(row);
+        const QImage seen = Frame2().grab().toImage();
+        for (const int y : {0, seen.height() - 1})
+            EXPECT_NE(seen.pixelColor(Side / 2, y), QColor(Qt::white)) << row << y;
+        EXPECT_EQ(seen.pixelColor(Side / 2, Side / 2), QColor(Qt::white));
+    }
 }
 
 TEST_F(FrmVXTilePalTest, TheWheelMovesByOneRowWhereverItIsTurned) {
@@ -341,10 +362,10 @@ TEST_F(FrmVXTilePalTest, AnotherClassBeginsAtItsTop) {
     VScroll().setValue(5);
     window_.Command1_Click();
     EXPECT_EQ(VScroll().value(), 5);
-    EXPECT_EQ(Frame1().y(), Frame2().contentsRect().top() - 5 * Side);
+    EXPECT_EQ(Scrolled(), 5 * Side);
     window_.Refresh_Pal(3);
     EXPECT_EQ(VScroll().value(), 0);
-    EXPECT_EQ(Frame1().y(), Frame2().contentsRect().top());
+    EXPECT_EQ(Scrolled(), 0);
 }
 
 TEST_F(FrmVXTilePalTest, FrameAndScrollBarFillTheWindowButForTheMargin) {

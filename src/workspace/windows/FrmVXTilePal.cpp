@@ -56,12 +56,10 @@ void FrmVXTilePal::DressControls() {
     for (const std::string_view text : PaletteClasses)
         ui_->Combo1->addItem(
             QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-    const int frame = 2 * ui_->Frame2->frameWidth();
-    ui_->Frame2->setMinimumSize(
-        std::max(LeastColumns * Side, LeastLetters * fontMetrics().averageCharWidth()) +
-            frame,
-        Side + frame);
-    ui_->Frame2->setBackgroundRole(QPalette::Window);
+    const int border = 2 * ui_->Frame2->frameWidth();
+    const int least =
+        std::max(LeastColumns * Side, LeastLetters * fontMetrics().averageCharWidth());
+    ui_->Frame2->setMinimumSize(least + border, Side + border);
     ui_->VScroll->setRange(0, 0);
     // Wherever the wheel is turned, it moves the tiles.
     for (QWidget* part : std::initializer_list<QWidget*>{ui_->Combo1, ui_->VScroll})
@@ -116,7 +114,7 @@ void FrmVXTilePal::ShowSelectedTile() {
 void FrmVXTilePal::VScroll_Change() {
     const int scrolled =
         PixelsOfTwips(Frame1Top(ui_->VScroll->value()) - PaletteFirstTop);
-    ui_->Frame1->move(ui_->Frame2->contentsRect().topLeft() + QPoint(0, scrolled));
+    ui_->Frame1->move(0, scrolled);
 }
 
 void FrmVXTilePal::Op2_Click(int32_t tile) {
@@ -129,16 +127,16 @@ void FrmVXTilePal::Select(int32_t tile) {
 }
 
 void FrmVXTilePal::FrameResized() {
+    // Keeps the border of Frame2 free.
+    ui_->ground->setGeometry(ui_->Frame2->contentsRect());
     // The buttons stay where they are until they are laid out anew.
-    ui_->Frame1->resize(ui_->Frame2->contentsRect().width(), ui_->Frame1->height());
+    ui_->Frame1->resize(ui_->ground->width(), ui_->Frame1->height());
     ui_->Frame1->SetWholeRows(WholeRows());
     ui_->VScroll->setPageStep(WholeRows());
     VScroll_Change();
 }
 
-int FrmVXTilePal::WholeRows() const {
-    return std::max(1, ui_->Frame2->contentsRect().height() / Side);
-}
+int FrmVXTilePal::WholeRows() const { return std::max(1, ui_->ground->height() / Side); }
 
 QImage FrmVXTilePal::PictureOf(int32_t tile, int side) {
     const TileLookup& lookup = state_.Catalogue.Lookup;
