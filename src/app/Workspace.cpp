@@ -210,11 +210,13 @@ void Workspace::ApplySavedLayout() {
 
 void Workspace::PlaceFirst() {
     const QRect room = frmVXMap_->screen()->availableGeometry();
+    // The panel has its true height only when it is up.
+    MoveOnScreen(*frmVXMain_, room.topLeft());
+    frmVXMain_->show();
     const FirstLayout layout =
         LayOutFirst({room.left(), room.top(), room.width(), room.height()},
                     SizeOf(*frmVXMain_), SizeOf(*frmVXMap_),
                     SizeOf(*frmVXTheaterPreview_), PaletteSize(state_.Configuration));
-    MoveOnScreen(*frmVXMain_, {layout.Panel.Left, layout.Panel.Top});
     PlaceAt(*frmVXMap_, layout.Map);
     PlaceAt(*frmVXTheaterPreview_, layout.Preview);
     PlaceAt(*frmVXTilePal_, layout.Palette);
@@ -241,9 +243,11 @@ void Workspace::StorePositions() {
 
 void Workspace::ShowByBoxes() {
     frmVXMain_->show();
-    // Before the map, which so ends up with the keyboard; the palette comes behind it,
-    // or the desktop would not know what it is to lie over.
+    // Before the map, which so ends up with the keyboard. The palette comes behind it, or
+    // the desktop would not know what it is to lie over.
     RestorePreview();
+    if (!frmVXMap_->isVisible())
+        frmVXTilePal_->hide();
     frmVXMap_->setVisible(state_.Configuration.MainWinVis);
     RestoreChildWindows();
 }

@@ -22,6 +22,8 @@ namespace {
 constexpr int Margin = PixelsOfTwips(PaletteMargin);
 constexpr int Side = PixelsOfTwips(PaletteButtonSide);
 constexpr int LeastColumns = 3;
+// Within the border of Frame2, whose line some screens draw half over its inside.
+constexpr int BorderGap = 1;
 // The status bar's text with a name of full length.
 constexpr int LeastLetters = 46;
 
@@ -56,7 +58,7 @@ void FrmVXTilePal::DressControls() {
     for (const std::string_view text : PaletteClasses)
         ui_->Combo1->addItem(
             QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
-    const int border = 2 * ui_->Frame2->frameWidth();
+    const int border = 2 * (ui_->Frame2->frameWidth() + BorderGap);
     const int least =
         std::max(LeastColumns * Side, LeastLetters * fontMetrics().averageCharWidth());
     ui_->Frame2->setMinimumSize(least + border, Side + border);
@@ -127,8 +129,8 @@ void FrmVXTilePal::Select(int32_t tile) {
 }
 
 void FrmVXTilePal::FrameResized() {
-    // Keeps the border of Frame2 free.
-    ui_->ground->setGeometry(ui_->Frame2->contentsRect());
+    ui_->ground->setGeometry(ui_->Frame2->contentsRect().marginsRemoved(
+        {BorderGap, BorderGap, BorderGap, BorderGap}));
     // The buttons stay where they are until they are laid out anew.
     ui_->Frame1->resize(ui_->ground->width(), ui_->Frame1->height());
     ui_->Frame1->SetWholeRows(WholeRows());
