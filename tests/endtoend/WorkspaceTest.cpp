@@ -16,6 +16,7 @@ constexpr const char* StartUp = "^Vardenix v3\\.0\\.1 - for";
 constexpr const char* Panel = "^Vardenix v3\\.0\\.1$";
 constexpr const char* Map = "^sorrelund$";
 constexpr const char* Preview = "^Theater Preview$";
+constexpr const char* Palette = "^Tile Palette$";
 constexpr int Cell = 128;      // pixels of a post on a first start
 constexpr int Side = 5 * Cell; // of the picture
 constexpr int Posts = 128;     // of the sample theater, a side
@@ -210,9 +211,12 @@ TEST_F(WorkspaceEndToEnd, TheNextStartShowsTheSameTheaterAtTheSamePlace) {
     EXPECT_TRUE(Await([&](const Picture& picture) { return picture == before; }));
     for (const auto& [title, place] :
          {std::pair{Map, map}, {Preview, preview}, {Panel, panel}}) {
-        const Place now = desktop_.WhereIs(title);
-        EXPECT_EQ(now.Left, place.Left) << title;
-        EXPECT_EQ(now.Top, place.Top) << title;
+        // Its frame is known, and its place right, a moment after it came up.
+        const auto isThere = [&, window = title, was = place] {
+            const Place now = desktop_.WhereIs(window);
+            return now.Left == was.Left && now.Top == was.Top;
+        };
+        EXPECT_TRUE(WaitFor(isThere)) << title;
     }
 }
 
@@ -238,6 +242,45 @@ TEST_F(WorkspaceEndToEnd, TheMapsCloseBoxOnlyHidesIt) {
     Leave();
     EXPECT_EQ(Setting("MAIN_WIN_VIS"), 0);
     EXPECT_EQ(Setting("THPREV_WIN_VIS"), -1);
+}
+
+TEST_F(WorkspaceEndToEnd, ThePaletteLiesOverTheMapAtItsStoredPlace) {
+    UseTheater(SAMPLE_FOLDER, {{"MAIN_WIN_VIS", "-1"},
+                               {"MAIN_WIN_POS_L", "6600"},
+                               {"X", "60"},
+                               {"Y", "60"},
+                               {"PAL_WIN_VIS", "-1"},
+                               {"PAL_WIN_POS_L", "9000"},
+                               {"PAL_WIN_POS_T", "3000"},
+                               {"PAL_WIN_SIZE_W", "6300"},
+                               {"PAL_WIN_SIZE_H", "4500"}});
+    Start();
+    ASSERT_TRUE(WaitFor([&] {
+        return desktop_.Visible(Palette) &&
+               ColorsOf(desktop_.Look(Palette)).size() > 50; // pictures of tiles
+    }));
+    const Place place = desktop_.WhereIs(Palette);
+    EXPECT_EQ(place.Width, 420);
+    EXPECT_EQ(place.Height, 300);
+    EXPECT_NEAR(place.Left, 600, 20);
+    EXPECT_NEAR(place.Top, 200, 40);
+    // Away from the pointer in the middle of the screen, which a button shows.
+    const auto look = [&] { return desktop_.Look(Palette).Part({0, 0, 420, 200}); };
+    const Picture before = look();
+    desktop_.ClickIn(Map, 20, Side - 20); // which brings the map up
+    const Picture map = MapPicture();
+    desktop_.Key("Right");
+    ASSERT_TRUE(Await([&](const Picture& now) { return now != map; }));
+    EXPECT_TRUE(look() == before);
+
+    desktop_.Activate(Palette);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Palette); }));
+    desktop_.Key("alt+F4");
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Palette); }));
+    Leave();
+    EXPECT_EQ(Setting("PAL_WIN_VIS"), 0);
+    EXPECT_EQ(Setting("PAL_WIN_SIZE_W"), 6300);
+    EXPECT_EQ(Setting("PAL_WIN_SIZE_H"), 4500);
 }
 
 // Every picture has changed on the disk, so the repaint has to read them all again, and
