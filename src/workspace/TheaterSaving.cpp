@@ -64,7 +64,9 @@ bool SaveElevations(const SavingParts& parts, bool as) {
     FileAnswer to{.Path = {}, .FilterIndex = 0};
     ElevationKind kind = ElevationKind::None;
     if (as) {
-        to = parts.Dialogs.SaveFile({.Title = {}, .Filter = ElevationFilter});
+        to = parts.Dialogs.SaveFile({.Title = {},
+                                     .Filter = ElevationFilter,
+                                     .InitialPath = parts.Terrain.Elevations.Path});
         kind = KindOf(to);
         if (kind == ElevationKind::None)
             return TellNoExtension(parts.Dialogs);
@@ -85,7 +87,11 @@ bool SaveElevations(const SavingParts& parts, bool as) {
 bool SaveLevel2(const SavingParts& parts, bool as) {
     std::string to;
     if (as)
-        to = parts.Dialogs.SaveFile({.Title = {}, .Filter = LevelFilter}).Path;
+        to = parts.Dialogs
+                 .SaveFile({.Title = {},
+                            .Filter = LevelFilter,
+                            .InitialPath = parts.Terrain.LFilename})
+                 .Path;
     {
         const LongWork work(parts);
         SaveTheater(parts.Terrain, to, parts.PB3);
@@ -110,8 +116,12 @@ bool CmdSaveTheater(const SavingParts& parts, bool as) {
 
 bool cmdLoadL0Elv(const SavingParts& parts) {
     return Trapped(parts.Dialogs, [&] {
-        const FileAnswer from =
-            parts.Dialogs.OpenFile({.Title = {}, .Filter = ElevationFilter});
+        const std::string& loaded = parts.Terrain.Elevations.Path;
+        const FileAnswer from = parts.Dialogs.OpenFile(
+            {.Title = {},
+             .Filter = ElevationFilter,
+             .InitialPath =
+                 loaded.empty() ? UpToLastSlash(parts.Terrain.LFilename) : loaded});
         const ElevationKind kind = KindOf(from);
         if (kind == ElevationKind::None)
             return TellNoExtension(parts.Dialogs);

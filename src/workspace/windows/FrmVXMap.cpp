@@ -72,6 +72,8 @@ void FrmVXMap::MakePopup() {
 }
 
 void FrmVXMap::MakeToolTip() {
+    // The read-out is wanted while the panel has the keyboard, too.
+    setAttribute(Qt::WA_AlwaysShowToolTips);
     toolTip_.Create(*this);
     toolTip_.SetDelayTime(ReadOutTime);
     toolTip_.SetMaxTipWidth(ReadOutWidth);

@@ -45,7 +45,7 @@ FrmVXTileDetails::FrmVXTileDetails(bool l0Mode, const DetailTexts& texts,
     for (NumberBox* box : {ui_->Text1, ui_->Text3, ui_->Text4, ui_->Text5})
         box->setEnabled(!l0Mode);
     ui_->lblTile->setMinimumWidth(
-        fontMetrics().horizontalAdvance(QString(TileNameLength, 'W')));
+        fontMetrics().horizontalAdvance("Not Specified in BIN File"));
     ShowTileName();
     (l0Mode ? ui_->Text2 : ui_->Text1)->setFocus();
     OnSignal(ui_->Command2, &QAbstractButton::clicked, this,
