@@ -74,6 +74,9 @@ TEST_F(SaveAs, ANameOfWhichLAndOWouldBeOneFileIsRefused) {
 TEST_F(SaveAs, AnEmptyOrMissingNameIsUsageAndNotTheTheatersOwn) {
     EXPECT_EQ(RunOn({"save-as", ""}).ExitCode, 2);
     EXPECT_EQ(RunOn({"save-as"}).ExitCode, 2);
+    // What the next opening of the theater would take for the rest of a save.
+    EXPECT_EQ(RunOn({"save-as", Terrain("theater.l2x")}).ExitCode, 2);
+    EXPECT_EQ(RunOn({"info"}).ExitCode, 0);
     EXPECT_EQ(PairOnDisk(), before_);
 }
 
@@ -99,6 +102,16 @@ TEST_F(SaveAs, TheCopyCanBeOpenedAndEditedByItsPaths) {
                   .Tile,
               1);
     EXPECT_EQ(PairOnDisk(), before_);
+}
+
+TEST_F(SaveAs, ACopyOfAnotherNameCannotBeOpenedAndThatIsSaid) {
+    EXPECT_EQ(SaveAsName("my copies/my island.l2").ExitCode, 0);
+    const std::string copy = folder_.File("my copies/MY ISLAND.L2");
+    const ProgramResult result = Run(
+        {"info", "--l2", copy, "--bin", "a.bin", "--map", "a.map", "--dds", "textures"});
+    EXPECT_EQ(result.ExitCode, 2);
+    EXPECT_NE(result.Errors.find("its name must be like theater.L2"), std::string::npos)
+        << result.Errors;
 }
 
 } // namespace
