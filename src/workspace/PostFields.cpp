@@ -54,14 +54,17 @@ int64_t FillPosts(Terrain& terrain, const PostRectangle& rectangle,
                   const PostChange& change) {
     const PostRectangle posts = Ordered(rectangle);
     RequireSaved(posts, SavedWidth(terrain.MapWidth));
-    const auto across = static_cast<size_t>(posts.X2 - posts.X1 + 1);
+    const int32_t across = posts.X2 - posts.X1 + 1;
+    const int32_t up = posts.Y2 - posts.Y1 + 1;
     for (int32_t y = posts.Y1; y <= posts.Y2; ++y) {
         const auto first =
             static_cast<size_t>(XYToSerial(posts.X1, y, terrain.MapWidth)) - 1;
-        for (TerrainPost& post : terrain.LxArr.Values().subspan(first, across))
+        const auto row =
+            terrain.LxArr.Values().subspan(first, static_cast<size_t>(across));
+        for (TerrainPost& post : row)
             ApplyChange(post, change);
     }
-    return int64_t{posts.X2 - posts.X1 + 1} * (posts.Y2 - posts.Y1 + 1);
+    return int64_t{across} * up;
 }
 
 int32_t SeaSegments(const Terrain& terrain, const PostRectangle& rectangle) {
