@@ -49,4 +49,20 @@ struct MapView {
     int32_t PictureSide() const { return GridCells * TilePixels; }
 };
 
+// While it lives, a scroll value is being set by the program: clicks on the map and
+// repaints from its scroll bars are passed over.
+class ScrollBusyWhile {
+public:
+    explicit ScrollBusyWhile(MapView& view) : view_(view), before_(view.ScrollBusy) {
+        view_.ScrollBusy = true;
+    }
+    ScrollBusyWhile(const ScrollBusyWhile&) = delete;
+    ScrollBusyWhile& operator=(const ScrollBusyWhile&) = delete;
+    ~ScrollBusyWhile() { view_.ScrollBusy = before_; }
+
+private:
+    MapView& view_;
+    bool before_;
+};
+
 } // namespace vardenix

@@ -90,7 +90,7 @@ int32_t ChooseTile(int32_t selectedTile, int32_t clickedTile) {
 }
 
 std::string TileCaption(const TileLookup& lookup, int32_t tile) {
-    const std::string number = "Tile #:" + std::to_string(tile);
+    std::string number = "Tile #:" + std::to_string(tile);
     const auto index = static_cast<size_t>(tile);
     if (tile < 0 || index >= lookup.size() || lookup[index].Name.empty())
         return number;

@@ -1,8 +1,8 @@
 #include "workspace/windows/FrmVXTilePal.h"
 
 #include "services/Dxt1Writer.h"
+#include "support/RecordingCommands.h"
 #include "support/TestFolder.h"
-#include "windows/RecordingCommands.h"
 #include "windows/WindowTest.h"
 
 #include <QComboBox>
