@@ -4,6 +4,7 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "services/Dxt1Writer.h"
+#include "support/RecordingCommands.h"
 #include "workspace/windows/FrmVXTilePal.h"
 
 #include <QScrollBar>
@@ -37,20 +38,6 @@ public:
     std::optional<std::string> Folder(const std::string&) override { std::abort(); }
     uint32_t Color(uint32_t) override { std::abort(); }
     FontChoice Font(const FontChoice&) override { std::abort(); }
-};
-
-class NoCommands : public WorkspaceCommands {
-public:
-    void RefreshPicArray() override {}
-    void LoadImageControls() override {}
-    void ScrollTo(int, int) override {}
-    void PositionChanged() override {}
-    void L2NeedSave() override {}
-    void L0NeedSave() override {}
-    void ShowWorkspace() override {}
-    void HideWorkspace() override {}
-    void WindowHidden(const char*) override {}
-    bool LeaveProgram() override { return false; }
 };
 
 // The application lives as long as the program.
@@ -133,7 +120,7 @@ struct BenchTheater {
     ProgramState State;
     MapInteraction Interaction;
     TilePictures Pictures;
-    NoCommands Commands;
+    tests::RecordingCommands Commands;
 };
 
 void OpenPalette(benchmark::State& state) {
