@@ -137,6 +137,45 @@ TEST_F(WorkspaceEndToEnd, TheMapsCloseBoxOnlyHidesIt) {
     EXPECT_EQ(Setting("THPREV_WIN_VIS"), -1);
 }
 
+TEST_F(WorkspaceEndToEnd, ThePaletteLiesOverTheMapAtItsStoredPlace) {
+    UseTheater(SAMPLE_FOLDER, {{"MAIN_WIN_VIS", "-1"},
+                               {"MAIN_WIN_POS_L", "6600"},
+                               {"X", "60"},
+                               {"Y", "60"},
+                               {"PAL_WIN_VIS", "-1"},
+                               {"PAL_WIN_POS_L", "9000"},
+                               {"PAL_WIN_POS_T", "3000"},
+                               {"PAL_WIN_SIZE_W", "6300"},
+                               {"PAL_WIN_SIZE_H", "4500"}});
+    Start();
+    ASSERT_TRUE(WaitFor([&] {
+        return desktop_.Visible(Palette) &&
+               ColorsOf(desktop_.Look(Palette)).size() > 50; // pictures of tiles
+    }));
+    const Place place = desktop_.WhereIs(Palette);
+    EXPECT_EQ(place.Width, 420);
+    EXPECT_EQ(place.Height, 300);
+    EXPECT_NEAR(place.Left, 600, 20);
+    EXPECT_NEAR(place.Top, 200, 40);
+    // Away from the pointer in the middle of the screen, which a button shows.
+    const auto look = [&] { return desktop_.Look(Palette).Part({0, 0, 420, 200}); };
+    const Picture before = look();
+    desktop_.ClickIn(Map, 20, Side - 20); // which brings the map up
+    const Picture map = MapPicture();
+    desktop_.Key("Right");
+    ASSERT_TRUE(Await([&](const Picture& now) { return now != map; }));
+    EXPECT_TRUE(look() == before);
+
+    desktop_.Activate(Palette);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Palette); }));
+    desktop_.Key("alt+F4");
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Palette); }));
+    Leave();
+    EXPECT_EQ(Setting("PAL_WIN_VIS"), 0);
+    EXPECT_EQ(Setting("PAL_WIN_SIZE_W"), 6300);
+    EXPECT_EQ(Setting("PAL_WIN_SIZE_H"), 4500);
+}
+
 // Every picture has changed on the disk, so the repaint has to read them all again, and
 // Esc is pressed into that; a machine that was faster than the keys gets another go.
 TEST_F(WorkspaceEndToEnd, EscStopsALongRepaint) {
