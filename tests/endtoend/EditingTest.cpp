@@ -163,8 +163,8 @@ TEST_F(EditingEndToEnd, LoadsAL0FileEditsAHeightAndSavesIt) {
     // The bar has come and gone, and the box of the mode can be used.
     Picture last;
     ASSERT_TRUE(WaitFor([&] {
-        const Picture before = std::exchange(last, desktop_.Look(Panel));
-        return last == before && last != withoutFile;
+        const Picture former = std::exchange(last, desktop_.Look(Panel));
+        return last == former && last != withoutFile;
     }));
     desktop_.Key("F2");
     ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(" - L0/ELV MODE$"); }));
