@@ -191,7 +191,12 @@ void Workspace::RefreshPicArray() { frmVXMap_->RefreshPicArray(); }
 void Workspace::LoadImageControls() { frmVXMap_->LoadImageControls(); }
 
 void Workspace::ScrollTo(int x, int y) {
-    frmVXMap_->SetPosition(ClampToScroll({x, y}, state_.Terrain.MapWidth));
+    {
+        const ScrollBusyScope busy(view_);
+        frmVXMap_->SetPosition(ClampToScroll({x, y}, state_.Terrain.MapWidth));
+        // The bars have moved before a repaint that may take long.
+        frmVXMain_->LetEventsThrough();
+    }
     RefreshPicArray();
 }
 

@@ -49,4 +49,19 @@ struct MapView {
     int32_t PictureSide() const { return GridCells * TilePixels; }
 };
 
+// Keeps MapView::ScrollBusy up while it lives.
+class ScrollBusyScope {
+public:
+    explicit ScrollBusyScope(MapView& view) : view_(view), before_(view.ScrollBusy) {
+        view.ScrollBusy = true;
+    }
+    ScrollBusyScope(const ScrollBusyScope&) = delete;
+    ScrollBusyScope& operator=(const ScrollBusyScope&) = delete;
+    ~ScrollBusyScope() { view_.ScrollBusy = before_; }
+
+private:
+    MapView& view_;
+    bool before_;
+};
+
 } // namespace vardenix

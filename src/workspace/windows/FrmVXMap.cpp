@@ -25,19 +25,6 @@ void SetRange(QScrollBar& bar, const ControlRange& range) {
     bar.setPageStep(range.LargeChange);
 }
 
-// While scroll values are set by the program.
-class Busy {
-public:
-    explicit Busy(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
-    Busy(const Busy&) = delete;
-    Busy& operator=(const Busy&) = delete;
-    ~Busy() { flag_ = before_; }
-
-private:
-    bool& flag_;
-    bool before_;
-};
-
 } // namespace
 
 FrmVXMap::FrmVXMap(ProgramState& state, MapView& view, MapRenderer& renderer,
@@ -75,7 +62,7 @@ void FrmVXMap::LoadImageControls() {
     if (!layout)
         return;
     {
-        const Busy busy(view_.ScrollBusy);
+        const ScrollBusyScope busy(view_);
         SetRange(*ui_->HScroll1, layout->HScroll1);
         SetRange(*ui_->VScroll1, layout->VScroll1);
     }
@@ -106,7 +93,7 @@ void FrmVXMap::FitRoundPicture(const MapLayout& layout) {
 }
 
 void FrmVXMap::SetPosition(ViewPosition position) {
-    const Busy busy(view_.ScrollBusy);
+    const ScrollBusyScope busy(view_);
     ui_->HScroll1->setValue(position.X);
     ui_->VScroll1->setValue(-position.Y);
     // A bar that stands there already says nothing.

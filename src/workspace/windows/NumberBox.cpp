@@ -26,7 +26,7 @@ public:
 
 NumberBox::NumberBox(QWidget* parent) : QLineEdit(parent) {
     setValidator(new DigitKeys(this));
-    setMaxLength(9); // within 32 bits
+    setMaxLength(10); // what 32 bits hold; more is clamped when it is read
 }
 
 void NumberBox::focusInEvent(QFocusEvent* event) {
