@@ -33,5 +33,13 @@ begin=$(date +%s%N)
 echo "The height picture:"
 "$bin/vardenix-cli" preview build/pictures/heights.png --theater "$theater"
 echo "The map:"
-"$bin/vardenix-cli" render build/pictures/map.png --theater "$theater" --x 20 --y 40 --zoom 20 --grid 10
+view=(--x 20 --y 40 --zoom 20 --grid 10)
+"$bin/vardenix-cli" render build/pictures/map.png --theater "$theater" "${view[@]}"
+echo "A copy of the terrain, a lake painted on it, and the map of that:"
+mkdir -p build/copy
+"$bin/vardenix-cli" save-as build/copy/theater.l2 --theater "$theater"
+copy=(--l2 build/copy/theater.l2 --bin "$theater/texture/texture.bin"
+      --map "$theater/terrain/theater.map" --dds "$theater/texture/texture")
+"$bin/vardenix-cli" fill 120 74 134 80 --tile 0 --elevation 300 "${copy[@]}"
+"$bin/vardenix-cli" render build/pictures/painted.png "${copy[@]}" "${view[@]}"
 echo "It took $((($(date +%s%N) - begin) / 1000000)) ms."

@@ -10,9 +10,12 @@
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
 #include "workspace/FirstLayout.h"
+#include "workspace/RestorePoint.h"
+#include "workspace/TheaterSaving.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTheaterPreview.h"
+#include "workspace/windows/MapDialogs.h"
 #include "workspace/windows/PanelDialogs.h"
 
 #include <QScreen>
@@ -67,8 +70,48 @@ public:
           workspace_(workspace) {}
 
     bool Can(PanelVerb verb) const override {
-        return verb == PanelVerb::ShowMain || verb == PanelVerb::ShowTheater ||
-               verb == PanelVerb::SaveScreenshot;
+        switch (verb) {
+        case PanelVerb::Undo:
+            return workspace_.undo_.CanUndo(workspace_.view_.L0Mode);
+        case PanelVerb::Redo:
+            return workspace_.undo_.CanRedo(workspace_.view_.L0Mode);
+        case PanelVerb::SaveTheater:
+        case PanelVerb::LoadL0Elv:
+        case PanelVerb::EditL0Elv:
+        case PanelVerb::CreateRestorePoint:
+        case PanelVerb::Restore:
+        case PanelVerb::SaveScreenshot:
+        case PanelVerb::ShowMain:
+        case PanelVerb::ShowTheater:
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    void Do(PanelVerb verb) override {
+        switch (verb) {
+        case PanelVerb::LoadL0Elv:
+            return LoadL0Elv();
+        case PanelVerb::Undo:
+            return workspace_.undo_.Undo(workspace_.view_.L0Mode);
+        case PanelVerb::Redo:
+            return workspace_.undo_.Redo(workspace_.view_.L0Mode);
+        case PanelVerb::CreateRestorePoint:
+            return CreatePoint();
+        case PanelVerb::Restore:
+            return Restore();
+        default:
+            return;
+        }
+    }
+
+    void SaveTheater(bool as) override { CmdSaveTheater(Saving(), as); }
+
+    void EditL0Elv(bool on) override {
+        workspace_.view_.L0Mode = on;
+        workspace_.frmVXMain_->ChangeControlsForL0Edit(on);
+        workspace_.undo_.ShowButtons(on);
     }
 
     void ShowWindow(PanelVerb window, bool on) override {
@@ -90,14 +133,63 @@ public:
     }
 
 private:
+    SavingParts Saving() {
+        return {workspace_.state_.Terrain, workspace_.view_, workspace_.platform_.Dialogs,
+                *workspace_.frmVXMain_,    workspace_.log_,  *workspace_.frmVXMain_};
+    }
+
+    // A map of the finest elevations shows the new ones at once.
+    void LoadL0Elv() {
+        if (!cmdLoadL0Elv(Saving()))
+            return;
+        workspace_.undo_.ForgetElevations();
+        if (workspace_.view_.L0Mode)
+            workspace_.undo_.ShowButtons(true);
+    }
+
+    void CreatePoint() {
+        workspace_.frmVXMain_->LetEventsThrough();
+        CreateRestorePoint(workspace_.state_.Terrain,
+                           workspace_.state_.Folders.SystemTempPath);
+    }
+
+    void Restore() {
+        workspace_.frmVXMain_->LetEventsThrough();
+        const Restored result = RestoreFromPoint(
+            workspace_.state_.Terrain, workspace_.state_.Folders.SystemTempPath);
+        if (result == Restored::Done)
+            workspace_.RefreshPicArray();
+        else
+            workspace_.platform_.Dialogs.Notice(RestoreMessage(result), {},
+                                                BoxIcon::Information);
+    }
+
+    Workspace& workspace_;
+};
+
+// What clicks on the map do to the other windows.
+class Workspace::MapVerbs : public MapDialogs {
+public:
+    explicit MapVerbs(Workspace& workspace)
+        : MapDialogs(workspace.platform_.Dialogs, workspace,
+                     workspace.state_.Catalogue.Lookup),
+          workspace_(workspace) {}
+
+    bool ExportWithShift() const override {
+        return workspace_.frmVXMain_->ExportWithShift();
+    }
+    void HideFrame7() override { workspace_.frmVXMain_->ShowHint(FrmVXMain::Hint::None); }
+
+private:
     Workspace& workspace_;
 };
 
 Workspace::Workspace(ProgramState& state, const Platform& platform, DebugLog& log,
                      std::function<void()> exitProgram)
     : state_(state), platform_(platform), log_(log), exitProgram_(std::move(exitProgram)),
-      view_(ViewOfSettings(state.Configuration)),
-      panelVerbs_(std::make_unique<PanelVerbs>(*this)) {}
+      view_(ViewOfSettings(state.Configuration)), undo_(state.Terrain, *this),
+      panelVerbs_(std::make_unique<PanelVerbs>(*this)),
+      mapVerbs_(std::make_unique<MapVerbs>(*this)) {}
 
 Workspace::~Workspace() = default;
 
@@ -123,7 +215,8 @@ void Workspace::MakeMap() {
         MapSources{state_.Terrain, state_.Catalogue, state_.MapFileRecord,
                    state_.Configuration, state_.Folders.AppPath},
         MapTools{tilePictures_, *frmVXMain_, log_, state_.AbortPaint});
-    frmVXMap_ = std::make_unique<FrmVXMap>(state_, view_, *renderer_, *this);
+    frmVXMap_ = std::make_unique<FrmVXMap>(FrmVXMap::Parts{
+        state_, view_, interaction_, *renderer_, undo_, *this, *mapVerbs_});
     OnSignal(frmVXMain_.get(), &FrmVXMain::MapCaptionChanged, frmVXMap_.get(),
              [this](const QString& caption) { frmVXMap_->setWindowTitle(caption); });
     OnSignal(frmVXMap_.get(), &FrmVXMap::ViewPainted, frmVXTheaterPreview_.get(),
@@ -192,9 +285,8 @@ void Workspace::LoadImageControls() { frmVXMap_->LoadImageControls(); }
 
 void Workspace::ScrollTo(int x, int y) {
     {
-        const ScrollBusyScope busy(view_);
+        const ScrollBusyWhile busy(view_);
         frmVXMap_->SetPosition(ClampToScroll({x, y}, state_.Terrain.MapWidth));
-        // The bars have moved before a repaint that may take long.
         frmVXMain_->LetEventsThrough();
     }
     RefreshPicArray();
@@ -205,6 +297,8 @@ void Workspace::PositionChanged() { frmVXMain_->PositionChanged(); }
 void Workspace::L2NeedSave() { frmVXMain_->L2NeedSave(); }
 
 void Workspace::L0NeedSave() { frmVXMain_->L0NeedSave(); }
+
+void Workspace::CommandsChanged() { frmVXMain_->RefreshCommands(); }
 
 void Workspace::ShowWorkspace() {
     ShowByBoxes();

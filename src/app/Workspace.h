@@ -4,8 +4,10 @@
 #include "services/TilePictures.h"
 #include "theater/ProgramState.h"
 #include "theater/TheaterOpening.h"
+#include "workspace/MapInteraction.h"
 #include "workspace/MapRenderer.h"
 #include "workspace/MapView.h"
+#include "workspace/UndoPoints.h"
 #include "workspace/WorkspaceCommands.h"
 
 #include <functional>
@@ -33,6 +35,7 @@ public:
 
 private:
     class PanelVerbs;
+    class MapVerbs;
 
     void PreviewChanged() override;
     void LoadMapEditor() override;
@@ -50,6 +53,7 @@ private:
     void L0NeedSave() override;
     void ShowWorkspace() override;
     void HideWorkspace() override;
+    void CommandsChanged() override;
     void WindowHidden(const char* checkBoxName) override;
 
     void MakeMap();
@@ -63,9 +67,12 @@ private:
     DebugLog& log_;
     std::function<void()> exitProgram_;
     MapView view_;
+    MapInteraction interaction_;
+    UndoPoints undo_;
     TilePictures tilePictures_;
     bool laidOut_ = false; // the windows have their places
     std::unique_ptr<PanelVerbs> panelVerbs_;
+    std::unique_ptr<MapVerbs> mapVerbs_;
     std::unique_ptr<MapRenderer> renderer_;
     std::unique_ptr<FrmVXMain> frmVXMain_;
     std::unique_ptr<FrmVXMap> frmVXMap_;

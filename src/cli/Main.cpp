@@ -21,7 +21,7 @@ int Report(const RuntimeError& error) {
 
 int RunCommandLine(int count, char** arguments) {
     CLI::App app(
-        "Opens, checks and paints the terrain of a theater. X and Y count from 0, "
+        "Opens, checks, edits and paints the terrain of a theater. X and Y count from 0, "
         "as the map shows them.",
         "vardenix-cli");
     app.set_version_flag("--version", ProgramVersion());
@@ -32,6 +32,10 @@ int RunCommandLine(int count, char** arguments) {
     AddInfo(app, run);
     AddCheck(app, run);
     AddGet(app, run);
+    AddSet(app, run);
+    AddFill(app, run);
+    AddSaveAs(app, run);
+    AddElevation(app, run);
     AddPreview(app, run);
     AddRender(app, run);
     AddSettings(app, run);

@@ -1,13 +1,12 @@
 // info, check and get: what can be told of a theater without a picture.
+#include "cli/Arguments.h"
 #include "cli/Commands.h"
+#include "cli/Printing.h"
 #include "companion/Vardenix.h"
-#include "platform/RuntimeError.h"
 #include "platform/Windows1252.h"
 #include "theater/TerrainStore.h"
 #include "theater/TileCheck.h"
 #include "theater/TypeNames.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cstdio>
@@ -16,21 +15,6 @@
 namespace vardenix {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
-
-void Print(const Json& json) {
-    // Names of the theater's files may hold any bytes.
-    std::printf("%s\n", json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
-}
-
-// One line a value: "posts a side: 256".
-void PrintPlain(const Json& json) {
-    for (const auto& [key, value] : json.items())
-        std::printf("%s: %s\n", key.c_str(),
-                    value.is_string() ? value.get<std::string>().c_str()
-                                      : value.dump().c_str());
-}
 
 Json InfoOf(const ProgramState& state) {
     const auto posts = state.Terrain.LxArr.Values();
@@ -112,7 +96,7 @@ void AddInfo(CLI::App& app, CommandRun& run) {
         run = [options](CommandContext& context) {
             context.Open(options->Files);
             const Json info = InfoOf(context.State);
-            options->AsJson ? Print(info) : PrintPlain(info);
+            PrintValues(info, options->AsJson);
             return ExitDone;
         };
     });
@@ -138,7 +122,7 @@ void AddCheck(CLI::App& app, CommandRun& run) {
             for (const int32_t serial : unknown)
                 list.push_back(PlaceOf(terrain, serial));
             if (options->AsJson)
-                Print(list);
+                PrintJson(list);
             else
                 for (const Json& post : list)
                     std::printf("X %d, Y %d: tile %d\n", post["x"].get<int>(),
@@ -151,18 +135,15 @@ void AddCheck(CLI::App& app, CommandRun& run) {
 void AddGet(CLI::App& app, CommandRun& run) {
     auto* command = app.add_subcommand("get", "Tell everything of one post");
     const auto options = AddTo(*command);
-    command->add_option("X", options->X, "Column, from 0 at the left")->required();
-    command->add_option("Y", options->Y, "Row, from 0 at the bottom")->required();
+    AddPost(*command, "X", options->X, "Y", options->Y);
     command->callback([options, &run] {
         run = [options](CommandContext& context) {
             context.Open(options->Files);
-            const int32_t width = context.State.Terrain.MapWidth;
-            if (options->X < 0 || options->X >= width || options->Y < 0 ||
-                options->Y >= width)
-                throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
-                                   "X and Y must be 0 to " + std::to_string(width - 1));
+            RequireInside({"X", options->X, "Y", options->Y},
+                          context.State.Terrain.MapWidth,
+                          context.State.Terrain.LFilename);
             const Json post = PostOf(context.State, options->X, options->Y);
-            options->AsJson ? Print(post) : PrintPlain(post);
+            PrintValues(post, options->AsJson);
             return ExitDone;
         };
     });

@@ -54,12 +54,21 @@ RuntimeError::RuntimeError(ErrorNumber number, std::string description,
         what_ += " (" + detail_ + ")";
 }
 
+namespace {
+
+std::string WordsOf(const RuntimeError& error) {
+    return error.Description() + (error.Detail().empty() ? "" : "\n" + error.Detail());
+}
+
+} // namespace
+
 std::string ReportText(const RuntimeError& error) {
-    std::string text = "Run-time error '" + std::to_string(error.NumberValue()) +
-                       "':\n\n" + error.Description();
-    if (!error.Detail().empty())
-        text += "\n" + error.Detail();
-    return text;
+    return "Run-time error '" + std::to_string(error.NumberValue()) + "':\n\n" +
+           WordsOf(error);
+}
+
+std::string TrapText(const RuntimeError& error) {
+    return "ERROR number " + std::to_string(error.NumberValue()) + "\n" + WordsOf(error);
 }
 
 namespace {

@@ -55,6 +55,10 @@ private:
 // where there is one, the detail on a line of its own.
 std::string ReportText(const RuntimeError& error);
 
+// The text that a handler with a trap shows under "Error...": "ERROR number N", the
+// description and, where there is one, the detail, on lines of their own.
+std::string TrapText(const RuntimeError& error);
+
 // What the operating system said (an errno value) as an error of the program; `doing`
 // says what was tried on `path`, as in "writing".
 [[noreturn]] void ThrowSystemError(int systemError, const std::string& doing,

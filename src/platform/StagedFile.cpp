@@ -92,6 +92,9 @@ StagedFile::StagedFile(std::string_view path)
         DropStaged(staged_);
     file_ = SystemFile(
         ::open(staged_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+    if (!file_.IsOpen() && errno == ENOENT)
+        throw RuntimeError(ErrorNumber::PathNotFound,
+                           "writing " + text_ + ": its folder is not there");
     if (!file_.IsOpen())
         ThrowSystemError(errno, "writing", text_);
     present_ = true;

@@ -1,6 +1,13 @@
 #pragma once
 
+#include "theater/Terrain.h"
+#include "theater/TextureBin.h"
+#include "workspace/MapLayout.h"
+#include "workspace/MapView.h"
+
 #include <cstdint>
+#include <optional>
+#include <string>
 
 namespace vardenix {
 
@@ -16,7 +23,57 @@ struct MapInteraction {
     int32_t ImportX = 0; // lower left corner of the stamp, posts from 0
     int32_t ImportY = 0;
 
-    int32_t PopupSerial = 0; // of the post under the last right click
+    int32_t PopupSerial = 0; // of the post under the last right click; 0 beyond the edge
 };
+
+// What lies under a position of the mouse on the picture, in pixels from the upper left.
+struct CursorPost {
+    int32_t X = 0;
+    int32_t Y = 0;
+};
+
+// The post of level 2, counted from 0 as the map shows it. Cells are taken as rounded to
+// whole pixels here; where that differs from the painted size (3 posts on 128 pixels) a
+// click near a far edge of the view meets the neighbour, as it always has.
+CursorPost PostUnderCursor(const MapView& view, double x, double y);
+// The indices of L0ElvArr, from 1: sixteen to a cell, of a rounded quarter of its side
+// each, which is at least a pixel.
+CursorPost ElevationUnderCursor(const MapView& view, double x, double y);
+
+// Whether a post of level 2 is there, or a height of the loaded elevations.
+bool OnTerrain(CursorPost post, const Terrain& terrain);
+bool OnElevations(CursorPost place, const Terrain& terrain);
+
+// The pointer over the map, by the platform's old codes.
+enum class MapPointer { Default = 0, Cross = 2, Brush = 99 };
+MapPointer PointerFor(const MapInteraction& interaction);
+
+// The catalogue's name of a tile, Windows-1252; empty for a number without a tile, and
+// "Not Specified in BIN File" for one outside the table.
+std::string TileNameOf(int32_t tileNumber, const TileLookup& lookup);
+
+// What the tool tip at the cursor says. The tile's name is as the catalogue has it,
+// Windows-1252; lines are parted by CR LF.
+struct ReadOut {
+    std::string Text;
+    uint32_t BackColor = 0; // 0x00BBGGRR
+    std::string Header;     // empty: none is shown
+};
+ReadOut ReadOutAt(const MapView& view, const Terrain& terrain, const TileLookup& lookup,
+                  double x, double y);
+
+// The value of a scroll bar after notches of the wheel: `backward` is negative for
+// forward ones. One notch is ZoomPosts posts; at most to the bar's ends.
+int32_t AfterWheel(int32_t value, int32_t backward, const MapView& view,
+                   const ControlRange& range);
+
+// Where mnuLocInBIN leads: the set, from 1, and the tile within it, from 0. Nothing when
+// the catalogue has no such set, of which NoSetForTile tells the user.
+struct BINPlace {
+    int32_t Set = 0;
+    int32_t Tile = 0;
+};
+std::optional<BINPlace> PlaceInBIN(int32_t tileNumber, int32_t numSets);
+constexpr const char* NoSetForTile = "The Set number for this tile doesn't exist";
 
 } // namespace vardenix

@@ -49,15 +49,16 @@ struct MapView {
     int32_t PictureSide() const { return GridCells * TilePixels; }
 };
 
-// Keeps MapView::ScrollBusy up while it lives.
-class ScrollBusyScope {
+// While it lives, a scroll value is being set by the program: clicks on the map and
+// repaints from its scroll bars are passed over.
+class ScrollBusyWhile {
 public:
-    explicit ScrollBusyScope(MapView& view) : view_(view), before_(view.ScrollBusy) {
-        view.ScrollBusy = true;
+    explicit ScrollBusyWhile(MapView& view) : view_(view), before_(view.ScrollBusy) {
+        view_.ScrollBusy = true;
     }
-    ScrollBusyScope(const ScrollBusyScope&) = delete;
-    ScrollBusyScope& operator=(const ScrollBusyScope&) = delete;
-    ~ScrollBusyScope() { view_.ScrollBusy = before_; }
+    ScrollBusyWhile(const ScrollBusyWhile&) = delete;
+    ScrollBusyWhile& operator=(const ScrollBusyWhile&) = delete;
+    ~ScrollBusyWhile() { view_.ScrollBusy = before_; }
 
 private:
     MapView& view_;

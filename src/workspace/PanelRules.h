@@ -70,6 +70,8 @@ public:
     void L0NeedSave();
     void L2Saved();
     void L0Saved();
+    // A save that ended without writing: the flag falls, the captions stay.
+    void L0GivenUp() { l0NeedSaveFlag_ = false; }
     // Both captions anew, with a star for what the mode edits.
     void SetL0Mode(bool on);
 

@@ -25,6 +25,8 @@ public:
     // The workspace comes or goes while an editor has the screen.
     virtual void ShowWorkspace() = 0;
     virtual void HideWorkspace() = 0;
+    // What the panel's commands can do has changed.
+    virtual void CommandsChanged() = 0;
     // A window was closed by its close box: its box on the panel falls.
     virtual void WindowHidden(const char* checkBoxName) = 0;
     // Every way out: stores window positions, asks about unsaved files, and ends the

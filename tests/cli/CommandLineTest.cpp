@@ -1,9 +1,6 @@
 // The real vardenix-cli, run with no display on theaters made by the tests.
-#include "support/RunProgram.h"
-#include "support/TestFolder.h"
-#include "support/TheaterMaker.h"
+#include "cli/CliTheater.h"
 
-#include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
@@ -13,37 +10,7 @@ namespace {
 
 using Json = nlohmann::json;
 
-class CommandLine : public testing::Test {
-protected:
-    void SetUp() override {
-        level_ = MadeLevel::Empty(32);
-        level_.At(4, 6) = {1, -20, 7, 8, 9};
-        level_.At(30, 31) = {16, 900, 0, 0, 0};
-        WriteLevel();
-        folder_.Write("my theater/terrain/theater.map", std::string(1112, '\0'));
-        folder_.Write(
-            "my theater/texture/Texture.bin",
-            CatalogueBytes({{1, {{"SEA.PCX"}, {"SHORE.PCX"}}}, {4, {{"LAND.PCX"}}}}));
-        folder_.Write("my theater/texture/texture/sea.dds", "x");
-        folder_.Write("my theater/texture/texture/land.dds", "x");
-    }
-    void WriteLevel() {
-        const PairBytes pair = ScatteredPair(level_);
-        folder_.Write("my theater/terrain/theater.L2", pair.L);
-        folder_.Write("my theater/terrain/theater.O2", pair.O);
-    }
-    ProgramResult Run(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), VARDENIX_CLI);
-        return RunProgram(arguments);
-    }
-    ProgramResult RunOn(std::vector<std::string> arguments) {
-        arguments.insert(arguments.end(), {"--theater", folder_.File("my theater")});
-        return Run(arguments);
-    }
-
-    TestFolder folder_;
-    MadeLevel level_;
-};
+class CommandLine : public CliTheater {};
 
 TEST_F(CommandLine, InfoTellsTheSizes) {
     const ProgramResult result = RunOn({"info", "--json"});
@@ -80,8 +47,10 @@ TEST_F(CommandLine, GetTellsOnePostCountedFrom0) {
     EXPECT_EQ(post["x1"], 8);
     EXPECT_EQ(post["x2"], 9);
     const ProgramResult outside = RunOn({"get", "32", "0"});
-    EXPECT_EQ(outside.ExitCode, 3);
-    EXPECT_NE(outside.Errors.find("Run-time error '9'"), std::string::npos);
+    EXPECT_EQ(outside.ExitCode, 2);
+    EXPECT_NE(outside.Errors.find("X: 32 lies outside the terrain of "),
+              std::string::npos);
+    EXPECT_NE(outside.Errors.find("give a number from 0 to 31"), std::string::npos);
 }
 
 TEST_F(CommandLine, CheckFindsPostsWithoutATile) {

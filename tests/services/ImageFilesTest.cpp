@@ -229,7 +229,7 @@ TEST(ImageSaveEx, ReplacesAFileWholeOrNotAtAll) {
     ImageSaveEx(bitmap, path);
     EXPECT_EQ(KindOf(path), FIF_BMP);
     EXPECT_EQ(
-        ErrorOf([&] { ImageSaveEx(bitmap, folder.File("no/a.bmp")); }).NumberValue(), 53);
+        ErrorOf([&] { ImageSaveEx(bitmap, folder.File("no/a.bmp")); }).NumberValue(), 76);
 }
 
 } // namespace

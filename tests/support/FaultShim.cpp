@@ -1,8 +1,8 @@
 // Preloaded into a program under test: makes the Nth call that changes the disk end the
 // program on the spot (FAULT_MODE=kill), fail with a full disk (full), or write half of
-// what it was given and then fail (short). FAULT_AT=N counts from 1; FAULT_COUNT names a
-// file that receives the number of calls seen, so that the caller knows when it has been
-// through all of them.
+// what it was given and then fail (short). FAULT_AT=N counts from 1. With
+// FAULT_MODE=shrink somebody else cuts the file FAULT_FILE to 4 bytes just before the
+// program opens it to read for the Nth time.
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -37,6 +37,18 @@ Fault Next() {
     if (how == "short" && calls == std::atoi(at))
         return Fault::Short;
     return Fault::None;
+}
+
+// The Nth opening of FAULT_FILE, for the fault that comes from outside.
+bool IsTheOpening(const char* path) {
+    static int openings = 0;
+    const char* at = std::getenv("FAULT_AT");
+    const char* mode = std::getenv("FAULT_MODE");
+    const char* file = std::getenv("FAULT_FILE");
+    if (at == nullptr || mode == nullptr || file == nullptr ||
+        std::string_view(mode) != "shrink" || std::string_view(path) != file)
+        return false;
+    return ++openings == std::atoi(at);
 }
 
 int Refuse() {
@@ -82,8 +94,11 @@ int unlink(const char* path) noexcept {
 
 int open(const char* path, int flags, ...) {
     const auto real = Real<int (*)(const char*, int, unsigned)>("open");
-    if ((flags & O_CREAT) == 0)
+    if ((flags & O_CREAT) == 0) {
+        if (IsTheOpening(path) && truncate(path, 4) != 0)
+            return Refuse();
         return real(path, flags, 0);
+    }
     return Next() == Fault::Full ? Refuse() : real(path, flags, 0666);
 }
 }

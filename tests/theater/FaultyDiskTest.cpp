@@ -1,5 +1,6 @@
 // Saves that are killed, run out of disk, or may not write: each in a process of its own,
 // with every call that changes the disk made to fail in turn.
+#include "support/FaultShimLink.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
 #include "theater/TerrainStore.h"
@@ -9,7 +10,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -33,7 +33,6 @@ protected:
         old_ = MadeLevel::Random(64, 1);
         new_ = OneHigher(old_);
         WriteOld();
-        LinkShim();
     }
     void WriteOld() {
         const tests::PairBytes pair = tests::ScatteredPair(old_);
@@ -43,15 +42,12 @@ protected:
     // The exit code of a save in which the fault comes at that call; -1 when a signal
     // ended it.
     int SaveWith(const char* mode, int at, void (*prepare)() = nullptr) {
+        const std::vector<std::string> environment =
+            mode == nullptr ? std::vector<std::string>{} : shim_.Environment(mode, at);
         const pid_t child = fork();
         if (child == 0) {
-            if (mode != nullptr) {
-                setenv("LD_PRELOAD", shim_.c_str(), 1);
-                setenv("FAULT_MODE", mode, 1);
-                setenv("FAULT_AT", std::to_string(at).c_str(), 1);
-                // The sanitizer's library wants to come first.
-                setenv("ASAN_OPTIONS", "verify_asan_link_order=0:detect_leaks=0", 1);
-            }
+            for (const std::string& variable : environment)
+                putenv(const_cast<char*>(variable.c_str()));
             if (freopen("/dev/null", "w", stderr) == nullptr)
                 _exit(98);
             if (prepare != nullptr)
@@ -74,16 +70,8 @@ protected:
         return found.Posts == old_.Posts ? 'o' : found.Posts == new_.Posts ? 'n' : '?';
     }
 
-    // The loader takes a blank in a name for the end of it.
-    void LinkShim() {
-        shim_ = std::filesystem::temp_directory_path() /
-                ("vardenix-fault-shim-" + std::to_string(getpid()) + ".so");
-        std::filesystem::create_symlink(FAULT_SHIM, shim_);
-    }
-    void TearDown() override { std::filesystem::remove(shim_); }
-
     TestFolder folder_;
-    std::filesystem::path shim_;
+    tests::FaultShimLink shim_{FAULT_SHIM};
     MadeLevel old_;
     MadeLevel new_;
 };

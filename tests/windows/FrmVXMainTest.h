@@ -32,6 +32,7 @@ public:
     void L0NeedSave() override {}
     void ShowWorkspace() override {}
     void HideWorkspace() override {}
+    void CommandsChanged() override {}
     void WindowHidden(const char*) override {}
     bool LeaveProgram() override {
         Story += "leave ";

@@ -1,7 +1,8 @@
 #include "workspace/windows/FrmVXMap.h"
 
 #include "support/MapWorld.h"
-#include "windows/RecordingCommands.h"
+#include "support/RecordingCommands.h"
+#include "support/ToldMap.h"
 #include "windows/WindowTest.h"
 
 #include <QScreen>
@@ -22,6 +23,7 @@ class FrmVXMapTest : public testing::Test {
 protected:
     FrmVXMapTest() {
         state_.Terrain.MapWidth = 64;
+        state_.Terrain.LxArr = PostArray(64 * 64);
         commands_.OnRefresh = [this] { window_.RefreshPicArray(); };
         state_.Starting = false;
         world_.View.GridCells = 4;
@@ -52,7 +54,11 @@ protected:
     tests::MapWorld world_{64};
     MapRenderer renderer_ = world_.Renderer();
     tests::RecordingCommands commands_;
-    FrmVXMap window_{state_, world_.View, renderer_, commands_};
+    MapInteraction interaction_;
+    UndoPoints undo_{state_.Terrain, commands_};
+    tests::ToldMap map_{commands_.Story};
+    FrmVXMap window_{
+        {state_, world_.View, interaction_, renderer_, undo_, commands_, map_}};
 };
 
 TEST_F(FrmVXMapTest, TheScrollBarsSpanTheTerrain) {

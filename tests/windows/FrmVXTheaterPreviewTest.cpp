@@ -2,8 +2,8 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
+#include "support/RecordingCommands.h"
 #include "support/TestFolder.h"
-#include "windows/RecordingCommands.h"
 #include "windows/WindowTest.h"
 
 #include <QImage>

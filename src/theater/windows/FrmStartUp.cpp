@@ -139,11 +139,7 @@ bool FrmStartUp::CheckPaths() {
         log_.StartDebugLog(state_.Folders.AppPath);
         return CheckTheaterPaths(state_, ShownPaths(), platform_.Dialogs, log_);
     } catch (const RuntimeError& error) {
-        std::string text = "ERROR number " + std::to_string(error.NumberValue()) + "\n" +
-                           error.Description();
-        if (!error.Detail().empty())
-            text += "\n" + error.Detail();
-        platform_.Dialogs.Notice(text, "Error...", BoxIcon::Critical);
+        platform_.Dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
         return false;
     }
 }

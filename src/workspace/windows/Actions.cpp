@@ -15,7 +15,7 @@ namespace {
 
 using Kind = Action::Kind;
 
-constexpr std::array<Action, 38> Table{{
+constexpr std::array<Action, 42> Table{{
     {Kind::MenuEntry, "mnyExit", "E&xit", "Ctrl+Q", "Leave the program"},
     {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "", ""},
     {Kind::MenuEntry, "mnumkTHR", "Ma&ke THR File", "", ""},
@@ -58,11 +58,18 @@ constexpr std::array<Action, 38> Table{{
     {Kind::Button, "CmdHeightCol", "Colors of the heights", "", "Colors of the heights"},
     {Kind::Button, "CmdSegCol", "Color of the segments", "", "Color of the segments"},
 
+    {Kind::PopupEntry, "mnuTileProperties", "&Tile Properties...", "", ""},
+    {Kind::PopupEntry, "mnuLocInBIN", "Locate in &BIN Editor", "", ""},
+    {Kind::PopupEntry, "mnuLocColMAP", "Locate Color in &MAP Editor", "", ""},
+
     {Kind::Key, "LabelX", "Go to the position, in its boxes", "Return", ""},
     {Kind::Key, "PicShow", "Move the map by one post", "Left Right Up Down", ""},
     {Kind::Key, "PicShow", "Move the map up or down by a page", "PgUp PgDown", ""},
     {Kind::Key, "PicShow", "Move the map left or right by a page", "Home End", ""},
-    {Kind::Key, "PicShow", "Stop painting the map", "Esc", ""},
+    {Kind::Key, "PicShow", "Stop painting the map; in the palette, choose no tile", "Esc",
+     ""},
+    {Kind::Key, "PicShow", "Context menu of the post under the cursor", "Menu Shift+F10",
+     ""},
 }};
 
 QList<QKeySequence> KeysOf(const Action& action) {
@@ -99,6 +106,14 @@ void ApplyActions(QMainWindow& panel) {
         else if (action.What == Kind::Button)
             Apply(action, panel, *panel.findChild<QAbstractButton*>(action.Name));
     }
+}
+
+QString CaptionOf(const char* name) {
+    for (const Action& action : Table)
+        if (action.What == Kind::PopupEntry &&
+            QLatin1String(action.Name) == QLatin1String(name))
+            return action.Caption;
+    return {};
 }
 
 QKeySequence KeyOf(const char* name) {

@@ -12,9 +12,10 @@ namespace vardenix {
 // What a user can ask for by menu or key. The names are those of the controls.
 struct Action {
     enum class Kind {
-        MenuEntry,
-        Button, // of the control panel
-        Key     // looked after by the window itself
+        MenuEntry,  // of the control panel
+        PopupEntry, // of the map's context menu
+        Button,     // of the control panel
+        Key         // looked after by the window itself
     };
     Kind What;
     const char* Name;
@@ -31,6 +32,8 @@ std::span<const Action> PanelActions();
 // can be used.
 void ApplyActions(QMainWindow& panel);
 
+// The caption of a row of the kind PopupEntry, by its name.
+QString CaptionOf(const char* name);
 // The first key of a row of the kind Key, by its name.
 QKeySequence KeyOf(const char* name);
 

@@ -22,6 +22,9 @@ namespace {
 // The ground while the finest elevations are edited, a pale yellow.
 QColor L0ModeColor() { return ColorOf(13827327); }
 
+constexpr uint32_t PanelTipColor = 10614783; // 0x00BBGGRR
+constexpr int PanelTipWidth = 240;           // pixels
+
 } // namespace
 
 FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platform,
@@ -31,6 +34,7 @@ FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platfor
     ui_->setupUi(this);
     DressControls();
     ApplyActions(*this);
+    MakeToolTip();
     ConnectMapOptions();
     ConnectSliders();
     ConnectColors();
@@ -82,6 +86,19 @@ void FrmVXMain::DressControls() {
 void FrmVXMain::FitScrollArea() {
     const int scrollBar = ui_->scroll->verticalScrollBar()->sizeHint().width();
     ui_->scroll->setMinimumWidth(ui_->body->minimumSizeHint().width() + scrollBar);
+}
+
+void FrmVXMain::MakeToolTip() {
+    toolTip_.Create(*this);
+    toolTip_.SetBackColor(PanelTipColor);
+    toolTip_.SetMaxTipWidth(PanelTipWidth);
+    for (QWidget* tool : std::initializer_list<QWidget*>{
+             ui_->chkL0ELV, ui_->cmdLoadL0Elv, ui_->chkApplyMAP, ui_->chkApplyNight,
+             ui_->CmdSaveTheater})
+        toolTip_.AddTool(*tool);
+    toolTip_.SetToolText(*ui_->chkApplyMAP, tr("Not accurate, just for reference!"));
+    toolTip_.SetToolText(*ui_->chkApplyNight,
+                         tr("Lays the lights of the night pictures over the tiles"));
 }
 
 QSize FrmVXMain::sizeHint() const {
@@ -171,6 +188,19 @@ void FrmVXMain::L0Saved() {
     RedrawSaveButton();
 }
 
+void FrmVXMain::L0GivenUp() {
+    titles_.L0GivenUp();
+    RedrawSaveButton();
+}
+
+void FrmVXMain::LockPanel(bool locked) {
+    if (locked)
+        focusOfLock_ = focusWidget();
+    setEnabled(!locked);
+    if (!locked && focusOfLock_)
+        focusOfLock_->setFocus();
+}
+
 void FrmVXMain::ShowTitles() {
     setWindowTitle(QString::fromStdString(titles_.MainCaption()));
     emit MapCaptionChanged(QString::fromStdString(titles_.MapCaption()));
@@ -188,8 +218,8 @@ void FrmVXMain::ChangeControlsForL0Edit(bool on) {
 void FrmVXMain::SetL0FileName(const std::string& fileName) {
     l0FileName_ = fileName;
     const QString tip = QString::fromStdString(L0ToolTip(fileName));
-    ui_->chkL0ELV->setToolTip(tip);
-    ui_->cmdLoadL0Elv->setToolTip(tip);
+    toolTip_.SetToolText(*ui_->chkL0ELV, tip);
+    toolTip_.SetToolText(*ui_->cmdLoadL0Elv, tip);
     RefreshCommands();
 }
 
@@ -264,9 +294,10 @@ bool FrmVXMain::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmVXMain::changeEvent(QEvent* event) {
-    // Shift let go over another window is never told here.
-    if (event->type() == QEvent::ActivationChange && !isActiveWindow())
-        SetShift(false);
+    // Shift pressed or let go over another window is never told here.
+    if (event->type() == QEvent::ActivationChange)
+        SetShift(isActiveWindow() &&
+                 QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier));
     QMainWindow::changeEvent(event);
 }
 
@@ -280,7 +311,7 @@ void FrmVXMain::showEvent(QShowEvent* event) {
 }
 
 void FrmVXMain::closeEvent(QCloseEvent* event) {
-    if (!state_.Exiting && !workspace_.LeaveProgram())
+    if (!state_.Exiting && (!isEnabled() || !workspace_.LeaveProgram()))
         event->ignore();
 }
 

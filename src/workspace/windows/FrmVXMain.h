@@ -5,11 +5,14 @@
 #include "theater/ProgramState.h"
 #include "workspace/MapView.h"
 #include "workspace/PanelRules.h"
+#include "workspace/TheaterSaving.h"
 #include "workspace/WorkspaceCommands.h"
 #include "workspace/windows/PanelCommands.h"
+#include "workspace/windows/clsToolTip.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>
+#include <QPointer>
 
 #include <memory>
 
@@ -26,7 +29,7 @@ class ColorButton;
 
 // The control panel of the workspace: what the map shows, zoom, windows, saving, undo,
 // export and import, and the bar of long work. As a Progress, it shows that bar.
-class FrmVXMain : public QMainWindow, public Progress {
+class FrmVXMain : public QMainWindow, public Progress, public SavingPanel {
     Q_OBJECT
 
 public:
@@ -44,15 +47,18 @@ public:
     // Level 2, or the finest elevations, have unsaved changes; and have been saved.
     void L2NeedSave();
     void L0NeedSave();
-    void L2Saved();
-    void L0Saved();
+    void L2Saved() override;
+    void L0Saved() override;
+    void L0GivenUp() override;
     bool L2NeedSaveFlag() const { return titles_.L2NeedSaveFlag(); }
-    bool L0NeedSaveFlag() const { return titles_.L0NeedSaveFlag(); }
+    bool L0NeedSaveFlag() const override { return titles_.L0NeedSaveFlag(); }
+    // A locked panel cannot be closed either.
+    void LockPanel(bool locked) override;
     // Titles, ground, save button and restore points for the mode; MapView::L0Mode is
     // the caller's.
     void ChangeControlsForL0Edit(bool on);
     // Empty until a file is loaded.
-    void SetL0FileName(const std::string& fileName);
+    void SetL0FileName(const std::string& fileName) override;
 
     // Asks PanelCommands::Can anew for every control.
     void RefreshCommands();
@@ -99,6 +105,7 @@ protected:
 private:
     void DressControls();
     void FitScrollArea();
+    void MakeToolTip();
     void ConnectMapOptions();
     void ConnectSliders();
     void ConnectColors();
@@ -150,6 +157,8 @@ private:
     int pb3Min_ = 0;
     int pb3Max_ = 100;
     QElapsedTimer sinceBarDrawn_;
+    QPointer<QWidget> focusOfLock_; // what had the focus when the panel was locked
+    clsToolTip toolTip_;
 };
 
 } // namespace vardenix

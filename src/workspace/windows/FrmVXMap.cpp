@@ -1,10 +1,14 @@
 #include "workspace/windows/FrmVXMap.h"
 
+#include "platform/Windows1252.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/WindowPlace.h"
 #include "ui_FrmVXMap.h"
+#include "workspace/windows/Actions.h"
 
 #include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
@@ -19,6 +23,11 @@ namespace {
 constexpr int WheelNotch = QWheelEvent::DefaultDeltasPerStep;
 // Below that there would be nothing left to take hold of.
 constexpr int LeastSide = 120;
+// The read-out stays as long as somebody may want to read it.
+constexpr int ReadOutTime = 120000; // ms
+constexpr int ReadOutWidth = 240;   // pixels
+// Where the brush's hairs end in its picture.
+constexpr QPoint BrushTip{4, 27};
 
 void SetRange(QScrollBar& bar, const ControlRange& range) {
     bar.setRange(range.Min, range.Max);
@@ -27,20 +36,48 @@ void SetRange(QScrollBar& bar, const ControlRange& range) {
 
 } // namespace
 
-FrmVXMap::FrmVXMap(ProgramState& state, MapView& view, MapRenderer& renderer,
-                   WorkspaceCommands& commands)
-    : state_(state), view_(view), renderer_(renderer), commands_(commands),
-      ui_(std::make_unique<Ui::FrmVXMap>()) {
+FrmVXMap::FrmVXMap(const Parts& parts)
+    : state_(parts.State), view_(parts.View), interaction_(parts.Interaction),
+      renderer_(parts.Renderer), workspace_(parts.Workspace), commands_(parts.Commands),
+      mouse_(parts.State.Terrain, parts.View, parts.Interaction, parts.Undo,
+             parts.Workspace, parts.Commands),
+      ui_(std::make_unique<Ui::FrmVXMap>()),
+      brush_(QPixmap(":/brush.png"), BrushTip.x(), BrushTip.y()) {
     ui_->setupUi(this);
     ui_->ground->setBackgroundRole(QPalette::Mid);
     ui_->ground->horizontalScrollBar()->setToolTip(tr("Reaches the rest of the picture"));
     ui_->ground->verticalScrollBar()->setToolTip(tr("Reaches the rest of the picture"));
     ui_->PicShow->Show(picture2_);
+    ui_->PicShow->setMouseTracking(true);
     for (const QScrollBar* bar : {ui_->HScroll1, ui_->VScroll1})
         OnSignal(bar, &QScrollBar::valueChanged, this, [this] { Scroll_Change(); });
     for (QWidget* part : std::initializer_list<QWidget*>{
              ui_->HScroll1, ui_->VScroll1, ui_->PicShow, ui_->ground->viewport()})
         part->installEventFilter(this);
+    MakePopup();
+    MakeToolTip();
+}
+
+void FrmVXMap::MakePopup() {
+    mnupup1_ = new QMenu(this);
+    mnupup1_->setObjectName("mnupup1");
+    const auto join = [this](const char* name, void (MapMouse::*verb)()) {
+        QAction* entry = mnupup1_->addAction(CaptionOf(name));
+        entry->setObjectName(name);
+        OnSignal(entry, &QAction::triggered, this, [this, verb] { (mouse_.*verb)(); });
+    };
+    join("mnuTileProperties", &MapMouse::mnuTileProperties);
+    join("mnuLocInBIN", &MapMouse::mnuLocInBIN);
+    join("mnuLocColMAP", &MapMouse::mnuLocColMAP);
+}
+
+void FrmVXMap::MakeToolTip() {
+    // The read-out is wanted while the panel has the keyboard, too.
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    toolTip_.Create(*this);
+    toolTip_.SetDelayTime(ReadOutTime);
+    toolTip_.SetMaxTipWidth(ReadOutWidth);
+    toolTip_.AddTool(*ui_->PicShow);
 }
 
 FrmVXMap::~FrmVXMap() = default;
@@ -62,7 +99,7 @@ void FrmVXMap::LoadImageControls() {
     if (!layout)
         return;
     {
-        const ScrollBusyScope busy(view_);
+        const ScrollBusyWhile busy(view_);
         SetRange(*ui_->HScroll1, layout->HScroll1);
         SetRange(*ui_->VScroll1, layout->VScroll1);
     }
@@ -93,7 +130,7 @@ void FrmVXMap::FitRoundPicture(const MapLayout& layout) {
 }
 
 void FrmVXMap::SetPosition(ViewPosition position) {
-    const ScrollBusyScope busy(view_);
+    const ScrollBusyWhile busy(view_);
     ui_->HScroll1->setValue(position.X);
     ui_->VScroll1->setValue(-position.Y);
     // A bar that stands there already says nothing.
@@ -105,14 +142,17 @@ void FrmVXMap::Scroll_Change() {
     view_.MapBottomY = -ui_->VScroll1->value();
     state_.Configuration.X = view_.MapLeftX;
     state_.Configuration.Y = view_.MapBottomY;
-    commands_.PositionChanged();
+    workspace_.PositionChanged();
     if (!state_.Starting && !view_.ScrollBusy)
-        commands_.RefreshPicArray();
+        workspace_.RefreshPicArray();
 }
 
 void FrmVXMap::RefreshPicArray() {
     escWatch_.Begin();
     renderer_.RefreshPicArray(view_, picture2_, *this, nullptr);
+    // Another post may lie under the cursor, or the same with other values.
+    if (ui_->PicShow->underMouse())
+        PicShow_MouseMove(ui_->PicShow->mapFromGlobal(QCursor::pos()));
 }
 
 void FrmVXMap::CopyToPicShow() { ui_->PicShow->update(); }
@@ -125,32 +165,46 @@ void FrmVXMap::LookForEsc() {
 void FrmVXMap::MakeViewPort(const MapView&) { emit ViewPainted(); }
 
 void FrmVXMap::keyPressEvent(QKeyEvent* event) {
-    using Action = QAbstractSlider::SliderAction;
-    const auto move = [](QScrollBar* bar, Action action) { bar->triggerAction(action); };
+    if (event->key() == Qt::Key_Escape && !ui_->VScroll1->isEnabled())
+        state_.AbortPaint = true;
+    using Slide = QAbstractSlider::SliderAction;
+    const auto move = [](QScrollBar* bar, Slide how) { bar->triggerAction(how); };
     switch (event->key()) {
     case Qt::Key_Left:
-        return move(ui_->HScroll1, Action::SliderSingleStepSub);
+        return move(ui_->HScroll1, Slide::SliderSingleStepSub);
     case Qt::Key_Right:
-        return move(ui_->HScroll1, Action::SliderSingleStepAdd);
+        return move(ui_->HScroll1, Slide::SliderSingleStepAdd);
     case Qt::Key_Home:
-        return move(ui_->HScroll1, Action::SliderPageStepSub);
+        return move(ui_->HScroll1, Slide::SliderPageStepSub);
     case Qt::Key_End:
-        return move(ui_->HScroll1, Action::SliderPageStepAdd);
+        return move(ui_->HScroll1, Slide::SliderPageStepAdd);
     case Qt::Key_Up:
-        return move(ui_->VScroll1, Action::SliderSingleStepSub);
+        return move(ui_->VScroll1, Slide::SliderSingleStepSub);
     case Qt::Key_Down:
-        return move(ui_->VScroll1, Action::SliderSingleStepAdd);
+        return move(ui_->VScroll1, Slide::SliderSingleStepAdd);
     case Qt::Key_PageUp:
-        return move(ui_->VScroll1, Action::SliderPageStepSub);
+        return move(ui_->VScroll1, Slide::SliderPageStepSub);
     case Qt::Key_PageDown:
-        return move(ui_->VScroll1, Action::SliderPageStepAdd);
+        return move(ui_->VScroll1, Slide::SliderPageStepAdd);
     default:
         QWidget::keyPressEvent(event);
     }
 }
 
-// One notch is ZoomPosts posts; forward goes to the bar's lower values. With Alt some
-// desktops turn the wheel's axis, and so do sideways wheels.
+// The menu key stands for a right click where the cursor is. The click itself has been
+// handled as it came.
+void FrmVXMap::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    const QPoint at = ui_->PicShow->underMouse()
+                          ? ui_->PicShow->mapFromGlobal(QCursor::pos())
+                          : ui_->PicShow->visibleRegion().boundingRect().center();
+    if (mouse_.RightDown(at.x(), at.y()))
+        ShowPopup(ui_->PicShow->mapToGlobal(at));
+}
+
+// With Alt some desktops turn the wheel's axis, and so do sideways wheels. Forward goes
+// to the bar's lower values.
 void FrmVXMap::wheelEvent(QWheelEvent* event) {
     event->accept();
     const QPoint turned = event->angleDelta();
@@ -161,15 +215,74 @@ void FrmVXMap::wheelEvent(QWheelEvent* event) {
     const int notches = sum / WheelNotch;
     sum -= notches * WheelNotch;
     QScrollBar* bar = sideways ? ui_->HScroll1 : ui_->VScroll1;
-    bar->setValue(bar->value() - notches * view_.ZoomPosts);
+    bar->setValue(
+        AfterWheel(bar->value(), -notches, view_, {bar->minimum(), bar->maximum()}));
+}
+
+void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
+    setFocus(Qt::MouseFocusReason);
+    const QPointF at = event.position();
+    switch (event.button()) {
+    case Qt::MiddleButton:
+        return mouse_.MiddleDown(at.x(), at.y());
+    case Qt::RightButton:
+        if (mouse_.RightDown(at.x(), at.y()))
+            ShowPopup(event.globalPosition().toPoint());
+        return;
+    case Qt::LeftButton:
+        return mouse_.LeftDown(at.x(), at.y());
+    default:
+        return;
+    }
+}
+
+void FrmVXMap::ShowPopup(QPoint globalPosition) {
+    const bool onTerrain = mouse_.PopupOnTerrain();
+    for (QAction* entry : mnupup1_->actions())
+        entry->setEnabled(onTerrain && (entry->objectName() == "mnuTileProperties" ||
+                                        commands_.CanLocate()));
+    mnupup1_->popup(globalPosition);
+}
+
+void FrmVXMap::PicShow_MouseMove(QPointF position) {
+    switch (PointerFor(interaction_)) {
+    case MapPointer::Brush:
+        ui_->PicShow->setCursor(brush_);
+        break;
+    case MapPointer::Cross:
+        ui_->PicShow->setCursor(Qt::CrossCursor);
+        break;
+    case MapPointer::Default:
+        ui_->PicShow->unsetCursor();
+        break;
+    }
+    const ReadOut out = ReadOutAt(view_, state_.Terrain, state_.Catalogue.Lookup,
+                                  position.x(), position.y());
+    toolTip_.SetBackColor(out.BackColor);
+    toolTip_.SetToolTipHeader(QString::fromStdString(out.Header));
+    toolTip_.SetToolTipHeaderShow(!out.Header.empty());
+    toolTip_.SetToolText(*ui_->PicShow, QString::fromStdString(Utf8FromBytes(out.Text)));
 }
 
 bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::Wheel)
-        return QWidget::eventFilter(watched, event);
-    // Wherever the wheel is turned, it moves over the terrain.
-    wheelEvent(static_cast<QWheelEvent*>(event));
-    return true;
+    switch (event->type()) {
+    case QEvent::Wheel:
+        // Wherever the wheel is turned, it moves over the terrain.
+        wheelEvent(static_cast<QWheelEvent*>(event));
+        return true;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        if (watched == ui_->PicShow)
+            PicShow_MouseDown(*static_cast<QMouseEvent*>(event));
+        break;
+    case QEvent::MouseMove:
+        if (watched == ui_->PicShow)
+            PicShow_MouseMove(static_cast<QMouseEvent*>(event)->position());
+        break;
+    default:
+        break;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void FrmVXMap::changeEvent(QEvent* event) {
@@ -183,7 +296,7 @@ void FrmVXMap::closeEvent(QCloseEvent* event) {
         return;
     event->ignore();
     hide();
-    commands_.WindowHidden("chkShowMain");
+    workspace_.WindowHidden("chkShowMain");
 }
 
 } // namespace vardenix

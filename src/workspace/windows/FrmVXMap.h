@@ -2,11 +2,16 @@
 
 #include "platform/windows/EscWatch.h"
 #include "theater/ProgramState.h"
+#include "workspace/MapInteraction.h"
 #include "workspace/MapLayout.h"
+#include "workspace/MapMouse.h"
 #include "workspace/MapRenderer.h"
 #include "workspace/WorkspaceCommands.h"
 #include "workspace/windows/QtDrawingSurface.h"
+#include "workspace/windows/clsToolTip.h"
 
+#include <QCursor>
+#include <QMenu>
 #include <QWidget>
 
 #include <memory>
@@ -17,14 +22,23 @@ class FrmVXMap;
 
 namespace vardenix {
 
-// The map: a picture of a part of the terrain, and the scroll bars that move over it.
+// The map: a picture of a part of the terrain, the scroll bars that move over it, and
+// what the mouse does on it.
 class FrmVXMap : public QWidget, private MapScreen {
     Q_OBJECT
 
 public:
     // All are borrowed for the window's life.
-    FrmVXMap(ProgramState& state, MapView& view, MapRenderer& renderer,
-             WorkspaceCommands& commands);
+    struct Parts {
+        ProgramState& State;
+        MapView& View;
+        MapInteraction& Interaction;
+        MapRenderer& Renderer;
+        UndoPoints& Undo;
+        WorkspaceCommands& Workspace;
+        MapCommands& Commands;
+    };
+    explicit FrmVXMap(const Parts& parts);
     ~FrmVXMap() override;
 
     // The layout of the settings, and the saved position clamped to the theater. Paints
@@ -50,6 +64,7 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -58,6 +73,11 @@ protected:
 private:
     void FitRoundPicture(const MapLayout& layout);
     void Scroll_Change();
+    void MakePopup();
+    void MakeToolTip();
+    void PicShow_MouseDown(QMouseEvent& event);
+    void PicShow_MouseMove(QPointF position);
+    void ShowPopup(QPoint globalPosition);
 
     void ClearPicShow() override {}
     void CopyToPicShow() override;
@@ -66,9 +86,15 @@ private:
 
     ProgramState& state_;
     MapView& view_;
+    MapInteraction& interaction_;
     MapRenderer& renderer_;
-    WorkspaceCommands& commands_;
+    WorkspaceCommands& workspace_;
+    MapCommands& commands_;
+    MapMouse mouse_;
     std::unique_ptr<Ui::FrmVXMap> ui_;
+    QMenu* mnupup1_ = nullptr;
+    clsToolTip toolTip_;
+    QCursor brush_;
     QtDrawingSurface picture2_;
     EscWatch escWatch_;
     QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree

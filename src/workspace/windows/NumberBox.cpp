@@ -10,23 +10,33 @@ namespace vardenix {
 
 namespace {
 
-class DigitKeys : public QValidator {
+class KeyFilter : public QValidator {
 public:
-    using QValidator::QValidator;
+    KeyFilter(QObject* parent, std::function<bool(char32_t)> takes)
+        : QValidator(parent), takes_(std::move(takes)) {}
 
     State validate(QString& text, int&) const override {
-        return std::all_of(text.cbegin(), text.cend(),
-                           [](QChar key) { return KeepsDigitKey(key.unicode()); })
-                   ? Acceptable
-                   : Invalid;
+        const bool good = std::all_of(text.cbegin(), text.cend(), [this](QChar key) {
+            return takes_(key.unicode());
+        });
+        return good ? Acceptable : Invalid;
     }
+
+private:
+    std::function<bool(char32_t)> takes_;
 };
 
 } // namespace
 
 NumberBox::NumberBox(QWidget* parent) : QLineEdit(parent) {
-    setValidator(new DigitKeys(this));
-    setMaxLength(10); // what 32 bits hold; more is clamped when it is read
+    TakeKeys(KeepsDigitKey, 10); // what 32 bits hold; more is clamped when read
+}
+
+void NumberBox::TakeKeys(std::function<bool(char32_t)> takes, int maxLength) {
+    const QValidator* former = validator();
+    setValidator(new KeyFilter(this, std::move(takes)));
+    delete former;
+    setMaxLength(maxLength);
 }
 
 void NumberBox::focusInEvent(QFocusEvent* event) {

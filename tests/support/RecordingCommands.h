@@ -28,6 +28,7 @@ public:
     void L0NeedSave() override { Say("L0"); }
     void ShowWorkspace() override { Say("show"); }
     void HideWorkspace() override { Say("hide"); }
+    void CommandsChanged() override { Say("commands"); }
     void WindowHidden(const char* checkBoxName) override {
         Say("hidden(" + std::string(checkBoxName) + ")");
     }

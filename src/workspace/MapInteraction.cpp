@@ -1,0 +1,109 @@
+#include "workspace/MapInteraction.h"
+
+#include "companion/Vardenix.h"
+#include "platform/Numbers.h"
+
+#include <algorithm>
+
+namespace vardenix {
+
+namespace {
+
+constexpr uint32_t TerrainTipColor = 15659248;
+constexpr uint32_t ElevationTipColor = 12383484;
+constexpr const char* OutsideTerrain = "Outside Terrain Area";
+
+int32_t Rounded(double value) { return ClampToInt32(RoundHalfEven(value)); }
+
+int32_t CellPixels(const MapView& view) { return std::max(Rounded(view.CellSize()), 1); }
+
+// Columns from the left edge and rows from the bottom edge of a view whose picture is
+// `height` pixels high by its rounded cells.
+CursorPost Cells(double x, double y, int32_t height, int32_t side) {
+    return {Rounded(x) / side, (height - Rounded(y)) / side};
+}
+
+ReadOut ElevationReadOut(const Terrain& terrain, CursorPost place) {
+    ReadOut out{OutsideTerrain, ElevationTipColor, "L0/ELV File"};
+    if (OnElevations(place, terrain))
+        out.Text = "X:" + std::to_string(place.X - 1) + "    " +
+                   "Y:" + std::to_string(place.Y - 1) +
+                   "\r\nHeight: " + Format0(terrain.Elevations.At(place.X, place.Y)) +
+                   "ft";
+    return out;
+}
+
+ReadOut PostReadOut(const Terrain& terrain, const TileLookup& lookup, CursorPost post) {
+    ReadOut out{OutsideTerrain, TerrainTipColor, {}};
+    if (!OnTerrain(post, terrain))
+        return out;
+    const TerrainPost& under =
+        terrain.LxArr(XYToSerial(post.X + 1, post.Y + 1, terrain.MapWidth));
+    const int32_t segY = (terrain.MapWidth - post.Y - 1) / SegmentSide;
+    out.Text = "X:" + std::to_string(post.X) + "    " + "Y:" + std::to_string(post.Y) +
+               "\r\nSegment:" + std::to_string(post.X / SegmentSide) + "," +
+               std::to_string(segY) + "\r\nTile #:" + std::to_string(under.TileOffset) +
+               "\r\n" + TileNameOf(under.TileOffset, lookup) +
+               "\r\nPalette #:" + std::to_string(under.Palette);
+    return out;
+}
+
+} // namespace
+
+CursorPost PostUnderCursor(const MapView& view, double x, double y) {
+    const int32_t side = CellPixels(view);
+    const CursorPost cell = Cells(x, y, view.ViewPosts() * side, side);
+    return {cell.X + view.MapLeftX, cell.Y + view.MapBottomY};
+}
+
+CursorPost ElevationUnderCursor(const MapView& view, double x, double y) {
+    const int32_t side = CellPixels(view);
+    const int32_t quarter = std::max(Rounded(side / 4.0), 1);
+    const CursorPost cell = Cells(x, y, view.ViewPosts() * side, quarter);
+    return {cell.X + view.MapLeftX * 4 + 1, cell.Y + view.MapBottomY * 4 + 1};
+}
+
+bool OnTerrain(CursorPost post, const Terrain& terrain) {
+    return post.X >= 0 && post.Y >= 0 && post.X < terrain.MapWidth &&
+           post.Y < terrain.MapWidth;
+}
+
+bool OnElevations(CursorPost place, const Terrain& terrain) {
+    const int32_t width = terrain.Elevations.EMapWidth;
+    return place.X >= 1 && place.Y >= 1 && place.X <= width && place.Y <= width;
+}
+
+MapPointer PointerFor(const MapInteraction& interaction) {
+    if (interaction.WaitImportCorner || interaction.WaitExportCorner1 ||
+        interaction.WaitExportCorner2)
+        return MapPointer::Cross;
+    return interaction.SelectedTile == -1 ? MapPointer::Default : MapPointer::Brush;
+}
+
+std::string TileNameOf(int32_t tileNumber, const TileLookup& lookup) {
+    if (tileNumber < 0 || static_cast<size_t>(tileNumber) >= lookup.size())
+        return "Not Specified in BIN File";
+    return lookup[static_cast<size_t>(tileNumber)].Name;
+}
+
+ReadOut ReadOutAt(const MapView& view, const Terrain& terrain, const TileLookup& lookup,
+                  double x, double y) {
+    return view.L0Mode ? ElevationReadOut(terrain, ElevationUnderCursor(view, x, y))
+                       : PostReadOut(terrain, lookup, PostUnderCursor(view, x, y));
+}
+
+int32_t AfterWheel(int32_t value, int32_t backward, const MapView& view,
+                   const ControlRange& range) {
+    const int64_t wanted = int64_t{value} + int64_t{backward} * view.ZoomPosts;
+    return static_cast<int32_t>(
+        std::clamp<int64_t>(wanted, range.Min, std::max(range.Min, range.Max)));
+}
+
+std::optional<BINPlace> PlaceInBIN(int32_t tileNumber, int32_t numSets) {
+    const BINPlace place{tileNumber / TilesPerSet + 1, tileNumber % TilesPerSet};
+    if (tileNumber < 0 || place.Set > numSets)
+        return std::nullopt;
+    return place;
+}
+
+} // namespace vardenix

@@ -1,0 +1,110 @@
+#include "workspace/MapMouse.h"
+
+#include "companion/Vardenix.h"
+
+namespace vardenix {
+
+MapMouse::MapMouse(Terrain& terrain, MapView& view, MapInteraction& interaction,
+                   UndoPoints& undo, WorkspaceCommands& workspace, MapCommands& commands)
+    : terrain_(terrain), view_(view), interaction_(interaction), undo_(undo),
+      workspace_(workspace), commands_(commands) {}
+
+void MapMouse::MiddleDown(double x, double y) {
+    if (view_.ScrollBusy)
+        return;
+    const CursorPost post = PostUnderCursor(view_, x, y);
+    workspace_.ScrollTo(post.X, post.Y);
+}
+
+bool MapMouse::RightDown(double x, double y) {
+    if (view_.ScrollBusy)
+        return false;
+    if (view_.L0Mode) {
+        EditElevationAt(ElevationUnderCursor(view_, x, y));
+        return false;
+    }
+    const CursorPost post = PostUnderCursor(view_, x, y);
+    interaction_.PopupSerial = OnTerrain(post, terrain_)
+                                   ? XYToSerial(post.X + 1, post.Y + 1, terrain_.MapWidth)
+                                   : 0;
+    return true;
+}
+
+void MapMouse::EditElevationAt(CursorPost place) {
+    if (!OnElevations(place, terrain_))
+        return;
+    const int16_t old = terrain_.Elevations.At(place.X, place.Y);
+    const std::optional<int16_t> entered = commands_.EditElevation(old);
+    if (!entered)
+        return;
+    terrain_.Elevations.At(place.X, place.Y) = *entered;
+    undo_.AddElvUndo(old, *entered, place.Y, place.X);
+    workspace_.L0NeedSave();
+}
+
+void MapMouse::LeftDown(double x, double y) {
+    if (view_.ScrollBusy)
+        return;
+    const CursorPost post = PostUnderCursor(view_, x, y);
+    if (interaction_.WaitExportCorner1) {
+        view_.ExportX1 = post.X;
+        view_.ExportY1 = post.Y;
+        interaction_.WaitExportCorner1 = false;
+        interaction_.WaitExportCorner2 = true;
+    } else if (interaction_.WaitExportCorner2) {
+        view_.ExportX2 = post.X;
+        view_.ExportY2 = post.Y;
+        interaction_.WaitExportCorner1 = false;
+        interaction_.WaitExportCorner2 = false;
+        commands_.HideFrame7();
+        workspace_.RefreshPicArray();
+        if (commands_.ExportWithShift())
+            commands_.SubExportTDFs();
+        else
+            commands_.ExportTiles();
+    } else if (interaction_.WaitImportCorner) {
+        interaction_.ImportX = post.X;
+        interaction_.ImportY = post.Y;
+        interaction_.WaitImportCorner = false;
+        commands_.HideFrame7();
+        commands_.ImportTiles();
+    } else if (interaction_.SelectedTile != -1) {
+        Paint(post);
+    }
+}
+
+void MapMouse::Paint(CursorPost post) {
+    if (!OnTerrain(post, terrain_))
+        return;
+    const int32_t serial = XYToSerial(post.X + 1, post.Y + 1, terrain_.MapWidth);
+    TerrainPost painted = terrain_.LxArr(serial);
+    painted.TileOffset = interaction_.SelectedTile;
+    ChangePost(serial, painted);
+}
+
+void MapMouse::ChangePost(int32_t serial, const TerrainPost& to) {
+    const TerrainPost old = terrain_.LxArr(serial);
+    terrain_.LxArr(serial) = to;
+    undo_.AddPostUndo(old, to, serial);
+    workspace_.L2NeedSave();
+}
+
+void MapMouse::mnuTileProperties() {
+    if (!PopupOnTerrain())
+        return;
+    const auto entered = commands_.EditPost(terrain_.LxArr(interaction_.PopupSerial));
+    if (entered)
+        ChangePost(interaction_.PopupSerial, *entered);
+}
+
+void MapMouse::mnuLocInBIN() {
+    if (PopupOnTerrain())
+        commands_.LocateInBIN(terrain_.LxArr(interaction_.PopupSerial).TileOffset);
+}
+
+void MapMouse::mnuLocColMAP() {
+    if (PopupOnTerrain())
+        commands_.LocateColorInMAP(terrain_.LxArr(interaction_.PopupSerial).Palette);
+}
+
+} // namespace vardenix

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "theater/Terrain.h"
+#include "workspace/MapInteraction.h"
+#include "workspace/MapView.h"
+#include "workspace/UndoPoints.h"
+#include "workspace/WorkspaceCommands.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace vardenix {
+
+// What clicks on the map have other windows do. app/ fills it in.
+class MapCommands {
+public:
+    MapCommands() = default;
+    MapCommands(const MapCommands&) = delete;
+    MapCommands& operator=(const MapCommands&) = delete;
+    virtual ~MapCommands() = default;
+
+    // The details dialog over a post, or over one height in feet; it has ended when the
+    // call returns. Nothing unless the user chose to update.
+    virtual std::optional<TerrainPost> EditPost(const TerrainPost& post) = 0;
+    virtual std::optional<int16_t> EditElevation(int16_t elevation) = 0;
+
+    // Entries of the context menu whose window is not there are disabled.
+    virtual bool CanLocate() const { return false; }
+    virtual void LocateInBIN(int32_t /*tileNumber*/) {}
+    virtual void LocateColorInMAP(uint8_t /*palette*/) {}
+
+    // The region between ExportX1, ExportY1 and ExportX2, ExportY2 of the view, or the
+    // features in it; the stamp at ImportX, ImportY.
+    virtual void ExportTiles() {}
+    virtual void SubExportTDFs() {}
+    virtual void ImportTiles() {}
+    virtual bool ExportWithShift() const { return false; }
+    // Frame7 of the panel, which tells what is waited for.
+    virtual void HideFrame7() {}
+};
+
+// What the map's own buttons of the mouse do. Positions are pixels on the picture. While
+// a scroll value is being set by the program (MapView::ScrollBusy), and beyond the edge
+// of the terrain, nothing is changed.
+class MapMouse {
+public:
+    // All are borrowed.
+    MapMouse(Terrain& terrain, MapView& view, MapInteraction& interaction,
+             UndoPoints& undo, WorkspaceCommands& workspace, MapCommands& commands);
+
+    // The post becomes the lower left one of the view.
+    void MiddleDown(double x, double y);
+    // A height of the finest elevations is edited in the dialog. Otherwise the post is
+    // remembered for the context menu; true when that is to be shown.
+    bool RightDown(double x, double y);
+    // Gives the corner that is waited for, or paints the selected tile.
+    void LeftDown(double x, double y);
+
+    // The context menu, over the post of the last right click.
+    bool PopupOnTerrain() const { return interaction_.PopupSerial > 0; }
+    void mnuTileProperties();
+    void mnuLocInBIN();
+    void mnuLocColMAP();
+
+private:
+    void EditElevationAt(CursorPost place);
+    void Paint(CursorPost post);
+    void ChangePost(int32_t serial, const TerrainPost& to);
+
+    Terrain& terrain_;
+    MapView& view_;
+    MapInteraction& interaction_;
+    UndoPoints& undo_;
+    WorkspaceCommands& workspace_;
+    MapCommands& commands_;
+};
+
+} // namespace vardenix

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "theater/Terrain.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace vardenix {
+
+// New values for some fields of a post; a field without one keeps what it has.
+struct PostChange {
+    std::optional<int32_t> TileOffset{};
+    std::optional<int16_t> Elevation{}; // feet
+    std::optional<uint8_t> Palette{};
+    std::optional<uint8_t> X1{};
+    std::optional<uint8_t> X2{};
+
+    bool Empty() const;
+};
+
+void ApplyChange(TerrainPost& post, const PostChange& change);
+
+// Posts of level 2 from 1, both corners included, whichever lies where.
+struct PostRectangle {
+    int32_t X1 = 1;
+    int32_t Y1 = 1;
+    int32_t X2 = 1;
+    int32_t Y2 = 1;
+};
+
+// Posts a side that a save of a grid `width` posts a side keeps: whole segments only.
+int32_t SavedWidth(int32_t width);
+
+// Changes every post of the rectangle and gives their number. Error 9, with nothing
+// changed, when a corner lies outside the posts that a save keeps.
+int64_t FillPosts(Terrain& terrain, const PostRectangle& rectangle,
+                  const PostChange& change);
+
+// How many segments that the rectangle, inside the terrain, reaches into are all sea. In
+// the file such segments are one block, so their Palette, X1 and X2 do not survive a
+// save, but for those of the terrain's first one, which become everybody's.
+int32_t SeaSegments(const Terrain& terrain, const PostRectangle& rectangle);
+
+} // namespace vardenix

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "theater/Terrain.h"
+
+#include <string>
+
+namespace vardenix {
+
+// "VXUndo.tmp" in the system's temporary folder: all posts of level 2 as they lie in
+// memory, 9 bytes each in serial order, and nothing else. There is one; it outlives the
+// run, and fits any theater of its size.
+
+// Writes the point, over an older one, which stands until the new one is whole on the
+// disk. Errors 61, 70, 75 of writing.
+void CreateRestorePoint(const Terrain& terrain, const std::string& systemTempPath);
+
+enum class Restored {
+    Done,
+    NoPoint,   // there is none yet
+    WrongSize, // it belongs to a theater of another size; nothing was changed
+};
+
+// Puts the point's posts in the place of all posts of level 2. The errors of reading (53,
+// 70, 75) change nothing.
+Restored RestoreFromPoint(Terrain& terrain, const std::string& systemTempPath);
+
+// What the user is told of it; empty when all is done.
+std::string RestoreMessage(Restored result);
+
+} // namespace vardenix

@@ -1,0 +1,141 @@
+#include "workspace/TheaterSaving.h"
+
+#include "platform/FileNames.h"
+#include "platform/RuntimeError.h"
+#include "theater/ElevationFiles.h"
+#include "theater/TerrainStore.h"
+
+namespace vardenix {
+
+namespace {
+
+constexpr const char* ElevationFilter = "L0 Files (*.l0)|*.l0|ELV files (*.elv)|*.elv";
+constexpr const char* LevelFilter = "L2 Files (*.l2)|*.l2";
+constexpr const char* LoseElevations =
+    "The L0/ELV file has changes that are not saved. Do you want to load another file "
+    "and lose them?";
+
+// The panel is locked and the map takes no clicks, however the work ends.
+class LongWork {
+public:
+    explicit LongWork(const SavingParts& parts)
+        : panel_(parts.Panel), busy_(parts.View), bar_(parts.PB3) {
+        panel_.LockPanel(true);
+    }
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+    ~LongWork() { panel_.LockPanel(false); }
+
+private:
+    SavingPanel& panel_;
+    ScrollBusyWhile busy_;
+    ShownBar bar_;
+};
+
+// Runs `work`; what it throws is told, but for a cancelled dialog. False then.
+template <typename Work>
+bool Trapped(Dialogs& dialogs, Work work) {
+    try {
+        return work();
+    } catch (const RuntimeError& error) {
+        if (error.Number() != ErrorNumber::Cancelled)
+            dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
+        return false;
+    }
+}
+
+// The kind that a filter of the dialogs stands for, when the name fits it.
+ElevationKind KindOf(const FileAnswer& answer) {
+    const std::string name = UpperCase(answer.Path);
+    if (answer.FilterIndex == 1 && name.ends_with(".L0"))
+        return ElevationKind::L0;
+    if (answer.FilterIndex == 2 && name.ends_with(".ELV"))
+        return ElevationKind::Elv;
+    return ElevationKind::None;
+}
+
+bool TellNoExtension(Dialogs& dialogs) {
+    dialogs.Notice("Not a valid extension.", "Error!", BoxIcon::Critical);
+    return false;
+}
+
+// Before a name is taken, `to` is where the loaded file would go.
+bool SaveElevations(const SavingParts& parts, bool as) {
+    FileAnswer to{.Path = {}, .FilterIndex = 0};
+    ElevationKind kind = ElevationKind::None;
+    if (as) {
+        to = parts.Dialogs.SaveFile({.Title = {},
+                                     .Filter = ElevationFilter,
+                                     .InitialPath = parts.Terrain.Elevations.Path});
+        kind = KindOf(to);
+        if (kind == ElevationKind::None)
+            return TellNoExtension(parts.Dialogs);
+    }
+    bool saveOK = false;
+    {
+        const LongWork work(parts);
+        saveOK =
+            SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3, parts.Dialogs);
+    }
+    if (saveOK)
+        parts.Panel.L0Saved();
+    else
+        parts.Panel.L0GivenUp();
+    return saveOK;
+}
+
+bool SaveLevel2(const SavingParts& parts, bool as) {
+    std::string to;
+    if (as)
+        to = parts.Dialogs
+                 .SaveFile({.Title = {},
+                            .Filter = LevelFilter,
+                            .InitialPath = parts.Terrain.LFilename})
+                 .Path;
+    {
+        const LongWork work(parts);
+        SaveTheater(parts.Terrain, to, parts.PB3);
+    }
+    parts.Panel.L2Saved();
+    return true;
+}
+
+bool MayLoseElevations(const SavingParts& parts) {
+    return !parts.Panel.L0NeedSaveFlag() ||
+           parts.Dialogs.MessageBox(LoseElevations, "Confirm", BoxIcon::Question,
+                                    BoxButtons::YesNo) == BoxAnswer::Yes;
+}
+
+} // namespace
+
+bool CmdSaveTheater(const SavingParts& parts, bool as) {
+    return Trapped(parts.Dialogs, [&] {
+        return parts.View.L0Mode ? SaveElevations(parts, as) : SaveLevel2(parts, as);
+    });
+}
+
+bool cmdLoadL0Elv(const SavingParts& parts) {
+    return Trapped(parts.Dialogs, [&] {
+        const std::string& loaded = parts.Terrain.Elevations.Path;
+        const FileAnswer from = parts.Dialogs.OpenFile(
+            {.Title = {},
+             .Filter = ElevationFilter,
+             .InitialPath =
+                 loaded.empty() ? UpToLastSlash(parts.Terrain.LFilename) : loaded});
+        const ElevationKind kind = KindOf(from);
+        if (kind == ElevationKind::None)
+            return TellNoExtension(parts.Dialogs);
+        if (!MayLoseElevations(parts))
+            return false;
+        const LongWork work(parts);
+        if (!LoadElevationData(parts.Terrain, kind, from.Path, parts.PB3, parts.Dialogs,
+                               parts.Log))
+            return false;
+        if (parts.Panel.L0NeedSaveFlag())
+            parts.Panel.L0Saved();
+        parts.Panel.SetL0FileName(from.Path);
+        return true;
+    });
+}
+
+} // namespace vardenix

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+#include "platform/Progress.h"
+#include "theater/DebugLog.h"
+#include "theater/Terrain.h"
+#include "workspace/MapView.h"
+
+#include <string>
+
+namespace vardenix {
+
+// What the panel shows while elevations are loaded or a theater is saved, and afterwards.
+class SavingPanel {
+public:
+    SavingPanel() = default;
+    SavingPanel(const SavingPanel&) = delete;
+    SavingPanel& operator=(const SavingPanel&) = delete;
+    virtual ~SavingPanel() = default;
+
+    // Nothing on the panel can be used while files are read or written.
+    virtual void LockPanel(bool locked) = 0;
+    virtual bool L0NeedSaveFlag() const = 0;
+    // The flag falls, and the star with it.
+    virtual void L2Saved() = 0;
+    virtual void L0Saved() = 0;
+    // The writer gave up: the flag falls, the titles stay.
+    virtual void L0GivenUp() = 0;
+    // The path of the loaded elevations, for the tool tips; chkL0ELV can be used.
+    virtual void SetL0FileName(const std::string& fileName) = 0;
+};
+
+// What loading and saving work on; everything is borrowed.
+struct SavingParts {
+    vardenix::Terrain& Terrain;
+    MapView& View;
+    vardenix::Dialogs& Dialogs;
+    Progress& PB3;
+    DebugLog& Log;
+    SavingPanel& Panel;
+};
+
+// CmdSaveTheater: writes what the mode edits; `as` asks for another name first. An error
+// is told in a box and leaves the old files and the flag as they were; a cancel says
+// nothing. True when it was saved.
+bool CmdSaveTheater(const SavingParts& parts, bool as);
+
+// cmdLoadL0Elv: asks for a L0 or .elv file and reads it into L0ElvArr, after a question
+// when the loaded one has changes. Failures are told, and leave what was loaded before.
+// True when another file is loaded.
+bool cmdLoadL0Elv(const SavingParts& parts);
+
+} // namespace vardenix

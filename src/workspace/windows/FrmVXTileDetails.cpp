@@ -1,0 +1,110 @@
+#include "workspace/windows/FrmVXTileDetails.h"
+
+#include "platform/Numbers.h"
+#include "platform/RuntimeError.h"
+#include "platform/Windows1252.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "ui_FrmVXTileDetails.h"
+#include "workspace/MapInteraction.h"
+
+namespace vardenix {
+
+namespace {
+
+// One more than the longest number that fits, so that too large a one can be typed and is
+// told of.
+constexpr int MaxKeys = 11;
+
+std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
+
+} // namespace
+
+FrmVXTileDetails::FrmVXTileDetails(const TerrainPost& post, const Helpers& helpers,
+                                   QWidget* parent)
+    : FrmVXTileDetails(false, TextsOf(post), helpers, parent) {
+    details_.Entered = post;
+}
+
+FrmVXTileDetails::FrmVXTileDetails(int16_t elevation, const Helpers& helpers,
+                                   QWidget* parent)
+    : FrmVXTileDetails(true, TextsOf(elevation), helpers, parent) {
+    details_.Entered.Elevation = elevation;
+}
+
+FrmVXTileDetails::FrmVXTileDetails(bool l0Mode, const DetailTexts& texts,
+                                   const Helpers& helpers, QWidget* parent)
+    : QDialog(parent), helpers_(helpers), l0Mode_(l0Mode),
+      ui_(std::make_unique<Ui::FrmVXTileDetails>()) {
+    ui_->setupUi(this);
+    Show(texts);
+    Join(ui_->Text1, DetailField::TileOffset);
+    Join(ui_->Text2, DetailField::Elevation);
+    Join(ui_->Text3, DetailField::Palette);
+    Join(ui_->Text4, DetailField::X1);
+    Join(ui_->Text5, DetailField::X2);
+    for (NumberBox* box : {ui_->Text1, ui_->Text3, ui_->Text4, ui_->Text5})
+        box->setEnabled(!l0Mode);
+    ui_->lblTile->setMinimumWidth(
+        fontMetrics().horizontalAdvance("Not Specified in BIN File"));
+    ShowTileName();
+    (l0Mode ? ui_->Text2 : ui_->Text1)->setFocus();
+    OnSignal(ui_->Command2, &QAbstractButton::clicked, this,
+             [this] { Command2_Click(); });
+    OnSignal(ui_->Command1, &QAbstractButton::clicked, this, [this] { reject(); });
+}
+
+FrmVXTileDetails::~FrmVXTileDetails() = default;
+
+void FrmVXTileDetails::Show(const DetailTexts& texts) {
+    ui_->Text1->setText(QString::fromStdString(texts.TileOffset));
+    ui_->Text2->setText(QString::fromStdString(texts.Elevation));
+    ui_->Text3->setText(QString::fromStdString(texts.Palette));
+    ui_->Text4->setText(QString::fromStdString(texts.X1));
+    ui_->Text5->setText(QString::fromStdString(texts.X2));
+}
+
+DetailTexts FrmVXTileDetails::Entered() const {
+    return {TextOf(ui_->Text1), TextOf(ui_->Text2), TextOf(ui_->Text3),
+            TextOf(ui_->Text4), TextOf(ui_->Text5)};
+}
+
+void FrmVXTileDetails::Join(NumberBox* box, DetailField field) {
+    box->TakeKeys([field](char32_t key) { return KeepsDetailKey(field, key); }, MaxKeys);
+    OnSignal(box, &QLineEdit::textChanged, this, [this, box, field](const QString& text) {
+        const std::string typed = text.toStdString();
+        const std::string left = AfterDetailChange(field, typed);
+        if (left != typed)
+            box->setText(QString::fromStdString(left));
+        if (field == DetailField::TileOffset)
+            ShowTileName();
+    });
+}
+
+void FrmVXTileDetails::ShowTileName() {
+    if (l0Mode_)
+        return;
+    const int32_t number = ClampToInt32(Val(TextOf(ui_->Text1)));
+    ui_->lblTile->setText(
+        QString::fromStdString(Utf8FromBytes(TileNameOf(number, helpers_.Lookup))));
+}
+
+void FrmVXTileDetails::Command2_Click() {
+    try {
+        ReadDetails(Entered(), details_);
+    } catch (const RuntimeError& error) {
+        helpers_.Boxes.Notice(TrapText(error), "Error...", BoxIcon::Critical);
+        return;
+    }
+    if (l0Mode_)
+        helpers_.Workspace.L0NeedSave();
+    else
+        helpers_.Workspace.L2NeedSave();
+    accept();
+}
+
+void FrmVXTileDetails::reject() {
+    details_.DetailsUpdated = false;
+    QDialog::reject();
+}
+
+} // namespace vardenix

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+#include "theater/TextureBin.h"
+#include "workspace/TileDetails.h"
+#include "workspace/WorkspaceCommands.h"
+
+#include <QDialog>
+
+#include <cstdint>
+#include <memory>
+
+namespace Ui {
+class FrmVXTileDetails;
+}
+
+namespace vardenix {
+
+class NumberBox;
+
+// The five fields of one post or, in L0/ELV mode, one elevation. The caller writes what
+// was entered, and records it for undo.
+class FrmVXTileDetails : public QDialog {
+    Q_OBJECT
+
+public:
+    // Both for the window's life; the lookup names the tile that is entered.
+    struct Helpers {
+        Dialogs& Boxes;
+        WorkspaceCommands& Workspace;
+        const TileLookup& Lookup;
+    };
+
+    // Over a post.
+    FrmVXTileDetails(const TerrainPost& post, const Helpers& helpers,
+                     QWidget* parent = nullptr);
+    // Over an elevation of the L0/ELV mode.
+    FrmVXTileDetails(int16_t elevation, const Helpers& helpers,
+                     QWidget* parent = nullptr);
+    ~FrmVXTileDetails() override;
+
+    // What the user chose and entered, once the window has gone. In L0/ELV mode only the
+    // elevation says something.
+    const TileDetails& Details() const { return details_; }
+
+    // Command1, Esc and the close box: nothing is changed.
+    void reject() override;
+
+private:
+    FrmVXTileDetails(bool l0Mode, const DetailTexts& texts, const Helpers& helpers,
+                     QWidget* parent);
+
+    void Show(const DetailTexts& texts);
+    DetailTexts Entered() const;
+    void Join(NumberBox* box, DetailField field);
+    void ShowTileName();
+    void Command2_Click();
+
+    Helpers helpers_;
+    bool l0Mode_;
+    std::unique_ptr<Ui::FrmVXTileDetails> ui_;
+    TileDetails details_;
+};
+
+} // namespace vardenix

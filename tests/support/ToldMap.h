@@ -1,0 +1,48 @@
+#pragma once
+
+#include "workspace/MapMouse.h"
+
+#include <optional>
+#include <string>
+
+namespace vardenix::tests {
+
+// Answers the details dialog, and writes down what a click asks for behind what it asks
+// of the workspace.
+class ToldMap : public MapCommands {
+public:
+    explicit ToldMap(std::string& story) : story_(story) {}
+
+    std::optional<TerrainPost> PostAnswer;
+    std::optional<int16_t> ElevationAnswer;
+    TerrainPost AskedPost{};
+    bool WithShift = false;
+    bool Locates = false;
+
+    std::optional<TerrainPost> EditPost(const TerrainPost& post) override {
+        AskedPost = post;
+        story_ += " post?";
+        return PostAnswer;
+    }
+    std::optional<int16_t> EditElevation(int16_t elevation) override {
+        story_ += " height " + std::to_string(elevation) + "?";
+        return ElevationAnswer;
+    }
+    bool CanLocate() const override { return Locates; }
+    void LocateInBIN(int32_t tileNumber) override {
+        story_ += " bin " + std::to_string(tileNumber);
+    }
+    void LocateColorInMAP(uint8_t palette) override {
+        story_ += " map " + std::to_string(palette);
+    }
+    void ExportTiles() override { story_ += " export"; }
+    void SubExportTDFs() override { story_ += " tdfs"; }
+    void ImportTiles() override { story_ += " import"; }
+    bool ExportWithShift() const override { return WithShift; }
+    void HideFrame7() override { story_ += " nohint"; }
+
+private:
+    std::string& story_;
+};
+
+} // namespace vardenix::tests

@@ -1,0 +1,84 @@
+#include "workspace/RestorePoint.h"
+
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace vardenix {
+namespace {
+
+// A terrain of 16 by 16 posts whose tile numbers are their serials plus `base`.
+Terrain Made(int32_t base) {
+    Terrain terrain;
+    terrain.MapWidth = 16;
+    terrain.LxArr = PostArray(256);
+    for (int32_t serial = 1; serial <= 256; ++serial)
+        terrain.LxArr(serial).TileOffset = base + serial;
+    return terrain;
+}
+
+int32_t Tile(const Terrain& terrain, int32_t serial) {
+    return terrain.LxArr(serial).TileOffset;
+}
+
+class RestorePointTest : public testing::Test {
+protected:
+    std::string Folder() const { return folder_.Path() + "/"; }
+
+    tests::TestFolder folder_;
+};
+
+TEST_F(RestorePointTest, IsNineBytesAPostInSerialOrderAndNothingElse) {
+    Terrain terrain = Made(0);
+    TerrainPost second{};
+    second.TileOffset = 0x01020304;
+    second.Elevation = -2;
+    second.Palette = 5;
+    second.X1 = 6;
+    second.X2 = 7;
+    terrain.LxArr(2) = second;
+    CreateRestorePoint(terrain, Folder());
+    const std::string bytes = tests::Slurp(folder_.File("VXUndo.tmp"));
+    ASSERT_EQ(bytes.size(), 256u * 9);
+    EXPECT_EQ(bytes.substr(0, 9), std::string("\1\0\0\0\0\0\0\0\0", 9));
+    EXPECT_EQ(bytes.substr(9, 9), std::string("\4\3\2\1\xFE\xFF\5\6\7", 9));
+    EXPECT_EQ(bytes.substr(255 * 9, 4), std::string("\0\1\0\0", 4));
+}
+
+TEST_F(RestorePointTest, BringsEveryPostBack) {
+    CreateRestorePoint(Made(100), Folder());
+    Terrain edited = Made(5000);
+    EXPECT_EQ(RestoreFromPoint(edited, Folder()), Restored::Done);
+    EXPECT_EQ(Tile(edited, 1), 101);
+    EXPECT_EQ(Tile(edited, 256), 356);
+    EXPECT_EQ(RestoreMessage(Restored::Done), "");
+}
+
+TEST_F(RestorePointTest, ANewPointReplacesTheOld) {
+    CreateRestorePoint(Made(100), Folder());
+    CreateRestorePoint(Made(700), Folder());
+    Terrain terrain = Made(0);
+    EXPECT_EQ(RestoreFromPoint(terrain, Folder()), Restored::Done);
+    EXPECT_EQ(Tile(terrain, 1), 701);
+}
+
+TEST_F(RestorePointTest, WithoutAPointTheUserIsTold) {
+    Terrain terrain = Made(3);
+    EXPECT_EQ(RestoreFromPoint(terrain, Folder()), Restored::NoPoint);
+    EXPECT_EQ(RestoreMessage(Restored::NoPoint), "You must first create an Undo Point");
+    EXPECT_EQ(Tile(terrain, 1), 4);
+}
+
+TEST_F(RestorePointTest, APointOfAnotherSizeIsRefused) {
+    for (const size_t size : {size_t{0}, size_t{256 * 9 - 1}, size_t{256 * 9 + 9}}) {
+        folder_.Write("VXUndo.tmp", std::string(size, '\1'));
+        Terrain terrain = Made(3);
+        EXPECT_EQ(RestoreFromPoint(terrain, Folder()), Restored::WrongSize) << size;
+        EXPECT_EQ(Tile(terrain, 1), 4);
+    }
+    EXPECT_EQ(RestoreMessage(Restored::WrongSize),
+              "The restore point belongs to a theater of another size.");
+}
+
+} // namespace
+} // namespace vardenix
