@@ -23,9 +23,9 @@ struct FirstLayout {
 bool NeverPlaced(const Configuration& settings);
 
 // Side by side within `room`, none over another: the panel, the preview under it where
-// there is room and else at the right or under the map, the map in what is left; map and
-// preview are cut to that, the panel is not. A screen too small for all three lets the
-// map overlap.
+// there is room and else at the right of the map or under it, whichever leaves more of
+// the map; map and preview are cut to what is left, the panel is not. A screen too small
+// for all three lets the map overlap.
 FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
                         WindowSize preview);
 

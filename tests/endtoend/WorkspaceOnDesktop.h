@@ -1,0 +1,133 @@
+#pragma once
+
+#include "endtoend/Desktop.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <stdexcept>
+#include <string>
+
+namespace vardenix::tests {
+
+inline constexpr const char* StartUp = "^Vardenix v3\\.0\\.1 - for";
+inline constexpr const char* Panel = "^Vardenix v3\\.0\\.1$";
+inline constexpr const char* Map = "^sorrelund$";
+inline constexpr const char* Preview = "^Theater Preview$";
+inline constexpr int Cell = 128;      // pixels of a post on a first start
+inline constexpr int Side = 5 * Cell; // of the picture
+inline constexpr int Posts = 128;     // of the sample theater, a side
+inline constexpr unsigned Background = 0xF0F0F0;
+
+// The program in a folder of its own, on a desktop of its own, with the sample theater.
+class WorkspaceOnDesktop : public testing::Test {
+protected:
+    void SetUp() override {
+        std::filesystem::create_directory(folder_.File("program"));
+        for (const auto& entry : std::filesystem::directory_iterator(PROGRAM_FOLDER))
+            if (const std::string name = entry.path().filename();
+                name == "vardenix" || name == "NoTile.jpg" || name.ends_with(".so"))
+                std::filesystem::copy(entry.path(), folder_.File("program/" + name));
+        UseTheater(SAMPLE_FOLDER);
+    }
+
+    // Settings of a first start but for the paths and what is given here.
+    void UseTheater(const std::string& install,
+                    std::map<std::string, std::string> settings = {}) {
+        const std::string base = install + "/terrdata/sorrelund/";
+        settings["L2_FILE"] = base + "terrain/theater.L2";
+        settings["BIN_FILE"] = base + "texture/Texture.bin";
+        settings["MAP_FILE"] = base + "terrain/theater.map";
+        settings["DDS_PATH"] = base + "texture/texture/";
+        settings["AUTO_CHECK_FOR_UPDATES"] = "0";
+        std::string ini = Slurp(FIRST_SETTINGS);
+        for (const auto& [key, value] : settings) {
+            const size_t at = ini.find("\n" + key + "=");
+            if (at == std::string::npos)
+                throw std::runtime_error("no " + key);
+            const size_t from = at + key.size() + 2;
+            ini.replace(from, ini.find('\r', from) - from, value);
+        }
+        folder_.Write("program/VX.ini", ini);
+    }
+
+    // As far as a painted map.
+    void Start() {
+        program_ = Child({folder_.File("program/vardenix")},
+                         {{"DISPLAY", desktop_.Display()},
+                          {"HOME", folder_.File("desktop")},
+                          {"XDG_RUNTIME_DIR", folder_.File("desktop")},
+                          {"WINEPREFIX", folder_.File("no wine")},
+                          {"QT_QPA_PLATFORM", "xcb"}},
+                         folder_.File("desktop/program.log"));
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(StartUp); }));
+        desktop_.Key("Return");
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+        ASSERT_TRUE(Await([](const Picture& map) { return map.At(1, 1) != 0; }));
+    }
+
+    // A click into the middle of the preview.
+    void GoToLand() {
+        const Place place = desktop_.WhereIs(Preview);
+        const Picture before = MapPicture();
+        // The picture of Posts / 4 pixels stands in the middle above the button.
+        desktop_.ClickIn(Preview, place.Width / 2, Posts / 8);
+        ASSERT_TRUE(Await([&](const Picture& map) { return map != before; }));
+        desktop_.Activate(Map);
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+    }
+
+    Picture MapPicture() const {
+        const Picture window = desktop_.Look(Map);
+        if (window.Width < Side || window.Height < Side)
+            return {};
+        return window.Part({0, 0, Side, Side});
+    }
+
+    // Until the map looks as wanted.
+    template <typename Condition>
+    bool Await(Condition condition) {
+        return WaitFor([&] {
+            const Picture map = MapPicture();
+            return map.Width != 0 && condition(map);
+        });
+    }
+
+    void Leave() {
+        desktop_.Activate(Panel);
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Panel); }));
+        desktop_.Key("alt+F4");
+        ASSERT_TRUE(WaitFor([this] { return !program_.Running(); }));
+        EXPECT_EQ(program_.ExitCode(), 0);
+    }
+
+    // A number of VX.ini.
+    int Setting(const std::string& key) const {
+        const std::string ini = Slurp(folder_.File("program/VX.ini"));
+        const size_t at = ini.find("\n" + key + "=");
+        if (at == std::string::npos)
+            throw std::runtime_error("no " + key);
+        return std::atoi(ini.c_str() + at + key.size() + 2);
+    }
+
+    TestFolder folder_;
+    Desktop desktop_{(std::filesystem::create_directory(folder_.File("desktop")),
+                      folder_.File("desktop"))};
+    Child program_;
+};
+
+// What both pictures show of the terrain, the second one having moved by whole posts:
+// east and north are counted as the view goes.
+inline void ExpectMoved(const Picture& before, const Picture& after, int east,
+                        int north) {
+    const int width = Side - std::abs(east) * Cell;
+    const int height = Side - std::abs(north) * Cell;
+    const Place was{std::max(east, 0) * Cell, std::max(-north, 0) * Cell, width, height};
+    const Place is{std::max(-east, 0) * Cell, std::max(north, 0) * Cell, width, height};
+    EXPECT_TRUE(before.Part(was) == after.Part(is))
+        << east << " east, " << north << " north";
+}
+
+} // namespace vardenix::tests
