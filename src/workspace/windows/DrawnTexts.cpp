@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <limits>
 
 namespace vardenix {
 
@@ -42,6 +43,17 @@ QImage NewSheet(QSize size) {
     return sheet;
 }
 
+// Row by row, from the left.
+void AddDot(DrawnText& drawn, int x, int y, uint8_t alpha) {
+    constexpr int reach = std::numeric_limits<uint8_t>::max();
+    std::vector<DrawnText::Stretch>& stretches = drawn.Stretches;
+    if (stretches.empty() || stretches.back().Y != y || x - stretches.back().X > reach)
+        stretches.push_back({static_cast<int16_t>(x), static_cast<int16_t>(y), 0});
+    DrawnText::Stretch& stretch = stretches.back();
+    drawn.Dots.push_back({static_cast<uint8_t>(x - stretch.X), alpha});
+    ++stretch.Count;
+}
+
 void TakeInk(const QImage& sheet, int margin, DrawnText& drawn) {
     int left = sheet.width();
     int top = sheet.height();
@@ -52,17 +64,15 @@ void TakeInk(const QImage& sheet, int margin, DrawnText& drawn) {
         for (int x = 0; x < sheet.width(); ++x) {
             if (qAlpha(row[x]) == 0)
                 continue;
-            if (bottom != y)
-                drawn.Rows.push_back({y - margin, 0});
-            drawn.Dots.push_back(
-                {static_cast<int16_t>(x - margin), static_cast<uint8_t>(qAlpha(row[x]))});
-            drawn.Rows.back().EndDot = drawn.Dots.size();
+            AddDot(drawn, x - margin, y - margin, static_cast<uint8_t>(qAlpha(row[x])));
             left = std::min(left, x);
             right = std::max(right, x);
             top = std::min(top, y);
             bottom = y;
         }
     }
+    drawn.Stretches.shrink_to_fit();
+    drawn.Dots.shrink_to_fit();
     if (right >= 0)
         drawn.Ink = {left - margin, top - margin, right - left + 1, bottom - top + 1};
 }
@@ -75,18 +85,20 @@ void DrawnText::LayOver(const RasterView& picture, int32_t left, int32_t top,
     const bool whole = left + Ink.Left >= 0 && top + Ink.Top >= 0 &&
                        left + Ink.Left + Ink.Width <= picture.Width &&
                        top + Ink.Top + Ink.Height <= picture.Height;
-    size_t i = 0;
-    for (const Row& row : Rows) {
-        const int32_t y = top + row.Y;
+    const Dot* dot = Dots.data();
+    for (const Stretch& stretch : Stretches) {
+        const Dot* const end = dot + stretch.Count;
+        const int32_t y = top + stretch.Y;
         if (y < 0 || y >= picture.Height) {
-            i = row.EndDot;
+            dot = end;
             continue;
         }
         uint32_t* const pixels = picture.Row(y);
-        for (; i < row.EndDot; ++i) {
-            const int32_t x = left + Dots[i].X;
+        const int32_t first = left + stretch.X;
+        for (; dot != end; ++dot) {
+            const int32_t x = first + dot->X;
             if (whole || (x >= 0 && x < picture.Width))
-                pixels[x] = BlendPixel(pixels[x], ink, Dots[i].Alpha);
+                pixels[x] = BlendPixel(pixels[x], ink, dot->Alpha);
         }
     }
 }

@@ -6,7 +6,6 @@
 #include <QFont>
 #include <QImage>
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -17,22 +16,22 @@
 namespace vardenix {
 
 // One text in one font, drawn: every pixel with ink and how much of it, so that laying it
-// over a picture touches nothing else. Places count from the corner of the text's
-// rectangle; italics reach out of it.
+// over a picture touches nothing else. Kept small, since thousands take turns. Places
+// count from the corner of the text's rectangle; italics reach out of it.
 struct DrawnText {
     struct Dot {
-        int16_t X;
+        uint8_t X; // from the stretch's
         uint8_t Alpha;
     };
-    // Of one row, up to but not including EndDot.
-    struct Row {
-        int32_t Y;
-        size_t EndDot;
+    // The next dots, of one row.
+    struct Stretch {
+        int16_t X, Y;
+        uint16_t Count;
     };
 
     TextSize Size;
     PixelRect Ink; // what all dots lie in
-    std::vector<Row> Rows;
+    std::vector<Stretch> Stretches;
     std::vector<Dot> Dots;
 
     // In one colour 0x00BBGGRR, cut at the picture's edges.
