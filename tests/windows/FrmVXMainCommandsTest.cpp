@@ -72,6 +72,7 @@ TEST_F(FrmVXMainTest, TipsAreTold) {
     EXPECT_EQ(tip("cmdRedo"), "Redo (not for importing)");
     EXPECT_EQ(tip("CmdExport"), "Use SHIFT to export TDFs (Features).");
     EXPECT_EQ(tip("CmdSaveTheater"), "Use shift for save with a different name.");
+    EXPECT_EQ(tip("chkApplyMAP"), "Not accurate, just for reference!");
     EXPECT_EQ(tip("chkL0ELV"), "No L0/ELV file loaded.");
     EXPECT_EQ(tip("cmdLoadL0Elv"), "No L0/ELV file loaded.");
     window_.SetL0FileName("/a b/theater.L0");

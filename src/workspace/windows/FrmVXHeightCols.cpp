@@ -61,6 +61,9 @@ FrmVXHeightCols::FrmVXHeightCols(Configuration& settings, Dialogs& dialogs,
     ui_->Option1_1->setChecked(!settings.UseSingleHeightColor);
     ui_->cmdDefCol->SetColor(settings.HeightDefaultColor);
     ui_->ListView1->header()->setSectionResizeMode(QHeaderView::Stretch);
+    for (const Column column : {MinAlt, MaxAlt})
+        ui_->ListView1->headerItem()->setTextAlignment(column,
+                                                       Qt::AlignRight | Qt::AlignVCenter);
     ui_->ListView1->setItemDelegateForColumn(RowColor, new ColorCell(this));
     FillListView(-1);
     Connect(dialogs);
