@@ -115,11 +115,13 @@ TEST_F(FrmVXMainTest, TheModeOfTheFinestElevationsChangesTitleGroundAndButtons) 
     for (const char* name : {"LabelX", "LabelY"})
         EXPECT_EQ(Find<QLineEdit>(name).palette().color(QPalette::Base), ground());
     // Every control whose name begins so, whatever its kind.
-    for (const QWidget* control : window_.findChildren<QWidget*>())
-        for (const char* kind : {"fra", "chk", "lab"})
-            if (control->objectName().startsWith(kind, Qt::CaseInsensitive))
-                EXPECT_EQ(control->palette().color(QPalette::Window), ground())
-                    << control->objectName().toStdString();
+    for (const QWidget* control : window_.findChildren<QWidget*>()) {
+        const QString kind = control->objectName().left(3).toUpper();
+        if (kind == "FRA" || kind == "CHK" || kind == "LAB") {
+            EXPECT_EQ(control->palette().color(QPalette::Window), ground())
+                << control->objectName().toStdString();
+        }
+    }
     view_.L0Mode = false;
     window_.ChangeControlsForL0Edit(false);
     EXPECT_EQ(Title(), "*Vardenix v3.0.1");
