@@ -1,24 +1,21 @@
 #include "app/Workspace.h"
 
+#include "app/WorkspaceVerbs.h"
 #include "mapeditor/MapFile.h"
 #include "platform/FileNames.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "platform/windows/WindowPlace.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
 #include "workspace/FirstLayout.h"
-#include "workspace/RestorePoint.h"
-#include "workspace/TheaterSaving.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTheaterPreview.h"
-#include "workspace/windows/MapDialogs.h"
-#include "workspace/windows/PanelDialogs.h"
+#include "workspace/windows/FrmVXTilePal.h"
 
 #include <QScreen>
+#include <QWindow>
 
 #include <string>
 #include <string_view>
@@ -40,8 +37,24 @@ void PlaceAt(QWidget& window, const WindowPosition& place) {
     MoveOnScreen(window, {PixelsOfTwips(place.Left), PixelsOfTwips(place.Top)});
 }
 
+// Stored without the frame, which is not known when the window comes back.
+WindowSize PaletteSize(const Configuration& settings) {
+    return {PixelsOfTwips(settings.PalWinSizeW), PixelsOfTwips(settings.PalWinSizeH)};
+}
+
 WindowPosition PlaceOf(const QWidget& window) {
     return {.Top = TwipsOfPixels(window.y()), .Left = TwipsOfPixels(window.x())};
+}
+
+// Makes it a tool of `below`, which the desktop then never puts over it and which keeps
+// the keyboard when it comes up.
+void KeepOver(QWidget& window, const QWidget& below) {
+    window.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
+    window.setAttribute(Qt::WA_ShowWithoutActivating);
+    for (const QWidget* each : std::initializer_list<const QWidget*>{&window, &below})
+        each->winId(); // makes what the desktop knows of it
+    window.windowHandle()->setTransientParent(below.windowHandle());
 }
 
 // The name in the list of theaters; of one opened by hand, the folder that the folder of
@@ -61,128 +74,6 @@ std::string TheaterTitle(const ProgramState& state) {
 }
 
 } // namespace
-
-// What the panel's buttons and boxes do to the other windows.
-class Workspace::PanelVerbs : public PanelDialogs {
-public:
-    explicit PanelVerbs(Workspace& workspace)
-        : PanelDialogs(workspace.state_, workspace.view_, workspace.platform_, workspace),
-          workspace_(workspace) {}
-
-    bool Can(PanelVerb verb) const override {
-        switch (verb) {
-        case PanelVerb::Undo:
-            return workspace_.undo_.CanUndo(workspace_.view_.L0Mode);
-        case PanelVerb::Redo:
-            return workspace_.undo_.CanRedo(workspace_.view_.L0Mode);
-        case PanelVerb::SaveTheater:
-        case PanelVerb::LoadL0Elv:
-        case PanelVerb::EditL0Elv:
-        case PanelVerb::CreateRestorePoint:
-        case PanelVerb::Restore:
-        case PanelVerb::SaveScreenshot:
-        case PanelVerb::ShowMain:
-        case PanelVerb::ShowTheater:
-            return true;
-        default:
-            return false;
-        }
-    }
-
-    void Do(PanelVerb verb) override {
-        switch (verb) {
-        case PanelVerb::LoadL0Elv:
-            return LoadL0Elv();
-        case PanelVerb::Undo:
-            return workspace_.undo_.Undo(workspace_.view_.L0Mode);
-        case PanelVerb::Redo:
-            return workspace_.undo_.Redo(workspace_.view_.L0Mode);
-        case PanelVerb::CreateRestorePoint:
-            return CreatePoint();
-        case PanelVerb::Restore:
-            return Restore();
-        default:
-            return;
-        }
-    }
-
-    void SaveTheater(bool as) override { CmdSaveTheater(Saving(), as); }
-
-    void EditL0Elv(bool on) override {
-        workspace_.view_.L0Mode = on;
-        workspace_.frmVXMain_->ChangeControlsForL0Edit(on);
-        workspace_.undo_.ShowButtons(on);
-    }
-
-    void ShowWindow(PanelVerb window, bool on) override {
-        Configuration& settings = workspace_.state_.Configuration;
-        if (window == PanelVerb::ShowMain)
-            settings.MainWinVis = on;
-        else if (window == PanelVerb::ShowTheater)
-            settings.ThPrevWinVis = on;
-        workspace_.ShowByBoxes();
-    }
-
-    void SaveScreenshot(const std::string& path, int filterIndex) override {
-        const ImageSession session;
-        ImageSaveOptions options;
-        options.Format = filterIndex == 2 ? PictureFormat::Jpeg : PictureFormat::Bmp;
-        options.ColorDepth = 24;
-        ImageSaveEx(PictureToBitmap(workspace_.frmVXMap_->Picture2().Pixels()), path,
-                    options);
-    }
-
-private:
-    SavingParts Saving() {
-        return {workspace_.state_.Terrain, workspace_.view_, workspace_.platform_.Dialogs,
-                *workspace_.frmVXMain_,    workspace_.log_,  *workspace_.frmVXMain_};
-    }
-
-    // A map of the finest elevations shows the new ones at once.
-    void LoadL0Elv() {
-        if (!cmdLoadL0Elv(Saving()))
-            return;
-        workspace_.undo_.ForgetElevations();
-        if (workspace_.view_.L0Mode)
-            workspace_.undo_.ShowButtons(true);
-    }
-
-    void CreatePoint() {
-        workspace_.frmVXMain_->LetEventsThrough();
-        CreateRestorePoint(workspace_.state_.Terrain,
-                           workspace_.state_.Folders.SystemTempPath);
-    }
-
-    void Restore() {
-        workspace_.frmVXMain_->LetEventsThrough();
-        const Restored result = RestoreFromPoint(
-            workspace_.state_.Terrain, workspace_.state_.Folders.SystemTempPath);
-        if (result == Restored::Done)
-            workspace_.RefreshPicArray();
-        else
-            workspace_.platform_.Dialogs.Notice(RestoreMessage(result), {},
-                                                BoxIcon::Information);
-    }
-
-    Workspace& workspace_;
-};
-
-// What clicks on the map do to the other windows.
-class Workspace::MapVerbs : public MapDialogs {
-public:
-    explicit MapVerbs(Workspace& workspace)
-        : MapDialogs(workspace.platform_.Dialogs, workspace,
-                     workspace.state_.Catalogue.Lookup),
-          workspace_(workspace) {}
-
-    bool ExportWithShift() const override {
-        return workspace_.frmVXMain_->ExportWithShift();
-    }
-    void HideFrame7() override { workspace_.frmVXMain_->ShowHint(FrmVXMain::Hint::None); }
-
-private:
-    Workspace& workspace_;
-};
 
 Workspace::Workspace(ProgramState& state, const Platform& platform, DebugLog& log,
                      std::function<void()> exitProgram)
@@ -231,8 +122,37 @@ void Workspace::ShowMainPanel() { frmVXMain_->Form_Load(TheaterTitle(state_)); }
 // Small windows go with the map when it is made an icon. Before they have their places
 // they stay hidden.
 void Workspace::RestoreChildWindows() {
-    frmVXTheaterPreview_->setVisible(laidOut_ && !frmVXMap_->isMinimized() &&
+    RestorePreview();
+    if (!frmVXTilePal_)
+        return;
+    const bool shown = SmallWindowsShown() && state_.Configuration.PalWinVis;
+    // Some desktops make an icon of a tool with its window, and shown as an icon it would
+    // take the map with it.
+    if (shown)
+        frmVXTilePal_->setWindowState(frmVXTilePal_->windowState() &
+                                      ~Qt::WindowMinimized);
+    frmVXTilePal_->setVisible(shown);
+}
+
+void Workspace::RestorePreview() {
+    frmVXTheaterPreview_->setVisible(SmallWindowsShown() &&
                                      state_.Configuration.ThPrevWinVis);
+}
+
+bool Workspace::SmallWindowsShown() const {
+    return laidOut_ && !frmVXMap_->isMinimized();
+}
+
+// Made for the first theater. The tiles come with the layout, when the window has its
+// width; until then none of another theater may be chosen from.
+void Workspace::RefreshPalette() {
+    if (!frmVXTilePal_) {
+        frmVXTilePal_ =
+            std::make_unique<FrmVXTilePal>(state_, interaction_, tilePictures_, *this);
+        // A click that paints brings the map up.
+        KeepOver(*frmVXTilePal_, *frmVXMap_);
+    }
+    frmVXTilePal_->Clear();
 }
 
 void Workspace::InitForm() { frmVXMap_->InitForm(); }
@@ -246,6 +166,7 @@ void Workspace::ApplySavedLayout() {
     }
     first ? PlaceFirst() : PlaceAsStored();
     laidOut_ = true;
+    frmVXTilePal_->Command1_Click();
     frmVXMain_->ShowSettings();
     ShowByBoxes();
     RefreshPicArray();
@@ -253,30 +174,49 @@ void Workspace::ApplySavedLayout() {
 
 void Workspace::PlaceFirst() {
     const QRect room = frmVXMap_->screen()->availableGeometry();
-    const FirstLayout layout = LayOutFirst(
-        {room.left(), room.top(), room.width(), room.height()}, SizeOf(*frmVXMain_),
-        SizeOf(*frmVXMap_), SizeOf(*frmVXTheaterPreview_));
-    MoveOnScreen(*frmVXMain_, {layout.Panel.Left, layout.Panel.Top});
+    // The panel has its true height only when it is up.
+    MoveOnScreen(*frmVXMain_, room.topLeft());
+    frmVXMain_->show();
+    const FirstLayout layout =
+        LayOutFirst({room.left(), room.top(), room.width(), room.height()},
+                    SizeOf(*frmVXMain_), SizeOf(*frmVXMap_),
+                    SizeOf(*frmVXTheaterPreview_), PaletteSize(state_.Configuration));
     PlaceAt(*frmVXMap_, layout.Map);
     PlaceAt(*frmVXTheaterPreview_, layout.Preview);
+    PlaceAt(*frmVXTilePal_, layout.Palette);
 }
 
 void Workspace::PlaceAsStored() {
     PlaceAt(*frmVXMain_, state_.Configuration.MainControlWinPos);
     PlaceAt(*frmVXMap_, state_.Configuration.MainWinPos);
     PlaceAt(*frmVXTheaterPreview_, state_.Configuration.ThPrevWinPos);
+    const WindowSize palette = PaletteSize(state_.Configuration);
+    frmVXTilePal_->resize(QSize(palette.Width, palette.Height)
+                              .boundedTo(frmVXMap_->screen()->availableSize()));
+    PlaceAt(*frmVXTilePal_, state_.Configuration.PalWinPos);
 }
 
 void Workspace::StorePositions() {
     state_.Configuration.MainControlWinPos = PlaceOf(*frmVXMain_);
     state_.Configuration.MainWinPos = PlaceOf(*frmVXMap_);
     state_.Configuration.ThPrevWinPos = PlaceOf(*frmVXTheaterPreview_);
+    // One that fills the screen keeps the place it had before.
+    if (frmVXTilePal_->isMaximized())
+        return;
+    state_.Configuration.PalWinPos = PlaceOf(*frmVXTilePal_);
+    state_.Configuration.PalWinSizeW = TwipsOfPixels(frmVXTilePal_->width());
+    state_.Configuration.PalWinSizeH = TwipsOfPixels(frmVXTilePal_->height());
 }
 
 void Workspace::ShowByBoxes() {
     frmVXMain_->show();
-    RestoreChildWindows();
+    // Before the map, which so ends up with the keyboard. The palette comes behind it, or
+    // the desktop would not know what it is to lie over.
+    RestorePreview();
+    if (!frmVXMap_->isVisible())
+        frmVXTilePal_->hide();
     frmVXMap_->setVisible(state_.Configuration.MainWinVis);
+    RestoreChildWindows();
 }
 
 void Workspace::RefreshPicArray() { frmVXMap_->RefreshPicArray(); }
@@ -306,8 +246,9 @@ void Workspace::ShowWorkspace() {
 }
 
 void Workspace::HideWorkspace() {
-    for (QWidget* window : std::initializer_list<QWidget*>{
-             frmVXMain_.get(), frmVXMap_.get(), frmVXTheaterPreview_.get()})
+    for (QWidget* window :
+         std::initializer_list<QWidget*>{frmVXMain_.get(), frmVXMap_.get(),
+                                         frmVXTheaterPreview_.get(), frmVXTilePal_.get()})
         window->hide();
 }
 
@@ -315,6 +256,7 @@ void Workspace::WindowHidden(const char* checkBoxName) {
     frmVXMain_->WindowHidden(checkBoxName);
     state_.Configuration.MainWinVis = frmVXMain_->WindowBox(PanelVerb::ShowMain);
     state_.Configuration.ThPrevWinVis = frmVXMain_->WindowBox(PanelVerb::ShowTheater);
+    state_.Configuration.PalWinVis = frmVXMain_->WindowBox(PanelVerb::ShowTile);
 }
 
 bool Workspace::LeaveProgram() {

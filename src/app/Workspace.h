@@ -18,6 +18,7 @@ namespace vardenix {
 class FrmVXMain;
 class FrmVXMap;
 class FrmVXTheaterPreview;
+class FrmVXTilePal;
 
 // The windows that a theater is worked on in, and what they ask of one another.
 class Workspace : public OpeningWindows, public WorkspaceCommands {
@@ -42,7 +43,7 @@ private:
     void LoadMap() override;
     void ShowMainPanel() override;
     void RestoreChildWindows() override;
-    void RefreshPalette() override {}
+    void RefreshPalette() override;
     void InitForm() override;
 
     void RefreshPicArray() override;
@@ -61,6 +62,8 @@ private:
     void PlaceAsStored();
     void StorePositions();
     void ShowByBoxes();
+    void RestorePreview();
+    bool SmallWindowsShown() const;
 
     ProgramState& state_;
     const Platform& platform_;
@@ -77,6 +80,7 @@ private:
     std::unique_ptr<FrmVXMain> frmVXMain_;
     std::unique_ptr<FrmVXMap> frmVXMap_;
     std::unique_ptr<FrmVXTheaterPreview> frmVXTheaterPreview_;
+    std::unique_ptr<FrmVXTilePal> frmVXTilePal_;
 };
 
 } // namespace vardenix

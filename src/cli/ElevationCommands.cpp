@@ -26,15 +26,6 @@ struct ElevationOptions {
     bool AsJson = false;
 };
 
-ElevationKind KindOf(const std::string& path) {
-    const std::string upper = UpperCase(path);
-    if (upper.ends_with(".L0"))
-        return ElevationKind::L0;
-    if (upper.ends_with(".ELV"))
-        return ElevationKind::Elv;
-    return ElevationKind::None;
-}
-
 // Adds what both commands are told; `run` gets the work that comes when the file is read.
 template <typename Work>
 std::shared_ptr<ElevationOptions> AddTo(CLI::App& command, CommandRun& run, Work work) {
@@ -43,7 +34,7 @@ std::shared_ptr<ElevationOptions> AddTo(CLI::App& command, CommandRun& run, Work
         ->required();
     AddPost(command, "X", options->X, "Y", options->Y);
     command.callback([options, &run, work] {
-        if (KindOf(options->File) == ElevationKind::None)
+        if (KindOfElevationFile(options->File) == ElevationKind::None)
             throw CLI::ValidationError("FILE", options->File +
                                                    " ends neither in .l0 nor in .elv");
         run = [options, work](CommandContext& context) {
@@ -59,7 +50,7 @@ std::shared_ptr<ElevationOptions> AddTo(CLI::App& command, CommandRun& run, Work
 // the way is told already.
 int16_t& Load(CommandContext& context, const ElevationOptions& options) {
     Terrain& terrain = context.State.Terrain;
-    const ElevationKind kind = KindOf(options.File);
+    const ElevationKind kind = KindOfElevationFile(options.File);
     if (!FileExists(options.File))
         throw RuntimeError(ErrorNumber::FileNotFound, options.File);
     if (!LoadElevationData(terrain, kind, options.File, context.Progress, context.Dialogs,

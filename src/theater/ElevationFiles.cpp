@@ -188,6 +188,13 @@ std::string OffsetFileOfL0(const std::string& path) {
     return path.substr(0, path.size() - std::min<size_t>(path.size(), 3)) + ".O0";
 }
 
+ElevationKind KindOfElevationFile(const std::string& path) {
+    const std::string name = UpperCase(path);
+    if (name.ends_with(".L0"))
+        return ElevationKind::L0;
+    return name.ends_with(".ELV") ? ElevationKind::Elv : ElevationKind::None;
+}
+
 bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
                        Progress& progress, Dialogs& dialogs, DebugLog& log) {
     ElevationLayer loaded;

@@ -12,6 +12,9 @@ namespace vardenix {
 // The O file beside a L0 file: its path less the last three characters, plus ".O0".
 std::string OffsetFileOfL0(const std::string& path);
 
+// The kind that a file's extension stands for, ".l0" or ".elv" in any case.
+ElevationKind KindOfElevationFile(const std::string& path);
+
 // Reads the finest elevations from a L0 file with its O0 file, or from an .elv file.
 // False, with the layer as it was, when the user was told that the O0 file is missing or
 // that the width is not four times MapWidth. Errors of reading (53, 62, 70, 75) also

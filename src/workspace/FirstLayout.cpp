@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace vardenix {
 namespace {
@@ -12,6 +13,56 @@ constexpr int32_t FrameAcross = 16;
 constexpr int32_t FrameDown = 34;
 // A map smaller than that is of no use.
 constexpr int32_t LeastMap = 240;
+// Four tiles and one row.
+constexpr WindowSize LeastPalette{320, 140};
+
+PixelRect WithFrame(const PixelRect& window) {
+    return {window.Left, window.Top, window.Width + FrameAcross,
+            window.Height + FrameDown};
+}
+
+bool Overlap(const PixelRect& a, const PixelRect& b) {
+    return a.Left < b.Left + b.Width && b.Left < a.Left + a.Width &&
+           a.Top < b.Top + b.Height && b.Top < a.Top + a.Height;
+}
+
+// Looks at every place whose corner lies behind the edges of what stands there and that
+// ends before such an edge.
+PixelRect LayOutPaletteWindow(const PixelRect& room,
+                              const std::array<PixelRect, 3>& taken, WindowSize palette) {
+    std::vector<int32_t> lefts{room.Left}, rights{room.Left + room.Width};
+    std::vector<int32_t> tops{room.Top}, bottoms{room.Top + room.Height};
+    for (const PixelRect& window : taken) {
+        lefts.push_back(window.Left + window.Width);
+        rights.push_back(window.Left);
+        tops.push_back(window.Top + window.Height);
+        bottoms.push_back(window.Top);
+    }
+    PixelRect best;
+    const auto consider = [&](int32_t left, int32_t top, int32_t right, int32_t bottom) {
+        const PixelRect place{left, top,
+                              std::min(palette.Width, right - left - FrameAcross),
+                              std::min(palette.Height, bottom - top - FrameDown)};
+        if (place.Width < LeastPalette.Width || place.Height < LeastPalette.Height ||
+            place.Width * place.Height <= best.Width * best.Height)
+            return;
+        if (std::none_of(taken.begin(), taken.end(), [&](const PixelRect& window) {
+                return Overlap(window, WithFrame(place));
+            }))
+            best = place;
+    };
+    for (const int32_t left : lefts)
+        for (const int32_t top : tops)
+            for (const int32_t right : rights)
+                for (const int32_t bottom : bottoms)
+                    consider(left, top, right, bottom);
+    if (best.Width != 0)
+        return best;
+    const WindowSize size{std::min(palette.Width, room.Width - FrameAcross),
+                          std::min(palette.Height, room.Height - FrameDown)};
+    return {room.Left + room.Width - FrameAcross - size.Width,
+            room.Top + room.Height - FrameDown - size.Height, size.Width, size.Height};
+}
 
 int64_t Area(const PixelRect& place) { return int64_t{place.Width} * place.Height; }
 
@@ -30,8 +81,10 @@ bool NeverPlaced(const Configuration& settings) {
            });
 }
 
-FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
-                        WindowSize preview) {
+namespace {
+
+FirstLayout LayOutWithoutPalette(const PixelRect& room, WindowSize panel, WindowSize map,
+                                 WindowSize preview) {
     FirstLayout layout;
     layout.Panel = {room.Left, room.Top, panel.Width, panel.Height};
     layout.Preview = {room.Left, room.Top, std::min(preview.Width, room.Width / 3),
@@ -65,6 +118,17 @@ FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
     } else {
         layout.Preview.Left = layout.Map.Left + layout.Map.Width + FrameAcross;
     }
+    return layout;
+}
+
+} // namespace
+
+FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
+                        WindowSize preview, WindowSize palette) {
+    FirstLayout layout = LayOutWithoutPalette(room, panel, map, preview);
+    layout.Palette = LayOutPaletteWindow(
+        room, {WithFrame(layout.Panel), WithFrame(layout.Map), WithFrame(layout.Preview)},
+        palette);
     return layout;
 }
 

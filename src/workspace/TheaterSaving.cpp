@@ -46,12 +46,8 @@ bool Trapped(Dialogs& dialogs, Work work) {
 
 // The kind that a filter of the dialogs stands for, when the name fits it.
 ElevationKind KindOf(const FileAnswer& answer) {
-    const std::string name = UpperCase(answer.Path);
-    if (answer.FilterIndex == 1 && name.ends_with(".L0"))
-        return ElevationKind::L0;
-    if (answer.FilterIndex == 2 && name.ends_with(".ELV"))
-        return ElevationKind::Elv;
-    return ElevationKind::None;
+    const ElevationKind kind = KindOfElevationFile(answer.Path);
+    return static_cast<int>(kind) == answer.FilterIndex ? kind : ElevationKind::None;
 }
 
 bool TellNoExtension(Dialogs& dialogs) {

@@ -2,6 +2,7 @@
 
 #include "support/TestFolder.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -89,6 +90,15 @@ bool Child::Running() {
     exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     pid_ = 0;
     return false;
+}
+
+void Child::KillAfter(int milliseconds) {
+    const auto deadline =
+        std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    std::this_thread::sleep_until(deadline);
+    ::kill(pid_, SIGKILL);
+    ::waitpid(pid_, nullptr, 0);
+    pid_ = 0;
 }
 
 bool WaitFor(const std::function<bool()>& condition) {
@@ -181,6 +191,12 @@ void Desktop::ClickIn(const std::string& title, int x, int y, int button) const 
          std::to_string(y), "click", std::to_string(button)});
 }
 
+void Desktop::HoverIn(const std::string& title, int x, int y) const {
+    for (const int beside : {3, 0})
+        Run({"xdotool", "mousemove", "--window", WindowId(title),
+             std::to_string(x + beside), std::to_string(y)});
+}
+
 void Desktop::Activate(const std::string& title) const {
     Run({"xdotool", "windowactivate", "--sync", WindowId(title)});
 }
@@ -221,10 +237,19 @@ Picture Picture::Part(const Place& place) const {
     return part;
 }
 
+int Picture::Count(unsigned color) const {
+    return static_cast<int>(std::ranges::count(Pixels, color));
+}
+
 Picture Desktop::Look(const std::string& title) const {
-    const Place place = WhereIs(title);
+    return LookAt(WindowId(title), WhereIs(title));
+}
+
+Picture Desktop::Screen() const { return LookAt("root", {0, 0, 1280, 900}); }
+
+Picture Desktop::LookAt(const std::string& windowId, const Place& place) const {
     const std::string bytes =
-        Run({"import", "-window", WindowId(title), "-depth", "8", "rgb:-"});
+        Run({"import", "-window", windowId, "-depth", "8", "rgb:-"});
     const auto byte = [&bytes](size_t i) {
         return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));
     };

@@ -1,5 +1,7 @@
-#include "endtoend/WorkspaceOnDesktop.h"
+#include "endtoend/RunningEditor.h"
 
+#include <filesystem>
+#include <map>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -7,7 +9,7 @@ namespace fs = std::filesystem;
 namespace vardenix::tests {
 namespace {
 
-using WorkspaceEndToEnd = WorkspaceOnDesktop;
+class WorkspaceEndToEnd : public RunningEditor {};
 
 bool Apart(const Place& a, const Place& b) {
     return a.Left + a.Width <= b.Left || b.Left + b.Width <= a.Left ||
@@ -90,9 +92,11 @@ TEST_F(WorkspaceEndToEnd, TheNextStartShowsTheSameTheaterAtTheSamePlace) {
     EXPECT_TRUE(Await([&](const Picture& picture) { return picture == before; }));
     for (const auto& [title, place] :
          {std::pair{Map, map}, {Preview, preview}, {Panel, panel}}) {
-        const Place now = desktop_.WhereIs(title);
-        EXPECT_EQ(now.Left, place.Left) << title;
-        EXPECT_EQ(now.Top, place.Top) << title;
+        // A window may move a moment after it came up, when its frame is known.
+        EXPECT_TRUE(WaitFor([&, title = title, place = place] {
+            const Place now = desktop_.WhereIs(title);
+            return now.Left == place.Left && now.Top == place.Top;
+        })) << title;
     }
 }
 
@@ -118,6 +122,45 @@ TEST_F(WorkspaceEndToEnd, TheMapsCloseBoxOnlyHidesIt) {
     Leave();
     EXPECT_EQ(Setting("MAIN_WIN_VIS"), 0);
     EXPECT_EQ(Setting("THPREV_WIN_VIS"), -1);
+}
+
+TEST_F(WorkspaceEndToEnd, ThePaletteLiesOverTheMapAtItsStoredPlace) {
+    UseTheater(SAMPLE_FOLDER, {{"MAIN_WIN_VIS", "-1"},
+                               {"MAIN_WIN_POS_L", "6600"},
+                               {"X", "60"},
+                               {"Y", "60"},
+                               {"PAL_WIN_VIS", "-1"},
+                               {"PAL_WIN_POS_L", "9000"},
+                               {"PAL_WIN_POS_T", "3000"},
+                               {"PAL_WIN_SIZE_W", "6300"},
+                               {"PAL_WIN_SIZE_H", "4500"}});
+    Start();
+    ASSERT_TRUE(WaitFor([&] {
+        return desktop_.Visible(Palette) &&
+               ColorsOf(desktop_.Look(Palette)).size() > 50; // pictures of tiles
+    }));
+    const Place place = desktop_.WhereIs(Palette);
+    EXPECT_EQ(place.Width, 420);
+    EXPECT_EQ(place.Height, 300);
+    EXPECT_NEAR(place.Left, 600, 20);
+    EXPECT_NEAR(place.Top, 200, 40);
+    // Away from the pointer in the middle of the screen, which a button shows.
+    const auto look = [&] { return desktop_.Look(Palette).Part({0, 0, 420, 200}); };
+    const Picture before = look();
+    desktop_.ClickIn(Map, 20, Side - 20); // which brings the map up
+    const Picture map = MapPicture();
+    desktop_.Key("Right");
+    ASSERT_TRUE(Await([&](const Picture& now) { return now != map; }));
+    EXPECT_TRUE(look() == before);
+
+    desktop_.Activate(Palette);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Palette); }));
+    desktop_.Key("alt+F4");
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Palette); }));
+    Leave();
+    EXPECT_EQ(Setting("PAL_WIN_VIS"), 0);
+    EXPECT_EQ(Setting("PAL_WIN_SIZE_W"), 6300);
+    EXPECT_EQ(Setting("PAL_WIN_SIZE_H"), 4500);
 }
 
 // Every picture has changed on the disk, so the repaint has to read them all again, and

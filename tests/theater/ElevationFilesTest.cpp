@@ -67,6 +67,14 @@ TEST_F(ElevationFiles, TheOFileIsNamedByItsLastThreeCharacters) {
     EXPECT_EQ(OffsetFileOfL0("L0"), ".O0");
 }
 
+TEST_F(ElevationFiles, TheExtensionTellsTheKind) {
+    EXPECT_EQ(KindOfElevationFile("/a.elv/theater.l0"), ElevationKind::L0);
+    EXPECT_EQ(KindOfElevationFile("THEATER.L0"), ElevationKind::L0);
+    EXPECT_EQ(KindOfElevationFile("heights.Elv"), ElevationKind::Elv);
+    EXPECT_EQ(KindOfElevationFile("theater.L2"), ElevationKind::None);
+    EXPECT_EQ(KindOfElevationFile("elv"), ElevationKind::None);
+}
+
 TEST_F(ElevationFiles, ReadsTheElevationsOfAL0File) {
     const MadeLevel level = MadeLevel::Random(64, 1);
     WriteL0(level);

@@ -9,6 +9,7 @@ constexpr PixelRect Room{0, 20, 1280, 880};
 constexpr WindowSize Panel{300, 560};
 constexpr WindowSize Map{658, 658};
 constexpr WindowSize Preview{256, 300};
+constexpr WindowSize Palette{618, 453};
 
 bool Apart(const PixelRect& a, const PixelRect& b) {
     return a.Left + a.Width < b.Left || b.Left + b.Width < a.Left ||
@@ -44,7 +45,7 @@ TEST(FirstLayout, IsWantedWhenNothingWasEverStored) {
 }
 
 TEST(FirstLayout, WhatFitsKeepsItsSize) {
-    const FirstLayout layout = LayOutFirst(Room, Panel, Map, {150, 120});
+    const FirstLayout layout = LayOutFirst(Room, Panel, Map, {150, 120}, Palette);
     ExpectTidy(layout);
     EXPECT_EQ(layout.Map.Width, 658);
     EXPECT_EQ(layout.Map.Height, 658);
@@ -55,14 +56,14 @@ TEST(FirstLayout, WhatFitsKeepsItsSize) {
 }
 
 TEST(FirstLayout, APreviewThatDoesNotFitUnderThePanelStandsAtTheRight) {
-    const FirstLayout layout = LayOutFirst(Room, Panel, Map, Preview);
+    const FirstLayout layout = LayOutFirst(Room, Panel, Map, Preview, Palette);
     ExpectTidy(layout);
     EXPECT_EQ(layout.Preview.Top, 20);
     EXPECT_GT(layout.Preview.Left, layout.Map.Left + layout.Map.Width);
 }
 
 TEST(FirstLayout, APreviewThatWouldCutTheMapStandsUnderItWhereThatFits) {
-    const FirstLayout layout = LayOutFirst(Room, {424, 760}, Map, {252, 110});
+    const FirstLayout layout = LayOutFirst(Room, {424, 760}, Map, {252, 110}, Palette);
     ExpectTidy(layout);
     EXPECT_EQ(layout.Map.Width, 658);
     EXPECT_EQ(layout.Preview.Left, layout.Map.Left);
@@ -72,23 +73,59 @@ TEST(FirstLayout, APreviewThatWouldCutTheMapStandsUnderItWhereThatFits) {
 // 1024 by 700 pixels less the desktop's own.
 TEST(FirstLayout, OnASmallScreenThePreviewGoesWhereItLeavesMoreOfTheMap) {
     const PixelRect room{0, 20, 1024, 680};
-    const FirstLayout layout = LayOutFirst(room, {424, 630}, Map, {252, 110});
+    const FirstLayout layout = LayOutFirst(room, {424, 630}, Map, {252, 110}, Palette);
     EXPECT_EQ(layout.Preview.Left, layout.Map.Left);
     EXPECT_GE(layout.Preview.Top, layout.Map.Top + layout.Map.Height + 30);
     EXPECT_LE(layout.Preview.Top + layout.Preview.Height, 700);
     EXPECT_EQ(layout.Map.Width, 1024 - 424 - 16 - 16);
     EXPECT_GT(layout.Map.Height, 450);
     // A low and wide preview costs the map less at its side.
-    const FirstLayout beside = LayOutFirst(room, {424, 630}, {300, 640}, {252, 110});
+    const FirstLayout beside =
+        LayOutFirst(room, {424, 630}, {300, 640}, {252, 110}, Palette);
     EXPECT_EQ(beside.Map.Height, 640);
     EXPECT_GT(beside.Preview.Left, beside.Map.Left + beside.Map.Width);
 }
 
 TEST(FirstLayout, LargeWindowsAreCutToTheScreen) {
-    const FirstLayout layout = LayOutFirst(Room, Panel, {5140, 5140}, {2048, 2100});
+    const FirstLayout layout =
+        LayOutFirst(Room, Panel, {5140, 5140}, {2048, 2100}, Palette);
     ExpectTidy(layout);
     EXPECT_GE(layout.Map.Width, 240);
     EXPECT_EQ(layout.Panel.Width, 300);
+}
+
+TEST(FirstLayout, APaletteThatFitsKeepsItsSizeAndCoversNothing) {
+    const PixelRect room{0, 20, 1920, 1060};
+    const FirstLayout layout = LayOutFirst(room, {424, 760}, Map, {252, 110}, Palette);
+    EXPECT_EQ(layout.Palette.Width, 618);
+    EXPECT_EQ(layout.Palette.Height, 453);
+    // At the right of the map.
+    EXPECT_GT(layout.Palette.Left, layout.Map.Left + 658);
+    EXPECT_LE(layout.Palette.Left + 618, 1920);
+    EXPECT_EQ(layout.Palette.Top, 20);
+    EXPECT_TRUE(Apart(layout.Palette, layout.Preview));
+}
+
+TEST(FirstLayout, APaletteIsCutToTheLargestFreePlace) {
+    const FirstLayout layout = LayOutFirst(Room, {424, 760}, Map, {252, 110}, Palette);
+    ExpectTidy(layout);
+    EXPECT_TRUE(Inside(layout.Palette));
+    for (const PixelRect& other : {layout.Panel, layout.Map, layout.Preview})
+        EXPECT_TRUE(Apart(layout.Palette, other));
+    // Under the map, beside the preview, as high as there is room.
+    EXPECT_GT(layout.Palette.Left, layout.Preview.Left + 252);
+    EXPECT_GT(layout.Palette.Top, 20 + 658);
+    EXPECT_GT(layout.Palette.Top + layout.Palette.Height, 820);
+    EXPECT_GE(layout.Palette.Width, 500);
+}
+
+TEST(FirstLayout, APaletteWithoutAFreePlaceStandsOverTheMapsCorner) {
+    const FirstLayout layout =
+        LayOutFirst(Room, {300, 840}, {5140, 5140}, {252, 110}, Palette);
+    EXPECT_TRUE(Inside(layout.Palette));
+    EXPECT_EQ(layout.Palette.Width, 618);
+    EXPECT_EQ(layout.Palette.Height, 453);
+    EXPECT_TRUE(Apart(layout.Palette, layout.Panel));
 }
 
 } // namespace

@@ -12,33 +12,50 @@ namespace vardenix {
 
 namespace {
 
+bool Framed(const QWidget& window) { return window.frameGeometry() != window.geometry(); }
+
+void MoveWithin(QWidget& window, QPoint topLeft) {
+    QList<QRect> screens;
+    for (const QScreen* screen : QGuiApplication::screens())
+        screens.append(screen->availableGeometry());
+    window.move(PlaceWithin({topLeft, window.size() + FrameSize(window)}, screens));
+}
+
 // A window that changes its size before the desktop has framed it is taken by the place
-// of its inside, and its title ends up above the screen. When it is painted first it has
-// its frame, and is moved once more. Belongs to the window.
+// of its inside, and its title ends up above the screen. So it is moved once more when
+// the frame is there, which can be a moment after it is first painted. Belongs to the
+// window.
 class PlacedWhenFramed : public QObject {
 public:
-    PlacedWhenFramed(QWidget& window, QPoint place)
-        : QObject(&window), window_(window), place_(place) {
+    PlacedWhenFramed(QWidget& window, QPoint topLeft)
+        : QObject(&window), window_(window), topLeft_(topLeft) {
         window.installEventFilter(this);
     }
 
     bool eventFilter(QObject*, QEvent* event) override {
         if (event->type() == QEvent::Paint) {
             window_.removeEventFilter(this);
-            startTimer(0);
+            startTimer(LookAgain);
         }
         return false;
     }
 
     void timerEvent(QTimerEvent* event) override {
+        // Some desktops have no frames.
+        if (!Framed(window_) && ++looks_ < MostLooks)
+            return;
         killTimer(event->timerId());
-        window_.move(place_);
+        MoveWithin(window_, topLeft_);
         deleteLater();
     }
 
 private:
+    static constexpr int LookAgain = 10; // ms
+    static constexpr int MostLooks = 50;
+
     QWidget& window_;
-    QPoint place_;
+    QPoint topLeft_;
+    int looks_ = 0;
 };
 
 } // namespace
@@ -70,15 +87,9 @@ QSize FrameSize(const QWidget& window) {
 }
 
 void MoveOnScreen(QWidget& window, QPoint topLeft) {
-    QList<QRect> screens;
-    for (const QScreen* screen : QGuiApplication::screens())
-        screens.append(screen->availableGeometry());
-    const QPoint place =
-        PlaceWithin({topLeft, window.size() + FrameSize(window)}, screens);
-    window.move(place);
-    // Not up yet, so its frame is unknown.
-    if (window.frameGeometry() == window.geometry())
-        new PlacedWhenFramed(window, place);
+    MoveWithin(window, topLeft);
+    if (!Framed(window))
+        new PlacedWhenFramed(window, topLeft);
 }
 
 } // namespace vardenix

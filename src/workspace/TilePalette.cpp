@@ -1,0 +1,110 @@
+#include "workspace/TilePalette.h"
+
+#include "platform/Numbers.h"
+#include "theater/TypeNames.h"
+
+#include <algorithm>
+
+namespace vardenix {
+
+int PaletteIndex(int32_t classCode) {
+    for (int index = 0; index < static_cast<int>(PaletteClasses.size()); ++index)
+        if (TerrainFromIndex(index) == classCode)
+            return index;
+    return -1;
+}
+
+std::vector<int32_t> TilesOfClass(const TileLookup& lookup, int32_t classCode) {
+    std::vector<int32_t> tiles;
+    for (size_t tile = 0; tile < lookup.size(); ++tile)
+        if (!lookup[tile].Name.empty() && lookup[tile].Terrain == classCode)
+            tiles.push_back(static_cast<int32_t>(tile));
+    return tiles;
+}
+
+PaletteLayout LayOutPalette(size_t buttons, int32_t frameWidth) {
+    PaletteLayout layout;
+    layout.Columns = std::max(1, frameWidth / PaletteButtonSide);
+    layout.Buttons.reserve(buttons);
+    PalettePlace place;
+    for (size_t i = 0; i < buttons; ++i) {
+        layout.Buttons.push_back(place);
+        if (place.Left + PaletteButtonSide + PaletteButtonSide > frameWidth) {
+            place.Left = 0;
+            place.Top += PaletteButtonSide;
+            layout.Frame1Height += PaletteButtonSide;
+        } else {
+            place.Left += PaletteButtonSide;
+        }
+    }
+    return layout;
+}
+
+int32_t PaletteScrollMax(int32_t frame1Height) {
+    return ToInt32(frame1Height / double{PaletteButtonSide} - 1);
+}
+
+int32_t Frame1Top(int32_t scrollValue) {
+    return PaletteFirstTop - scrollValue * PaletteButtonSide;
+}
+
+int32_t ScrollToRow(int32_t row, int32_t scrollValue, int32_t wholeRows) {
+    return std::clamp(scrollValue, row - std::max(1, wholeRows) + 1, row);
+}
+
+int32_t MoveInPalette(int32_t index, PaletteMove move, int32_t buttons, int32_t columns,
+                      int32_t wholeRows) {
+    const int32_t last = buttons - 1;
+    const auto byRows = [&](int32_t rows) {
+        int32_t to = index + rows * columns;
+        const int32_t column = index % columns;
+        if (to < 0)
+            to = column;
+        if (to <= last)
+            return to;
+        return last / columns > index / columns ? last : index;
+    };
+    switch (move) {
+    case PaletteMove::Left:
+        return std::max(0, index - 1);
+    case PaletteMove::Right:
+        return std::min(last, index + 1);
+    case PaletteMove::Up:
+        return byRows(-1);
+    case PaletteMove::Down:
+        return byRows(1);
+    case PaletteMove::PageUp:
+        return byRows(-std::max(1, wholeRows));
+    case PaletteMove::PageDown:
+        return byRows(std::max(1, wholeRows));
+    case PaletteMove::First:
+        return 0;
+    case PaletteMove::Last:
+        return last;
+    }
+    return index;
+}
+
+int32_t ChooseTile(int32_t selectedTile, int32_t clickedTile) {
+    return selectedTile == clickedTile ? -1 : clickedTile;
+}
+
+std::string TileCaption(const TileLookup& lookup, int32_t tile) {
+    std::string number = "Tile #:" + std::to_string(tile);
+    const auto index = static_cast<size_t>(tile);
+    if (tile < 0 || index >= lookup.size() || lookup[index].Name.empty())
+        return number;
+    return lookup[index].Name + " | " + number;
+}
+
+std::string PaletteStatus(const TileLookup& lookup, int32_t selectedTile) {
+    if (selectedTile < 0)
+        return "No tile chosen";
+    return "Chosen: " + TileCaption(lookup, selectedTile);
+}
+
+std::string TileCount(size_t tiles) {
+    return std::to_string(tiles) + (tiles == 1 ? " tile" : " tiles");
+}
+
+} // namespace vardenix

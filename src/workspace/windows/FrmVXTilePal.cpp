@@ -1,0 +1,197 @@
+#include "workspace/windows/FrmVXTilePal.h"
+
+#include "platform/Windows1252.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/Theme.h"
+#include "services/ImageLayer.h"
+#include "theater/TypeNames.h"
+#include "ui_FrmVXTilePal.h"
+#include "workspace/TilePalette.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace vardenix {
+
+namespace {
+
+constexpr int Margin = PixelsOfTwips(PaletteMargin);
+constexpr int Side = PixelsOfTwips(PaletteButtonSide);
+constexpr int LeastColumns = 3;
+// Within the border of Frame2, whose line some screens draw half over its inside.
+constexpr int BorderGap = 1;
+// The status bar's text with a name of full length.
+constexpr int LeastLetters = 46;
+
+} // namespace
+
+FrmVXTilePal::FrmVXTilePal(const ProgramState& state, MapInteraction& interaction,
+                           TilePictures& pictures, WorkspaceCommands& commands)
+    : state_(state), interaction_(interaction), pictures_(pictures), commands_(commands),
+      ui_(std::make_unique<Ui::FrmVXTilePal>()) {
+    ui_->setupUi(this);
+    DressControls();
+    OnSignal(ui_->Combo1, &QComboBox::currentIndexChanged, this,
+             [this] { Command1_Click(); });
+    OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
+             [this] { Command1_Click(); });
+    OnSignal(ui_->VScroll, &QAbstractSlider::valueChanged, this,
+             [this] { VScroll_Change(); });
+    OnSignal(ui_->Frame1, &TileGrid::TileClicked, this,
+             [this](int tile) { Op2_Click(tile); });
+    OnSignal(ui_->Frame1, &TileGrid::RowReached, this, [this](int row) {
+        ui_->VScroll->setValue(ScrollToRow(row, ui_->VScroll->value(), WholeRows()));
+    });
+    ui_->Frame1->SetPictureSource(
+        [this](int32_t tile, int side) { return PictureOf(tile, side); });
+    Clear();
+}
+
+FrmVXTilePal::~FrmVXTilePal() = default;
+
+void FrmVXTilePal::DressControls() {
+    ui_->body->setContentsMargins(Margin, Margin, Margin, Margin);
+    for (const std::string_view text : PaletteClasses)
+        ui_->Combo1->addItem(
+            QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    const int border = 2 * (ui_->Frame2->frameWidth() + BorderGap);
+    const int least =
+        std::max(LeastColumns * Side, LeastLetters * fontMetrics().averageCharWidth());
+    ui_->Frame2->setMinimumSize(least + border, Side + border);
+    ui_->VScroll->setRange(0, 0);
+    // Wherever the wheel is turned, it moves the tiles.
+    for (QWidget* part : std::initializer_list<QWidget*>{ui_->Combo1, ui_->VScroll})
+        part->installEventFilter(this);
+    ui_->Frame2->installEventFilter(this);
+}
+
+void FrmVXTilePal::Refresh_Pal(int32_t classCode) {
+    {
+        const QSignalBlocker quiet(ui_->Combo1);
+        ui_->Combo1->setCurrentIndex(PaletteIndex(classCode));
+    }
+    // Pictures that have changed since are read again.
+    pictures_.BeginRepaint();
+    Build(TilesOfClass(state_.Catalogue.Lookup, classCode));
+    // Another class is seen from its beginning.
+    if (shownClass_ != classCode)
+        ui_->VScroll->setValue(0);
+    shownClass_ = classCode;
+}
+
+void FrmVXTilePal::Command1_Click() {
+    Refresh_Pal(TerrainFromIndex(ui_->Combo1->currentIndex()));
+}
+
+void FrmVXTilePal::Clear() {
+    Build({});
+    ui_->lblCount->clear();
+}
+
+void FrmVXTilePal::Build(const std::vector<int32_t>& tiles) {
+    // A window that has not been up yet has its size, but its parts have not.
+    layout()->activate();
+    FrameResized();
+    const PaletteLayout layout =
+        LayOutPalette(tiles.size(), TwipsOfPixels(ui_->Frame1->width()));
+    ui_->Frame1->Build(tiles, layout, state_.Catalogue.Lookup);
+    ui_->VScroll->setMaximum(PaletteScrollMax(layout.Frame1Height));
+    ui_->lblCount->setText(QString::fromStdString(TileCount(tiles.size())));
+    ShowSelectedTile();
+}
+
+void FrmVXTilePal::ShowSelectedTile() {
+    const int32_t tile = interaction_.SelectedTile;
+    ui_->Frame1->SetChosen(tile);
+    ui_->StatusBar1->showMessage(QString::fromStdString(
+        Utf8FromBytes(PaletteStatus(state_.Catalogue.Lookup, tile))));
+}
+
+// Frame1 begins at the top of Frame2, where it was told to begin in a window whose upper
+// part had a fixed height.
+void FrmVXTilePal::VScroll_Change() {
+    const int scrolled =
+        PixelsOfTwips(Frame1Top(ui_->VScroll->value()) - PaletteFirstTop);
+    ui_->Frame1->move(0, scrolled);
+}
+
+void FrmVXTilePal::Op2_Click(int32_t tile) {
+    Select(ChooseTile(interaction_.SelectedTile, tile));
+}
+
+void FrmVXTilePal::Select(int32_t tile) {
+    interaction_.SelectedTile = tile;
+    ShowSelectedTile();
+}
+
+void FrmVXTilePal::FrameResized() {
+    ui_->ground->setGeometry(ui_->Frame2->contentsRect().marginsRemoved(
+        {BorderGap, BorderGap, BorderGap, BorderGap}));
+    // The buttons stay where they are until they are laid out anew.
+    ui_->Frame1->resize(ui_->ground->width(), ui_->Frame1->height());
+    ui_->Frame1->SetWholeRows(WholeRows());
+    ui_->VScroll->setPageStep(WholeRows());
+    VScroll_Change();
+}
+
+int FrmVXTilePal::WholeRows() const { return std::max(1, ui_->ground->height() / Side); }
+
+QImage FrmVXTilePal::PictureOf(int32_t tile, int side) {
+    const TileLookup& lookup = state_.Catalogue.Lookup;
+    const auto index = static_cast<size_t>(tile);
+    QImage picture(side, side, QImage::Format_RGB32);
+    if (picture.isNull() || index >= lookup.size())
+        return {};
+    const ImageSession session;
+    const RasterView view{reinterpret_cast<uint32_t*>(picture.bits()), side, side,
+                          picture.bytesPerLine() / 4};
+    const PixelRect whole{0, 0, side, side};
+    const auto painted = [&](const std::string& path, PictureFormat format) {
+        return pictures_.Paint(view, pictures_.IdOf(path, format, TileUse::Day), whole);
+    };
+    if (painted(state_.Catalogue.DDSFolder + lookup[index].DayFile, PictureFormat::Dds) ||
+        painted(state_.Folders.AppPath + "NoTile.jpg", PictureFormat::Jpeg))
+        return picture;
+    return {};
+}
+
+void FrmVXTilePal::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape)
+        Select(-1);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+// One row a message, however far the wheel went; forward goes up.
+void FrmVXTilePal::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    wheelTurned_ += event->angleDelta().y();
+    if (std::abs(wheelTurned_) < QWheelEvent::DefaultDeltasPerStep)
+        return;
+    ui_->VScroll->setValue(ui_->VScroll->value() + (wheelTurned_ > 0 ? -1 : 1));
+    wheelTurned_ %= QWheelEvent::DefaultDeltasPerStep;
+}
+
+bool FrmVXTilePal::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize && watched == ui_->Frame2)
+        FrameResized();
+    if (event->type() != QEvent::Wheel || watched == ui_->Frame2)
+        return QWidget::eventFilter(watched, event);
+    wheelEvent(static_cast<QWheelEvent*>(event));
+    return true;
+}
+
+void FrmVXTilePal::closeEvent(QCloseEvent* event) {
+    if (state_.Exiting)
+        return;
+    event->ignore();
+    hide();
+    commands_.WindowHidden("chkShowTile");
+}
+
+} // namespace vardenix

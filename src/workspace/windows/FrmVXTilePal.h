@@ -1,0 +1,65 @@
+#pragma once
+
+#include "services/TilePictures.h"
+#include "theater/ProgramState.h"
+#include "workspace/MapInteraction.h"
+#include "workspace/WorkspaceCommands.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class FrmVXTilePal;
+}
+
+namespace vardenix {
+
+// The tiles of one class of terrain, to choose the one that a left click on the map
+// paints.
+class FrmVXTilePal : public QWidget {
+    Q_OBJECT
+
+public:
+    // All are borrowed for the window's life. `pictures` are those of the map.
+    FrmVXTilePal(const ProgramState& state, MapInteraction& interaction,
+                 TilePictures& pictures, WorkspaceCommands& commands);
+    ~FrmVXTilePal() override;
+
+    // The tiles of a class laid out anew in the width that Frame1 has now, and Combo1 on
+    // that class. What is chosen stays chosen, shown here or not.
+    void Refresh_Pal(int32_t classCode);
+    // The class of Combo1.
+    void Command1_Click();
+    // No buttons, until the next of the above.
+    void Clear();
+    // Button and status bar follow MapInteraction::SelectedTile.
+    void ShowSelectedTile();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void DressControls();
+    void Build(const std::vector<int32_t>& tiles);
+    void VScroll_Change();
+    void Op2_Click(int32_t tile);
+    void Select(int32_t tile);
+    void FrameResized();
+    int WholeRows() const;
+    QImage PictureOf(int32_t tile, int side);
+
+    const ProgramState& state_;
+    MapInteraction& interaction_;
+    TilePictures& pictures_;
+    WorkspaceCommands& commands_;
+    std::unique_ptr<Ui::FrmVXTilePal> ui_;
+    int32_t shownClass_ = -1;
+    int wheelTurned_ = 0; // eighths of a degree, less than a notch
+};
+
+} // namespace vardenix
