@@ -176,7 +176,7 @@ void Desktop::Keys(const std::vector<std::string>& keys) const {
 }
 
 void Desktop::Type(const std::string& text) const {
-    Run({"xdotool", "type", "--delay", "2", text});
+    Run({"xdotool", "type", "--delay", "2", "--", text});
 }
 
 void Desktop::Click(int x, int y) const {

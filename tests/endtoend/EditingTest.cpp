@@ -1,6 +1,6 @@
 // A theater is edited with mouse and keys, saved, and read back from the disk by code of
 // the tests' own.
-#include "endtoend/RunningEditor.h"
+#include "endtoend/WorkspaceOnDesktop.h"
 #include "support/TheaterMaker.h"
 
 #include <random>
@@ -17,10 +17,10 @@ constexpr const char* Details = "^Tile Details$";
 constexpr int ViewX = 60;
 constexpr int ViewY = 60;
 
-class EditingEndToEnd : public RunningEditor {
+class EditingEndToEnd : public WorkspaceOnDesktop {
 protected:
     void SetUp() override {
-        RunningEditor::SetUp();
+        WorkspaceOnDesktop::SetUp();
         fs::copy(SAMPLE_FOLDER, theater_, fs::copy_options::recursive);
         UseEdited();
     }
@@ -163,8 +163,8 @@ TEST_F(EditingEndToEnd, LoadsAL0FileEditsAHeightAndSavesIt) {
     // The bar has come and gone, and the box of the mode can be used.
     Picture last;
     ASSERT_TRUE(WaitFor([&] {
-        const Picture before = std::exchange(last, desktop_.Look(Panel));
-        return last == before && last != withoutFile;
+        const Picture former = std::exchange(last, desktop_.Look(Panel));
+        return last == former && last != withoutFile;
     }));
     desktop_.Key("F2");
     ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(" - L0/ELV MODE$"); }));

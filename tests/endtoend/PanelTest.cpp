@@ -1,6 +1,6 @@
 // Real clicks on the control panel; what they did is read from the screen, and from
 // VX.ini when the program has gone.
-#include "endtoend/RunningEditor.h"
+#include "endtoend/WorkspaceOnDesktop.h"
 
 #include <algorithm>
 #include <sstream>
@@ -8,7 +8,7 @@
 namespace vardenix::tests {
 namespace {
 
-class PanelEndToEnd : public RunningEditor {
+class PanelEndToEnd : public WorkspaceOnDesktop {
 protected:
     // On the island, the panel at the size that it comes up with.
     void StartOnLand() {

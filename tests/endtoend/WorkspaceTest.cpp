@@ -1,7 +1,5 @@
-#include "endtoend/RunningEditor.h"
+#include "endtoend/WorkspaceOnDesktop.h"
 
-#include <filesystem>
-#include <map>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -9,7 +7,7 @@ namespace fs = std::filesystem;
 namespace vardenix::tests {
 namespace {
 
-class WorkspaceEndToEnd : public RunningEditor {};
+using WorkspaceEndToEnd = WorkspaceOnDesktop;
 
 bool Apart(const Place& a, const Place& b) {
     return a.Left + a.Width <= b.Left || b.Left + b.Width <= a.Left ||

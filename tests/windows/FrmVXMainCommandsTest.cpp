@@ -112,6 +112,14 @@ TEST_F(FrmVXMainTest, TheModeOfTheFinestElevationsChangesTitleGroundAndButtons) 
     EXPECT_FALSE(Enabled("Command3") || Enabled("Command4"));
     const auto ground = [this] { return window_.grab().toImage().pixelColor(3, 300); };
     EXPECT_EQ(ground(), QColor(0xFF, 0xFC, 0xD2)); // 13827327
+    for (const char* name : {"LabelX", "LabelY"})
+        EXPECT_EQ(Find<QLineEdit>(name).palette().color(QPalette::Base), ground());
+    // Every control whose name begins so, whatever its kind.
+    for (const QWidget* control : window_.findChildren<QWidget*>())
+        for (const char* kind : {"fra", "chk", "lab"})
+            if (control->objectName().startsWith(kind, Qt::CaseInsensitive))
+                EXPECT_EQ(control->palette().color(QPalette::Window), ground())
+                    << control->objectName().toStdString();
     view_.L0Mode = false;
     window_.ChangeControlsForL0Edit(false);
     EXPECT_EQ(Title(), "*Vardenix v3.0.1");

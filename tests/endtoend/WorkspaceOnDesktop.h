@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <stdexcept>
@@ -13,19 +12,19 @@
 
 namespace vardenix::tests {
 
-constexpr const char* StartUp = "^Vardenix v3\\.0\\.1 - for";
+inline constexpr const char* StartUp = "^Vardenix v3\\.0\\.1 - for";
 // The titles of the windows, with the star of unsaved work or without.
-constexpr const char* Panel = "^\\*?Vardenix v3\\.0\\.1( - L0/ELV MODE)?$";
-constexpr const char* Map = "^\\*?sorrelund$";
-constexpr const char* Preview = "^Theater Preview$";
-constexpr const char* Palette = "^Tile Palette$";
-constexpr int Cell = 128;      // pixels of a post on a first start
-constexpr int Side = 5 * Cell; // of the picture
-constexpr int Posts = 128;     // of the sample theater, a side
-constexpr unsigned Background = 0xF0F0F0;
+inline constexpr const char* Panel = "^\\*?Vardenix v3\\.0\\.1( - L0/ELV MODE)?$";
+inline constexpr const char* Map = "^\\*?sorrelund$";
+inline constexpr const char* Preview = "^Theater Preview$";
+inline constexpr const char* Palette = "^Tile Palette$";
+inline constexpr int Cell = 128;      // pixels of a post on a first start
+inline constexpr int Side = 5 * Cell; // of the picture
+inline constexpr int Posts = 128;     // of the sample theater, a side
+inline constexpr unsigned Background = 0xF0F0F0;
 
 // The program in a folder of its own, on a desktop of its own, with the sample theater.
-class RunningEditor : public testing::Test {
+class WorkspaceOnDesktop : public testing::Test {
 protected:
     void SetUp() override {
         std::filesystem::create_directory(folder_.File("program"));
