@@ -117,9 +117,10 @@ TEST_F(FrmVXMainTest, TheModeOfTheFinestElevationsChangesTitleGroundAndButtons) 
     // Every control whose name begins so, whatever its kind.
     for (const QWidget* control : window_.findChildren<QWidget*>())
         for (const char* kind : {"fra", "chk", "lab"})
-            if (control->objectName().startsWith(kind, Qt::CaseInsensitive))
+            if (control->objectName().startsWith(kind, Qt::CaseInsensitive)) {
                 EXPECT_EQ(control->palette().color(QPalette::Window), ground())
                     << control->objectName().toStdString();
+            }
     view_.L0Mode = false;
     window_.ChangeControlsForL0Edit(false);
     EXPECT_EQ(Title(), "*Vardenix v3.0.1");
