@@ -105,8 +105,8 @@ struct ReadBitmap {
     int Bits() const { return Byte(28); }
     QRgb At(int x, int y) const {
         const int row = (Width() * 3 + 3) / 4 * 4; // the lowest one first
-        const auto at =
-            static_cast<size_t>(Number(10) + (Height() - 1 - y) * row + x * 3);
+        const int place = Number(10) + (Height() - 1 - y) * row + x * 3;
+        const auto at = static_cast<size_t>(place);
         return qRgb(Byte(at + 2), Byte(at + 1), Byte(at));
     }
 
