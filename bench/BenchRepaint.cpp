@@ -1,9 +1,8 @@
 // The map repainted on the real surface, 1280 by 1280 pixels: warm and cold, plain, by
 // layer and with every layer. The bare work beside the cold one is decoding each distinct
 // tile once.
-#include "BenchTiles.h"
+#include "BenchMap.h"
 #include "services/ImageFiles.h"
-#include "support/MapWorld.h"
 #include "workspace/windows/QtDrawingSurface.h"
 
 #include <QGuiApplication>
@@ -17,16 +16,11 @@
 namespace vardenix {
 namespace {
 
-using bench::TileFolder;
+using bench::Far;
+using bench::MapWidth;
+using bench::Middle;
+using bench::Near;
 using bench::Tiles;
-
-constexpr int MapWidth = 256;
-constexpr int CellsOfView = 10;
-constexpr int CellPixels = 128;
-// Posts along a side of a cell for 100, 2,500 and 40,000 posts in the view.
-constexpr int Near = 1;
-constexpr int Middle = 5;
-constexpr int Far = 20;
 
 class SilentScreen : public MapScreen {
 public:
@@ -36,32 +30,9 @@ public:
     void MakeViewPort(const MapView&) override {}
 };
 
-// A theater whose neighbours differ, with elevations, and a road and a wood on every
-// tile.
 struct BenchMap {
     explicit BenchMap(int zoomPosts) : World(MapWidth, Tiles().Folder()) {
-        World.Catalogue.Bin.Sets.resize(TileFolder::Count / 16 + 1);
-        for (size_t set = 1; set < World.Catalogue.Bin.Sets.size(); ++set)
-            World.Catalogue.Bin.Sets[set].Tiles.resize(17);
-        World.Catalogue.Lookup.resize(TileFolder::Count);
-        for (int i = 0; i < TileFolder::Count; ++i) {
-            TileInfo& entry = World.Catalogue.Lookup[static_cast<size_t>(i)];
-            entry.DayFile = "H" + std::to_string(i) + ".dds";
-            entry.NightFile = "H" + std::to_string(i) + "N.dds";
-            entry.HasImage = 1;
-            World.AddPath(i, {10, 100, 0, 1640, 3280, 1700});
-            World.AddArea(i, {7, 400, 1640, 1640});
-        }
-        uint32_t random = 12345;
-        for (TerrainPost& post : World.Terrain.LxArr.Values()) {
-            random = random * 1664525 + 1013904223;
-            post.TileOffset = static_cast<int32_t>((random >> 8) % TileFolder::Count);
-            post.Elevation = static_cast<int16_t>((random >> 16) % 2500);
-            post.Palette = static_cast<uint8_t>(random >> 24);
-        }
-        World.View.GridCells = CellsOfView;
-        World.View.ZoomPosts = static_cast<int16_t>(zoomPosts);
-        World.View.TilePixels = CellPixels;
+        bench::FillWorld(World, zoomPosts);
         Surface.Resize(World.View.PictureSide());
     }
 
