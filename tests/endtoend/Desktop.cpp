@@ -139,6 +139,16 @@ Desktop::Desktop(std::string folder) : folder_(std::move(folder)) {
         throw std::runtime_error("no openbox");
 }
 
+Child Desktop::StartEditor(const std::string& program,
+                           std::map<std::string, std::string> environment) const {
+    environment.insert({{"DISPLAY", display_},
+                        {"HOME", folder_},
+                        {"XDG_RUNTIME_DIR", folder_},
+                        {"WINEPREFIX", folder_ + "/no wine"},
+                        {"QT_QPA_PLATFORM", "xcb"}});
+    return {{program}, environment, folder_ + "/program.log"};
+}
+
 std::string Desktop::Run(const std::vector<std::string>& command) const {
     std::string line = "DISPLAY=" + Quoted(display_);
     for (const std::string& word : command)

@@ -65,6 +65,11 @@ public:
 
     const std::string& Display() const { return display_; }
 
+    // Starts an editor as a user of this desktop, without a Wine prefix; its output goes
+    // to "program.log". `environment` is added.
+    Child StartEditor(const std::string& program,
+                      std::map<std::string, std::string> environment = {}) const;
+
     // Whether a window whose title matches the expression is up and has the keyboard.
     bool Active(const std::string& title) const;
     bool Visible(const std::string& title) const;

@@ -57,13 +57,7 @@ protected:
 
     // As far as a painted map.
     void Start() {
-        program_ = Child({folder_.File("program/vardenix")},
-                         {{"DISPLAY", desktop_.Display()},
-                          {"HOME", folder_.File("desktop")},
-                          {"XDG_RUNTIME_DIR", folder_.File("desktop")},
-                          {"WINEPREFIX", folder_.File("no wine")},
-                          {"QT_QPA_PLATFORM", "xcb"}},
-                         folder_.File("desktop/program.log"));
+        program_ = desktop_.StartEditor(folder_.File("program/vardenix"));
         ASSERT_TRUE(WaitFor([&] { return desktop_.Active(StartUp); }));
         desktop_.Key("Return");
         ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
