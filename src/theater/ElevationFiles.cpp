@@ -45,35 +45,27 @@ Block BlockAt(std::span<const std::byte> fileL, int32_t offset) {
     return block;
 }
 
-// Calls visit(record, elevation) for each record of a segment and its place in the layer.
+// Calls visit(record, elevation) for each record of a segment and its place among the
+// heights of a grid `width` posts a side.
 template <typename Visit>
-void ForEachElevation(ElevationLayer& layer, int32_t segX, int32_t segY, Block& block,
-                      Visit visit) {
-    const auto values = layer.L0ElvArr.Values();
-    const auto width = static_cast<size_t>(layer.EMapWidth);
-    const auto first =
-        static_cast<size_t>(SegToSerial(segX, segY, 1, 1, layer.EMapWidth)) - 1;
+void ForEachElevation(std::span<int16_t> heights, int32_t width, int32_t segX,
+                      int32_t segY, Block& block, Visit visit) {
+    const auto first = static_cast<size_t>(SegToSerial(segX, segY, 1, 1, width)) - 1;
     for (size_t j = 0; j < SegmentSide; ++j)
         for (size_t i = 0; i < SegmentSide; ++i)
-            visit(block[j * SegmentSide + i], values[first + j * width + i]);
+            visit(block[j * SegmentSide + i],
+                  heights[first + j * static_cast<size_t>(width) + i]);
 }
 
 bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
              Dialogs& dialogs) {
     const FileBytes file = ReadWholeFile(layer.Path);
-    const double width = RoundHalfEven(std::sqrt(static_cast<double>(file.size()) / 2));
-    if (width != 4.0 * terrain.MapWidth)
+    if (WidthFromElvFile(file.size()) != 4.0 * terrain.MapWidth)
         return TellWrongWidth(dialogs);
     layer.EMapWidth = 4 * terrain.MapWidth;
-    layer.L0ElvArr = SerialArray<int16_t>(int64_t{layer.EMapWidth} * layer.EMapWidth);
-    BinaryReader reader(file.Span(), layer.Path);
-    const auto rowValues = static_cast<size_t>(layer.EMapWidth);
-    for (int32_t y = 1; y <= layer.EMapWidth; ++y) {
-        const auto row = reader.Bytes(rowValues * sizeof(int16_t));
-        std::memcpy(&layer.L0ElvArr.Values()[static_cast<size_t>(y - 1) * rowValues],
-                    row.data(), row.size());
-        MoveBar(progress, y, layer.EMapWidth);
-    }
+    layer.L0ElvArr = ReadElvHeights(
+        file.Span(), layer.EMapWidth, layer.Path,
+        [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
     return true;
 }
 
@@ -92,21 +84,10 @@ bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
     log.WriteLog("EMapWidth is " + std::to_string(layer.EMapWidth));
     if (layer.EMapWidth != 4 * terrain.MapWidth)
         return TellWrongWidth(dialogs);
-    layer.L0ElvArr = SerialArray<int16_t>(int64_t{layer.EMapWidth} * layer.EMapWidth);
     log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
-
-    const int32_t segments = layer.EMapWidth / SegmentSide;
-    BinaryReader offsets(fileO.Span(), pathO);
-    for (int32_t segY = 1; segY <= segments; ++segY) {
-        for (int32_t segX = 1; segX <= segments; ++segX) {
-            Block block = BlockAt(fileL.Span(), offsets.Int32());
-            ForEachElevation(layer, segX, segY, block,
-                             [](const TerrainPost& record, int16_t& elevation) {
-                                 elevation = record.Elevation;
-                             });
-        }
-        MoveBar(progress, segY, segments);
-    }
+    layer.L0ElvArr = ReadL0Heights(
+        fileL.Span(), fileO.Span(), layer.EMapWidth, pathO,
+        [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
     log.WriteLog("Loaded L&O Files...");
     log.WriteLog("Closed L&O Files...");
     return true;
@@ -136,11 +117,12 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
         for (int32_t segX = 1; segX <= segments; ++segX) {
             Block block = BlockAt(fileL.Span(), offsets.Int32());
             bool sea = true;
-            ForEachElevation(
-                layer, segX, segY, block, [&sea](TerrainPost& record, int16_t elevation) {
-                    record.Elevation = elevation;
-                    sea = sea && elevation == 0 && record.TileOffset == SeaTileOfL0;
-                });
+            ForEachElevation(layer.L0ElvArr.Values(), layer.EMapWidth, segX, segY, block,
+                             [&sea](TerrainPost& record, int16_t elevation) {
+                                 record.Elevation = elevation;
+                                 sea = sea && elevation == 0 &&
+                                       record.TileOffset == SeaTileOfL0;
+                             });
             const auto position = static_cast<int64_t>(files.L.Position());
             if (!sea || shared == -1)
                 files.L.Write(std::as_bytes(std::span(block)));
@@ -193,6 +175,45 @@ ElevationKind KindOfElevationFile(const std::string& path) {
     if (name.ends_with(".L0"))
         return ElevationKind::L0;
     return name.ends_with(".ELV") ? ElevationKind::Elv : ElevationKind::None;
+}
+
+double WidthFromElvFile(uint64_t length) {
+    return RoundHalfEven(std::sqrt(static_cast<double>(length) / 2));
+}
+
+HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
+                           const std::string& path,
+                           const std::function<void(int32_t, int32_t)>& afterRow) {
+    BinaryReader reader(file, path);
+    const auto rowValues = static_cast<size_t>(width);
+    HeightArray heights(int64_t{width} * width);
+    for (int32_t y = 1; y <= width; ++y) {
+        const auto row = reader.Bytes(rowValues * sizeof(int16_t));
+        std::memcpy(&heights.Values()[static_cast<size_t>(y - 1) * rowValues], row.data(),
+                    row.size());
+        afterRow(y, width);
+    }
+    return heights;
+}
+
+HeightArray ReadL0Heights(std::span<const std::byte> fileL,
+                          std::span<const std::byte> fileO, int32_t width,
+                          const std::string& pathO,
+                          const std::function<void(int32_t, int32_t)>& afterRow) {
+    HeightArray heights(int64_t{width} * width);
+    const int32_t segments = width / SegmentSide;
+    BinaryReader offsets(fileO, pathO);
+    for (int32_t segY = 1; segY <= segments; ++segY) {
+        for (int32_t segX = 1; segX <= segments; ++segX) {
+            Block block = BlockAt(fileL, offsets.Int32());
+            ForEachElevation(heights.Values(), width, segX, segY, block,
+                             [](const TerrainPost& record, int16_t& elevation) {
+                                 elevation = record.Elevation;
+                             });
+        }
+        afterRow(segY, segments);
+    }
+    return heights;
 }
 
 bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,

@@ -5,6 +5,10 @@
 #include "theater/DebugLog.h"
 #include "theater/Terrain.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
 #include <string>
 
 namespace vardenix {
@@ -14,6 +18,21 @@ std::string OffsetFileOfL0(const std::string& path);
 
 // The kind that a file's extension stands for, ".l0" or ".elv" in any case.
 ElevationKind KindOfElevationFile(const std::string& path);
+
+// Heights a side that an .elv file of `length` bytes stands for, rounded half to even.
+double WidthFromElvFile(uint64_t length);
+
+// The heights of a grid `width` posts a side, from the bytes of an .elv file or of a L0
+// file and its O0 file. Error 62 when the file, or the O0 file, has too few of them; what
+// the L0 file does not hold is 0. `afterRow(row, rows)` is called once per row of
+// heights, or of segments.
+HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
+                           const std::string& path,
+                           const std::function<void(int32_t, int32_t)>& afterRow);
+HeightArray ReadL0Heights(std::span<const std::byte> fileL,
+                          std::span<const std::byte> fileO, int32_t width,
+                          const std::string& pathO,
+                          const std::function<void(int32_t, int32_t)>& afterRow);
 
 // Reads the finest elevations from a L0 file with its O0 file, or from an .elv file.
 // False, with the layer as it was, when the user was told that the O0 file is missing or

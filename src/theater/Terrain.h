@@ -53,6 +53,7 @@ extern template class SerialArray<TerrainPost>;
 extern template class SerialArray<int16_t>;
 
 using PostArray = SerialArray<TerrainPost>;
+using HeightArray = SerialArray<int16_t>; // feet
 
 // The two kinds of file that the finest elevations come from.
 enum class ElevationKind : int16_t { None = 0, L0 = 1, Elv = 2 };
@@ -62,8 +63,8 @@ enum class ElevationKind : int16_t { None = 0, L0 = 1, Elv = 2 };
 struct ElevationLayer {
     ElevationKind Kind = ElevationKind::None;
     std::string Path;
-    int32_t EMapWidth = 0;         // 4 * MapWidth once loaded
-    SerialArray<int16_t> L0ElvArr; // feet, in serial order of EMapWidth
+    int32_t EMapWidth = 0; // 4 * MapWidth once loaded
+    HeightArray L0ElvArr;  // in serial order of EMapWidth
 
     int16_t& At(int32_t x, int32_t y);
     int16_t At(int32_t x, int32_t y) const;

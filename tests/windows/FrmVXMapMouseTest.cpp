@@ -111,7 +111,7 @@ TEST_F(FrmVXMapMouseTest, TheMenuKeyShowsTheMenuToo) {
 
 TEST_F(FrmVXMapMouseTest, InL0ModeARightPressEditsAHeight) {
     state_.Terrain.Elevations.EMapWidth = 256;
-    state_.Terrain.Elevations.L0ElvArr = SerialArray<int16_t>(256 * 256);
+    state_.Terrain.Elevations.L0ElvArr = HeightArray(256 * 256);
     world_.View.L0Mode = true;
     map_.ElevationAnswer = int16_t{77};
     Press(Qt::RightButton, 0, 0); // pixel (32, 224): third quarter, third row

@@ -153,7 +153,7 @@ protected:
     ElevationReadOutTest() {
         view_.L0Mode = true;
         terrain_.Elevations.EMapWidth = 256;
-        terrain_.Elevations.L0ElvArr = SerialArray<int16_t>(256 * 256);
+        terrain_.Elevations.L0ElvArr = HeightArray(256 * 256);
     }
 };
 

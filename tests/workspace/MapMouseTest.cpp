@@ -26,7 +26,7 @@ protected:
     void EditElevations() {
         view_.L0Mode = true;
         terrain_.Elevations.EMapWidth = 64;
-        terrain_.Elevations.L0ElvArr = SerialArray<int16_t>(64 * 64);
+        terrain_.Elevations.L0ElvArr = HeightArray(64 * 64);
     }
 
     Terrain terrain_;

@@ -185,7 +185,7 @@ protected:
         ElevationLayer& layer = world_.Terrain.Elevations;
         layer.Kind = ElevationKind::L0;
         layer.EMapWidth = 4;
-        layer.L0ElvArr = SerialArray<int16_t>(16);
+        layer.L0ElvArr = HeightArray(16);
         for (int y = 1; y <= 4; ++y)
             for (int x = 1; x <= 4; ++x)
                 layer.L0ElvArr((y - 1) * 4 + x) = static_cast<int16_t>(10 * x + y);
@@ -209,7 +209,7 @@ TEST_F(FinestHeights, ASecondPostHasItsOwn) {
     world_.Terrain.LxArr = PostArray(4);
     ElevationLayer& layer = world_.Terrain.Elevations;
     layer.EMapWidth = 8;
-    layer.L0ElvArr = SerialArray<int16_t>(64);
+    layer.L0ElvArr = HeightArray(64);
     layer.At(5, 8) = 77; // upper left of post (2, 2)
     world_.View.ShowHeights = true;
     EXPECT_EQ(Painted("text").at(48), "text 77 138,11 ABF2FF");

@@ -20,7 +20,7 @@ protected:
         terrain_.MapWidth = 16;
         terrain_.LxArr = PostArray(256);
         terrain_.Elevations.EMapWidth = 64;
-        terrain_.Elevations.L0ElvArr = SerialArray<int16_t>(64 * 64);
+        terrain_.Elevations.L0ElvArr = HeightArray(64 * 64);
     }
 
     // As the map does it: the post is changed, then the edit is remembered.
