@@ -19,6 +19,7 @@ FrmAbout::FrmAbout(Processes& processes, QWidget* parent)
         QString::fromStdString("Vardenix v" + vardenix::ProgramVersion()));
     ui_->Image1->SetPicture(":/logo.png", {640, 120});
     ui_->Image1->setToolTip(ProgramPage);
+    ui_->Command1->setFocus();
     setFixedSize(sizeHint());
     OnSignal(ui_->Image1, &QAbstractButton::clicked, this,
              [&processes] { processes.Open(ProgramPage); });
