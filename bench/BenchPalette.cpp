@@ -1,8 +1,7 @@
 // The tile palette with a class of 2,000 tiles, on a screen in memory: opened, laid out
 // anew, and scrolled from end to end. The pictures have been painted before, so that they
 // are warm, but where the name says cold.
-#include "platform/windows/RunTimeBarrier.h"
-#include "platform/windows/Theme.h"
+#include "BenchWindows.h"
 #include "services/Dxt1Writer.h"
 #include "support/RecordingCommands.h"
 #include "workspace/windows/FrmVXTilePal.h"
@@ -10,7 +9,6 @@
 #include <QScrollBar>
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -24,36 +22,6 @@ namespace {
 
 constexpr int TileSide = 512;
 constexpr int Count = 2000;
-
-// A box here would be a fault of the benchmark.
-class NoDialogs : public Dialogs {
-public:
-    BoxAnswer MessageBox(const std::string&, const std::string&, BoxIcon,
-                         BoxButtons) override {
-        std::abort();
-    }
-    FileAnswer OpenFile(const FileQuestion&) override { std::abort(); }
-    std::vector<std::string> OpenFiles(const FileQuestion&) override { std::abort(); }
-    FileAnswer SaveFile(const FileQuestion&) override { std::abort(); }
-    std::optional<std::string> Folder(const std::string&) override { std::abort(); }
-    uint32_t Color(uint32_t) override { std::abort(); }
-    FontChoice Font(const FontChoice&) override { std::abort(); }
-};
-
-// The application lives as long as the program.
-void NeedApplication() {
-    static int argc = 1;
-    static char name[] = "BenchPalette";
-    static char* argv[] = {name, nullptr};
-    static NoDialogs dialogs;
-    static const RunTimeBarrier* barrier = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        auto* made = new RunTimeBarrier(argc, argv, dialogs);
-        ApplyTheme();
-        return made;
-    }();
-    benchmark::DoNotOptimize(barrier);
-}
 
 // One picture under many names: what a name costs is decoding, whatever it shows.
 class TileFolder {
@@ -95,7 +63,7 @@ const TileFolder& Tiles() {
 // What the window works on; it outlives windows, as in the program.
 struct BenchTheater {
     BenchTheater() {
-        NeedApplication();
+        bench::NeedApplication();
         State.Catalogue.DDSFolder = Tiles().Path();
         State.Catalogue.Lookup.resize(Count);
         for (int i = 0; i < Count; ++i) {

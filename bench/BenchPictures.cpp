@@ -1,7 +1,6 @@
 // Tile pictures: one decoded, and a view of 1280 by 1280 pixels painted from them. The
 // bare work beside them is decoding alone and copying the same pixels.
-#include "platform/FileNames.h"
-#include "services/Dxt1Writer.h"
+#include "BenchTiles.h"
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
 #include "services/TilePictures.h"
@@ -11,58 +10,14 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
 namespace vardenix {
 namespace {
 
-constexpr int TileSide = 512;
 constexpr int ViewSide = 1280;
-constexpr int TileCount = 64;
-
-std::vector<uint8_t> TileFile(int seed) {
-    std::vector<uint8_t> rgba;
-    for (int y = 0; y < TileSide; ++y)
-        for (int x = 0; x < TileSide; ++x)
-            for (const int part : {x * 3 + seed, y * 5, (x ^ y) * 2, 255})
-                rgba.push_back(static_cast<uint8_t>(part));
-    return Dxt1File(rgba, TileSide, TileSide, {Dxt1Fit::Range});
-}
-
-// A folder of tiles, gone at the end of the run.
-class Tiles {
-public:
-    Tiles() {
-        folder_ = std::filesystem::temp_directory_path() / "vardenix bench tiles";
-        std::filesystem::create_directories(folder_);
-        for (int i = 0; i < TileCount; ++i) {
-            const auto bytes = TileFile(i);
-            std::ofstream(Path(i), std::ios::binary)
-                .write(reinterpret_cast<const char*>(bytes.data()),
-                       static_cast<std::streamsize>(bytes.size()));
-        }
-    }
-    Tiles(const Tiles&) = delete;
-    Tiles& operator=(const Tiles&) = delete;
-    ~Tiles() {
-        std::error_code error;
-        std::filesystem::remove_all(folder_, error);
-    }
-    std::string Path(int i) const {
-        return (folder_ / ("H" + std::to_string(i) + ".dds")).string();
-    }
-
-private:
-    std::filesystem::path folder_;
-};
-
-const Tiles& AllTiles() {
-    static const Tiles tiles;
-    return tiles;
-}
+constexpr int TileCount = 64; // of the folder, as a view may show
 
 void PaintView(TilePictures& pictures, const std::vector<TilePictureId>& ids,
                const RasterView& view, int side) {
@@ -82,12 +37,12 @@ std::vector<TilePictureId> Ids(TilePictures& pictures, TileUse use) {
     std::vector<TilePictureId> ids;
     ids.reserve(TileCount);
     for (int i = 0; i < TileCount; ++i)
-        ids.push_back(pictures.IdOf(AllTiles().Path(i), PictureFormat::Dds, use));
+        ids.push_back(pictures.IdOf(bench::Tiles().Path(i), PictureFormat::Dds, use));
     return ids;
 }
 
 void DecodeOneTile(benchmark::State& state) {
-    const std::string path = AllTiles().Path(0);
+    const std::string path = bench::Tiles().Path(0);
     for (auto _ : state)
         benchmark::DoNotOptimize(ImageLoad(PictureFormat::Dds, path).Handle());
 }
@@ -97,7 +52,7 @@ void DecodeAllTiles(benchmark::State& state) {
     for (auto _ : state)
         for (int i = 0; i < TileCount; ++i)
             benchmark::DoNotOptimize(
-                ImageLoad(PictureFormat::Dds, AllTiles().Path(i)).Handle());
+                ImageLoad(PictureFormat::Dds, bench::Tiles().Path(i)).Handle());
 }
 BENCHMARK(DecodeAllTiles)->Unit(benchmark::kMillisecond);
 
@@ -107,7 +62,7 @@ void DecodeAndHoldAllTiles(benchmark::State& state) {
         std::vector<Bitmap> held;
         held.reserve(TileCount);
         for (int i = 0; i < TileCount; ++i)
-            held.push_back(ImageLoad(PictureFormat::Dds, AllTiles().Path(i)));
+            held.push_back(ImageLoad(PictureFormat::Dds, bench::Tiles().Path(i)));
         benchmark::DoNotOptimize(held.data());
     }
 }
@@ -164,7 +119,7 @@ void BrightenTheView(benchmark::State& state) {
 BENCHMARK(BrightenTheView)->Unit(benchmark::kMillisecond);
 
 void MaskOneNightTile(benchmark::State& state) {
-    const Bitmap tile = ImageLoad(PictureFormat::Dds, AllTiles().Path(0));
+    const Bitmap tile = ImageLoad(PictureFormat::Dds, bench::Tiles().Path(0));
     for (auto _ : state)
         benchmark::DoNotOptimize(MaskNightPicture(tile).Handle());
 }

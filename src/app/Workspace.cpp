@@ -1,23 +1,18 @@
 #include "app/Workspace.h"
 
+#include "app/WorkspaceVerbs.h"
 #include "mapeditor/MapFile.h"
 #include "platform/FileNames.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "platform/windows/WindowPlace.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
 #include "workspace/FirstLayout.h"
-#include "workspace/RestorePoint.h"
-#include "workspace/TheaterSaving.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTheaterPreview.h"
 #include "workspace/windows/FrmVXTilePal.h"
-#include "workspace/windows/MapDialogs.h"
-#include "workspace/windows/PanelDialogs.h"
 
 #include <QScreen>
 #include <QWindow>
@@ -79,131 +74,6 @@ std::string TheaterTitle(const ProgramState& state) {
 }
 
 } // namespace
-
-// What the panel's buttons and boxes do to the other windows.
-class Workspace::PanelVerbs : public PanelDialogs {
-public:
-    explicit PanelVerbs(Workspace& workspace)
-        : PanelDialogs(workspace.state_, workspace.view_, workspace.platform_, workspace),
-          workspace_(workspace) {}
-
-    bool Can(PanelVerb verb) const override {
-        switch (verb) {
-        case PanelVerb::Undo:
-            return workspace_.undo_.CanUndo(workspace_.view_.L0Mode);
-        case PanelVerb::Redo:
-            return workspace_.undo_.CanRedo(workspace_.view_.L0Mode);
-        case PanelVerb::SaveTheater:
-        case PanelVerb::LoadL0Elv:
-        case PanelVerb::EditL0Elv:
-        case PanelVerb::CreateRestorePoint:
-        case PanelVerb::Restore:
-        case PanelVerb::SaveScreenshot:
-        case PanelVerb::ShowMain:
-        case PanelVerb::ShowTheater:
-        case PanelVerb::ShowTile:
-            return true;
-        default:
-            return false;
-        }
-    }
-
-    void Do(PanelVerb verb) override {
-        switch (verb) {
-        case PanelVerb::LoadL0Elv:
-            return LoadL0Elv();
-        case PanelVerb::Undo:
-            return workspace_.undo_.Undo(workspace_.view_.L0Mode);
-        case PanelVerb::Redo:
-            return workspace_.undo_.Redo(workspace_.view_.L0Mode);
-        case PanelVerb::CreateRestorePoint:
-            return CreatePoint();
-        case PanelVerb::Restore:
-            return Restore();
-        default:
-            return;
-        }
-    }
-
-    void SaveTheater(bool as) override { CmdSaveTheater(Saving(), as); }
-
-    void EditL0Elv(bool on) override {
-        workspace_.view_.L0Mode = on;
-        workspace_.frmVXMain_->ChangeControlsForL0Edit(on);
-        workspace_.undo_.ShowButtons(on);
-    }
-
-    void ShowWindow(PanelVerb window, bool on) override {
-        Configuration& settings = workspace_.state_.Configuration;
-        if (window == PanelVerb::ShowMain)
-            settings.MainWinVis = on;
-        else if (window == PanelVerb::ShowTheater)
-            settings.ThPrevWinVis = on;
-        else if (window == PanelVerb::ShowTile)
-            settings.PalWinVis = on;
-        workspace_.ShowByBoxes();
-    }
-
-    void SaveScreenshot(const std::string& path, int filterIndex) override {
-        const ImageSession session;
-        ImageSaveOptions options;
-        options.Format = filterIndex == 2 ? PictureFormat::Jpeg : PictureFormat::Bmp;
-        options.ColorDepth = 24;
-        ImageSaveEx(PictureToBitmap(workspace_.frmVXMap_->Picture2().Pixels()), path,
-                    options);
-    }
-
-private:
-    SavingParts Saving() {
-        return {workspace_.state_.Terrain, workspace_.view_, workspace_.platform_.Dialogs,
-                *workspace_.frmVXMain_,    workspace_.log_,  *workspace_.frmVXMain_};
-    }
-
-    // A map of the finest elevations shows the new ones at once.
-    void LoadL0Elv() {
-        if (!cmdLoadL0Elv(Saving()))
-            return;
-        workspace_.undo_.ForgetElevations();
-        if (workspace_.view_.L0Mode)
-            workspace_.undo_.ShowButtons(true);
-    }
-
-    void CreatePoint() {
-        workspace_.frmVXMain_->LetEventsThrough();
-        CreateRestorePoint(workspace_.state_.Terrain,
-                           workspace_.state_.Folders.SystemTempPath);
-    }
-
-    void Restore() {
-        workspace_.frmVXMain_->LetEventsThrough();
-        const Restored result = RestoreFromPoint(
-            workspace_.state_.Terrain, workspace_.state_.Folders.SystemTempPath);
-        if (result == Restored::Done)
-            workspace_.RefreshPicArray();
-        else
-            workspace_.platform_.Dialogs.Notice(RestoreMessage(result), {},
-                                                BoxIcon::Information);
-    }
-
-    Workspace& workspace_;
-};
-
-// What clicks on the map do to the other windows.
-class Workspace::MapVerbs : public MapDialogs {
-public:
-    explicit MapVerbs(Workspace& workspace)
-        : MapDialogs(workspace.platform_.Dialogs, workspace,
-                     workspace.state_.Catalogue.Lookup),
-          workspace_(workspace) {}
-
-    bool ExportWithShift() const override {
-        return workspace_.frmVXMain_->ExportWithShift();
-    }
-    void HideFrame7() override { workspace_.frmVXMain_->ShowHint(FrmVXMain::Hint::None); }
-
-private:
-    Workspace& workspace_;
-};
 
 Workspace::Workspace(ProgramState& state, const Platform& platform, DebugLog& log,
                      std::function<void()> exitProgram)

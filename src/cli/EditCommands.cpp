@@ -147,7 +147,7 @@ void AddSaveAs(CLI::App& app, CommandRun& run) {
         if (options->Path.empty())
             throw CLI::ValidationError("PATH", "name the L2 file to write");
         // The next opening of the pair without the "x" would clear it away.
-        if (UpperCase(options->Path).ends_with(".L2X"))
+        if (IsUnfinishedName(options->Path))
             throw CLI::ValidationError(
                 "PATH", options->Path + " is what an unfinished save is called; choose a "
                                         "name that ends in .L2");

@@ -1,5 +1,6 @@
 #include "services/ImagePainting.h"
 
+#include "services/Blending.h"
 #include "services/ImageLayer.h"
 #include "services/Stretching.h"
 

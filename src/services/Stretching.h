@@ -45,16 +45,4 @@ void PaintStretched(const RasterView& target, const StretchedSide& across,
 
 inline uint32_t Opaque(uint32_t pixel) { return pixel | OpaqueBlack; }
 
-// The sum is below 65,281 and 255 is odd, so there are no halves to round.
-inline uint32_t BlendPart(uint32_t source, uint32_t target, uint32_t weight) {
-    return (source * weight + target * (255 - weight) + 127) / 255;
-}
-
-inline uint32_t BlendPixel(uint32_t target, uint32_t source, uint32_t weight) {
-    const auto part = [&](int shift) {
-        return BlendPart(source >> shift & 255, target >> shift & 255, weight) << shift;
-    };
-    return OpaqueBlack | part(16) | part(8) | part(0);
-}
-
 } // namespace vardenix

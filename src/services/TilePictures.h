@@ -30,10 +30,10 @@ using TilePictureId = int32_t;
 // ImagePaintDC (day) or ImagePaintTransparent with alpha 255 (night) would leave.
 class TilePictures {
 public:
-    static constexpr size_t DecodedShare = 8;
+    static constexpr size_t DecodedShare = 32;
 
     // Bytes of pixels kept; what was used least recently goes first, and of one repaint
-    // decoded pictures before cells. Decoded pictures take an eighth of it at most.
+    // decoded pictures before cells. Decoded pictures take a 32nd part of it at most.
     explicit TilePictures(size_t memoryBound = size_t{256} << 20)
         : memoryBound_(memoryBound) {}
     TilePictures(const TilePictures&) = delete;

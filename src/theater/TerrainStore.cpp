@@ -127,6 +127,10 @@ bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY) {
            everyPost([](const TerrainPost& post) { return post.Elevation == 0; });
 }
 
+bool IsUnfinishedName(const std::string& path) {
+    return UpperCase(path).ends_with(".L2X");
+}
+
 LevelPair PairForSaving(const Terrain& terrain, const std::string& path) {
     if (path.empty())
         return {terrain.LFilename, terrain.OFilename};
@@ -141,6 +145,10 @@ void SaveTheater(const Terrain& terrain, const std::string& path, Progress& prog
                            pair.L +
                                " would be the L file and the O file at once; its name "
                                "must end in .L2");
+    if (IsUnfinishedName(pair.L))
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           pair.L + " is what an unfinished save is called; its name "
+                                    "must end in .L2");
     const ShownBar bar(progress);
     StagedPair files(pair.L, pair.O);
     const int32_t segments = terrain.MapWidth / SegmentSide;

@@ -46,6 +46,10 @@ void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log);
 // fields play no part.
 bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY);
 
+// A name that the half-written file of a save of "NAME.L2" has; the next opening of that
+// pair clears it away.
+bool IsUnfinishedName(const std::string& path);
+
 struct LevelPair {
     std::string L;
     std::string O;
@@ -63,8 +67,8 @@ void ReadBlock(std::span<const std::byte> fileL, int32_t offset, TerrainPost* fi
 
 // Writes LxArr to a pair; all sea segments share the block of the first one met. The old
 // pair stands until the new one is whole on the disk. LFilename and OFilename stay what
-// they are. Error 75, before anything is written, when L and O would be the same file;
-// the system's refusals (61, 70, 75) while writing.
+// they are. Error 75, before anything is written, when L and O would be the same file or
+// L has the name of an unfinished save; the system's refusals (61, 70, 75) while writing.
 void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress);
 
 // Mends what an interrupted save of a pair may have left, with a line in the log.

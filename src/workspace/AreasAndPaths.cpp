@@ -1,3 +1,4 @@
+#include "platform/Numbers.h"
 #include "theater/TypeNames.h"
 #include "workspace/Repaint.h"
 

@@ -64,6 +64,8 @@ PixelRect LayOutPaletteWindow(const PixelRect& room,
             room.Top + room.Height - FrameDown - size.Height, size.Width, size.Height};
 }
 
+int64_t Area(const PixelRect& place) { return int64_t{place.Width} * place.Height; }
+
 } // namespace
 
 bool NeverPlaced(const Configuration& settings) {
@@ -91,28 +93,30 @@ FirstLayout LayOutWithoutPalette(const PixelRect& room, WindowSize panel, Window
     const int32_t panelDown = panel.Height + FrameDown;
     const int32_t previewAcross = layout.Preview.Width + FrameAcross;
     const int32_t previewDown = layout.Preview.Height + FrameDown;
-    const auto placeMap = [&](int32_t left, int32_t across) {
+    const auto placeMap = [&](int32_t left, int32_t across, int32_t down) {
         layout.Map = {room.Left + left, room.Top,
                       std::min(map.Width, std::max(across, LeastMap)),
-                      std::min(map.Height, std::max(room.Height - FrameDown, LeastMap))};
+                      std::min(map.Height, std::max(down, LeastMap))};
     };
 
     if (panelDown + previewDown <= room.Height) {
         const int32_t left = std::max(panelAcross, previewAcross);
-        placeMap(left, room.Width - left - FrameAcross);
+        placeMap(left, room.Width - left - FrameAcross, room.Height - FrameDown);
         layout.Preview.Top += panelDown;
         return layout;
     }
+    // At the right of the map or under it: where it leaves more of the map to be seen.
     const int32_t besidePanel = room.Width - panelAcross - FrameAcross;
-    placeMap(panelAcross, besidePanel - previewAcross);
-    layout.Preview.Left = layout.Map.Left + layout.Map.Width + FrameAcross;
-    // Rather that than a map that is cut.
-    const bool fitsUnderMap =
-        map.Width <= besidePanel && map.Height + FrameDown + previewDown <= room.Height;
-    if (layout.Map.Width < map.Width && fitsUnderMap) {
-        placeMap(panelAcross, besidePanel);
+    const int32_t height = room.Height - FrameDown;
+    placeMap(panelAcross, besidePanel, height - previewDown);
+    const PixelRect under = layout.Map;
+    placeMap(panelAcross, besidePanel - previewAcross, height);
+    if (Area(under) > Area(layout.Map)) {
+        layout.Map = under;
         layout.Preview.Left = layout.Map.Left;
-        layout.Preview.Top += map.Height + FrameDown;
+        layout.Preview.Top += layout.Map.Height + FrameDown;
+    } else {
+        layout.Preview.Left = layout.Map.Left + layout.Map.Width + FrameAcross;
     }
     return layout;
 }

@@ -24,10 +24,11 @@ struct FirstLayout {
 bool NeverPlaced(const Configuration& settings);
 
 // Side by side within `room`, none over another: the panel, the preview under it where
-// there is room and else at the right or under the map, the map in what is left; map and
-// preview are cut to that, the panel is not. A screen too small for all three lets the
-// map overlap. The tile palette gets the free place that shows most of it, cut to that;
-// where none has room for a few tiles it stands in the lower right corner, over the map.
+// there is room and else at the right of the map or under it, whichever leaves more of
+// the map; map and preview are cut to what is left, the panel is not. A screen too small
+// for all three lets the map overlap. The tile palette gets the free place that shows
+// most of it, cut to that; where none has room for a few tiles it stands in the lower
+// right corner, over the map.
 FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
                         WindowSize preview, WindowSize palette);
 

@@ -1,5 +1,6 @@
 #include "workspace/MapRenderer.h"
 
+#include "platform/Numbers.h"
 #include "services/ImageLayer.h"
 #include "theater/TextureBinFile.h"
 #include "workspace/Repaint.h"

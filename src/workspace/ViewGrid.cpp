@@ -1,5 +1,6 @@
 #include "workspace/ViewGrid.h"
 
+#include "platform/Numbers.h"
 #include "workspace/DrawingSurface.h"
 
 #include <algorithm>

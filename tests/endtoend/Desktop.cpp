@@ -2,6 +2,7 @@
 
 #include "support/TestFolder.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
@@ -91,6 +92,15 @@ bool Child::Running() {
     return false;
 }
 
+void Child::KillAfter(int milliseconds) {
+    const auto deadline =
+        std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    std::this_thread::sleep_until(deadline);
+    ::kill(pid_, SIGKILL);
+    ::waitpid(pid_, nullptr, 0);
+    pid_ = 0;
+}
+
 bool WaitFor(const std::function<bool()>& condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!condition()) {
@@ -127,6 +137,16 @@ Desktop::Desktop(std::string folder) : folder_(std::move(folder)) {
                        .find("window id") != std::string::npos;
         }))
         throw std::runtime_error("no openbox");
+}
+
+Child Desktop::StartEditor(const std::string& program,
+                           std::map<std::string, std::string> environment) const {
+    environment.insert({{"DISPLAY", display_},
+                        {"HOME", folder_},
+                        {"XDG_RUNTIME_DIR", folder_},
+                        {"WINEPREFIX", folder_ + "/no wine"},
+                        {"QT_QPA_PLATFORM", "xcb"}});
+    return {{program}, environment, folder_ + "/program.log"};
 }
 
 std::string Desktop::Run(const std::vector<std::string>& command) const {
@@ -166,7 +186,7 @@ void Desktop::Keys(const std::vector<std::string>& keys) const {
 }
 
 void Desktop::Type(const std::string& text) const {
-    Run({"xdotool", "type", "--delay", "2", text});
+    Run({"xdotool", "type", "--delay", "2", "--", text});
 }
 
 void Desktop::Click(int x, int y) const {
@@ -179,6 +199,12 @@ void Desktop::Click(int x, int y) const {
 void Desktop::ClickIn(const std::string& title, int x, int y, int button) const {
     Run({"xdotool", "mousemove", "--window", WindowId(title), std::to_string(x),
          std::to_string(y), "click", std::to_string(button)});
+}
+
+void Desktop::HoverIn(const std::string& title, int x, int y) const {
+    for (const int beside : {3, 0})
+        Run({"xdotool", "mousemove", "--window", WindowId(title),
+             std::to_string(x + beside), std::to_string(y)});
 }
 
 void Desktop::Activate(const std::string& title) const {
@@ -221,10 +247,19 @@ Picture Picture::Part(const Place& place) const {
     return part;
 }
 
+int Picture::Count(unsigned color) const {
+    return static_cast<int>(std::ranges::count(Pixels, color));
+}
+
 Picture Desktop::Look(const std::string& title) const {
-    const Place place = WhereIs(title);
+    return LookAt(WindowId(title), WhereIs(title));
+}
+
+Picture Desktop::Screen() const { return LookAt("root", {0, 0, 1280, 900}); }
+
+Picture Desktop::LookAt(const std::string& windowId, const Place& place) const {
     const std::string bytes =
-        Run({"import", "-window", WindowId(title), "-depth", "8", "rgb:-"});
+        Run({"import", "-window", windowId, "-depth", "8", "rgb:-"});
     const auto byte = [&bytes](size_t i) {
         return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));
     };

@@ -20,6 +20,8 @@ public:
     ~Child();
 
     bool Running();
+    // Lets it go on for a while, then kills it.
+    void KillAfter(int milliseconds);
     // -1 while it runs and when a signal ended it.
     int ExitCode() const { return exitCode_; }
 
@@ -51,6 +53,7 @@ struct Picture {
                          static_cast<size_t>(x));
     }
     Picture Part(const Place& place) const;
+    int Count(unsigned color) const;
     bool operator==(const Picture&) const = default;
 };
 
@@ -61,6 +64,11 @@ public:
     explicit Desktop(std::string folder);
 
     const std::string& Display() const { return display_; }
+
+    // Starts an editor as a user of this desktop, without a Wine prefix; its output goes
+    // to "program.log". `environment` is added.
+    Child StartEditor(const std::string& program,
+                      std::map<std::string, std::string> environment = {}) const;
 
     // Whether a window whose title matches the expression is up and has the keyboard.
     bool Active(const std::string& title) const;
@@ -81,13 +89,19 @@ public:
     // forward and backward.
     void ClickIn(const std::string& title, int x, int y, int button = 1) const;
 
+    // Moves the pointer there in two steps, as a hand would.
+    void HoverIn(const std::string& title, int x, int y) const;
+
     Picture Look(const std::string& title) const;
+    // Everything that is to be seen.
+    Picture Screen() const;
     // How often each colour 0xRRGGBB stands in a picture of the window.
     std::map<unsigned, int> Colors(const std::string& title) const;
 
 private:
     std::string Run(const std::vector<std::string>& command) const;
     std::string WindowId(const std::string& title) const;
+    Picture LookAt(const std::string& windowId, const Place& place) const;
 
     std::string folder_;
     std::string display_;

@@ -48,14 +48,9 @@ protected:
     }
 
     void Start() {
-        program_ = Child({folder_.File("program/vardenix")},
-                         {{"DISPLAY", desktop_.Display()},
-                          {"HOME", folder_.File("desktop")},
-                          {"XDG_RUNTIME_DIR", folder_.File("desktop")},
-                          {"WINEPREFIX", folder_.File("no wine")},
-                          {"QT_QPA_PLATFORM", "xcb"},
-                          {"PATH", folder_.File("desktop") + ":/usr/bin:/bin"}},
-                         folder_.File("desktop/program.log"));
+        program_ =
+            desktop_.StartEditor(folder_.File("program/vardenix"),
+                                 {{"PATH", folder_.File("desktop") + ":/usr/bin:/bin"}});
     }
 
     // Beyond the question of the very first start.

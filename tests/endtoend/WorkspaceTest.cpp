@@ -1,7 +1,5 @@
-#include "endtoend/RunningEditor.h"
+#include "endtoend/WorkspaceOnDesktop.h"
 
-#include <filesystem>
-#include <map>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -9,9 +7,7 @@ namespace fs = std::filesystem;
 namespace vardenix::tests {
 namespace {
 
-constexpr unsigned Background = 0xF0F0F0;
-
-class WorkspaceEndToEnd : public RunningEditor {};
+using WorkspaceEndToEnd = WorkspaceOnDesktop;
 
 bool Apart(const Place& a, const Place& b) {
     return a.Left + a.Width <= b.Left || b.Left + b.Width <= a.Left ||
@@ -20,17 +16,6 @@ bool Apart(const Place& a, const Place& b) {
 
 std::set<unsigned> ColorsOf(const Picture& picture) {
     return {picture.Pixels.begin(), picture.Pixels.end()};
-}
-
-// What both pictures show of the terrain, the second one having moved by whole posts:
-// east and north are counted as the view goes.
-void ExpectMoved(const Picture& before, const Picture& after, int east, int north) {
-    const int width = Side - std::abs(east) * Cell;
-    const int height = Side - std::abs(north) * Cell;
-    const Place was{std::max(east, 0) * Cell, std::max(-north, 0) * Cell, width, height};
-    const Place is{std::max(-east, 0) * Cell, std::max(north, 0) * Cell, width, height};
-    EXPECT_TRUE(before.Part(was) == after.Part(is))
-        << east << " east, " << north << " north";
 }
 
 TEST_F(WorkspaceEndToEnd, AFirstStartShowsMapPanelAndPreviewSideBySide) {

@@ -196,5 +196,25 @@ TEST(BlendColor, LaysOneColourOverARectangle) {
     }
 }
 
+TEST(BlendColor, IsTheNearestOfTheExactMixForEveryValue) {
+    Raster greys(256, 1);
+    for (uint32_t weight = 0; weight < 256; ++weight)
+        for (uint32_t over = 0; over < 256; ++over) {
+            for (uint32_t under = 0; under < 256; ++under)
+                greys.Row(0)[under] = 0xFF000000 | under << 16 | (255 - under) << 8 | 7;
+            BlendColor(greys.View(), {0, 0, 256, 1}, over << 16 | over << 8 | over,
+                       static_cast<uint8_t>(weight));
+            for (uint32_t under = 0; under < 256; ++under) {
+                const auto mixed = [&](uint32_t below) {
+                    const double exact = (over * weight + below * (255 - weight)) / 255.0;
+                    return static_cast<uint32_t>(std::lround(exact));
+                };
+                ASSERT_EQ(greys.Row(0)[under], 0xFF000000 | mixed(under) << 16 |
+                                                   mixed(255 - under) << 8 | mixed(7))
+                    << over << " over " << under << " with " << weight;
+            }
+        }
+}
+
 } // namespace
 } // namespace vardenix::tests

@@ -72,6 +72,7 @@ TEST_F(FrmVXMainTest, TipsAreTold) {
     EXPECT_EQ(tip("cmdRedo"), "Redo (not for importing)");
     EXPECT_EQ(tip("CmdExport"), "Use SHIFT to export TDFs (Features).");
     EXPECT_EQ(tip("CmdSaveTheater"), "Use shift for save with a different name.");
+    EXPECT_EQ(tip("chkApplyMAP"), "Not accurate, just for reference!");
     EXPECT_EQ(tip("chkL0ELV"), "No L0/ELV file loaded.");
     EXPECT_EQ(tip("cmdLoadL0Elv"), "No L0/ELV file loaded.");
     window_.SetL0FileName("/a b/theater.L0");
@@ -111,6 +112,16 @@ TEST_F(FrmVXMainTest, TheModeOfTheFinestElevationsChangesTitleGroundAndButtons) 
     EXPECT_FALSE(Enabled("Command3") || Enabled("Command4"));
     const auto ground = [this] { return window_.grab().toImage().pixelColor(3, 300); };
     EXPECT_EQ(ground(), QColor(0xFF, 0xFC, 0xD2)); // 13827327
+    for (const char* name : {"LabelX", "LabelY"})
+        EXPECT_EQ(Find<QLineEdit>(name).palette().color(QPalette::Base), ground());
+    // Every control whose name begins so, whatever its kind.
+    for (const QWidget* control : window_.findChildren<QWidget*>()) {
+        const QString kind = control->objectName().left(3).toUpper();
+        if (kind == "FRA" || kind == "CHK" || kind == "LAB") {
+            EXPECT_EQ(control->palette().color(QPalette::Window), ground())
+                << control->objectName().toStdString();
+        }
+    }
     view_.L0Mode = false;
     window_.ChangeControlsForL0Edit(false);
     EXPECT_EQ(Title(), "*Vardenix v3.0.1");

@@ -1,42 +1,28 @@
-#include "support/MapWorld.h"
-#include "support/RecordingCommands.h"
-#include "support/ToldMap.h"
-#include "windows/WindowTest.h"
-#include "workspace/windows/FrmVXMap.h"
+#include "windows/MapWindowTest.h"
 
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QTest>
 
 namespace vardenix {
 namespace {
 
 using tests::Find;
 
-// The mouse on the map of a theater of 64 posts a side, four by four of them in view at
-// 64 pixels: the middle of post (x, y) of the view is (x * 64 + 32, 256 - y * 64 - 32).
-class FrmVXMapMouseTest : public testing::Test {
+// The view begins at post (10, 20); the middle of its post (x, y) is (x * 64 + 32, 256 -
+// y
+// * 64 - 32).
+class FrmVXMapMouseTest : public tests::MapWindowTest {
 protected:
-    FrmVXMapMouseTest() {
-        state_.Terrain.MapWidth = 64;
-        state_.Terrain.LxArr = PostArray(64 * 64);
+    FrmVXMapMouseTest() : MapWindowTest(1) {
         state_.Catalogue.Lookup.resize(16);
         state_.Catalogue.Lookup[5].Name = "HRIVER05";
-        state_.Starting = false;
-        world_.View.GridCells = 4;
-        world_.View.TilePixels = 64;
         state_.Configuration.X = 10;
         state_.Configuration.Y = 20;
-        world_.View.ZoomPosts = 1;
-        window_.InitForm();
-        window_.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window_));
-        commands_.Story.clear();
+        Open();
     }
 
     static QPoint Middle(int x, int y) { return {x * 64 + 32, 256 - y * 64 - 32}; }
-    QWidget& PicShow() { return Find<QWidget>(window_, "PicShow"); }
     void Press(Qt::MouseButton button, int x, int y) {
         QTest::mousePress(&PicShow(), button, {}, Middle(x, y));
         QTest::mouseRelease(&PicShow(), button, {}, Middle(x, y));
@@ -53,16 +39,6 @@ protected:
     QMenu& Popup() { return Find<QMenu>(window_, "mnupup1"); }
     QAction& Entry(const char* name) { return Find<QAction>(window_, name); }
     QString Tip() { return PicShow().toolTip(); }
-
-    ProgramState state_;
-    tests::MapWorld world_{64};
-    MapRenderer renderer_ = world_.Renderer();
-    tests::RecordingCommands commands_;
-    MapInteraction interaction_;
-    UndoPoints undo_{state_.Terrain, commands_};
-    tests::ToldMap map_{commands_.Story};
-    FrmVXMap window_{
-        {state_, world_.View, interaction_, renderer_, undo_, commands_, map_}};
 };
 
 TEST_F(FrmVXMapMouseTest, ALeftPressPaintsTheChosenTile) {

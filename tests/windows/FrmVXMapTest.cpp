@@ -1,15 +1,9 @@
-#include "workspace/windows/FrmVXMap.h"
-
-#include "support/MapWorld.h"
-#include "support/RecordingCommands.h"
-#include "support/ToldMap.h"
-#include "windows/WindowTest.h"
+#include "windows/MapWindowTest.h"
 
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QTest>
 #include <QWheelEvent>
 
 namespace vardenix {
@@ -17,30 +11,12 @@ namespace {
 
 using tests::Find;
 
-// A theater of 64 posts a side without any picture on the disk; post (x, y) of every
-// fourth column has a palette colour of its own.
-class FrmVXMapTest : public testing::Test {
+class FrmVXMapTest : public tests::MapWindowTest {
 protected:
-    FrmVXMapTest() {
-        state_.Terrain.MapWidth = 64;
-        state_.Terrain.LxArr = PostArray(64 * 64);
-        commands_.OnRefresh = [this] { window_.RefreshPicArray(); };
-        state_.Starting = false;
-        world_.View.GridCells = 4;
-        world_.View.TilePixels = 64;
-        world_.View.ZoomPosts = 2;
-    }
-
-    void Open() {
-        window_.InitForm();
-        window_.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
-        commands_.Story.clear();
-    }
+    FrmVXMapTest() : MapWindowTest(2) {}
 
     QScrollBar& H() { return Find<QScrollBar>(window_, "HScroll1"); }
     QScrollBar& V() { return Find<QScrollBar>(window_, "VScroll1"); }
-    QWidget& PicShow() { return Find<QWidget>(window_, "PicShow"); }
 
     // On the picture; `eighths` of a degree, 120 to the notch.
     void Wheel(QPoint eighths, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
@@ -49,16 +25,6 @@ protected:
                           Qt::NoScrollPhase, false);
         QApplication::sendEvent(&Find<QWidget>(window_, over), &event);
     }
-
-    ProgramState state_;
-    tests::MapWorld world_{64};
-    MapRenderer renderer_ = world_.Renderer();
-    tests::RecordingCommands commands_;
-    MapInteraction interaction_;
-    UndoPoints undo_{state_.Terrain, commands_};
-    tests::ToldMap map_{commands_.Story};
-    FrmVXMap window_{
-        {state_, world_.View, interaction_, renderer_, undo_, commands_, map_}};
 };
 
 TEST_F(FrmVXMapTest, TheScrollBarsSpanTheTerrain) {

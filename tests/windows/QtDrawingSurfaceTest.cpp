@@ -1,5 +1,6 @@
 #include "workspace/windows/QtDrawingSurface.h"
 
+#include <QPainter>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -108,6 +109,42 @@ TEST_F(OnToolkitSurface, AnEllipseFillsItsRectangle) {
     EXPECT_EQ(drawn[4 * 9 + 1], 'p');
     EXPECT_EQ(drawn[4 * 9 + 7], 'p');
     EXPECT_EQ(drawn.substr(7 * 9, 9), "........\n");
+}
+
+// Small circles are kept as rows of pixels; the toolkit's own painter says what they
+// are.
+TEST_F(OnToolkitSurface, EveryEllipseIsTheToolkitsWhereverItLies) {
+    constexpr int side = 80;
+    Begin(side);
+    const auto compare = [&](const QRect& box, bool filled) {
+        surface_.Clear(0);
+        surface_.SetFill(filled ? FillStyle::Solid : FillStyle::None, 0x445566);
+        surface_.Ellipse({box.x() * 1.0, box.y() * 1.0},
+                         {box.x() * 1.0 + box.width(), box.y() * 1.0 + box.height()});
+        QImage expected(side, side, QImage::Format_RGB32);
+        expected.fill(Qt::black);
+        {
+            QPainter painter(&expected);
+            painter.setPen(QPen(QColor(0x33, 0x22, 0x11), 1, Qt::SolidLine, Qt::SquareCap,
+                                Qt::RoundJoin));
+            if (filled)
+                painter.setBrush(QColor(0x66, 0x55, 0x44));
+            painter.drawEllipse(box);
+        }
+        ASSERT_EQ(surface_.Image(), expected)
+            << box.width() << " by " << box.height() << " at " << box.x() << ", "
+            << box.y() << (filled ? ", filled" : "");
+    };
+    for (int width = 1; width <= 70; width += width < 12 ? 1 : 7)
+        for (int height = 1; height <= 70; height += height < 12 ? 1 : 7)
+            for (const bool filled : {false, true})
+                compare({5, 4, width, height}, filled);
+    for (const int size : {1, 2, 9, 40, 64, 65})
+        for (const QPoint& at : {QPoint(-size / 2, 10), QPoint(10, -size / 2),
+                                 QPoint(side - 1 - size / 2, side - 1), QPoint(-size, 3),
+                                 QPoint(side - 1, 70), QPoint(-1 - size, 5)})
+            for (const bool filled : {false, true})
+                compare({at, QSize(size, size)}, filled);
 }
 
 TEST_F(OnToolkitSurface, APolygonIsClosedAndFilledAndAPolylineIsNeither) {

@@ -70,6 +70,22 @@ TEST(FirstLayout, APreviewThatWouldCutTheMapStandsUnderItWhereThatFits) {
     EXPECT_GT(layout.Preview.Top, 20 + 658);
 }
 
+// 1024 by 700 pixels less the desktop's own.
+TEST(FirstLayout, OnASmallScreenThePreviewGoesWhereItLeavesMoreOfTheMap) {
+    const PixelRect room{0, 20, 1024, 680};
+    const FirstLayout layout = LayOutFirst(room, {424, 630}, Map, {252, 110}, Palette);
+    EXPECT_EQ(layout.Preview.Left, layout.Map.Left);
+    EXPECT_GE(layout.Preview.Top, layout.Map.Top + layout.Map.Height + 30);
+    EXPECT_LE(layout.Preview.Top + layout.Preview.Height, 700);
+    EXPECT_EQ(layout.Map.Width, 1024 - 424 - 16 - 16);
+    EXPECT_GT(layout.Map.Height, 450);
+    // A low and wide preview costs the map less at its side.
+    const FirstLayout beside =
+        LayOutFirst(room, {424, 630}, {300, 640}, {252, 110}, Palette);
+    EXPECT_EQ(beside.Map.Height, 640);
+    EXPECT_GT(beside.Preview.Left, beside.Map.Left + beside.Map.Width);
+}
+
 TEST(FirstLayout, LargeWindowsAreCutToTheScreen) {
     const FirstLayout layout =
         LayOutFirst(Room, Panel, {5140, 5140}, {2048, 2100}, Palette);
@@ -98,7 +114,7 @@ TEST(FirstLayout, APaletteIsCutToTheLargestFreePlace) {
         EXPECT_TRUE(Apart(layout.Palette, other));
     // Under the map, beside the preview, as high as there is room.
     EXPECT_GT(layout.Palette.Left, layout.Preview.Left + 252);
-    EXPECT_GT(layout.Palette.Top, 20 + 658);
+    EXPECT_GE(layout.Palette.Top, 20 + 658 + 34); // behind the map's frame
     EXPECT_GT(layout.Palette.Top + layout.Palette.Height, 820);
     EXPECT_GE(layout.Palette.Width, 500);
 }

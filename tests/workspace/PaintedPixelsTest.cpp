@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 
 // Repaints of real picture files on bare memory.
 namespace vardenix {
@@ -169,19 +170,24 @@ TEST_F(Painted, ATileChangedOnTheDiskIsSeenAtTheNextRepaint) {
     EXPECT_EQ(Repainted(world_.Pictures), PaintedWithoutCache());
 }
 
+// The renderer passes over the step then, so the image library itself is asked.
 TEST_F(Painted, BrightnessZeroWouldChangeNoPixel) {
-    MemorySurface surface(256);
-    std::vector<uint32_t> before;
+    Raster raster(256, 256);
     for (int32_t y = 0; y < 256; ++y)
-        for (int32_t x = 0; x < 256; ++x) {
-            const uint32_t pixel = 0xFF000000 | static_cast<uint32_t>(x) << 16 |
-                                   static_cast<uint32_t>(255 - x) << 8 |
-                                   static_cast<uint32_t>(y);
-            surface.Pixels().Row(y)[x] = pixel;
-            before.push_back(pixel);
-        }
-    surface.AdjustBrightness(0);
-    EXPECT_EQ(tests::PixelsOf(surface.Picture()), before);
+        for (int32_t x = 0; x < 256; ++x)
+            raster.Row(y)[x] = 0xFF000000 | static_cast<uint32_t>(x) << 16 |
+                               static_cast<uint32_t>(255 - x) << 8 |
+                               static_cast<uint32_t>(y);
+    const Bitmap adjusted = AdjustPictureBrightness(PictureToBitmap(raster.View()), 0.0);
+    ASSERT_TRUE(adjusted);
+    EXPECT_EQ(tests::PixelsOf(BitmapToPicture(adjusted)), tests::PixelsOf(raster));
+}
+
+TEST_F(Painted, ATileDeletedFromTheDiskLeavesTheBackground) {
+    world_.SetTile(1, 1, 0);
+    EXPECT_NE(Repainted(world_.Pictures).at(255 * 256), 0xFFF0F0F0);
+    std::filesystem::remove(folder_.File("H0.dds"));
+    EXPECT_EQ(Repainted(world_.Pictures).at(255 * 256), 0xFFF0F0F0);
 }
 
 TEST_F(Painted, BrightnessLiesOverTilesAndMapColoursAndUnderTheRest) {

@@ -15,7 +15,7 @@ namespace {
 
 using Kind = Action::Kind;
 
-constexpr std::array<Action, 42> Table{{
+constexpr std::array<Action, 44> Table{{
     {Kind::MenuEntry, "mnyExit", "E&xit", "Ctrl+Q", "Leave the program"},
     {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "", ""},
     {Kind::MenuEntry, "mnumkTHR", "Ma&ke THR File", "", ""},
@@ -36,6 +36,8 @@ constexpr std::array<Action, 42> Table{{
      "Use SHIFT to export TDFs (Features)."},
     {Kind::Button, "cmdUndo", "Undo", "Ctrl+Z", "Undo (not for importing)"},
     {Kind::Button, "cmdRedo", "Redo", "Ctrl+Y Ctrl+Shift+Z", "Redo (not for importing)"},
+    {Kind::Button, "cmdLoadL0Elv", "Load a L0 or ELV file", "Ctrl+L", ""},
+    {Kind::Button, "chkL0ELV", "L0/ELV Edit mode", "F2", ""},
     {Kind::Button, "cmdplus", "Nearer", "", "Zoom in: fewer posts in a cell"},
     {Kind::Button, "cmdminus", "Farther", "", "Zoom out: more posts in a cell"},
     {Kind::Button, "cmdZoomin", "Fewer grid cells",

@@ -19,8 +19,8 @@ FrmAbout::FrmAbout(Processes& processes, QWidget* parent)
         QString::fromStdString("Vardenix v" + vardenix::ProgramVersion()));
     ui_->Image1->SetPicture(":/logo.png", {640, 120});
     ui_->Image1->setToolTip(ProgramPage);
-    ui_->Command1->setFocus();
     setFixedSize(sizeHint());
+    ui_->Command1->setFocus(); // not the link, which comes first
     OnSignal(ui_->Image1, &QAbstractButton::clicked, this,
              [&processes] { processes.Open(ProgramPage); });
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this, [this] { accept(); });

@@ -61,11 +61,10 @@ FrmVXHeightCols::FrmVXHeightCols(Configuration& settings, Dialogs& dialogs,
     ui_->Option1_1->setChecked(!settings.UseSingleHeightColor);
     ui_->cmdDefCol->SetColor(settings.HeightDefaultColor);
     ui_->ListView1->header()->setSectionResizeMode(QHeaderView::Stretch);
-    // Over numbers at the right and the whole width of colours.
-    QTreeWidgetItem& head = *ui_->ListView1->headerItem();
-    head.setTextAlignment(MinAlt, Qt::AlignRight | Qt::AlignVCenter);
-    head.setTextAlignment(MaxAlt, Qt::AlignRight | Qt::AlignVCenter);
-    head.setTextAlignment(RowColor, Qt::AlignCenter);
+    for (const Column column : {MinAlt, MaxAlt})
+        ui_->ListView1->headerItem()->setTextAlignment(column,
+                                                       Qt::AlignRight | Qt::AlignVCenter);
+    ui_->ListView1->headerItem()->setTextAlignment(RowColor, Qt::AlignCenter);
     ui_->ListView1->setItemDelegateForColumn(RowColor, new ColorCell(this));
     FillListView(-1);
     Connect(dialogs);

@@ -209,9 +209,17 @@ void FrmVXMain::ShowTitles() {
 void FrmVXMain::ChangeControlsForL0Edit(bool on) {
     titles_.SetL0Mode(on);
     ShowTitles();
+    const QColor color = on ? L0ModeColor() : OffColor();
     QPalette ground = palette();
-    ground.setColor(QPalette::Window, on ? L0ModeColor() : OffColor());
+    ground.setColor(QPalette::Window, color);
     setPalette(ground);
+    // Frames, check boxes and labels take it from there; the boxes that are called labels
+    // have a ground of their own.
+    for (QLineEdit* box : {ui_->LabelX, ui_->LabelY}) {
+        QPalette colors = box->palette();
+        colors.setColor(QPalette::Base, color);
+        box->setPalette(colors);
+    }
     RefreshCommands();
 }
 

@@ -29,7 +29,7 @@ private:
 } // namespace
 
 NumberBox::NumberBox(QWidget* parent) : QLineEdit(parent) {
-    TakeKeys(KeepsDigitKey, 9); // within 32 bits
+    TakeKeys(KeepsDigitKey, 10); // what 32 bits hold; more is clamped when read
 }
 
 void NumberBox::TakeKeys(std::function<bool(char32_t)> takes, int maxLength) {

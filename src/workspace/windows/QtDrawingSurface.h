@@ -1,17 +1,16 @@
 #pragma once
 
 #include "workspace/RasterSurface.h"
+#include "workspace/windows/DrawnCircles.h"
+#include "workspace/windows/DrawnTexts.h"
 
 #include <QImage>
 #include <QPainter>
 
-#include <cstddef>
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 namespace vardenix {
 
@@ -49,20 +48,18 @@ protected:
     void HatchedRectangle(const PixelRect& inside) override;
 
 private:
-    struct DrawnText;
-    class TextsOfFont;
-
     QPainter& Painter();
     void ClosePainter();
-    TextsOfFont& TextsOf(const FontChoice& font);
+    DrawnTexts& TextsOf(const FontChoice& font);
     const DrawnText& TextOf(std::string_view text);
 
     QImage image_;
     uint32_t* pixels_ = nullptr;
     QPainter painter_; // stays open between shapes; opening costs more than drawing
     bool penOrFillChanged_ = true;
-    std::map<std::string, std::unique_ptr<TextsOfFont>> texts_;
-    TextsOfFont* textsOfFont_ = nullptr;
+    DrawnCircles circles_;
+    std::map<std::string, std::unique_ptr<DrawnTexts>> texts_;
+    DrawnTexts* textsOfFont_ = nullptr;
 };
 
 } // namespace vardenix

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <stdexcept>
@@ -13,18 +12,19 @@
 
 namespace vardenix::tests {
 
-constexpr const char* StartUp = "^Vardenix v3\\.0\\.1 - for";
+inline constexpr const char* StartUp = "^Vardenix v3\\.0\\.1 - for";
 // The titles of the windows, with the star of unsaved work or without.
-constexpr const char* Panel = "^\\*?Vardenix v3\\.0\\.1( - L0/ELV MODE)?$";
-constexpr const char* Map = "^\\*?sorrelund$";
-constexpr const char* Preview = "^Theater Preview$";
-constexpr const char* Palette = "^Tile Palette$";
-constexpr int Cell = 128;      // pixels of a post on a first start
-constexpr int Side = 5 * Cell; // of the picture
-constexpr int Posts = 128;     // of the sample theater, a side
+inline constexpr const char* Panel = "^\\*?Vardenix v3\\.0\\.1( - L0/ELV MODE)?$";
+inline constexpr const char* Map = "^\\*?sorrelund$";
+inline constexpr const char* Preview = "^Theater Preview$";
+inline constexpr const char* Palette = "^Tile Palette$";
+inline constexpr int Cell = 128;      // pixels of a post on a first start
+inline constexpr int Side = 5 * Cell; // of the picture
+inline constexpr int Posts = 128;     // of the sample theater, a side
+inline constexpr unsigned Background = 0xF0F0F0;
 
 // The program in a folder of its own, on a desktop of its own, with the sample theater.
-class RunningEditor : public testing::Test {
+class WorkspaceOnDesktop : public testing::Test {
 protected:
     void SetUp() override {
         std::filesystem::create_directory(folder_.File("program"));
@@ -57,13 +57,7 @@ protected:
 
     // As far as a painted map.
     void Start() {
-        program_ = Child({folder_.File("program/vardenix")},
-                         {{"DISPLAY", desktop_.Display()},
-                          {"HOME", folder_.File("desktop")},
-                          {"XDG_RUNTIME_DIR", folder_.File("desktop")},
-                          {"WINEPREFIX", folder_.File("no wine")},
-                          {"QT_QPA_PLATFORM", "xcb"}},
-                         folder_.File("desktop/program.log"));
+        program_ = desktop_.StartEditor(folder_.File("program/vardenix"));
         ASSERT_TRUE(WaitFor([&] { return desktop_.Active(StartUp); }));
         desktop_.Key("Return");
         ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
@@ -119,5 +113,17 @@ protected:
                       folder_.File("desktop"))};
     Child program_;
 };
+
+// What both pictures show of the terrain, the second one having moved by whole posts:
+// east and north are counted as the view goes.
+inline void ExpectMoved(const Picture& before, const Picture& after, int east,
+                        int north) {
+    const int width = Side - std::abs(east) * Cell;
+    const int height = Side - std::abs(north) * Cell;
+    const Place was{std::max(east, 0) * Cell, std::max(-north, 0) * Cell, width, height};
+    const Place is{std::max(-east, 0) * Cell, std::max(north, 0) * Cell, width, height};
+    EXPECT_TRUE(before.Part(was) == after.Part(is))
+        << east << " east, " << north << " north";
+}
 
 } // namespace vardenix::tests

@@ -1,0 +1,130 @@
+#!/usr/bin/env python3
+"""Times `vardenix-cli render` beside the rasterizer of a tile map editor, on maps of the same size:
+as many cells, as many distinct tiles of the same side, the same picture. Both start, read their
+files, paint without smoothing and write a bitmap.
+
+usage: compare_rasterizer.py BIN      the folder with vardenix-cli and make_sample_theater
+"""
+import array
+import os
+import pathlib
+import random
+import shutil
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+import zlib
+
+RASTERIZER = "tmxrasterizer"  # of the Debian package "tiled"
+POSTS = 256                   # of the theater, a side
+GRID = 10                     # cells of the view, a side
+CELL = 128                    # pixels
+TILE = 128                    # pixels along a side of the sample's tiles
+ROUNDS = 7
+
+
+def tile_numbers(theater, left, bottom, side):
+    """Rows of the view's tile numbers, the top one first."""
+    level = (theater / "terrain/theater.L2").read_bytes()
+    offsets = array.array("i", (theater / "terrain/theater.O2").read_bytes())
+    segments = POSTS // 16
+
+    def number(x, y):
+        block = offsets[y // 16 * segments + x // 16]
+        return struct.unpack_from("<i", level, block + (y % 16 * 16 + x % 16) * 9)[0]
+
+    return [[number(left + x, bottom + y) for x in range(side)]
+            for y in reversed(range(side))]
+
+
+def png(seed):
+    """A noisy tile; noise packs badly, as photographs do."""
+    noise = random.Random(seed)
+    rows = b"".join(b"\0" + noise.randbytes(TILE * 3) for _ in range(TILE))
+
+    def chunk(kind, data):
+        body = kind + data
+        return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))
+
+    header = struct.pack(">IIBBBBB", TILE, TILE, 8, 2, 0, 0, 0)
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) +
+            chunk(b"IDAT", zlib.compress(rows, 1)) + chunk(b"IEND", b""))
+
+
+def write_map(folder, rows):
+    """The same cells as a map of the other program; its tile numbers count from 1."""
+    folder.mkdir()
+    ids = {}
+    for row in rows:
+        for number in row:
+            ids.setdefault(number, len(ids))
+    tiles = ""
+    for number, tile in ids.items():
+        (folder / f"{tile}.png").write_bytes(png(number))
+        tiles += f'<tile id="{tile}"><image width="{TILE}" height="{TILE}" ' \
+                 f'source="{tile}.png"/></tile>'
+    cells = ",\n".join(",".join(str(ids[number] + 1) for number in row) for row in rows)
+    side = len(rows)
+    path = folder / "map.tmx"
+    path.write_text(
+        '<?xml version="1.0" encoding="UTF-8"?>\n'
+        f'<map version="1.8" orientation="orthogonal" renderorder="right-down" '
+        f'width="{side}" height="{side}" tilewidth="{TILE}" tileheight="{TILE}" '
+        f'infinite="0"><tileset firstgid="1" name="tiles" tilewidth="{TILE}" '
+        f'tileheight="{TILE}" tilecount="{len(ids)}" columns="0">{tiles}</tileset>'
+        f'<layer id="1" name="posts" width="{side}" height="{side}">'
+        f'<data encoding="csv">{cells}</data></layer></map>\n')
+    return path, len(ids)
+
+
+def picture_side(path):
+    """The width that a bitmap's header tells."""
+    return struct.unpack_from("<i", path.read_bytes()[:26], 18)[0]
+
+
+def best(commands):
+    """The least seconds of each command; they take turns."""
+    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", QT_LOGGING_RULES="*=false")
+    times = [[] for _ in commands]
+    for _ in range(ROUNDS):
+        for command, taken in zip(commands, times):
+            begin = time.perf_counter()
+            subprocess.run(command, check=True, env=environment, capture_output=True)
+            taken.append(time.perf_counter() - begin)
+    return [min(taken) for taken in times]
+
+
+def main():
+    if len(sys.argv) != 2:
+        sys.exit(__doc__)
+    if shutil.which(RASTERIZER) is None:
+        print(f"There is nothing to compare with: the program {RASTERIZER} is not installed.")
+        return
+    programs = pathlib.Path(sys.argv[1]).resolve()
+    with tempfile.TemporaryDirectory(prefix="vardenix bench ") as scratch:
+        scratch = pathlib.Path(scratch)
+        subprocess.run([programs / "make_sample_theater", scratch / "sample",
+                        "--posts", str(POSTS)], check=True, capture_output=True)
+        theater = scratch / "sample/terrdata/sorrelund"
+        print("| posts | distinct tiles | rasterizer, ms | vardenix-cli render, ms | ratio |")
+        print("|---|---|---|---|---|")
+        for zoom in (1, 5, 20):
+            side = GRID * zoom
+            left = bottom = (POSTS - side) // 2
+            path, distinct = write_map(scratch / f"map {zoom}",
+                                       tile_numbers(theater, left, bottom, side))
+            theirs, ours = scratch / "theirs.bmp", scratch / "ours.bmp"
+            other, own = best([
+                [RASTERIZER, "--no-smoothing", "--size", str(GRID * CELL), path, theirs],
+                [programs / "vardenix-cli", "render", ours, "--theater", theater,
+                 "--x", str(left), "--y", str(bottom), "--zoom", str(zoom),
+                 "--grid", str(GRID), "--tile-pixels", str(CELL)]])
+            if picture_side(theirs) != picture_side(ours):
+                sys.exit(f"{picture_side(theirs)} pixels a side against {picture_side(ours)}")
+            print(f"| {side * side} | {distinct} | {other * 1000:.0f} | {own * 1000:.0f} "
+                  f"| {own / other:.2f} |")
+
+
+main()

@@ -1,0 +1,125 @@
+#include "app/WorkspaceVerbs.h"
+
+#include "services/ImageFiles.h"
+#include "services/ImageLayer.h"
+#include "workspace/RestorePoint.h"
+#include "workspace/windows/FrmVXMain.h"
+#include "workspace/windows/FrmVXMap.h"
+
+namespace vardenix {
+
+Workspace::PanelVerbs::PanelVerbs(Workspace& workspace)
+    : PanelDialogs(workspace.state_, workspace.view_, workspace.platform_, workspace),
+      workspace_(workspace) {}
+
+bool Workspace::PanelVerbs::Can(PanelVerb verb) const {
+    switch (verb) {
+    case PanelVerb::Undo:
+        return workspace_.undo_.CanUndo(workspace_.view_.L0Mode);
+    case PanelVerb::Redo:
+        return workspace_.undo_.CanRedo(workspace_.view_.L0Mode);
+    case PanelVerb::SaveTheater:
+    case PanelVerb::LoadL0Elv:
+    case PanelVerb::EditL0Elv:
+    case PanelVerb::CreateRestorePoint:
+    case PanelVerb::Restore:
+    case PanelVerb::SaveScreenshot:
+    case PanelVerb::ShowMain:
+    case PanelVerb::ShowTheater:
+    case PanelVerb::ShowTile:
+        return true;
+    default:
+        return false;
+    }
+}
+
+void Workspace::PanelVerbs::Do(PanelVerb verb) {
+    switch (verb) {
+    case PanelVerb::LoadL0Elv:
+        return LoadL0Elv();
+    case PanelVerb::Undo:
+        return workspace_.undo_.Undo(workspace_.view_.L0Mode);
+    case PanelVerb::Redo:
+        return workspace_.undo_.Redo(workspace_.view_.L0Mode);
+    case PanelVerb::CreateRestorePoint:
+        return CreatePoint();
+    case PanelVerb::Restore:
+        return Restore();
+    default:
+        return;
+    }
+}
+
+SavingParts Workspace::PanelVerbs::Saving() {
+    return {workspace_.state_.Terrain, workspace_.view_, workspace_.platform_.Dialogs,
+            *workspace_.frmVXMain_,    workspace_.log_,  *workspace_.frmVXMain_};
+}
+
+void Workspace::PanelVerbs::SaveTheater(bool as) { CmdSaveTheater(Saving(), as); }
+
+// A map of the finest elevations shows the new ones at once.
+void Workspace::PanelVerbs::LoadL0Elv() {
+    if (!cmdLoadL0Elv(Saving()))
+        return;
+    workspace_.undo_.ForgetElevations();
+    if (workspace_.view_.L0Mode)
+        workspace_.undo_.ShowButtons(true);
+}
+
+void Workspace::PanelVerbs::EditL0Elv(bool on) {
+    workspace_.view_.L0Mode = on;
+    workspace_.frmVXMain_->ChangeControlsForL0Edit(on);
+    workspace_.undo_.ShowButtons(on);
+}
+
+void Workspace::PanelVerbs::CreatePoint() {
+    workspace_.frmVXMain_->LetEventsThrough();
+    CreateRestorePoint(workspace_.state_.Terrain,
+                       workspace_.state_.Folders.SystemTempPath);
+}
+
+void Workspace::PanelVerbs::Restore() {
+    workspace_.frmVXMain_->LetEventsThrough();
+    const Restored result = RestoreFromPoint(workspace_.state_.Terrain,
+                                             workspace_.state_.Folders.SystemTempPath);
+    if (result == Restored::Done)
+        workspace_.RefreshPicArray();
+    else
+        workspace_.platform_.Dialogs.Notice(RestoreMessage(result), {},
+                                            BoxIcon::Information);
+}
+
+void Workspace::PanelVerbs::ShowWindow(PanelVerb window, bool on) {
+    Configuration& settings = workspace_.state_.Configuration;
+    if (window == PanelVerb::ShowMain)
+        settings.MainWinVis = on;
+    else if (window == PanelVerb::ShowTheater)
+        settings.ThPrevWinVis = on;
+    else if (window == PanelVerb::ShowTile)
+        settings.PalWinVis = on;
+    workspace_.ShowByBoxes();
+}
+
+void Workspace::PanelVerbs::SaveScreenshot(const std::string& path, int filterIndex) {
+    const ImageSession session;
+    ImageSaveOptions options;
+    options.Format = filterIndex == 2 ? PictureFormat::Jpeg : PictureFormat::Bmp;
+    options.ColorDepth = 24;
+    ImageSaveEx(PictureToBitmap(workspace_.frmVXMap_->Picture2().Pixels()), path,
+                options);
+}
+
+Workspace::MapVerbs::MapVerbs(Workspace& workspace)
+    : MapDialogs(workspace.platform_.Dialogs, workspace,
+                 workspace.state_.Catalogue.Lookup),
+      workspace_(workspace) {}
+
+bool Workspace::MapVerbs::ExportWithShift() const {
+    return workspace_.frmVXMain_->ExportWithShift();
+}
+
+void Workspace::MapVerbs::HideFrame7() {
+    workspace_.frmVXMain_->ShowHint(FrmVXMain::Hint::None);
+}
+
+} // namespace vardenix

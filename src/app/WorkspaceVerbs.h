@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/Workspace.h"
+#include "workspace/TheaterSaving.h"
+#include "workspace/windows/MapDialogs.h"
+#include "workspace/windows/PanelDialogs.h"
+
+namespace vardenix {
+
+// What the panel's buttons and boxes do to the other windows.
+class Workspace::PanelVerbs : public PanelDialogs {
+public:
+    explicit PanelVerbs(Workspace& workspace);
+
+    bool Can(PanelVerb verb) const override;
+    void Do(PanelVerb verb) override;
+    void SaveTheater(bool as) override;
+    void EditL0Elv(bool on) override;
+    void ShowWindow(PanelVerb window, bool on) override;
+    void SaveScreenshot(const std::string& path, int filterIndex) override;
+
+private:
+    SavingParts Saving();
+    void LoadL0Elv();
+    void CreatePoint();
+    void Restore();
+
+    Workspace& workspace_;
+};
+
+// What clicks on the map do to the other windows.
+class Workspace::MapVerbs : public MapDialogs {
+public:
+    explicit MapVerbs(Workspace& workspace);
+
+    bool ExportWithShift() const override;
+    void HideFrame7() override;
+
+private:
+    Workspace& workspace_;
+};
+
+} // namespace vardenix

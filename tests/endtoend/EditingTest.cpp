@@ -1,0 +1,266 @@
+// A theater is edited with mouse and keys, saved, and read back from the disk by code of
+// the tests' own.
+#include "endtoend/WorkspaceOnDesktop.h"
+#include "support/TheaterMaker.h"
+
+#include <random>
+#include <utility>
+
+namespace fs = std::filesystem;
+
+namespace vardenix::tests {
+namespace {
+
+constexpr const char* Star = "^\\*sorrelund$";
+constexpr const char* Details = "^Tile Details$";
+// Post (0, 0) of the view, from 0 as the map shows it.
+constexpr int ViewX = 60;
+constexpr int ViewY = 60;
+
+class EditingEndToEnd : public WorkspaceOnDesktop {
+protected:
+    void SetUp() override {
+        WorkspaceOnDesktop::SetUp();
+        fs::copy(SAMPLE_FOLDER, theater_, fs::copy_options::recursive);
+        UseEdited();
+    }
+
+    // Panel, map and, below its picture's middle, the palette.
+    void UseEdited() {
+        UseTheater(theater_, {{"X", std::to_string(ViewX)},
+                              {"Y", std::to_string(ViewY)},
+                              {"MAIN_WIN_VIS", "-1"},
+                              {"MAIN_WIN_POS_L", "6600"},
+                              {"PAL_WIN_VIS", "-1"},
+                              {"PAL_WIN_POS_L", "9000"},
+                              {"PAL_WIN_POS_T", "8400"},
+                              {"PAL_WIN_SIZE_W", "6300"},
+                              {"PAL_WIN_SIZE_H", "4500"}});
+    }
+
+    std::string Terrain(const std::string& name) const {
+        return theater_ + "/terrdata/sorrelund/terrain/" + name;
+    }
+    MadeLevel Level2() const {
+        return ReadPair(Terrain("theater.L2"), Terrain("theater.O2"));
+    }
+    MadeLevel Level0() const {
+        return ReadPair(Terrain("theater.L0"), Terrain("theater.O0"));
+    }
+
+    // The middle of a post of the view, from its lower left.
+    static int Across(int x) { return x * Cell + Cell / 2; }
+    static int Down(int y) { return Side - y * Cell - Cell / 2; }
+    void ClickPost(int x, int y, int button) {
+        desktop_.ClickIn(Map, Across(x), Down(y), button);
+    }
+    static Picture CellOf(const Picture& map, int x, int y) {
+        return map.Part({x * Cell, Side - (y + 1) * Cell, Cell, Cell});
+    }
+
+    // The first button of the palette, once the tiles are there.
+    void ChooseFirstTile() {
+        ASSERT_TRUE(WaitFor([&] {
+            return desktop_.Visible(Palette) && desktop_.Colors(Palette).size() > 50;
+        }));
+        desktop_.ClickIn(Palette, 45, 90);
+    }
+    // Through the context menu of a post, or of a height in the L0/ELV mode.
+    void OpenDetails(int x, int y, bool byMenu) {
+        ClickPost(x, y, 3);
+        if (byMenu)
+            desktop_.Keys({"Down", "Return"});
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Details); }));
+    }
+    void TypeElevation(const std::string& feet) {
+        desktop_.Type(feet);
+        desktop_.Key("Return");
+        ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Details); }));
+    }
+    void Save() {
+        desktop_.Key("ctrl+s");
+        ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
+    }
+
+    std::string theater_ = folder_.File("edited theater");
+};
+
+// Serials whose posts differ, from 1.
+std::vector<size_t> Differences(const MadeLevel& a, const MadeLevel& b) {
+    std::vector<size_t> serials;
+    for (size_t i = 0; i < a.Posts.size(); ++i)
+        if (!(a.Posts[i] == b.Posts.at(i)))
+            serials.push_back(i + 1);
+    return serials;
+}
+
+size_t SerialOf(int x, int y, int width) {
+    return static_cast<size_t>(y * width + x + 1);
+}
+
+TEST_F(EditingEndToEnd, PaintsUndoesEditsSavesAndFindsItAgain) {
+    const MadeLevel before = Level2();
+    ASSERT_EQ(before.Width, Posts);
+    Start();
+    const Picture untouched = MapPicture();
+    ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
+
+    // A left click paints, in one cell and nowhere else.
+    ClickPost(1, 2, 1);
+    ASSERT_TRUE(Await([&](const Picture& map) { return map != untouched; }));
+    const Picture painted = MapPicture();
+    for (int y = 0; y < 5; ++y)
+        for (int x = 0; x < 5; ++x)
+            EXPECT_EQ(CellOf(painted, x, y) != CellOf(untouched, x, y), x == 1 && y == 2)
+                << x << ", " << y;
+    EXPECT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+
+    // At rest, the tip comes up under the cursor.
+    desktop_.HoverIn(Map, Across(3), Down(3));
+    EXPECT_TRUE(WaitFor([&] { return desktop_.Screen().Count(0xF0F0EE) > 1000; }));
+
+    desktop_.HoverIn(Palette, 200, 20); // the tip goes
+    desktop_.Key("ctrl+z");
+    ASSERT_TRUE(Await([&](const Picture& map) { return map == untouched; }));
+    desktop_.Key("ctrl+y");
+    ASSERT_TRUE(Await([&](const Picture& map) { return map == painted; }));
+
+    ASSERT_NO_FATAL_FAILURE(OpenDetails(3, 1, true));
+    desktop_.Key("Tab");
+    ASSERT_NO_FATAL_FAILURE(TypeElevation("-777"));
+    ASSERT_NO_FATAL_FAILURE(Save());
+
+    MadeLevel expected = before;
+    const MadeLevel saved = Level2();
+    const std::vector<size_t> changed = Differences(before, saved);
+    ASSERT_EQ(changed, (std::vector<size_t>{SerialOf(ViewX + 3, ViewY + 1, Posts),
+                                            SerialOf(ViewX + 1, ViewY + 2, Posts)}));
+    MadePost edited = before.Posts[changed[0] - 1];
+    edited.Elevation = -777;
+    EXPECT_EQ(saved.Posts[changed[0] - 1], edited);
+    MadePost tiled = before.Posts[changed[1] - 1];
+    tiled.Tile = saved.Posts[changed[1] - 1].Tile;
+    EXPECT_NE(tiled.Tile, before.Posts[changed[1] - 1].Tile);
+    EXPECT_EQ(saved.Posts[changed[1] - 1], tiled);
+    Leave(); // without a question, since everything is saved
+
+    Start();
+    EXPECT_TRUE(Await([&](const Picture& map) { return map == painted; }));
+    Leave();
+    EXPECT_TRUE(Differences(saved, Level2()).empty());
+}
+
+TEST_F(EditingEndToEnd, LoadsAL0FileEditsAHeightAndSavesIt) {
+    const MadeLevel before = Level0();
+    const std::string level2 = Slurp(Terrain("theater.L2"));
+    Start();
+    const Picture withoutFile = desktop_.Look(Panel);
+    desktop_.Key("ctrl+l");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active("^Open$"); }));
+    desktop_.Type(Terrain("theater.L0"));
+    desktop_.Key("Return");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+    // The bar has come and gone, and the box of the mode can be used.
+    Picture last;
+    ASSERT_TRUE(WaitFor([&] {
+        const Picture former = std::exchange(last, desktop_.Look(Panel));
+        return last == former && last != withoutFile;
+    }));
+    desktop_.Key("F2");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(" - L0/ELV MODE$"); }));
+    // The middle of a post: the third quarter from the left, its third from below.
+    ASSERT_NO_FATAL_FAILURE(OpenDetails(2, 3, false));
+    ASSERT_NO_FATAL_FAILURE(TypeElevation("4321"));
+    EXPECT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+    desktop_.Key("ctrl+z");
+    desktop_.Key("ctrl+y");
+    ASSERT_NO_FATAL_FAILURE(Save());
+
+    const MadeLevel saved = Level0();
+    ASSERT_EQ(saved.Width, 4 * Posts);
+    const size_t serial = SerialOf((ViewX + 2) * 4 + 2, (ViewY + 3) * 4 + 2, 4 * Posts);
+    ASSERT_EQ(Differences(before, saved), std::vector<size_t>{serial});
+    MadePost edited = before.Posts[serial - 1];
+    edited.Elevation = 4321;
+    EXPECT_EQ(saved.Posts[serial - 1], edited);
+    EXPECT_TRUE(Slurp(Terrain("theater.L2")) == level2);
+    Leave();
+}
+
+TEST_F(EditingEndToEnd, UnsavedWorkIsAskedForAtTheEnd) {
+    const std::string level2 = Slurp(Terrain("theater.L2"));
+    Start();
+    ASSERT_NO_FATAL_FAILURE(OpenDetails(3, 1, true));
+    desktop_.Key("Tab");
+    ASSERT_NO_FATAL_FAILURE(TypeElevation("99"));
+    desktop_.Activate(Panel);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Panel); }));
+    desktop_.Key("alt+F4");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active("^Confirm$"); }));
+    desktop_.Key("Escape"); // back to the program
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible("^Confirm$"); }));
+    EXPECT_TRUE(program_.Running());
+    desktop_.Key("alt+F4");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active("^Confirm$"); }));
+    desktop_.Key("alt+y");
+    EXPECT_TRUE(WaitFor([&] { return !program_.Running(); }));
+    EXPECT_TRUE(Slurp(Terrain("theater.L2")) == level2);
+}
+
+// The real program, killed at some moment of a save of 1024 posts a side. More rounds
+// than a test run has time for are asked for by VARDENIX_KILLS.
+class KilledEditor : public EditingEndToEnd {
+protected:
+    void SetUp() override {
+        EditingEndToEnd::SetUp();
+        // Land everywhere, of tile numbers that the catalogue has.
+        MadeLevel level = MadeLevel::Random(1024, 12);
+        for (MadePost& post : level.Posts)
+            post.Tile = 1 + post.Tile % 8;
+        const PairBytes pair = ScatteredPair(level);
+        Spill(Terrain("theater.L2"), pair.L);
+        Spill(Terrain("theater.O2"), pair.O);
+    }
+
+    static int Rounds() {
+        const char* wanted = std::getenv("VARDENIX_KILLS");
+        return wanted == nullptr ? 6 : std::atoi(wanted);
+    }
+};
+
+TEST_F(KilledEditor, LeavesTheOldPostsOrTheNewOnes) {
+    std::mt19937 random(7);
+    const size_t serial = SerialOf(ViewX + 3, ViewY + 1, 1024);
+    MadeLevel disk = Level2();
+    int newOnes = 0;
+    for (int round = 1; round <= Rounds(); ++round) {
+        ASSERT_NO_FATAL_FAILURE(Start()) << round;
+        ASSERT_NO_FATAL_FAILURE(OpenDetails(3, 1, true)) << round;
+        desktop_.Key("Tab");
+        ASSERT_NO_FATAL_FAILURE(TypeElevation(std::to_string(1000 + round))) << round;
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+        desktop_.Key("ctrl+s");
+        program_.KillAfter(static_cast<int>(random() % 90));
+
+        // The next opening mends what the kill has left.
+        ASSERT_NO_FATAL_FAILURE(Start()) << round;
+        program_.KillAfter(0);
+        const MadeLevel opened = Level2();
+        const std::vector<size_t> changed = Differences(disk, opened);
+        if (!changed.empty()) {
+            ++newOnes;
+            ASSERT_EQ(changed, std::vector<size_t>{serial}) << round;
+            ASSERT_EQ(opened.Posts[serial - 1].Elevation, 1000 + round);
+        }
+        disk = opened;
+    }
+    std::printf("new posts after %d of %d kills\n", newOnes, Rounds());
+    EXPECT_LE(newOnes, Rounds());
+    if (Rounds() >= 50) {
+        EXPECT_GT(newOnes, 0);
+        EXPECT_LT(newOnes, Rounds());
+    }
+}
+
+} // namespace
+} // namespace vardenix::tests
