@@ -50,7 +50,7 @@ until_true sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep "window id"'
 children+=($!)
 
 window_of() { xdotool search --onlyvisible --name "$1" | head -n 1 | grep .; }
-# click TITLE X Y [BUTTON]: at a place in the window, in pixels.
+# click TITLE X Y [BUTTON]: at a place in the window, in pixels of a screen of usual density.
 click() {
   xdotool mousemove --window "$(window_of "$1")" "$2" "$3" click "${4:-1}"
   sleep 0.7 # until it is painted
@@ -98,9 +98,9 @@ click "$panel" 223 449 # Show Tile Palette
 up "$palette"
 xdotool windowsize "$(window_of "$palette")" 420 325
 sleep 0.5
-click "$palette" 210 20  # Refresh: six tiles a row
+click "$palette" 210 20   # Refresh: six tiles a row
 click "$palette" 165 85 5 # the wheel, one row down
-click "$palette" 165 85  # the third of the first row
+click "$palette" 165 85   # the third of the first row
 picture FrmVXTilePal.png "$palette"
 
 for post in 150,180 171,180 192,180 171,159; do # a lake
@@ -131,10 +131,9 @@ picture FrmAbout.png '^About Vardenix$'
 keys Escape
 
 keys ctrl+z ctrl+z ctrl+z ctrl+z
-click "$panel" 360 383 # Load
+keys ctrl+l
 up '^Open$'
 xdotool type theater.L0
 keys Return
-click "$panel" 30 383 # L0/ELV Edit mode
+keys F2
 picture FrmVXMain-L0ELV.png "$panel"
-ls -l "$out" | awk '{ print $5, $9 }'
