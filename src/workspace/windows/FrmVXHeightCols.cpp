@@ -64,6 +64,7 @@ FrmVXHeightCols::FrmVXHeightCols(Configuration& settings, Dialogs& dialogs,
     for (const Column column : {MinAlt, MaxAlt})
         ui_->ListView1->headerItem()->setTextAlignment(column,
                                                        Qt::AlignRight | Qt::AlignVCenter);
+    ui_->ListView1->headerItem()->setTextAlignment(RowColor, Qt::AlignCenter);
     ui_->ListView1->setItemDelegateForColumn(RowColor, new ColorCell(this));
     FillListView(-1);
     Connect(dialogs);

@@ -1,0 +1,139 @@
+#!/usr/bin/env bash
+# manual_pictures.sh [PROGRAM_FOLDER [SAMPLE]]: makes the pictures of docs/manual.md again, each window
+# with its frame, from a built program and the sample theater (build/release/bin and build/sample when
+# none are named; ./run.sh makes both). Copies are worked on, on a screen of their own.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. tools/packages.sh
+need_packages "${run_packages[@]}" "${test_packages[@]}"
+bin=$(realpath "${1:-build/release/bin}")
+sample=$(realpath "${2:-build/sample}")
+out=$PWD/docs/pictures
+work=/tmp/maker # seen in the start-up window
+children=()
+
+finish() {
+  for child in "${children[@]}"; do kill "$child" 2>/dev/null || true; done
+  rm -rf "$work"
+}
+mkdir "$work" # not over somebody else's
+trap finish EXIT
+mkdir "$work/program" "$work/home"
+chmod 700 "$work/home"
+cp -r "$sample" "$work/game"
+cp "$bin"/{vardenix,vardenix-cli,NoTile.jpg,libVardenix.so} "$work/program"
+cd "$work/program"
+printf '[SOFTWARE\\Microprose\\Falcon\\4.0]\nbaseDir=%s/game\n' "$work" >registry.ini
+./vardenix-cli settings --theater-index 1 --x 95 --y 95 --zoom 6 >/dev/null
+# A map small enough for a page, and no question at the start.
+sed -i -e 's/^GRID_SIZE=.*/GRID_SIZE=6\r/' -e 's/^TILE_SIZE=.*/TILE_SIZE=2\r/' -e 's/^ZOOM=.*/ZOOM=3\r/' \
+  -e 's/^AUTO_CHECK_FOR_UPDATES=.*/AUTO_CHECK_FOR_UPDATES=0\r/' VX.ini
+
+# until_true COMMAND...: waits for it, at most 20 seconds.
+until_true() {
+  local left=200
+  until "$@" >/dev/null 2>&1; do
+    [ $((left -= 1)) -gt 0 ] || { echo "manual_pictures: in vain: $*" >&2; return 1; }
+    sleep 0.1
+  done
+}
+
+Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp 3>"$work/display" 2>/dev/null &
+children+=($!)
+until_true test -s "$work/display"
+DISPLAY=:$(cat "$work/display")
+export DISPLAY HOME=$work/home XDG_RUNTIME_DIR=$work/home QT_QPA_PLATFORM=xcb
+openbox 2>/dev/null &
+children+=($!)
+until_true sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep "window id"'
+./vardenix &
+children+=($!)
+
+window_of() { xdotool search --onlyvisible --name "$1" | head -n 1 | grep .; }
+# click TITLE X Y [BUTTON]: at a place in the window, in pixels of a screen of usual density.
+click() {
+  xdotool mousemove --window "$(window_of "$1")" "$2" "$3" click "${4:-1}"
+  sleep 0.7 # until it is painted
+}
+keys() {
+  xdotool key --delay 60 "$@"
+  sleep 0.7
+}
+up() {
+  until_true window_of "$1"
+  sleep 1
+}
+# picture FILE TITLE: the window as it stands on the screen, with what lies over it. A palette of
+# colors suffices but for photographs.
+picture() {
+  local id left top width height l r t b
+  id=$(window_of "$2")
+  read -r left top width height < <(xwininfo -id "$id" |
+    awk '/^  (Absolute|Width:|Height:)/ { printf "%s ", $NF } END { print "" }')
+  read -r l r t b < <(xprop -id "$id" _NET_FRAME_EXTENTS | sed 's/.*= //; s/,//g')
+  timeout 10 import -window root \
+    -crop "$((width + l + r))x$((height + t + b))+$((left - l))+$((top - t))" "$work/shot.png"
+  case $1 in
+  *.jpg) convert "$work/shot.png" +repage -strip -quality 80 "$out/$1" ;;
+  *) convert "$work/shot.png" +repage -strip +dither -colors 256 "PNG8:$out/$1" ;;
+  esac
+}
+
+start='^Vardenix v[0-9.]+ - for'
+panel='^\*?Vardenix v[0-9.]+( - L0/ELV MODE)?$'
+map='^\*?Sorrelund$'
+palette='^Tile Palette$'
+details='^Tile Details$'
+
+up "$start"
+picture FrmStartUp.png "$start"
+keys Return
+up "$map"
+timeout 5 xdotool windowactivate --sync "$(window_of "$panel")"
+sleep 0.5
+picture FrmVXMain.png "$panel"
+picture FrmVXTheaterPreview.png '^Theater Preview$'
+
+click "$panel" 223 449 # Show Tile Palette
+up "$palette"
+xdotool windowsize "$(window_of "$palette")" 420 325
+sleep 0.5
+click "$palette" 210 20   # Refresh: six tiles a row
+click "$palette" 165 85 5 # the wheel, one row down
+click "$palette" 165 85   # the third of the first row
+picture FrmVXTilePal.png "$palette"
+
+for post in 150,180 171,180 192,180 171,159; do # a lake
+  click "$map" "${post%,*}" "${post#*,}"
+done
+xdotool mousemove_relative 20 20
+sleep 1.5 # until the read-out is up
+picture FrmVXMap.jpg "$map"
+click "$map" 171 180 3
+keys Down Return
+up "$details"
+picture FrmVXTileDetails.png "$details"
+keys Escape
+
+click "$panel" 375 222 # the colors of Show Heights
+up '^Height Colors$'
+click '^Height Colors$' 100 130
+picture FrmVXHeightCols.png '^Height Colors$'
+keys Escape
+click "$panel" 332 133 # Options...
+up '^Areas/Paths Options$'
+picture FrmVXAreasPathsOptions.png '^Areas/Paths Options$'
+keys Escape
+timeout 5 xdotool windowactivate --sync "$(window_of "$panel")"
+keys alt+p a
+up '^About Vardenix$'
+picture FrmAbout.png '^About Vardenix$'
+keys Escape
+
+keys ctrl+z ctrl+z ctrl+z ctrl+z
+keys ctrl+l
+up '^Open$'
+xdotool type theater.L0
+keys Return
+keys F2
+picture FrmVXMain-L0ELV.png "$panel"
