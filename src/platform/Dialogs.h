@@ -44,8 +44,8 @@ public:
     Dialogs& operator=(const Dialogs&) = delete;
     virtual ~Dialogs() = default;
 
-    // An empty title shows the program's name. Closing a box with Yes and No only means
-    // No.
+    // An empty title shows the program's name. In a box with Yes and No only, Enter and
+    // the close box mean No.
     virtual BoxAnswer MessageBox(const std::string& text, const std::string& title,
                                  BoxIcon icon, BoxButtons buttons) = 0;
     // An existing file.

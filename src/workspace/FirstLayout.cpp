@@ -58,8 +58,9 @@ PixelRect LayOutPaletteWindow(const PixelRect& room,
                     consider(left, top, right, bottom);
     if (best.Width != 0)
         return best;
-    const WindowSize size{std::min(palette.Width, room.Width - FrameAcross),
-                          std::min(palette.Height, room.Height - FrameDown)};
+    // Most of the map stays in view.
+    const WindowSize size{std::min(palette.Width, room.Width / 2 - FrameAcross),
+                          std::min(palette.Height, room.Height / 3 - FrameDown)};
     return {room.Left + room.Width - FrameAcross - size.Width,
             room.Top + room.Height - FrameDown - size.Height, size.Width, size.Height};
 }

@@ -28,7 +28,7 @@ bool NeverPlaced(const Configuration& settings);
 // the map; map and preview are cut to what is left, the panel is not. A screen too small
 // for all three lets the map overlap. The tile palette gets the free place that shows
 // most of it, cut to that; where none has room for a few tiles it stands in the lower
-// right corner, over the map.
+// right corner over the map, half as wide as the room and a third as high at most.
 FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
                         WindowSize preview, WindowSize palette);
 

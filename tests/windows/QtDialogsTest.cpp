@@ -65,7 +65,7 @@ TEST(QtDialogsBox, ShowsItsTextsAndGivesTheButtonPressed) {
     EXPECT_EQ(ask(BoxButtons::Ok, "Esc"), BoxAnswer::Ok);
     EXPECT_EQ(ask(BoxButtons::YesNo, "Yes"), BoxAnswer::Yes);
     EXPECT_EQ(ask(BoxButtons::YesNo, "No"), BoxAnswer::No);
-    EXPECT_EQ(ask(BoxButtons::YesNo, "Enter"), BoxAnswer::Yes);
+    EXPECT_EQ(ask(BoxButtons::YesNo, "Enter"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesNo, "Esc"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesNoCancel, "No"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesNoCancel, "Esc"), BoxAnswer::Cancel);

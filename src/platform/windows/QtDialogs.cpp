@@ -129,6 +129,8 @@ BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& titl
         return BoxAnswer::Ok;
     case BoxButtons::YesNo:
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        // Yes is what cannot be taken back: work lost, a file replaced.
+        box.setDefaultButton(QMessageBox::No);
         box.setEscapeButton(QMessageBox::No);
         return box.exec() == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
     case BoxButtons::YesNoCancel: {

@@ -23,8 +23,8 @@ void MoveWithin(QWidget& window, QPoint topLeft) {
 
 // A window that changes its size before the desktop has framed it is taken by the place
 // of its inside, and its title ends up above the screen. So it is moved once more when
-// the frame is there, which can be a moment after it is first painted. Belongs to the
-// window.
+// the frame is there, which can be a moment after it is first painted, and again when the
+// desktop has moved it since. Belongs to the window.
 class PlacedWhenFramed : public QObject {
 public:
     PlacedWhenFramed(QWidget& window, QPoint topLeft)
@@ -42,16 +42,18 @@ public:
 
     void timerEvent(QTimerEvent* event) override {
         // Some desktops have no frames.
-        if (!Framed(window_) && ++looks_ < MostLooks)
+        const bool last = ++looks_ == MostLooks;
+        if (Framed(window_) || last)
+            MoveWithin(window_, topLeft_);
+        if (!last)
             return;
         killTimer(event->timerId());
-        MoveWithin(window_, topLeft_);
         deleteLater();
     }
 
 private:
-    static constexpr int LookAgain = 10; // ms
-    static constexpr int MostLooks = 50;
+    static constexpr int LookAgain = 20; // ms
+    static constexpr int MostLooks = 20;
 
     QWidget& window_;
     QPoint topLeft_;

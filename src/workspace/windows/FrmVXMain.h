@@ -132,6 +132,7 @@ private:
     void cmdGoXY_Click();
     void CmdSaveTheater_Click(bool as);
     void CmdExport_Click();
+    void mnuOnlineHelp_Click();
     void mnuSaveScreeshot_Click();
 
     // Unless the program is starting.

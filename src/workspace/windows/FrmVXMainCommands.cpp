@@ -82,7 +82,8 @@ void FrmVXMain::ConnectCommands() {
 }
 
 void FrmVXMain::CmdSaveTheater_Click(bool as) {
-    if (commands_.Can(PanelVerb::SaveTheater))
+    // The key comes here also while the panel is locked.
+    if (isEnabled() && commands_.Can(PanelVerb::SaveTheater))
         commands_.SaveTheater(as);
     RedrawSaveButton();
 }
@@ -95,13 +96,21 @@ void FrmVXMain::CmdExport_Click() {
 void FrmVXMain::ConnectMenus() {
     OnSignal(ui_->mnyExit, &QAction::triggered, this, [this] { close(); });
     OnSignal(ui_->mnuOnlineHelp, &QAction::triggered, this,
-             [this] { platform_.Processes.Open(state_.Configuration.OnlineHelp); });
+             [this] { mnuOnlineHelp_Click(); });
     OnSignal(ui_->mnuAbout, &QAction::triggered, this, [this] { commands_.ShowAbout(); });
     OnSignal(ui_->mnuSaveScreeshot, &QAction::triggered, this,
              [this] { mnuSaveScreeshot_Click(); });
     // Without an action.
     ui_->mnumkTHR->setEnabled(false);
     ui_->mnuThStats->setEnabled(false);
+}
+
+void FrmVXMain::mnuOnlineHelp_Click() {
+    try {
+        platform_.Processes.Open(state_.Configuration.OnlineHelp);
+    } catch (const RuntimeError& error) {
+        platform_.Dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
+    }
 }
 
 void FrmVXMain::mnuSaveScreeshot_Click() {
