@@ -9,7 +9,8 @@ if(VARDENIX_TESTS)
   target_compile_options(house_flags INTERFACE -Werror)
 else()
   # At -O3, GCC 12 sees overlaps in joined texts that are not there.
-  target_compile_options(house_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
+  target_compile_options(house_flags INTERFACE
+    $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
 endif()
 if(VARDENIX_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
