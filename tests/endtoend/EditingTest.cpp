@@ -94,9 +94,7 @@ std::vector<size_t> Differences(const MadeLevel& a, const MadeLevel& b) {
     return serials;
 }
 
-size_t SerialOf(int x, int y, int width) {
-    return static_cast<size_t>(y * width + x + 1);
-}
+size_t SerialOf(size_t x, size_t y, size_t width) { return y * width + x + 1; }
 
 TEST_F(EditingEndToEnd, PaintsUndoesEditsSavesAndFindsItAgain) {
     const MadeLevel before = Level2();
