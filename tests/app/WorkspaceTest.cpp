@@ -13,7 +13,6 @@ namespace vardenix {
 namespace {
 
 using tests::Find;
-using tests::Posts;
 using WorkspaceTest = tests::OpenedWorkspace;
 
 // A picture file of three bytes a pixel, taken apart by hand.
