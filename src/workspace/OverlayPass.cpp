@@ -3,7 +3,7 @@
 
 #include <optional>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 namespace vardenix {
 namespace {
@@ -43,19 +43,21 @@ private:
     };
 
     const Printed& Of(int16_t elevation) {
-        const auto [place, isNew] = printed_.try_emplace(elevation);
-        Printed& printed = place->second;
-        if (isNew) {
-            printed.Text = std::to_string(elevation);
-            printed.Size = surface_.MeasureText(printed.Text);
-            printed.Color = GetHeightColor(settings_, elevation);
+        uint32_t& place = places_[static_cast<uint16_t>(elevation)];
+        if (place == 0) {
+            const std::string text = std::to_string(elevation);
+            printed_.push_back(
+                {text, surface_.MeasureText(text), GetHeightColor(settings_, elevation)});
+            place = static_cast<uint32_t>(printed_.size());
         }
-        return printed;
+        return printed_[place - 1];
     }
 
     DrawingSurface& surface_;
     const Configuration& settings_;
-    std::unordered_map<int16_t, Printed> printed_;
+    std::vector<Printed> printed_;
+    // Of each of the 65,536 elevations, its place in the above from 1; 0 without one.
+    std::vector<uint32_t> places_ = std::vector<uint32_t>(65536);
 };
 
 Box BoxOf(const PixelRect& cell) {
