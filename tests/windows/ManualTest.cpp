@@ -1,12 +1,13 @@
 #include "support/TestFolder.h"
 #include "workspace/windows/Actions.h"
 
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 #include <cctype>
 #include <filesystem>
-#include <regex>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 namespace {
@@ -24,6 +25,16 @@ std::string Between(const std::string& text, const std::string& begin,
     return text.substr(from + begin.size(), to - from - begin.size());
 }
 
+// What the expression's group takes, wherever the manual matches.
+std::vector<std::string> AllOf(const char* expression) {
+    std::vector<std::string> found;
+    auto matches =
+        QRegularExpression(expression).globalMatch(QString::fromStdString(Manual()));
+    while (matches.hasNext())
+        found.push_back(matches.next().captured(1).toStdString());
+    return found;
+}
+
 // When a key changes, this prints the table that the manual is to have.
 TEST(Manual, ListsTheKeysThatThereAre) {
     EXPECT_EQ(Between(Manual(), "<!-- keys: begin -->\n", "<!-- keys: end -->"),
@@ -31,25 +42,18 @@ TEST(Manual, ListsTheKeysThatThereAre) {
 }
 
 TEST(Manual, ShowsPicturesThatThereAre) {
-    const std::string manual = Manual();
-    const std::regex picture(R"(!\[[^\]]+\]\(([^)]+)\))");
-    int shown = 0;
-    for (std::sregex_iterator found(manual.begin(), manual.end(), picture), none;
-         found != none; ++found, ++shown)
-        EXPECT_TRUE(std::filesystem::exists(Folder + "/" + (*found)[1].str()))
-            << (*found)[1];
-    EXPECT_GE(shown, 9); // one of each window
+    const auto pictures = AllOf(R"(!\[[^\]]+\]\(([^)]+)\))");
+    for (const std::string& picture : pictures)
+        EXPECT_TRUE(std::filesystem::exists(Folder + "/" + picture)) << picture;
+    EXPECT_GE(pictures.size(), 9u); // one of each window
 }
 
 // Headings become anchors: small letters and digits, blanks as hyphens, nothing else.
 TEST(Manual, LinksToSectionsThatThereAre) {
-    const std::string manual = Manual();
     std::string anchors;
-    const std::regex heading("\n#+ ([^\n]+)");
-    for (std::sregex_iterator found(manual.begin(), manual.end(), heading), none;
-         found != none; ++found) {
+    for (const std::string& heading : AllOf("\n#+ ([^\n]+)")) {
         anchors += "#";
-        for (const char letter : (*found)[1].str())
+        for (const char letter : heading)
             if (std::isalnum(static_cast<unsigned char>(letter)) != 0)
                 anchors +=
                     static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
@@ -57,13 +61,10 @@ TEST(Manual, LinksToSectionsThatThereAre) {
                 anchors += '-';
         anchors += "\n";
     }
-    const std::regex link(R"(\]\((#[^)]+)\))");
-    int links = 0;
-    for (std::sregex_iterator found(manual.begin(), manual.end(), link), none;
-         found != none; ++found, ++links)
-        EXPECT_NE(anchors.find((*found)[1].str() + "\n"), std::string::npos)
-            << (*found)[1];
-    EXPECT_GT(links, 0);
+    const auto links = AllOf(R"(\]\((#[^)]+)\))");
+    for (const std::string& link : links)
+        EXPECT_NE(anchors.find(link + "\n"), std::string::npos) << link;
+    EXPECT_FALSE(links.empty());
 }
 
 } // namespace

@@ -14,11 +14,11 @@ namespace {
 
 bool Framed(const QWidget& window) { return window.frameGeometry() != window.geometry(); }
 
-void MoveWithin(QWidget& window, QPoint topLeft) {
+QPoint PlaceOnScreen(const QWidget& window, QPoint topLeft) {
     QList<QRect> screens;
     for (const QScreen* screen : QGuiApplication::screens())
         screens.append(screen->availableGeometry());
-    window.move(PlaceWithin({topLeft, window.size() + FrameSize(window)}, screens));
+    return PlaceWithin({topLeft, window.size() + FrameSize(window)}, screens);
 }
 
 // A window that changes its size before the desktop has framed it is taken by the place
@@ -41,11 +41,14 @@ public:
     }
 
     void timerEvent(QTimerEvent* event) override {
+        const QPoint place = PlaceOnScreen(window_, topLeft_);
+        rightLooks_ = Framed(window_) && window_.pos() == place ? rightLooks_ + 1 : 0;
         // Some desktops have no frames.
         const bool last = ++looks_ == MostLooks;
-        if (Framed(window_) || last)
-            MoveWithin(window_, topLeft_);
-        if (!last)
+        if ((Framed(window_) || last) && rightLooks_ == 0)
+            window_.move(place);
+        // Nobody has a hand on the window so soon.
+        if (!last && rightLooks_ < EnoughRightLooks)
             return;
         killTimer(event->timerId());
         deleteLater();
@@ -54,10 +57,12 @@ public:
 private:
     static constexpr int LookAgain = 20; // ms
     static constexpr int MostLooks = 20;
+    static constexpr int EnoughRightLooks = 3;
 
     QWidget& window_;
     QPoint topLeft_;
     int looks_ = 0;
+    int rightLooks_ = 0; // one behind the other
 };
 
 } // namespace
@@ -89,7 +94,7 @@ QSize FrameSize(const QWidget& window) {
 }
 
 void MoveOnScreen(QWidget& window, QPoint topLeft) {
-    MoveWithin(window, topLeft);
+    window.move(PlaceOnScreen(window, topLeft));
     if (!Framed(window))
         new PlacedWhenFramed(window, topLeft);
 }
