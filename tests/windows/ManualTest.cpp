@@ -43,8 +43,9 @@ TEST(Manual, ListsTheKeysThatThereAre) {
 
 TEST(Manual, ShowsPicturesThatThereAre) {
     const auto pictures = AllOf(R"(!\[[^\]]+\]\(([^)]+)\))");
+    const std::filesystem::path folder = Folder;
     for (const std::string& picture : pictures)
-        EXPECT_TRUE(std::filesystem::exists(Folder + "/" + picture)) << picture;
+        EXPECT_TRUE(std::filesystem::exists(folder / picture)) << picture;
     EXPECT_GE(pictures.size(), 9u); // one of each window
 }
 
