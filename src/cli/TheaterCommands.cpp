@@ -7,6 +7,7 @@
 #include "theater/TerrainStore.h"
 #include "theater/TileCheck.h"
 #include "theater/TypeNames.h"
+#include "workspace/MapInteraction.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -62,8 +63,7 @@ Json PostOf(const ProgramState& state, int32_t x, int32_t y) {
     return {{"x", x},
             {"y", y},
             {"tile", int32_t{post.TileOffset}},
-            {"name", known ? Utf8FromBytes(lookup[number].Name)
-                           : std::string("Not Specified in BIN File")},
+            {"name", Utf8FromBytes(TileNameOf(post.TileOffset, lookup))},
             {"terrain",
              known ? TerrainName(static_cast<uint8_t>(lookup[number].Terrain)) : ""},
             {"elevation", int32_t{post.Elevation}},

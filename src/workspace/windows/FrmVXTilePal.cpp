@@ -4,6 +4,7 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "services/ImageLayer.h"
+#include "theater/TextureBinFile.h"
 #include "theater/TypeNames.h"
 #include "ui_FrmVXTilePal.h"
 #include "workspace/TilePalette.h"
@@ -154,7 +155,8 @@ QImage FrmVXTilePal::PictureOf(int32_t tile, int side) {
     const auto painted = [&](const std::string& path, PictureFormat format) {
         return pictures_.Paint(view, pictures_.IdOf(path, format, TileUse::Day), whole);
     };
-    if (painted(state_.Catalogue.DDSFolder + lookup[index].DayFile, PictureFormat::Dds) ||
+    if (painted(TilePicturePath(state_.Catalogue.DDSFolder, lookup[index].DayFile),
+                PictureFormat::Dds) ||
         painted(state_.Folders.AppPath + "NoTile.jpg", PictureFormat::Jpeg))
         return picture;
     return {};
