@@ -189,6 +189,15 @@ TEST_F(FrmVXTilePalTest, ButtonsShowTheDayPictures) {
     EXPECT_EQ(ColorOf(2), QColor(0, 0, 255));
 }
 
+// The catalogue's bytes are Windows-1252, the disk's names UTF-8.
+TEST_F(FrmVXTilePalTest, LettersBeyondAsciiFindTheirPicture) {
+    AddTiles(0, 1, 1);
+    state_.Catalogue.Lookup[0].DayFile = "HS\xD6.dds";
+    folder_.Write("tiles/HS\xC3\x96.dds", OneColor(255, 0, 0));
+    Open();
+    EXPECT_EQ(ColorOf(1), QColor(255, 0, 0));
+}
+
 TEST_F(FrmVXTilePalTest, MissingAndBrokenPicturesShowNoTile) {
     AddTiles(0, 2, 1);
     folder_.Write("tiles/H1.dds", OneColor(255, 0, 0).substr(0, 130));
