@@ -74,7 +74,8 @@ CLI::Option& AddTo(const Parts& parts, const std::string& name, const std::strin
         },
         help);
     if (!shown.empty() && !option->get_positional())
-        option->default_str(shown);
+        option->description(help + " [" + shown + "]");
+    option->type_name("TEXT");
     return *option;
 }
 
@@ -110,6 +111,13 @@ void RequireText(const std::string& text) {
 
 std::string RangeOf(NumberRange range) {
     return std::to_string(range.Min) + " to " + std::to_string(range.Max);
+}
+
+// For the help; what fits any field goes without saying.
+std::string RangeShown(NumberRange range) {
+    if (range.Min <= FittingField<int32_t>.Min && range.Max >= FittingField<int32_t>.Max)
+        return "INT";
+    return std::to_string(range.Min) + ".." + std::to_string(range.Max);
 }
 
 Take WholeNumber(NumberRange range, std::function<void(int64_t)> take) {
@@ -239,7 +247,7 @@ Argument Command::AddNumber(const std::string& name, const std::string& help,
                             std::function<void(int64_t)> take) {
     CLI::Option& option =
         AddTo(*parts_, name, help, shown, WholeNumber(range, std::move(take)));
-    option.type_name(RangeOf(range));
+    option.type_name(RangeShown(range));
     return Argument(option);
 }
 
@@ -247,7 +255,7 @@ Argument Command::AddNumbers(const std::string& name, const std::string& help,
                              NumberRange range, std::function<void(int64_t)> take) {
     CLI::Option& option =
         AddTo(*parts_, name, help, {}, EachOfList(WholeNumber(range, std::move(take))));
-    option.type_name(RangeOf(range));
+    option.type_name(RangeShown(range));
     return Argument(Repeated(option));
 }
 
@@ -256,7 +264,7 @@ Argument Command::AddReal(const std::string& name, const std::string& help,
                           std::function<void(double)> take) {
     CLI::Option& option =
         AddTo(*parts_, name, help, shown, RealNumber(range, std::move(take)));
-    option.type_name(ShortText(range.Min) + " to " + ShortText(range.Max));
+    option.type_name(ShortText(range.Min) + ".." + ShortText(range.Max));
     return Argument(option);
 }
 

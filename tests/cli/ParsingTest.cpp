@@ -198,6 +198,7 @@ TEST_F(Parsing, OptionsMayExcludeAndNeedOneAnother) {
     command.Run([](CommandContext&) { return 0; });
     EXPECT_NE(Refusal({"choose", "--a", "--b"}).find("excludes"), std::string::npos);
     EXPECT_NE(Refusal({"choose", "--c"}).find("requires"), std::string::npos);
+    a = b = c = false;
     EXPECT_EQ(Run({"choose", "--c", "--a"}), 0);
     EXPECT_TRUE(a && c && !b);
 }
