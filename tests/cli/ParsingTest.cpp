@@ -209,8 +209,8 @@ TEST_F(Parsing, HelpShowsRangesWordsAndTheValuesOfAFirstStart) {
     for (const char* words : {"About it.", "The end.", "add", "The catalogue"})
         EXPECT_NE(all.find(words), std::string::npos) << all;
     const std::string show = line_.Parse({"show", "--help"}).Told;
-    for (const char* words : {"--name", "the usual", "0 to 300", "=3", "-2 to 2.5",
-                              "=0.25", "{l0, l1, l5}", "=l1"})
+    for (const char* words : {"--name", "the usual", "0..300", "[3]", "-2..2.5", "[0.25]",
+                              "{l0, l1, l5}", "[l1]"})
         EXPECT_NE(show.find(words), std::string::npos) << words << " in\n" << show;
     EXPECT_NE(line_.Parse({"bin", "tile", "--help"}).Told.find("drops"),
               std::string::npos);
