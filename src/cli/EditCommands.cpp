@@ -155,10 +155,9 @@ void AddSaveAs(CLI::App& app, CommandRun& run) {
             context.Open(options->Files);
             RequireFolderOf(options->Path);
             const Terrain& terrain = context.State.Terrain;
-            SaveTheater(terrain, options->Path, context.Progress);
             const LevelPair pair = PairForSaving(terrain, options->Path);
-            std::printf("%s\n%s\n", NameOnDisk(pair.L).c_str(),
-                        NameOnDisk(pair.O).c_str());
+            SaveTheater(terrain, pair, context.Progress);
+            std::printf("%s\n%s\n", pair.L.c_str(), pair.O.c_str());
             return ExitDone;
         };
     });

@@ -22,6 +22,6 @@ void PrintValues(const Json& object, bool asJson) {
                                       : value.dump().c_str());
 }
 
-std::string NameOnDisk(const std::string& path) { return TextOfPath(RealPath(path)); }
+std::string NameOnDisk(const std::string& path) { return ShownPath(path); }
 
 } // namespace vardenix

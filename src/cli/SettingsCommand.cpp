@@ -2,6 +2,7 @@
 #include "cli/Commands.h"
 #include "mapview/MapLayout.h"
 #include "platform/FileNames.h"
+#include "platform/OwnFolders.h"
 #include "theater/ConfigurationFile.h"
 
 #include <CLI/Option.hpp>
@@ -27,6 +28,7 @@ void AddSettings(CLI::App& app, CommandRun& run) {
         ->check(CLI::Range(ZoomRange.Min, ZoomRange.Max));
     command->callback([first, &run] {
         run = [first](CommandContext& context) {
+            MakeOwnFilesFolder(OwnFilesFolder(ProgramFolder()));
             const std::string path = context.State.Folders.AppPath + "VX.ini";
             if (FileExists(path)) {
                 std::printf("%s is there already\n", path.c_str());

@@ -33,7 +33,7 @@ fs::path TargetOf(std::string_view path) {
 }
 
 fs::path StagedNameOf(const fs::path& target) {
-    return RealPath(TextOfPath(target) + "x");
+    return target.native() + "x";
 }
 
 // The place of a staged file whose save is to be finished. A file that was never there
