@@ -105,6 +105,21 @@ private:
     PathKind kind_;
 };
 
+std::optional<fs::path> FindPath(const fs::path& folder, const fs::path& told,
+                                 PathKind kind) {
+    // Most names are right as they stand.
+    if (IsThere(folder / told, kind))
+        return folder / told;
+    const fs::path last = folder / told.parent_path();
+    return FolderIsThere(last) ? AnyCaseSearch(kind).Find(last, told.filename())
+                               : AnyCaseSearch(kind).Find(folder, told);
+}
+
+bool IsEmptyFolder(const fs::path& folder) {
+    const FolderNames found = NamesIn(folder);
+    return found.Refusal == 0 && found.Names.size() == 2; // "." and ".."
+}
+
 } // namespace
 
 fs::path PathAsItStands(std::string_view text) {
@@ -127,17 +142,25 @@ fs::path RealPathBelow(const fs::path& folder, std::string_view rest, PathKind k
     fs::path told = PathAsItStands(rest);
     if (!folder.empty())
         told = told.relative_path();
-    // Most names are right as they stand.
-    if (told.empty() || IsThere(folder / told, kind))
-        return folder / told;
-    const AnyCaseSearch search(kind);
-    const fs::path last = folder / told.parent_path();
-    if (FolderIsThere(last))
-        return search.Find(last, told.filename()).value_or(folder / told);
-    if (auto found = search.Find(folder, told))
+    if (told.empty())
+        return folder;
+    if (auto found = FindPath(folder, told, kind))
         return *found;
+    if (kind != PathKind::Anything)
+        if (auto found = FindPath(folder, told, PathKind::Anything))
+            return *found;
+    if (FolderIsThere(folder / told.parent_path()))
+        return folder / told;
     return RealPathBelow(folder, told.parent_path().native(), PathKind::Folder) /
            told.filename();
+}
+
+fs::path RealPathToRead(std::string_view text) {
+    const fs::path told = PathAsItStands(text);
+    fs::path real = RealPath(text, PathKind::File);
+    if (IsThere(real, PathKind::Anything) || !IsEmptyFolder(told.parent_path()))
+        return real;
+    return AnyCaseSearch(PathKind::File).Find({}, told).value_or(real);
 }
 
 fs::path FollowLinks(const fs::path& path) {

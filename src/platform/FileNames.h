@@ -36,6 +36,10 @@ std::filesystem::path RealPathBelow(const std::filesystem::path& folder,
                                     std::string_view rest,
                                     PathKind kind = PathKind::Anything);
 
+// RealPath of a file that is only to be found: an empty folder is not the folder meant,
+// though it is there as it stands.
+std::filesystem::path RealPathToRead(std::string_view text);
+
 // The end of the chain where `path` is a link; a link to nothing ends there too.
 std::filesystem::path FollowLinks(const std::filesystem::path& path);
 

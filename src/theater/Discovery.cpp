@@ -74,8 +74,7 @@ bool LeadsOutside(std::string_view file) {
 // The folder of the game in which a theater.lst lies, where names that differ in case
 // only leave a choice.
 std::string RealBaseDir(const std::string& baseDir) {
-    return UpToLastSlash(
-        TextOfPath(RealPath(baseDir + "\\theater.lst", PathKind::File)));
+    return UpToLastSlash(TextOfPath(RealPathToRead(baseDir + "\\theater.lst")));
 }
 
 Discovery Discover(const Registry& registry) {

@@ -27,7 +27,7 @@ class FilesOfTheater {
 public:
     explicit FilesOfTheater(const std::string& l2File)
         : toldL2_(TextOfPath(PathAsItStands(l2File))),
-          realL2_(TextOfPath(RealPath(l2File, PathKind::File))) {}
+          realL2_(TextOfPath(RealPathToRead(l2File))) {}
 
     const std::string& L2File() const { return realL2_; }
 

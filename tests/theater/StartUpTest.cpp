@@ -1,5 +1,6 @@
 #include "theater/StartUp.h"
 
+#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 #include "support/FakePlatform.h"
 #include "support/RecordingProgress.h"
@@ -19,6 +20,8 @@ using tests::TestFolder;
 
 TEST(StartUp, ADriveRootHasItsBackslashAlready) {
     EXPECT_EQ(AppPathOf("C:\\"), "C:\\");
+    EXPECT_EQ(AppPathOf("/"), "/");
+    EXPECT_EQ(AppPathOf("/vx"), "/vx\\");
     EXPECT_EQ(AppPathOf("/opt/vardenix"), "/opt/vardenix\\");
 }
 
@@ -53,8 +56,6 @@ TEST(StartUp, TempIsMadeAnewAndUpdateTempGoes) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp")));
     EXPECT_EQ(folders.TempFolder, folder.Path() + "\\Temp\\");
     EXPECT_EQ(folders.UpdateTempFolder, folder.Path() + "\\UpdateTemp\\");
-    EXPECT_TRUE(folders.SystemTempPath.back() == '\\' ||
-                folders.SystemTempPath.back() == '/');
 }
 
 Discovery TwoTheaters() {
@@ -213,32 +214,44 @@ TEST_F(TheaterOpening, ChecksThePathsInOrder) {
     };
     EXPECT_TRUE(Check());
     remove("terrain/theater.map");
-    expectComplaint("Theater.map File not found");
+    expectComplaint("Theater.map File not found\n" + folder_.File("terrain/theater.map"));
     remove("texture/Texture.bin");
     std::filesystem::create_directory(folder_.File("texture/Texture.bin"));
-    expectComplaint("Texture.bin File not found");
+    expectComplaint("Texture.bin File not found\n" + folder_.File("texture/Texture.bin"));
     remove("terrain/theater.O2");
-    expectComplaint("O2 File not found");
+    expectComplaint("O2 File not found\n" + folder_.File("terrain/theater.O2"));
     remove("terrain/theater.L2");
-    expectComplaint("L2 File not found");
+    expectComplaint("L2 File not found\n" + folder_.File("terrain/theater.l2"));
     paths_.L2File = "";
     expectComplaint("L2 File not found");
 }
 
-TEST_F(TheaterOpening, TheL2PathIsUpperCasedAndTheOthersKept) {
+TEST_F(TheaterOpening, EveryFileIsKnownByItsRealPathFromNowOn) {
     paths_.DDSFolder = "/no such folder\\";
     ASSERT_TRUE(Check());
-    EXPECT_EQ(state_.Terrain.LFilename.substr(state_.Terrain.LFilename.size() - 19),
-              "\\TERRAIN\\THEATER.L2");
-    EXPECT_EQ(state_.Terrain.OFilename.substr(state_.Terrain.OFilename.size() - 19),
-              "\\TERRAIN\\THEATER.O2");
-    EXPECT_EQ(state_.Catalogue.BinPath, paths_.BinFile);
-    EXPECT_EQ(state_.MAPFile, paths_.MapFile);
+    EXPECT_EQ(state_.Terrain.LFilename, folder_.File("terrain/theater.L2"));
+    EXPECT_EQ(state_.Terrain.OFilename, folder_.File("terrain/theater.O2"));
+    EXPECT_EQ(state_.Catalogue.BinPath, folder_.File("texture/Texture.bin"));
+    EXPECT_EQ(state_.MAPFile, folder_.File("terrain/theater.map"));
     EXPECT_EQ(state_.Catalogue.DDSFolder, "/no such folder\\");
+    paths_.DDSFolder = folder_.File("TEXTURE\\Texture\\");
+    ASSERT_TRUE(Check());
+    EXPECT_EQ(state_.Catalogue.DDSFolder, folder_.File("texture/texture/"));
+}
+
+TEST_F(TheaterOpening, TheLogHasTheL2PathInUpperCase) {
+    log_.DebugFlag = true;
+    log_.StartDebugLog(state_.Folders.AppPath);
+    ASSERT_TRUE(Check());
+    const std::string upper = UpperCase(folder_.File("terrain/theater."));
+    const std::string text = Slurp(folder_.File("Debug.txt"));
+    EXPECT_NE(text.find("LFilename to open: " + upper + "L2\r\n"), std::string::npos);
+    EXPECT_NE(text.find("OFilename to open: " + upper + "O2\r\n"), std::string::npos);
 }
 
 TEST_F(TheaterOpening, EveryOccurrenceOfTheNameIsReplaced) {
     EXPECT_EQ(OffsetFileOfL2("/THEATER.L WORK/THEATER.L2"), "/THEATER.O WORK/THEATER.O2");
+    EXPECT_EQ(OffsetFileOfL2("/Theater.l work/theater.L2"), "/Theater.o work/theater.O2");
     EXPECT_EQ(OffsetFileOfL2("/ISLAND.L2"), "/ISLAND.L2");
 }
 

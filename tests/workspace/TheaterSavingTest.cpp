@@ -178,7 +178,8 @@ TEST_F(TheaterSavingTest, ExtensionsMindNoCase) {
 TEST_F(TheaterSavingTest, AMissingO0FileLeavesEverythingAsItWas) {
     EditElv();
     dialogs_.ExpectOpen("", folder_.Write("lone.L0", "bytes"), 1);
-    dialogs_.ExpectBox("Error...", ".O0 File not found", BoxAnswer::Ok);
+    dialogs_.ExpectBox("Error...", ".O0 File not found\n" + folder_.File("lone.O0"),
+                       BoxAnswer::Ok);
     EXPECT_FALSE(cmdLoadL0Elv(parts_));
     EXPECT_TRUE(view_.L0Mode);
     EXPECT_EQ(terrain_.Elevations.Path, path_);
