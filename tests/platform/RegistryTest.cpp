@@ -2,14 +2,13 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WineRegistry.h"
+#include "support/Environment.h"
 #include "support/PlainUser.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -17,6 +16,7 @@ namespace fs = std::filesystem;
 namespace vardenix {
 namespace {
 
+using tests::Environment;
 using tests::PlainUser;
 using tests::Slurp;
 using tests::TestFolder;
@@ -205,30 +205,6 @@ TEST(WineRegistry, SurvivesCutAndBrokenLines) {
     EXPECT_EQ(WineRegistryText("[a] 1\n\"k\n\"k\"\n\"k\"=", "a", "k"), "");
     EXPECT_EQ(WineRegistryText(std::string(3, '\0'), "a", "k"), "");
 }
-
-// Sets an environment variable, or takes it away, until it goes.
-class Environment {
-public:
-    Environment(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name))
-            old_ = old;
-        Put(value);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-    ~Environment() { Put(old_ ? old_->c_str() : nullptr); }
-
-private:
-    void Put(const char* value) const {
-        if (value != nullptr)
-            setenv(name_, value, 1);
-        else
-            unsetenv(name_);
-    }
-
-    const char* name_;
-    std::optional<std::string> old_;
-};
 
 TEST(UsersWinePrefix, IsTheOneThatTheUserNamesElseTheOneAtHome) {
     const Environment home("HOME", "/home/the maker");
