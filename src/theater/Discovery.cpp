@@ -2,6 +2,7 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/FileStatus.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextLines.h"
@@ -9,8 +10,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <utility>
+
+namespace fs = std::filesystem;
 
 namespace vardenix {
 
@@ -40,8 +45,15 @@ std::string WithoutNuls(std::string text) {
     return text;
 }
 
-std::string ReadText(const std::string& path) {
-    const FileBytes bytes = ReadWholeFile(path);
+// One that is not there has no neighbour of nearly the same name.
+FileBytes ReadThis(const fs::path& path) {
+    if (!StatusOf(path))
+        ThrowSystemError(ENOENT, "opening", TextOfPath(path));
+    return ReadWholeFile(TextOfPath(path));
+}
+
+std::string ReadText(const fs::path& path) {
+    const FileBytes bytes = ReadThis(path);
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
@@ -85,27 +97,27 @@ Discovery Discover(const Registry& registry) {
         return found;
     const std::string base = RealBaseDir(baseDir);
     const auto below = [&base](const std::string& name) {
-        return TextOfPath(RealPathBelow(base, name, PathKind::File));
+        return RealPathBelow(base, name, PathKind::File);
     };
     found.FalconBaseDir = base.substr(0, base.size() - 1) + "\\";
-    found.FalconState = FileExists(below("terrdata\\objects\\KoreaObj.Dxl"))
+    found.FalconState = IsFile(StatusOf(below("terrdata\\objects\\KoreaObj.Dxl")))
                             ? FalconUnlisted
                             : FalconListed;
 
-    const std::string listPath = below("theater.lst");
+    const fs::path list = below("theater.lst");
     std::vector<TheaterInfo> theaters =
-        ReadTheaterList(ReadText(listPath), listPath, found.LeftOut);
+        ReadTheaterList(ReadText(list), TextOfPath(list), found.LeftOut);
     for (TheaterInfo& theater : theaters)
         ReadDescription(ReadText(below(Utf8FromBytes(theater.TdfFile))), theater);
     for (TheaterInfo& theater : theaters) {
         const std::string folder = Utf8FromBytes(theater.TerrainDir);
         if (GoesUp(NormalizeSlashes(folder))) {
-            found.LeftOut.push_back(below(Utf8FromBytes(theater.TdfFile)) +
+            found.LeftOut.push_back(TextOfPath(below(Utf8FromBytes(theater.TdfFile))) +
                                     ": TERRAINDIR " + folder +
                                     " leads outside the folder of the game");
             continue;
         }
-        const FileBytes map = ReadWholeFile(below(folder + "\\terrain\\theater.map"));
+        const FileBytes map = ReadThis(below(folder + "\\terrain\\theater.map"));
         theater.WidthText = ReadTheaterWidth(map.Span());
         found.TheaterList.push_back(std::move(theater));
     }

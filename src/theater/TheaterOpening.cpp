@@ -1,6 +1,7 @@
 #include "theater/TheaterOpening.h"
 
 #include "platform/FileNames.h"
+#include "platform/FileStatus.h"
 #include "theater/TerrainStore.h"
 #include "theater/TextureBinFile.h"
 #include "theater/TileCheck.h"
@@ -11,12 +12,13 @@ namespace vardenix {
 
 namespace {
 
+// `path` is a real one.
 bool RequireFile(const std::string& path, const std::string& complaint,
                  Dialogs& dialogs) {
-    if (FileExists(path))
+    if (!path.empty() && IsFile(StatusOf(path)))
         return true;
-    dialogs.Notice(path.empty() ? complaint : complaint + "\n" + ShownPath(path),
-                   "Error...", BoxIcon::Critical);
+    dialogs.Notice(path.empty() ? complaint : complaint + "\n" + path, "Error...",
+                   BoxIcon::Critical);
     return false;
 }
 
@@ -47,12 +49,6 @@ private:
     std::string toldL2_;
     std::string realL2_;
 };
-
-// One that is not there stays as it is told; its tiles are missed one by one.
-std::string PictureFolder(const std::string& text, const FilesOfTheater& files) {
-    const std::string real = files.RealOf(text, PathKind::Folder);
-    return FolderExists(real) ? real + "/" : text;
-}
 
 } // namespace
 
@@ -87,7 +83,8 @@ bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& 
         return false;
     log.WriteLog("MAPFile to open: " + state.MAPFile);
 
-    state.Catalogue.DDSFolder = PictureFolder(paths.DDSFolder, files);
+    // Should it not be there, its tiles are missed one by one.
+    state.Catalogue.DDSFolder = files.RealOf(paths.DDSFolder, PathKind::Folder) + "/";
     log.WriteLog("DDSFolder to open: " + state.Catalogue.DDSFolder);
     return true;
 }

@@ -234,7 +234,7 @@ TEST_F(TheaterOpening, EveryFileIsKnownByItsRealPathFromNowOn) {
     EXPECT_EQ(state_.Terrain.OFilename, folder_.File("terrain/theater.O2"));
     EXPECT_EQ(state_.Catalogue.BinPath, folder_.File("texture/Texture.bin"));
     EXPECT_EQ(state_.MAPFile, folder_.File("terrain/theater.map"));
-    EXPECT_EQ(state_.Catalogue.DDSFolder, "/no such folder\\");
+    EXPECT_EQ(state_.Catalogue.DDSFolder, "/no such folder/");
     paths_.DDSFolder = folder_.File("TEXTURE\\Texture\\");
     ASSERT_TRUE(Check());
     EXPECT_EQ(state_.Catalogue.DDSFolder, folder_.File("texture/texture/"));
