@@ -2,6 +2,7 @@
 
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
+#include "support/Environment.h"
 #include "support/FakePlatform.h"
 #include "support/JournalMaker.h"
 #include "support/RecordingProgress.h"
@@ -11,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <unistd.h>
 
 namespace vardenix {
 namespace {
@@ -57,6 +59,52 @@ TEST(StartUp, TempIsMadeAnewAndUpdateTempGoes) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp")));
     EXPECT_EQ(folders.TempFolder, folder.Path() + "\\Temp\\");
     EXPECT_EQ(folders.UpdateTempFolder, folder.Path() + "\\UpdateTemp\\");
+}
+
+TEST(StartUp, TempIsOursAndNeitherALinkNorAUsersOwnFolder) {
+    const TestFolder folder;
+    folder.Write("temp/of the user", "x");
+    folder.Write("updatetemp/of the user", "x");
+    folder.Write("elsewhere/precious", "x");
+    for (const char* name : {"Temp", "UpdateTemp"})
+        std::filesystem::create_directory_symlink(folder.File("elsewhere"),
+                                                  folder.File(name));
+    ProgramFolders folders;
+    folders.AppPath = folder.Path() + "\\";
+    PrepareFolders(folders);
+    EXPECT_EQ(folder.Names(), "Temp elsewhere temp updatetemp");
+    EXPECT_FALSE(std::filesystem::is_symlink(folder.File("Temp")));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp")));
+    EXPECT_EQ(std::filesystem::status(folder.File("Temp")).permissions(),
+              static_cast<std::filesystem::perms>(0700));
+    for (const char* name : {"temp", "updatetemp"})
+        EXPECT_EQ(Slurp(folder.File(name) + "/of the user"), "x");
+    EXPECT_EQ(Slurp(folder.File("elsewhere/precious")), "x");
+}
+
+TEST(StartUp, TheTemporaryFolderIsTheUsersOwn) {
+    const TestFolder folder;
+    const tests::Environment temporary("TMPDIR", folder.Path().c_str());
+    ProgramFolders folders;
+    FindSystemTempPath(folders);
+    EXPECT_EQ(folders.SystemTempPath,
+              folder.File("vardenix-" + std::to_string(geteuid())) + "\\");
+    EXPECT_TRUE(std::filesystem::is_directory(folder.File(folder.Names())));
+}
+
+TEST(StartUp, TheProgramHasTwoPlaces) {
+    const TestFolder folder;
+    folder.Write("own/VX.ini", "[LAST_SETT]\r\nZOOM=7\r\n");
+    ProgramState state;
+    BeginProgram(state, folder.File("own"), "/vx");
+    EXPECT_EQ(state.Folders.AppPath, folder.File("own") + "\\");
+    EXPECT_EQ(state.Folders.ShippedPath, "/vx\\");
+    EXPECT_EQ(state.Configuration.Zoom, 7);
+    // Nobody's settings are those of a first start, wherever the program is started.
+    ProgramState homeless;
+    BeginProgram(homeless, "", "/vx");
+    EXPECT_EQ(homeless.Folders.AppPath, "");
+    EXPECT_EQ(homeless.Configuration.AutoCheckForUpdates, 2);
 }
 
 Discovery TwoTheaters() {
