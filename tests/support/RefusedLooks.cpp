@@ -1,5 +1,5 @@
-// Part of the preloaded library: with FAULT_MODE=refuse the disk fails (EIO) whenever the
-// program looks at FAULT_FILE, from the Nth time on (FAULT_AT=N).
+// Part of the preloaded library: with FAULT_MODE=refuse the disk fails (EIO) when the
+// program looks at FAULT_FILE for the Nth time (FAULT_AT=N).
 #include <cerrno>
 #include <cstdlib>
 #include <dirent.h>
@@ -22,7 +22,7 @@ bool IsRefused(const char* path) {
     if (at == nullptr || mode == nullptr || file == nullptr ||
         std::string_view(mode) != "refuse" || std::string_view(path) != file)
         return false;
-    if (++looks < std::atoi(at))
+    if (++looks != std::atoi(at))
         return false;
     errno = EIO;
     return true;
