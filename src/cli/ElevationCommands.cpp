@@ -48,7 +48,7 @@ int16_t& Load(CommandContext& context, const ElevationOptions& options) {
     Terrain& terrain = context.State.Terrain;
     const ElevationKind kind = KindOfElevationFile(options.File);
     if (!FileExists(options.File))
-        throw RuntimeError(ErrorNumber::FileNotFound, options.File);
+        throw RuntimeError(ErrorNumber::FileNotFound, ShownPath(options.File));
     if (!LoadElevationData(terrain, kind, options.File, context.Progress, context.Dialogs,
                            context.Log))
         throw RuntimeError(ErrorNumber::InvalidCall,

@@ -35,6 +35,6 @@ void PrintValues(const JsonObject& object, bool asJson) {
         Print(name + ": " + PlainText(value));
 }
 
-std::string NameOnDisk(const std::string& path) { return TextOfPath(RealPath(path)); }
+std::string NameOnDisk(const std::string& path) { return ShownPath(path); }
 
 } // namespace vardenix

@@ -72,10 +72,11 @@ bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
 
 bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
             Dialogs& dialogs, DebugLog& log) {
-    const std::string pathO = OffsetFileOfL0(layer.Path);
+    layer.OffsetPath = PairOfL0(layer.Path).O;
+    const std::string& pathO = layer.OffsetPath;
     RecoverLevelPair({layer.Path, pathO}, log);
     if (!FileExists(pathO)) {
-        dialogs.Notice(".O0 File not found", "Error...", BoxIcon::Critical);
+        dialogs.Notice(".O0 File not found\n" + pathO, "Error...", BoxIcon::Critical);
         return false;
     }
     const FileBytes fileO = ReadWholeFile(pathO);
@@ -140,12 +141,12 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
     files.Commit();
 }
 
-bool SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
+bool SaveL0(ElevationLayer& layer, const LevelPair& pair, int32_t mapWidth,
             Progress& progress, Dialogs& dialogs) {
-    const LevelPair pair{path, OffsetFileOfL0(path)};
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " would be the L0 file and the O0 file at once");
+    RequireSameName(pair.O);
     MendFiles({pair.L, pair.O});
     if (!FileExists(pair.L) || !FileExists(pair.O)) {
         // The width of a new pair would be read off an O0 file that is not there, so no
@@ -170,10 +171,6 @@ bool SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
 }
 
 } // namespace
-
-std::string OffsetFileOfL0(const std::string& path) {
-    return path.substr(0, path.size() - std::min<size_t>(path.size(), 3)) + ".O0";
-}
 
 ElevationKind KindOfElevationFile(const std::string& path) {
     const std::string name = UpperCase(path);
@@ -225,7 +222,7 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
                        Progress& progress, Dialogs& dialogs, DebugLog& log) {
     ElevationLayer loaded;
     loaded.Kind = kind;
-    loaded.Path = path;
+    loaded.Path = TextOfPath(RealPath(path, PathKind::File));
     const bool good = kind == ElevationKind::Elv
                           ? LoadElv(terrain, loaded, progress, dialogs)
                           : LoadL0(terrain, loaded, progress, dialogs, log);
@@ -239,9 +236,12 @@ bool SaveElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
     ElevationLayer& layer = terrain.Elevations;
     layer.AbandonedXFile.Close();
     const ElevationKind as = path.empty() ? layer.Kind : kind;
-    const std::string& to = path.empty() ? layer.Path : path;
+    const std::string to =
+        path.empty() ? layer.Path : TextOfPath(RealPath(path, PathKind::File));
+    RequireSameName(to);
     if (as != ElevationKind::Elv)
-        return SaveL0(layer, to, terrain.MapWidth, progress, dialogs);
+        return SaveL0(layer, path.empty() ? LevelPair{to, layer.OffsetPath} : PairOfL0(to),
+                      terrain.MapWidth, progress, dialogs);
     SaveElv(layer, to, progress);
     return true;
 }

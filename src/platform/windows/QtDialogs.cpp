@@ -55,12 +55,8 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 
 [[noreturn]] void Cancel() { throw RuntimeError(ErrorNumber::Cancelled); }
 
-// Begins at the folder of `initial`, or the nearest one above it that is there.
-void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& last) {
-    if (initial.empty()) {
-        dialog.setDirectory(last);
-        return;
-    }
+// Begins at the folder of `initial`.
+void BeginAtPath(QFileDialog& dialog, const std::string& initial) {
     const bool isFolder = FolderExists(initial);
     std::string folder = isFolder ? initial : UpToLastSlash(initial);
     if (FolderExists(folder))
@@ -68,6 +64,17 @@ void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& las
     if (!isFolder && (FileExists(initial) || FolderExists(folder)))
         dialog.selectFile(
             QString::fromStdString(AfterLastSlash(TextOfPath(RealPath(initial)))));
+}
+
+// A folder that may not be looked at any more keeps nobody from choosing another.
+void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& last) {
+    dialog.setDirectory(last);
+    if (initial.empty())
+        return;
+    try {
+        BeginAtPath(dialog, initial);
+    } catch (const RuntimeError&) {
+    }
 }
 
 class FileDialog : public QFileDialog {
