@@ -188,11 +188,6 @@ void FrmVXMain::L0Saved() {
     RedrawSaveButton();
 }
 
-void FrmVXMain::L0GivenUp() {
-    titles_.L0GivenUp();
-    RedrawSaveButton();
-}
-
 void FrmVXMain::LockPanel(bool locked) {
     if (locked)
         focusOfLock_ = focusWidget();
