@@ -167,23 +167,30 @@ TEST(QtDialogsOpen, BeginsAtTheInitialFile) {
     });
 }
 
-TEST(QtDialogsOpen, BeginsWithTheFilterOfTheInitialFileAndAnswersWithThatOfThePicked) {
+TEST(QtDialogsOpen, TheExtensionChoosesTheFilter) {
+    constexpr const char* elevations = "L0 (*.l0)|*.l0|ELV (*.elv)|*.elv";
     const TestFolder folder;
     const std::string heights = folder.Write("heights.ELV", "x");
-    const std::string level = folder.Write("theater.l0", "x");
+    // Of the file that it begins at.
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.findChild<QComboBox*>("fileTypeCombo")->currentIndex(), 1);
+        dialog.reject();
+    });
+    ExpectCancelled([&] { QtDialogs().OpenFile({"", elevations, heights}); });
+    // Of a name that is typed, which could not be opened otherwise.
     WhenModal<QFileDialog>([&](QFileDialog& dialog) {
         auto* filters = dialog.findChild<QComboBox*>("fileTypeCombo");
-        EXPECT_EQ(filters->currentIndex(), 1);
+        EXPECT_EQ(filters->currentIndex(), 0);
+        // As keys do, but for the list of names that would come up.
         auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
-        name->selectAll();
-        QTest::keyClicks(name, QString::fromStdString(level));
-        EXPECT_EQ(filters->currentIndex(), 0); // or the file could not be opened
-        TypeName(dialog, level);
+        name->setText(QString::fromStdString(heights));
+        emit name->textEdited(name->text());
+        EXPECT_EQ(filters->currentIndex(), 1);
+        TypeName(dialog, heights);
     });
-    const FileAnswer answer =
-        QtDialogs().OpenFile({"", "L0 (*.l0)|*.l0|ELV (*.elv)|*.elv", heights});
-    EXPECT_EQ(answer.Path, level);
-    EXPECT_EQ(answer.FilterIndex, 1);
+    const FileAnswer answer = QtDialogs().OpenFile({"", elevations});
+    EXPECT_EQ(answer.Path, heights);
+    EXPECT_EQ(answer.FilterIndex, 2);
 }
 
 TEST(QtDialogsOpen, BeginsInTheUsersFolderOrTheNearestThatIsThere) {
