@@ -126,6 +126,36 @@ TEST_F(WorkspaceTest, FlagsOfWindowsThatCannotBeShownStay) {
     EXPECT_TRUE(state_.Configuration.SearchResWinVis);
 }
 
+TEST_F(WorkspaceTest, ABoxTickedBringsTheMapBackFromItsIcon) {
+    Open();
+    QWidget& map = Window("FrmVXMap");
+    for (const char* box : {"chkShowTheater", "chkShowTile"}) {
+        map.showMinimized();
+        EXPECT_FALSE(Window("FrmVXTheaterPreview").isVisible());
+        QAbstractButton& button = Find<QAbstractButton>(Window("FrmVXMain"), box);
+        if (button.isChecked())
+            button.click();
+        EXPECT_TRUE(map.isMinimized()) << box;
+        button.click();
+        EXPECT_FALSE(map.isMinimized()) << box;
+        EXPECT_TRUE(map.isVisible());
+        EXPECT_TRUE(Window("FrmVXTheaterPreview").isVisible());
+    }
+    EXPECT_TRUE(Window("FrmVXTilePal").isVisible());
+}
+
+TEST_F(WorkspaceTest, AMapHiddenAsAnIconLeavesTheOtherWindowsAndComesBackWhole) {
+    Open();
+    QWidget& map = Window("FrmVXMap");
+    map.showMinimized();
+    Click("chkShowMain");
+    EXPECT_FALSE(map.isVisible());
+    EXPECT_TRUE(Window("FrmVXTheaterPreview").isVisible());
+    Click("chkShowMain");
+    EXPECT_TRUE(map.isVisible());
+    EXPECT_FALSE(map.isMinimized());
+}
+
 TEST_F(WorkspaceTest, SettingsOutOfEveryRangeOpenAndPaint) {
     Configuration& settings = state_.Configuration;
     settings.Zoom = 0;
