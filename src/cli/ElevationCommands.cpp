@@ -73,8 +73,8 @@ void Get(CommandContext& context, const ElevationOptions& options) {
 
 void Set(CommandContext& context, const ElevationOptions& options) {
     Load(context, options) = options.Feet;
-    if (!SaveElevationData(context.State.Terrain, ElevationKind::None, "",
-                           context.Progress, context.Dialogs))
+    if (SaveElevationData(context.State.Terrain, ElevationKind::None, "",
+                          context.Progress, context.Dialogs) != ElevationSave::Done)
         throw RuntimeError(ErrorNumber::InvalidCall,
                            options.File + " was left as it is: its O0 file changed its "
                                           "size meanwhile; look who else writes it");

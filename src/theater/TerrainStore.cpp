@@ -61,12 +61,15 @@ PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t /*width
             static_cast<double>((segY - 1) * SegmentSide + j)};
 }
 
+double RootOfOffsetFile(uint64_t lengthO) {
+    return RoundHalfEven(std::sqrt(static_cast<double>(lengthO) / 4) * SegmentSide);
+}
+
 int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO) {
     if (lengthO == 0)
         throw RuntimeError(ErrorNumber::InputPastEnd,
                            pathO + ", offset 0: expected 4 bytes, found 0 bytes left");
-    const double width =
-        RoundHalfEven(std::sqrt(static_cast<double>(lengthO) / 4) * SegmentSide);
+    const double width = RootOfOffsetFile(lengthO);
     if (width > MaxGridWidth)
         throw RuntimeError(ErrorNumber::OutOfMemory,
                            pathO + ": " + std::to_string(lengthO) +

@@ -24,7 +24,9 @@ PostXY SerialToXY(int32_t serial, int32_t width);
 PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t width);
 
 // Posts per side that an O file of `lengthO` bytes stands for: the root of its entries
-// times 16, rounded half to even. Error 62 for an empty file, error 7 beyond
+// times 16, rounded half to even.
+double RootOfOffsetFile(uint64_t lengthO);
+// The same for a level that is to be read: error 62 for an empty file, error 7 beyond
 // MaxGridWidth.
 int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO);
 

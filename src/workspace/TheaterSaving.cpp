@@ -70,13 +70,11 @@ bool SaveElevations(const SavingParts& parts, bool as) {
     bool saveOK = false;
     {
         const LongWork work(parts);
-        saveOK =
-            SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3, parts.Dialogs);
+        saveOK = SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3,
+                                   parts.Dialogs) == ElevationSave::Done;
     }
     if (saveOK)
         parts.Panel.L0Saved();
-    else
-        parts.Panel.L0GivenUp();
     return saveOK;
 }
 

@@ -7,6 +7,7 @@
 #include "windows/WindowTest.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
@@ -169,6 +170,19 @@ TEST_F(FrmStartUpTest, ATheaterOfTheInstallFillsThePathsAndHidesBrowse) {
     EXPECT_TRUE(Visible("Command1"));
     EXPECT_EQ(Text("Text1"), "");
     EXPECT_EQ(state_.Configuration.OptionTheaterListIndex, 0);
+}
+
+TEST_F(FrmStartUpTest, TheSameTheaterChosenAgainBringsItsPathsBack) {
+    MakeGame();
+    state_.Configuration.OptionTheaterListIndex = 1;
+    Open();
+    Find<QLineEdit>(*window_, "Text1").setText("/another/theater.L2");
+    auto& combo = Find<QComboBox>(*window_, "Combo1");
+    combo.showPopup();
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    EXPECT_EQ(combo.currentIndex(), 1);
+    EXPECT_EQ(Text("Text1"),
+              folder_.Path() + "/game\\terrdata\\norrland\\terrain\\theater.l2");
 }
 
 TEST_F(FrmStartUpTest, TheStoredTheaterIsChosen) {

@@ -160,6 +160,21 @@ TEST_F(FrmVXTilePalTest, ChoosingAClassShowsIt) {
     EXPECT_EQ(ButtonCount(), 0);
 }
 
+TEST_F(FrmVXTilePalTest, TheSameClassChosenAgainIsSeenFromItsBeginning) {
+    AddTiles(0, 400, 1);
+    Open();
+    auto& bar = Find<QAbstractSlider>(window_, "VScroll");
+    bar.setValue(7);
+    Combo1().showPopup();
+    QTest::keyClick(Combo1().view(), Qt::Key_Return);
+    EXPECT_EQ(Combo1().currentIndex(), 0);
+    EXPECT_EQ(bar.value(), 0);
+}
+
+TEST_F(FrmVXTilePalTest, ItsTipsAreShownWhileTheMapHasTheKeyboard) {
+    EXPECT_TRUE(window_.testAttribute(Qt::WA_AlwaysShowToolTips));
+}
+
 TEST_F(FrmVXTilePalTest, ComboFollowsTheClassThatIsAskedFor) {
     AddTiles(16, 5, 5);
     Open();

@@ -34,7 +34,6 @@ public:
         L0Dirty = false;
         Say("L0saved");
     }
-    void L0GivenUp() override { Say("L0givenup"); }
     void SetL0FileName(const std::string& fileName) override {
         Say("name(" + fileName + ")");
     }
@@ -242,7 +241,7 @@ TEST_F(TheaterSavingTest, AMissingO0FileLeavesEverythingAsItWas) {
 TEST_F(TheaterSavingTest, AFileThatIsGoneIsToldOf) {
     dialogs_.ExpectOpen("", folder_.File("gone.elv"), 2);
     dialogs_.ExpectBox("Error...",
-                       "ERROR number 53\nFile not found\nopening " +
+                       "ERROR number 53\nFile not found\nmeasuring " +
                            folder_.File("gone.elv") + ": No such file or directory",
                        BoxAnswer::Ok);
     EXPECT_FALSE(cmdLoadL0Elv(parts_));
@@ -304,7 +303,7 @@ TEST_F(TheaterSavingTest, ANameOfTheOtherKindIsRefused) {
     EXPECT_EQ(panel_.Story, "");
 }
 
-// The answer is not looked at: the writer gives up, and the flag falls with it.
+// The answer is not looked at: the writer gives up, and the heights are still unsaved.
 TEST_F(TheaterSavingTest, AL0OfAnotherSizeEndsTheSave) {
     EditElv();
     const std::string pathL = WriteL0("small", 32, 9);
@@ -318,7 +317,26 @@ TEST_F(TheaterSavingTest, AL0OfAnotherSizeEndsTheSave) {
         BoxAnswer::Yes);
     EXPECT_FALSE(CmdSaveTheater(parts_, true));
     EXPECT_EQ(Slurp(pathL), before);
-    EXPECT_EQ(panel_.Story, "lock unlock L0givenup");
+    EXPECT_EQ(panel_.Story, "lock unlock");
+}
+
+TEST_F(TheaterSavingTest, HeightsThatWentIntoTwoEmptyFilesAreStillUnsaved) {
+    EditElv();
+    dialogs_.ExpectSave("", folder_.File("new.l0"), 1);
+    dialogs_.ExpectBox(
+        "Confirm",
+        "A L0 file keeps tiles and colors beside the heights, so heights can only be "
+        "saved into one that is there together with its O0 file.\n" +
+            folder_.File("new.l0") +
+            " and its O0 file will be two empty files, and the heights stay unsaved. "
+            "Copy a L0 file of this theater and its O0 file to that name first, or save "
+            "an ELV file.\n"
+            "Do you want to write two empty files?",
+        BoxAnswer::Yes);
+    EXPECT_FALSE(CmdSaveTheater(parts_, true));
+    EXPECT_EQ(Slurp(folder_.File("new.l0")), "");
+    EXPECT_EQ(Slurp(folder_.File("new.O0")), "");
+    EXPECT_EQ(panel_.Story, "lock unlock");
 }
 
 } // namespace
