@@ -4,13 +4,11 @@
 
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace vardenix::tests {
 namespace {
-
-namespace fs = std::filesystem;
 
 // Reads what a program writes to a terminal.
 class Terminal {
@@ -83,22 +81,29 @@ TEST_F(Output, FoundPostsThatNobodyIsToldOfAreARunTimeError) {
     EXPECT_EQ(RunLed(">/dev/full", {"check"}).ExitCode, 3);
 }
 
-TEST_F(Output, WordsForAClosedStreamAreNotWrittenIntoTheTheater) {
-    // Both segments of sea share one block, and the command says so on the way.
-    MadeLevel expected = level_;
-    for (int y = 1; y <= 16; ++y)
-        for (int x = 1; x <= 16; ++x)
-            expected.At(x + 16, y).Palette = expected.At(x, y + 16).Palette = 3;
-    const std::string bin = Slurp(folder_.File("my theater/texture/Texture.bin"));
-    for (const char* closed : {"2>&-", ">&-", "<&-", "<&- >&- 2>&-", ">&- 2>&-"}) {
-        WriteLevel();
-        RunLed(closed, {"fill", "16", "0", "31", "15", "--palette", "3"});
-        EXPECT_TRUE(OnDisk().Posts == expected.Posts) << closed;
-        EXPECT_EQ(Slurp(Terrain("theater.L2")).size(), 3U * 2304) << closed;
-        EXPECT_EQ(Slurp(Terrain("theater.O2")).size(), 16U) << closed;
-        EXPECT_EQ(Slurp(Terrain("theater.map")), std::string(1112, '\0')) << closed;
-        EXPECT_EQ(Slurp(folder_.File("my theater/texture/Texture.bin")), bin) << closed;
+// 0 when the first file that is opened gets no number of a standard stream, after the
+// shell closed some.
+int OpenedAfterClosing(const std::vector<int>& streams) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+        for (const int stream : streams)
+            ::close(stream);
+        HoldStandardStreams();
+        const bool apart = ::open("/dev/zero", O_RDONLY) > STDERR_FILENO;
+        const bool refused = ::write(STDOUT_FILENO, "x", 1) == -1;
+        ::_exit((apart ? 0 : 1) + (refused ? 0 : 2));
     }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WEXITSTATUS(status);
+}
+
+TEST(StandardStreams, ThatAreClosedDoNotLeaveTheirNumbersToFiles) {
+    const int output = STDOUT_FILENO;
+    EXPECT_EQ(OpenedAfterClosing({output}), 0);
+    EXPECT_EQ(OpenedAfterClosing({output, STDERR_FILENO}), 0);
+    EXPECT_EQ(OpenedAfterClosing({STDIN_FILENO, output}), 0);
+    EXPECT_EQ(OpenedAfterClosing({STDIN_FILENO, output, STDERR_FILENO}), 0);
 }
 
 TEST_F(Output, ATerminalDoesNotObeyNamesOfFiles) {
