@@ -33,6 +33,9 @@ std::shared_ptr<ElevationOptions> AddTo(Command& command, Work work) {
     command.Check([options] {
         if (KindOfElevationFile(options->File) == ElevationKind::None)
             throw UsageError("FILE", options->File + " ends neither in .l0 nor in .elv");
+        RequireInside(
+            {"X", options->X, "Y", options->Y}, options->Files,
+            [](int32_t width) { return 4 * width; }, options->File);
     });
     command.Run([options, work](CommandContext& context) {
         context.Open(options->Files);

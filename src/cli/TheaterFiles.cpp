@@ -37,6 +37,15 @@ TheaterPaths TheaterFiles::Paths() const {
     return {l2_, bin_, map_, WithTrailingSlash(dds_)};
 }
 
+std::optional<int32_t> TheaterFiles::WidthOnDisk() const {
+    const std::string pathO = OffsetFileOfL2(UpperCase(L2File()));
+    try {
+        return WidthFromOffsetFile(FileLength(pathO), pathO);
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
 void TheaterFiles::Open(ProgramState& state, Progress& progress, const Platform& platform,
                         DebugLog& log) const {
     if (!CheckTheaterPaths(state, Paths(), platform.Dialogs, log))

@@ -139,7 +139,6 @@ TEST_F(CommandLine, RenderRefusesWhatTheControlsDoNotOffer) {
         arguments.insert(arguments.end(), wrong.begin(), wrong.end());
         EXPECT_EQ(RunOn(arguments).ExitCode, 2) << wrong[0];
     }
-    EXPECT_EQ(RunOn({"render", folder_.File("x.gif?")}).ExitCode, 3);
 }
 
 TEST_F(CommandLine, SettingsWritesTheFirstIniAndNoOther) {
