@@ -68,9 +68,7 @@ fs::path TargetOf(std::string_view path) { return FollowLinks(RealPath(path)); }
 
 fs::path StagedNameOf(const fs::path& target) { return target.native() + "x"; }
 
-bool IsPlainFile(const fs::path& path) {
-    return IsFile(StatusOfLink(path));
-}
+bool IsPlainFile(const fs::path& path) { return IsFile(StatusOfLink(path)); }
 
 bool DropStaged(const fs::path& staged, std::chrono::milliseconds patience) {
     while (IsPlainFile(staged)) {

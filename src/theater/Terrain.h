@@ -64,8 +64,8 @@ struct ElevationLayer {
     ElevationKind Kind = ElevationKind::None;
     std::string Path;
     std::string OffsetPath; // the O0 file of a L0 file
-    int32_t EMapWidth = 0; // 4 * MapWidth once loaded
-    HeightArray L0ElvArr;  // in serial order of EMapWidth
+    int32_t EMapWidth = 0;  // 4 * MapWidth once loaded
+    HeightArray L0ElvArr;   // in serial order of EMapWidth
 
     int16_t& At(int32_t x, int32_t y);
     int16_t At(int32_t x, int32_t y) const;

@@ -91,7 +91,7 @@ void AppendReport(const std::string& path, const std::string& report) {
     std::ofstream file(RealPath(path), std::ios::binary | std::ios::app);
     file << report << std::flush;
     if (!file)
-        throw RuntimeError(ErrorNumber::PathFileAccess, "writing " + path);
+        throw RuntimeError(ErrorNumber::PathFileAccess, "writing " + ShownPath(path));
 }
 
 std::string UnknownTilesReport(const Terrain& terrain,

@@ -82,8 +82,8 @@ bool SaveElevations(const SavingParts& parts, bool as) {
 // word.
 bool MayReplaceOffsets(const LevelPair& pair, Dialogs& dialogs) {
     return FileExists(pair.L) || !FileExists(pair.O) ||
-           dialogs.MessageBox(pair.O + " already exists.\nDo you want to replace it?",
-                              {}, BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
+           dialogs.MessageBox(pair.O + " already exists.\nDo you want to replace it?", {},
+                              BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
 bool SaveLevel2(const SavingParts& parts, bool as) {

@@ -107,6 +107,12 @@ TEST_F(SystemProcessesTest, QuotesHoldWordsTogether) {
     EXPECT_EQ(Told(), "<say \"yes\"><>");
 }
 
+TEST_F(SystemProcessesTest, ACommandLineMayBeLongerThanAnyFileName) {
+    const std::string words(5000, 'w');
+    processes_.Start(QuotedWord(ProgramThatTellsItsWords("a b")) + " " + words);
+    EXPECT_EQ(Told(), "<" + words + ">");
+}
+
 TEST_F(SystemProcessesTest, AProgramIsLookedForWhereProgramsAre) {
     processes_.Start("sh -c \"echo found >'" + pipeName_ + "'\"");
     EXPECT_EQ(Told(), "found");
