@@ -450,7 +450,7 @@ TEST_F(FrmStartUpTest, ThePicturesOpenTheMakersPages) {
     for (const auto& entry : std::filesystem::directory_iterator(folder_.File("Temp")))
         sound = entry.path().filename().string();
     ASSERT_TRUE(story.starts_with("start ")) << story;
-    EXPECT_NE(story.find("/Temp/" + sound + "'"), std::string::npos) << story;
+    EXPECT_NE(story.find("/Temp/" + sound + '"'), std::string::npos) << story;
     QFile resource(QString::fromStdString(":/" + sound));
     ASSERT_TRUE(resource.open(QIODevice::ReadOnly));
     EXPECT_EQ(resource.readAll().toStdString(),
