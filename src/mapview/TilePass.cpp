@@ -14,7 +14,7 @@ class DayPictures {
 public:
     explicit DayPictures(const Repaint& repaint)
         : ids_(repaint, TileUse::Day),
-          noTile_(repaint.Tools.Pictures.IdOf(repaint.Sources.AppPath + "NoTile.jpg",
+          noTile_(repaint.Tools.Pictures.IdOf(repaint.Sources.ShippedPath + "NoTile.jpg",
                                               PictureFormat::Jpeg, TileUse::Day)) {}
 
     TilePictureId Of(const Repaint& repaint, int32_t tileNumber, const TileInfo* entry) {

@@ -3,9 +3,10 @@
 #include "companion/Vardenix.h"
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "platform/Transaction.h"
 #include "theater/TerrainStore.h"
 
 #include <algorithm>
@@ -81,10 +82,11 @@ bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
 
 bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
             Dialogs& dialogs, DebugLog& log) {
-    const std::string pathO = OffsetFileOfL0(layer.Path);
+    layer.OffsetPath = PairOfL0(layer.Path).O;
+    const std::string& pathO = layer.OffsetPath;
     RecoverLevelPair({layer.Path, pathO}, log);
     if (!FileExists(pathO)) {
-        dialogs.Notice(".O0 File not found", "Error...", BoxIcon::Critical);
+        dialogs.Notice(".O0 File not found\n" + pathO, "Error...", BoxIcon::Critical);
         return false;
     }
     const double width = RootOfOffsetFile(FileLength(pathO));
@@ -120,7 +122,9 @@ void SaveElv(const ElevationLayer& layer, const std::string& path, Progress& pro
 void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress) {
     const FileBytes fileO = ReadWholeFile(pair.O);
     const FileBytes fileL = ReadWholeFile(pair.L);
-    StagedPair files(pair.L, pair.O);
+    Transaction files;
+    StagedFile& newL = files.Stage(pair.L);
+    StagedFile& newO = files.Stage(pair.O);
     BinaryReader offsets(fileO.Span(), pair.O);
     const int32_t segments = layer.EMapWidth / SegmentSide;
     int64_t shared = -1;
@@ -134,17 +138,17 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress
                                  sea = sea && elevation == 0 &&
                                        record.TileOffset == SeaTileOfL0;
                              });
-            const auto position = static_cast<int64_t>(files.L.Position());
+            const auto position = static_cast<int64_t>(newL.Position());
             if (!sea || shared == -1)
-                files.L.Write(std::as_bytes(std::span(block)));
+                newL.Write(std::as_bytes(std::span(block)));
             if (sea && shared == -1)
                 shared = position;
-            files.O.WriteInt32(static_cast<int32_t>(sea ? shared : position));
+            newO.WriteInt32(static_cast<int32_t>(sea ? shared : position));
         }
         MoveBar(progress, segY, segments);
     }
     // The entries are overwritten; what stands behind them stays.
-    files.O.Write(fileO.Span().subspan(offsets.Position()));
+    newO.Write(fileO.Span().subspan(offsets.Position()));
     files.Commit();
 }
 
@@ -155,18 +159,20 @@ ElevationSave SaveEmptyPair(const LevelPair& pair, Dialogs& dialogs) {
     if (dialogs.MessageBox(EmptyPairQuestion(pair.L), "Confirm", BoxIcon::Warning,
                            BoxButtons::YesNo) != BoxAnswer::Yes)
         return ElevationSave::Refused;
-    StagedPair files(pair.L, pair.O);
+    Transaction files;
+    files.Stage(pair.L);
+    files.Stage(pair.O);
     files.Commit();
     return ElevationSave::EmptyPair;
 }
 
-ElevationSave SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
+ElevationSave SaveL0(ElevationLayer& layer, const LevelPair& pair, int32_t mapWidth,
                      Progress& progress, Dialogs& dialogs) {
-    const LevelPair pair{path, OffsetFileOfL0(path)};
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " would be the L0 file and the O0 file at once");
-    RecoverPair(pair.L, pair.O);
+    RequireSameName(pair.O);
+    MendFiles({pair.L, pair.O});
     if (!FileExists(pair.L) || !FileExists(pair.O))
         return SaveEmptyPair(pair, dialogs);
     if (RootOfOffsetFile(FileLength(pair.O)) != 4.0 * mapWidth) {
@@ -181,10 +187,6 @@ ElevationSave SaveL0(ElevationLayer& layer, const std::string& path, int32_t map
 }
 
 } // namespace
-
-std::string OffsetFileOfL0(const std::string& path) {
-    return path.substr(0, path.size() - std::min<size_t>(path.size(), 3)) + ".O0";
-}
 
 ElevationKind KindOfElevationFile(const std::string& path) {
     const std::string name = UpperCase(path);
@@ -238,7 +240,7 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
                        Progress& progress, Dialogs& dialogs, DebugLog& log) {
     ElevationLayer loaded;
     loaded.Kind = kind;
-    loaded.Path = path;
+    loaded.Path = TextOfPath(RealPath(path, PathKind::File));
     const bool good = kind == ElevationKind::Elv
                           ? LoadElv(terrain, loaded, progress, dialogs)
                           : LoadL0(terrain, loaded, progress, dialogs, log);
@@ -253,9 +255,13 @@ ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
     ElevationLayer& layer = terrain.Elevations;
     layer.AbandonedXFile.Close();
     const ElevationKind as = path.empty() ? layer.Kind : kind;
-    const std::string& to = path.empty() ? layer.Path : path;
+    const std::string to =
+        path.empty() ? layer.Path : TextOfPath(RealPath(path, PathKind::File));
+    RequireSameName(to);
     if (as != ElevationKind::Elv)
-        return SaveL0(layer, to, terrain.MapWidth, progress, dialogs);
+        return SaveL0(layer,
+                      path.empty() ? LevelPair{to, layer.OffsetPath} : PairOfL0(to),
+                      terrain.MapWidth, progress, dialogs);
     SaveElv(layer, to, progress);
     return ElevationSave::Done;
 }

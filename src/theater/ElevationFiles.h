@@ -3,6 +3,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
+#include "theater/LevelPairs.h"
 #include "theater/Terrain.h"
 
 #include <cstddef>
@@ -12,9 +13,6 @@
 #include <string>
 
 namespace vardenix {
-
-// The O file beside a L0 file: its path less the last three characters, plus ".O0".
-std::string OffsetFileOfL0(const std::string& path);
 
 // The kind that a file's extension stands for, ".l0" or ".elv" in any case.
 ElevationKind KindOfElevationFile(const std::string& path);

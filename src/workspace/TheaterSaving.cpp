@@ -78,6 +78,14 @@ bool SaveElevations(const SavingParts& parts, bool as) {
     return saveOK;
 }
 
+// The dialog asks about the L file; an O file that has none beside it would go with no
+// word.
+bool MayReplaceOffsets(const LevelPair& pair, Dialogs& dialogs) {
+    return FileExists(pair.L) || !FileExists(pair.O) ||
+           dialogs.MessageBox(pair.O + " already exists.\nDo you want to replace it?",
+                              {}, BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
+}
+
 bool SaveLevel2(const SavingParts& parts, bool as) {
     std::string to;
     if (as)
@@ -86,9 +94,12 @@ bool SaveLevel2(const SavingParts& parts, bool as) {
                             .Filter = LevelFilter,
                             .InitialPath = parts.Terrain.LFilename})
                  .Path;
+    const LevelPair pair = PairForSaving(parts.Terrain, to);
+    if (as && !MayReplaceOffsets(pair, parts.Dialogs))
+        return false;
     {
         const LongWork work(parts);
-        SaveTheater(parts.Terrain, to, parts.PB3);
+        SaveTheater(parts.Terrain, pair, parts.PB3);
     }
     parts.Panel.L2Saved();
     return true;

@@ -138,7 +138,8 @@ TEST_F(ElevationFiles, AWrongWidthIsToldAndNothingIsLoaded) {
 }
 
 TEST_F(ElevationFiles, AMissingO0FileIsTold) {
-    dialogs_.ExpectBox("Error...", ".O0 File not found", BoxAnswer::Ok);
+    dialogs_.ExpectBox("Error...", ".O0 File not found\n" + folder_.File("alone.O0"),
+                       BoxAnswer::Ok);
     EXPECT_FALSE(Load(ElevationKind::L0, folder_.Write("alone.L0", "x")));
 }
 

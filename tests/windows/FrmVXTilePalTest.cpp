@@ -38,7 +38,7 @@ class FrmVXTilePalTest : public testing::Test {
 protected:
     FrmVXTilePalTest() {
         state_.Catalogue.DDSFolder = folder_.File("tiles") + "/";
-        state_.Folders.AppPath = folder_.File("program") + "/";
+        state_.Folders.ShippedPath = folder_.File("program") + "/";
     }
 
     // Numbers from `from` on get this class.

@@ -57,11 +57,20 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 
 [[noreturn]] void Cancel() { throw RuntimeError(ErrorNumber::Cancelled); }
 
+// A folder that may not be looked at any more keeps nobody from choosing another.
+bool CanBeShown(const std::string& folder) {
+    try {
+        return FolderExists(folder);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 // The nearest folder at or above a path that is there; nothing when that is no nearer
 // than the root of the disk.
 QString NearestFolder(const std::string& path) {
     std::string folder = path;
-    while (!folder.empty() && !FolderExists(folder)) {
+    while (!folder.empty() && !CanBeShown(folder)) {
         while (folder.ends_with('/') || folder.ends_with('\\'))
             folder.pop_back();
         folder = UpToLastSlash(folder);
@@ -78,8 +87,8 @@ void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& las
     if (folder.isEmpty())
         folder = NearestFolder(last.toStdString());
     dialog.setDirectory(folder.isEmpty() ? QDir::homePath() : folder);
-    const bool isFolder = initial.empty() || FolderExists(initial);
-    if (!isFolder && (FileExists(initial) || FolderExists(UpToLastSlash(initial))))
+    const bool isFolder = initial.empty() || CanBeShown(initial);
+    if (!isFolder && CanBeShown(UpToLastSlash(initial)))
         dialog.selectFile(
             QString::fromStdString(AfterLastSlash(TextOfPath(RealPath(initial)))));
 }

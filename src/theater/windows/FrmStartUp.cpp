@@ -100,7 +100,9 @@ void FrmStartUp::Form_Load() {
             platform_.Dialogs.Notice(ReportText(error), {}, BoxIcon::Critical);
         }
     };
+    tryOrTell([this] { FindSystemTempPath(state_.Folders); });
     tryOrTell([this] { DiscoverTheaters(platform_.Registry, state_.Discovery); });
+    ShowLeftOut();
     {
         const QSignalBlocker quiet(ui_->Combo1);
         for (const std::string& choice : TheaterChoices(state_.Discovery))
@@ -111,6 +113,15 @@ void FrmStartUp::Form_Load() {
     Combo1_Click();
     ui_->Combo1->setFocus();
     tryOrTell([this] { PrepareFolders(state_.Folders); });
+}
+
+// Who misses a theater of their game in the list finds out why.
+void FrmStartUp::ShowLeftOut() {
+    QStringList sentences;
+    for (const std::string& sentence : state_.Discovery.LeftOut)
+        sentences += QString::fromStdString(sentence).toHtmlEscaped();
+    if (!sentences.isEmpty())
+        ui_->Combo1->setToolTip("<p>Left out: " + sentences.join("<br>") + "</p>");
 }
 
 void FrmStartUp::Combo1_Click() {

@@ -162,7 +162,7 @@ QImage FrmVXTilePal::PictureOf(int32_t tile, int side) {
     };
     if (painted(TilePicturePath(state_.Catalogue.DDSFolder, lookup[index].DayFile),
                 PictureFormat::Dds) ||
-        painted(state_.Folders.AppPath + "NoTile.jpg", PictureFormat::Jpeg))
+        painted(state_.Folders.ShippedPath + "NoTile.jpg", PictureFormat::Jpeg))
         return picture;
     return {};
 }
