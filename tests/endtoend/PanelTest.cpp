@@ -41,6 +41,8 @@ protected:
         desktop_.Type(text);
     }
 
+    std::map<std::string, Place> places_;
+
 private:
     std::map<std::string, Place> PlacesOfControls(const Place& panel) {
         const std::string list = folder_.File("desktop/places");
@@ -57,8 +59,6 @@ private:
             places[name] = place;
         return places;
     }
-
-    std::map<std::string, Place> places_;
 };
 
 unsigned Channel(unsigned color, int shift) { return color >> shift & 0xFF; }
