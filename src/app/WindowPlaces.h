@@ -3,6 +3,8 @@
 #include "app/WorkspaceWindows.h"
 #include "theater/Configuration.h"
 
+#include <QPoint>
+
 namespace vardenix {
 
 // Where the windows of the workspace stand, and which of them are seen. Places and boxes
@@ -28,6 +30,7 @@ public:
 
 private:
     void PlaceFirst();
+    void PlacePanel(QPoint topLeft);
     void PlaceAsStored();
     void RestorePreview();
     bool SmallWindowsShown() const;

@@ -94,6 +94,84 @@ TEST(FirstLayout, LargeWindowsAreCutToTheScreen) {
     EXPECT_EQ(layout.Panel.Width, 300);
 }
 
+// A panel, map and preview as they are on such a screen with thin frames.
+TEST(FirstLayout, OnALaptopsScreenThinFramesLeaveTheMapWhole) {
+    const PixelRect room{0, 0, 1366, 768};
+    const WindowSize thin{2, 24};
+    for (const WindowSize preview : {WindowSize{252, 75}, WindowSize{256, 296}}) {
+        const FirstLayout layout =
+            LayOutFirst(room, {424, 691}, {658, 658}, preview, Palette, thin);
+        EXPECT_EQ(layout.Map.Width, 658);
+        EXPECT_EQ(layout.Map.Height, 658);
+        EXPECT_GT(layout.Map.Left, 424 + 2);
+        EXPECT_GT(layout.Preview.Left, layout.Map.Left + 658 + 2);
+        EXPECT_LE(layout.Preview.Left + preview.Width + 2, 1366);
+    }
+}
+
+TEST(StoredLayout, WindowsWhereAFirstStartPutThemHaveTheSizesItGaveThem) {
+    const PixelRect room{0, 20, 1024, 748};
+    const FirstLayout first = LayOutFirst(room, {424, 670}, Map, {252, 110}, Palette);
+    ASSERT_LT(first.Map.Width, Map.Width);
+    FirstLayout stored = first;
+    stored.Map.Width = Map.Width;
+    stored.Map.Height = Map.Height;
+    const FirstLayout second = LayOutStored(room, stored);
+    for (const auto member : {&FirstLayout::Panel, &FirstLayout::Map,
+                              &FirstLayout::Preview, &FirstLayout::Palette}) {
+        EXPECT_EQ((second.*member).Left, (first.*member).Left);
+        EXPECT_EQ((second.*member).Top, (first.*member).Top);
+        EXPECT_EQ((second.*member).Width, (first.*member).Width);
+        EXPECT_EQ((second.*member).Height, (first.*member).Height);
+    }
+}
+
+TEST(StoredLayout, WhatFitsAtItsCornerKeepsItsSizeWhateverItLiesOver) {
+    const FirstLayout stored{.Panel = {0, 20, 300, 560},
+                             .Map = {250, 100, 658, 658},
+                             .Preview = {500, 300, 256, 300},
+                             .Palette = {}};
+    const FirstLayout layout = LayOutStored(Room, stored);
+    EXPECT_EQ(layout.Map.Left, 250);
+    EXPECT_EQ(layout.Map.Width, 658);
+    EXPECT_EQ(layout.Map.Height, 658);
+    EXPECT_EQ(layout.Preview.Width, 256);
+}
+
+TEST(StoredLayout, WhatWouldBePulledOverAWindowBesideItIsCut) {
+    const PixelRect room{0, 0, 1024, 768};
+    // The preview was moved under the panel.
+    FirstLayout stored{.Panel = {0, 0, 424, 560},
+                       .Map = {440, 0, 658, 658},
+                       .Preview = {10, 620, 252, 75},
+                       .Palette = {}};
+    FirstLayout layout = LayOutStored(room, stored, {2, 24});
+    EXPECT_EQ(layout.Map.Left, 440);
+    EXPECT_EQ(layout.Map.Width, 1024 - 440 - 2 - 6);
+    EXPECT_EQ(layout.Map.Height, 658);
+    EXPECT_EQ(layout.Preview.Width, 252);
+    // And before a preview in its way, at its right or under it.
+    stored.Preview = {760, 0, 252, 75};
+    layout = LayOutStored(room, stored, {2, 24});
+    EXPECT_EQ(layout.Map.Width, 760 - 440 - 2 - 6);
+    stored.Preview = {445, 500, 252, 75};
+    layout = LayOutStored(room, stored, {2, 24});
+    EXPECT_EQ(layout.Map.Width, 1024 - 440 - 2 - 6);
+    EXPECT_EQ(layout.Map.Height, 500 - 24 - 6);
+}
+
+TEST(StoredLayout, WhatCoversNothingWhenItIsPulledInKeepsItsSize) {
+    FirstLayout stored{.Panel = {0, 20, 300, 560},
+                       .Map = {900, 400, 658, 658},
+                       .Preview = {20, 630, 256, 100},
+                       .Palette = {}};
+    EXPECT_EQ(LayOutStored(Room, stored).Map.Width, 658);
+    EXPECT_EQ(LayOutStored(Room, stored).Map.Height, 658);
+    // Nothing would be left of it at its corner.
+    stored.Map = {6000, 100, 1200, 658};
+    EXPECT_EQ(LayOutStored(Room, stored).Map.Width, 1200);
+}
+
 TEST(FirstLayout, APaletteThatFitsKeepsItsSizeAndCoversNothing) {
     const PixelRect room{0, 20, 1920, 1060};
     const FirstLayout layout = LayOutFirst(room, {424, 760}, Map, {252, 110}, Palette);
