@@ -13,11 +13,10 @@ namespace {
 class Rebuild {
 public:
     Rebuild(const RebuildParts& parts, const RebuildOptions& options, Fartiles& fartiles)
-        : parts_(parts), options_(options),
-          fartiles_(fartiles), levels_{parts.Terrain, LxFolderOf(parts.Terrain),
-                                       transaction_, parts.View,
-                                       options.OnlyChanged ? Rewriting::OnlyChanged
-                                                           : Rewriting::Always} {}
+        : parts_(parts), options_(options), fartiles_(fartiles),
+          levels_{parts.Terrain, LxFolderOf(parts.Terrain), files_, parts.View} {
+        files_.How = options.OnlyChanged ? Rewriting::OnlyChanged : Rewriting::Always;
+    }
 
     RebuildReport Run() {
         const int64_t start = parts_.View.Seconds();
