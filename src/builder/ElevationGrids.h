@@ -1,12 +1,9 @@
 #pragma once
 
-#include "builder/RebuildView.h"
 #include "theater/Terrain.h"
 
 #include <array>
 #include <cstdint>
-#include <functional>
-#include <string>
 
 namespace vardenix {
 
@@ -17,43 +14,26 @@ enum class Downsampling : int32_t { Rms = 1, SimpleMean = 2, Max = 3 };
 // that is read and the one that is written take room.
 class ElevationGrids {
 public:
-    explicit ElevationGrids(int32_t mapWidth) : mapWidth_(mapWidth) {}
+    // A finest grid of zeros, four times as wide as level 2; error 7 without memory.
+    explicit ElevationGrids(int32_t mapWidth);
 
-    // All grids are gone.
-    void ClearElevationGrids();
-    // The finest grid, of the master; error 5 for one of another size.
-    void SetFinest(HeightArray heights);
     // Computes the grid of a level, 1 to 5, from that of the level above it, and frees
     // the one two levels up.
     void DownsampleLevel(int32_t level, Downsampling method);
 
-    // Posts a side of a level's grid.
-    int32_t WidthOf(int32_t level) const;
-    // The height at column and row of a whole level, from 0; of a grid that is there.
-    int16_t At(int32_t level, int32_t column, int32_t row) const;
-    // Elements that a grid holds now.
-    int32_t SizeOf(int32_t level) const { return Grid(level).UpperBound(); }
-
-private:
-    const HeightArray& Grid(int32_t level) const {
-        return grids_.at(static_cast<size_t>(level));
+    // Heights a side of a level's grid: half of the level above, rounded down.
+    int32_t WidthOf(int32_t level) const { return widths_.at(Index(level)); }
+    // All heights of a grid, none when it is not there.
+    std::span<int16_t> Heights(int32_t level) { return grids_.at(Index(level)).Values(); }
+    std::span<const int16_t> Heights(int32_t level) const {
+        return grids_.at(Index(level)).Values();
     }
 
-    int32_t mapWidth_;
+private:
+    static size_t Index(int32_t level) { return static_cast<size_t>(level); }
+
+    std::array<int32_t, 6> widths_{};
     std::array<HeightArray, 6> grids_;
 };
-
-// A master elevation file that was chosen: the finest heights of the theater.
-struct ElevationMaster {
-    ElevationKind ElevationFileType = ElevationKind::None;
-    std::string Path; // as it was picked, for opening
-};
-
-// Reads the heights of a master. The bar counts rows of blocks of an L0 file, and one
-// step for an .elv file; events pass on every tenth row. Errors 53, 62 and the system's
-// refusals; 32755 when the user stops it.
-HeightArray ReadElevationFile(const ElevationMaster& master, int32_t mapWidth,
-                              RebuildView& view,
-                              const std::function<void(std::string)>& log);
 
 } // namespace vardenix

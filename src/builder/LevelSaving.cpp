@@ -52,26 +52,30 @@ private:
 
 } // namespace
 
+bool MakeFineBlock(const Terrain& terrain, const LevelGeometry& geometry, int32_t y,
+                   int32_t x, bool wholePosts, std::span<TerrainPost> block) {
+    bool blank = true;
+    for (int32_t i = 0; i < SegmentSide; ++i) {
+        TerrainPost* post = &block[static_cast<size_t>(i * SegmentSide)];
+        for (const TerrainPost& from : SourceRow(terrain, geometry, y, x, i)) {
+            const int32_t tile = Raised(from.TileOffset, geometry);
+            for (int32_t j = 0; j < geometry.Finer; ++j, ++post) {
+                if (wholePosts)
+                    *post = from;
+                post->TileOffset = tile;
+                blank = blank && from.TileOffset == 0 && post->Elevation == 0;
+            }
+        }
+    }
+    return blank;
+}
+
 void SaveFineLevel(const LevelParts& parts, int32_t level, bool notExists) {
     const LevelGeometry geometry = GeometryOf(level, parts.Terrain.MapWidth);
     RewriteLevel(parts, PairOfLevel(parts.LxFolder, level), geometry, notExists,
                  [&](int32_t y, int32_t x, std::span<TerrainPost> block) {
-                     bool blank = true;
-                     for (int32_t i = 0; i < SegmentSide; ++i) {
-                         const auto source = SourceRow(parts.Terrain, geometry, y, x, i);
-                         TerrainPost* post = &block[static_cast<size_t>(i * SegmentSide)];
-                         for (const TerrainPost& from : source) {
-                             const int32_t tile = Raised(from.TileOffset, geometry);
-                             for (int32_t j = 0; j < geometry.Finer; ++j, ++post) {
-                                 if (notExists)
-                                     *post = from;
-                                 post->TileOffset = tile;
-                                 blank = blank && from.TileOffset == 0 &&
-                                         post->Elevation == 0;
-                             }
-                         }
-                     }
-                     return blank;
+                     return MakeFineBlock(parts.Terrain, geometry, y, x, notExists,
+                                          block);
                  });
 }
 

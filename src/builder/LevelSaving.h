@@ -13,6 +13,11 @@ namespace vardenix {
 // elevation share one. Errors of reading and staging; 32755 when the user stops it.
 void SaveFineLevel(const LevelParts& parts, int32_t level, bool notExists);
 
+// Gives the block at column x of row y, from 0, of level 0 or 1 the tiles of level 2, or
+// whole posts of it. True when it is blank.
+bool MakeFineBlock(const Terrain& terrain, const LevelGeometry& geometry, int32_t y,
+                   int32_t x, bool wholePosts, std::span<TerrainPost> block);
+
 // Stages the pair of level 3, 4 or 5: each post gets the index of its far tile, which is
 // added to `fartiles`, and keeps all else. All posts of a level that lie over tile 0
 // alone share a far tile, entered where the first of them is met; no others do. Blocks

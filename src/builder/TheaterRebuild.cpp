@@ -13,8 +13,9 @@ namespace {
 class Rebuild {
 public:
     Rebuild(const RebuildParts& parts, const RebuildOptions& options, Fartiles& fartiles)
-        : parts_(parts), options_(options), fartiles_(fartiles),
-          levels_{parts.Terrain, LxFolderOf(parts.Terrain), files_, parts.View} {
+        : parts_(parts), options_(options),
+          fartiles_(fartiles), levels_{parts.Terrain, LxFolderOf(parts.Terrain), files_,
+                                       parts.View} {
         files_.How = options.OnlyChanged ? Rewriting::OnlyChanged : Rewriting::Always;
     }
 

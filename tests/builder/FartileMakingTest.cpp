@@ -219,8 +219,7 @@ TEST(MakeFartiles, TheLastBatchOfTwoThousandSaysHowLongTheRestTakes) {
     };
     MakeMany(world, 5000);
     // 3000 are left after the first batch, 1000 after the second.
-    EXPECT_EQ(world.View.Told("time"),
-              "About 15mins remaining.|About 05mins remaining.");
+    EXPECT_EQ(world.View.Told("time"), "About 15mins remaining.|About 05mins remaining.");
 }
 
 TEST(MakeFartiles, FewTilesAtATimeGiveTheSameBytes) {
