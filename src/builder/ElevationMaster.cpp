@@ -3,6 +3,7 @@
 #include "builder/LevelReader.h"
 #include "builder/ReadAt.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "theater/ElevationFiles.h"
@@ -60,6 +61,9 @@ void ReadL0(const ElevationMaster& master, int32_t mapWidth, ElevationGrids& gri
     view.SetPB1_val(0);
     const int32_t width = grids.WidthOf(0);
     const int32_t blocks = width / SegmentSide;
+    const ReadingLock lock({master.Path, OffsetFileOfL0(master.Path)});
+    for (const std::string& line : lock.Mended())
+        log.WriteLog(line);
     LevelReader reader({master.Path, OffsetFileOfL0(master.Path)}, blocks);
     log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(width) + " (x2)");
     std::vector<TerrainPost> row(static_cast<size_t>(blocks) * PostsPerSegment);

@@ -82,11 +82,15 @@ public:
         parts_.View.SetPB2_Max(StepsOfElevationRebuild(
             parts_.Terrain.MapWidth, master_.ElevationFileType == ElevationKind::Elv));
         parts_.View.SetPB2_val(0);
+        std::vector<std::string> all = FilesOfLevels(levels_.LxFolder);
+        all.push_back(parts_.Terrain.LFilename);
+        all.push_back(parts_.Terrain.OFilename);
+        files_.Hold(all, parts_.Log);
         ReadMaster();
         RequireRoomForAll();
         for (int32_t level = 0; level <= 5; ++level)
             Save(level);
-        files_.Transaction.Commit();
+        files_.Commit(parts_.Log);
         Begin("Reloading Map...");
         ReloadLFile(parts_.Terrain, parts_.View, parts_.Log);
         parts_.View.SetStatus("All done...");

@@ -26,8 +26,8 @@ FileBytes ReadOffsets(const std::string& path) {
 } // namespace
 
 LevelReader::LevelReader(const LevelPair& pair, int32_t blocks)
-    : pathL_(pair.L), fileL_(OpenToRead(pair.L)), blocks_(blocks),
-      fileO_(ReadOffsets(pair.O)) {
+    : pathL_(pair.L), identityL_(IdentityOf(pair.L)), identityO_(IdentityOf(pair.O)),
+      fileL_(OpenToRead(pair.L)), blocks_(blocks), fileO_(ReadOffsets(pair.O)) {
     const size_t entries = static_cast<size_t>(blocks) * static_cast<size_t>(blocks);
     BinaryReader reader(fileO_.Span(), pair.O);
     const auto bytes = reader.Bytes(entries * sizeof(int32_t));

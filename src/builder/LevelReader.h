@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/BinaryReader.h"
+#include "platform/FileIdentity.h"
 #include "platform/SystemFile.h"
 #include "theater/Terrain.h"
 #include "theater/TerrainStore.h"
@@ -22,6 +23,10 @@ public:
     // theater; the system's refusals.
     LevelReader(const LevelPair& pair, int32_t blocks);
 
+    // The files that are read.
+    const FileIdentity& IdentityL() const { return identityL_; }
+    const FileIdentity& IdentityO() const { return identityO_; }
+
     // Offsets in the order of the O file, those of the level's blocks alone.
     std::span<const int32_t> Offsets() const { return offsets_; }
     // What stands behind these entries in the O file.
@@ -36,6 +41,8 @@ private:
     void ReadBlocks(int32_t offset, std::span<std::byte> bytes);
 
     std::string pathL_;
+    FileIdentity identityL_;
+    FileIdentity identityO_;
     SystemFile fileL_;
     int32_t blocks_;
     FileBytes fileO_;

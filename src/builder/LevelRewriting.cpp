@@ -5,40 +5,21 @@
 #include "platform/FileNames.h"
 
 #include <optional>
-#include <vector>
 
 namespace vardenix {
-
-namespace {
-
-// One row of blocks of a level: the old one's, or zeros where there is none.
-class OldLevel {
-public:
-    OldLevel(const LevelPair& pair, const LevelGeometry& geometry, bool notExists)
-        : row_(static_cast<size_t>(geometry.Blocks) * PostsPerSegment) {
-        if (!notExists)
-            reader_.emplace(pair, geometry.Blocks);
-    }
-
-    std::span<TerrainPost> Row(int32_t y) {
-        if (reader_)
-            reader_->ReadRow(y, row_);
-        return row_;
-    }
-    std::span<const std::byte> BehindEntries() const {
-        return reader_ ? reader_->BehindEntries() : std::span<const std::byte>();
-    }
-
-private:
-    std::vector<TerrainPost> row_;
-    std::optional<LevelReader> reader_;
-};
-
-} // namespace
 
 LevelPair PairOfLevel(const std::string& folder, int32_t level) {
     const std::string number = std::to_string(level);
     return {folder + "theater.l" + number, folder + "theater.o" + number};
+}
+
+std::vector<std::string> FilesOfLevels(const std::string& folder) {
+    std::vector<std::string> files;
+    for (const int32_t level : {0, 1, 3, 4, 5}) {
+        const LevelPair pair = PairOfLevel(folder, level);
+        files.insert(files.end(), {pair.L, pair.O});
+    }
+    return files;
 }
 
 bool LevelNotExists(const std::string& folder, int32_t level) {
@@ -65,19 +46,24 @@ void RewriteLevel(const LevelParts& parts, const LevelPair& pair,
     // Without a whole block there is nothing to say, and what is there stays.
     if (geometry.Blocks == 0)
         return;
-    OldLevel old(pair, geometry, notExists);
-    LevelWriter writer(parts.Files, pair);
+    std::optional<LevelReader> old;
+    if (!notExists)
+        old.emplace(pair, geometry.Blocks);
+    LevelWriter writer(parts.Files, pair, old ? &*old : nullptr);
+    std::vector<TerrainPost> posts(static_cast<size_t>(geometry.Blocks) *
+                                   PostsPerSegment);
     for (int32_t y = 0; y < geometry.Blocks; ++y) {
-        const std::span<TerrainPost> row = old.Row(y);
+        if (old)
+            old->ReadRow(y, posts);
         for (int32_t x = 0; x < geometry.Blocks; ++x) {
-            const auto block =
-                row.subspan(static_cast<size_t>(x) * PostsPerSegment, PostsPerSegment);
+            const auto block = std::span(posts).subspan(
+                static_cast<size_t>(x) * PostsPerSegment, PostsPerSegment);
             writer.Store(block, make(y, x, block));
         }
         parts.View.Increase_PBs();
         parts.View.GoOn();
     }
-    writer.Finish(old.BehindEntries());
+    writer.Finish();
 }
 
 } // namespace vardenix

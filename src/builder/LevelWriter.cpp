@@ -6,8 +6,21 @@
 
 namespace vardenix {
 
-LevelWriter::LevelWriter(RebuildFiles& files, const LevelPair& pair)
-    : files_(files), pair_(pair), fileL_(files, pair.L) {}
+namespace {
+
+std::optional<FileIdentity> Read(const LevelReader* old,
+                                 const FileIdentity& (LevelReader::*identity)() const) {
+    if (old == nullptr)
+        return std::nullopt;
+    return (old->*identity)();
+}
+
+} // namespace
+
+LevelWriter::LevelWriter(RebuildFiles& files, const LevelPair& pair,
+                         const LevelReader* old)
+    : files_(files), pair_(pair), old_(old),
+      fileL_(files, pair.L, Read(old, &LevelReader::IdentityL)) {}
 
 void LevelWriter::Store(std::span<const TerrainPost> block, bool blank) {
     if (blank && sharedBlock_ != -1) {
@@ -29,11 +42,12 @@ void LevelWriter::Write(std::span<const TerrainPost> block) {
     fileL_.Write(std::as_bytes(block));
 }
 
-void LevelWriter::Finish(std::span<const std::byte> behind) {
+void LevelWriter::Finish() {
     fileL_.Finish();
-    RewrittenFile fileO(files_, pair_.O);
+    RewrittenFile fileO(files_, pair_.O, Read(old_, &LevelReader::IdentityO));
     fileO.Write(std::as_bytes(std::span(offsets_)));
-    fileO.Write(behind);
+    if (old_ != nullptr)
+        fileO.Write(old_->BehindEntries());
     fileO.Finish();
 }
 

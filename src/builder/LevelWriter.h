@@ -1,5 +1,6 @@
 #pragma once
 
+#include "builder/LevelReader.h"
 #include "builder/RewrittenFile.h"
 #include "theater/Terrain.h"
 #include "theater/TerrainStore.h"
@@ -15,20 +16,22 @@ namespace vardenix {
 // one copy, that of the first of them.
 class LevelWriter {
 public:
-    LevelWriter(RebuildFiles& files, const LevelPair& pair);
+    // `old` is what the blocks are made from, null where the level does not exist.
+    LevelWriter(RebuildFiles& files, const LevelPair& pair, const LevelReader* old);
 
     // The next block; `blank` when it says nothing. Error 6 when the L file would outgrow
     // the 31 bits of its offsets.
     void Store(std::span<const TerrainPost> block, bool blank);
 
-    // All blocks are stored. `behind` is kept behind the entries of the O file.
-    void Finish(std::span<const std::byte> behind);
+    // All blocks are stored. What stood behind the entries of the old O file stays there.
+    void Finish();
 
 private:
     void Write(std::span<const TerrainPost> block);
 
     RebuildFiles& files_;
     LevelPair pair_;
+    const LevelReader* old_;
     RewrittenFile fileL_;
     std::vector<int32_t> offsets_;
     int32_t sharedBlock_ = -1;

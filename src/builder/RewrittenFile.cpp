@@ -2,6 +2,7 @@
 
 #include "builder/ReadAt.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
@@ -15,14 +16,35 @@ constexpr size_t CompareBytes = size_t{1} << 18;
 
 } // namespace
 
-RewrittenFile::RewrittenFile(RebuildFiles& files, std::string_view path)
-    : files_(files), path_(path) {
+void RebuildFiles::Hold(const std::vector<std::string>& paths, DebugLog& log) {
+    std::vector<std::filesystem::path> files;
+    for (const std::string& path : paths)
+        files.push_back(RealPath(path));
+    Locks = LockFoldersOf(files, FolderLock::Exclusive);
+    for (const std::string& line : MendFiles(paths))
+        log.WriteLog(line);
+}
+
+void RebuildFiles::Commit(DebugLog& log) {
+    Transaction.Commit();
+    for (const std::string& line : Transaction.Mended())
+        log.WriteLog(line);
+}
+
+RewrittenFile::RewrittenFile(RebuildFiles& files, std::string_view path,
+                             std::optional<FileIdentity> read)
+    : files_(files), path_(path), read_(read) {
     if (files.How == Rewriting::OnlyChanged && FileExists(path))
         old_ = OpenToRead(path_);
     if (old_.IsOpen())
         buffer_.resize(CompareBytes);
     else
-        staged_ = &files.Transaction.Stage(path);
+        Stage();
+}
+
+void RewrittenFile::Stage() {
+    staged_ = read_ ? &files_.Transaction.Stage(path_, *read_)
+                    : &files_.Transaction.Stage(path_);
 }
 
 void RewrittenFile::Write(std::span<const std::byte> bytes) {
@@ -61,7 +83,7 @@ bool RewrittenFile::AgreesWithOld(std::span<const std::byte> bytes) {
 
 // The old file's beginning, up to where the new one differs.
 void RewrittenFile::StageWhatAgreed() {
-    staged_ = &files_.Transaction.Stage(path_);
+    Stage();
     for (uint64_t done = 0; done < position_;) {
         const size_t part =
             static_cast<size_t>(std::min<uint64_t>(buffer_.size(), position_ - done));

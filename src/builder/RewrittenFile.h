@@ -1,10 +1,14 @@
 #pragma once
 
+#include "platform/FileIdentity.h"
+#include "platform/FolderLock.h"
 #include "platform/SystemFile.h"
 #include "platform/Transaction.h"
+#include "theater/DebugLog.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -24,6 +28,14 @@ struct RebuiltFile {
 
 // The files of one run.
 struct RebuildFiles {
+    // Keeps other copies of the program from the folders of the files named, and puts
+    // right what an interrupted run has left there, with a line in the log. The files
+    // need not be there. Error 70 when another copy holds a folder.
+    void Hold(const std::vector<std::string>& paths, DebugLog& log);
+    // Puts all files in their places.
+    void Commit(DebugLog& log);
+
+    std::vector<FolderLock> Locks;
     vardenix::Transaction Transaction;
     Rewriting How = Rewriting::Always;
     std::vector<RebuiltFile> Made;
@@ -33,8 +45,11 @@ struct RebuildFiles {
 // first held against those of the old file, and nothing is staged as long as they agree.
 class RewrittenFile {
 public:
-    // The files are borrowed; their transaction commits what is written here.
-    RewrittenFile(RebuildFiles& files, std::string_view path);
+    // The files are borrowed; their transaction commits what is written here. `read` is
+    // the old file that the new one is made from, where there is one: the run ends when
+    // another is in its place by then.
+    RewrittenFile(RebuildFiles& files, std::string_view path,
+                  std::optional<FileIdentity> read = {});
     RewrittenFile(const RewrittenFile&) = delete;
     RewrittenFile& operator=(const RewrittenFile&) = delete;
 
@@ -49,9 +64,11 @@ public:
 private:
     bool AgreesWithOld(std::span<const std::byte> bytes);
     void StageWhatAgreed();
+    void Stage();
 
     RebuildFiles& files_;
     std::string path_;
+    std::optional<FileIdentity> read_;
     StagedFile* staged_ = nullptr;
     SystemFile old_;
     std::vector<std::byte> buffer_;

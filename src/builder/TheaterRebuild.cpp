@@ -26,17 +26,28 @@ public:
         parts_.View.SetPB2_Max(StepsOfRebuild(parts_.Terrain.MapWidth, options_.MakeL3));
         parts_.View.SetPB2_val(0);
         fartiles_.FartileCount = 0;
+        files_.Hold(AllFiles(), parts_.Log);
         RequireWhatIsNeeded();
         SaveFine(0);
         SaveFine(1);
         if (options_.MakeL3)
             MakeFarLevels();
-        files_.Transaction.Commit();
+        files_.Commit(parts_.Log);
         parts_.View.SetStatus("All done...");
         return {files_.Made, parts_.View.Seconds() - start};
     }
 
 private:
+    std::vector<std::string> AllFiles() const {
+        std::vector<std::string> files = FilesOfLevels(levels_.LxFolder);
+        if (options_.MakeL3)
+            for (const std::string& container :
+                 {DayContainer(TextureFolderOf(parts_.Catalogue)),
+                  NightContainer(TextureFolderOf(parts_.Catalogue))})
+                files.push_back(container);
+        return files;
+    }
+
     // Everything that can be known beforehand, so that nobody waits for an error.
     void RequireWhatIsNeeded() const {
         RoomNeeded levels{levels_.LxFolder, 0};
