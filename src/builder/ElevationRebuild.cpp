@@ -90,6 +90,7 @@ public:
         RequireRoomForAll();
         for (int32_t level = 0; level <= 5; ++level)
             Save(level);
+        parts_.View.BeginTakingPlaces();
         files_.Commit(parts_.Log);
         Begin("Reloading Map...");
         ReloadLFile(parts_.Terrain, parts_.View, parts_.Log);

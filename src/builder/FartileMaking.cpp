@@ -170,6 +170,8 @@ private:
                 throw RebuildStopped();
             for (size_t i = 0; i < count; ++i)
                 containers_.Add(drawn[2 * i], drawn[2 * i + 1]);
+            parts_.View.ShowFartile(drawn[2 * count - 2], drawn[2 * count - 1],
+                                    shape_.FarSize());
         }
     }
 

@@ -16,8 +16,7 @@ RuntimeError RebuildStopped() {
 }
 
 double RebuildBar::Width() const {
-    constexpr double FullWidth = 6375;
-    return Maximum == 0 ? 0 : FullWidth * Value / Maximum;
+    return Maximum == 0 ? 0 : 1.0 * FullWidth * Value / Maximum;
 }
 
 int32_t StepsOfRebuild(int32_t mapWidth, bool makeL3) {

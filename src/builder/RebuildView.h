@@ -3,6 +3,7 @@
 #include "platform/RuntimeError.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace vardenix {
@@ -30,6 +31,12 @@ public:
     // The run is at its `step`th part of `steps`, both from 1.
     virtual void BeginStep(int step, int steps) = 0;
 
+    // A far tile that was just made, as bytes of a container; shown now and then.
+    virtual void ShowFartile(std::span<const uint8_t> day, std::span<const uint8_t> night,
+                             int32_t farSize) = 0;
+    // All is made and takes its place: from here on nobody asks whether to go on.
+    virtual void BeginTakingPlaces() = 0;
+
     // Lets waiting window events be handled. It is called once a row or a post, so it
     // is up to the window how often that really happens.
     virtual void LetEventsThrough() = 0;
@@ -50,7 +57,8 @@ struct RebuildBar {
     int32_t Value = 0;
     int32_t Maximum = 100;
 
-    // The drawn width in twips, of 6375 for the whole; 0 for a maximum of 0.
+    static constexpr int32_t FullWidth = 6375; // twips
+    // The drawn width in twips; 0 for a maximum of 0.
     double Width() const;
 };
 

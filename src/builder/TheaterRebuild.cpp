@@ -32,6 +32,7 @@ public:
         SaveFine(1);
         if (options_.MakeL3)
             MakeFarLevels();
+        parts_.View.BeginTakingPlaces();
         files_.Commit(parts_.Log);
         parts_.View.SetStatus("All done...");
         return {files_.Made, parts_.View.Seconds() - start};

@@ -3,6 +3,7 @@
 #include "builder/RebuildView.h"
 
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,7 @@ public:
     std::function<void()> OnEvents;
     bool Stop = false;
     int64_t Now = 0;
+    std::vector<size_t> Shown; // bytes by day and by night, and the size, of a far tile
 
     // The lines that begin with `word`, without it, joined by "|".
     std::string Told(const std::string& word) const {
@@ -49,6 +51,11 @@ public:
     void BeginStep(int step, int steps) override {
         Lines.push_back("step " + std::to_string(step) + "/" + std::to_string(steps));
     }
+    void ShowFartile(std::span<const uint8_t> day, std::span<const uint8_t> night,
+                     int32_t farSize) override {
+        Shown = {day.size(), night.size(), static_cast<size_t>(farSize)};
+    }
+    void BeginTakingPlaces() override { Lines.emplace_back("places"); }
     void LetEventsThrough() override {
         if (OnEvents)
             OnEvents();
