@@ -13,7 +13,7 @@ namespace vardenix {
 
 // Reads a picture in the format told, whatever its name and content look like. No bitmap
 // when that cannot be done, for whoever goes on without: a picture is 24 or 32 bits (8 or
-// 16 from Targa and JPEG).
+// 16 from Targa and JPEG, 8 or 24 from BMP).
 Bitmap ImageLoad(PictureFormat format, std::string_view path);
 
 // Decodes the bytes of a file, by the format told. `path` is for the error, 481 with the
