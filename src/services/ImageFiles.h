@@ -26,6 +26,11 @@ Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path)
 Bitmap ImageLoadEx(std::string_view path, const RescaleSize& size = {},
                    ImageFilter filter = ImageFilter::Bicubic);
 
+// The bytes of a picture file. Error 5 when the format cannot hold the bitmap as it is;
+// `path` is for the error.
+FileBytes ImageEncode(PictureFormat format, const Bitmap& bitmap, std::string_view path,
+                      int32_t flags = 0);
+
 struct ImageSaveOptions {
     PictureFormat Format = PictureFormat::Unknown; // from the name, then
     int32_t Flags = 0;                             // the library's own, as JPEG quality
