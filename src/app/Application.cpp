@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "app/MapEditorWindows.h"
 #include "app/Workspace.h"
 #include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
@@ -38,6 +39,7 @@ bool Application::Begin() {
     platform_ =
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
     workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
+    mapEditor_ = std::make_unique<MapEditorWindows>(state_, *platform_, *workspace_);
     return true;
 }
 
