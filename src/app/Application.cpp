@@ -1,6 +1,7 @@
 #include "app/Application.h"
 
 #include "app/BuilderWindows.h"
+#include "app/MapEditorWindows.h"
 #include "app/Workspace.h"
 #include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
@@ -41,6 +42,8 @@ bool Application::Begin() {
     workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
     builderWindows_ =
         std::make_unique<BuilderWindows>(state_, *platform_, log_, *workspace_);
+    mapEditorWindows_ =
+        std::make_unique<MapEditorWindows>(state_, *platform_, *workspace_);
     return true;
 }
 

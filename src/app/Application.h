@@ -13,6 +13,7 @@ namespace vardenix {
 
 class BuilderWindows;
 class FrmStartUp;
+class MapEditorWindows;
 class Workspace;
 
 // Makes the state and the windows and joins them.
@@ -45,6 +46,7 @@ private:
     std::unique_ptr<FrmStartUp> frmStartUp_;
     std::unique_ptr<Workspace> workspace_;
     std::unique_ptr<BuilderWindows> builderWindows_;
+    std::unique_ptr<MapEditorWindows> mapEditorWindows_;
 };
 
 } // namespace vardenix

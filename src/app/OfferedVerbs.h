@@ -27,6 +27,9 @@ struct OfferedVerbs {
     std::function<bool()> BinNeedsSave;
     std::function<bool()> MapNeedsSave;
 
+    // The theater's theater.map has been read into the state.
+    std::function<void()> MapFileOpened;
+
     // Called when windows take their stored places, and when places are stored.
     std::vector<std::function<void()>> PlaceWindows;
     std::vector<std::function<void()>> StorePlaces;

@@ -57,7 +57,11 @@ void Workspace::PreviewChanged() {
     windows_.Preview->PreviewChanged();
 }
 
-void Workspace::LoadMapEditor() { OpenMapFile(state_.MAPFile, state_.MapFileRecord); }
+void Workspace::LoadMapEditor() {
+    OpenMapFile(state_.MAPFile, state_.MapFileRecord);
+    if (offers_.MapFileOpened)
+        offers_.MapFileOpened();
+}
 
 // The map is painted with the panel's bar, so the two are made together.
 void Workspace::LoadMap() {

@@ -123,8 +123,12 @@ Workspace::MapVerbs::MapVerbs(Workspace& workspace)
                  workspace.state_.Catalogue.Lookup),
       workspace_(workspace) {}
 
-bool Workspace::MapVerbs::CanLocate() const {
-    return workspace_.offers_.LocateInBIN && workspace_.offers_.LocateColorInMAP;
+bool Workspace::MapVerbs::CanLocateInBIN() const {
+    return workspace_.offers_.LocateInBIN != nullptr;
+}
+
+bool Workspace::MapVerbs::CanLocateColorInMAP() const {
+    return workspace_.offers_.LocateColorInMAP != nullptr;
 }
 
 void Workspace::MapVerbs::LocateInBIN(int32_t tileNumber) {
