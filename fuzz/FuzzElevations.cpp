@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     try {
         const HeightArray heights =
             elv ? ReadElvHeights(bytes, width, "e", afterRow)
-                : ReadL0Heights(bytes.subspan(lengthO), bytes.first(lengthO), width, "o",
+                : ReadL0Heights(blocks, bytes.first(lengthO), width, "o",
                                 afterRow);
         Require(heights.UpperBound() == width * width);
         Require(rowsSeen == (elv ? width : width / SegmentSide));

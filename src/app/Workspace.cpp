@@ -57,7 +57,9 @@ void Workspace::PreviewChanged() {
     windows_.Preview->PreviewChanged();
 }
 
-void Workspace::LoadMapEditor() { OpenMapFile(state_.MAPFile, state_.MapFileRecord); }
+void Workspace::LoadMapEditor() {
+    state_.MAPFileRead = OpenMapFile(state_.MAPFile, state_.MapFileRecord);
+}
 
 // The map is painted with the panel's bar, so the two are made together.
 void Workspace::LoadMap() {

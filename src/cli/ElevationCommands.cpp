@@ -21,6 +21,8 @@ struct ElevationOptions {
     int32_t Y = 0;
     int16_t Feet = 0;
     bool AsJson = false;
+    bool Overwrite = false;
+    bool Writes = false;
 };
 
 // Adds what both commands are told; `work` comes when that is found to be right.
@@ -35,7 +37,10 @@ std::shared_ptr<ElevationOptions> AddTo(Command& command, Work work) {
             throw UsageError("FILE", options->File + " ends neither in .l0 nor in .elv");
     });
     command.Run([options, work](CommandContext& context) {
-        context.Open(options->Files);
+        if (options->Writes)
+            context.OpenToWrite(options->Files, options->File);
+        else
+            context.Open(options->Files);
         work(context, *options);
         return ExitDone;
     });
@@ -74,7 +79,8 @@ void Get(CommandContext& context, const ElevationOptions& options) {
 void Set(CommandContext& context, const ElevationOptions& options) {
     Load(context, options) = options.Feet;
     if (!SaveElevationData(context.State.Terrain, ElevationKind::None, "",
-                           context.Progress, context.Dialogs))
+                           context.Progress, context.Dialogs,
+                           IfChangedOf(options.Overwrite)))
         throw RuntimeError(ErrorNumber::InvalidCall,
                            options.File + " was left as it is: its O0 file changed its "
                                           "size meanwhile; look who else writes it");
@@ -92,6 +98,8 @@ void AddElevation(Command& all) {
     get.Flag("--json", told->AsJson, "Print JSON");
     Command set = family.AddCommand("set", "Change one elevation, and save");
     const auto changed = AddTo(set, Set);
+    changed->Writes = true;
+    AddOverwrite(set, changed->Overwrite);
     set.Number("FEET", changed->Feet, "Elevation").Required();
 }
 

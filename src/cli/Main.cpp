@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Printing.h"
 #include "platform/RuntimeError.h"
+#include "platform/Transaction.h"
 #include "theater/ProgramVersion.h"
 
 #include <exception>
@@ -45,6 +46,9 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
         Tell(std::string("vardenix-cli: ") + error.what() +
              "\nRun with --help for more information.");
         return ExitUsage;
+    } catch (const ChangedFileError& error) {
+        Tell(ReportText(error) + "\nWith --overwrite it is written all the same.");
+        return ExitRunTimeError;
     } catch (const RuntimeError& error) {
         return Report(error);
     } catch (const std::bad_alloc&) {

@@ -8,6 +8,15 @@
 
 namespace vardenix {
 
+FileIdentity IdentityOfStatus(const struct stat& status) {
+    return {true,
+            status.st_dev,
+            status.st_ino,
+            static_cast<uint64_t>(status.st_size),
+            status.st_mtim.tv_sec,
+            status.st_mtim.tv_nsec};
+}
+
 FileIdentity IdentityOfRealPath(const std::filesystem::path& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) {
@@ -15,12 +24,7 @@ FileIdentity IdentityOfRealPath(const std::filesystem::path& path) {
             return {};
         ThrowSystemError(errno, "looking at", path.string());
     }
-    return {true,
-            status.st_dev,
-            status.st_ino,
-            static_cast<uint64_t>(status.st_size),
-            status.st_mtim.tv_sec,
-            status.st_mtim.tv_nsec};
+    return IdentityOfStatus(status);
 }
 
 FileIdentity IdentityOf(std::string_view path) {

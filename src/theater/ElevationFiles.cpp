@@ -40,9 +40,9 @@ bool TellWrongWidth(Dialogs& dialogs) {
     return false;
 }
 
-Block BlockAt(std::span<const std::byte> fileL, int32_t offset) {
+Block BlockAt(LevelBlocks& fileL, int32_t offset) {
     Block block{};
-    ReadBlock(fileL, offset, block.data(), SegmentSide);
+    fileL.Read(offset, block.data(), SegmentSide);
     return block;
 }
 
@@ -60,42 +60,57 @@ void ForEachElevation(std::span<int16_t> heights, int32_t width, int32_t segX,
 
 bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
              Dialogs& dialogs) {
-    const FileBytes file = ReadWholeFile(layer.Path);
-    if (WidthFromElvFile(file.size()) != 4.0 * terrain.MapWidth)
+    const ReadingLock reading({layer.Path});
+    const ReadableFile file(layer.Path);
+    if (WidthFromElvFile(file.Size()) != 4.0 * terrain.MapWidth)
         return TellWrongWidth(dialogs);
     layer.EMapWidth = 4 * terrain.MapWidth;
     layer.L0ElvArr = ReadElvHeights(
-        file.Span(), layer.EMapWidth, layer.Path,
+        file.ReadAll().Span(), layer.EMapWidth, layer.Path,
         [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
+    layer.Read = file.Identity();
     return true;
 }
 
 bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
             Dialogs& dialogs, DebugLog& log) {
     const std::string pathO = OffsetFileOfL0(layer.Path);
-    RecoverLevelPair({layer.Path, pathO}, log);
+    const ReadingLock reading({layer.Path, pathO});
+    LogMended(reading.Mended(), log);
     if (!FileExists(pathO)) {
         dialogs.Notice(".O0 File not found", "Error...", BoxIcon::Critical);
         return false;
     }
-    const FileBytes fileO = ReadWholeFile(pathO);
-    const FileBytes fileL = ReadWholeFile(layer.Path);
+    const ReadableFile fileO(pathO);
+    ReadableFile fileL(layer.Path);
     log.WriteLog("Opened L&O Files...");
-    layer.EMapWidth = WidthFromOffsetFile(fileO.size(), pathO);
+    layer.EMapWidth = WidthFromOffsetFile(fileO.Size(), pathO);
     log.WriteLog("EMapWidth is " + std::to_string(layer.EMapWidth));
     if (layer.EMapWidth != 4 * terrain.MapWidth)
         return TellWrongWidth(dialogs);
     log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
+    layer.Read = fileL.Identity();
+    layer.ReadO = fileO.Identity();
+    LevelBlocks blocks(std::move(fileL), layer.EMapWidth);
     layer.L0ElvArr = ReadL0Heights(
-        fileL.Span(), fileO.Span(), layer.EMapWidth, pathO,
+        blocks, fileO.ReadAll().Span(), layer.EMapWidth, pathO,
         [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
     log.WriteLog("Loaded L&O Files...");
     log.WriteLog("Closed L&O Files...");
     return true;
 }
 
-void SaveElv(const ElevationLayer& layer, const std::string& path, Progress& progress) {
-    StagedFile file(path);
+// What the file that is written is compared with: nothing, unless it is the loaded one.
+FileIdentity LoadedAs(const ElevationLayer& layer, const std::string& path,
+                      const FileIdentity& read) {
+    return SameFile(path, layer.Path) ? read : FileIdentity{};
+}
+
+void SaveElv(ElevationLayer& layer, const std::string& path, Progress& progress,
+             IfChanged ifChanged) {
+    const auto locks = LockFoldersOf({TargetOf(path)}, FolderLock::Exclusive);
+    Transaction files;
+    StagedFile& file = files.Stage(path, LoadedAs(layer, path, layer.Read), ifChanged);
     const auto rowValues = static_cast<size_t>(layer.EMapWidth);
     for (int32_t y = 1; y <= layer.EMapWidth; ++y) {
         const auto row = layer.L0ElvArr.Values().subspan(
@@ -103,22 +118,25 @@ void SaveElv(const ElevationLayer& layer, const std::string& path, Progress& pro
         file.Write(std::as_bytes(row));
         MoveBar(progress, y, layer.EMapWidth);
     }
-    file.Commit();
+    files.Commit();
+    if (SameFile(path, layer.Path))
+        layer.Read = file.Identity();
 }
 
 // The old terrain of a L0 pair with the elevations of the layer.
 void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
-                std::span<const std::byte> fileO, Progress& progress) {
-    const FileBytes fileL = ReadWholeFile(pair.L);
+                std::span<const std::byte> fileO, Progress& progress,
+                IfChanged ifChanged) {
+    LevelBlocks fileL(ReadableFile(pair.L), layer.EMapWidth);
     Transaction files;
-    StagedFile& newL = files.Stage(pair.L);
-    StagedFile& newO = files.Stage(pair.O);
+    StagedFile& newL = files.Stage(pair.L, LoadedAs(layer, pair.L, layer.Read), ifChanged);
+    StagedFile& newO = files.Stage(pair.O, LoadedAs(layer, pair.L, layer.ReadO), ifChanged);
     BinaryReader offsets(fileO, pair.O);
     const int32_t segments = layer.EMapWidth / SegmentSide;
     int64_t shared = -1;
     for (int32_t segY = 1; segY <= segments; ++segY) {
         for (int32_t segX = 1; segX <= segments; ++segX) {
-            Block block = BlockAt(fileL.Span(), offsets.Int32());
+            Block block = BlockAt(fileL, offsets.Int32());
             bool sea = true;
             ForEachElevation(layer.L0ElvArr.Values(), layer.EMapWidth, segX, segY, block,
                              [&sea](TerrainPost& record, int16_t elevation) {
@@ -138,14 +156,20 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
     // The entries are overwritten; what stands behind them stays.
     newO.Write(fileO.subspan(offsets.Position()));
     files.Commit();
+    if (SameFile(pair.L, layer.Path)) {
+        layer.Read = newL.Identity();
+        layer.ReadO = newO.Identity();
+    }
 }
 
 bool SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
-            Progress& progress, Dialogs& dialogs) {
+            Progress& progress, Dialogs& dialogs, IfChanged ifChanged) {
     const LevelPair pair{path, OffsetFileOfL0(path)};
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " would be the L0 file and the O0 file at once");
+    const auto locks =
+        LockFoldersOf({TargetOf(pair.L), TargetOf(pair.O)}, FolderLock::Exclusive);
     MendFiles({pair.L, pair.O});
     if (!FileExists(pair.L) || !FileExists(pair.O)) {
         // The width of a new pair would be read off an O0 file that is not there, so no
@@ -157,15 +181,15 @@ bool SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
         files.Commit();
         return true;
     }
-    const FileBytes fileO = ReadWholeFile(pair.O);
-    if (WidthFromOffsetFile(fileO.size(), pair.O) != 4 * mapWidth) {
+    const ReadableFile fileO(pair.O);
+    if (WidthFromOffsetFile(fileO.Size(), pair.O) != 4 * mapWidth) {
         StagedFile abandoned(pair.L);
         layer.AbandonedXFile = abandoned.Abandon();
         dialogs.MessageBox(WrongWidthAtSaving, "Error!", BoxIcon::Critical,
                            BoxButtons::YesNo);
         return false;
     }
-    SaveIntoL0(layer, pair, fileO.Span(), progress);
+    SaveIntoL0(layer, pair, fileO.ReadAll().Span(), progress, ifChanged);
     return true;
 }
 
@@ -201,9 +225,8 @@ HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
     return heights;
 }
 
-HeightArray ReadL0Heights(std::span<const std::byte> fileL,
-                          std::span<const std::byte> fileO, int32_t width,
-                          const std::string& pathO,
+HeightArray ReadL0Heights(LevelBlocks& fileL, std::span<const std::byte> fileO,
+                          int32_t width, const std::string& pathO,
                           const std::function<void(int32_t, int32_t)>& afterRow) {
     HeightArray heights(int64_t{width} * width);
     const int32_t segments = width / SegmentSide;
@@ -235,14 +258,14 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
 }
 
 bool SaveElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
-                       Progress& progress, Dialogs& dialogs) {
+                       Progress& progress, Dialogs& dialogs, IfChanged ifChanged) {
     ElevationLayer& layer = terrain.Elevations;
     layer.AbandonedXFile.Close();
     const ElevationKind as = path.empty() ? layer.Kind : kind;
     const std::string& to = path.empty() ? layer.Path : path;
     if (as != ElevationKind::Elv)
-        return SaveL0(layer, to, terrain.MapWidth, progress, dialogs);
-    SaveElv(layer, to, progress);
+        return SaveL0(layer, to, terrain.MapWidth, progress, dialogs, ifChanged);
+    SaveElv(layer, to, progress, ifChanged);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
+#include "theater/LevelBlocks.h"
 #include "theater/Terrain.h"
 
 #include <cstddef>
@@ -29,9 +30,8 @@ double WidthFromElvFile(uint64_t length);
 HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
                            const std::string& path,
                            const std::function<void(int32_t, int32_t)>& afterRow);
-HeightArray ReadL0Heights(std::span<const std::byte> fileL,
-                          std::span<const std::byte> fileO, int32_t width,
-                          const std::string& pathO,
+HeightArray ReadL0Heights(LevelBlocks& fileL, std::span<const std::byte> fileO,
+                          int32_t width, const std::string& pathO,
                           const std::function<void(int32_t, int32_t)>& afterRow);
 
 // Reads the finest elevations from a L0 file with its O0 file, or from an .elv file.
@@ -50,7 +50,9 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
 //   but the answer is not looked at: the pair stays untouched, the "x" file stays behind,
 //   empty and open, and the result is false.
 // - L0 with either file missing: both are made anew, and are empty.
+// ChangedFileError when the file that was loaded is another one by now.
 bool SaveElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
-                       Progress& progress, Dialogs& dialogs);
+                       Progress& progress, Dialogs& dialogs,
+                       IfChanged ifChanged = IfChanged::Refuse);
 
 } // namespace vardenix

@@ -35,6 +35,7 @@ struct ProgramState {
     vardenix::Terrain Terrain;
     vardenix::Catalogue Catalogue;
     std::string MAPFile; // the theater.map in use
+    FileIdentity MAPFileRead; // as it was read or last saved
     vardenix::MapFileRecord MapFileRecord{};
     HeightPicture Preview;
 };

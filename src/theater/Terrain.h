@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileIdentity.h"
 #include "platform/SystemFile.h"
 #include "platform/ZeroPages.h"
 #include "theater/TerrainPost.h"
@@ -55,6 +56,12 @@ extern template class SerialArray<int16_t>;
 using PostArray = SerialArray<TerrainPost>;
 using HeightArray = SerialArray<int16_t>; // feet
 
+// Segments that the files of a level do not hold, of those that there should be.
+struct SegmentGap {
+    int64_t Missing = 0;
+    int64_t All = 0;
+};
+
 // The two kinds of file that the finest elevations come from.
 enum class ElevationKind : int16_t { None = 0, L0 = 1, Elv = 2 };
 
@@ -63,6 +70,8 @@ enum class ElevationKind : int16_t { None = 0, L0 = 1, Elv = 2 };
 struct ElevationLayer {
     ElevationKind Kind = ElevationKind::None;
     std::string Path;
+    FileIdentity Read;     // the file as it was read or last saved
+    FileIdentity ReadO;    // its O0 file, where it has one
     int32_t EMapWidth = 0; // 4 * MapWidth once loaded
     HeightArray L0ElvArr;  // in serial order of EMapWidth
 
@@ -79,6 +88,9 @@ struct ElevationLayer {
 struct Terrain {
     std::string LFilename;
     std::string OFilename;
+    FileIdentity ReadL; // the two files as they were read or last saved
+    FileIdentity ReadO;
+    SegmentGap Gap;       // what they lacked; none once they have been saved
     int32_t MapWidth = 0; // posts per side; 0 while no theater is open
     PostArray LxArr;      // by serial, (Y - 1) * MapWidth + X
     ElevationLayer Elevations;
