@@ -122,8 +122,7 @@ void RequireNoTheaterFile(const TheaterFiles& files, const std::string& path) {
     if (level || std::any_of(kinds.begin(), kinds.end(), of) ||
         std::any_of(own.begin(), own.end(),
                     [&path](const std::string& file) { return SameFile(file, path); }))
-        throw UsageError("--report",
-                         path + " is a file of a theater; name a text file");
+        throw UsageError("--report", path + " is a file of a theater; name a text file");
 }
 
 } // namespace

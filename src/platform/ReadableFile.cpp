@@ -27,8 +27,9 @@ ReadableFile::ReadableFile(std::string_view path)
 size_t ReadableFile::ReadAt(uint64_t offset, std::span<std::byte> into) const {
     size_t done = 0;
     while (done < into.size()) {
-        const ssize_t got = ::pread(file_.Handle(), into.data() + done,
-                                    into.size() - done, static_cast<off_t>(offset + done));
+        const ssize_t got =
+            ::pread(file_.Handle(), into.data() + done, into.size() - done,
+                    static_cast<off_t>(offset + done));
         if (got < 0 && errno == EINTR)
             continue;
         if (got < 0)

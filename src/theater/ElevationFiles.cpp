@@ -129,8 +129,10 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
                 IfChanged ifChanged) {
     LevelBlocks fileL(ReadableFile(pair.L), layer.EMapWidth);
     Transaction files;
-    StagedFile& newL = files.Stage(pair.L, LoadedAs(layer, pair.L, layer.Read), ifChanged);
-    StagedFile& newO = files.Stage(pair.O, LoadedAs(layer, pair.L, layer.ReadO), ifChanged);
+    StagedFile& newL =
+        files.Stage(pair.L, LoadedAs(layer, pair.L, layer.Read), ifChanged);
+    StagedFile& newO =
+        files.Stage(pair.O, LoadedAs(layer, pair.L, layer.ReadO), ifChanged);
     BinaryReader offsets(fileO, pair.O);
     const int32_t segments = layer.EMapWidth / SegmentSide;
     int64_t shared = -1;

@@ -42,12 +42,11 @@ void TellGap(Terrain& terrain, const MapFileRecord& record, Dialogs& dialogs) {
 
 bool MaySaveOverGap(const Terrain& terrain, Dialogs& dialogs) {
     return terrain.Gap.Missing == 0 ||
-           dialogs.MessageBox(Count(terrain.Gap) + " were missing in " +
-                                  terrain.LFilename +
-                                  " when it was opened. Saving makes that permanent. "
-                                  "Save it all the same?",
-                              "Confirm", BoxIcon::Warning,
-                              BoxButtons::YesNo) == BoxAnswer::Yes;
+           dialogs.MessageBox(
+               Count(terrain.Gap) + " were missing in " + terrain.LFilename +
+                   " when it was opened. Saving makes that permanent. "
+                   "Save it all the same?",
+               "Confirm", BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
 } // namespace vardenix

@@ -32,7 +32,6 @@ void WriteBlock(StagedFile& file, const TerrainPost* first, int32_t width) {
     file.Write(std::as_bytes(std::span(block)));
 }
 
-
 void RequireOneSegment(int32_t width, const std::string& pathO) {
     if (width < SegmentSide)
         throw RuntimeError(ErrorNumber::InputPastEnd,

@@ -43,9 +43,10 @@ PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte>
 
 // Reads LFilename and OFilename into MapWidth and LxArr, after mending what an
 // interrupted save may have left. The width comes from the O file alone. Posts that the L
-// file does not hold stay zero, and their segments are counted in Gap. Whole segments only
-// are read: a width of 33 posts has two segments a side; error 62 when there is none. The bar moves and events pass once per row of segments. On any error
-// the terrain is what it was.
+// file does not hold stay zero, and their segments are counted in Gap. Whole segments
+// only are read: a width of 33 posts has two segments a side; error 62 when there is
+// none. The bar moves and events pass once per row of segments. On any error the terrain
+// is what it was.
 void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log);
 
 // Whether all 256 posts of a segment of LxArr have tile 0 and elevation 0; their other
@@ -67,8 +68,8 @@ LevelPair PairForSaving(const Terrain& terrain, const std::string& path);
 
 // Writes LxArr to a pair; all sea segments share the block of the first one met. The old
 // pair stands until the new one is whole on the disk. LFilename and OFilename stay what
-// they are; when it is their files that are written, ReadL and ReadO follow and the gap is
-// closed. Error 75, before anything is written, when L and O would be the same file or
+// they are; when it is their files that are written, ReadL and ReadO follow and the gap
+// is closed. Error 75, before anything is written, when L and O would be the same file or
 // L has the name of an unfinished save; ChangedFileError when the theater's own files are
 // others than were read; the system's refusals (61, 70, 75) while writing.
 void SaveTheater(Terrain& terrain, const std::string& path, Progress& progress,

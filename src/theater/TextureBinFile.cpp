@@ -2,8 +2,8 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
-#include "platform/Numbers.h"
 #include "platform/Mending.h"
+#include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/Transaction.h"
 #include "platform/Windows1252.h"

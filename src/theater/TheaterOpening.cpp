@@ -8,6 +8,8 @@
 #include "theater/TileCheck.h"
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace vardenix {
 
@@ -65,8 +67,10 @@ void LoadTheater(ProgramState& state, Progress& progress, const Platform& platfo
                  DebugLog& log, OpeningWindows& windows) {
     log.WriteLog("Starting LoadLfile...");
     // Both are of one moment; the first box that waits for the user lets others save.
-    std::optional<ReadingLock> reading(
-        {{state.Terrain.LFilename, state.Terrain.OFilename, state.Catalogue.BinPath}});
+    std::optional<ReadingLock> reading(std::in_place,
+                                       std::vector<std::string>{state.Terrain.LFilename,
+                                                                state.Terrain.OFilename,
+                                                                state.Catalogue.BinPath});
     LogMended(reading->Mended(), log);
     LoadLFile(state.Terrain, progress, log);
 
