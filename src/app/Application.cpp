@@ -2,6 +2,7 @@
 
 #include "app/Workspace.h"
 #include "platform/RuntimeError.h"
+#include "platform/Signals.h"
 #include "theater/windows/FrmStartUp.h"
 
 namespace vardenix {
@@ -16,6 +17,7 @@ Application::~Application() = default;
 int Application::Run() {
     if (!Begin())
         return 1;
+    HearSystem();
     if (!barrier_.Guard([this] { ShowStartUp(); }))
         End(); // there would be no window to go on with
     return state_.Exiting ? 0 : QApplication::exec();
@@ -35,6 +37,20 @@ bool Application::Begin() {
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
     workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
     return true;
+}
+
+// The session ends, or somebody wants the program to: there is nobody to be asked.
+void Application::HearSystem() {
+    MakeFileSizeLimitAnError();
+    HearEndSignals();
+    endSignal_ =
+        std::make_unique<QSocketNotifier>(EndSignalHandle(), QSocketNotifier::Read);
+    OnSignal(endSignal_.get(), &QSocketNotifier::activated, &barrier_, [this] {
+        endSignal_->setEnabled(false);
+        if (!state_.Starting && !state_.Exiting)
+            workspace_->StorePlaces();
+        End();
+    });
 }
 
 void Application::ShowStartUp() {

@@ -7,6 +7,8 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/StartUp.h"
 
+#include <QSocketNotifier>
+
 #include <memory>
 
 namespace vardenix {
@@ -29,6 +31,7 @@ private:
     void ShowStartUp();
     void End();
     void EndAfterError();
+    void HearSystem();
 
     void UnloadWindows() override;
     void EndProcess() override;
@@ -43,6 +46,7 @@ private:
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FrmStartUp> frmStartUp_;
     std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<QSocketNotifier> endSignal_;
 };
 
 } // namespace vardenix

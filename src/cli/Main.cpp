@@ -3,9 +3,11 @@
 #include "cli/Commands.h"
 #include "cli/Printing.h"
 #include "platform/RuntimeError.h"
+#include "platform/Signals.h"
 #include "platform/Transaction.h"
 #include "theater/ProgramVersion.h"
 
+#include <csignal>
 #include <exception>
 #include <new>
 
@@ -69,4 +71,12 @@ int RunGuarded(int count, char** arguments) {
 } // namespace
 } // namespace vardenix
 
-int main(int count, char** arguments) { return vardenix::RunGuarded(count, arguments); }
+int main(int count, char** arguments) {
+    vardenix::MakeFileSizeLimitAnError();
+    vardenix::HearEndSignals();
+    const int code = vardenix::RunGuarded(count, arguments);
+    // What was staged is taken away; whoever started the program sees how it ended.
+    if (vardenix::EndSignalHeard() != 0)
+        std::raise(vardenix::EndSignalHeard());
+    return code;
+}

@@ -2,8 +2,9 @@
 
 namespace vardenix {
 
-// A file that grows beyond the user's limit is then a write that fails, like one on a full
-// disk, and not the end of the program. Programs that this one starts are not concerned.
+// A file that grows beyond the user's limit is then a write that fails, like one on a
+// full disk, and not the end of the program. Programs that this one starts are not
+// concerned.
 void MakeFileSizeLimitAnError();
 
 // From now on the wish to end (SIGTERM, SIGHUP, SIGINT; what whoever started the program

@@ -31,6 +31,9 @@ SegmentGap GapOf(const Terrain& terrain, const MapFileRecord& record) {
 }
 
 void TellGap(Terrain& terrain, const MapFileRecord& record, Dialogs& dialogs) {
+    // A file that is its own O file was never a pair.
+    if (terrain.LFilename == terrain.OFilename)
+        return;
     terrain.Gap = GapOf(terrain, record);
     if (terrain.Gap.Missing > 0)
         dialogs.Notice(Count(terrain.Gap) + " of this theater are missing in " +

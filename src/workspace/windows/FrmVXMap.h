@@ -99,7 +99,7 @@ private:
     QtDrawingSurface picture2_;
     EscWatch escWatch_;
     bool placing_ = false; // the program itself moves the bars
-    QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree
+    QPoint wheelTurned_;   // what has not made a whole notch yet, eighths of a degree
 };
 
 } // namespace vardenix
