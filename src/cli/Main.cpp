@@ -19,6 +19,15 @@ int Report(const RuntimeError& error) {
     return ExitRunTimeError;
 }
 
+int RunParsed(const ParsedLine& parsed) {
+    if (!parsed.Run) {
+        Print(parsed.Told);
+        return ExitDone;
+    }
+    CommandContext context;
+    return parsed.Run(context);
+}
+
 int RunCommandLine(const std::vector<std::string>& arguments) {
     CommandLine line(
         "vardenix-cli", ProgramVersion(),
@@ -37,13 +46,9 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddRender(all);
     AddSettings(all);
     try {
-        const ParsedLine parsed = line.Parse(arguments);
-        if (!parsed.Run) {
-            Print(parsed.Told);
-            return ExitDone;
-        }
-        CommandContext context;
-        return parsed.Run(context);
+        const int code = RunParsed(line.Parse(arguments));
+        FinishPrinting();
+        return code;
     } catch (const UsageError& error) {
         Tell(std::string("vardenix-cli: ") + error.what() +
              "\nRun with --help for more information.");
@@ -72,6 +77,7 @@ int RunGuarded(int count, char** arguments) {
 } // namespace vardenix
 
 int main(int count, char** arguments) {
+    vardenix::HoldStandardStreams();
     vardenix::MakeFileSizeLimitAnError();
     vardenix::HearEndSignals();
     const int code = vardenix::RunGuarded(count, arguments);

@@ -1,10 +1,7 @@
 #include "platform/FileIdentity.h"
 
 #include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
-
-#include <cerrno>
-#include <sys/stat.h>
+#include "platform/FileStatus.h"
 
 namespace vardenix {
 
@@ -18,13 +15,8 @@ FileIdentity IdentityOfStatus(const struct stat& status) {
 }
 
 FileIdentity IdentityOfRealPath(const std::filesystem::path& path) {
-    struct stat status {};
-    if (::stat(path.c_str(), &status) != 0) {
-        if (errno == ENOENT || errno == ENOTDIR)
-            return {};
-        ThrowSystemError(errno, "looking at", path.string());
-    }
-    return IdentityOfStatus(status);
+    const auto status = StatusOf(path);
+    return status ? IdentityOfStatus(*status) : FileIdentity{};
 }
 
 FileIdentity IdentityOf(std::string_view path) {

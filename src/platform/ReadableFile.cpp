@@ -11,9 +11,9 @@
 namespace vardenix {
 
 ReadableFile::ReadableFile(std::string_view path)
-    : path_(path),
+    : path_(TextOfPath(RealPath(path, PathKind::File))),
       // Not blocking: a pipe in place of a file would wait for ever at the opening.
-      file_(::open(RealPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+      file_(::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
     if (!file_.IsOpen())
         ThrowSystemError(errno, "opening", path_);
     struct stat status {};

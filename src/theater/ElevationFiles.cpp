@@ -13,6 +13,9 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace vardenix {
 
@@ -27,6 +30,16 @@ constexpr const char* WrongWidthAtSaving =
     "The size of L0 file doesn't appear to be valid for this theater. Do you want to "
     "overwite this file (all other terrain values will be overwritten)? ";
 
+std::string EmptyPairQuestion(const std::string& path) {
+    return "A L0 file keeps tiles and colors beside the heights, so heights can only be "
+           "saved into one that is there together with its O0 file.\n" +
+           path +
+           " and its O0 file will be two empty files, and the heights stay unsaved. "
+           "Copy a L0 file of this theater and its O0 file to that name first, or save "
+           "an ELV file.\n"
+           "Do you want to write two empty files?";
+}
+
 using Block = std::array<TerrainPost, PostsPerSegment>;
 
 void MoveBar(Progress& progress, int32_t row, int32_t rows) {
@@ -35,7 +48,9 @@ void MoveBar(Progress& progress, int32_t row, int32_t rows) {
         progress.LetEventsThrough();
 }
 
-bool TellWrongWidth(Dialogs& dialogs) {
+// Nobody else waits while the user reads a box.
+bool TellWrongWidth(Dialogs& dialogs, std::optional<ReadingLock>& reading) {
+    reading.reset();
     dialogs.Notice(WrongWidth, "Error!", BoxIcon::Critical);
     return false;
 }
@@ -60,13 +75,13 @@ void ForEachElevation(std::span<int16_t> heights, int32_t width, int32_t segX,
 
 bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
              Dialogs& dialogs) {
-    const ReadingLock reading({layer.Path});
+    std::optional<ReadingLock> reading(std::in_place, std::vector{layer.Path});
     const ReadableFile file(layer.Path);
     if (WidthFromElvFile(file.Size()) != 4.0 * terrain.MapWidth)
-        return TellWrongWidth(dialogs);
+        return TellWrongWidth(dialogs, reading);
     layer.EMapWidth = 4 * terrain.MapWidth;
     layer.L0ElvArr = ReadElvHeights(
-        file.ReadAll().Span(), layer.EMapWidth, layer.Path,
+        file.ReadAll().Span(), layer.EMapWidth,
         [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
     layer.Read = file.Identity();
     return true;
@@ -74,20 +89,23 @@ bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
 
 bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
             Dialogs& dialogs, DebugLog& log) {
-    const std::string pathO = OffsetFileOfL0(layer.Path);
-    const ReadingLock reading({layer.Path, pathO});
-    LogMended(reading.Mended(), log);
+    layer.OffsetPath = PairOfL0(layer.Path).O;
+    const std::string& pathO = layer.OffsetPath;
+    std::optional<ReadingLock> reading(std::in_place, std::vector{layer.Path, pathO});
+    LogMended(reading->Mended(), log);
     if (!FileExists(pathO)) {
-        dialogs.Notice(".O0 File not found", "Error...", BoxIcon::Critical);
+        reading.reset();
+        dialogs.Notice(".O0 File not found\n" + pathO, "Error...", BoxIcon::Critical);
         return false;
     }
     const ReadableFile fileO(pathO);
     ReadableFile fileL(layer.Path);
+    const double width = RootOfOffsetFile(fileO.Size());
     log.WriteLog("Opened L&O Files...");
-    layer.EMapWidth = WidthFromOffsetFile(fileO.Size(), pathO);
-    log.WriteLog("EMapWidth is " + std::to_string(layer.EMapWidth));
-    if (layer.EMapWidth != 4 * terrain.MapWidth)
-        return TellWrongWidth(dialogs);
+    log.WriteLog("EMapWidth is " + Format0(width));
+    if (width != 4.0 * terrain.MapWidth)
+        return TellWrongWidth(dialogs, reading);
+    layer.EMapWidth = 4 * terrain.MapWidth;
     log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
     layer.Read = fileL.Identity();
     layer.ReadO = fileO.Identity();
@@ -124,16 +142,16 @@ void SaveElv(ElevationLayer& layer, const std::string& path, Progress& progress,
 }
 
 // The old terrain of a L0 pair with the elevations of the layer.
-void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
-                std::span<const std::byte> fileO, Progress& progress,
+void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress,
                 IfChanged ifChanged) {
+    const FileBytes fileO = ReadWholeFile(pair.O);
     LevelBlocks fileL(ReadableFile(pair.L), layer.EMapWidth);
     Transaction files;
     StagedFile& newL =
         files.Stage(pair.L, LoadedAs(layer, pair.L, layer.Read), ifChanged);
     StagedFile& newO =
         files.Stage(pair.O, LoadedAs(layer, pair.L, layer.ReadO), ifChanged);
-    BinaryReader offsets(fileO, pair.O);
+    BinaryReader offsets(fileO.Span(), pair.O);
     const int32_t segments = layer.EMapWidth / SegmentSide;
     int64_t shared = -1;
     for (int32_t segY = 1; segY <= segments; ++segY) {
@@ -156,7 +174,7 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
         MoveBar(progress, segY, segments);
     }
     // The entries are overwritten; what stands behind them stays.
-    newO.Write(fileO.subspan(offsets.Position()));
+    newO.Write(fileO.Span().subspan(offsets.Position()));
     files.Commit();
     if (SameFile(pair.L, layer.Path)) {
         layer.Read = newL.Identity();
@@ -164,42 +182,47 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
     }
 }
 
-bool SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
-            Progress& progress, Dialogs& dialogs, IfChanged ifChanged) {
-    const LevelPair pair{path, OffsetFileOfL0(path)};
+// The width of a new pair would be read off an O0 file that is not there, so no block is
+// written: a L0 file under a new name is a pair of empty files. Theater makers know it
+// so, and it is kept.
+ElevationSave SaveEmptyPair(const LevelPair& pair, Dialogs& dialogs) {
+    if (dialogs.MessageBox(EmptyPairQuestion(pair.L), "Confirm", BoxIcon::Warning,
+                           BoxButtons::YesNo) != BoxAnswer::Yes)
+        return ElevationSave::Refused;
+    Transaction files;
+    files.Stage(pair.L);
+    files.Stage(pair.O);
+    files.Commit();
+    return ElevationSave::EmptyPair;
+}
+
+ElevationSave SaveL0(ElevationLayer& layer, const LevelPair& pair, int32_t mapWidth,
+                     Progress& progress, Dialogs& dialogs, IfChanged ifChanged) {
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " would be the L0 file and the O0 file at once");
-    const auto locks =
+    RequireSameName(pair.O);
+    auto locks =
         LockFoldersOf({TargetOf(pair.L), TargetOf(pair.O)}, FolderLock::Exclusive);
     MendFiles({pair.L, pair.O});
+    // Nobody else waits while the user thinks about a question.
     if (!FileExists(pair.L) || !FileExists(pair.O)) {
-        // The width of a new pair would be read off an O0 file that is not there, so no
-        // block is written: a L0 file under a new name is a pair of empty files. Theater
-        // makers know it so, and it is kept.
-        Transaction files;
-        files.Stage(pair.L);
-        files.Stage(pair.O);
-        files.Commit();
-        return true;
+        locks.clear();
+        return SaveEmptyPair(pair, dialogs);
     }
-    const ReadableFile fileO(pair.O);
-    if (WidthFromOffsetFile(fileO.Size(), pair.O) != 4 * mapWidth) {
+    if (RootOfOffsetFile(FileLength(pair.O)) != 4.0 * mapWidth) {
         StagedFile abandoned(pair.L);
         layer.AbandonedXFile = abandoned.Abandon();
+        locks.clear();
         dialogs.MessageBox(WrongWidthAtSaving, "Error!", BoxIcon::Critical,
                            BoxButtons::YesNo);
-        return false;
+        return ElevationSave::Refused;
     }
-    SaveIntoL0(layer, pair, fileO.ReadAll().Span(), progress, ifChanged);
-    return true;
+    SaveIntoL0(layer, pair, progress, ifChanged);
+    return ElevationSave::Done;
 }
 
 } // namespace
-
-std::string OffsetFileOfL0(const std::string& path) {
-    return path.substr(0, path.size() - std::min<size_t>(path.size(), 3)) + ".O0";
-}
 
 ElevationKind KindOfElevationFile(const std::string& path) {
     const std::string name = UpperCase(path);
@@ -213,15 +236,17 @@ double WidthFromElvFile(uint64_t length) {
 }
 
 HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
-                           const std::string& path,
                            const std::function<void(int32_t, int32_t)>& afterRow) {
-    BinaryReader reader(file, path);
+    // Half a value is none.
+    auto left = file.first(file.size() - file.size() % sizeof(int16_t));
     const auto rowValues = static_cast<size_t>(width);
     HeightArray heights(int64_t{width} * width);
     for (int32_t y = 1; y <= width; ++y) {
-        const auto row = reader.Bytes(rowValues * sizeof(int16_t));
-        std::memcpy(&heights.Values()[static_cast<size_t>(y - 1) * rowValues], row.data(),
-                    row.size());
+        const auto row = left.first(std::min(left.size(), rowValues * sizeof(int16_t)));
+        if (!row.empty())
+            std::memcpy(&heights.Values()[static_cast<size_t>(y - 1) * rowValues],
+                        row.data(), row.size());
+        left = left.subspan(row.size());
         afterRow(y, width);
     }
     return heights;
@@ -250,7 +275,7 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
                        Progress& progress, Dialogs& dialogs, DebugLog& log) {
     ElevationLayer loaded;
     loaded.Kind = kind;
-    loaded.Path = path;
+    loaded.Path = TextOfPath(RealPath(path, PathKind::File));
     const bool good = kind == ElevationKind::Elv
                           ? LoadElv(terrain, loaded, progress, dialogs)
                           : LoadL0(terrain, loaded, progress, dialogs, log);
@@ -259,16 +284,21 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
     return good;
 }
 
-bool SaveElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
-                       Progress& progress, Dialogs& dialogs, IfChanged ifChanged) {
+ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
+                                const std::string& path, Progress& progress,
+                                Dialogs& dialogs, IfChanged ifChanged) {
     ElevationLayer& layer = terrain.Elevations;
     layer.AbandonedXFile.Close();
     const ElevationKind as = path.empty() ? layer.Kind : kind;
-    const std::string& to = path.empty() ? layer.Path : path;
+    const std::string to =
+        path.empty() ? layer.Path : TextOfPath(RealPath(path, PathKind::File));
+    RequireSameName(to);
     if (as != ElevationKind::Elv)
-        return SaveL0(layer, to, terrain.MapWidth, progress, dialogs, ifChanged);
+        return SaveL0(layer,
+                      path.empty() ? LevelPair{to, layer.OffsetPath} : PairOfL0(to),
+                      terrain.MapWidth, progress, dialogs, ifChanged);
     SaveElv(layer, to, progress, ifChanged);
-    return true;
+    return ElevationSave::Done;
 }
 
 } // namespace vardenix

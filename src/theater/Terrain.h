@@ -70,8 +70,9 @@ enum class ElevationKind : int16_t { None = 0, L0 = 1, Elv = 2 };
 struct ElevationLayer {
     ElevationKind Kind = ElevationKind::None;
     std::string Path;
-    FileIdentity Read;     // the file as it was read or last saved
-    FileIdentity ReadO;    // its O0 file, where it has one
+    std::string OffsetPath; // the O0 file of a L0 file
+    FileIdentity Read;      // the files as they were read or last saved
+    FileIdentity ReadO;
     int32_t EMapWidth = 0; // 4 * MapWidth once loaded
     HeightArray L0ElvArr;  // in serial order of EMapWidth
 
@@ -86,6 +87,7 @@ struct ElevationLayer {
 // What the program knows of the terrain, from the opening of a theater to the end of the
 // run. LxArr holds level 2 and only level 2.
 struct Terrain {
+    // The real paths, as the theater was opened.
     std::string LFilename;
     std::string OFilename;
     FileIdentity ReadL; // the two files as they were read or last saved

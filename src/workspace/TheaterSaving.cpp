@@ -92,15 +92,21 @@ bool SaveElevations(const SavingParts& parts, bool as) {
     const auto save = [&](IfChanged ifChanged) {
         const LongWork work(parts);
         saveOK = SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3, parts.Dialogs,
-                                   ifChanged);
+                                   ifChanged) == ElevationSave::Done;
     };
     if (!SavedOrKept(parts.Dialogs, save))
         return false;
     if (saveOK)
         parts.Panel.L0Saved();
-    else
-        parts.Panel.L0GivenUp();
     return saveOK;
+}
+
+// The dialog asks about the L file; an O file that has none beside it would go with no
+// word.
+bool MayReplaceOffsets(const LevelPair& pair, Dialogs& dialogs) {
+    return FileExists(pair.L) || !FileExists(pair.O) ||
+           dialogs.MessageBox(pair.O + " already exists.\nDo you want to replace it?", {},
+                              BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
 bool SaveLevel2(const SavingParts& parts, bool as) {
@@ -111,13 +117,15 @@ bool SaveLevel2(const SavingParts& parts, bool as) {
                             .Filter = LevelFilter,
                             .InitialPath = parts.Terrain.LFilename})
                  .Path;
-    const Terrain& terrain = parts.Terrain;
-    if (SameFile(PairForSaving(terrain, to).L, terrain.LFilename) &&
-        !MaySaveOverGap(terrain, parts.Dialogs))
+    const LevelPair pair = PairForSaving(parts.Terrain, to);
+    if (as && !MayReplaceOffsets(pair, parts.Dialogs))
+        return false;
+    if (SameFile(pair.L, parts.Terrain.LFilename) &&
+        !MaySaveOverGap(parts.Terrain, parts.Dialogs))
         return false;
     const auto save = [&](IfChanged ifChanged) {
         const LongWork work(parts);
-        SaveTheater(parts.Terrain, to, parts.PB3, ifChanged);
+        SaveTheater(parts.Terrain, pair, parts.PB3, ifChanged);
     };
     if (!SavedOrKept(parts.Dialogs, save))
         return false;

@@ -13,6 +13,7 @@
 // - owner: every change of owner and group fails with EINVAL, as where users are mapped.
 // - shrink: somebody else cuts the file FAULT_FILE to 4 bytes just before the program
 //   opens it to read for the Nth time.
+// - refuse: the disk fails when the program looks at FAULT_FILE for the Nth time.
 // - none: nothing; the calls are counted.
 #include "support/FaultShim.h"
 
@@ -33,7 +34,7 @@ namespace {
 // Below that, memory is not what a program runs out of first.
 constexpr size_t MuchMemory = size_t{200} << 10;
 
-enum class Mode { None, Kill, Full, Short, Fail, KillAny, Owner, Shrink };
+enum class Mode { None, Kill, Full, Short, Fail, KillAny, Owner, Shrink, Refuse };
 
 struct Plan {
     Mode How = Mode::None;
@@ -61,6 +62,8 @@ Plan PlanOf(std::string_view mode, int at) {
         made.How = Mode::Owner;
     else if (mode == "shrink")
         made.How = Mode::Shrink;
+    else if (mode == "refuse")
+        made.How = Mode::Refuse;
     if (made.How == Mode::Fail && mode.size() == 5)
         made.Times = mode[4] - '0';
     return made;
@@ -122,12 +125,16 @@ int Refusal() {
     }
 }
 
-// The Nth opening of FAULT_FILE, for the fault that comes from outside.
-bool IsTheOpening(const char* path) {
-    static int openings = 0;
+// The Nth time that a call is for FAULT_FILE.
+bool IsTheTimeFor(Mode mode, const char* path) {
+    static int times = 0;
     const char* file = std::getenv("FAULT_FILE");
-    return ThePlan().How == Mode::Shrink && file != nullptr &&
-           std::string_view(path) == file && ++openings == ThePlan().At;
+    return ThePlan().How == mode && file != nullptr && std::string_view(path) == file &&
+           ++times == ThePlan().At;
+}
+
+bool IsRefused(const char* path) {
+    return IsBroken() || IsTheTimeFor(Mode::Refuse, path);
 }
 
 template <typename Fn>
@@ -165,12 +172,12 @@ extern "C" {
 
 int stat(const char* path, struct stat* status) noexcept {
     REAL(stat);
-    return IsBroken() ? Refuse(EIO) : real(path, status);
+    return IsRefused(path) ? Refuse(EIO) : real(path, status);
 }
 
 int lstat(const char* path, struct stat* status) noexcept {
     REAL(lstat);
-    return IsBroken() ? Refuse(EIO) : real(path, status);
+    return IsRefused(path) ? Refuse(EIO) : real(path, status);
 }
 
 int fstat(int handle, struct stat* status) noexcept {
@@ -180,12 +187,12 @@ int fstat(int handle, struct stat* status) noexcept {
 
 int fstatat(int folder, const char* path, struct stat* status, int flags) noexcept {
     REAL(fstatat);
-    return IsBroken() ? Refuse(EIO) : real(folder, path, status, flags);
+    return IsRefused(path) ? Refuse(EIO) : real(folder, path, status, flags);
 }
 
 DIR* opendir(const char* path) {
     REAL(opendir);
-    if (!IsBroken())
+    if (!IsRefused(path))
         return real(path);
     errno = EIO;
     return nullptr;
@@ -264,7 +271,7 @@ int fchmod(int handle, mode_t rights) noexcept {
 int open(const char* path, int flags, ...) {
     REAL(open);
     if ((flags & O_CREAT) == 0) {
-        if (IsTheOpening(path) && truncate(path, 4) != 0)
+        if (IsTheTimeFor(Mode::Shrink, path) && truncate(path, 4) != 0)
             return Refuse(EIO);
         return IsBroken() ? Refuse(EIO) : real(path, flags, 0);
     }
