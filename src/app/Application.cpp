@@ -5,6 +5,7 @@
 #include "app/Workspace.h"
 #include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
+#include "platform/Signals.h"
 #include "theater/windows/FrmStartUp.h"
 
 namespace vardenix {
@@ -19,6 +20,7 @@ Application::~Application() = default;
 int Application::Run() {
     if (!Begin())
         return 1;
+    HearSystem();
     if (!barrier_.Guard([this] { ShowStartUp(); }))
         End(); // there would be no window to go on with
     return state_.Exiting ? 0 : QApplication::exec();
@@ -45,6 +47,20 @@ bool Application::Begin() {
     mapEditorWindows_ =
         std::make_unique<MapEditorWindows>(state_, *platform_, *workspace_);
     return true;
+}
+
+// The session ends, or somebody wants the program to: there is nobody to be asked.
+void Application::HearSystem() {
+    MakeFileSizeLimitAnError();
+    HearEndSignals();
+    endSignal_ =
+        std::make_unique<QSocketNotifier>(EndSignalHandle(), QSocketNotifier::Read);
+    OnSignal(endSignal_.get(), &QSocketNotifier::activated, &barrier_, [this] {
+        endSignal_->setEnabled(false);
+        if (!state_.Starting && !state_.Exiting)
+            workspace_->StorePlaces();
+        End();
+    });
 }
 
 void Application::ShowStartUp() {

@@ -7,6 +7,8 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/StartUp.h"
 
+#include <QSocketNotifier>
+
 #include <memory>
 
 namespace vardenix {
@@ -31,6 +33,7 @@ private:
     void ShowStartUp();
     void End();
     void EndAfterError();
+    void HearSystem();
 
     void UnloadWindows() override;
     void EndProcess() override;
@@ -47,6 +50,7 @@ private:
     std::unique_ptr<Workspace> workspace_;
     std::unique_ptr<BuilderWindows> builderWindows_;
     std::unique_ptr<MapEditorWindows> mapEditorWindows_;
+    std::unique_ptr<QSocketNotifier> endSignal_;
 };
 
 } // namespace vardenix

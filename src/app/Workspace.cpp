@@ -58,7 +58,7 @@ void Workspace::PreviewChanged() {
 }
 
 void Workspace::LoadMapEditor() {
-    OpenMapFile(state_.MAPFile, state_.MapFileRecord);
+    state_.MAPFileRead = OpenMapFile(state_.MAPFile, state_.MapFileRecord);
     if (offers_.MapFileOpened)
         offers_.MapFileOpened();
 }
@@ -150,10 +150,14 @@ void Workspace::WindowHidden(const char* checkBoxName) {
     state_.Configuration.PalWinVis = windows_.Panel->WindowBox(PanelVerb::ShowTile);
 }
 
-bool Workspace::LeaveProgram() {
+void Workspace::StorePlaces() {
     places_.Store();
     for (const auto& store : offers_.StorePlaces)
         store();
+}
+
+bool Workspace::LeaveProgram() {
+    StorePlaces();
     const DirtyFlags flags{.BIN = offers_.BinNeedsSave && offers_.BinNeedsSave(),
                            .L2 = windows_.Panel->L2NeedSaveFlag(),
                            .L0ELV = windows_.Panel->L0NeedSaveFlag(),

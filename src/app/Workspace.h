@@ -31,6 +31,8 @@ public:
     void ApplySavedLayout();
 
     bool LeaveProgram() override;
+    // Where the windows stand, and what the panel shows, into the settings.
+    void StorePlaces();
 
     // For the subsystems whose windows open from the workspace to fill in, before the
     // first theater is opened, and for what they ask of the workspace in turn.

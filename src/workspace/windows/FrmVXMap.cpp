@@ -9,8 +9,10 @@
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <QWheelEvent>
 
@@ -100,6 +102,7 @@ void FrmVXMap::LoadImageControls() {
         return;
     {
         const ScrollBusyWhile busy(view_);
+        const QScopedValueRollback placing(placing_, true);
         SetRange(*ui_->HScroll1, layout->HScroll1);
         SetRange(*ui_->VScroll1, layout->VScroll1);
     }
@@ -131,13 +134,25 @@ void FrmVXMap::FitRoundPicture(const MapLayout& layout) {
 
 void FrmVXMap::SetPosition(ViewPosition position) {
     const ScrollBusyWhile busy(view_);
+    const QScopedValueRollback placing(placing_, true);
     ui_->HScroll1->setValue(position.X);
     ui_->VScroll1->setValue(-position.Y);
     // A bar that stands there already says nothing.
     Scroll_Change();
 }
 
+void FrmVXMap::ShowPositionOfView() {
+    const QSignalBlocker quietH(ui_->HScroll1);
+    const QSignalBlocker quietV(ui_->VScroll1);
+    ui_->HScroll1->setValue(view_.MapLeftX);
+    ui_->VScroll1->setValue(-view_.MapBottomY);
+}
+
 void FrmVXMap::Scroll_Change() {
+    // While files are read or written nothing is repainted, and the picture must stay
+    // that of the posts that a click would meet.
+    if (view_.ScrollBusy && !placing_)
+        return ShowPositionOfView();
     view_.MapLeftX = ui_->HScroll1->value();
     view_.MapBottomY = -ui_->VScroll1->value();
     state_.Configuration.X = view_.MapLeftX;

@@ -73,6 +73,7 @@ protected:
 private:
     void FitRoundPicture(const MapLayout& layout);
     void Scroll_Change();
+    void ShowPositionOfView();
     void MakePopup();
     void MakeToolTip();
     void PicShow_MouseDown(QMouseEvent& event);
@@ -97,7 +98,8 @@ private:
     QCursor brush_;
     QtDrawingSurface picture2_;
     EscWatch escWatch_;
-    QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree
+    bool placing_ = false; // the program itself moves the bars
+    QPoint wheelTurned_;   // what has not made a whole notch yet, eighths of a degree
 };
 
 } // namespace vardenix
