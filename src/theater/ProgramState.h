@@ -2,8 +2,10 @@
 
 #include "theater/Configuration.h"
 #include "theater/Discovery.h"
+#include "theater/FeatureSet.h"
 #include "theater/HeightPicture.h"
 #include "theater/MapFileRecord.h"
+#include "theater/SearchResults.h"
 #include "theater/Terrain.h"
 #include "theater/TextureBin.h"
 
@@ -37,6 +39,9 @@ struct ProgramState {
     std::string MAPFile; // the theater.map in use
     vardenix::MapFileRecord MapFileRecord{};
     HeightPicture Preview;
+    FeatureSet Features;
+    FeatureSwitches ShownFeatures;
+    SearchState Search;
 };
 
 } // namespace vardenix
