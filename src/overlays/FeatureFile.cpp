@@ -33,7 +33,8 @@ std::optional<FeatureKind> KindOf(std::string_view word) {
 }
 
 // The number at the beginning of a piece, rounded; nothing when it fits no `Field`.
-template <typename Field> std::optional<Field> WholeNumber(std::string_view piece) {
+template <typename Field>
+std::optional<Field> WholeNumber(std::string_view piece) {
     const double value = RoundHalfEven(Val(piece));
     if (!(value >= std::numeric_limits<Field>::min() &&
           value <= std::numeric_limits<Field>::max()))

@@ -10,11 +10,11 @@ namespace vardenix {
 // What a search asks of one post: for each field nothing (empty), a whole number, or "!"
 // (not equal), "<" or ">" in front of one.
 struct SearchCell {
-    std::string CellTile;
-    std::string CellElevation;
-    std::string CellPalette;
-    std::string CellX1;
-    std::string CellX2;
+    std::string CellTile = {};
+    std::string CellElevation = {};
+    std::string CellPalette = {};
+    std::string CellX1 = {};
+    std::string CellX2 = {};
 
     bool operator==(const SearchCell&) const = default;
 };

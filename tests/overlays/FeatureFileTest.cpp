@@ -85,7 +85,8 @@ TEST(ParseFeatureLine, CountsRoundHalfToEven) {
 }
 
 TEST(ParseFeatureLine, ACountThatFitsNoSixteenBitsLeavesNothing) {
-    for (const char* count : {"32768", "32767.5", "2000000000", "1e999", "-32769", "-1e9"})
+    for (const char* count :
+         {"32768", "32767.5", "2000000000", "1e999", "-32769", "-1e9"})
         EXPECT_EQ(Parsed(std::string("ROAD ") + count + " 1,1 2,2 0").Count(), 0U)
             << count;
     EXPECT_EQ(Parsed("ROAD").Count(), 0U);
@@ -182,8 +183,8 @@ FeatureSet SlowlyParsed(std::string line) {
     const size_t at = static_cast<size_t>(n) + 3;
     if (at >= pieces.size())
         return set;
-    feature.Value = static_cast<int32_t>(
-        std::nearbyint(std::strtod(pieces[at].c_str(), nullptr)));
+    feature.Value =
+        static_cast<int32_t>(std::nearbyint(std::strtod(pieces[at].c_str(), nullptr)));
     if (list == &set.Airports || list == &set.Labels)
         for (size_t i = at + 1; i < pieces.size(); ++i)
             feature.Text += (feature.Text.empty() ? "" : " ") + pieces[i];
@@ -192,9 +193,9 @@ FeatureSet SlowlyParsed(std::string line) {
 
 TEST(ParseFeatureLine, ReadsAnyLineAsASlowReaderDoes) {
     const std::vector<std::string> words{
-        "AIRPORT", "city", "Coast", "LABEL", "RIVER", "road", "lake", "0",   "1",
-        "2",       "3",    "-1",    "40000", "1,2",   "3.5,-4.25", "5,6,7", "x,1",
-        "8",       "2.5",  "Name",  "of",    "7x",    ",",   "1,"};
+        "AIRPORT", "city", "Coast", "LABEL", "RIVER", "road", "lake",      "0",
+        "1",       "2",    "3",     "-1",    "40000", "1,2",  "3.5,-4.25", "5,6,7",
+        "x,1",     "8",    "2.5",   "Name",  "of",    "7x",   ",",         "1,"};
     std::mt19937 random(20);
     const auto below = [&](size_t bound) { return random() % bound; };
     for (int i = 0; i < 20000; ++i) {
@@ -212,8 +213,8 @@ TEST(ParseFeatureLine, ReadsAnyLineAsASlowReaderDoes) {
 TEST(LoadFeatureFile, TakesEveryKindOfLineEnd) {
     const tests::TestFolder folder;
     FeatureSet set;
-    LoadFeatureFile(folder.Write("a.tdf", "ROAD 1 1,1 1\r\nROAD 1 2,2 2\nx\rROAD 1 3,3 3"),
-                    set);
+    LoadFeatureFile(
+        folder.Write("a.tdf", "ROAD 1 1,1 1\r\nROAD 1 2,2 2\nx\rROAD 1 3,3 3"), set);
     EXPECT_EQ(Told(set.Roads), "1: 1 points 1,1 value 1 []; 2: 1 points 2,2 value 2 []; "
                                "3: 1 points 3,3 value 3 []");
 }
