@@ -209,7 +209,7 @@ TEST_F(DerivedFilesTest, TheCommandsAskForTheirFile) {
         return dialogs.LastFilter() + " " + std::to_string(tests::Slurp(path_).size());
     };
     EXPECT_EQ(make(DerivedFile::MEA), "MEA Files | *.mea 8");
-    EXPECT_EQ(make(DerivedFile::TC), "tc Files | *.tc 69");
+    EXPECT_EQ(make(DerivedFile::TC), "tc Files | *.tc 66");
     EXPECT_EQ(make(DerivedFile::TM), "tm Files | *.tm 512");
 }
 
