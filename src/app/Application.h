@@ -12,6 +12,7 @@
 namespace vardenix {
 
 class FrmStartUp;
+class OverlayWindows;
 class Workspace;
 
 // Makes the state and the windows and joins them.
@@ -43,6 +44,7 @@ private:
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FrmStartUp> frmStartUp_;
     std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<OverlayWindows> overlays_;
 };
 
 } // namespace vardenix
