@@ -198,7 +198,7 @@ void DrawnFeatures::DrawMarks(DrawingSurface& surface, const MapView& view) {
         return;
     const double cell = view.CellSize();
     const int32_t width = terrain_->MapWidth;
-    surface.SetPen(HitColor, cell >= 16 ? 2 : 1);
+    surface.SetPen(HitColor, 1);
     surface.SetFill(FillStyle::None, 0);
     for (const int32_t serial : HitsInside(
              *hits_, width, view.MapLeftX + 1, view.MapBottomY + 1,

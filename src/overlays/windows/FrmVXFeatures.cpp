@@ -160,8 +160,8 @@ void FrmVXFeatures::ShowCounts() {
     };
     QString text = tr("No features are loaded.");
     if (set.Count() > 0)
-        text = tr("Loaded: %1 airports, %2 cities, %3 coasts, %4 labels, %5 rivers, "
-                  "%6 roads.")
+        text = tr("Loaded: airports %1, cities %2, coasts %3, labels %4, rivers %5, "
+                  "roads %6.")
                    .arg(count(set.Airports))
                    .arg(count(set.Cities))
                    .arg(count(set.Coasts))

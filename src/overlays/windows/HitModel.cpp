@@ -18,7 +18,15 @@ constexpr std::array Headings{"Hit",       "X",       "Y",  "Tile Offset",
 HitModel::HitModel(const Terrain& terrain, const SearchResults& results)
     : terrain_(terrain), results_(results), marks_(results.size()) {}
 
+void HitModel::BeginChange() {
+    beginResetModel();
+    changing_ = true;
+    endResetModel();
+}
+
 void HitModel::EndChange() {
+    beginResetModel();
+    changing_ = false;
     marks_.assign(results_.size(), 0);
     hits_.clear();
     endResetModel();
@@ -49,7 +57,7 @@ int32_t HitModel::SerialOf(const QModelIndex& index) const {
 }
 
 int HitModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(results_.size()) - 1;
+    return parent.isValid() || changing_ ? 0 : static_cast<int>(results_.size()) - 1;
 }
 
 int HitModel::columnCount(const QModelIndex& parent) const {

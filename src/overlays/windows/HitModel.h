@@ -21,7 +21,8 @@ public:
     // Both are borrowed. `results` must not change but between BeginChange and EndChange.
     HitModel(const Terrain& terrain, const SearchResults& results);
 
-    void BeginChange() { beginResetModel(); }
+    // There are no rows in between.
+    void BeginChange();
     // No row is marked, and they stand in the order of the hits.
     void EndChange();
 
@@ -49,6 +50,7 @@ private:
     const Terrain& terrain_;
     const SearchResults& results_;
     std::vector<uint8_t> marks_;
+    bool changing_ = false;
     std::vector<int32_t> hits_; // by row, from 0; empty: row and hit go together
 };
 

@@ -19,7 +19,7 @@ constexpr std::array CellNames{"the post itself", "above",       "above right",
                                "right",           "below right", "below",
                                "below left",      "left",        "above left"};
 
-// "the post itself: Tile 5, Elv >200; above: X1 3"
+// "Post: Tile 5, Elv >200; Above: X1 3"
 QString Described(const SearchPattern& pattern) {
     constexpr std::array names{"Tile", "Elv", "Pal", "X1", "X2"};
     QStringList cells;
@@ -75,7 +75,8 @@ void frmVXSearchOptions::ShowSelectedCell() {
         Boxes()[i]->setText(
             QString::fromStdString(ui_->Cells->Pattern()[cell].*Texts[i]));
     }
-    ui_->Frame2->setTitle(tr("Post: %1").arg(CellNames[cell]));
+    ui_->Frame2->setTitle(cell == 0 ? tr("The Post Itself")
+                                    : tr("Neighbour: %1").arg(CellNames[cell]));
 }
 
 void frmVXSearchOptions::Text_Change() {

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int TileDigits = 9; // any of them fits 32 bits
 constexpr int RowsShown = 18;
+constexpr int HeadingMargin = 8; // pixels
 
 QString CountText(size_t count, const char* one, const char* many) {
     return QString::number(count) + " " + (count == 1 ? one : many);
@@ -71,8 +72,9 @@ void frmVXSearchResults::DressList() {
         const QString heading =
             model_.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         const QString wide = column == HitModel::Number ? "[x]00000000" : "00000";
-        const int section = std::max(metrics.horizontalAdvance(heading + "MM"),
-                                     metrics.horizontalAdvance(wide + "M"));
+        const int section = std::max(metrics.horizontalAdvance(heading + "M"),
+                                     metrics.horizontalAdvance(wide)) +
+                            HeadingMargin;
         header.resizeSection(column, section);
         width += section;
     }
@@ -113,16 +115,13 @@ void frmVXSearchResults::Check1_Click() {
 }
 
 void frmVXSearchResults::PopulateResList(const std::function<void()>& search) {
-    // Nothing may look at rows of a list that is being replaced.
-    ui_->ListRes->setModel(nullptr);
     const auto fill = [this] {
-        model_.BeginChange();
         model_.EndChange();
-        ui_->ListRes->setModel(&model_);
         ui_->ListRes->header()->setSortIndicator(HitModel::Number, Qt::AscendingOrder);
         ui_->chkSelectAll->setChecked(false);
         ShowStatus();
     };
+    model_.BeginChange();
     try {
         search();
     } catch (...) {
