@@ -89,6 +89,8 @@ int32_t HitModel::ValueOf(size_t hit, int column) const {
 }
 
 QVariant HitModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid())
+        return {};
     const size_t hit = HitOf(index);
     switch (role) {
     case Qt::DisplayRole:
@@ -116,6 +118,8 @@ QVariant HitModel::headerData(int section, Qt::Orientation orientation, int role
 }
 
 Qt::ItemFlags HitModel::flags(const QModelIndex& index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
     Qt::ItemFlags flags =
         Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
     if (index.column() == Number)

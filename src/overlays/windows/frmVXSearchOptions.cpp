@@ -15,9 +15,9 @@ constexpr std::array Texts{&SearchCell::CellTile, &SearchCell::CellElevation,
                            &SearchCell::CellPalette, &SearchCell::CellX1,
                            &SearchCell::CellX2};
 
-constexpr std::array CellNames{"the post itself", "above",       "above right",
-                               "right",           "below right", "below",
-                               "below left",      "left",        "above left"};
+constexpr std::array CellNames{"Post",       "Above",       "Above right",
+                               "Right",      "Below right", "Below",
+                               "Below left", "Left",        "Above left"};
 
 // "Post: Tile 5, Elv >200; Above: X1 3"
 QString Described(const SearchPattern& pattern) {
