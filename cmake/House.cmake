@@ -6,7 +6,9 @@ add_library(house_flags INTERFACE)
 target_compile_options(house_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow)
 target_compile_options(house_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>)
 if(VARDENIX_TESTS)
-  target_compile_options(house_flags INTERFACE -Werror)
+  # At -O1, GCC 12 sees bounds of short texts overrun that are not.
+  target_compile_options(house_flags INTERFACE -Werror
+    "$<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-array-bounds;-Wno-stringop-overflow>")
 else()
   # At -O3, GCC 12 sees overlaps in joined texts that are not there.
   target_compile_options(house_flags INTERFACE

@@ -37,6 +37,12 @@ private:
     ScrollBusyWhile scroll_;
 };
 
+void ShowTool(QWidget& window, bool shown) {
+    if (shown)
+        NoIcon(window);
+    window.setVisible(shown);
+}
+
 } // namespace
 
 OverlayWindows::OverlayWindows(ProgramState& state, const Platform& platform,
@@ -222,9 +228,9 @@ void OverlayWindows::ShowWindows(bool workspaceShown) {
     if (!workspaceShown && searchOptions_)
         searchOptions_->hide();
     if (features_ || (workspaceShown && settings.FeatWinVis))
-        Features().setVisible(workspaceShown && settings.FeatWinVis);
+        ShowTool(Features(), workspaceShown && settings.FeatWinVis);
     if (searchResults_ || (workspaceShown && settings.SearchResWinVis))
-        SearchResultsWindow().setVisible(workspaceShown && settings.SearchResWinVis);
+        ShowTool(SearchResultsWindow(), workspaceShown && settings.SearchResWinVis);
     drawn_.FrameHits(settings.SearchResWinVis ? &state_.Search.Results : nullptr,
                      &state_.Terrain);
 }

@@ -37,6 +37,10 @@ void PlaceAt(QWidget& window, const WindowPosition& place) {
     MoveOnScreen(window, {PixelsOfTwips(place.Left), PixelsOfTwips(place.Top)});
 }
 
+void NoIcon(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+}
+
 void KeepOverMap(QWidget& window, const WorkspaceWindows& windows) {
     const QWidget& below = *windows.Map;
     window.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
@@ -100,7 +104,14 @@ void WindowPlaces::ShowByBoxes() {
     if (!windows_.Map->isVisible())
         windows_.Palette->hide();
     windows_.Map->setVisible(settings_.MainWinVis);
+    if (!settings_.MainWinVis)
+        NoIcon(*windows_.Map); // or it would come back as one
     RestoreChildWindows();
+}
+
+void WindowPlaces::ShowTicked() {
+    NoIcon(*windows_.Map);
+    ShowByBoxes();
 }
 
 void WindowPlaces::RestoreChildWindows() {
@@ -111,8 +122,7 @@ void WindowPlaces::RestoreChildWindows() {
     // Some desktops make an icon of a tool with its window, and shown as an icon it would
     // take the map with it.
     if (shown)
-        windows_.Palette->setWindowState(windows_.Palette->windowState() &
-                                         ~Qt::WindowMinimized);
+        NoIcon(*windows_.Palette);
     windows_.Palette->setVisible(shown);
 }
 

@@ -22,6 +22,8 @@ public:
 
     // Every window as its box says; the map ends up with the keyboard.
     void ShowByBoxes();
+    // The same for a box that was just ticked, whose window may have gone with the map.
+    void ShowTicked();
     // Small windows go with the map when it is made an icon.
     void RestoreChildWindows();
     void HideAll();
@@ -41,6 +43,10 @@ private:
 // Makes a window a tool of the map, which the desktop then never puts over it and which
 // keeps the keyboard when that window comes up.
 void KeepOverMap(QWidget& window, const WorkspaceWindows& windows);
+
+// A window that was made an icon is one no more. Some desktops make an icon of a tool
+// with its window, and shown as an icon it would take the map with it.
+void NoIcon(QWidget& window);
 
 // Where a window stands, frame included, and back to there.
 WindowPosition PlaceOf(const QWidget& window);

@@ -3,9 +3,10 @@
 #include "companion/Vardenix.h"
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "platform/Transaction.h"
 
 #include <algorithm>
 #include <array>
@@ -29,6 +30,11 @@ void WriteBlock(StagedFile& file, const TerrainPost* first, int32_t width) {
         std::memcpy(&block[row * SegmentSide], first + row * static_cast<size_t>(width),
                     RowBytes);
     file.Write(std::as_bytes(std::span(block)));
+}
+
+void LogMended(const std::vector<std::string>& mended, DebugLog& log) {
+    for (const std::string& what : mended)
+        log.WriteLog(what);
 }
 
 } // namespace
@@ -55,12 +61,15 @@ PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t /*width
             static_cast<double>((segY - 1) * SegmentSide + j)};
 }
 
+double RootOfOffsetFile(uint64_t lengthO) {
+    return RoundHalfEven(std::sqrt(static_cast<double>(lengthO) / 4) * SegmentSide);
+}
+
 int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO) {
     if (lengthO == 0)
         throw RuntimeError(ErrorNumber::InputPastEnd,
                            pathO + ", offset 0: expected 4 bytes, found 0 bytes left");
-    const double width =
-        RoundHalfEven(std::sqrt(static_cast<double>(lengthO) / 4) * SegmentSide);
+    const double width = RootOfOffsetFile(lengthO);
     if (width > MaxGridWidth)
         throw RuntimeError(ErrorNumber::OutOfMemory,
                            pathO + ": " + std::to_string(lengthO) +
@@ -88,7 +97,8 @@ PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte>
 void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
     progress.SetBar(0);
     progress.SetText("Loading L2 File...");
-    RecoverLevelPair({terrain.LFilename, terrain.OFilename}, log);
+    const ReadingLock reading({terrain.LFilename, terrain.OFilename});
+    LogMended(reading.Mended(), log);
     const FileBytes fileO = ReadWholeFile(terrain.OFilename);
     const FileBytes fileL = ReadWholeFile(terrain.LFilename);
     log.WriteLog("Opened L&O Files...");
@@ -127,19 +137,11 @@ bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY) {
            everyPost([](const TerrainPost& post) { return post.Elevation == 0; });
 }
 
-bool IsUnfinishedName(const std::string& path) {
-    return UpperCase(path).ends_with(".L2X");
-}
-
-LevelPair PairForSaving(const Terrain& terrain, const std::string& path) {
-    if (path.empty())
-        return {terrain.LFilename, terrain.OFilename};
-    const std::string upper = UpperCase(path);
-    return {upper, ReplaceAll(upper, ".L2", ".O2")};
-}
-
 void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress) {
-    const LevelPair pair = PairForSaving(terrain, path);
+    SaveTheater(terrain, PairForSaving(terrain, path), progress);
+}
+
+void SaveTheater(const Terrain& terrain, const LevelPair& pair, Progress& progress) {
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L +
@@ -149,21 +151,25 @@ void SaveTheater(const Terrain& terrain, const std::string& path, Progress& prog
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " is what an unfinished save is called; its name "
                                     "must end in .L2");
+    RequireSameName(pair.L);
+    RequireSameName(pair.O);
     const ShownBar bar(progress);
-    StagedPair files(pair.L, pair.O);
+    Transaction files;
+    StagedFile& fileL = files.Stage(pair.L);
+    StagedFile& fileO = files.Stage(pair.O);
     const int32_t segments = terrain.MapWidth / SegmentSide;
     const auto posts = terrain.LxArr.Values();
     int64_t shared = -1;
     for (int32_t segY = 1; segY <= segments; ++segY) {
         for (int32_t segX = 1; segX <= segments; ++segX) {
             const TerrainPost* first = &posts[FirstPostOf(segX, segY, terrain.MapWidth)];
-            const auto position = static_cast<int64_t>(files.L.Position());
+            const auto position = static_cast<int64_t>(fileL.Position());
             const bool sea = IsCommonSeg(terrain, segX, segY);
             if (!sea || shared == -1)
-                WriteBlock(files.L, first, terrain.MapWidth);
+                WriteBlock(fileL, first, terrain.MapWidth);
             if (sea && shared == -1)
                 shared = position;
-            files.O.WriteInt32(static_cast<int32_t>(sea ? shared : position));
+            fileO.WriteInt32(static_cast<int32_t>(sea ? shared : position));
         }
         progress.SetBar(Percent(segY, segments));
         progress.LetEventsThrough();
@@ -172,16 +178,7 @@ void SaveTheater(const Terrain& terrain, const std::string& path, Progress& prog
 }
 
 void RecoverLevelPair(const LevelPair& pair, DebugLog& log) {
-    switch (RecoverPair(pair.L, pair.O)) {
-    case PairRecovery::Nothing:
-        break;
-    case PairRecovery::Finished:
-        log.WriteLog("Finished the interrupted save of " + pair.L);
-        break;
-    case PairRecovery::Dropped:
-        log.WriteLog("Dropped the unfinished save of " + pair.L);
-        break;
-    }
+    LogMended(MendFiles({pair.L, pair.O}), log);
 }
 
 } // namespace vardenix

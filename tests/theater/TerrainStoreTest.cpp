@@ -2,6 +2,7 @@
 
 #include "companion/Vardenix.h"
 #include "platform/RuntimeError.h"
+#include "support/JournalMaker.h"
 #include "support/RecordingProgress.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
@@ -30,8 +31,8 @@ protected:
         folder_.Write("terrain/theater.L2", bytesL);
         folder_.Write("terrain/theater.O2", bytesO);
     }
-    std::string PathL() const { return folder_.Path() + "\\TERRAIN\\THEATER.L2"; }
-    std::string PathO() const { return folder_.Path() + "\\TERRAIN\\THEATER.O2"; }
+    std::string PathL() const { return folder_.File("terrain/theater.L2"); }
+    std::string PathO() const { return folder_.File("terrain/theater.O2"); }
     void Load() {
         terrain_.LFilename = PathL();
         terrain_.OFilename = PathO();
@@ -254,7 +255,7 @@ TEST_F(TerrainStore, IsCommonSegLooksAtTilesAndElevations) {
     EXPECT_TRUE(IsCommonSeg(terrain_, 1, 2));
 }
 
-TEST_F(TerrainStore, AnUpperCasedNameRewritesTheOneFileThatIsThere) {
+TEST_F(TerrainStore, ANameInOtherCaseRewritesTheOneFileThatIsThere) {
     const MadeLevel level = MadeLevel::Random(32, 7);
     Write(level);
     Load();
@@ -273,8 +274,8 @@ TEST_F(TerrainStore, EveryOccurrenceOfTheExtensionIsReplaced) {
     EXPECT_EQ(PairForSaving(terrain_, "").L, "l");
     EXPECT_EQ(PairForSaving(terrain_, "").O, "o");
     const LevelPair pair = PairForSaving(terrain_, "/my.l2 work/a.l2");
-    EXPECT_EQ(pair.L, "/MY.L2 WORK/A.L2");
-    EXPECT_EQ(pair.O, "/MY.O2 WORK/A.O2");
+    EXPECT_EQ(pair.L, "/my.l2 work/A.L2");
+    EXPECT_EQ(pair.O, "/my.o2 work/A.O2");
 }
 
 TEST_F(TerrainStore, ANameForWhichBothWouldBeOneFileIsRefused) {
@@ -302,12 +303,29 @@ TEST_F(TerrainStore, OpeningMendsAnInterruptedSave) {
     const MadeLevel level = MadeLevel::Random(32, 10);
     const MadeLevel newer = MadeLevel::Random(32, 11);
     const tests::PairBytes newPair = tests::ScatteredPair(newer);
-    Write(level);
+    // The old blocks lie elsewhere.
+    WriteRaw(tests::ScatteredPair(level).L, std::string(newPair.O.size(), '\0'));
     // Killed between the two renames: the L file is new, the O file still staged.
-    WriteRaw(newPair.L, tests::ScatteredPair(MadeLevel::Empty(32)).O);
+    tests::JournalMaker journal;
+    journal.Add("theater.L2", newPair.L, folder_.File("terrain/theater.L2"));
+    journal.Add("theater.O2", newPair.O, folder_.File("terrain/theater.O2"));
+    folder_.Write("terrain/vardenix.journal", journal.Text());
+    folder_.Write("terrain/theater.L2", newPair.L);
     folder_.Write("terrain/theater.O2x", newPair.O);
     Load();
     ExpectPosts(terrain_, newer);
+    EXPECT_EQ(Slurp(folder_.File("terrain/theater.O2")), newPair.O);
+}
+
+TEST_F(TerrainStore, AStrayFileThatLooksStagedCostsNothing) {
+    const MadeLevel level = MadeLevel::Random(32, 10);
+    Write(level);
+    const std::string oldO = Slurp(folder_.File("terrain/theater.O2"));
+    folder_.Write("terrain/theater.O2x", "");
+    Load();
+    ExpectPosts(terrain_, level);
+    EXPECT_EQ(Slurp(folder_.File("terrain/theater.O2")), oldO);
+    EXPECT_FALSE(std::filesystem::exists(folder_.File("terrain/theater.O2x")));
 }
 
 } // namespace

@@ -1,0 +1,24 @@
+#include "platform/FileIdentity.h"
+
+#include "platform/FileNames.h"
+#include "platform/FileStatus.h"
+
+namespace vardenix {
+
+FileIdentity IdentityOfRealPath(const std::filesystem::path& path) {
+    const auto status = StatusOf(path);
+    if (!status)
+        return {};
+    return {true,
+            status->st_dev,
+            status->st_ino,
+            static_cast<uint64_t>(status->st_size),
+            status->st_mtim.tv_sec,
+            status->st_mtim.tv_nsec};
+}
+
+FileIdentity IdentityOf(std::string_view path) {
+    return IdentityOfRealPath(RealPath(path));
+}
+
+} // namespace vardenix
