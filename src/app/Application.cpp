@@ -2,6 +2,7 @@
 
 #include "app/BuilderWindows.h"
 #include "app/MapEditorWindows.h"
+#include "app/OverlayWindows.h"
 #include "app/Workspace.h"
 #include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
@@ -46,6 +47,7 @@ bool Application::Begin() {
         std::make_unique<BuilderWindows>(state_, *platform_, log_, *workspace_);
     mapEditorWindows_ =
         std::make_unique<MapEditorWindows>(state_, *platform_, *workspace_);
+    overlays_ = std::make_unique<OverlayWindows>(state_, *platform_, log_, *workspace_);
     return true;
 }
 

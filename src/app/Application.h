@@ -16,6 +16,7 @@ namespace vardenix {
 class BuilderWindows;
 class FrmStartUp;
 class MapEditorWindows;
+class OverlayWindows;
 class Workspace;
 
 // Makes the state and the windows and joins them.
@@ -51,6 +52,7 @@ private:
     std::unique_ptr<BuilderWindows> builderWindows_;
     std::unique_ptr<MapEditorWindows> mapEditorWindows_;
     std::unique_ptr<QSocketNotifier> endSignal_;
+    std::unique_ptr<OverlayWindows> overlays_;
 };
 
 } // namespace vardenix

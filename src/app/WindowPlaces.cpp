@@ -47,27 +47,28 @@ WindowSize PaletteSize(const Configuration& settings) {
     return {PixelsOfTwips(settings.PalWinSizeW), PixelsOfTwips(settings.PalWinSizeH)};
 }
 
+} // namespace
+
 WindowPosition PlaceOf(const QWidget& window) {
     return {.Top = TwipsOfPixels(window.y()), .Left = TwipsOfPixels(window.x())};
+}
+
+void PlaceAt(QWidget& window, const WindowPosition& place) {
+    MoveOnScreen(window, {PixelsOfTwips(place.Left), PixelsOfTwips(place.Top)});
 }
 
 void NoIcon(QWidget& window) {
     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
 }
 
-void KeepOver(QWidget& window, const QWidget& below) {
+void KeepOverMap(QWidget& window, const WorkspaceWindows& windows) {
+    const QWidget& below = *windows.Map;
     window.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                           Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
     window.setAttribute(Qt::WA_ShowWithoutActivating);
     for (const QWidget* each : std::initializer_list<const QWidget*>{&window, &below})
         each->winId(); // makes what the desktop knows of it
     window.windowHandle()->setTransientParent(below.windowHandle());
-}
-
-} // namespace
-
-void KeepPaletteOverMap(const WorkspaceWindows& windows) {
-    KeepOver(*windows.Palette, *windows.Map);
 }
 
 void WindowPlaces::Place() {

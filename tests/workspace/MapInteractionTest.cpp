@@ -220,5 +220,37 @@ TEST(PlaceInBIN, AreTheSetFromOneAndTheTileFromZero) {
     EXPECT_STREQ(NoSetForTile, "The Set number for this tile doesn't exist");
 }
 
+// "1,2 3,4", or nothing.
+std::string Told(const std::optional<PostBox>& box) {
+    if (!box)
+        return "";
+    return std::to_string(box->X1) + "," + std::to_string(box->Y1) + " " +
+           std::to_string(box->X2) + "," + std::to_string(box->Y2);
+}
+
+TEST(BoxAtCursor, FollowsTheCursorBetweenTheTwoCorners) {
+    MapInteraction interaction;
+    MapView view;
+    view.ExportX1 = 3;
+    view.ExportY1 = 4;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, view, {7, 1})), "");
+    interaction.WaitExportCorner1 = true;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, view, {7, 1})), "");
+    interaction.WaitExportCorner1 = false;
+    interaction.WaitExportCorner2 = true;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, view, {7, 1})), "3,4 7,1");
+    interaction.StopWaiting();
+    EXPECT_FALSE(interaction.Waits());
+}
+
+TEST(BoxAtCursor, AStampBeginsAtTheCursor) {
+    MapInteraction interaction;
+    interaction.WaitImportCorner = true;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, {}, {7, 1})), "");
+    interaction.ImportWidth = 2;
+    interaction.ImportHeight = 5;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, {}, {7, 1})), "7,1 8,5");
+}
+
 } // namespace
 } // namespace vardenix
