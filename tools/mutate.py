@@ -9,11 +9,13 @@ tests do not notice is printed at the end: either a test is missing, or the chan
 (an equivalent one, as `<` for `!=` in a loop that counts up).
 
 All this happens in a copy of the last commit (--work, build/mutate by default), so the
-checkout can be worked on meanwhile. The copy remembers what was tried: the same command goes
-on where it was stopped, and --report prints what is known without trying anything.
+checkout can be worked on meanwhile. What was tried is remembered: the same command goes on
+where it was stopped, and --report prints what is known without trying anything. A file that
+was changed since is tried anew, and so is what no test noticed once there are other tests.
 """
 import argparse
 import collections
+import functools
 import json
 import os
 import random
@@ -59,7 +61,9 @@ def places_of(path):
             for new in SWAPS[found.group()]:
                 yield Place(str(path), line, found.start(), found.group(), new)
         for found in NUMBER.finditer(text):
-            value = int(found.group(), 0)
+            text_of_number = found.group()
+            octal = text_of_number[0] == '0' and text_of_number.isdigit()
+            value = int(text_of_number, 8 if octal else 0)
             for new in {value + 1, max(value - 1, 0)} - {value}:
                 yield Place(str(path), line, found.start(), found.group(), str(new))
         for found in WORD.finditer(text):
@@ -82,6 +86,14 @@ def chosen_places(folders, count, seed):
         print(f'there are {len(spots)} places only')
 
 
+@functools.cache
+def version_of(path):
+    """Of a file or folder in the last commit; none where it is not there."""
+    found = subprocess.run(['git', 'rev-parse', '--quiet', '--verify', f'HEAD:{path}'],
+                           cwd=ROOT, text=True, capture_output=True)
+    return found.stdout.strip()
+
+
 class Copy:
     """A checkout of its own with the test programs in it."""
 
@@ -89,8 +101,6 @@ class Copy:
         self.folder = folder
         self.results_file = folder / 'mutations.jsonl'
         self.tree = folder / 'tree'
-        self.commit = subprocess.check_output(['git', 'rev-parse', 'HEAD'], cwd=ROOT,
-                                              text=True).strip()
         self.folders = folders
         # The changed files are of no use to anybody's cache.
         self.environment = dict(os.environ, CCACHE_READONLY='1', CCACHE_NOHASHDIR='1',
@@ -101,7 +111,7 @@ class Copy:
         shutil.rmtree(self.tree / 'src', ignore_errors=True)
         shutil.rmtree(self.tree / 'tests', ignore_errors=True)
         self.tree.mkdir(parents=True, exist_ok=True)
-        archive = subprocess.Popen(['git', 'archive', self.commit], cwd=ROOT,
+        archive = subprocess.Popen(['git', 'archive', 'HEAD'], cwd=ROOT,
                                    stdout=subprocess.PIPE)
         subprocess.run(['tar', 'x', '-C', str(self.tree)], stdin=archive.stdout, check=True)
         self.run(['cmake', '--preset', 'tests'], check=True)
@@ -145,13 +155,17 @@ class Copy:
                          '--gtest_brief=1'], timeout=timeout)
 
     def results(self):
-        """What was tried on this commit, by place."""
+        """What was tried on files that are still the same, by place."""
         known = {}
         if self.results_file.exists():
             for line in self.results_file.read_text().splitlines():
                 entry = json.loads(line)
-                if entry['commit'] == self.commit:
-                    known[Place(*entry['place'])] = entry['outcome']
+                place = Place(*entry['place'])
+                known.pop(place, None)
+                if entry['file'] == version_of(place.file) and (
+                        entry['outcome'] != 'survived' or
+                        entry['tests'] == version_of('tests')):
+                    known[place] = entry['outcome']
         return known
 
     def try_place(self, place):
@@ -173,8 +187,9 @@ class Copy:
 
     def remember(self, place, outcome):
         with open(self.results_file, 'a') as results:
-            results.write(json.dumps({'commit': self.commit, 'place': place,
-                                      'outcome': outcome}) + '\n')
+            results.write(json.dumps({'place': place, 'outcome': outcome,
+                                      'file': version_of(place.file),
+                                      'tests': version_of('tests')}) + '\n')
 
 
 def shown(place):
