@@ -150,10 +150,10 @@ void AddSaveAs(Command& all) {
         context.Open(options->Files);
         RequireFolderOf(options->Path);
         const Terrain& terrain = context.State.Terrain;
-        SaveTheater(terrain, options->Path, context.Progress);
         const LevelPair pair = PairForSaving(terrain, options->Path);
-        Print(NameOnDisk(pair.L));
-        Print(NameOnDisk(pair.O));
+        SaveTheater(terrain, pair, context.Progress);
+        Print(pair.L);
+        Print(pair.O);
         return ExitDone;
     });
 }

@@ -122,6 +122,6 @@ std::string ForTerminal(std::string_view text) {
     return shown;
 }
 
-std::string NameOnDisk(const std::string& path) { return TextOfPath(RealPath(path)); }
+std::string NameOnDisk(const std::string& path) { return ShownPath(path); }
 
 } // namespace vardenix

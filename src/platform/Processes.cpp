@@ -1,24 +1,18 @@
 #include "platform/Processes.h"
 
-#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 
 #include <cerrno>
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <spawn.h>
 #include <sys/wait.h>
-#include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <vector>
 
 extern char** environ; // NOLINT(readability-redundant-declaration)
-
-namespace fs = std::filesystem;
 
 namespace vardenix {
 
@@ -127,32 +121,6 @@ void SystemProcesses::Open(const std::string& address) {
 
 void SystemProcesses::Sleep(int milliseconds) {
     std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-}
-
-std::string ProgramFolder() {
-    std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    return error ? TextOfPath(fs::current_path()) : TextOfPath(program.parent_path());
-}
-
-std::string OwnFilesFolder(const std::string& programFolder) {
-    if (::access(RealPath(programFolder).c_str(), W_OK) == 0)
-        return programFolder;
-    const char* data = std::getenv("XDG_DATA_HOME"); // NOLINT(concurrency-mt-unsafe)
-    const char* home = std::getenv("HOME");          // NOLINT(concurrency-mt-unsafe)
-    std::string folder;
-    if (data != nullptr && data[0] == '/')
-        folder = std::string(data) + "/vardenix";
-    else
-        folder = std::string(home != nullptr ? home : "/tmp") + "/.local/share/vardenix";
-    CreateFolder(folder);
-    return folder;
-}
-
-std::string TemporaryFolder() {
-    std::error_code error;
-    const fs::path folder = fs::temp_directory_path(error);
-    return error ? "/tmp" : TextOfPath(folder);
 }
 
 } // namespace vardenix

@@ -40,15 +40,4 @@ private:
 // A text as one word of a command line.
 std::string QuotedWord(const std::string& text);
 
-// The folder of the running program, without a slash behind it.
-std::string ProgramFolder();
-
-// The folder for the program's own files: `programFolder` when files can be made there,
-// else the user's data folder of the platform, made when it is missing. Without a slash
-// behind it.
-std::string OwnFilesFolder(const std::string& programFolder);
-
-// The system's folder for temporary files, as the system tells it.
-std::string TemporaryFolder();
-
 } // namespace vardenix
