@@ -38,7 +38,7 @@ TheaterPaths TheaterFiles::Paths() const {
 }
 
 std::optional<int32_t> TheaterFiles::WidthOnDisk() const {
-    const std::string pathO = OffsetFileOfL2(UpperCase(L2File()));
+    const std::string pathO = OffsetFileOfL2(L2File());
     try {
         return WidthFromOffsetFile(FileLength(pathO), pathO);
     } catch (const RuntimeError&) {

@@ -1,5 +1,6 @@
 #include "platform/Processes.h"
 
+#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 
 #include <cerrno>
@@ -74,6 +75,15 @@ public:
     posix_spawnattr_t attributes{};
 };
 
+// A line too long for a name is none.
+bool NamesAFile(const std::string& commandLine) {
+    try {
+        return FileExists(commandLine);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 bool HasSlash(const std::string& text) {
     return text.find_first_of("/\\") != std::string::npos;
 }
@@ -104,7 +114,7 @@ void SystemProcesses::Spawn(const std::vector<std::string>& words,
 }
 
 void SystemProcesses::Start(const std::string& commandLine) {
-    std::vector<std::string> words = FileExists(commandLine)
+    std::vector<std::string> words = NamesAFile(commandLine)
                                          ? std::vector<std::string>{commandLine}
                                          : WordsOf(commandLine);
     if (words.empty())
