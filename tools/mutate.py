@@ -53,8 +53,8 @@ def without_texts(source):
     return pattern.sub(lambda found: re.sub(r'[^\n]', ' ', found.group()), source)
 
 
-def places_of(path):
-    source = (ROOT / path).read_text()
+def places_of(tree, path):
+    source = (tree / path).read_text()
     for line, text in enumerate(without_texts(source).split('\n'), 1):
         for found in OPERATOR.finditer(text):
             # `= 0` of a pure routine and template brackets do not compile otherwise.
@@ -71,27 +71,17 @@ def places_of(path):
             yield Place(str(path), line, found.start(), found.group(), new)
 
 
-def chosen_places(folders, count, seed):
-    """`count` places in an order that the seed alone gives; no two at one spot."""
+def chosen_places(tree, folders, seed):
+    """All places in an order that the seed alone gives; no two at one spot."""
     all_places = [place for folder in folders
-                  for path in sorted((ROOT / 'src' / folder).glob('*.cpp'))
-                  for place in places_of(path.relative_to(ROOT))]
+                  for path in sorted((tree / 'src' / folder).glob('*.cpp'))
+                  for place in places_of(tree, path.relative_to(tree))]
     random.Random(seed).shuffle(all_places)
     spots = set()
     for place in all_places:
         if (place.file, place.line, place.column) not in spots:
             spots.add((place.file, place.line, place.column))
             yield place
-    if len(spots) < count:
-        print(f'there are {len(spots)} places only')
-
-
-@functools.cache
-def version_of(path):
-    """Of a file or folder in the last commit; none where it is not there."""
-    found = subprocess.run(['git', 'rev-parse', '--quiet', '--verify', f'HEAD:{path}'],
-                           cwd=ROOT, text=True, capture_output=True)
-    return found.stdout.strip()
 
 
 class Copy:
@@ -100,6 +90,9 @@ class Copy:
     def __init__(self, folder, folders):
         self.folder = folder
         self.results_file = folder / 'mutations.jsonl'
+        # Commits of the checkout meanwhile do not count.
+        self.commit = subprocess.check_output(['git', 'rev-parse', 'HEAD'], cwd=ROOT,
+                                              text=True).strip()
         self.tree = folder / 'tree'
         self.folders = folders
         # The changed files are of no use to anybody's cache.
@@ -111,7 +104,7 @@ class Copy:
         shutil.rmtree(self.tree / 'src', ignore_errors=True)
         shutil.rmtree(self.tree / 'tests', ignore_errors=True)
         self.tree.mkdir(parents=True, exist_ok=True)
-        archive = subprocess.Popen(['git', 'archive', 'HEAD'], cwd=ROOT,
+        archive = subprocess.Popen(['git', 'archive', self.commit], cwd=ROOT,
                                    stdout=subprocess.PIPE)
         subprocess.run(['tar', 'x', '-C', str(self.tree)], stdin=archive.stdout, check=True)
         self.run(['cmake', '--preset', 'tests'], check=True)
@@ -154,6 +147,14 @@ class Copy:
         return self.run([f'build/tests/bin/{folder}_tests', '--gtest_fail_fast',
                          '--gtest_brief=1'], timeout=timeout)
 
+    @functools.cache
+    def version_of(self, path):
+        """Of a file or folder; none where it is not there."""
+        found = subprocess.run(['git', 'rev-parse', '--quiet', '--verify',
+                                f'{self.commit}:{path}'],
+                               cwd=ROOT, text=True, capture_output=True)
+        return found.stdout.strip()
+
     def results(self):
         """What was tried on files that are still the same, by place."""
         known = {}
@@ -162,9 +163,9 @@ class Copy:
                 entry = json.loads(line)
                 place = Place(*entry['place'])
                 known.pop(place, None)
-                if entry['file'] == version_of(place.file) and (
+                if entry['file'] == self.version_of(place.file) and (
                         entry['outcome'] != 'survived' or
-                        entry['tests'] == version_of('tests')):
+                        entry['tests'] == self.version_of('tests')):
                     known[place] = entry['outcome']
         return known
 
@@ -188,21 +189,21 @@ class Copy:
     def remember(self, place, outcome):
         with open(self.results_file, 'a') as results:
             results.write(json.dumps({'place': place, 'outcome': outcome,
-                                      'file': version_of(place.file),
-                                      'tests': version_of('tests')}) + '\n')
+                                      'file': self.version_of(place.file),
+                                      'tests': self.version_of('tests')}) + '\n')
 
 
-def shown(place):
-    line = (ROOT / place.file).read_text().split('\n')[place.line - 1]
+def shown(tree, place):
+    line = (tree / place.file).read_text().split('\n')[place.line - 1]
     return f'{place.file}:{place.line}:{place.column + 1}: {place.old} -> {place.new}: ' \
            f'{line.strip()}'
 
 
-def report(results):
+def report(tree, results):
     outcomes = collections.Counter(results.values())
     for place in sorted(results):
         if results[place] == 'survived':
-            print(shown(place))
+            print(shown(tree, place))
     tried = outcomes['noticed'] + outcomes['survived']
     print(f'{tried} places tried, {outcomes["survived"]} of them unnoticed; '
           f'{outcomes["does not compile"]} more did not compile')
@@ -218,28 +219,26 @@ def main():
     parser.add_argument('--report', action='store_true', help='print what is known')
     arguments = parser.parse_args()
 
-    places = chosen_places(arguments.folders, arguments.count, arguments.seed)
     if arguments.list:
+        places = chosen_places(ROOT, arguments.folders, arguments.seed)
         for place, _ in zip(places, range(arguments.count)):
-            print(shown(place))
+            print(shown(ROOT, place))
         return 0
     arguments.work.mkdir(parents=True, exist_ok=True)
     copy = Copy(arguments.work.resolve(), arguments.folders)
     results = copy.results()
     if not arguments.report:
-        if subprocess.run(['git', 'diff', '--quiet', 'HEAD', '--', 'src'], cwd=ROOT).returncode:
-            sys.exit('src/ has changes that are in no commit: places would be others')
         copy.prepare()
         tried = 0
-        for place in places:
+        for place in chosen_places(copy.tree, arguments.folders, arguments.seed):
             if tried >= arguments.count:
                 break
             if place not in results:
                 results[place] = copy.try_place(place)
                 copy.remember(place, results[place])
-                print(f'{results[place]}: {shown(place)}', flush=True)
+                print(f'{results[place]}: {shown(copy.tree, place)}', flush=True)
             tried += results[place] != 'does not compile'
-    report(results)
+    report(copy.tree, results)
     return int('survived' in results.values())
 
 
