@@ -86,6 +86,46 @@ TEST(FirstLayout, OnASmallScreenThePreviewGoesWhereItLeavesMoreOfTheMap) {
     EXPECT_GT(beside.Preview.Left, beside.Map.Left + beside.Map.Width);
 }
 
+void ExpectPlace(const PixelRect& place, const PixelRect& expected) {
+    EXPECT_EQ(place.Left, expected.Left);
+    EXPECT_EQ(place.Top, expected.Top);
+    EXPECT_EQ(place.Width, expected.Width);
+    EXPECT_EQ(place.Height, expected.Height);
+}
+
+// Frames take 16 pixels across and 34 down. The panel takes 316 by 594 of the room, the
+// preview 272 by 334.
+TEST(FirstLayout, EveryPlaceIsCountedToThePixel) {
+    const PixelRect room{10, 20, 1000, 800};
+    const FirstLayout beside = LayOutFirst(room, Panel, {500, 2000}, Preview, Palette);
+    ExpectPlace(beside.Panel, {10, 20, 300, 560});
+    ExpectPlace(beside.Map, {10 + 316, 20, 1000 - 316 - 272 - 16, 800 - 34});
+    ExpectPlace(beside.Preview, {10 + 1000 - 272, 20, 256, 300});
+    // Under the map it leaves 668 by 432 of it, beside it 396 by 766.
+    const FirstLayout under = LayOutFirst(room, Panel, {668, 432}, Preview, Palette);
+    ExpectPlace(under.Map, {10 + 316, 20, 668, 432});
+    ExpectPlace(under.Preview, {10 + 316, 20 + 432 + 34, 256, 300});
+    // Under the panel, where both are as high as the room.
+    const FirstLayout left =
+        LayOutFirst(room, Panel, {2000, 2000}, {330, 800 - 594 - 34}, Palette);
+    ExpectPlace(left.Map, {10 + 346, 20, 1000 - 346 - 16, 800 - 34});
+    ExpectPlace(left.Preview, {10, 20 + 594, 330, 172});
+    // A line higher, and it does not fit there.
+    const FirstLayout higher =
+        LayOutFirst(room, Panel, {2000, 2000}, {330, 800 - 594 - 33}, Palette);
+    EXPECT_NE(higher.Preview.Left, 10);
+    // A third of the room at most.
+    EXPECT_EQ(LayOutFirst(room, Panel, Map, {999, 172}, Palette).Preview.Width, 333);
+}
+
+// Where both ways leave the same of the map, the preview stands beside it.
+TEST(FirstLayout, ThePreviewStandsBesideTheMapWhereThatCostsNothing) {
+    const FirstLayout layout =
+        LayOutFirst({0, 0, 1000, 800}, Panel, {300, 300}, {100, 200}, Palette);
+    ExpectPlace(layout.Map, {316, 0, 300, 300});
+    ExpectPlace(layout.Preview, {316 + 300 + 16, 0, 100, 200});
+}
+
 TEST(FirstLayout, LargeWindowsAreCutToTheScreen) {
     const FirstLayout layout =
         LayOutFirst(Room, Panel, {5140, 5140}, {2048, 2100}, Palette);
