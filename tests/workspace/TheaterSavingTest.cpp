@@ -241,7 +241,7 @@ TEST_F(TheaterSavingTest, AMissingO0FileLeavesEverythingAsItWas) {
 TEST_F(TheaterSavingTest, AFileThatIsGoneIsToldOf) {
     dialogs_.ExpectOpen("", folder_.File("gone.elv"), 2);
     dialogs_.ExpectBox("Error...",
-                       "ERROR number 53\nFile not found\nmeasuring " +
+                       "ERROR number 53\nFile not found\nopening " +
                            folder_.File("gone.elv") + ": No such file or directory",
                        BoxAnswer::Ok);
     EXPECT_FALSE(cmdLoadL0Elv(parts_));
