@@ -182,7 +182,8 @@ TEST_F(CommandLine, UsageIsExplainedOnTheStandardError) {
 TEST_F(CommandLine, AMissingTheaterIsARunTimeError) {
     const ProgramResult result = Run({"info", "--theater", folder_.File("none")});
     EXPECT_EQ(result.ExitCode, 3);
-    EXPECT_EQ(result.Errors, "L2 File not found\n" + folder_.File("none/terrain/theater.l2") +
+    EXPECT_EQ(result.Errors, "L2 File not found\n" +
+                                 folder_.File("none/terrain/theater.l2") +
                                  "\nRun-time error '53':\n\nFile not found\n"
                                  "the theater cannot be opened\n");
 }

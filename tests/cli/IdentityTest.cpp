@@ -44,8 +44,8 @@ TEST_F(Identity, TheatersWhoseNamesDifferByCaseOnlyAreNeverMixed) {
         const ProgramResult set =
             RunAt(names[i], {"set", "1", "0", "--tile", std::to_string(i + 30)});
         EXPECT_EQ(set.ExitCode, 0) << set.Errors;
-        EXPECT_EQ(set.Output, "1 post set in " + folder_.File(names[i]) +
-                                  "/terrain/theater.L2\n");
+        EXPECT_EQ(set.Output,
+                  "1 post set in " + folder_.File(names[i]) + "/terrain/theater.L2\n");
     }
     for (size_t i = 0; i < names.size(); ++i) {
         EXPECT_EQ(OnDiskOf(names[i]).At(1, 1).Tile, static_cast<int>(i) + 20);
@@ -120,15 +120,13 @@ TEST_F(Identity, SaveAsOntoAVeryNameWritesThatFile) {
 
 TEST_F(Identity, ATheaterInFoldersThatCannotBeListedIsOpenedByItsExactNames) {
     const std::string base = folder_.File("my theater");
-    for (const fs::path folder :
-         {folder_.Path(), base, base + "/terrain", base + "/texture",
-          base + "/texture/texture"})
+    for (const fs::path folder : {folder_.Path(), base, base + "/terrain",
+                                  base + "/texture", base + "/texture/texture"})
         fs::permissions(folder, static_cast<fs::perms>(0711));
     const PlainUser user;
-    const ProgramResult told =
-        Run({"info", "--l2", Terrain("theater.L2"), "--bin",
-             base + "/texture/Texture.bin", "--map", Terrain("theater.map"), "--dds",
-             base + "/texture/texture"});
+    const ProgramResult told = Run(
+        {"info", "--l2", Terrain("theater.L2"), "--bin", base + "/texture/Texture.bin",
+         "--map", Terrain("theater.map"), "--dds", base + "/texture/texture"});
     EXPECT_EQ(told.ExitCode, 0) << told.Errors;
     EXPECT_NE(told.Output.find("posts a side: 32"), std::string::npos);
 }
@@ -195,8 +193,8 @@ protected:
     // The map, every tile of which is without its picture.
     std::string Rendered() {
         const std::string picture = folder_.File("tmp/map.bmp");
-        const ProgramResult result = RunProgram({Program(), "render", picture, "--theater",
-                                                 folder_.File("my theater")});
+        const ProgramResult result = RunProgram(
+            {Program(), "render", picture, "--theater", folder_.File("my theater")});
         EXPECT_EQ(result.ExitCode, 0) << result.Errors;
         return Slurp(picture);
     }

@@ -92,6 +92,8 @@ bool Child::Running() {
     return false;
 }
 
+void Child::Signal(int signal) const { kill(pid_, signal); }
+
 void Child::KillAfter(int milliseconds) {
     const auto deadline =
         std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
