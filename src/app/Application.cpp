@@ -1,5 +1,8 @@
 #include "app/Application.h"
 
+#include "app/BuilderWindows.h"
+#include "app/MapEditorWindows.h"
+#include "app/OverlayWindows.h"
 #include "app/Workspace.h"
 #include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
@@ -40,6 +43,11 @@ bool Application::Begin() {
     platform_ =
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
     workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
+    builderWindows_ =
+        std::make_unique<BuilderWindows>(state_, *platform_, log_, *workspace_);
+    mapEditorWindows_ =
+        std::make_unique<MapEditorWindows>(state_, *platform_, *workspace_);
+    overlays_ = std::make_unique<OverlayWindows>(state_, *platform_, log_, *workspace_);
     return true;
 }
 

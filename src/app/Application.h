@@ -13,7 +13,10 @@
 
 namespace vardenix {
 
+class BuilderWindows;
 class FrmStartUp;
+class MapEditorWindows;
+class OverlayWindows;
 class Workspace;
 
 // Makes the state and the windows and joins them.
@@ -46,7 +49,10 @@ private:
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FrmStartUp> frmStartUp_;
     std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<BuilderWindows> builderWindows_;
+    std::unique_ptr<MapEditorWindows> mapEditorWindows_;
     std::unique_ptr<QSocketNotifier> endSignal_;
+    std::unique_ptr<OverlayWindows> overlays_;
 };
 
 } // namespace vardenix

@@ -54,6 +54,9 @@ void AddSaveAs(Command& all);
 void AddElevation(Command& all);
 void AddPreview(Command& all);
 void AddRender(Command& all);
+void AddRebuild(Command& all);
+void AddRebuildElevation(Command& all);
+void AddFarTile(Command& all);
 void AddSettings(Command& all);
 
 } // namespace vardenix

@@ -44,6 +44,9 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddElevation(all);
     AddPreview(all);
     AddRender(all);
+    AddRebuild(all);
+    AddRebuildElevation(all);
+    AddFarTile(all);
     AddSettings(all);
     try {
         const int code = RunParsed(line.Parse(arguments));

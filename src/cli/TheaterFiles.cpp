@@ -50,8 +50,8 @@ std::vector<std::string> TheaterFiles::WrittenFiles() const {
 }
 
 std::optional<int32_t> TheaterFiles::WidthOnDisk() const {
-    const std::string pathO = OffsetFileOfL2(UpperCase(L2File()));
     try {
+        const std::string pathO = FindLevelPair(L2File()).O;
         return WidthFromOffsetFile(FileLength(pathO), pathO);
     } catch (const RuntimeError&) {
         return std::nullopt;

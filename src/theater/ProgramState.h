@@ -2,8 +2,10 @@
 
 #include "theater/Configuration.h"
 #include "theater/Discovery.h"
+#include "theater/FeatureSet.h"
 #include "theater/HeightPicture.h"
 #include "theater/MapFileRecord.h"
+#include "theater/SearchResults.h"
 #include "theater/Terrain.h"
 #include "theater/TextureBin.h"
 
@@ -40,6 +42,9 @@ struct ProgramState {
     FileIdentity MAPFileRead; // as it was read or last saved
     vardenix::MapFileRecord MapFileRecord{};
     HeightPicture Preview;
+    FeatureSet Features;
+    FeatureSwitches ShownFeatures;
+    SearchState Search;
 };
 
 } // namespace vardenix

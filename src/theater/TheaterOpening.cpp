@@ -63,6 +63,10 @@ TheaterPaths PathsOfTheater(const std::string& baseDir, const std::string& terra
             folder + "\\terrain\\theater.map", folder + "\\texture\\texture\\"};
 }
 
+LevelPair FindLevelPair(const std::string& l2File) {
+    return PairOfL2(TextOfPath(RealPathToRead(l2File)));
+}
+
 bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& dialogs,
                        DebugLog& log) {
     const FilesOfTheater files(paths.L2File);

@@ -28,10 +28,27 @@ constexpr const char* Dashes = "-----------------------------------";
                            std::to_string(tile) + "; expected 0 or more");
 }
 
-// How many posts have each number below `numbers`; the last element counts all other
-// posts. Four tables take turns: a land is full of runs of one number, and adding again
+std::vector<int32_t> SerialsOfUnknown(const Terrain& terrain, const TileLookup& lookup) {
+    std::vector<int32_t> serials;
+    int32_t serial = 0;
+    for (const TerrainPost& post : terrain.LxArr.Values()) {
+        ++serial;
+        const int32_t tile = post.TileOffset;
+        if (tile < 0)
+            RefuseNegative(terrain, serial, tile);
+        if (static_cast<size_t>(tile) >= lookup.size() ||
+            lookup[static_cast<size_t>(tile)].Terrain == -1)
+            serials.push_back(serial);
+    }
+    return serials;
+}
+
+} // namespace
+
+// Four tables take turns: a land is full of runs of one number, and adding again
 // to what was just added to would wait for it.
-std::vector<int32_t> CountNumbers(std::span<const TerrainPost> posts, size_t numbers) {
+std::vector<int32_t> CountTileNumbers(std::span<const TerrainPost> posts,
+                                      size_t numbers) {
     constexpr size_t Tables = 4;
     const size_t width = numbers + 1;
     const auto last = static_cast<uint32_t>(numbers);
@@ -57,27 +74,10 @@ std::vector<int32_t> CountNumbers(std::span<const TerrainPost> posts, size_t num
     return counts;
 }
 
-std::vector<int32_t> SerialsOfUnknown(const Terrain& terrain, const TileLookup& lookup) {
-    std::vector<int32_t> serials;
-    int32_t serial = 0;
-    for (const TerrainPost& post : terrain.LxArr.Values()) {
-        ++serial;
-        const int32_t tile = post.TileOffset;
-        if (tile < 0)
-            RefuseNegative(terrain, serial, tile);
-        if (static_cast<size_t>(tile) >= lookup.size() ||
-            lookup[static_cast<size_t>(tile)].Terrain == -1)
-            serials.push_back(serial);
-    }
-    return serials;
-}
-
-} // namespace
-
 std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup) {
     const size_t numbers = lookup.size();
     const auto posts = terrain.LxArr.Values();
-    const std::vector<int32_t> uses = CountNumbers(posts, numbers);
+    const std::vector<int32_t> uses = CountTileNumbers(posts, numbers);
     bool known = uses[numbers] == 0;
     for (size_t number = 0; number < numbers; ++number) {
         lookup[number].UseCount = uses[number];

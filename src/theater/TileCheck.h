@@ -6,10 +6,15 @@
 #include "theater/TextureBin.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace vardenix {
+
+// How many posts have each number below `numbers`; the last element counts all other
+// posts, those with negative numbers among them.
+std::vector<int32_t> CountTileNumbers(std::span<const TerrainPost> posts, size_t numbers);
 
 // Counts the posts that use each tile number into UseCount, from 0 on every element, the
 // empty slots too. Returns the serials, in order, of the posts whose number has no tile:

@@ -53,6 +53,17 @@ TEST_F(Identity, TheatersWhoseNamesDifferByCaseOnlyAreNeverMixed) {
     }
 }
 
+TEST_F(Identity, ThePositionsOfATheaterAreNotThoseOfItsNeighbour) {
+    const std::string tile = std::to_string(level_.At(30, 31).Tile);
+    MakeTheater("korea", 1);
+    level_ = MadeLevel::Empty(16);
+    MakeTheater("KOREA", 2);
+    const ProgramResult told = RunAt("korea", {"get", "29", "30"});
+    EXPECT_EQ(told.ExitCode, 0) << told.Errors;
+    EXPECT_NE(told.Output.find("tile: " + tile + "\n"), std::string::npos);
+    EXPECT_EQ(RunAt("KOREA", {"get", "29", "30"}).ExitCode, 2);
+}
+
 TEST_F(Identity, PairsInOneFolderWhoseNamesDifferByCaseOnlyAreNeverMixed) {
     const PairBytes backup = ScatteredPair(MadeLevel::Random(32, 3));
     folder_.Write("my theater/terrain/THEATER.L2", backup.L);

@@ -37,6 +37,7 @@ public:
         UndoPoints& Undo;
         WorkspaceCommands& Workspace;
         MapCommands& Commands;
+        FeatureLayer* Features = nullptr; // drawn on top; may be none
     };
     explicit FrmVXMap(const Parts& parts);
     ~FrmVXMap() override;
@@ -65,6 +66,8 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -79,6 +82,10 @@ private:
     void PicShow_MouseDown(QMouseEvent& event);
     void PicShow_MouseMove(QPointF position);
     void ShowPopup(QPoint globalPosition);
+    // What the next click would export or stamp over is framed while the mouse moves.
+    void ShowBand(QPointF position);
+    // No corner is waited for any more. False when none was.
+    bool StopWaiting();
 
     void ClearPicShow() override {}
     void CopyToPicShow() override;
@@ -91,6 +98,7 @@ private:
     MapRenderer& renderer_;
     WorkspaceCommands& workspace_;
     MapCommands& commands_;
+    FeatureLayer* features_;
     MapMouse mouse_;
     std::unique_ptr<Ui::FrmVXMap> ui_;
     QMenu* mnupup1_ = nullptr;
