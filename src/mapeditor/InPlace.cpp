@@ -1,6 +1,8 @@
 #include "mapeditor/InPlace.h"
 
 #include "platform/FileNames.h"
+#include "platform/ReadableFile.h"
+#include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
 
 #include <algorithm>
@@ -8,18 +10,19 @@
 namespace vardenix {
 
 FileBytes ReadBeginning(std::string_view path, size_t length) {
-    const FileBytes all = ReadWholeFile(path);
-    FileBytes bytes(std::min(all.size(), length));
-    std::copy_n(all.data(), bytes.size(), bytes.data());
+    const ReadableFile file(path);
+    FileBytes bytes(static_cast<size_t>(std::min<uint64_t>(file.Size(), length)));
+    if (file.ReadAt(0, {bytes.data(), bytes.size()}) < bytes.size())
+        throw RuntimeError(ErrorNumber::InputPastEnd,
+                           file.Path() + " became shorter while it was read");
     return bytes;
 }
 
 void WriteInPlace(std::string_view path, std::span<const std::byte> bytes) {
-    const FileBytes old = FileExists(path) ? ReadWholeFile(path) : FileBytes();
     StagedFile file(path);
     file.Write(bytes);
-    if (old.size() > bytes.size())
-        file.Write(old.Span().subspan(bytes.size()));
+    if (FileExists(path))
+        file.WriteRestOf(ReadableFile(path), bytes.size());
     file.Commit();
 }
 

@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "theater/ChangedFiles.h"
 #include "ui_frmMAPMain.h"
 
 #include <QCloseEvent>
@@ -111,7 +112,9 @@ bool frmMAPMain::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmMAPMain::OpenMapFile(const std::string& path) {
-    vardenix::OpenMapFile(path, state_.MapFileRecord);
+    const FileIdentity read = vardenix::OpenMapFile(path, state_.MapFileRecord);
+    if (SameFile(path, state_.MAPFile))
+        state_.MAPFileRead = read;
     path_ = path;
     mapDirty_ = false;
     ui_->cmdSaveMAP->setEnabled(false);
@@ -154,10 +157,15 @@ void frmMAPMain::TakeRecordBack() {
         SetEntryColor(state_.MapFileRecord.Palette[i], ui_->Command1->Color(i));
 }
 
-void frmMAPMain::SaveMapFile() {
+bool frmMAPMain::SaveMapFile() {
     TakeRecordBack();
-    vardenix::SaveMapFile(state_.MAPFile, state_.MapFileRecord);
-    path_ = state_.MAPFile;
+    const bool saved = SavedOrKept(platform_.Dialogs, [this](IfChanged ifChanged) {
+        state_.MAPFileRead = vardenix::SaveMapFile(state_.MAPFile, state_.MapFileRecord,
+                                                   state_.MAPFileRead, ifChanged);
+    });
+    if (saved)
+        path_ = state_.MAPFile;
+    return saved;
 }
 
 void frmMAPMain::MAPNeedSave() {
@@ -207,7 +215,8 @@ void frmMAPMain::mnuOpen_Click() {
 void frmMAPMain::cmdSaveMAP_Click() {
     Trapped([this] {
         try {
-            SaveMapFile();
+            if (!SaveMapFile())
+                return;
         } catch (const MapFieldError& error) {
             ShowWrongNumber(error.Index());
             throw;
