@@ -2,8 +2,8 @@
 // layer and with every layer. The bare work beside the cold one is decoding each distinct
 // tile once.
 #include "BenchMap.h"
+#include "mapview/windows/QtDrawingSurface.h"
 #include "services/ImageFiles.h"
-#include "workspace/windows/QtDrawingSurface.h"
 
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>

@@ -52,7 +52,7 @@ function(house_folder folder)
   endif()
   target_include_directories(${target} ${scope} ${CMAKE_BINARY_DIR}/include/${target})
   target_link_libraries(${target} ${scope} ${ARG_LINKS})
-  if(folder MATCHES "/windows$")
+  if(sources AND folder MATCHES "/windows$")
     set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
     # What moc and uic write is not held to this program's warnings.
     target_include_directories(${target} SYSTEM PRIVATE

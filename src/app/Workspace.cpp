@@ -2,6 +2,7 @@
 
 #include "app/WorkspaceVerbs.h"
 #include "mapeditor/MapFile.h"
+#include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/FileNames.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
@@ -11,7 +12,6 @@
 #include "workspace/FirstLayout.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
-#include "workspace/windows/FrmVXTheaterPreview.h"
 #include "workspace/windows/FrmVXTilePal.h"
 
 #include <QScreen>

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "mapview/MapRenderer.h"
+#include "mapview/MapView.h"
 #include "platform/Platform.h"
 #include "services/TilePictures.h"
 #include "theater/ProgramState.h"
 #include "theater/TheaterOpening.h"
+#include "theater/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
-#include "workspace/MapRenderer.h"
-#include "workspace/MapView.h"
 #include "workspace/UndoPoints.h"
-#include "workspace/WorkspaceCommands.h"
 
 #include <functional>
 #include <memory>

@@ -1,8 +1,8 @@
 #include "cli/MapPainter.h"
 
+#include "mapview/MapRenderer.h"
+#include "mapview/windows/QtDrawingSurface.h"
 #include "services/TilePictures.h"
-#include "workspace/MapRenderer.h"
-#include "workspace/windows/QtDrawingSurface.h"
 
 #include <QGuiApplication>
 

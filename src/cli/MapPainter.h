@@ -1,10 +1,10 @@
 #pragma once
 
+#include "mapview/MapView.h"
 #include "platform/Progress.h"
 #include "services/Raster.h"
 #include "theater/DebugLog.h"
 #include "theater/ProgramState.h"
-#include "workspace/MapView.h"
 
 namespace vardenix {
 

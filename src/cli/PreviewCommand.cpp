@@ -1,8 +1,8 @@
 // preview: the height picture, the same as the preview window saves.
 #include "cli/Commands.h"
 #include "cli/SavedPicture.h"
+#include "mapview/DrawingSurface.h"
 #include "theater/HeightPicture.h"
-#include "workspace/DrawingSurface.h"
 
 #include <memory>
 

@@ -2,7 +2,7 @@
 #include "cli/Commands.h"
 #include "cli/MapPainter.h"
 #include "cli/SavedPicture.h"
-#include "workspace/MapLayout.h"
+#include "mapview/MapLayout.h"
 
 #include <CLI/Option.hpp>
 #include <CLI/Validators.hpp>

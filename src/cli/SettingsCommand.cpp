@@ -1,8 +1,8 @@
 // settings: the first VX.ini of an install, for whoever sets the program up for others.
 #include "cli/Commands.h"
+#include "mapview/MapLayout.h"
 #include "platform/FileNames.h"
 #include "theater/ConfigurationFile.h"
-#include "workspace/MapLayout.h"
 
 #include <CLI/Option.hpp>
 #include <CLI/Validators.hpp>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mapeditor/MapFileRecord.h"
+#include "theater/MapFileRecord.h"
 
 #include <cstddef>
 #include <span>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "mapeditor/MapFileRecord.h"
 #include "theater/Configuration.h"
 #include "theater/Discovery.h"
 #include "theater/HeightPicture.h"
+#include "theater/MapFileRecord.h"
 #include "theater/Terrain.h"
 #include "theater/TextureBin.h"
 

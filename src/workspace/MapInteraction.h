@@ -1,9 +1,9 @@
 #pragma once
 
+#include "mapview/MapLayout.h"
+#include "mapview/MapView.h"
 #include "theater/Terrain.h"
 #include "theater/TextureBin.h"
-#include "workspace/MapLayout.h"
-#include "workspace/MapView.h"
 
 #include <cstdint>
 #include <optional>

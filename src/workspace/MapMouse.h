@@ -1,10 +1,10 @@
 #pragma once
 
+#include "mapview/MapView.h"
 #include "theater/Terrain.h"
+#include "theater/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
-#include "workspace/MapView.h"
 #include "workspace/UndoPoints.h"
-#include "workspace/WorkspaceCommands.h"
 
 #include <cstdint>
 #include <optional>

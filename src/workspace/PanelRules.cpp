@@ -51,11 +51,6 @@ ViewPosition GoToXY(std::string_view labelX, std::string_view labelY, int32_t ma
     return ClampToScroll({rounded(labelX), rounded(labelY)}, mapWidth);
 }
 
-bool KeepsDigitKey(char32_t key) {
-    constexpr char32_t backspace = 8;
-    return (key >= U'0' && key <= U'9') || key == backspace;
-}
-
 ButtonState RedrawSaveButton(bool shiftDown, bool l0Mode, bool l0NeedSave,
                              bool l2NeedSave) {
     const std::string caption = l0Mode ? "Save L0/ELV" : "Save L2";

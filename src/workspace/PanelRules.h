@@ -1,7 +1,7 @@
 #pragma once
 
-#include "workspace/MapLayout.h"
-#include "workspace/MapView.h"
+#include "mapview/MapLayout.h"
+#include "mapview/MapView.h"
 
 #include <array>
 #include <cstdint>
@@ -31,8 +31,6 @@ std::string GridCaption(const MapView& view); // of Label2: "5 X 5"
 // cmdGoXY: the position that the texts of LabelX and LabelY spell, rounded and clamped to
 // the scroll ranges.
 ViewPosition GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth);
-// What boxes for whole numbers take: digits and backspace.
-bool KeepsDigitKey(char32_t key);
 
 struct ButtonState {
     std::string Caption;

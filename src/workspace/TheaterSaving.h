@@ -1,10 +1,10 @@
 #pragma once
 
+#include "mapview/MapView.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
 #include "theater/Terrain.h"
-#include "workspace/MapView.h"
 
 #include <string>
 

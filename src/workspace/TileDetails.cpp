@@ -1,8 +1,8 @@
 #include "workspace/TileDetails.h"
 
+#include "platform/KeyFilters.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "workspace/PanelRules.h"
 
 namespace vardenix {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "theater/Terrain.h"
-#include "workspace/WorkspaceCommands.h"
+#include "theater/WorkspaceCommands.h"
 
 #include <cstdint>
 #include <vector>

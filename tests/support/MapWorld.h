@@ -1,8 +1,8 @@
 #pragma once
 
+#include "mapview/MapRenderer.h"
 #include "support/FixedClock.h"
 #include "support/RecordingProgress.h"
-#include "workspace/MapRenderer.h"
 
 #include <cstdint>
 #include <string>

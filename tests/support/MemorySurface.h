@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/RasterSurface.h"
+#include "mapview/RasterSurface.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/WorkspaceCommands.h"
+#include "theater/WorkspaceCommands.h"
 
 #include <functional>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workspace/MapRenderer.h"
+#include "mapview/MapRenderer.h"
 
 #include <cstdio>
 #include <functional>

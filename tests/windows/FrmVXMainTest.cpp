@@ -1,6 +1,6 @@
 #include "windows/FrmVXMainTest.h"
 
-#include "workspace/windows/ColorButton.h"
+#include "platform/windows/ColorButton.h"
 
 #include <QCheckBox>
 #include <QComboBox>

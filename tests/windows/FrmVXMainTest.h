@@ -1,8 +1,8 @@
 #pragma once
 
+#include "mapview/MapLayout.h"
 #include "support/FakePlatform.h"
 #include "windows/WindowTest.h"
-#include "workspace/MapLayout.h"
 #include "workspace/windows/FrmVXMain.h"
 
 #include <QAbstractButton>

@@ -1,4 +1,4 @@
-#include "workspace/windows/FrmVXTheaterPreview.h"
+#include "mapview/windows/FrmVXTheaterPreview.h"
 
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"

@@ -1,11 +1,11 @@
 #include "workspace/windows/PanelDialogs.h"
 
+#include "mapview/windows/FrmVXAreasPathsOptions.h"
+#include "mapview/windows/FrmVXHeightCols.h"
+#include "platform/windows/ColorButton.h"
 #include "support/FakePlatform.h"
 #include "windows/FrmVXMainTest.h"
-#include "workspace/windows/ColorButton.h"
 #include "workspace/windows/FrmAbout.h"
-#include "workspace/windows/FrmVXAreasPathsOptions.h"
-#include "workspace/windows/FrmVXHeightCols.h"
 
 #include <QCheckBox>
 #include <QRadioButton>

@@ -1,4 +1,4 @@
-#include "workspace/windows/QtDrawingSurface.h"
+#include "mapview/windows/QtDrawingSurface.h"
 
 #include <QPainter>
 #include <gtest/gtest.h>

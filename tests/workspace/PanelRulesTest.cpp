@@ -70,14 +70,6 @@ TEST(PanelRules, GoToXYRoundsAndClamps) {
     EXPECT_EQ(GoToXY("5", "5", 0), (ViewPosition{0, 0}));
 }
 
-TEST(PanelRules, DigitBoxesTakeDigitsAndBackspaceOnly) {
-    for (const char32_t key : U"0123456789")
-        EXPECT_EQ(KeepsDigitKey(key), key != 0);
-    EXPECT_TRUE(KeepsDigitKey(8));
-    for (const char32_t key : {U'-', U'.', U' ', U'a', U'/', U':', U'\r', U'\u0663'})
-        EXPECT_FALSE(KeepsDigitKey(key));
-}
-
 struct SaveButtonCase {
     bool Shift, L0Mode, L0NeedSave, L2NeedSave;
     const char* Caption;

@@ -1,10 +1,10 @@
 #include "workspace/windows/FrmVXMain.h"
 
+#include "mapview/MapLayout.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "ui_FrmVXMain.h"
-#include "workspace/MapLayout.h"
 #include "workspace/windows/Actions.h"
 
 #include <QCloseEvent>

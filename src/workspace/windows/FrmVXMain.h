@@ -1,12 +1,12 @@
 #pragma once
 
+#include "mapview/MapView.h"
 #include "platform/Platform.h"
 #include "platform/Progress.h"
 #include "theater/ProgramState.h"
-#include "workspace/MapView.h"
+#include "theater/WorkspaceCommands.h"
 #include "workspace/PanelRules.h"
 #include "workspace/TheaterSaving.h"
-#include "workspace/WorkspaceCommands.h"
 #include "workspace/windows/PanelCommands.h"
 #include "workspace/windows/clsToolTip.h"
 

@@ -1,10 +1,10 @@
 // The frame "Map Options" of the control panel.
 
+#include "mapview/MapLayout.h"
 #include "platform/RuntimeError.h"
+#include "platform/windows/AskColor.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "ui_FrmVXMain.h"
-#include "workspace/MapLayout.h"
-#include "workspace/windows/AskColor.h"
 #include "workspace/windows/FrmVXMain.h"
 
 namespace vardenix {

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "mapview/MapLayout.h"
+#include "mapview/MapRenderer.h"
+#include "mapview/windows/QtDrawingSurface.h"
 #include "platform/windows/EscWatch.h"
 #include "theater/ProgramState.h"
+#include "theater/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
-#include "workspace/MapLayout.h"
 #include "workspace/MapMouse.h"
-#include "workspace/MapRenderer.h"
-#include "workspace/WorkspaceCommands.h"
-#include "workspace/windows/QtDrawingSurface.h"
 #include "workspace/windows/clsToolTip.h"
 
 #include <QCursor>

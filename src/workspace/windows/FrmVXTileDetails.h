@@ -2,8 +2,8 @@
 
 #include "platform/Dialogs.h"
 #include "theater/TextureBin.h"
+#include "theater/WorkspaceCommands.h"
 #include "workspace/TileDetails.h"
-#include "workspace/WorkspaceCommands.h"
 
 #include <QDialog>
 

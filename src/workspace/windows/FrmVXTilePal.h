@@ -2,8 +2,8 @@
 
 #include "services/TilePictures.h"
 #include "theater/ProgramState.h"
+#include "theater/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
-#include "workspace/WorkspaceCommands.h"
 
 #include <QImage>
 #include <QWidget>

@@ -2,8 +2,8 @@
 
 #include "platform/Dialogs.h"
 #include "theater/TextureBin.h"
+#include "theater/WorkspaceCommands.h"
 #include "workspace/MapMouse.h"
-#include "workspace/WorkspaceCommands.h"
 
 namespace vardenix {
 

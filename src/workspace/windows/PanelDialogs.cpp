@@ -1,8 +1,8 @@
 #include "workspace/windows/PanelDialogs.h"
 
+#include "mapview/windows/FrmVXAreasPathsOptions.h"
+#include "mapview/windows/FrmVXHeightCols.h"
 #include "workspace/windows/FrmAbout.h"
-#include "workspace/windows/FrmVXAreasPathsOptions.h"
-#include "workspace/windows/FrmVXHeightCols.h"
 
 #include <QApplication>
 

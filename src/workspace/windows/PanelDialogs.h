@@ -1,9 +1,9 @@
 #pragma once
 
+#include "mapview/MapView.h"
 #include "platform/Platform.h"
 #include "theater/ProgramState.h"
-#include "workspace/MapView.h"
-#include "workspace/WorkspaceCommands.h"
+#include "theater/WorkspaceCommands.h"
 #include "workspace/windows/PanelCommands.h"
 
 namespace vardenix {

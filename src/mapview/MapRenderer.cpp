@@ -1,0 +1,119 @@
+#include "mapview/MapRenderer.h"
+
+#include "mapview/Repaint.h"
+#include "platform/Numbers.h"
+#include "services/ImageLayer.h"
+#include "theater/TextureBinFile.h"
+
+#include <array>
+#include <exception>
+
+namespace vardenix {
+namespace {
+
+constexpr std::array DrawingOrder{FeatureKind::City,    FeatureKind::Coast,
+                                  FeatureKind::River,   FeatureKind::Road,
+                                  FeatureKind::Airport, FeatureKind::Label};
+
+void Begin(Repaint& repaint) {
+    repaint.Tools.AbortPaint = false;
+    repaint.Tools.Pictures.BeginRepaint();
+    repaint.Surface.Clear(MapBackground);
+    repaint.Screen.ClearPicShow();
+    repaint.Surface.SetFill(FillStyle::Solid, 0);
+    repaint.Surface.SetPen(0, 1);
+}
+
+void DrawFeatures(Repaint& repaint, FeatureLayer& features) {
+    for (const FeatureKind kind : DrawingOrder)
+        features.FeatureDraw(repaint.Surface, repaint.View, kind, features.Shown(kind));
+}
+
+bool Paint(Repaint& repaint, FeatureLayer* features) {
+    const ImageSession session;
+    Begin(repaint);
+    if (!PaintTiles(repaint))
+        return false;
+    // A brightness of 0 gives every pixel its own value.
+    if (repaint.View.Brightness != 0)
+        repaint.Surface.AdjustBrightness(repaint.View.Brightness);
+    if (repaint.View.ShowAreasPaths)
+        PaintAreasAndPaths(repaint);
+    if (!PaintOverlays(repaint))
+        return false;
+    if (repaint.View.ShowSegments)
+        DrawSegments(repaint);
+    if (repaint.View.ShowExport)
+        DrawExportBox(repaint);
+    if (features != nullptr && features->ShowFeatures())
+        DrawFeatures(repaint, *features);
+    repaint.Screen.MakeViewPort(repaint.View);
+    return true;
+}
+
+} // namespace
+
+bool MapRenderer::RefreshPicArray(const MapView& view, DrawingSurface& picture2,
+                                  MapScreen& screen, FeatureLayer* features) {
+    Repaint repaint{view,     sources_, tools_,
+                    picture2, screen,   ViewGrid(view, sources_.Terrain)};
+    bool finished = false;
+    {
+        const ShownBar bar(tools_.PB3);
+        finished = Paint(repaint, features);
+    }
+    screen.CopyToPicShow();
+    return finished;
+}
+
+bool Repaint::GoOn(int32_t i, int32_t base) {
+    const int percent = static_cast<int>(RoundHalfEven(i * 50.0 / Grid.Count())) + base;
+    if (percent != LastPercent) {
+        LastPercent = percent;
+        Tools.PB3.SetBar(percent);
+    }
+    Screen.LookForEsc();
+    if (!Tools.AbortPaint)
+        return true;
+    Tools.AbortPaint = false;
+    return false;
+}
+
+const TileInfo* EntryOf(const Catalogue& catalogue, int32_t tileNumber) {
+    if (tileNumber < 0 || static_cast<size_t>(tileNumber) >= catalogue.Lookup.size())
+        return nullptr;
+    return &catalogue.Lookup[static_cast<size_t>(tileNumber)];
+}
+
+void LogPainting(const Repaint& repaint, const char* what) {
+    if (!repaint.Tools.Log.DebugFlag)
+        return;
+    const std::string side = std::to_string(repaint.Grid.CellSide());
+    repaint.Tools.Log.WriteLog(std::string("Painting ") + what + " with dimensions " +
+                               side + " X " + side);
+}
+
+TileIds::TileIds(const Repaint& repaint, TileUse use)
+    : use_(use), ids_(repaint.Sources.Catalogue.Lookup.size(), -1) {}
+
+TilePictureId TileIds::Of(const Repaint& repaint, int32_t tileNumber,
+                          const TileInfo& entry) {
+    TilePictureId& id = ids_[static_cast<size_t>(tileNumber)];
+    if (id < 0)
+        id = repaint.Tools.Pictures.IdOf(
+            TilePicturePath(repaint.Sources.Catalogue.DDSFolder,
+                            use_ == TileUse::Day ? entry.DayFile : entry.NightFile),
+            PictureFormat::Dds, use_);
+    return id;
+}
+
+void PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell) {
+    try {
+        repaint.Surface.PaintTile(repaint.Tools.Pictures, id, cell,
+                                  repaint.Grid.CellSide());
+    } catch (const std::exception&) {
+        // One tile less on the map is all that a bad picture may cost.
+    }
+}
+
+} // namespace vardenix

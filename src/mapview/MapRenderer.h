@@ -1,0 +1,102 @@
+#pragma once
+
+#include "mapview/DrawingSurface.h"
+#include "mapview/MapView.h"
+#include "platform/Progress.h"
+#include "services/TilePictures.h"
+#include "theater/Configuration.h"
+#include "theater/DebugLog.h"
+#include "theater/MapFileRecord.h"
+#include "theater/Terrain.h"
+#include "theater/TextureBin.h"
+
+#include <cstdint>
+#include <string>
+
+namespace vardenix {
+
+// What a repaint reads. Everything is borrowed for the renderer's life.
+struct MapSources {
+    const vardenix::Terrain& Terrain;
+    const vardenix::Catalogue& Catalogue;
+    const vardenix::MapFileRecord& MapFileRecord;
+    const Configuration& Settings;
+    const std::string& AppPath; // where "NoTile.jpg" lies
+};
+
+// What a repaint is done with; borrowed likewise.
+struct MapTools {
+    TilePictures& Pictures;
+    Progress& PB3;
+    DebugLog& Log;
+    bool& AbortPaint; // the user's wish, cleared when it has been obeyed
+};
+
+// The kinds of features, in the numbers of their files.
+enum class FeatureKind : int16_t {
+    Airport = 1,
+    City = 2,
+    Coast = 3,
+    Label = 4,
+    River = 5,
+    Road = 6
+};
+
+// The layer on top of everything.
+class FeatureLayer {
+public:
+    FeatureLayer() = default;
+    FeatureLayer(const FeatureLayer&) = delete;
+    FeatureLayer& operator=(const FeatureLayer&) = delete;
+    virtual ~FeatureLayer() = default;
+
+    virtual bool ShowFeatures() const = 0; // the switch of the whole layer
+    virtual bool Shown(FeatureKind kind) const = 0;
+    // Draws one kind, or nothing where `flag` is false.
+    virtual void FeatureDraw(DrawingSurface& surface, const MapView& view,
+                             FeatureKind kind, bool flag) = 0;
+};
+
+// What the windows do round a repaint.
+class MapScreen {
+public:
+    MapScreen() = default;
+    MapScreen(const MapScreen&) = delete;
+    MapScreen& operator=(const MapScreen&) = delete;
+    virtual ~MapScreen() = default;
+
+    virtual void ClearPicShow() = 0;
+    // The back buffer, whole or as far as it got, becomes visible.
+    virtual void CopyToPicShow() = 0;
+    // Looks whether Esc has been pressed and sets AbortPaint; no other event may be
+    // handled. Called after each post of two passes, 80,000 times in the widest view, so
+    // most calls must do next to nothing.
+    virtual void LookForEsc() = 0;
+    // The preview's box follows.
+    virtual void MakeViewPort(const MapView& view) = 0;
+};
+
+// Paints one view of the terrain from nothing, the same for the map window, the
+// screenshot and the command line. From bottom to top: tiles, MAP colour, brightness over
+// both, areas and paths, night tiles, then heights and grid post by post, segments, the
+// export box, features. No picture that is missing or broken stops it.
+class MapRenderer {
+public:
+    MapRenderer(const MapSources& sources, const MapTools& tools)
+        : sources_(sources), tools_(tools) {}
+
+    // `picture2` has view.PictureSide() pixels a side; `features` may be null. False when
+    // AbortPaint ended it: what was painted so far is shown then and nothing later in the
+    // order is drawn. A wish from before the repaint does not count.
+    bool RefreshPicArray(const MapView& view, DrawingSurface& picture2, MapScreen& screen,
+                         FeatureLayer* features);
+
+private:
+    MapSources sources_;
+    MapTools tools_;
+};
+
+// What lies where no post is, 0x00BBGGRR.
+constexpr uint32_t MapBackground = 0xF0F0F0;
+
+} // namespace vardenix

@@ -1,0 +1,42 @@
+#include "mapview/ViewGrid.h"
+
+#include "mapview/DrawingSurface.h"
+#include "platform/Numbers.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace vardenix {
+
+ViewGrid::ViewGrid(const MapView& view, const Terrain& terrain)
+    : viewPosts_(std::max(view.ViewPosts(), 0)),
+      cellSide_(ClampToInt32(std::ceil(view.CellSize()))), mapLeftX_(view.MapLeftX),
+      mapBottomY_(view.MapBottomY), terrain_(terrain) {
+    edges_.reserve(static_cast<size_t>(viewPosts_) + 1);
+    for (int32_t i = 0; i <= viewPosts_; ++i)
+        edges_.push_back(PixelAt(view.CellSize() * i));
+}
+
+std::optional<PostCell> ViewGrid::At(int32_t i) const {
+    const int32_t column = (i - 1) % viewPosts_;
+    const int32_t row = (i - 1) / viewPosts_;
+    const int64_t x = int64_t{column} + mapLeftX_ + 1;
+    const int64_t y = int64_t{row} + mapBottomY_ + 1;
+    if (x < 1 || y < 1 || x > terrain_.MapWidth || y > terrain_.MapWidth)
+        return std::nullopt;
+    const int64_t serial = (y - 1) * terrain_.MapWidth + x;
+    if (serial > terrain_.LxArr.UpperBound())
+        return std::nullopt;
+
+    const auto left = static_cast<size_t>(column);
+    const auto top = static_cast<size_t>(viewPosts_ - 1 - row);
+    PostCell cell;
+    cell.X = static_cast<int32_t>(x);
+    cell.Y = static_cast<int32_t>(y);
+    cell.Cell = {edges_[left], edges_[top], edges_[left + 1] - edges_[left],
+                 edges_[top + 1] - edges_[top]};
+    cell.Post = terrain_.LxArr.Values()[static_cast<size_t>(serial - 1)];
+    return cell;
+}
+
+} // namespace vardenix

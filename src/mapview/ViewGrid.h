@@ -1,0 +1,49 @@
+#pragma once
+
+#include "mapview/MapView.h"
+#include "services/Raster.h"
+#include "theater/Terrain.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace vardenix {
+
+// A post of the terrain in a cell of the view.
+struct PostCell {
+    int32_t X = 0; // from 1
+    int32_t Y = 0;
+    // Where it is painted. It reaches to its neighbours' edges: with a cell size of
+    // 42.67 pixels some cells are 42 wide and some 43, and nothing gapes between them.
+    // Below a pixel a cell may be empty. No side is longer than CellSide.
+    PixelRect Cell;
+    TerrainPost Post{};
+};
+
+// The posts of a view in the order they are painted: by columns from the left, row by row
+// from the bottom. The terrain is borrowed.
+class ViewGrid {
+public:
+    ViewGrid(const MapView& view, const Terrain& terrain);
+
+    // Cells of the view, whether posts lie there or not.
+    int32_t Count() const { return viewPosts_ * viewPosts_; }
+
+    // Pixels along a side of the squares that pictures are stretched to, the same for all
+    // cells: each picture is then wanted in one size only.
+    int32_t CellSide() const { return cellSide_; }
+
+    // The post of cell `i`, 1 to Count; nothing beyond the edge of the terrain.
+    std::optional<PostCell> At(int32_t i) const;
+
+private:
+    int32_t viewPosts_;
+    int32_t cellSide_;
+    int32_t mapLeftX_;
+    int32_t mapBottomY_;
+    const Terrain& terrain_;
+    std::vector<int32_t> edges_; // of columns from the left, of rows from the top
+};
+
+} // namespace vardenix

@@ -1,0 +1,22 @@
+#include "mapview/windows/MapPicture.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace vardenix {
+
+MapPicture::MapPicture(QWidget* parent) : QWidget(parent) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void MapPicture::Show(const QtDrawingSurface& surface) { surface_ = &surface; }
+
+void MapPicture::paintEvent(QPaintEvent* event) {
+    if (surface_ == nullptr)
+        return;
+    QPainter painter(this);
+    for (const QRect& part : event->region())
+        painter.drawImage(part, surface_->Image(), part);
+}
+
+} // namespace vardenix
