@@ -60,13 +60,28 @@ function(house_folder folder)
   endif()
 endfunction()
 
+# The headers that take most of a test's compiling are taken in once. A test names what it
+# includes all the same.
+function(house_precompile name)
+  cmake_parse_arguments(ARG "" "" "LINKS;HEADERS" ${ARGN})
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp "int main() { return 0; }\n")
+  add_executable(${name} ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
+  target_link_libraries(${name} PRIVATE house_flags ${ARG_LINKS})
+  target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+endfunction()
+
 # house_tests(NAME LINKS ...): the test program of tests/NAME, its cases known to CTest.
+# PRECOMPILED names the target whose precompiled headers it takes.
 function(house_tests folder)
-  cmake_parse_arguments(ARG "" "" "LINKS;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(ARG "" "PRECOMPILED" "LINKS;PROPERTIES" ${ARGN})
   string(REPLACE "/" "_" target ${folder})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*.cpp)
   add_executable(${target}_tests ${sources})
   target_link_libraries(${target}_tests PRIVATE house_flags ${ARG_LINKS} GTest::gtest_main)
+  if(NOT ARG_PRECOMPILED)
+    set(ARG_PRECOMPILED test_headers)
+  endif()
+  target_precompile_headers(${target}_tests REUSE_FROM ${ARG_PRECOMPILED})
   gtest_discover_tests(${target}_tests PROPERTIES LABELS ${target} TIMEOUT 300
     ${ARG_PROPERTIES} DISCOVERY_TIMEOUT 60)
 endfunction()

@@ -5,7 +5,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libfreeimage-dev li
                 libxcb1-dev libcli11-dev nlohmann-json3-dev)
 run_packages=(fonts-liberation libgl1-mesa-dri)
 test_packages=(libgtest-dev libbenchmark-dev xvfb xdotool openbox imagemagick x11-utils
-               clang-format clang-tidy python3)
+               clang-format clang-tidy python3 ccache)
 
 # Installs those of the packages named that are missing; quick when none is.
 need_packages() {
@@ -23,12 +23,20 @@ need_packages() {
     apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
+# What one checkout has compiled another need not: paths below the checkout count as relative, and
+# precompiled headers are known by what is in them.
+use_ccache() {
+  command -v ccache >/dev/null || return 0
+  export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_NOHASHDIR=1 CCACHE_BASEDIR=${CCACHE_BASEDIR:-$PWD}
+  export CCACHE_SLOPPINESS=pch_defines,time_macros
+}
+
 # configure_and_build PRESET TARGET...: quiet unless something goes wrong. No target is all.
 configure_and_build() {
   local preset=$1 log=build/$1.log
   shift
   mkdir -p build
-  if command -v ccache >/dev/null; then export CMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
+  use_ccache
   if ! { cmake --preset "$preset" && cmake --build "build/$preset" --target "${@:-all}"; } \
       >"$log" 2>&1; then
     grep -E 'error|Error|FAILED' "$log" | head -40 >&2 || true
