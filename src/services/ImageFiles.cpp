@@ -9,7 +9,9 @@
 #include <FreeImage.h>
 
 #include <array>
+#include <cerrno>
 #include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <span>
@@ -106,17 +108,28 @@ int32_t DepthToWrite(const Bitmap& bitmap, PictureFormat format, int32_t asked) 
                        "");
 }
 
+void WriteScratch(const std::string& path, std::span<const BYTE> bytes) {
+    std::ofstream file(RealPath(path), std::ios::binary | std::ios::trunc);
+    file.write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file)
+        ThrowSystemError(errno, "writing", path);
+}
+
 void Save(PictureFormat format, const Bitmap& bitmap, const std::string& path,
-          int32_t flags) {
+          const ImageSaveOptions& options) {
     const Memory memory(FreeImage_OpenMemory());
     BYTE* bytes = nullptr;
     DWORD length = 0;
     if (FreeImage_SaveToMemory(LibraryFormat(format), bitmap.Handle(), memory.get(),
-                               flags) == FALSE ||
+                               options.Flags) == FALSE ||
         FreeImage_AcquireMemory(memory.get(), &bytes, &length) == FALSE)
         throw RuntimeError(ErrorNumber::InvalidCall,
                            path + ": the picture cannot be written as " +
                                FormatName(format));
+    if (options.Scratch)
+        return WriteScratch(path, std::span(bytes, length));
     StagedFile file(path);
     file.Write(std::as_bytes(std::span(bytes, length)));
     file.Commit();
@@ -180,7 +193,7 @@ std::string ImageSaveEx(const Bitmap& bitmap, std::string_view path,
         changed = ImageConvertDepth(*current, static_cast<ImageDepth>(depth));
         current = &changed;
     }
-    Save(format, *current, name, options.Flags);
+    Save(format, *current, name, options);
     return name;
 }
 
