@@ -12,10 +12,8 @@ else()
   target_compile_options(house_flags INTERFACE
     $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
 endif()
-if(VARDENIX_SANITIZE)
-  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all
-                      -fno-omit-frame-pointer)
-  add_link_options(-fsanitize=address,undefined)
+if(VARDENIX_TESTS)
+  add_custom_target(sanitized) # every test program that the sanitizers watch
 endif()
 if(VARDENIX_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link,address,undefined
@@ -33,55 +31,114 @@ function(house_show_headers owner folder)
   endforeach()
 endfunction()
 
-# house_folder(NAME LINKS a b ... PRIVATE_LINKS c ...): the library of src/NAME. NAME may be a
-# windows folder ("theater/windows"); the target is then theater_windows.
+# Under the tests every library of the house has a twin NAME_sanitized, which the address and
+# undefined behaviour sanitizers watch. The code of the tests themselves is compiled once and
+# linked to both.
+set(sanitizer_flags -fsanitize=address,undefined -fno-sanitize-recover=all)
+set(has_twins OFF)
+if(VARDENIX_TESTS AND NOT VARDENIX_FUZZ)
+  set(has_twins ON)
+endif()
+
+# The twins of those targets that have one, the others as they are.
+function(house_twins_of out)
+  set(twins)
+  foreach(target IN LISTS ARGN)
+    if(TARGET ${target}_sanitized)
+      list(APPEND twins ${target}_sanitized)
+    else()
+      list(APPEND twins ${target})
+    endif()
+  endforeach()
+  set(${out} ${twins} PARENT_SCOPE)
+endfunction()
+
+# house_folder(NAME LINKS a b ... PRIVATE_LINKS c ... WITHOUT d.cpp ...): the library of src/NAME.
+# NAME may be a windows folder ("theater/windows"); the target is then theater_windows.
 function(house_folder folder)
-  cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS;WITHOUT" ${ARGN})
   string(REPLACE "/" "_" target ${folder})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.cpp)
   file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.h)
   file(GLOB forms CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${folder}/*.ui)
+  foreach(file IN LISTS ARG_WITHOUT)
+    list(REMOVE_ITEM sources ${CMAKE_SOURCE_DIR}/src/${folder}/${file})
+  endforeach()
   house_show_headers(${target} ${folder} ${headers})
-  if(sources)
-    add_library(${target} STATIC ${sources} ${headers} ${forms})
-    set(scope PUBLIC)
-    target_link_libraries(${target} PRIVATE house_flags ${ARG_PRIVATE_LINKS})
-  else()
-    add_library(${target} INTERFACE)
-    set(scope INTERFACE)
-  endif()
-  target_include_directories(${target} ${scope} ${CMAKE_BINARY_DIR}/include/${target})
-  target_link_libraries(${target} ${scope} ${ARG_LINKS})
-  if(sources AND folder MATCHES "/windows$")
-    set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
-    # What moc and uic write is not held to this program's warnings.
-    target_include_directories(${target} SYSTEM PRIVATE
-      ${CMAKE_CURRENT_BINARY_DIR}/${target}_autogen/include)
+  house_library(${target})
+  if(has_twins)
+    house_twins_of(ARG_LINKS ${ARG_LINKS})
+    house_library(${target}_sanitized)
+    if(sources)
+      set_target_properties(${target}_sanitized PROPERTIES EXCLUDE_FROM_ALL ON)
+      target_compile_options(${target}_sanitized PRIVATE ${sanitizer_flags}
+                             -fno-omit-frame-pointer)
+    endif()
   endif()
 endfunction()
 
-# The headers that take most of a test's compiling are taken in once. A test names what it
-# includes all the same.
+# One of the two libraries of a folder; a part of house_folder, whose variables it reads.
+function(house_library name)
+  if(sources)
+    add_library(${name} STATIC ${sources} ${headers} ${forms})
+    set(scope PUBLIC)
+    target_link_libraries(${name} PRIVATE house_flags ${ARG_PRIVATE_LINKS})
+  else()
+    add_library(${name} INTERFACE)
+    set(scope INTERFACE)
+  endif()
+  target_include_directories(${name} ${scope} ${CMAKE_BINARY_DIR}/include/${target})
+  target_link_libraries(${name} ${scope} ${ARG_LINKS})
+  if(sources AND folder MATCHES "/windows$")
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+    # Not in a release build, which so sees a header that a file forgot.
+    if(TARGET window_headers)
+      string(REPLACE ${target} window_headers precompiled ${name})
+      target_precompile_headers(${name} REUSE_FROM ${precompiled})
+    endif()
+    # What moc and uic write is not held to this program's warnings.
+    target_include_directories(${name} SYSTEM PRIVATE
+      ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/include)
+  endif()
+endfunction()
+
+# Headers that take most of the compiling of tests and windows, taken in once. A file names what
+# it includes all the same. OPTIONS: those of the code that takes them.
 function(house_precompile name)
-  cmake_parse_arguments(ARG "" "" "LINKS;HEADERS" ${ARGN})
-  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp "int main() { return 0; }\n")
-  add_executable(${name} ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
+  cmake_parse_arguments(ARG "" "" "LINKS;HEADERS;OPTIONS" ${ARGN})
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp "")
+  add_library(${name} OBJECT EXCLUDE_FROM_ALL ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
   target_link_libraries(${name} PRIVATE house_flags ${ARG_LINKS})
+  target_compile_options(${name} PRIVATE ${ARG_OPTIONS})
   target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
 endfunction()
 
 # house_tests(NAME LINKS ...): the test program of tests/NAME, its cases known to CTest.
-# PRECOMPILED names the target whose precompiled headers it takes.
+# PRECOMPILED names the target whose precompiled headers it takes. ONCE: it starts whole
+# programs or looks at files, and is not linked to the sanitized twins.
 function(house_tests folder)
-  cmake_parse_arguments(ARG "" "PRECOMPILED" "LINKS;PROPERTIES" ${ARGN})
+  cmake_parse_arguments(ARG "ONCE" "PRECOMPILED" "LINKS;PROPERTIES" ${ARGN})
   string(REPLACE "/" "_" target ${folder})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*.cpp)
-  add_executable(${target}_tests ${sources})
-  target_link_libraries(${target}_tests PRIVATE house_flags ${ARG_LINKS} GTest::gtest_main)
+  add_library(${target}_test_code OBJECT ${sources})
+  target_link_libraries(${target}_test_code PUBLIC house_flags ${ARG_LINKS} GTest::gtest)
   if(NOT ARG_PRECOMPILED)
     set(ARG_PRECOMPILED test_headers)
   endif()
-  target_precompile_headers(${target}_tests REUSE_FROM ${ARG_PRECOMPILED})
+  target_precompile_headers(${target}_test_code REUSE_FROM ${ARG_PRECOMPILED})
+
+  add_executable(${target}_tests $<TARGET_OBJECTS:${target}_test_code>)
+  target_link_libraries(${target}_tests PRIVATE ${ARG_LINKS} GTest::gtest_main)
   gtest_discover_tests(${target}_tests PROPERTIES LABELS ${target} TIMEOUT 300
     ${ARG_PROPERTIES} DISCOVERY_TIMEOUT 60)
+  if(NOT ARG_ONCE)
+    house_twins_of(twins ${ARG_LINKS})
+    add_executable(${target}_tests_sanitized EXCLUDE_FROM_ALL
+                   $<TARGET_OBJECTS:${target}_test_code>)
+    target_link_libraries(${target}_tests_sanitized PRIVATE ${twins} GTest::gtest_main)
+    target_link_options(${target}_tests_sanitized PRIVATE ${sanitizer_flags})
+    add_dependencies(sanitized ${target}_tests_sanitized)
+    gtest_discover_tests(${target}_tests_sanitized TEST_PREFIX sanitized.
+      PROPERTIES LABELS sanitized TIMEOUT 300 ${ARG_PROPERTIES} DISCOVERY_TIMEOUT 60)
+  endif()
 endfunction()

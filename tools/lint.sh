@@ -45,20 +45,7 @@ if git ls-files 'tests/*.cpp' | xargs grep -nE '\b(u?sleep(_for)? *\(|DISABLED_|
   fault "a test sleeps or is skipped"
 fi
 
-# check_with CHECKS PATTERN...: clang-tidy over the files of the build that match.
-check_with() {
-  local checks=$1 known=() file
-  shift
-  while read -r file; do
-    if grep -q "/$file\"" "$build/compile_commands.json"; then known+=("$file"); fi
-  done < <(git ls-files "$@")
-  printf '%s\n' "${known[@]}" |
-    xargs -P 2 -n 4 clang-tidy -p "$build" --quiet --checks="$checks" 2>/dev/null
-}
-check_with '' 'src/*.cpp' 'tools/*.cpp' || fault "clang-tidy found the above"
-# The analyzer takes minutes for the macros of a test and finds nothing there.
-check_with '-clang-analyzer-*' 'tests/*.cpp' 'fuzz/*.cpp' 'bench/*.cpp' ||
-  fault "clang-tidy found the above"
+tools/tidy.py "$build" $(git ls-files '*.cpp') || fault "clang-tidy found the above"
 
 [ "$faults" -eq 0 ] && echo "lint: ${#sources[@]} files, nothing to say"
 exit $((faults > 0))
