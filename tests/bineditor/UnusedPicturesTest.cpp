@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 #include <random>
 
 namespace vardenix {
@@ -123,11 +124,14 @@ TEST(UnusedNames, AreThoseThatNoWantedNameMatches) {
             c = static_cast<char>(std::toupper(c));
         return text;
     };
-    const auto sorted = [&](std::vector<std::string> names) {
-        std::sort(names.begin(), names.end(), [&](const auto& a, const auto& b) {
-            return upper(a) < upper(b) || (upper(a) == upper(b) && a < b);
-        });
-        return names;
+    const auto sorted = [&](const std::vector<std::string>& names) {
+        std::multimap<std::string, std::string> byKey;
+        for (const std::string& each : names)
+            byKey.emplace(upper(each), each);
+        std::vector<std::string> result;
+        for (const auto& [key, each] : byKey)
+            result.push_back(each);
+        return result;
     };
     for (int round = 0; round < 200; ++round) {
         std::vector<std::string> wanted;
