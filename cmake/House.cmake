@@ -6,7 +6,9 @@ add_library(house_flags INTERFACE)
 target_compile_options(house_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow)
 target_compile_options(house_flags INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast>)
 if(VARDENIX_TESTS)
-  target_compile_options(house_flags INTERFACE -Werror)
+  # At -O1, GCC 12 sees bounds of short texts overrun that are not.
+  target_compile_options(house_flags INTERFACE -Werror
+    "$<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-array-bounds;-Wno-stringop-overflow>")
 else()
   # At -O3, GCC 12 sees overlaps in joined texts that are not there.
   target_compile_options(house_flags INTERFACE
@@ -122,6 +124,9 @@ function(house_tests folder)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/${folder}/*.cpp)
   add_library(${target}_test_code OBJECT ${sources})
   target_link_libraries(${target}_test_code PUBLIC house_flags ${ARG_LINKS} GTest::gtest)
+  # At -O1, GCC 12 sees ends of short texts where there are none.
+  target_compile_options(${target}_test_code PRIVATE
+    $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-array-bounds;-Wno-stringop-overflow>)
   if(NOT ARG_PRECOMPILED)
     set(ARG_PRECOMPILED test_headers)
   endif()

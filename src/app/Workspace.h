@@ -1,5 +1,8 @@
 #pragma once
 
+#include "app/OfferedVerbs.h"
+#include "app/WindowPlaces.h"
+#include "app/WorkspaceWindows.h"
 #include "mapview/MapRenderer.h"
 #include "mapview/MapView.h"
 #include "platform/Platform.h"
@@ -15,11 +18,6 @@
 
 namespace vardenix {
 
-class FrmVXMain;
-class FrmVXMap;
-class FrmVXTheaterPreview;
-class FrmVXTilePal;
-
 // The windows that a theater is worked on in, and what they ask of one another.
 class Workspace : public OpeningWindows, public WorkspaceCommands {
 public:
@@ -33,6 +31,14 @@ public:
     void ApplySavedLayout();
 
     bool LeaveProgram() override;
+
+    // For the subsystems whose windows open from the workspace to fill in, before the
+    // first theater is opened, and for what they ask of the workspace in turn.
+    OfferedVerbs& Offers() { return offers_; }
+    MapView& View() { return view_; }
+    UndoPoints& Undo() { return undo_; }
+    TilePictures& Pictures() { return tilePictures_; }
+    WorkspaceWindows& Windows() { return windows_; }
 
 private:
     class PanelVerbs;
@@ -58,29 +64,21 @@ private:
     void WindowHidden(const char* checkBoxName) override;
 
     void MakeMap();
-    void PlaceFirst();
-    void PlaceAsStored();
-    void StorePositions();
-    void ShowByBoxes();
-    void RestorePreview();
-    bool SmallWindowsShown() const;
 
     ProgramState& state_;
     const Platform& platform_;
     DebugLog& log_;
     std::function<void()> exitProgram_;
+    OfferedVerbs offers_;
     MapView view_;
     MapInteraction interaction_;
     UndoPoints undo_;
     TilePictures tilePictures_;
-    bool laidOut_ = false; // the windows have their places
     std::unique_ptr<PanelVerbs> panelVerbs_;
     std::unique_ptr<MapVerbs> mapVerbs_;
     std::unique_ptr<MapRenderer> renderer_;
-    std::unique_ptr<FrmVXMain> frmVXMain_;
-    std::unique_ptr<FrmVXMap> frmVXMap_;
-    std::unique_ptr<FrmVXTheaterPreview> frmVXTheaterPreview_;
-    std::unique_ptr<FrmVXTilePal> frmVXTilePal_;
+    WorkspaceWindows windows_;
+    WindowPlaces places_;
 };
 
 } // namespace vardenix

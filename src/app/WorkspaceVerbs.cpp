@@ -29,7 +29,8 @@ bool Workspace::PanelVerbs::Can(PanelVerb verb) const {
     case PanelVerb::ShowTile:
         return true;
     default:
-        return false;
+        return workspace_.offers_.Panel.contains(verb) ||
+               workspace_.offers_.ShowWindow.contains(verb);
     }
 }
 
@@ -46,13 +47,15 @@ void Workspace::PanelVerbs::Do(PanelVerb verb) {
     case PanelVerb::Restore:
         return Restore();
     default:
-        return;
+        if (const auto offer = workspace_.offers_.Panel.find(verb);
+            offer != workspace_.offers_.Panel.end())
+            offer->second();
     }
 }
 
 SavingParts Workspace::PanelVerbs::Saving() {
-    return {workspace_.state_.Terrain, workspace_.view_, workspace_.platform_.Dialogs,
-            *workspace_.frmVXMain_,    workspace_.log_,  *workspace_.frmVXMain_};
+    return {workspace_.state_.Terrain,  workspace_.view_, workspace_.platform_.Dialogs,
+            *workspace_.windows_.Panel, workspace_.log_,  *workspace_.windows_.Panel};
 }
 
 void Workspace::PanelVerbs::SaveTheater(bool as) { CmdSaveTheater(Saving(), as); }
@@ -68,18 +71,18 @@ void Workspace::PanelVerbs::LoadL0Elv() {
 
 void Workspace::PanelVerbs::EditL0Elv(bool on) {
     workspace_.view_.L0Mode = on;
-    workspace_.frmVXMain_->ChangeControlsForL0Edit(on);
+    workspace_.windows_.Panel->ChangeControlsForL0Edit(on);
     workspace_.undo_.ShowButtons(on);
 }
 
 void Workspace::PanelVerbs::CreatePoint() {
-    workspace_.frmVXMain_->LetEventsThrough();
+    workspace_.windows_.Panel->LetEventsThrough();
     CreateRestorePoint(workspace_.state_.Terrain,
                        workspace_.state_.Folders.SystemTempPath);
 }
 
 void Workspace::PanelVerbs::Restore() {
-    workspace_.frmVXMain_->LetEventsThrough();
+    workspace_.windows_.Panel->LetEventsThrough();
     const Restored result = RestoreFromPoint(workspace_.state_.Terrain,
                                              workspace_.state_.Folders.SystemTempPath);
     if (result == Restored::Done)
@@ -97,7 +100,10 @@ void Workspace::PanelVerbs::ShowWindow(PanelVerb window, bool on) {
         settings.ThPrevWinVis = on;
     else if (window == PanelVerb::ShowTile)
         settings.PalWinVis = on;
-    workspace_.ShowByBoxes();
+    else if (const auto offer = workspace_.offers_.ShowWindow.find(window);
+             offer != workspace_.offers_.ShowWindow.end())
+        return offer->second(on);
+    workspace_.places_.ShowByBoxes();
 }
 
 void Workspace::PanelVerbs::SaveScreenshot(const std::string& path, int filterIndex) {
@@ -105,7 +111,7 @@ void Workspace::PanelVerbs::SaveScreenshot(const std::string& path, int filterIn
     ImageSaveOptions options;
     options.Format = filterIndex == 2 ? PictureFormat::Jpeg : PictureFormat::Bmp;
     options.ColorDepth = 24;
-    ImageSaveEx(PictureToBitmap(workspace_.frmVXMap_->Picture2().Pixels()), path,
+    ImageSaveEx(PictureToBitmap(workspace_.windows_.Map->Picture2().Pixels()), path,
                 options);
 }
 
@@ -114,12 +120,41 @@ Workspace::MapVerbs::MapVerbs(Workspace& workspace)
                  workspace.state_.Catalogue.Lookup),
       workspace_(workspace) {}
 
+bool Workspace::MapVerbs::CanLocate() const {
+    return workspace_.offers_.LocateInBIN && workspace_.offers_.LocateColorInMAP;
+}
+
+void Workspace::MapVerbs::LocateInBIN(int32_t tileNumber) {
+    if (workspace_.offers_.LocateInBIN)
+        workspace_.offers_.LocateInBIN(tileNumber);
+}
+
+void Workspace::MapVerbs::LocateColorInMAP(uint8_t palette) {
+    if (workspace_.offers_.LocateColorInMAP)
+        workspace_.offers_.LocateColorInMAP(palette);
+}
+
+void Workspace::MapVerbs::ExportTiles() {
+    if (workspace_.offers_.ExportTiles)
+        workspace_.offers_.ExportTiles();
+}
+
+void Workspace::MapVerbs::SubExportTDFs() {
+    if (workspace_.offers_.SubExportTDFs)
+        workspace_.offers_.SubExportTDFs();
+}
+
+void Workspace::MapVerbs::ImportTiles() {
+    if (workspace_.offers_.ImportTiles)
+        workspace_.offers_.ImportTiles();
+}
+
 bool Workspace::MapVerbs::ExportWithShift() const {
-    return workspace_.frmVXMain_->ExportWithShift();
+    return workspace_.windows_.Panel->ExportWithShift();
 }
 
 void Workspace::MapVerbs::HideFrame7() {
-    workspace_.frmVXMain_->ShowHint(FrmVXMain::Hint::None);
+    workspace_.windows_.Panel->ShowHint(FrmVXMain::Hint::None);
 }
 
 } // namespace vardenix

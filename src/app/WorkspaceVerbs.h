@@ -33,6 +33,12 @@ class Workspace::MapVerbs : public MapDialogs {
 public:
     explicit MapVerbs(Workspace& workspace);
 
+    bool CanLocate() const override;
+    void LocateInBIN(int32_t tileNumber) override;
+    void LocateColorInMAP(uint8_t palette) override;
+    void ExportTiles() override;
+    void SubExportTDFs() override;
+    void ImportTiles() override;
     bool ExportWithShift() const override;
     void HideFrame7() override;
 

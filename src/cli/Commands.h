@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/CommandLine.h"
 #include "cli/Terminal.h"
 #include "cli/TheaterFiles.h"
 #include "platform/Clock.h"
@@ -7,10 +8,6 @@
 #include "platform/Registry.h"
 #include "theater/DebugLog.h"
 #include "theater/ProgramState.h"
-
-#include <CLI/App.hpp>
-
-#include <functional>
 
 namespace vardenix {
 
@@ -38,18 +35,16 @@ private:
     Platform platform_;
 };
 
-// Each adds one command; the work is done by what it leaves in `run`, which returns an
-// exit code.
-using CommandRun = std::function<int(CommandContext&)>;
-void AddInfo(CLI::App& app, CommandRun& run);
-void AddCheck(CLI::App& app, CommandRun& run);
-void AddGet(CLI::App& app, CommandRun& run);
-void AddSet(CLI::App& app, CommandRun& run);
-void AddFill(CLI::App& app, CommandRun& run);
-void AddSaveAs(CLI::App& app, CommandRun& run);
-void AddElevation(CLI::App& app, CommandRun& run);
-void AddPreview(CLI::App& app, CommandRun& run);
-void AddRender(CLI::App& app, CommandRun& run);
-void AddSettings(CLI::App& app, CommandRun& run);
+// Each adds one command, or one family of them, to all commands of the program.
+void AddInfo(Command& all);
+void AddCheck(Command& all);
+void AddGet(Command& all);
+void AddSet(Command& all);
+void AddFill(Command& all);
+void AddSaveAs(Command& all);
+void AddElevation(Command& all);
+void AddPreview(Command& all);
+void AddRender(Command& all);
+void AddSettings(Command& all);
 
 } // namespace vardenix

@@ -7,9 +7,6 @@
 #include "theater/ElevationFiles.h"
 #include "workspace/PostFields.h"
 
-#include <CLI/Option.hpp>
-
-#include <cstdio>
 #include <memory>
 
 namespace vardenix {
@@ -17,7 +14,7 @@ namespace vardenix {
 namespace {
 
 struct ElevationOptions {
-    explicit ElevationOptions(CLI::App& command) : Files(command) {}
+    explicit ElevationOptions(Command& command) : Files(command) {}
     TheaterFiles Files;
     std::string File;
     int32_t X = 0;
@@ -26,22 +23,21 @@ struct ElevationOptions {
     bool AsJson = false;
 };
 
-// Adds what both commands are told; `run` gets the work that comes when the file is read.
+// Adds what both commands are told; `work` comes when that is found to be right.
 template <typename Work>
-std::shared_ptr<ElevationOptions> AddTo(CLI::App& command, CommandRun& run, Work work) {
+std::shared_ptr<ElevationOptions> AddTo(Command& command, Work work) {
     auto options = std::make_shared<ElevationOptions>(command);
-    command.add_option("FILE", options->File, "A .l0 file, its .o0 beside it, or a .elv")
-        ->required();
+    command.Text("FILE", options->File, "A .l0 file, its .o0 beside it, or a .elv")
+        .Required();
     AddPost(command, "X", options->X, "Y", options->Y);
-    command.callback([options, &run, work] {
+    command.Check([options] {
         if (KindOfElevationFile(options->File) == ElevationKind::None)
-            throw CLI::ValidationError("FILE", options->File +
-                                                   " ends neither in .l0 nor in .elv");
-        run = [options, work](CommandContext& context) {
-            context.Open(options->Files);
-            work(context, *options);
-            return ExitDone;
-        };
+            throw UsageError("FILE", options->File + " ends neither in .l0 nor in .elv");
+    });
+    command.Run([options, work](CommandContext& context) {
+        context.Open(options->Files);
+        work(context, *options);
+        return ExitDone;
     });
     return options;
 }
@@ -83,23 +79,20 @@ void Set(CommandContext& context, const ElevationOptions& options) {
                            options.File + " was left as it is: its O0 file changed its "
                                           "size meanwhile; look who else writes it");
     context.Progress.HideBar();
-    std::printf("1 elevation set in %s\n", NameOnDisk(options.File).c_str());
+    Print("1 elevation set in " + NameOnDisk(options.File));
 }
 
 } // namespace
 
-void AddElevation(CLI::App& app, CommandRun& run) {
-    auto* command = app.add_subcommand(
+void AddElevation(Command& all) {
+    Command family = all.AddCommand(
         "elevation", "Tell or change one of the finest elevations, in a L0 or .elv file");
-    command->require_subcommand(1);
-    auto* get = command->add_subcommand("get", "Tell one elevation");
-    const auto told = AddTo(*get, run, Get);
-    get->add_flag("--json", told->AsJson, "Print JSON");
-    auto* set = command->add_subcommand("set", "Change one elevation, and save");
-    const auto changed = AddTo(*set, run, Set);
-    set->add_option("FEET", changed->Feet, "Elevation")
-        ->transform(FittingField<int16_t>())
-        ->required();
+    Command get = family.AddCommand("get", "Tell one elevation");
+    const auto told = AddTo(get, Get);
+    get.Flag("--json", told->AsJson, "Print JSON");
+    Command set = family.AddCommand("set", "Change one elevation, and save");
+    const auto changed = AddTo(set, Set);
+    set.Number("FEET", changed->Feet, "Elevation").Required();
 }
 
 } // namespace vardenix

@@ -11,7 +11,7 @@ namespace vardenix {
 namespace {
 
 struct PreviewOptions {
-    explicit PreviewOptions(CLI::App& command) : Files(command) {}
+    explicit PreviewOptions(Command& command) : Files(command) {}
     TheaterFiles Files;
     std::string Out;
 };
@@ -27,23 +27,20 @@ Raster RasterOf(const HeightPicture& heights) {
 
 } // namespace
 
-void AddPreview(CLI::App& app, CommandRun& run) {
-    auto* command =
-        app.add_subcommand("preview", "Save the height picture, a pixel a post");
-    auto options = std::make_shared<PreviewOptions>(*command);
-    command->add_option("OUT", options->Out, "PNG, BMP or JPEG file, by its name")
-        ->required();
-    command->callback([options, &run] {
-        run = [options](CommandContext& context) {
-            context.Open(options->Files);
-            const Configuration& settings = context.State.Configuration;
-            Raster picture = RasterOf(
-                ShowLFile(context.State.Terrain,
-                          {settings.PreviewSeaColor, settings.PreviewLevelColors},
-                          context.Progress, context.Log));
-            SavePicture(picture, options->Out);
-            return ExitDone;
-        };
+void AddPreview(Command& all) {
+    Command command =
+        all.AddCommand("preview", "Save the height picture, a pixel a post");
+    const auto options = std::make_shared<PreviewOptions>(command);
+    command.Text("OUT", options->Out, "PNG, BMP or JPEG file, by its name").Required();
+    command.Run([options](CommandContext& context) {
+        context.Open(options->Files);
+        const Configuration& settings = context.State.Configuration;
+        Raster picture =
+            RasterOf(ShowLFile(context.State.Terrain,
+                               {settings.PreviewSeaColor, settings.PreviewLevelColors},
+                               context.Progress, context.Log));
+        SavePicture(picture, options->Out);
+        return ExitDone;
     });
 }
 

@@ -6,20 +6,33 @@
 
 namespace vardenix {
 
-void PrintJson(const Json& json) {
-    // Names of the theater's files may hold any bytes.
-    std::printf("%s\n", json.dump(2, ' ', false, Json::error_handler_t::replace).c_str());
+namespace {
+
+void Write(std::FILE* stream, std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stream);
+    std::fputc('\n', stream);
 }
 
-void PrintValues(const Json& object, bool asJson) {
+std::string PlainText(const Json& json) {
+    const auto* text = std::get_if<std::string>(&json.Get());
+    return text != nullptr ? *text : TextOf(json);
+}
+
+} // namespace
+
+void Print(std::string_view line) { Write(stdout, line); }
+
+void Tell(std::string_view text) { Write(stderr, text); }
+
+void PrintJson(const Json& json) { Print(TextOf(json)); }
+
+void PrintValues(const JsonObject& object, bool asJson) {
     if (asJson) {
         PrintJson(object);
         return;
     }
-    for (const auto& [key, value] : object.items())
-        std::printf("%s: %s\n", key.c_str(),
-                    value.is_string() ? value.get<std::string>().c_str()
-                                      : value.dump().c_str());
+    for (const auto& [name, value] : object)
+        Print(name + ": " + PlainText(value));
 }
 
 std::string NameOnDisk(const std::string& path) { return TextOfPath(RealPath(path)); }

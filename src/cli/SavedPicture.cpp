@@ -1,9 +1,8 @@
 #include "cli/SavedPicture.h"
 
+#include "cli/Printing.h"
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
-
-#include <cstdio>
 
 namespace vardenix {
 
@@ -11,7 +10,7 @@ void SavePicture(Raster& picture, const std::string& path) {
     ImageSaveOptions options;
     options.ColorDepth = 24;
     const std::string saved = ImageSaveEx(PictureToBitmap(picture.View()), path, options);
-    std::printf("%s\n", saved.c_str());
+    Print(saved);
 }
 
 } // namespace vardenix

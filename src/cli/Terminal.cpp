@@ -1,5 +1,6 @@
 #include "cli/Terminal.h"
 
+#include "cli/Printing.h"
 #include "platform/RuntimeError.h"
 
 #include <cstdio>
@@ -15,7 +16,7 @@ namespace {
 
 BoxAnswer TerminalDialogs::MessageBox(const std::string& text, const std::string&,
                                       BoxIcon, BoxButtons buttons) {
-    std::fprintf(stderr, "%s\n", text.c_str());
+    Tell(text);
     switch (buttons) {
     case BoxButtons::Ok:
         return BoxAnswer::Ok;

@@ -10,14 +10,13 @@
 #include "workspace/MapInteraction.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
 
 namespace vardenix {
 
 namespace {
 
-Json InfoOf(const ProgramState& state) {
+JsonObject InfoOf(const ProgramState& state) {
     const auto posts = state.Terrain.LxArr.Values();
     const auto lower = [](const TerrainPost& a, const TerrainPost& b) {
         return a.Elevation < b.Elevation;
@@ -46,14 +45,14 @@ Json InfoOf(const ProgramState& state) {
             {"tiles without a picture", missing}};
 }
 
-Json PlaceOf(const Terrain& terrain, int32_t serial) {
+JsonObject PlaceOf(const Terrain& terrain, int32_t serial) {
     const PostXY post = SerialToXY(serial, terrain.MapWidth);
     return {{"x", static_cast<int>(post.X) - 1},
             {"y", static_cast<int>(post.Y) - 1},
             {"tile", int32_t{terrain.LxArr(serial).TileOffset}}};
 }
 
-Json PostOf(const ProgramState& state, int32_t x, int32_t y) {
+JsonObject PostOf(const ProgramState& state, int32_t x, int32_t y) {
     const TerrainPost post =
         state.Terrain.LxArr(XYToSerial(x + 1, y + 1, state.Terrain.MapWidth));
     const auto number = static_cast<size_t>(post.TileOffset);
@@ -73,7 +72,7 @@ Json PostOf(const ProgramState& state, int32_t x, int32_t y) {
 }
 
 struct Options {
-    explicit Options(CLI::App& command) : Files(command) {}
+    explicit Options(Command& command) : Files(command) {}
     TheaterFiles Files;
     bool AsJson = false;
     std::string Report;
@@ -81,71 +80,74 @@ struct Options {
     int32_t Y = 0;
 };
 
-std::shared_ptr<Options> AddTo(CLI::App& command) {
+std::shared_ptr<Options> AddTo(Command& command) {
     auto options = std::make_shared<Options>(command);
-    command.add_flag("--json", options->AsJson, "Print JSON");
+    command.Flag("--json", options->AsJson, "Print JSON");
     return options;
+}
+
+// A post that `check` found.
+void PrintPlace(const Terrain& terrain, int32_t serial) {
+    const PostXY post = SerialToXY(serial, terrain.MapWidth);
+    Print("X " + std::to_string(static_cast<int>(post.X) - 1) + ", Y " +
+          std::to_string(static_cast<int>(post.Y) - 1) + ": tile " +
+          std::to_string(int32_t{terrain.LxArr(serial).TileOffset}));
+}
+
+void PrintPlaces(const Terrain& terrain, const std::vector<int32_t>& serials,
+                 bool asJson) {
+    JsonArray list;
+    for (const int32_t serial : serials)
+        if (asJson)
+            list.emplace_back(PlaceOf(terrain, serial));
+        else
+            PrintPlace(terrain, serial);
+    if (asJson)
+        PrintJson(list);
 }
 
 } // namespace
 
-void AddInfo(CLI::App& app, CommandRun& run) {
-    auto* command = app.add_subcommand("info", "Tell the sizes of a theater");
-    const auto options = AddTo(*command);
-    command->callback([options, &run] {
-        run = [options](CommandContext& context) {
-            context.Open(options->Files);
-            const Json info = InfoOf(context.State);
-            PrintValues(info, options->AsJson);
-            return ExitDone;
-        };
+void AddInfo(Command& all) {
+    Command command = all.AddCommand("info", "Tell the sizes of a theater");
+    const auto options = AddTo(command);
+    command.Run([options](CommandContext& context) {
+        context.Open(options->Files);
+        PrintValues(InfoOf(context.State), options->AsJson);
+        return ExitDone;
     });
 }
 
-void AddCheck(CLI::App& app, CommandRun& run) {
-    auto* command = app.add_subcommand(
+void AddCheck(Command& all) {
+    Command command = all.AddCommand(
         "check",
         "List the posts whose tile is not in the catalogue; exit 1 if there are any");
-    const auto options = AddTo(*command);
-    command->add_option("--report", options->Report,
-                        "Append the report to this file, as the editor does");
-    command->callback([options, &run] {
-        run = [options](CommandContext& context) -> int {
-            context.Open(options->Files);
-            const Terrain& terrain = context.State.Terrain;
-            const std::vector<int32_t> unknown =
-                CountTileUse(terrain, context.State.Catalogue.Lookup);
-            if (!options->Report.empty() && !unknown.empty())
-                AppendReport(options->Report,
-                             UnknownTilesReport(terrain, unknown, context.Clock.Now()));
-            Json list = Json::array();
-            for (const int32_t serial : unknown)
-                list.push_back(PlaceOf(terrain, serial));
-            if (options->AsJson)
-                PrintJson(list);
-            else
-                for (const Json& post : list)
-                    std::printf("X %d, Y %d: tile %d\n", post["x"].get<int>(),
-                                post["y"].get<int>(), post["tile"].get<int>());
-            return unknown.empty() ? ExitDone : ExitFound;
-        };
+    const auto options = AddTo(command);
+    command.Text("--report", options->Report,
+                 "Append the report to this file, as the editor does");
+    command.Run([options](CommandContext& context) {
+        context.Open(options->Files);
+        const Terrain& terrain = context.State.Terrain;
+        const std::vector<int32_t> unknown =
+            CountTileUse(terrain, context.State.Catalogue.Lookup);
+        if (!options->Report.empty() && !unknown.empty())
+            AppendReport(options->Report,
+                         UnknownTilesReport(terrain, unknown, context.Clock.Now()));
+        PrintPlaces(terrain, unknown, options->AsJson);
+        return unknown.empty() ? ExitDone : ExitFound;
     });
 }
 
-void AddGet(CLI::App& app, CommandRun& run) {
-    auto* command = app.add_subcommand("get", "Tell everything of one post");
-    const auto options = AddTo(*command);
-    AddPost(*command, "X", options->X, "Y", options->Y);
-    command->callback([options, &run] {
-        run = [options](CommandContext& context) {
-            context.Open(options->Files);
-            RequireInside({"X", options->X, "Y", options->Y},
-                          context.State.Terrain.MapWidth,
-                          context.State.Terrain.LFilename);
-            const Json post = PostOf(context.State, options->X, options->Y);
-            PrintValues(post, options->AsJson);
-            return ExitDone;
-        };
+void AddGet(Command& all) {
+    Command command = all.AddCommand("get", "Tell everything of one post");
+    const auto options = AddTo(command);
+    AddPost(command, "X", options->X, "Y", options->Y);
+    command.Run([options](CommandContext& context) {
+        context.Open(options->Files);
+        RequireInside({"X", options->X, "Y", options->Y}, context.State.Terrain.MapWidth,
+                      context.State.Terrain.LFilename);
+        PrintValues(PostOf(context.State, options->X, options->Y), options->AsJson);
+        return ExitDone;
     });
 }
 

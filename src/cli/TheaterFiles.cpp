@@ -8,30 +8,30 @@
 
 namespace vardenix {
 
-TheaterFiles::TheaterFiles(CLI::App& command) {
+TheaterFiles::TheaterFiles(Command& command) {
     const std::string group = "Theater";
-    auto* folder = command.add_option("--theater", folder_,
-                                      "Folder that holds terrain/ and texture/");
-    folder->group(group);
+    Argument folder =
+        command.Text("--theater", folder_, "Folder that holds terrain/ and texture/");
+    folder.Group(group);
     const auto path = [&](const char* name, std::string& value, const char* help) {
-        command.add_option(name, value, help)->group(group)->excludes(folder);
+        command.Text(name, value, help).Group(group).Excludes(folder);
     };
     path("--l2", l2_, "The L2 file; its O2 file lies beside it");
     path("--bin", bin_, "The Texture.bin");
     path("--map", map_, "The theater.map");
     path("--dds", dds_, "The folder of tile pictures");
+    command.Check([this] { Paths(); });
 }
 
 TheaterPaths TheaterFiles::Paths() const {
     if (!folder_.empty())
         return PathsOfTheater(folder_, "");
     if (l2_.empty() || bin_.empty() || map_.empty() || dds_.empty())
-        throw CLI::ValidationError(
-            "name the theater by --theater, or by --l2, --bin, --map "
-            "and --dds together");
+        throw UsageError("name the theater by --theater, or by --l2, --bin, --map "
+                         "and --dds together");
     // The L file would be read as its own O file.
     if (OffsetFileOfL2(UpperCase(l2_)) == UpperCase(l2_))
-        throw CLI::ValidationError(
+        throw UsageError(
             "--l2", l2_ + " has no O2 file that could be known: its name must be like "
                           "theater.L2");
     return {l2_, bin_, map_, WithTrailingSlash(dds_)};

@@ -1,14 +1,12 @@
 #pragma once
 
+#include "cli/CommandLine.h"
 #include "platform/Platform.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
 #include "theater/ProgramState.h"
 #include "theater/TheaterOpening.h"
 
-#include <CLI/App.hpp>
-
-#include <memory>
 #include <string>
 
 namespace vardenix {
@@ -17,8 +15,10 @@ namespace vardenix {
 // texture/, or the four paths one by one.
 class TheaterFiles {
 public:
-    // Adds the options to a command.
-    explicit TheaterFiles(CLI::App& command);
+    // Adds the options to a command, and their check.
+    explicit TheaterFiles(Command& command);
+    TheaterFiles(const TheaterFiles&) = delete;
+    TheaterFiles& operator=(const TheaterFiles&) = delete;
 
     // Opens the theater: level 2, the catalogue, theater.map. Missing tile pictures are
     // told on the standard error. Error 53 for a file that is not there, and what the

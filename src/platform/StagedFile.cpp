@@ -1,5 +1,6 @@
 #include "platform/StagedFile.h"
 
+#include "platform/FileIdentity.h"
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 
@@ -7,9 +8,11 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
+#include <sys/file.h>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
+#include <zlib.h>
 
 namespace fs = std::filesystem;
 
@@ -18,57 +21,46 @@ namespace vardenix {
 namespace {
 
 constexpr size_t BufferSize = size_t{1} << 20;
+constexpr int MostLinks = 40; // as the system counts them
 
-// The file that is really written to: the end of the chain where `path` is a link.
-fs::path TargetOf(std::string_view path) {
-    fs::path target = RealPath(path);
-    std::error_code error;
-    for (int hops = 0; hops < 40 && fs::is_symlink(target, error); ++hops) {
-        const fs::path next = fs::read_symlink(target, error);
-        if (error)
-            break;
-        target = next.is_absolute() ? next : target.parent_path() / next;
-    }
-    return target;
+bool IsAbsence(int systemError) {
+    return systemError == ENOENT || systemError == ENOTDIR;
 }
 
-fs::path StagedNameOf(const fs::path& target) {
-    return RealPath(TextOfPath(target) + "x");
+std::optional<struct stat> StatusOf(const fs::path& path, bool followLinks) {
+    struct stat status {};
+    if (::fstatat(AT_FDCWD, path.c_str(), &status,
+                  followLinks ? 0 : AT_SYMLINK_NOFOLLOW) == 0)
+        return status;
+    if (!IsAbsence(errno))
+        ThrowSystemError(errno, "looking at", path.string());
+    return std::nullopt;
 }
 
-// The place of a staged file whose save is to be finished. A file that was never there
-// before has no name on the disk yet but that of its staged file.
-fs::path PlaceOf(const fs::path& staged, const fs::path& target) {
-    std::error_code error;
-    if (fs::exists(target, error))
-        return target;
-    return staged.native().substr(0, staged.native().size() - 1);
+bool IsStillAt(const fs::path& path, const SystemFile& file) {
+    struct stat opened {};
+    if (::fstat(file.Handle(), &opened) != 0)
+        ThrowSystemError(errno, "looking at", path.string());
+    const auto there = StatusOf(path, false);
+    return there && there->st_dev == opened.st_dev && there->st_ino == opened.st_ino;
 }
 
-// A rename is on the disk only when its folder is.
-void FlushFolderOf(const fs::path& path) {
-    const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
-    const SystemFile handle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // Some file systems cannot flush a folder; the rename itself has succeeded.
-    if (handle.IsOpen())
-        ::fsync(handle.Handle());
+void KeepOwner(int handle, const struct stat& old) {
+    struct stat made {};
+    if (::fstat(handle, &made) == 0 && made.st_uid == old.st_uid &&
+        made.st_gid == old.st_gid)
+        return;
+    // Only the superuser may give files away, and some file systems have no owners; the
+    // group of a shared theater can often be kept all the same. Neither costs the save.
+    if (::fchown(handle, old.st_uid, old.st_gid) != 0 &&
+        ::fchown(handle, static_cast<uid_t>(-1), old.st_gid) != 0)
+        return;
 }
 
-void RenameOver(const fs::path& from, const fs::path& to, const std::string& text) {
-    if (::rename(from.c_str(), to.c_str()) != 0)
-        ThrowSystemError(errno, "replacing", text);
-    FlushFolderOf(to);
-}
-
-// A staged name is ours when it is a plain file.
-bool IsStaged(const fs::path& path) {
-    std::error_code error;
-    return fs::is_regular_file(fs::symlink_status(path, error));
-}
-
-void DropStaged(const fs::path& path) {
-    if (::unlink(path.c_str()) != 0 && errno != ENOENT)
-        ThrowSystemError(errno, "deleting the unfinished", path.string());
+[[noreturn]] void TellBusy(const std::string& text) {
+    throw RuntimeError(ErrorNumber::PermissionDenied,
+                       "writing " + text +
+                           ": another program is writing it; try again when it is done");
 }
 
 } // namespace
@@ -78,32 +70,111 @@ bool SystemFile::Close() {
     return handle < 0 || ::close(handle) == 0;
 }
 
-StagedFile::StagedFile(std::string_view path)
-    : text_(path), target_(TargetOf(path)), staged_(StagedNameOf(target_)) {
-    std::error_code error;
-    if (fs::is_directory(target_, error))
-        ThrowSystemError(EISDIR, "writing", text_);
-    // A file that may not be written is not replaced either, although its folder would
-    // let us.
-    if (fs::exists(target_, error) &&
-        ::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) != 0)
-        ThrowSystemError(errno, "writing", text_);
-    if (IsStaged(staged_))
-        DropStaged(staged_);
-    file_ = SystemFile(
-        ::open(staged_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
-    if (!file_.IsOpen() && errno == ENOENT)
-        throw RuntimeError(ErrorNumber::PathNotFound,
-                           "writing " + text_ + ": its folder is not there");
-    if (!file_.IsOpen())
-        ThrowSystemError(errno, "writing", text_);
-    present_ = true;
-    buffer_ = FileBytes(BufferSize);
+UnfinishedFile::~UnfinishedFile() {
+    if (present_)
+        ::unlink(path_.c_str());
 }
 
-StagedFile::~StagedFile() {
-    if (present_)
-        ::unlink(staged_.c_str());
+fs::path TargetOf(std::string_view path) {
+    fs::path target = RealPath(path);
+    for (int links = 0;; ++links) {
+        const auto status = StatusOf(target, false);
+        if (!status || !S_ISLNK(status->st_mode))
+            return target;
+        if (links == MostLinks)
+            ThrowSystemError(ELOOP, "following the link", std::string(path));
+        std::error_code error;
+        const fs::path next = fs::read_symlink(target, error);
+        if (error)
+            ThrowSystemError(error.value(), "following the link", target.string());
+        target = next.is_absolute() ? next : target.parent_path() / next;
+    }
+}
+
+fs::path StagedNameOf(const fs::path& target) { return target.native() + "x"; }
+
+bool IsPlainFile(const fs::path& path) {
+    const auto status = StatusOf(path, false);
+    return status && S_ISREG(status->st_mode);
+}
+
+bool DropStaged(const fs::path& staged, std::chrono::milliseconds patience) {
+    while (IsPlainFile(staged)) {
+        const SystemFile found(
+            ::open(staged.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        // One that may not be read is not ours and nobody's lock can be asked for.
+        if (!found.IsOpen() && errno != EACCES && !IsAbsence(errno))
+            ThrowSystemError(errno, "opening the unfinished", staged.string());
+        if (found.IsOpen()) {
+            if (!LockWithin(found.Handle(), LOCK_EX, patience))
+                return false;
+            // The program that we waited for may have ended and the next one begun.
+            if (!IsStillAt(staged, found))
+                continue;
+        }
+        if (::unlink(staged.c_str()) != 0 && !IsAbsence(errno))
+            ThrowSystemError(errno, "deleting the unfinished", staged.string());
+        return true;
+    }
+    return true;
+}
+
+bool FlushFolder(const fs::path& folder) {
+    const SystemFile handle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return !handle.IsOpen() || ::fsync(handle.Handle()) == 0 ||
+           (errno != EIO && errno != ENOSPC && errno != EDQUOT);
+}
+
+uint32_t ChecksumOf(std::span<const std::byte> bytes, uint32_t checksum) {
+    return static_cast<uint32_t>(
+        ::crc32_z(checksum, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
+}
+
+StagedFile::StagedFile(std::string_view path)
+    : text_(path), target_(TargetOf(path)), buffer_(BufferSize),
+      staged_(StagedNameOf(target_)) {
+    const auto old = StatusOf(target_, true);
+    if (old && S_ISDIR(old->st_mode))
+        ThrowSystemError(EISDIR, "writing", text_);
+    if (old && !S_ISREG(old->st_mode))
+        throw RuntimeError(ErrorNumber::PathFileAccess, text_ + " is not a file");
+    // A file that may not be written is not replaced either, although its folder would
+    // let us.
+    if (old && ::faccessat(AT_FDCWD, target_.c_str(), W_OK, AT_EACCESS) != 0)
+        ThrowSystemError(errno, "writing", text_);
+    Make(old ? &*old : nullptr);
+}
+
+void StagedFile::Make(const struct ::stat* old) {
+    const unsigned rights = old == nullptr ? 0666 : old->st_mode & 0700;
+    const fs::path& staged = staged_.Path();
+    while (true) {
+        if (!DropStaged(staged, LockPatience))
+            TellBusy(text_);
+        file_ = SystemFile(::open(staged.c_str(),
+                                  O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
+                                  rights));
+        if (!file_.IsOpen() && errno == EEXIST && IsPlainFile(staged))
+            continue; // somebody was quicker
+        if (!file_.IsOpen() && errno == ENOENT)
+            throw RuntimeError(ErrorNumber::PathNotFound,
+                               "writing " + text_ + ": its folder is not there");
+        if (!file_.IsOpen())
+            ThrowSystemError(errno, "writing", text_);
+        staged_.IsMade();
+        if (!LockWithin(file_.Handle(), LOCK_EX, LockPatience))
+            TellBusy(text_);
+        // Until the lock was ours it looked like what an ended program had left.
+        if (IsStillAt(staged, file_))
+            break;
+        staged_.LetGo();
+    }
+    if (old == nullptr)
+        return;
+    KeepOwner(file_.Handle(), *old);
+    if (::fchmod(file_.Handle(), old->st_mode & 0777) != 0)
+        return; // a file system without rights
+    specialRights_ = old->st_mode & 07000;
 }
 
 void StagedFile::Write(std::span<const std::byte> bytes) {
@@ -125,6 +196,7 @@ void StagedFile::WriteText(std::string_view text) {
 void StagedFile::WriteInt32(int32_t value) { Write(std::as_bytes(std::span(&value, 1))); }
 
 void StagedFile::Drain() {
+    checksum_ = ChecksumOf(buffer_.Span().first(buffered_), checksum_);
     size_t done = 0;
     while (done < buffered_) {
         const ssize_t put =
@@ -140,77 +212,53 @@ void StagedFile::Drain() {
     buffered_ = 0;
 }
 
-void StagedFile::KeepRightsOfOldFile() {
-    struct stat old {};
-    if (::stat(target_.c_str(), &old) != 0)
-        return;
-    // Only the superuser may give files away; for others the file is theirs already.
-    if (::fchown(file_.Handle(), old.st_uid, old.st_gid) != 0 && errno != EPERM)
-        ThrowSystemError(errno, "keeping the owner of", text_);
-    if (::fchmod(file_.Handle(), old.st_mode & 07777) != 0 && errno != EPERM)
-        ThrowSystemError(errno, "keeping the rights of", text_);
-}
-
 void StagedFile::Finish() {
-    if (!file_.IsOpen())
-        return;
     Drain();
-    KeepRightsOfOldFile();
+    // Writing has taken them away.
+    if (specialRights_ != 0) {
+        struct stat made {};
+        if (::fstat(file_.Handle(), &made) == 0 &&
+            ::fchmod(file_.Handle(), (made.st_mode & 0777) | specialRights_) != 0)
+            specialRights_ = 0;
+    }
     if (::fsync(file_.Handle()) != 0)
         ThrowSystemError(errno, "flushing", text_);
-    if (!file_.Close())
+}
+
+void StagedFile::Close() {
+    lock_ = SystemFile(::fcntl(file_.Handle(), F_DUPFD_CLOEXEC, 0));
+    if (!lock_.IsOpen() || !file_.Close())
         ThrowSystemError(errno, "closing", text_);
+}
+
+int StagedFile::TakePlace() noexcept {
+    if (::rename(staged_.Path().c_str(), target_.c_str()) != 0) {
+        const int refusal = errno;
+        // Where there are no locks another program may have mended what it found.
+        struct stat ours {};
+        struct stat there {};
+        if (!IsAbsence(refusal) || ::fstat(lock_.Handle(), &ours) != 0 ||
+            ::stat(target_.c_str(), &there) != 0 || there.st_dev != ours.st_dev ||
+            there.st_ino != ours.st_ino)
+            return refusal;
+    }
+    staged_.LetGo();
+    lock_.Close();
+    return 0;
 }
 
 void StagedFile::Commit() {
     Finish();
-    RenameOver(staged_, target_, text_);
-    present_ = false;
+    Close();
+    if (const int refusal = TakePlace(); refusal != 0)
+        ThrowSystemError(refusal, "replacing", text_);
+    FlushFolder(FolderOf(target_));
 }
 
 SystemFile StagedFile::Abandon() {
     Keep();
+    ::flock(file_.Handle(), LOCK_UN);
     return std::move(file_);
-}
-
-namespace {
-
-std::string_view Recovered(std::string_view pathL, std::string_view pathO) {
-    RecoverPair(pathL, pathO);
-    return pathL;
-}
-
-} // namespace
-
-StagedPair::StagedPair(std::string_view pathL, std::string_view pathO)
-    : L(Recovered(pathL, pathO)), O(pathO) {}
-
-void StagedPair::Commit() {
-    L.Finish();
-    O.Finish();
-    L.Commit();
-    // From here on the pair is the new one: should the second half fail, the staged O
-    // file must stay for the next open to finish with.
-    O.Keep();
-    O.Commit();
-}
-
-PairRecovery RecoverPair(std::string_view pathL, std::string_view pathO) {
-    const fs::path stagedL = StagedNameOf(TargetOf(pathL));
-    const fs::path targetO = TargetOf(pathO);
-    const fs::path stagedO = StagedNameOf(targetO);
-    const bool hasL = IsStaged(stagedL);
-    const bool hasO = IsStaged(stagedO);
-    if (hasO && !hasL) {
-        RenameOver(stagedO, PlaceOf(stagedO, targetO), std::string(pathO));
-        return PairRecovery::Finished;
-    }
-    // The O file goes first, so that a kill in between never leaves it alone.
-    if (hasO)
-        DropStaged(stagedO);
-    if (hasL)
-        DropStaged(stagedL);
-    return hasL ? PairRecovery::Dropped : PairRecovery::Nothing;
 }
 
 } // namespace vardenix

@@ -3,9 +3,10 @@
 #include "companion/Vardenix.h"
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "platform/Transaction.h"
 #include "theater/TerrainStore.h"
 
 #include <algorithm>
@@ -109,7 +110,9 @@ void SaveElv(const ElevationLayer& layer, const std::string& path, Progress& pro
 void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
                 std::span<const std::byte> fileO, Progress& progress) {
     const FileBytes fileL = ReadWholeFile(pair.L);
-    StagedPair files(pair.L, pair.O);
+    Transaction files;
+    StagedFile& newL = files.Stage(pair.L);
+    StagedFile& newO = files.Stage(pair.O);
     BinaryReader offsets(fileO, pair.O);
     const int32_t segments = layer.EMapWidth / SegmentSide;
     int64_t shared = -1;
@@ -123,17 +126,17 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
                                  sea = sea && elevation == 0 &&
                                        record.TileOffset == SeaTileOfL0;
                              });
-            const auto position = static_cast<int64_t>(files.L.Position());
+            const auto position = static_cast<int64_t>(newL.Position());
             if (!sea || shared == -1)
-                files.L.Write(std::as_bytes(std::span(block)));
+                newL.Write(std::as_bytes(std::span(block)));
             if (sea && shared == -1)
                 shared = position;
-            files.O.WriteInt32(static_cast<int32_t>(sea ? shared : position));
+            newO.WriteInt32(static_cast<int32_t>(sea ? shared : position));
         }
         MoveBar(progress, segY, segments);
     }
     // The entries are overwritten; what stands behind them stays.
-    files.O.Write(fileO.subspan(offsets.Position()));
+    newO.Write(fileO.subspan(offsets.Position()));
     files.Commit();
 }
 
@@ -143,12 +146,14 @@ bool SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " would be the L0 file and the O0 file at once");
-    RecoverPair(pair.L, pair.O);
+    MendFiles({pair.L, pair.O});
     if (!FileExists(pair.L) || !FileExists(pair.O)) {
         // The width of a new pair would be read off an O0 file that is not there, so no
         // block is written: a L0 file under a new name is a pair of empty files. Theater
         // makers know it so, and it is kept.
-        StagedPair files(pair.L, pair.O);
+        Transaction files;
+        files.Stage(pair.L);
+        files.Stage(pair.O);
         files.Commit();
         return true;
     }

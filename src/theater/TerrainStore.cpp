@@ -3,9 +3,10 @@
 #include "companion/Vardenix.h"
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "platform/Transaction.h"
 
 #include <algorithm>
 #include <array>
@@ -29,6 +30,11 @@ void WriteBlock(StagedFile& file, const TerrainPost* first, int32_t width) {
         std::memcpy(&block[row * SegmentSide], first + row * static_cast<size_t>(width),
                     RowBytes);
     file.Write(std::as_bytes(std::span(block)));
+}
+
+void LogMended(const std::vector<std::string>& mended, DebugLog& log) {
+    for (const std::string& what : mended)
+        log.WriteLog(what);
 }
 
 } // namespace
@@ -88,7 +94,8 @@ PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte>
 void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
     progress.SetBar(0);
     progress.SetText("Loading L2 File...");
-    RecoverLevelPair({terrain.LFilename, terrain.OFilename}, log);
+    const ReadingLock reading({terrain.LFilename, terrain.OFilename});
+    LogMended(reading.Mended(), log);
     const FileBytes fileO = ReadWholeFile(terrain.OFilename);
     const FileBytes fileL = ReadWholeFile(terrain.LFilename);
     log.WriteLog("Opened L&O Files...");
@@ -150,20 +157,22 @@ void SaveTheater(const Terrain& terrain, const std::string& path, Progress& prog
                            pair.L + " is what an unfinished save is called; its name "
                                     "must end in .L2");
     const ShownBar bar(progress);
-    StagedPair files(pair.L, pair.O);
+    Transaction files;
+    StagedFile& fileL = files.Stage(pair.L);
+    StagedFile& fileO = files.Stage(pair.O);
     const int32_t segments = terrain.MapWidth / SegmentSide;
     const auto posts = terrain.LxArr.Values();
     int64_t shared = -1;
     for (int32_t segY = 1; segY <= segments; ++segY) {
         for (int32_t segX = 1; segX <= segments; ++segX) {
             const TerrainPost* first = &posts[FirstPostOf(segX, segY, terrain.MapWidth)];
-            const auto position = static_cast<int64_t>(files.L.Position());
+            const auto position = static_cast<int64_t>(fileL.Position());
             const bool sea = IsCommonSeg(terrain, segX, segY);
             if (!sea || shared == -1)
-                WriteBlock(files.L, first, terrain.MapWidth);
+                WriteBlock(fileL, first, terrain.MapWidth);
             if (sea && shared == -1)
                 shared = position;
-            files.O.WriteInt32(static_cast<int32_t>(sea ? shared : position));
+            fileO.WriteInt32(static_cast<int32_t>(sea ? shared : position));
         }
         progress.SetBar(Percent(segY, segments));
         progress.LetEventsThrough();
@@ -172,16 +181,7 @@ void SaveTheater(const Terrain& terrain, const std::string& path, Progress& prog
 }
 
 void RecoverLevelPair(const LevelPair& pair, DebugLog& log) {
-    switch (RecoverPair(pair.L, pair.O)) {
-    case PairRecovery::Nothing:
-        break;
-    case PairRecovery::Finished:
-        log.WriteLog("Finished the interrupted save of " + pair.L);
-        break;
-    case PairRecovery::Dropped:
-        log.WriteLog("Dropped the unfinished save of " + pair.L);
-        break;
-    }
+    LogMended(MendFiles({pair.L, pair.O}), log);
 }
 
 } // namespace vardenix

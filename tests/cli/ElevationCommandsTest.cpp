@@ -121,7 +121,7 @@ TEST_F(ElevationCommands, WrongArgumentsAreExplainedAndNothingIsWritten) {
              {{"get", L0() + "x", "0", "0"}, "ends neither in .l0 nor in .elv"},
              {{"set", Terrain("theater.L2"), "0", "0", "1"}, "ends neither in .l0"},
              {{"set", "elv", "0", "0", "1"}, "elv ends neither"},
-             {{"put", L0(), "0", "0", "1"}, "subcommand"}}) {
+             {{"put", L0(), "0", "0", "1"}, "'put' is no command of"}}) {
         const ProgramResult result =
             Elevation(arguments[0], {arguments.begin() + 1, arguments.end()});
         EXPECT_EQ(result.ExitCode, 2) << words;

@@ -121,68 +121,40 @@ TEST(StagedFile, AFileThatMayNotBeWrittenIsNotReplaced) {
     EXPECT_EQ(Slurp(path), "old");
 }
 
-// The four states that a kill can leave.
-class PairAfterKill : public testing::Test {
-protected:
-    void SetUp() override {
-        pathL_ = folder_.Write("theater.l2", "old L");
-        pathO_ = folder_.Write("theater.o2", "old O");
-    }
-    PairRecovery Recover() {
-        return RecoverPair(folder_.File("THEATER.L2"), folder_.File("THEATER.O2"));
-    }
-    TestFolder folder_;
-    std::string pathL_;
-    std::string pathO_;
-};
-
-TEST_F(PairAfterKill, NothingStagedIsNothingToDo) {
-    EXPECT_EQ(Recover(), PairRecovery::Nothing);
-    EXPECT_EQ(folder_.Names(), "theater.l2 theater.o2");
+TEST(StagedFile, IsAsSecretAsTheOldFileFromItsFirstByteOn) {
+    const TestFolder folder;
+    const std::string path = folder.Write("a", "old");
+    ASSERT_EQ(chmod(path.c_str(), 0600), 0);
+    StagedFile file(path);
+    struct stat status {};
+    ASSERT_EQ(stat((path + "x").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0600U);
 }
 
-TEST_F(PairAfterKill, AStagedLAloneIsDropped) {
-    folder_.Write("theater.l2x", "half of new");
-    EXPECT_EQ(Recover(), PairRecovery::Dropped);
-    EXPECT_EQ(folder_.Names(), "theater.l2 theater.o2");
-    EXPECT_EQ(Slurp(pathL_), "old L");
+TEST(StagedFile, AFileOfItsNameThatAnotherHandleWritesIsNotTakenAway) {
+    const TestFolder folder;
+    const std::string path = folder.Write("a", "old");
+    const StagedFile first(path);
+    EXPECT_FALSE(DropStaged(path + "x", std::chrono::milliseconds{0}));
+    EXPECT_EQ(folder.Names(), "a ax");
 }
 
-TEST_F(PairAfterKill, TwoStagedFilesAreDropped) {
-    folder_.Write("theater.l2x", "new L");
-    folder_.Write("theater.o2x", "half of");
-    EXPECT_EQ(Recover(), PairRecovery::Dropped);
-    EXPECT_EQ(folder_.Names(), "theater.l2 theater.o2");
-    EXPECT_EQ(Slurp(pathL_), "old L");
-    EXPECT_EQ(Slurp(pathO_), "old O");
+TEST(StagedFile, AnAbandonedOneIsNobodys) {
+    const TestFolder folder;
+    const std::string path = folder.Write("a", "old");
+    const SystemFile handle = StagedFile(path).Abandon();
+    EXPECT_TRUE(handle.IsOpen());
+    EXPECT_EQ(folder.Names(), "a ax");
+    EXPECT_TRUE(DropStaged(path + "x", std::chrono::milliseconds{0}));
+    EXPECT_EQ(folder.Names(), "a");
 }
 
-TEST_F(PairAfterKill, AStagedOAloneFinishesTheSave) {
-    Spill(pathL_, "new L");
-    folder_.Write("theater.o2x", "new O");
-    EXPECT_EQ(Recover(), PairRecovery::Finished);
-    EXPECT_EQ(folder_.Names(), "theater.l2 theater.o2");
-    EXPECT_EQ(Slurp(pathO_), "new O");
-}
-
-TEST_F(PairAfterKill, ANewSaveMendsTheOldOneFirst) {
-    Spill(pathL_, "new L");
-    folder_.Write("theater.o2x", "new O");
-    {
-        const StagedPair pair(pathL_, pathO_);
-        EXPECT_EQ(Slurp(pathO_), "new O");
-    }
-    EXPECT_EQ(folder_.Names(), "theater.l2 theater.o2");
-}
-
-TEST_F(PairAfterKill, BothChangeTogether) {
-    StagedPair pair(pathL_, pathO_);
-    pair.L.WriteText("new L");
-    pair.O.WriteText("new O");
-    EXPECT_EQ(Slurp(pathL_) + Slurp(pathO_), "old Lold O");
-    pair.Commit();
-    EXPECT_EQ(Slurp(pathL_) + Slurp(pathO_), "new Lnew O");
-    EXPECT_EQ(folder_.Names(), "theater.l2 theater.o2");
+TEST(StagedFile, WhatIsNoFileIsNotReplaced) {
+    const TestFolder folder;
+    ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0666), 0);
+    EXPECT_THROW(StagedFile(folder.File("pipe")), RuntimeError);
+    EXPECT_THROW(StagedFile("/dev/null"), RuntimeError);
+    EXPECT_EQ(folder.Names(), "pipe");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "platform/RuntimeError.h"
 #include "support/FakePlatform.h"
+#include "support/JournalMaker.h"
 #include "support/RecordingProgress.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
@@ -251,9 +252,16 @@ TEST_F(TheaterOpening, AL2FileOfAnotherNameIsItsOwnOFile) {
 }
 
 TEST_F(TheaterOpening, AnOFileThatAKilledSaveOwesIsThereAtTheCheck) {
-    std::filesystem::rename(folder_.File("terrain/theater.O2"),
-                            folder_.File("terrain/theater.O2x"));
+    // The first save of a new pair, killed between the two renames.
+    const std::string pathO = folder_.File("terrain/theater.O2");
+    const std::string bytesO = Slurp(pathO);
+    std::filesystem::rename(pathO, pathO + "x");
+    tests::JournalMaker journal;
+    journal.Add("theater.L2", Slurp(folder_.File("terrain/theater.L2")), pathO);
+    journal.Add("theater.O2", bytesO, pathO);
+    folder_.Write("terrain/vardenix.journal", journal.Text());
     EXPECT_TRUE(Check());
+    EXPECT_EQ(Slurp(pathO), bytesO);
 }
 
 TEST_F(TheaterOpening, LoadsInItsOrderAndThenShowsTheWindows) {

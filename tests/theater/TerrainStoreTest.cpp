@@ -2,6 +2,7 @@
 
 #include "companion/Vardenix.h"
 #include "platform/RuntimeError.h"
+#include "support/JournalMaker.h"
 #include "support/RecordingProgress.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
@@ -302,12 +303,29 @@ TEST_F(TerrainStore, OpeningMendsAnInterruptedSave) {
     const MadeLevel level = MadeLevel::Random(32, 10);
     const MadeLevel newer = MadeLevel::Random(32, 11);
     const tests::PairBytes newPair = tests::ScatteredPair(newer);
-    Write(level);
+    // The old blocks lie elsewhere.
+    WriteRaw(tests::ScatteredPair(level).L, std::string(newPair.O.size(), '\0'));
     // Killed between the two renames: the L file is new, the O file still staged.
-    WriteRaw(newPair.L, tests::ScatteredPair(MadeLevel::Empty(32)).O);
+    tests::JournalMaker journal;
+    journal.Add("theater.L2", newPair.L, folder_.File("terrain/theater.L2"));
+    journal.Add("theater.O2", newPair.O, folder_.File("terrain/theater.O2"));
+    folder_.Write("terrain/vardenix.journal", journal.Text());
+    folder_.Write("terrain/theater.L2", newPair.L);
     folder_.Write("terrain/theater.O2x", newPair.O);
     Load();
     ExpectPosts(terrain_, newer);
+    EXPECT_EQ(Slurp(folder_.File("terrain/theater.O2")), newPair.O);
+}
+
+TEST_F(TerrainStore, AStrayFileThatLooksStagedCostsNothing) {
+    const MadeLevel level = MadeLevel::Random(32, 10);
+    Write(level);
+    const std::string oldO = Slurp(folder_.File("terrain/theater.O2"));
+    folder_.Write("terrain/theater.O2x", "");
+    Load();
+    ExpectPosts(terrain_, level);
+    EXPECT_EQ(Slurp(folder_.File("terrain/theater.O2")), oldO);
+    EXPECT_FALSE(std::filesystem::exists(folder_.File("terrain/theater.O2x")));
 }
 
 } // namespace

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "workspace/windows/PanelCommands.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <vector>
+
+namespace vardenix {
+
+// What the windows of other subsystems do for the workspace. Each subsystem's file of
+// app/ fills in its own; what nobody offers has its control disabled.
+struct OfferedVerbs {
+    // Verbs of the panel without a word more.
+    std::map<PanelVerb, std::function<void()>> Panel;
+    // Windows that come and go with their boxes on the panel.
+    std::map<PanelVerb, std::function<void(bool shown)>> ShowWindow;
+
+    std::function<void(int32_t tileNumber)> LocateInBIN;
+    std::function<void(uint8_t palette)> LocateColorInMAP;
+    std::function<void()> ExportTiles;
+    std::function<void()> SubExportTDFs;
+    std::function<void()> ImportTiles;
+
+    // Whether the catalogue, or theater.map, has changes that are not on the disk.
+    std::function<bool()> BinNeedsSave;
+    std::function<bool()> MapNeedsSave;
+
+    // Called when windows take their stored places, and when places are stored.
+    std::vector<std::function<void()>> PlaceWindows;
+    std::vector<std::function<void()>> StorePlaces;
+};
+
+} // namespace vardenix

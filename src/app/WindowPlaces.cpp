@@ -1,0 +1,137 @@
+#include "app/WindowPlaces.h"
+
+#include "mapview/windows/FrmVXTheaterPreview.h"
+#include "platform/windows/Theme.h"
+#include "platform/windows/WindowPlace.h"
+#include "workspace/FirstLayout.h"
+#include "workspace/windows/FrmVXMain.h"
+#include "workspace/windows/FrmVXMap.h"
+#include "workspace/windows/FrmVXTilePal.h"
+
+#include <QScreen>
+#include <QWindow>
+
+namespace vardenix {
+
+namespace {
+
+WindowSize SizeOf(const QWidget& window) { return {window.width(), window.height()}; }
+
+void PlaceAt(QWidget& window, const PixelRect& place) {
+    window.resize(place.Width, place.Height);
+    MoveOnScreen(window, {place.Left, place.Top});
+}
+
+void PlaceAt(QWidget& window, const WindowPosition& place) {
+    MoveOnScreen(window, {PixelsOfTwips(place.Left), PixelsOfTwips(place.Top)});
+}
+
+// Stored without the frame, which is not known when the window comes back.
+WindowSize PaletteSize(const Configuration& settings) {
+    return {PixelsOfTwips(settings.PalWinSizeW), PixelsOfTwips(settings.PalWinSizeH)};
+}
+
+WindowPosition PlaceOf(const QWidget& window) {
+    return {.Top = TwipsOfPixels(window.y()), .Left = TwipsOfPixels(window.x())};
+}
+
+void KeepOver(QWidget& window, const QWidget& below) {
+    window.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                          Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
+    window.setAttribute(Qt::WA_ShowWithoutActivating);
+    for (const QWidget* each : std::initializer_list<const QWidget*>{&window, &below})
+        each->winId(); // makes what the desktop knows of it
+    window.windowHandle()->setTransientParent(below.windowHandle());
+}
+
+} // namespace
+
+void KeepPaletteOverMap(const WorkspaceWindows& windows) {
+    KeepOver(*windows.Palette, *windows.Map);
+}
+
+void WindowPlaces::Place() {
+    const bool first = NeverPlaced(settings_);
+    if (first) {
+        settings_.MainWinVis = true;
+        settings_.ThPrevWinVis = true;
+    }
+    first ? PlaceFirst() : PlaceAsStored();
+    placed_ = true;
+}
+
+void WindowPlaces::PlaceFirst() {
+    const QRect room = windows_.Map->screen()->availableGeometry();
+    // The panel has its true height only when it is up.
+    MoveOnScreen(*windows_.Panel, room.topLeft());
+    windows_.Panel->show();
+    const FirstLayout layout = LayOutFirst(
+        {room.left(), room.top(), room.width(), room.height()}, SizeOf(*windows_.Panel),
+        SizeOf(*windows_.Map), SizeOf(*windows_.Preview), PaletteSize(settings_));
+    PlaceAt(*windows_.Map, layout.Map);
+    PlaceAt(*windows_.Preview, layout.Preview);
+    PlaceAt(*windows_.Palette, layout.Palette);
+}
+
+void WindowPlaces::PlaceAsStored() {
+    PlaceAt(*windows_.Panel, settings_.MainControlWinPos);
+    PlaceAt(*windows_.Map, settings_.MainWinPos);
+    PlaceAt(*windows_.Preview, settings_.ThPrevWinPos);
+    const WindowSize palette = PaletteSize(settings_);
+    windows_.Palette->resize(QSize(palette.Width, palette.Height)
+                                 .boundedTo(windows_.Map->screen()->availableSize()));
+    PlaceAt(*windows_.Palette, settings_.PalWinPos);
+}
+
+void WindowPlaces::Store() {
+    settings_.MainControlWinPos = PlaceOf(*windows_.Panel);
+    settings_.MainWinPos = PlaceOf(*windows_.Map);
+    settings_.ThPrevWinPos = PlaceOf(*windows_.Preview);
+    // One that fills the screen keeps the place it had before.
+    if (windows_.Palette->isMaximized())
+        return;
+    settings_.PalWinPos = PlaceOf(*windows_.Palette);
+    settings_.PalWinSizeW = TwipsOfPixels(windows_.Palette->width());
+    settings_.PalWinSizeH = TwipsOfPixels(windows_.Palette->height());
+}
+
+void WindowPlaces::ShowByBoxes() {
+    windows_.Panel->show();
+    // Before the map, which so ends up with the keyboard. The palette comes behind it, or
+    // the desktop would not know what it is to lie over.
+    RestorePreview();
+    if (!windows_.Map->isVisible())
+        windows_.Palette->hide();
+    windows_.Map->setVisible(settings_.MainWinVis);
+    RestoreChildWindows();
+}
+
+void WindowPlaces::RestoreChildWindows() {
+    RestorePreview();
+    if (!windows_.Palette)
+        return;
+    const bool shown = SmallWindowsShown() && settings_.PalWinVis;
+    // Some desktops make an icon of a tool with its window, and shown as an icon it would
+    // take the map with it.
+    if (shown)
+        windows_.Palette->setWindowState(windows_.Palette->windowState() &
+                                         ~Qt::WindowMinimized);
+    windows_.Palette->setVisible(shown);
+}
+
+void WindowPlaces::RestorePreview() {
+    windows_.Preview->setVisible(SmallWindowsShown() && settings_.ThPrevWinVis);
+}
+
+bool WindowPlaces::SmallWindowsShown() const {
+    return placed_ && !windows_.Map->isMinimized();
+}
+
+void WindowPlaces::HideAll() {
+    for (QWidget* window :
+         std::initializer_list<QWidget*>{windows_.Panel.get(), windows_.Map.get(),
+                                         windows_.Preview.get(), windows_.Palette.get()})
+        window->hide();
+}
+
+} // namespace vardenix
