@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "app/BinEditorWindows.h"
 #include "app/Workspace.h"
 #include "platform/RuntimeError.h"
 #include "theater/windows/FrmStartUp.h"
@@ -34,6 +35,8 @@ bool Application::Begin() {
     platform_ =
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
     workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
+    binEditor_ =
+        std::make_unique<BinEditorWindows>(state_, *platform_, log_, *workspace_);
     return true;
 }
 

@@ -11,6 +11,7 @@
 
 namespace vardenix {
 
+class BinEditorWindows;
 class FrmStartUp;
 class Workspace;
 
@@ -43,6 +44,7 @@ private:
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FrmStartUp> frmStartUp_;
     std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<BinEditorWindows> binEditor_;
 };
 
 } // namespace vardenix

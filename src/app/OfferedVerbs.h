@@ -27,6 +27,9 @@ struct OfferedVerbs {
     std::function<bool()> BinNeedsSave;
     std::function<bool()> MapNeedsSave;
 
+    // Level 2, or the finest elevations, have been saved from the panel.
+    std::function<void()> TheaterSaved;
+
     // Called when windows take their stored places, and when places are stored.
     std::vector<std::function<void()>> PlaceWindows;
     std::vector<std::function<void()>> StorePlaces;

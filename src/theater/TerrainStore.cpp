@@ -145,21 +145,8 @@ LevelPair PairForSaving(const Terrain& terrain, const std::string& path) {
     return {upper, ReplaceAll(upper, ".L2", ".O2")};
 }
 
-void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress) {
-    const LevelPair pair = PairForSaving(terrain, path);
-    if (SameFile(pair.L, pair.O))
-        throw RuntimeError(ErrorNumber::PathFileAccess,
-                           pair.L +
-                               " would be the L file and the O file at once; its name "
-                               "must end in .L2");
-    if (IsUnfinishedName(pair.L))
-        throw RuntimeError(ErrorNumber::PathFileAccess,
-                           pair.L + " is what an unfinished save is called; its name "
-                                    "must end in .L2");
-    const ShownBar bar(progress);
-    Transaction files;
-    StagedFile& fileL = files.Stage(pair.L);
-    StagedFile& fileO = files.Stage(pair.O);
+void WriteLevelPair(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO,
+                    Progress& progress) {
     const int32_t segments = terrain.MapWidth / SegmentSide;
     const auto posts = terrain.LxArr.Values();
     int64_t shared = -1;
@@ -177,6 +164,24 @@ void SaveTheater(const Terrain& terrain, const std::string& path, Progress& prog
         progress.SetBar(Percent(segY, segments));
         progress.LetEventsThrough();
     }
+}
+
+void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress) {
+    const LevelPair pair = PairForSaving(terrain, path);
+    if (SameFile(pair.L, pair.O))
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           pair.L +
+                               " would be the L file and the O file at once; its name "
+                               "must end in .L2");
+    if (IsUnfinishedName(pair.L))
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           pair.L + " is what an unfinished save is called; its name "
+                                    "must end in .L2");
+    const ShownBar bar(progress);
+    Transaction files;
+    StagedFile& fileL = files.Stage(pair.L);
+    StagedFile& fileO = files.Stage(pair.O);
+    WriteLevelPair(terrain, fileL, fileO, progress);
     files.Commit();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Progress.h"
+#include "platform/StagedFile.h"
 #include "theater/DebugLog.h"
 #include "theater/Terrain.h"
 
@@ -70,6 +71,11 @@ void ReadBlock(std::span<const std::byte> fileL, int32_t offset, TerrainPost* fi
 // they are. Error 75, before anything is written, when L and O would be the same file or
 // L has the name of an unfinished save; the system's refusals (61, 70, 75) while writing.
 void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress);
+
+// The bytes of the pair into two staged files, for whoever saves other files with them.
+// The bar moves and events pass once per row of segments.
+void WriteLevelPair(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO,
+                    Progress& progress);
 
 // Mends what an interrupted save of a pair may have left, with a line in the log.
 void RecoverLevelPair(const LevelPair& pair, DebugLog& log);

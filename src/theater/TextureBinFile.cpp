@@ -5,6 +5,7 @@
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
+#include "platform/Transaction.h"
 #include "platform/Windows1252.h"
 #include "theater/PictureFolder.h"
 
@@ -166,13 +167,7 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
     log.WriteLog("Exiting OpenBinFile...");
 }
 
-void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
-    if (!FileExists(catalogue.BinPath))
-        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
-    StagedFile file(catalogue.BinPath);
-    log.WriteLog("Killed BinPath...");
-    log.WriteLog("Opened BinPath...");
-    const TextureBin& bin = catalogue.Bin;
+void WriteBinFile(const TextureBin& bin, StagedFile& file) {
     file.WriteInt32(bin.NumSets);
     file.WriteInt32(bin.NumTiles);
     for (int32_t set = 1; set <= bin.NumSets; ++set) {
@@ -182,9 +177,23 @@ void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
         for (int32_t i = 1; i <= tileSet.TileCount; ++i)
             WriteTile(file, tileSet.Tiles.at(Count(i)));
     }
-    file.Commit();
+}
+
+void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
+    RequireBinFile(catalogue);
+    Transaction files;
+    StagedFile& file = files.Stage(catalogue.BinPath);
+    log.WriteLog("Killed BinPath...");
+    log.WriteLog("Opened BinPath...");
+    WriteBinFile(catalogue.Bin, file);
+    files.Commit();
     log.WriteLog("Closed BinPath...");
     log.WriteLog("Exiting SaveBinFile...");
+}
+
+void RequireBinFile(const Catalogue& catalogue) {
+    if (!FileExists(catalogue.BinPath))
+        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
 }
 
 } // namespace vardenix

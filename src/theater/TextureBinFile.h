@@ -2,6 +2,7 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
+#include "platform/StagedFile.h"
 #include "theater/DebugLog.h"
 #include "theater/TextureBin.h"
 
@@ -38,5 +39,10 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
 // Writes the model over BinPath; NumTiles as it stands in the model. Error 53 when there
 // is no such file to replace, with nothing changed; the system's refusals while writing.
 void SaveBinFile(const Catalogue& catalogue, DebugLog& log);
+
+// For whoever saves other files with it: error 53 when there is no file to replace, and
+// the model's bytes into a staged file.
+void RequireBinFile(const Catalogue& catalogue);
+void WriteBinFile(const TextureBin& bin, StagedFile& file);
 
 } // namespace vardenix

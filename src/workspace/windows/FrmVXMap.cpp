@@ -238,9 +238,13 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
 
 void FrmVXMap::ShowPopup(QPoint globalPosition) {
     const bool onTerrain = mouse_.PopupOnTerrain();
-    for (QAction* entry : mnupup1_->actions())
-        entry->setEnabled(onTerrain && (entry->objectName() == "mnuTileProperties" ||
-                                        commands_.CanLocate()));
+    for (QAction* entry : mnupup1_->actions()) {
+        const bool can = entry->objectName() == "mnuLocInBIN" ? commands_.CanLocateInBIN()
+                         : entry->objectName() == "mnuLocColMAP"
+                             ? commands_.CanLocateColorInMAP()
+                             : true;
+        entry->setEnabled(onTerrain && can);
+    }
     mnupup1_->popup(globalPosition);
 }
 
