@@ -70,34 +70,43 @@ Bitmap ReadDds(const std::string& path) {
     return ImageLoadEx(path);
 }
 
-struct NamedPicture {
-    std::string Name; // for errors and for comparing
-    std::string Source;
+// A chosen file, by its folder with a slash at its end and its name there.
+struct ChosenFile {
+    explicit ChosenFile(const std::string& path)
+        : Folder(UpToLastSlash(path)), Name(AfterLastSlash(path)) {}
+
+    std::string Folder;
+    std::string Name;
 };
 
 // A file comes into the folder once. Two chosen pictures that would become the same one
 // are told before either is lost.
-void RequireApart(const std::string& folder, const std::vector<std::string>& names) {
-    std::map<std::string, NamedPicture> byTarget;
+void RequireApart(const std::vector<ChosenFile>& chosen) {
+    struct Origin {
+        std::string Name;
+        std::string Source;
+    };
+    std::map<std::string, Origin> byTarget;
     const auto add = [&](const std::string& target, const std::string& name,
                          const std::string& source) {
         const auto [place, isNew] =
-            byTarget.try_emplace(UpperCase(target), NamedPicture{name, source});
+            byTarget.try_emplace(UpperCase(target), Origin{name, source});
         if (!isNew && place->second.Source != source)
             throw RuntimeError(ErrorNumber::BadFileName,
                                place->second.Name + " and " + name +
                                    " would both become " + target +
                                    "; choose only one of them");
     };
-    for (const std::string& name : names) {
-        const FamilyNames family = FamilyOf(name);
-        const std::string night = FileExists(folder + family.NightSource)
-                                      ? UpperCase(family.NightSource)
-                                      : "night of " + UpperCase(name);
+    for (const ChosenFile& file : chosen) {
+        const FamilyNames family = FamilyOf(file.Name);
+        const std::string day = UpperCase(file.Folder + file.Name);
+        const std::string nightFile = file.Folder + family.NightSource;
+        const std::string night =
+            FileExists(nightFile) ? UpperCase(nightFile) : "the night of " + day;
         for (const std::string& target : {family.HDay, family.MDay, family.LDay})
-            add(target, name, UpperCase(name));
+            add(target, file.Name, day);
         for (const std::string& target : {family.HNight, family.MNight, family.LNight})
-            add(target, name, night);
+            add(target, file.Name, night);
     }
 }
 
@@ -199,20 +208,17 @@ bool TakeInPictures(const std::vector<std::string>& chosen, const IntakePlace& p
                     Progress& progress, const std::function<bool()>& stop) {
     if (chosen.empty())
         return true;
-    const std::string folder = UpToLastSlash(chosen.front());
-    std::vector<std::string> names;
-    for (const std::string& path : chosen) {
-        names.push_back(AfterLastSlash(path));
-        RequireTileName(names.back());
-    }
-    RequireApart(folder, names);
+    const std::vector<ChosenFile> files(chosen.begin(), chosen.end());
+    for (const ChosenFile& file : files)
+        RequireTileName(file.Name);
+    RequireApart(files);
 
     std::vector<TileFamily> families(chosen.size());
     const ScratchPictures scratch(families);
     std::atomic<size_t> begun = 0;
     const auto tell = [&] {
         const size_t at = begun == 0 ? 0 : begun - 1;
-        progress.SetText(names[at]);
+        progress.SetText(files[at].Name);
         progress.SetBar(ToInt32(static_cast<double>(begun) * 25 /
                                 static_cast<double>(chosen.size())));
         progress.LetEventsThrough();
@@ -220,7 +226,7 @@ bool TakeInPictures(const std::vector<std::string>& chosen, const IntakePlace& p
     };
     const auto take = [&](size_t i) {
         ++begun;
-        MakeTileFamily(folder, names[i], place, families[i]);
+        MakeTileFamily(files[i].Folder, files[i].Name, place, families[i]);
     };
     StagedFamilies staged(place);
     if (!ForEachInParallel(chosen.size(), take, tell) || !staged.Stage(families, stop))

@@ -52,7 +52,7 @@ struct TileFamily {
 void MakeTileFamily(const std::string& sourceFolder, const std::string& chosenName,
                     const IntakePlace& place, TileFamily& family);
 
-// Takes in the chosen files, all of one folder, as one transaction: either every family
+// Takes in the chosen files as one transaction: either every family
 // is whole in the picture folder afterwards, or the folder is what it was. `chosen` are
 // full paths. The bar goes from 0 to 25 and its text names the picture in work; `stop`,
 // asked between two pictures, ends it early (false). Error 52, before anything is

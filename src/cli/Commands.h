@@ -46,5 +46,6 @@ void AddElevation(Command& all);
 void AddPreview(Command& all);
 void AddRender(Command& all);
 void AddSettings(Command& all);
+void AddBin(Command& all);
 
 } // namespace vardenix

@@ -33,6 +33,7 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddPreview(all);
     AddRender(all);
     AddSettings(all);
+    AddBin(all);
     try {
         const ParsedLine parsed = line.Parse(arguments);
         if (!parsed.Run) {

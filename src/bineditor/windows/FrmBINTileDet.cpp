@@ -13,6 +13,7 @@
 #include "services/ImageLayer.h"
 #include "ui_FrmBINTileDet.h"
 
+#include <QHeaderView>
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -113,6 +114,7 @@ void FrmBINTileDet::DressControls() {
             list->setColumnWidth(column,
                                  fontMetrics().horizontalAdvance(
                                      column == 0 ? "Thick Forest0" : "03280.840000"));
+        list->header()->setStretchLastSection(false);
         list->setMinimumWidth(
             fontMetrics().horizontalAdvance("Thick Forest0" + QString(62, '0')));
     }

@@ -78,7 +78,7 @@ void FrmBINTileEdit::DressControls() {
     ui_->PB5->hide();
     ui_->cmdSaveBoth->hide();
     // FraMoveSet takes no more room than FraActions.
-    ui_->stack->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    ui_->stack->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
 }
 
 void FrmBINTileEdit::MakeToolTips() {
