@@ -202,7 +202,7 @@ void AddMoveSet(Command& bin) {
         const int32_t target = told.Before ? editing.Set("--before", *told.Before)
                                            : editing.Set("--after", *told.After);
         editing.Follow(MoveSet(editing.Bin(), source, target, told.Before.has_value(),
-                               editing.Parts().PB5),
+                               editing.Bar()),
                        told.KeepNumbers);
     });
 }

@@ -13,11 +13,11 @@ BinEditing::BinEditing(CommandContext& context, const TheaterFiles& files)
     : context_(context) {
     context.Open(files);
     folders_ = context.State.Folders;
-    folders_.TempFolder = scratch_.Path();
     CountTileUse(context.State.Terrain, Bin().Lookup);
 }
 
 BinParts BinEditing::Parts() {
+    folders_.TempFolder = (scratch_ ? *scratch_ : scratch_.emplace()).Path();
     return {context_.State.Terrain,
             context_.State.Catalogue,
             context_.State.Configuration,

@@ -5,7 +5,7 @@
 #include "cli/ScratchFolder.h"
 
 #include <cstdint>
-#include <memory>
+#include <optional>
 #include <string>
 
 namespace vardenix {
@@ -16,7 +16,9 @@ class BinEditing : private BinWindow {
 public:
     BinEditing(CommandContext& context, const TheaterFiles& files);
 
+    // What an intake of pictures works on, with a scratch folder of its own.
     BinParts Parts();
+    Progress& Bar() { return context_.Progress; }
     Catalogue& Bin() { return context_.State.Catalogue; }
 
     // A set as the lists show it, from 0, to one of the catalogue, from 1; a usage error
@@ -37,7 +39,7 @@ private:
     bool StopWanted() override { return false; }
 
     CommandContext& context_;
-    ScratchFolder scratch_;
+    std::optional<ScratchFolder> scratch_;
     ProgramFolders folders_;
     bool levelTwoChanged_ = false;
 };
