@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const auto afterRow = [&](int32_t, int32_t) { ++rowsSeen; };
     try {
         const HeightArray heights =
-            elv ? ReadElvHeights(bytes, width, "e", afterRow)
+            elv ? ReadElvHeights(bytes, width, afterRow)
                 : ReadL0Heights(bytes.subspan(lengthO), bytes.first(lengthO), width, "o",
                                 afterRow);
         Require(heights.UpperBound() == width * width);

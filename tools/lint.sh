@@ -24,6 +24,7 @@ if git ls-files 'src/*.cpp' 'src/*.h' | grep -vE '^src/(app/|[a-z]+/windows/|cli
     xargs grep -nE '#include <Q'; then
   fault "the toolkit is included outside windows"
 fi
+tools/floors.py || fault "an include looks up, or at a neighbour"
 # Windows are apart: none includes another's header.
 for folder in src/*/windows; do
   [ -d "$folder" ] || continue

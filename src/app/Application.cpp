@@ -2,6 +2,7 @@
 
 #include "app/BinEditorWindows.h"
 #include "app/Workspace.h"
+#include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
 #include "theater/windows/FrmStartUp.h"
 
@@ -26,12 +27,15 @@ int Application::Run() {
 // before it begins.
 bool Application::Begin() {
     try {
-        BeginProgram(state_, OwnFilesFolder(ProgramFolder()));
+        const std::string own = OwnFilesFolder(ProgramFolder());
+        MakeOwnFilesFolder(own);
+        BeginProgram(state_, own, ProgramFolder());
     } catch (const RuntimeError& error) {
         dialogs_.Notice(ReportText(error), {}, BoxIcon::Critical);
         return false;
     }
-    registry_ = std::make_unique<FileRegistry>(state_.Folders.AppPath, UsersWinePrefix());
+    registry_ = std::make_unique<FileRegistry>(
+        state_.Folders.AppPath, state_.Folders.ShippedPath, UsersWinePrefix());
     platform_ =
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
     workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });

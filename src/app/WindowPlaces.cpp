@@ -35,6 +35,10 @@ WindowPosition PlaceOf(const QWidget& window) {
     return {.Top = TwipsOfPixels(window.y()), .Left = TwipsOfPixels(window.x())};
 }
 
+void NoIcon(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+}
+
 void KeepOver(QWidget& window, const QWidget& below) {
     window.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                           Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
@@ -103,7 +107,14 @@ void WindowPlaces::ShowByBoxes() {
     if (!windows_.Map->isVisible())
         windows_.Palette->hide();
     windows_.Map->setVisible(settings_.MainWinVis);
+    if (!settings_.MainWinVis)
+        NoIcon(*windows_.Map); // or it would come back as one
     RestoreChildWindows();
+}
+
+void WindowPlaces::ShowTicked() {
+    NoIcon(*windows_.Map);
+    ShowByBoxes();
 }
 
 void WindowPlaces::RestoreChildWindows() {
@@ -114,8 +125,7 @@ void WindowPlaces::RestoreChildWindows() {
     // Some desktops make an icon of a tool with its window, and shown as an icon it would
     // take the map with it.
     if (shown)
-        windows_.Palette->setWindowState(windows_.Palette->windowState() &
-                                         ~Qt::WindowMinimized);
+        NoIcon(*windows_.Palette);
     windows_.Palette->setVisible(shown);
 }
 

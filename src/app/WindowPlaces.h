@@ -20,6 +20,8 @@ public:
 
     // Every window as its box says; the map ends up with the keyboard.
     void ShowByBoxes();
+    // The same for a box that was just ticked, whose window may have gone with the map.
+    void ShowTicked();
     // Small windows go with the map when it is made an icon.
     void RestoreChildWindows();
     void HideAll();

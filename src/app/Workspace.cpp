@@ -70,7 +70,7 @@ void Workspace::MakeMap() {
         std::make_unique<FrmVXMain>(state_, view_, platform_, *this, *panelVerbs_);
     renderer_ = std::make_unique<MapRenderer>(
         MapSources{state_.Terrain, state_.Catalogue, state_.MapFileRecord,
-                   state_.Configuration, state_.Folders.AppPath},
+                   state_.Configuration, state_.Folders.ShippedPath},
         MapTools{tilePictures_, *windows_.Panel, log_, state_.AbortPaint});
     windows_.Map = std::make_unique<FrmVXMap>(FrmVXMap::Parts{
         state_, view_, interaction_, *renderer_, undo_, *this, *mapVerbs_});

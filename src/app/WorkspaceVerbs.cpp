@@ -110,7 +110,10 @@ void Workspace::PanelVerbs::ShowWindow(PanelVerb window, bool on) {
     else if (const auto offer = workspace_.offers_.ShowWindow.find(window);
              offer != workspace_.offers_.ShowWindow.end())
         return offer->second(on);
-    workspace_.places_.ShowByBoxes();
+    if (on)
+        workspace_.places_.ShowTicked();
+    else
+        workspace_.places_.ShowByBoxes();
 }
 
 void Workspace::PanelVerbs::SaveScreenshot(const std::string& path, int filterIndex) {

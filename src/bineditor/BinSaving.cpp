@@ -9,6 +9,8 @@ namespace vardenix {
 void SaveBinAndLevelTwo(const Catalogue& catalogue, const Terrain& terrain,
                         Progress& progress, DebugLog& log) {
     RequireBinFile(catalogue);
+    RequireSameName(terrain.LFilename);
+    RequireSameName(terrain.OFilename);
     const ShownBar bar(progress);
     Transaction files;
     StagedFile& fileL = files.Stage(terrain.LFilename);

@@ -30,4 +30,11 @@ void RequireInside(const GivenPost& post, int32_t width, const std::string& file
     RequireNumberInside(post.NameY, post.Y, width, file);
 }
 
+void RequireInside(const GivenPost& post, const TheaterFiles& files,
+                   const std::function<int32_t(int32_t)>& widthOf,
+                   const std::string& file) {
+    if (const std::optional<int32_t> width = files.WidthOnDisk())
+        RequireInside(post, widthOf(*width), file);
+}
+
 } // namespace vardenix

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/CommandLine.h"
+#include "cli/TheaterFiles.h"
 
 namespace vardenix {
 
@@ -19,5 +20,11 @@ struct GivenPost {
 
 // A usage error unless the post lies in the `width` posts a side of a file.
 void RequireInside(const GivenPost& post, int32_t width, const std::string& file);
+
+// The same for a command's check, before anything is opened: `widthOf` gives the posts a
+// side that `file` has in a theater of so many posts.
+void RequireInside(const GivenPost& post, const TheaterFiles& files,
+                   const std::function<int32_t(int32_t)>& widthOf,
+                   const std::string& file);
 
 } // namespace vardenix

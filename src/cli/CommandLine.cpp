@@ -313,9 +313,11 @@ ParsedLine CommandLine::Parse(const std::vector<std::string>& arguments) {
     try {
         root_->App->parse(std::move(backwards));
     } catch (const CLI::CallForHelp&) {
-        return {{}, root_->App->help()};
+        std::string help = root_->App->help();
+        help.erase(help.find_last_not_of('\n') + 1);
+        return {{}, help};
     } catch (const CLI::Success& asked) {
-        return {{}, asked.what() + std::string("\n")};
+        return {{}, asked.what()};
     } catch (const CLI::ParseError& error) {
         if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
             RequireCommand(Named(*root_));

@@ -231,7 +231,7 @@ private:
 };
 
 // What a command line was found to mean: the work of its command, or what --help or
-// --version asked for.
+// --version asked for, without a line end behind it.
 struct ParsedLine {
     CommandRun Run;
     std::string Told;

@@ -87,7 +87,11 @@ void AddSet(Command& all) {
     const auto options = std::make_shared<EditOptions>(command);
     AddPost(command, "X", options->From0.X1, "Y", options->From0.Y1);
     AddFields(command, options->Change);
-    command.Check([options] { RequireAField(options->Change); });
+    command.Check([options] {
+        RequireAField(options->Change);
+        RequireInside(options->Corner("X", "Y"), options->Files, SavedWidth,
+                      options->Files.L2File());
+    });
     command.Run([options](CommandContext& context) {
         options->From0.X2 = options->From0.X1;
         options->From0.Y2 = options->From0.Y1;
@@ -107,7 +111,13 @@ void AddFill(Command& all) {
     AddPost(command, "X1", options->From0.X1, "Y1", options->From0.Y1);
     AddPost(command, "X2", options->From0.X2, "Y2", options->From0.Y2);
     AddFields(command, options->Change);
-    command.Check([options] { RequireAField(options->Change); });
+    command.Check([options] {
+        RequireAField(options->Change);
+        RequireInside(options->Corner("X1", "Y1"), options->Files, SavedWidth,
+                      options->Files.L2File());
+        RequireInside(options->OppositeCorner("X2", "Y2"), options->Files, SavedWidth,
+                      options->Files.L2File());
+    });
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
         const Terrain& terrain = context.State.Terrain;
@@ -132,21 +142,18 @@ void AddSaveAs(Command& all) {
         .Text("PATH", options->Path,
               "The L2 file; its name is made upper case and must end in .L2")
         .Required();
-    // The next opening of the pair without the "x" would clear it away.
     command.Check([options] {
-        if (IsUnfinishedName(options->Path))
-            throw UsageError("PATH", options->Path +
-                                         " is what an unfinished save is called; "
-                                         "choose a name that ends in .L2");
+        if (!UpperCase(options->Path).ends_with(".L2"))
+            throw UsageError("PATH", options->Path + " does not end in .L2");
     });
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
         RequireFolderOf(options->Path);
         const Terrain& terrain = context.State.Terrain;
-        SaveTheater(terrain, options->Path, context.Progress);
         const LevelPair pair = PairForSaving(terrain, options->Path);
-        Print(NameOnDisk(pair.L));
-        Print(NameOnDisk(pair.O));
+        SaveTheater(terrain, pair, context.Progress);
+        Print(pair.L);
+        Print(pair.O);
         return ExitDone;
     });
 }

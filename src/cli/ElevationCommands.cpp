@@ -33,6 +33,9 @@ std::shared_ptr<ElevationOptions> AddTo(Command& command, Work work) {
     command.Check([options] {
         if (KindOfElevationFile(options->File) == ElevationKind::None)
             throw UsageError("FILE", options->File + " ends neither in .l0 nor in .elv");
+        RequireInside(
+            {"X", options->X, "Y", options->Y}, options->Files,
+            [](int32_t width) { return 4 * width; }, options->File);
     });
     command.Run([options, work](CommandContext& context) {
         context.Open(options->Files);
@@ -48,7 +51,7 @@ int16_t& Load(CommandContext& context, const ElevationOptions& options) {
     Terrain& terrain = context.State.Terrain;
     const ElevationKind kind = KindOfElevationFile(options.File);
     if (!FileExists(options.File))
-        throw RuntimeError(ErrorNumber::FileNotFound, options.File);
+        throw RuntimeError(ErrorNumber::FileNotFound, ShownPath(options.File));
     if (!LoadElevationData(terrain, kind, options.File, context.Progress, context.Dialogs,
                            context.Log))
         throw RuntimeError(ErrorNumber::InvalidCall,
@@ -73,8 +76,8 @@ void Get(CommandContext& context, const ElevationOptions& options) {
 
 void Set(CommandContext& context, const ElevationOptions& options) {
     Load(context, options) = options.Feet;
-    if (!SaveElevationData(context.State.Terrain, ElevationKind::None, "",
-                           context.Progress, context.Dialogs))
+    if (SaveElevationData(context.State.Terrain, ElevationKind::None, "",
+                          context.Progress, context.Dialogs) != ElevationSave::Done)
         throw RuntimeError(ErrorNumber::InvalidCall,
                            options.File + " was left as it is: its O0 file changed its "
                                           "size meanwhile; look who else writes it");

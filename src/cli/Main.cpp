@@ -16,6 +16,15 @@ int Report(const RuntimeError& error) {
     return ExitRunTimeError;
 }
 
+int RunParsed(const ParsedLine& parsed) {
+    if (!parsed.Run) {
+        Print(parsed.Told);
+        return ExitDone;
+    }
+    CommandContext context;
+    return parsed.Run(context);
+}
+
 int RunCommandLine(const std::vector<std::string>& arguments) {
     CommandLine line(
         "vardenix-cli", ProgramVersion(),
@@ -35,13 +44,9 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddSettings(all);
     AddBin(all);
     try {
-        const ParsedLine parsed = line.Parse(arguments);
-        if (!parsed.Run) {
-            Print(parsed.Told);
-            return ExitDone;
-        }
-        CommandContext context;
-        return parsed.Run(context);
+        const int code = RunParsed(line.Parse(arguments));
+        FinishPrinting();
+        return code;
     } catch (const UsageError& error) {
         Tell(std::string("vardenix-cli: ") + error.what() +
              "\nRun with --help for more information.");
@@ -66,4 +71,7 @@ int RunGuarded(int count, char** arguments) {
 } // namespace
 } // namespace vardenix
 
-int main(int count, char** arguments) { return vardenix::RunGuarded(count, arguments); }
+int main(int count, char** arguments) {
+    vardenix::HoldStandardStreams();
+    return vardenix::RunGuarded(count, arguments);
+}

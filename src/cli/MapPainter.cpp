@@ -45,7 +45,7 @@ Raster PaintMap(ProgramState& state, const MapView& view, Progress& progress,
 
     TilePictures pictures;
     MapRenderer renderer({state.Terrain, state.Catalogue, state.MapFileRecord,
-                          state.Configuration, state.Folders.AppPath},
+                          state.Configuration, state.Folders.ShippedPath},
                          {pictures, progress, log, state.AbortPaint});
     QtDrawingSurface surface;
     surface.Resize(view.PictureSide());

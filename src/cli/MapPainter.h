@@ -9,7 +9,7 @@
 namespace vardenix {
 
 // One view of the open theater, the pixels that the map window would show. Pictures that
-// cannot be read show "NoTile.jpg" of AppPath.
+// cannot be read show "NoTile.jpg" of ShippedPath.
 Raster PaintMap(ProgramState& state, const MapView& view, Progress& progress,
                 DebugLog& log);
 

@@ -31,7 +31,9 @@ void AddPreview(Command& all) {
     Command command =
         all.AddCommand("preview", "Save the height picture, a pixel a post");
     const auto options = std::make_shared<PreviewOptions>(command);
-    command.Text("OUT", options->Out, "PNG, BMP or JPEG file, by its name").Required();
+    command.Text("OUT", options->Out, "PNG, BMP, JPEG or Targa file, by its name")
+        .Required();
+    command.Check([options] { RequirePictureName(options->Out); });
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
         const Configuration& settings = context.State.Configuration;

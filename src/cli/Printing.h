@@ -9,7 +9,7 @@ namespace vardenix {
 
 // One line of the result, to the standard output. All that a command prints goes through
 // here or through Tell: names come from files that others made, and a terminal would obey
-// the control characters in them, so it is shown these as \u001b.
+// the control characters in them.
 void Print(std::string_view line);
 
 // What is told on the way, a line or several, to the standard error.
@@ -19,6 +19,18 @@ void PrintJson(const Json& json);
 
 // The values of an object, as JSON or one line a value: "posts a side: 256".
 void PrintValues(const JsonObject& object, bool asJson);
+
+// Ends the result: the system's refusal (61, 75) unless all of it has got where the
+// standard output leads. Called once, before the exit code is given.
+void FinishPrinting();
+
+// Where the shell closed a standard stream, the next file opened would take its number,
+// and words meant for nobody would be written into it. Called first of all.
+void HoldStandardStreams();
+
+// A text as a terminal is shown it: control characters as \u001b, and bytes that are no
+// UTF-8, which some terminals take for such, as \x9b. Line ends and tabs stay.
+std::string ForTerminal(std::string_view text);
 
 // The name that a file of the program's texts has on the disk, for scripts to go on with.
 std::string NameOnDisk(const std::string& path);

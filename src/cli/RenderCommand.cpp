@@ -1,4 +1,5 @@
 // render: a view of the map, the same pixels as the map window.
+#include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/MapPainter.h"
 #include "cli/SavedPicture.h"
@@ -41,15 +42,18 @@ Choices<int32_t> TilePixelChoices() {
     return choices;
 }
 
-MapView ViewOf(const RenderOptions& options, const ProgramState& state) {
-    MapView view = ViewOfSettings(state.Configuration);
+// What is shown is told by the options alone, so that a script gets the same picture
+// whatever is ticked in the editor; its colours are those of the editor.
+MapView ViewOf(const RenderOptions& options, const Configuration& settings) {
+    const MapView ofEditor = ViewOfSettings(settings);
+    MapView view;
+    view.GridColor = ofEditor.GridColor;
+    view.SegmentColor = ofEditor.SegmentColor;
+    view.MapLeftX = options.X;
+    view.MapBottomY = options.Y;
     view.ZoomPosts = options.Zoom;
     view.GridCells = options.Grid;
     view.TilePixels = options.TilePixels;
-    const ViewPosition position =
-        ClampToScroll({options.X, options.Y}, state.Terrain.MapWidth);
-    view.MapLeftX = position.X;
-    view.MapBottomY = position.Y;
     view.ShowAreas = false;
     view.ShowPaths = false;
     for (bool MapView::*layer : options.Layers)
@@ -61,7 +65,8 @@ MapView ViewOf(const RenderOptions& options, const ProgramState& state) {
 }
 
 void AddRenderOptions(Command& command, RenderOptions& options) {
-    command.Text("OUT", options.Out, "PNG, BMP or JPEG file, by its name").Required();
+    command.Text("OUT", options.Out, "PNG, BMP, JPEG or Targa file, by its name")
+        .Required();
     command.Number("--x", options.X, "Column at the left edge");
     command.Number("--y", options.Y, "Row at the bottom edge");
     command.Number("--zoom", options.Zoom, "Posts along a side of a grid cell",
@@ -84,10 +89,20 @@ void AddRender(Command& all) {
     Command command = all.AddCommand("render", "Save a view of the map");
     const auto options = std::make_shared<RenderOptions>(command);
     AddRenderOptions(command, *options);
+    command.Check([options] {
+        RequirePictureName(options->Out);
+        RequireInside(
+            {"--x", options->X, "--y", options->Y}, options->Files,
+            [](int32_t width) { return width; }, options->Files.L2File());
+    });
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
-        Raster picture = PaintMap(context.State, ViewOf(*options, context.State),
-                                  context.Progress, context.Log);
+        ProgramState& state = context.State;
+        RequireInside({"--x", options->X, "--y", options->Y}, state.Terrain.MapWidth,
+                      state.Terrain.LFilename);
+        const MapView view = ViewOf(*options, state.Configuration);
+        state.Configuration.UseSingleHeightColor = false;
+        Raster picture = PaintMap(state, view, context.Progress, context.Log);
         SavePicture(picture, options->Out);
         return ExitDone;
     });

@@ -6,8 +6,10 @@
 
 namespace vardenix {
 
-// Saves a picture as PNG, BMP or JPEG by the extension of its name, and prints the name
-// of the file.
+// A usage error of OUT unless the name ends in the extension of a picture.
+void RequirePictureName(const std::string& path);
+
+// Saves a picture in the format of its name, and prints the name of the file.
 void SavePicture(Raster& picture, const std::string& path);
 
 } // namespace vardenix

@@ -3,6 +3,7 @@
 #include "cli/Printing.h"
 #include "mapview/MapLayout.h"
 #include "platform/FileNames.h"
+#include "platform/OwnFolders.h"
 #include "theater/ConfigurationFile.h"
 
 #include <memory>
@@ -21,15 +22,16 @@ void AddSettings(Command& all) {
     command.Number("--zoom", first->Zoom, "Posts along a side of a grid cell",
                    {ZoomRange.Min, ZoomRange.Max});
     command.Run([first](CommandContext& context) {
+        MakeOwnFilesFolder(OwnFilesFolder(ProgramFolder()));
         const std::string path = context.State.Folders.AppPath + "VX.ini";
         if (FileExists(path)) {
-            Print(path + " is there already");
+            Print(ShownPath(path) + " is there already");
             return ExitDone;
         }
         // The identifier is made by the reading.
         first->P = context.State.Configuration.P;
         WriteConfiguration(context.State.Folders.AppPath, *first);
-        Print(path);
+        Print(ShownPath(path));
         return ExitDone;
     });
 }

@@ -53,7 +53,7 @@ void TerminalProgress::SetBar(int percent) {
         return;
     percent_ = percent;
     shown_ = true;
-    std::fprintf(stderr, "\r\033[K%s %d %%", text_.c_str(), percent);
+    std::fprintf(stderr, "\r\033[K%s %d %%", ForTerminal(text_).c_str(), percent);
 }
 
 void TerminalProgress::SetText(const std::string& text) {

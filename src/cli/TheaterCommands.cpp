@@ -142,6 +142,11 @@ void AddGet(Command& all) {
     Command command = all.AddCommand("get", "Tell everything of one post");
     const auto options = AddTo(command);
     AddPost(command, "X", options->X, "Y", options->Y);
+    command.Check([options] {
+        RequireInside(
+            {"X", options->X, "Y", options->Y}, options->Files,
+            [](int32_t width) { return width; }, options->Files.L2File());
+    });
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
         RequireInside({"X", options->X, "Y", options->Y}, context.State.Terrain.MapWidth,

@@ -30,11 +30,20 @@ TheaterPaths TheaterFiles::Paths() const {
         throw UsageError("name the theater by --theater, or by --l2, --bin, --map "
                          "and --dds together");
     // The L file would be read as its own O file.
-    if (OffsetFileOfL2(UpperCase(l2_)) == UpperCase(l2_))
+    if (OffsetFileOfL2(l2_) == l2_)
         throw UsageError(
             "--l2", l2_ + " has no O2 file that could be known: its name must be like "
                           "theater.L2");
     return {l2_, bin_, map_, WithTrailingSlash(dds_)};
+}
+
+std::optional<int32_t> TheaterFiles::WidthOnDisk() const {
+    const std::string pathO = OffsetFileOfL2(UpperCase(L2File()));
+    try {
+        return WidthFromOffsetFile(FileLength(pathO), pathO);
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
 }
 
 void TheaterFiles::Open(ProgramState& state, Progress& progress, const Platform& platform,

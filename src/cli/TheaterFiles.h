@@ -7,6 +7,7 @@
 #include "theater/ProgramState.h"
 #include "theater/TheaterOpening.h"
 
+#include <optional>
 #include <string>
 
 namespace vardenix {
@@ -19,6 +20,12 @@ public:
     explicit TheaterFiles(Command& command);
     TheaterFiles(const TheaterFiles&) = delete;
     TheaterFiles& operator=(const TheaterFiles&) = delete;
+
+    // The L2 file as it was given, and the posts a side that the length of its O2 file
+    // stands for: nothing is opened, so that what lies outside the terrain is usage told
+    // before all else. Nothing where there is no such file: the opening tells that.
+    std::string L2File() const { return Paths().L2File; }
+    std::optional<int32_t> WidthOnDisk() const;
 
     // Opens the theater: level 2, the catalogue, theater.map. Missing tile pictures are
     // told on the standard error. Error 53 for a file that is not there, and what the

@@ -107,12 +107,13 @@ TilePictureId TileIds::Of(const Repaint& repaint, int32_t tileNumber,
     return id;
 }
 
-void PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell) {
+bool PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell) {
     try {
-        repaint.Surface.PaintTile(repaint.Tools.Pictures, id, cell,
-                                  repaint.Grid.CellSide());
+        return repaint.Surface.PaintTile(repaint.Tools.Pictures, id, cell,
+                                         repaint.Grid.CellSide());
     } catch (const std::exception&) {
         // One tile less on the map is all that a bad picture may cost.
+        return false;
     }
 }
 

@@ -21,7 +21,7 @@ struct MapSources {
     const vardenix::Catalogue& Catalogue;
     const vardenix::MapFileRecord& MapFileRecord;
     const Configuration& Settings;
-    const std::string& AppPath; // where "NoTile.jpg" lies
+    const std::string& ShippedPath; // where "NoTile.jpg" lies
 };
 
 // What a repaint is done with; borrowed likewise.

@@ -42,8 +42,8 @@ private:
 };
 
 // Puts a picture into a cell of the surface. Whatever goes wrong with it, the cell
-// is left as it was and the repaint goes on.
-void PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell);
+// is left as it was and the repaint goes on; false then.
+bool PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell);
 
 // The passes. Those that can be ended answer false when they were.
 bool PaintTiles(Repaint& repaint);

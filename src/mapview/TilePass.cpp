@@ -8,12 +8,13 @@ uint32_t ColorOf(const MapPaletteEntry& entry) {
            static_cast<uint32_t>(entry.Blue) << 16;
 }
 
-// The pictures of the first pass. "NoTile.jpg" stands in for every number without one.
+// The pictures of the first pass. "NoTile.jpg" stands in for every number without one,
+// and for every one that cannot be read.
 class DayPictures {
 public:
     explicit DayPictures(const Repaint& repaint)
         : ids_(repaint, TileUse::Day),
-          noTile_(repaint.Tools.Pictures.IdOf(repaint.Sources.AppPath + "NoTile.jpg",
+          noTile_(repaint.Tools.Pictures.IdOf(repaint.Sources.ShippedPath + "NoTile.jpg",
                                               PictureFormat::Jpeg, TileUse::Day)) {}
 
     TilePictureId Of(const Repaint& repaint, int32_t tileNumber, const TileInfo* entry) {
@@ -21,6 +22,8 @@ public:
             return noTile_;
         return ids_.Of(repaint, tileNumber, *entry);
     }
+
+    TilePictureId NoTile() const { return noTile_; }
 
 private:
     TileIds ids_;
@@ -32,7 +35,8 @@ void PaintPost(Repaint& repaint, DayPictures& pictures, const PostCell& post) {
     const TileInfo* entry = EntryOf(repaint.Sources.Catalogue, number);
     if (entry == nullptr)
         LogPainting(repaint, "NOTile");
-    PaintCell(repaint, pictures.Of(repaint, number, entry), post.Cell);
+    if (!PaintCell(repaint, pictures.Of(repaint, number, entry), post.Cell))
+        PaintCell(repaint, pictures.NoTile(), post.Cell);
     if (repaint.View.ApplyMAP && entry != nullptr)
         repaint.Surface.BlendColor(
             post.Cell, ColorOf(repaint.Sources.MapFileRecord.Palette[post.Post.Palette]),

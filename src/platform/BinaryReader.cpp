@@ -27,10 +27,10 @@ FileBytes::FileBytes(size_t size) : size_(size) {
 }
 
 FileBytes ReadWholeFile(std::string_view path) {
-    const std::string text(path);
+    const std::filesystem::path real = RealPath(path, PathKind::File);
+    const std::string text = TextOfPath(real);
     // Not blocking: a pipe in place of a file would wait for ever at the opening.
-    const SystemFile file(
-        ::open(RealPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const SystemFile file(::open(real.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen())
         ThrowSystemError(errno, "opening", text);
     struct stat status {};

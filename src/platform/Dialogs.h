@@ -16,12 +16,13 @@ struct FileQuestion {
     // Pairs of a description and patterns, all parted by "|": "L2 Files | *.l2". Blanks
     // round a part do not count.
     std::string Filter;
-    std::string InitialPath = {}; // a file or folder to begin at
+    std::string InitialPath = {}; // a file or folder to begin at; its filter is chosen
 };
 
 struct FileAnswer {
-    std::string Path;    // as the user picked it
-    int FilterIndex = 1; // the pair that was chosen, from 1
+    std::string Path; // as the user picked it
+    // The pair that was chosen, from 1, or the one that the path's extension belongs to.
+    int FilterIndex = 1;
 };
 
 struct FontChoice {
@@ -52,8 +53,8 @@ public:
     virtual FileAnswer OpenFile(const FileQuestion& question) = 0;
     // One or more existing files of one folder.
     virtual std::vector<std::string> OpenFiles(const FileQuestion& question) = 0;
-    // A file to be written; the user has agreed to lose one that is there. A name without
-    // an extension gets the first one of the chosen filter.
+    // A file to be written; the user has agreed to lose one that is there. A name that
+    // has no extension of a filter gets the first one of the chosen filter.
     virtual FileAnswer SaveFile(const FileQuestion& question) = 0;
     // Nothing when cancelled.
     virtual std::optional<std::string> Folder(const std::string& prompt) = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -12,9 +13,14 @@ public:
     Processes& operator=(const Processes&) = delete;
     virtual ~Processes() = default;
 
-    // Starts a command line and does not wait for it; error 53 when it cannot be started.
+    // Starts a program and does not wait for it. The command line is the name of a file
+    // and nothing else, blanks and all, or words parted by blanks: the program, by its
+    // path or looked for where the user's programs are, and its arguments. Double quotes
+    // hold a word together. Error 53 when there is no such program, 70 when it may not be
+    // run, else the system's refusal.
     virtual void Start(const std::string& commandLine) = 0;
-    // Opens an address or document with the user's own program for it.
+    // Opens an address or document with the user's own program for it; error 53 when
+    // there is none.
     virtual void Open(const std::string& address) = 0;
     virtual void Sleep(int milliseconds) = 0;
 };
@@ -24,17 +30,14 @@ public:
     void Start(const std::string& commandLine) override;
     void Open(const std::string& address) override;
     void Sleep(int milliseconds) override;
+
+private:
+    void Spawn(const std::vector<std::string>& words, const std::string& shown);
+
+    std::vector<int> started_; // process numbers of those that may still run
 };
 
-// The folder of the running program, without a slash behind it.
-std::string ProgramFolder();
-
-// The folder for the program's own files: `programFolder` when files can be made there,
-// else the user's data folder of the platform, made when it is missing. Without a slash
-// behind it.
-std::string OwnFilesFolder(const std::string& programFolder);
-
-// The system's folder for temporary files, as the system tells it.
-std::string TemporaryFolder();
+// A text as one word of a command line.
+std::string QuotedWord(const std::string& text);
 
 } // namespace vardenix

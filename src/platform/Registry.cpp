@@ -33,12 +33,15 @@ std::string KeyFor32Bits(std::string_view key) {
 
 } // namespace
 
-FileRegistry::FileRegistry(std::string_view appPath, std::string winePrefix)
+FileRegistry::FileRegistry(std::string_view appPath, std::string_view programFolder,
+                           std::string winePrefix)
     : iniPath_(WithTrailingSlash(appPath) + "registry.ini"),
-      winePrefix_(std::move(winePrefix)) {}
+      shippedIniPath_(WithTrailingSlash(programFolder) + "registry.ini"), winePrefix_(std::move(winePrefix)) {}
 
 std::string FileRegistry::ReadText(std::string_view key, std::string_view name) const {
     std::string value = ProfileFile(BytesOrNone(iniPath_)).Read(key, name);
+    if (value.empty() && shippedIniPath_ != iniPath_)
+        value = ProfileFile(BytesOrNone(shippedIniPath_)).Read(key, name);
     if (!value.empty() || winePrefix_.empty())
         return value;
     const std::string hive = BytesOrNone(winePrefix_ + "/system.reg");

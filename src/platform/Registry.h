@@ -21,13 +21,15 @@ public:
                            std::string_view value) = 0;
 };
 
-// For systems without a registry. Values stand in registry.ini in AppPath, a profile file
-// whose sections are key names; what it leaves empty is looked up in the registry of a
-// Wine prefix, which is only read.
+// For systems without a registry. Values stand in registry.ini in the folder that the
+// program writes to, a profile file whose sections are key names. What it leaves empty is
+// looked up in the registry.ini beside the program, then in the registry of a Wine
+// prefix; both are only read.
 class FileRegistry : public Registry {
 public:
     // An empty `winePrefix` stands for none.
-    FileRegistry(std::string_view appPath, std::string winePrefix);
+    FileRegistry(std::string_view appPath, std::string_view programFolder,
+                 std::string winePrefix);
 
     std::string ReadText(std::string_view key, std::string_view name) const override;
     void WriteText(std::string_view key, std::string_view name,
@@ -35,6 +37,7 @@ public:
 
 private:
     std::string iniPath_;
+    std::string shippedIniPath_;
     std::string winePrefix_;
 };
 

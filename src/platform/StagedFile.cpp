@@ -2,13 +2,13 @@
 
 #include "platform/FileIdentity.h"
 #include "platform/FileNames.h"
+#include "platform/FileStatus.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <optional>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -21,27 +21,16 @@ namespace vardenix {
 namespace {
 
 constexpr size_t BufferSize = size_t{1} << 20;
-constexpr int MostLinks = 40; // as the system counts them
 
 bool IsAbsence(int systemError) {
     return systemError == ENOENT || systemError == ENOTDIR;
-}
-
-std::optional<struct stat> StatusOf(const fs::path& path, bool followLinks) {
-    struct stat status {};
-    if (::fstatat(AT_FDCWD, path.c_str(), &status,
-                  followLinks ? 0 : AT_SYMLINK_NOFOLLOW) == 0)
-        return status;
-    if (!IsAbsence(errno))
-        ThrowSystemError(errno, "looking at", path.string());
-    return std::nullopt;
 }
 
 bool IsStillAt(const fs::path& path, const SystemFile& file) {
     struct stat opened {};
     if (::fstat(file.Handle(), &opened) != 0)
         ThrowSystemError(errno, "looking at", path.string());
-    const auto there = StatusOf(path, false);
+    const auto there = StatusOfLink(path);
     return there && there->st_dev == opened.st_dev && there->st_ino == opened.st_ino;
 }
 
@@ -75,27 +64,12 @@ UnfinishedFile::~UnfinishedFile() {
         ::unlink(path_.c_str());
 }
 
-fs::path TargetOf(std::string_view path) {
-    fs::path target = RealPath(path);
-    for (int links = 0;; ++links) {
-        const auto status = StatusOf(target, false);
-        if (!status || !S_ISLNK(status->st_mode))
-            return target;
-        if (links == MostLinks)
-            ThrowSystemError(ELOOP, "following the link", std::string(path));
-        std::error_code error;
-        const fs::path next = fs::read_symlink(target, error);
-        if (error)
-            ThrowSystemError(error.value(), "following the link", target.string());
-        target = next.is_absolute() ? next : target.parent_path() / next;
-    }
-}
+fs::path TargetOf(std::string_view path) { return FollowLinks(RealPath(path)); }
 
 fs::path StagedNameOf(const fs::path& target) { return target.native() + "x"; }
 
 bool IsPlainFile(const fs::path& path) {
-    const auto status = StatusOf(path, false);
-    return status && S_ISREG(status->st_mode);
+    return IsFile(StatusOfLink(path));
 }
 
 bool DropStaged(const fs::path& staged, std::chrono::milliseconds patience) {
@@ -131,9 +105,9 @@ uint32_t ChecksumOf(std::span<const std::byte> bytes, uint32_t checksum) {
 }
 
 StagedFile::StagedFile(std::string_view path)
-    : text_(path), target_(TargetOf(path)), buffer_(BufferSize),
+    : text_(ShownPath(path)), target_(TargetOf(path)), buffer_(BufferSize),
       staged_(StagedNameOf(target_)) {
-    const auto old = StatusOf(target_, true);
+    const auto old = StatusOf(target_);
     if (old && S_ISDIR(old->st_mode))
         ThrowSystemError(EISDIR, "writing", text_);
     if (old && !S_ISREG(old->st_mode))

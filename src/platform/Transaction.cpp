@@ -103,7 +103,7 @@ void Transaction::RequireWhatWasRead() const {
             continue;
         const FileIdentity there = IdentityOfRealPath(file->Staged.target_);
         if (there.Present && there != file->Read)
-            throw ChangedFileError(file->Path);
+            throw ChangedFileError(ShownPath(file->Path));
     }
 }
 

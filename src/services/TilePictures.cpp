@@ -1,5 +1,6 @@
 #include "services/TilePictures.h"
 
+#include "platform/RuntimeError.h"
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
 #include "services/ImagePainting.h"
@@ -139,12 +140,21 @@ void TilePictures::LookAtFile(Picture& picture) {
         return;
     if (!picture.File.empty() && TakeFile(picture, fs::path(picture.File)))
         return;
-    const FolderIndex& index = IndexOf(UpToLastSlash(picture.Path));
-    const auto found = index.Find(AfterLastSlash(picture.Path));
+    const auto found = FindInFolder(picture.Path);
     if (found && TakeFile(picture, *found))
         return;
     picture.Present = false;
     Forget(picture);
+}
+
+// A folder that the system refuses to list shows as its pictures missing, not as a map
+// that cannot be painted.
+std::optional<fs::path> TilePictures::FindInFolder(const std::string& path) {
+    try {
+        return IndexOf(UpToLastSlash(path)).Find(AfterLastSlash(path));
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
 }
 
 bool TilePictures::TakeFile(Picture& picture, const fs::path& file) {

@@ -11,6 +11,7 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -89,6 +90,7 @@ private:
 
     void LookAtFile(Picture& picture);
     bool TakeFile(Picture& picture, const std::filesystem::path& file);
+    std::optional<std::filesystem::path> FindInFolder(const std::string& path);
     const FolderIndex& IndexOf(const std::string& folder);
 
     Cell* FindCell(Picture& picture, const PixelRect& size);

@@ -2,6 +2,7 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/FileStatus.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextLines.h"
@@ -9,8 +10,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <utility>
+
+namespace fs = std::filesystem;
 
 namespace vardenix {
 
@@ -40,8 +45,15 @@ std::string WithoutNuls(std::string text) {
     return text;
 }
 
-std::string ReadText(const std::string& path) {
-    const FileBytes bytes = ReadWholeFile(path);
+// One that is not there has no neighbour of nearly the same name.
+FileBytes ReadThis(const fs::path& path) {
+    if (!StatusOf(path))
+        ThrowSystemError(ENOENT, "opening", TextOfPath(path));
+    return ReadWholeFile(TextOfPath(path));
+}
+
+std::string ReadText(const fs::path& path) {
+    const FileBytes bytes = ReadThis(path);
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
@@ -57,9 +69,7 @@ void ForEachDataLine(std::string_view text, Take take) {
 }
 
 // `file` has backslashes only.
-bool LeadsOutside(std::string_view file) {
-    if (file.starts_with('\\') || file.substr(1).starts_with(':'))
-        return true;
+bool GoesUp(std::string_view file) {
     while (!file.empty()) {
         const size_t end = std::min(file.find('\\'), file.size());
         if (TrimBlanks(file.substr(0, end)) == "..")
@@ -69,27 +79,45 @@ bool LeadsOutside(std::string_view file) {
     return false;
 }
 
+bool LeadsOutside(std::string_view file) {
+    return file.starts_with('\\') || file.substr(1).starts_with(':') || GoesUp(file);
+}
+
+// The folder of the game in which a theater.lst lies, where names that differ in case
+// only leave a choice.
+std::string RealBaseDir(const std::string& baseDir) {
+    return UpToLastSlash(TextOfPath(RealPathToRead(baseDir + "\\theater.lst")));
+}
+
 Discovery Discover(const Registry& registry) {
     Discovery found;
     const std::string baseDir = WithoutNuls(registry.ReadText(InstallKey, "baseDir"));
     found.FalconCurTheater = WithoutNuls(registry.ReadText(InstallKey, "curTheater"));
     if (baseDir.empty())
         return found;
-    found.FalconBaseDir = baseDir + "\\";
-    found.FalconState =
-        FileExists(found.FalconBaseDir + "terrdata\\objects\\KoreaObj.Dxl")
-            ? FalconUnlisted
-            : FalconListed;
+    const std::string base = RealBaseDir(baseDir);
+    const auto below = [&base](const std::string& name) {
+        return RealPathBelow(base, name, PathKind::File);
+    };
+    found.FalconBaseDir = base.substr(0, base.size() - 1) + "\\";
+    found.FalconState = IsFile(StatusOf(below("terrdata\\objects\\KoreaObj.Dxl")))
+                            ? FalconUnlisted
+                            : FalconListed;
 
-    const std::string listPath = found.FalconBaseDir + "theater.lst";
-    std::vector<TheaterInfo> theaters = ReadTheaterList(ReadText(listPath), listPath);
+    const fs::path list = below("theater.lst");
+    std::vector<TheaterInfo> theaters =
+        ReadTheaterList(ReadText(list), TextOfPath(list), found.LeftOut);
     for (TheaterInfo& theater : theaters)
-        ReadDescription(ReadText(found.FalconBaseDir + Utf8FromBytes(theater.TdfFile)),
-                        theater);
+        ReadDescription(ReadText(below(Utf8FromBytes(theater.TdfFile))), theater);
     for (TheaterInfo& theater : theaters) {
-        const FileBytes map =
-            ReadWholeFile(found.FalconBaseDir + Utf8FromBytes(theater.TerrainDir) +
-                          "\\terrain\\theater.map");
+        const std::string folder = Utf8FromBytes(theater.TerrainDir);
+        if (GoesUp(NormalizeSlashes(folder))) {
+            found.LeftOut.push_back(TextOfPath(below(Utf8FromBytes(theater.TdfFile))) +
+                                    ": TERRAINDIR " + folder +
+                                    " leads outside the folder of the game");
+            continue;
+        }
+        const FileBytes map = ReadThis(below(folder + "\\terrain\\theater.map"));
         theater.WidthText = ReadTheaterWidth(map.Span());
         found.TheaterList.push_back(std::move(theater));
     }
@@ -103,7 +131,8 @@ void DiscoverTheaters(const Registry& registry, Discovery& discovery) {
     discovery = Discover(registry);
 }
 
-std::vector<TheaterInfo> ReadTheaterList(std::string_view text, const std::string& path) {
+std::vector<TheaterInfo> ReadTheaterList(std::string_view text, const std::string& path,
+                                         std::vector<std::string>& leftOut) {
     std::vector<TheaterInfo> theaters;
     ForEachDataLine(text, [&](std::string_view line) {
         if (theaters.size() == MaxTheaters)
@@ -112,10 +141,10 @@ std::vector<TheaterInfo> ReadTheaterList(std::string_view text, const std::strin
                                                           " theaters");
         std::string file = NormalizeSlashes(line);
         if (LeadsOutside(file))
-            throw RuntimeError(ErrorNumber::BadFileName,
-                               path + ": the line \"" + Utf8FromBytes(line) +
-                                   "\" leads outside the folder of the game");
-        theaters.emplace_back().TdfFile = std::move(file);
+            leftOut.push_back(path + ": the line \"" + Utf8FromBytes(line) +
+                              "\" leads outside the folder of the game");
+        else
+            theaters.emplace_back().TdfFile = std::move(file);
     });
     return theaters;
 }

@@ -42,23 +42,28 @@ constexpr size_t MaxTheaters = 32767;
 
 // What an installed game offers.
 struct Discovery {
-    std::string FalconBaseDir;    // with a trailing backslash; empty if none
+    std::string FalconBaseDir;    // real, with a trailing backslash; empty if none
     std::string FalconCurTheater; // kept, and used for nothing
     int32_t FalconState = FalconNotFound;
     // Element 0 is unused: a theater's index here is its index in Combo1.
     std::vector<TheaterInfo> TheaterList{1};
+    // A sentence for each theater that was left out.
+    std::vector<std::string> LeftOut;
 };
 
 // Fills `discovery` from the install that the registry names. Whatever cannot be opened
 // (theater.lst, a description, a theater.map) throws the error of that opening with the
-// path, 53 when the file is missing; 52 when theater.lst names a description outside the
-// install, 6 when it names more than MaxTheaters. After a throw `discovery` is that of no
-// install, so that no half-read theater is ever offered.
+// path, 53 when the file is missing; 6 when theater.lst names more than MaxTheaters.
+// After a throw `discovery` is that of no install, so that no half-read theater is ever
+// offered. A theater whose description or terrain would lie outside the install is left
+// out.
 void DiscoverTheaters(const Registry& registry, Discovery& discovery);
 
 // The theaters of a theater.lst, only TdfFile filled, in order of the lines and from
-// element 0. Errors 52 and 6 as above; `path` is named in them.
-std::vector<TheaterInfo> ReadTheaterList(std::string_view text, const std::string& path);
+// element 0. A line that leads outside adds a sentence to `leftOut` instead. Error 6 as
+// above; `path` is named in both.
+std::vector<TheaterInfo> ReadTheaterList(std::string_view text, const std::string& path,
+                                         std::vector<std::string>& leftOut);
 
 // Fills in what a description says; a later line of the same key wins. A MINTACAN too
 // large for its field becomes the nearest that fits.

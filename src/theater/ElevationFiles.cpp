@@ -27,6 +27,16 @@ constexpr const char* WrongWidthAtSaving =
     "The size of L0 file doesn't appear to be valid for this theater. Do you want to "
     "overwite this file (all other terrain values will be overwritten)? ";
 
+std::string EmptyPairQuestion(const std::string& path) {
+    return "A L0 file keeps tiles and colors beside the heights, so heights can only be "
+           "saved into one that is there together with its O0 file.\n" +
+           path +
+           " and its O0 file will be two empty files, and the heights stay unsaved. "
+           "Copy a L0 file of this theater and its O0 file to that name first, or save "
+           "an ELV file.\n"
+           "Do you want to write two empty files?";
+}
+
 using Block = std::array<TerrainPost, PostsPerSegment>;
 
 void MoveBar(Progress& progress, int32_t row, int32_t rows) {
@@ -60,31 +70,33 @@ void ForEachElevation(std::span<int16_t> heights, int32_t width, int32_t segX,
 
 bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
              Dialogs& dialogs) {
-    const FileBytes file = ReadWholeFile(layer.Path);
-    if (WidthFromElvFile(file.size()) != 4.0 * terrain.MapWidth)
+    if (WidthFromElvFile(FileLength(layer.Path)) != 4.0 * terrain.MapWidth)
         return TellWrongWidth(dialogs);
+    const FileBytes file = ReadWholeFile(layer.Path);
     layer.EMapWidth = 4 * terrain.MapWidth;
     layer.L0ElvArr = ReadElvHeights(
-        file.Span(), layer.EMapWidth, layer.Path,
+        file.Span(), layer.EMapWidth,
         [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
     return true;
 }
 
 bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
             Dialogs& dialogs, DebugLog& log) {
-    const std::string pathO = OffsetFileOfL0(layer.Path);
+    layer.OffsetPath = PairOfL0(layer.Path).O;
+    const std::string& pathO = layer.OffsetPath;
     RecoverLevelPair({layer.Path, pathO}, log);
     if (!FileExists(pathO)) {
-        dialogs.Notice(".O0 File not found", "Error...", BoxIcon::Critical);
+        dialogs.Notice(".O0 File not found\n" + pathO, "Error...", BoxIcon::Critical);
         return false;
     }
+    const double width = RootOfOffsetFile(FileLength(pathO));
+    log.WriteLog("Opened L&O Files...");
+    log.WriteLog("EMapWidth is " + Format0(width));
+    if (width != 4.0 * terrain.MapWidth)
+        return TellWrongWidth(dialogs);
     const FileBytes fileO = ReadWholeFile(pathO);
     const FileBytes fileL = ReadWholeFile(layer.Path);
-    log.WriteLog("Opened L&O Files...");
-    layer.EMapWidth = WidthFromOffsetFile(fileO.size(), pathO);
-    log.WriteLog("EMapWidth is " + std::to_string(layer.EMapWidth));
-    if (layer.EMapWidth != 4 * terrain.MapWidth)
-        return TellWrongWidth(dialogs);
+    layer.EMapWidth = 4 * terrain.MapWidth;
     log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
     layer.L0ElvArr = ReadL0Heights(
         fileL.Span(), fileO.Span(), layer.EMapWidth, pathO,
@@ -107,13 +119,13 @@ void SaveElv(const ElevationLayer& layer, const std::string& path, Progress& pro
 }
 
 // The old terrain of a L0 pair with the elevations of the layer.
-void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
-                std::span<const std::byte> fileO, Progress& progress) {
+void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress) {
+    const FileBytes fileO = ReadWholeFile(pair.O);
     const FileBytes fileL = ReadWholeFile(pair.L);
     Transaction files;
     StagedFile& newL = files.Stage(pair.L);
     StagedFile& newO = files.Stage(pair.O);
-    BinaryReader offsets(fileO, pair.O);
+    BinaryReader offsets(fileO.Span(), pair.O);
     const int32_t segments = layer.EMapWidth / SegmentSide;
     int64_t shared = -1;
     for (int32_t segY = 1; segY <= segments; ++segY) {
@@ -136,44 +148,45 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
         MoveBar(progress, segY, segments);
     }
     // The entries are overwritten; what stands behind them stays.
-    newO.Write(fileO.subspan(offsets.Position()));
+    newO.Write(fileO.Span().subspan(offsets.Position()));
     files.Commit();
 }
 
-bool SaveL0(ElevationLayer& layer, const std::string& path, int32_t mapWidth,
-            Progress& progress, Dialogs& dialogs) {
-    const LevelPair pair{path, OffsetFileOfL0(path)};
+// The width of a new pair would be read off an O0 file that is not there, so no block is
+// written: a L0 file under a new name is a pair of empty files. Theater makers know it
+// so, and it is kept.
+ElevationSave SaveEmptyPair(const LevelPair& pair, Dialogs& dialogs) {
+    if (dialogs.MessageBox(EmptyPairQuestion(pair.L), "Confirm", BoxIcon::Warning,
+                           BoxButtons::YesNo) != BoxAnswer::Yes)
+        return ElevationSave::Refused;
+    Transaction files;
+    files.Stage(pair.L);
+    files.Stage(pair.O);
+    files.Commit();
+    return ElevationSave::EmptyPair;
+}
+
+ElevationSave SaveL0(ElevationLayer& layer, const LevelPair& pair, int32_t mapWidth,
+                     Progress& progress, Dialogs& dialogs) {
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " would be the L0 file and the O0 file at once");
+    RequireSameName(pair.O);
     MendFiles({pair.L, pair.O});
-    if (!FileExists(pair.L) || !FileExists(pair.O)) {
-        // The width of a new pair would be read off an O0 file that is not there, so no
-        // block is written: a L0 file under a new name is a pair of empty files. Theater
-        // makers know it so, and it is kept.
-        Transaction files;
-        files.Stage(pair.L);
-        files.Stage(pair.O);
-        files.Commit();
-        return true;
-    }
-    const FileBytes fileO = ReadWholeFile(pair.O);
-    if (WidthFromOffsetFile(fileO.size(), pair.O) != 4 * mapWidth) {
+    if (!FileExists(pair.L) || !FileExists(pair.O))
+        return SaveEmptyPair(pair, dialogs);
+    if (RootOfOffsetFile(FileLength(pair.O)) != 4.0 * mapWidth) {
         StagedFile abandoned(pair.L);
         layer.AbandonedXFile = abandoned.Abandon();
         dialogs.MessageBox(WrongWidthAtSaving, "Error!", BoxIcon::Critical,
                            BoxButtons::YesNo);
-        return false;
+        return ElevationSave::Refused;
     }
-    SaveIntoL0(layer, pair, fileO.Span(), progress);
-    return true;
+    SaveIntoL0(layer, pair, progress);
+    return ElevationSave::Done;
 }
 
 } // namespace
-
-std::string OffsetFileOfL0(const std::string& path) {
-    return path.substr(0, path.size() - std::min<size_t>(path.size(), 3)) + ".O0";
-}
 
 ElevationKind KindOfElevationFile(const std::string& path) {
     const std::string name = UpperCase(path);
@@ -187,15 +200,17 @@ double WidthFromElvFile(uint64_t length) {
 }
 
 HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
-                           const std::string& path,
                            const std::function<void(int32_t, int32_t)>& afterRow) {
-    BinaryReader reader(file, path);
+    // Half a value is none.
+    auto left = file.first(file.size() - file.size() % sizeof(int16_t));
     const auto rowValues = static_cast<size_t>(width);
     HeightArray heights(int64_t{width} * width);
     for (int32_t y = 1; y <= width; ++y) {
-        const auto row = reader.Bytes(rowValues * sizeof(int16_t));
-        std::memcpy(&heights.Values()[static_cast<size_t>(y - 1) * rowValues], row.data(),
-                    row.size());
+        const auto row = left.first(std::min(left.size(), rowValues * sizeof(int16_t)));
+        if (!row.empty())
+            std::memcpy(&heights.Values()[static_cast<size_t>(y - 1) * rowValues],
+                        row.data(), row.size());
+        left = left.subspan(row.size());
         afterRow(y, width);
     }
     return heights;
@@ -225,7 +240,7 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
                        Progress& progress, Dialogs& dialogs, DebugLog& log) {
     ElevationLayer loaded;
     loaded.Kind = kind;
-    loaded.Path = path;
+    loaded.Path = TextOfPath(RealPath(path, PathKind::File));
     const bool good = kind == ElevationKind::Elv
                           ? LoadElv(terrain, loaded, progress, dialogs)
                           : LoadL0(terrain, loaded, progress, dialogs, log);
@@ -234,16 +249,21 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
     return good;
 }
 
-bool SaveElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
-                       Progress& progress, Dialogs& dialogs) {
+ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
+                                const std::string& path, Progress& progress,
+                                Dialogs& dialogs) {
     ElevationLayer& layer = terrain.Elevations;
     layer.AbandonedXFile.Close();
     const ElevationKind as = path.empty() ? layer.Kind : kind;
-    const std::string& to = path.empty() ? layer.Path : path;
+    const std::string to =
+        path.empty() ? layer.Path : TextOfPath(RealPath(path, PathKind::File));
+    RequireSameName(to);
     if (as != ElevationKind::Elv)
-        return SaveL0(layer, to, terrain.MapWidth, progress, dialogs);
+        return SaveL0(layer,
+                      path.empty() ? LevelPair{to, layer.OffsetPath} : PairOfL0(to),
+                      terrain.MapWidth, progress, dialogs);
     SaveElv(layer, to, progress);
-    return true;
+    return ElevationSave::Done;
 }
 
 } // namespace vardenix

@@ -3,6 +3,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
+#include "theater/LevelPairs.h"
 #include "theater/Terrain.h"
 
 #include <cstddef>
@@ -13,9 +14,6 @@
 
 namespace vardenix {
 
-// The O file beside a L0 file: its path less the last three characters, plus ".O0".
-std::string OffsetFileOfL0(const std::string& path);
-
 // The kind that a file's extension stands for, ".l0" or ".elv" in any case.
 ElevationKind KindOfElevationFile(const std::string& path);
 
@@ -23,11 +21,10 @@ ElevationKind KindOfElevationFile(const std::string& path);
 double WidthFromElvFile(uint64_t length);
 
 // The heights of a grid `width` posts a side, from the bytes of an .elv file or of a L0
-// file and its O0 file. Error 62 when the file, or the O0 file, has too few of them; what
-// the L0 file does not hold is 0. `afterRow(row, rows)` is called once per row of
-// heights, or of segments.
+// file and its O0 file. What the .elv or L0 file does not hold is 0; error 62 when the O0
+// file has too few entries. `afterRow(row, rows)` is called once per row of heights, or
+// of segments.
 HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
-                           const std::string& path,
                            const std::function<void(int32_t, int32_t)>& afterRow);
 HeightArray ReadL0Heights(std::span<const std::byte> fileL,
                           std::span<const std::byte> fileO, int32_t width,
@@ -36,10 +33,16 @@ HeightArray ReadL0Heights(std::span<const std::byte> fileL,
 
 // Reads the finest elevations from a L0 file with its O0 file, or from an .elv file.
 // False, with the layer as it was, when the user was told that the O0 file is missing or
-// that the width is not four times MapWidth. Errors of reading (53, 62, 70, 75) also
-// leave the layer as it was.
+// that the width is not four times MapWidth; a file of the wrong width is not read.
+// Errors of reading (53, 62, 70, 75) also leave the layer as it was.
 bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
                        Progress& progress, Dialogs& dialogs, DebugLog& log);
+
+enum class ElevationSave {
+    Done,      // a file holds the elevations
+    Refused,   // nothing was changed
+    EmptyPair, // a new L0 pair was made, which holds nothing
+};
 
 // Writes the finest elevations; an empty path means the file and the kind that were
 // loaded.
@@ -48,9 +51,11 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
 // segments
 //   (tile 8192, elevation 0) share one block. A pair of the wrong width is asked about,
 //   but the answer is not looked at: the pair stays untouched, the "x" file stays behind,
-//   empty and open, and the result is false.
-// - L0 with either file missing: both are made anew, and are empty.
-bool SaveElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
-                       Progress& progress, Dialogs& dialogs);
+//   empty and open.
+// - L0 with either file missing: both are made anew, and are empty, if the user wants
+// that.
+ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
+                                const std::string& path, Progress& progress,
+                                Dialogs& dialogs);
 
 } // namespace vardenix

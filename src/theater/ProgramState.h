@@ -13,10 +13,12 @@ namespace vardenix {
 
 // The program's own folders, each with a slash at its end.
 struct ProgramFolders {
-    std::string AppPath;    // base of the program's own files
-    std::string TempFolder; // scratch of the image services, made anew at each start
+    std::string AppPath;     // base of the files that the program writes
+    std::string ShippedPath; // where the files lie that come with it, "NoTile.jpg"
+    std::string TempFolder;  // scratch of the image services, made anew at each start
     std::string UpdateTempFolder; // scratch of the updater
-    std::string SystemTempPath;   // the system's; home of the restore point
+    // The user's own below the system's; home of the restore point.
+    std::string SystemTempPath;
 };
 
 // Everything that more than one window works on, owned for the whole run. Only windows

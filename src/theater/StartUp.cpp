@@ -1,6 +1,7 @@
 #include "theater/StartUp.h"
 
 #include "platform/FileNames.h"
+#include "platform/OwnFolders.h"
 #include "platform/Processes.h"
 #include "platform/RuntimeError.h"
 #include "platform/Windows1252.h"
@@ -31,15 +32,19 @@ void TellFailure(Dialogs& dialogs, const std::function<void()>& work) {
 
 } // namespace
 
-std::string AppPathOf(const std::string& programFolder) {
-    return programFolder.size() < 4 ? programFolder : programFolder + "\\";
-}
+std::string AppPathOf(const std::string& folder) { return WithTrailingSlash(folder); }
 
-void BeginProgram(ProgramState& state, const std::string& programFolder) {
+void BeginProgram(ProgramState& state, const std::string& ownFolder,
+                  const std::string& programFolder) {
     state.Starting = true;
     state.AbortPaint = false;
     state.Exiting = false;
-    state.Folders.AppPath = AppPathOf(programFolder);
+    state.Folders.ShippedPath = AppPathOf(programFolder);
+    if (ownFolder.empty()) {
+        state.Configuration = {};
+        return;
+    }
+    state.Folders.AppPath = AppPathOf(ownFolder);
     state.Configuration = ReadConfiguration(state.Folders.AppPath);
 }
 
@@ -56,13 +61,16 @@ std::string StartUpCaption() {
     return "Vardenix v" + ProgramVersion() + " - for those who shape theaters";
 }
 
+void FindSystemTempPath(ProgramFolders& folders) {
+    folders.SystemTempPath = WithTrailingSlash(OwnTemporaryFolder());
+}
+
 void PrepareFolders(ProgramFolders& folders) {
-    folders.SystemTempPath = WithTrailingSlash(TemporaryFolder());
     folders.TempFolder = folders.AppPath + "Temp\\";
     folders.UpdateTempFolder = folders.AppPath + "UpdateTemp\\";
     DeleteFolderTree(folders.TempFolder);
     DeleteFolderTree(folders.UpdateTempFolder);
-    CreateFolder(folders.TempFolder);
+    MakeScratchFolder(folders.TempFolder);
 }
 
 std::vector<std::string> TheaterChoices(const Discovery& discovery) {

@@ -10,12 +10,15 @@
 
 namespace vardenix {
 
-// The program's folder with a backslash behind it; a text of fewer than 4 characters is
-// the root of a drive, which ends in one already.
-std::string AppPathOf(const std::string& programFolder);
+// A folder with a backslash behind it, unless it ends in a slash already as the root of a
+// drive does.
+std::string AppPathOf(const std::string& folder);
 
-// What stands in front of everything else: the flags, AppPath, the settings.
-void BeginProgram(ProgramState& state, const std::string& programFolder);
+// What stands in front of everything else: the flags, the two places of the program, the
+// settings. `ownFolder` is where it writes; a user without one gets the settings of a
+// first start. Nothing is made.
+void BeginProgram(ProgramState& state, const std::string& ownFolder,
+                  const std::string& programFolder);
 
 // Asks once whether to check for new versions, when that was never decided (a stored
 // value above 1).
@@ -24,8 +27,13 @@ void DecideUpdateCheck(Configuration& configuration, Dialogs& dialogs);
 // The title of the start-up window.
 std::string StartUpCaption();
 
-// SystemTempPath, TempFolder and UpdateTempFolder under AppPath. TempFolder is made anew;
-// UpdateTempFolder is only deleted. The system's refusals go through.
+// SystemTempPath: this user's own folder below the system's for temporary files. Error 70
+// when others are in its place.
+void FindSystemTempPath(ProgramFolders& folders);
+
+// TempFolder and UpdateTempFolder under AppPath. TempFolder is made anew;
+// UpdateTempFolder is only deleted. A link that is found instead goes, and what it leads
+// to stays. The system's refusals go through.
 void PrepareFolders(ProgramFolders& folders);
 
 // The entries of Combo1, UTF-8: "MANUALLY OPEN PATH", then the theaters of an install

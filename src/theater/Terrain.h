@@ -63,6 +63,7 @@ enum class ElevationKind : int16_t { None = 0, L0 = 1, Elv = 2 };
 struct ElevationLayer {
     ElevationKind Kind = ElevationKind::None;
     std::string Path;
+    std::string OffsetPath; // the O0 file of a L0 file
     int32_t EMapWidth = 0; // 4 * MapWidth once loaded
     HeightArray L0ElvArr;  // in serial order of EMapWidth
 
@@ -77,6 +78,7 @@ struct ElevationLayer {
 // What the program knows of the terrain, from the opening of a theater to the end of the
 // run. LxArr holds level 2 and only level 2.
 struct Terrain {
+    // The real paths, as the theater was opened.
     std::string LFilename;
     std::string OFilename;
     int32_t MapWidth = 0; // posts per side; 0 while no theater is open

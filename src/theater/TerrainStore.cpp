@@ -61,12 +61,15 @@ PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t /*width
             static_cast<double>((segY - 1) * SegmentSide + j)};
 }
 
+double RootOfOffsetFile(uint64_t lengthO) {
+    return RoundHalfEven(std::sqrt(static_cast<double>(lengthO) / 4) * SegmentSide);
+}
+
 int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO) {
     if (lengthO == 0)
         throw RuntimeError(ErrorNumber::InputPastEnd,
                            pathO + ", offset 0: expected 4 bytes, found 0 bytes left");
-    const double width =
-        RoundHalfEven(std::sqrt(static_cast<double>(lengthO) / 4) * SegmentSide);
+    const double width = RootOfOffsetFile(lengthO);
     if (width > MaxGridWidth)
         throw RuntimeError(ErrorNumber::OutOfMemory,
                            pathO + ": " + std::to_string(lengthO) +
@@ -134,17 +137,6 @@ bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY) {
            everyPost([](const TerrainPost& post) { return post.Elevation == 0; });
 }
 
-bool IsUnfinishedName(const std::string& path) {
-    return UpperCase(path).ends_with(".L2X");
-}
-
-LevelPair PairForSaving(const Terrain& terrain, const std::string& path) {
-    if (path.empty())
-        return {terrain.LFilename, terrain.OFilename};
-    const std::string upper = UpperCase(path);
-    return {upper, ReplaceAll(upper, ".L2", ".O2")};
-}
-
 void WriteLevelPair(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO,
                     Progress& progress) {
     const int32_t segments = terrain.MapWidth / SegmentSide;
@@ -167,7 +159,10 @@ void WriteLevelPair(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO
 }
 
 void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress) {
-    const LevelPair pair = PairForSaving(terrain, path);
+    SaveTheater(terrain, PairForSaving(terrain, path), progress);
+}
+
+void SaveTheater(const Terrain& terrain, const LevelPair& pair, Progress& progress) {
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L +
@@ -177,6 +172,8 @@ void SaveTheater(const Terrain& terrain, const std::string& path, Progress& prog
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " is what an unfinished save is called; its name "
                                     "must end in .L2");
+    RequireSameName(pair.L);
+    RequireSameName(pair.O);
     const ShownBar bar(progress);
     Transaction files;
     StagedFile& fileL = files.Stage(pair.L);

@@ -3,6 +3,7 @@
 #include "platform/Progress.h"
 #include "platform/StagedFile.h"
 #include "theater/DebugLog.h"
+#include "theater/LevelPairs.h"
 #include "theater/Terrain.h"
 
 #include <cstddef>
@@ -24,7 +25,9 @@ PostXY SerialToXY(int32_t serial, int32_t width);
 PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t width);
 
 // Posts per side that an O file of `lengthO` bytes stands for: the root of its entries
-// times 16, rounded half to even. Error 62 for an empty file, error 7 beyond
+// times 16, rounded half to even.
+double RootOfOffsetFile(uint64_t lengthO);
+// The same for a level that is to be read: error 62 for an empty file, error 7 beyond
 // MaxGridWidth.
 int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO);
 
@@ -47,19 +50,6 @@ void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log);
 // fields play no part.
 bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY);
 
-// A name that the half-written file of a save of "NAME.L2" has; the next opening of that
-// pair clears it away.
-bool IsUnfinishedName(const std::string& path);
-
-struct LevelPair {
-    std::string L;
-    std::string O;
-};
-
-// Where SaveTheater writes: an empty path means the files of the theater; any other is
-// upper cased, and every ".L2" in it becomes ".O2" for the O file.
-LevelPair PairForSaving(const Terrain& terrain, const std::string& path);
-
 // Copies what an L file holds of the block at `offset` to 16 rows that lie `width` posts
 // apart, `first` being the block's first post. Nothing is read for an offset outside the
 // file, and posts that its end cuts are left alone.
@@ -68,8 +58,12 @@ void ReadBlock(std::span<const std::byte> fileL, int32_t offset, TerrainPost* fi
 
 // Writes LxArr to a pair; all sea segments share the block of the first one met. The old
 // pair stands until the new one is whole on the disk. LFilename and OFilename stay what
-// they are. Error 75, before anything is written, when L and O would be the same file or
-// L has the name of an unfinished save; the system's refusals (61, 70, 75) while writing.
+// they are. Errors before anything is written: 75 when L and O would be the same file or
+// L has the name of an unfinished save, 53 when a neighbour would be written in place of
+// the theater's own file; the system's refusals (61, 70, 75) while writing.
+void SaveTheater(const Terrain& terrain, const LevelPair& pair, Progress& progress);
+
+// The same to the pair that PairForSaving gives for a path.
 void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress);
 
 // The bytes of the pair into two staged files, for whoever saves other files with them.

@@ -1,20 +1,54 @@
 #include "theater/TheaterOpening.h"
 
 #include "platform/FileNames.h"
+#include "platform/FileStatus.h"
 #include "theater/TerrainStore.h"
 #include "theater/TextureBinFile.h"
 #include "theater/TileCheck.h"
+
+#include <algorithm>
 
 namespace vardenix {
 
 namespace {
 
-bool RequireFile(const std::string& path, const char* complaint, Dialogs& dialogs) {
-    if (FileExists(path))
+// `path` is a real one.
+bool RequireFile(const std::string& path, const std::string& complaint,
+                 Dialogs& dialogs) {
+    if (!path.empty() && IsFile(StatusOf(path)))
         return true;
-    dialogs.Notice(complaint, "Error...", BoxIcon::Critical);
+    dialogs.Notice(path.empty() ? complaint : complaint + "\n" + path, "Error...",
+                   BoxIcon::Critical);
     return false;
 }
+
+// Real paths of the files of one theater. Folders that a path shares with that of the L2
+// file are the very ones that the L2 file was found in, so that nothing of a theater
+// whose name differs in case only gets in between.
+class FilesOfTheater {
+public:
+    explicit FilesOfTheater(const std::string& l2File)
+        : toldL2_(TextOfPath(PathAsItStands(l2File))),
+          realL2_(TextOfPath(RealPathToRead(l2File))) {}
+
+    const std::string& L2File() const { return realL2_; }
+
+    std::string RealOf(const std::string& text, PathKind kind) const {
+        const std::string told = TextOfPath(PathAsItStands(text));
+        const auto differs =
+            std::mismatch(told.begin(), told.end(), toldL2_.begin(), toldL2_.end()).first;
+        const size_t shared =
+            UpToLastSlash({told.data(), static_cast<size_t>(differs - told.begin())})
+                .size();
+        // Letters differ in case alone, so what is shared is as long in both.
+        return TextOfPath(
+            RealPathBelow(realL2_.substr(0, shared), told.substr(shared), kind));
+    }
+
+private:
+    std::string toldL2_;
+    std::string realL2_;
+};
 
 } // namespace
 
@@ -24,36 +58,34 @@ TheaterPaths PathsOfTheater(const std::string& baseDir, const std::string& terra
             folder + "\\terrain\\theater.map", folder + "\\texture\\texture\\"};
 }
 
-std::string OffsetFileOfL2(const std::string& pathL) {
-    return ReplaceAll(pathL, "THEATER.L", "THEATER.O");
-}
-
 bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& dialogs,
                        DebugLog& log) {
+    const FilesOfTheater files(paths.L2File);
     Terrain& terrain = state.Terrain;
-    terrain.LFilename = UpperCase(paths.L2File);
+    terrain.LFilename = files.L2File();
     if (!RequireFile(terrain.LFilename, "L2 File not found", dialogs))
         return false;
-    terrain.OFilename = OffsetFileOfL2(terrain.LFilename);
+    terrain.OFilename = PairOfL2(terrain.LFilename).O;
     // A save that was killed half way may owe us the very O file.
     RecoverLevelPair({terrain.LFilename, terrain.OFilename}, log);
     if (!RequireFile(terrain.OFilename, "O2 File not found", dialogs))
         return false;
-    log.WriteLog("LFilename to open: " + terrain.LFilename);
-    log.WriteLog("OFilename to open: " + terrain.OFilename);
+    log.WriteLog("LFilename to open: " + UpperCase(terrain.LFilename));
+    log.WriteLog("OFilename to open: " + UpperCase(terrain.OFilename));
 
-    state.Catalogue.BinPath = paths.BinFile;
-    if (!RequireFile(paths.BinFile, "Texture.bin File not found", dialogs))
+    state.Catalogue.BinPath = files.RealOf(paths.BinFile, PathKind::File);
+    if (!RequireFile(state.Catalogue.BinPath, "Texture.bin File not found", dialogs))
         return false;
-    log.WriteLog("BinPath to open: " + paths.BinFile);
+    log.WriteLog("BinPath to open: " + state.Catalogue.BinPath);
 
-    state.MAPFile = paths.MapFile;
-    if (!RequireFile(paths.MapFile, "Theater.map File not found", dialogs))
+    state.MAPFile = files.RealOf(paths.MapFile, PathKind::File);
+    if (!RequireFile(state.MAPFile, "Theater.map File not found", dialogs))
         return false;
-    log.WriteLog("MAPFile to open: " + paths.MapFile);
+    log.WriteLog("MAPFile to open: " + state.MAPFile);
 
-    state.Catalogue.DDSFolder = paths.DDSFolder;
-    log.WriteLog("DDSFolder to open: " + paths.DDSFolder);
+    // Should it not be there, its tiles are missed one by one.
+    state.Catalogue.DDSFolder = files.RealOf(paths.DDSFolder, PathKind::Folder) + "/";
+    log.WriteLog("DDSFolder to open: " + state.Catalogue.DDSFolder);
     return true;
 }
 

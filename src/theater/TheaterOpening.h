@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
+#include "theater/LevelPairs.h"
 #include "theater/ProgramState.h"
 
 #include <string>
@@ -21,10 +22,6 @@ struct TheaterPaths {
 
 // The paths of a theater of an installed game; `baseDir` ends in a slash.
 TheaterPaths PathsOfTheater(const std::string& baseDir, const std::string& terrainDir);
-
-// The O file of a L2 file: every "THEATER.L" becomes "THEATER.O". Another name gives
-// itself.
-std::string OffsetFileOfL2(const std::string& pathL);
 
 // The windows that a theater is opened into, in the order in which they are asked for.
 // app/ fills this in.
@@ -48,8 +45,10 @@ public:
     virtual void InitForm() = 0;
 };
 
-// Takes the paths over into the state, checking them in order. The first that is empty or
-// not there is told in a box, and the result is false. DDSFolder is not checked.
+// Finds the files that the paths name and keeps their real paths in the state, checking
+// them in order. The first that is empty or not there is told in a box, with the path
+// that was looked for, and the result is false. DDSFolder is not checked. A refusal of
+// the system goes through (70, 57, 75).
 bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& dialogs,
                        DebugLog& log);
 

@@ -71,53 +71,6 @@ std::string MainTitle(bool l0Mode) {
     return "Vardenix v" + ProgramVersion() + (l0Mode ? " - L0/ELV MODE" : "");
 }
 
-std::string WithStar(const std::string& caption) { return "*" + caption; }
-
-std::string WithoutStar(const std::string& caption) {
-    return caption.starts_with('*') ? caption.substr(1) : caption;
-}
-
-void DirtyTitles::L2NeedSave() {
-    Mark();
-    l2NeedSaveFlag_ = true;
-}
-
-void DirtyTitles::L0NeedSave() {
-    Mark();
-    l0NeedSaveFlag_ = true;
-}
-
-void DirtyTitles::L2Saved() {
-    Unmark();
-    l2NeedSaveFlag_ = false;
-}
-
-void DirtyTitles::L0Saved() {
-    Unmark();
-    l0NeedSaveFlag_ = false;
-}
-
-void DirtyTitles::SetL0Mode(bool on) {
-    mainCaption_ = MainTitle(on);
-    mapCaption_ = mapTitle_;
-    if (on ? l0NeedSaveFlag_ : l2NeedSaveFlag_) {
-        mainCaption_ = WithStar(mainCaption_);
-        mapCaption_ = WithStar(mapCaption_);
-    }
-}
-
-void DirtyTitles::Mark() {
-    if (l2NeedSaveFlag_ || l0NeedSaveFlag_)
-        return;
-    mainCaption_ = WithStar(mainCaption_);
-    mapCaption_ = WithStar(mapCaption_);
-}
-
-void DirtyTitles::Unmark() {
-    mainCaption_ = WithoutStar(mainCaption_);
-    mapCaption_ = WithoutStar(mapCaption_);
-}
-
 double ProgressWidth(int32_t value, int32_t min, int32_t max) {
     if (max == 0)
         return 0;

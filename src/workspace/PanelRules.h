@@ -48,38 +48,30 @@ std::string L0ToolTip(const std::string& l0FileName);
 // "Vardenix v3.0.1", and " - L0/ELV MODE" behind it in that mode.
 std::string MainTitle(bool l0Mode);
 
-std::string WithStar(const std::string& caption);
-// Only a star is taken off: a save with nothing marked leaves the title alone.
-std::string WithoutStar(const std::string& caption);
-
-// The captions of FrmVXMain and FrmVXMap with their star, and the flags that tell what
-// needs saving. The flags decide, the star only shows: with both set it goes at the first
-// save.
+// The flags that tell what needs saving, and the captions of FrmVXMain and FrmVXMap: a
+// star stands before both while level 2 or the finest elevations are unsaved, whichever
+// of the two is edited.
 class DirtyTitles {
 public:
     explicit DirtyTitles(std::string mapTitle) : mapTitle_(std::move(mapTitle)) {}
 
-    const std::string& MainCaption() const { return mainCaption_; }
-    const std::string& MapCaption() const { return mapCaption_; }
+    std::string MainCaption() const { return Star() + MainTitle(l0Mode_); }
+    std::string MapCaption() const { return Star() + mapTitle_; }
     bool L2NeedSaveFlag() const { return l2NeedSaveFlag_; }
     bool L0NeedSaveFlag() const { return l0NeedSaveFlag_; }
 
-    void L2NeedSave();
-    void L0NeedSave();
-    void L2Saved();
-    void L0Saved();
-    // A save that ended without writing: the flag falls, the captions stay.
-    void L0GivenUp() { l0NeedSaveFlag_ = false; }
-    // Both captions anew, with a star for what the mode edits.
-    void SetL0Mode(bool on);
+    void L2NeedSave() { l2NeedSaveFlag_ = true; }
+    void L0NeedSave() { l0NeedSaveFlag_ = true; }
+    void L2Saved() { l2NeedSaveFlag_ = false; }
+    // Also when unsaved elevations were given up for those of another file.
+    void L0Saved() { l0NeedSaveFlag_ = false; }
+    void SetL0Mode(bool on) { l0Mode_ = on; }
 
 private:
-    void Mark();
-    void Unmark();
+    std::string Star() const { return l2NeedSaveFlag_ || l0NeedSaveFlag_ ? "*" : ""; }
 
     std::string mapTitle_;
-    std::string mainCaption_ = MainTitle(false);
-    std::string mapCaption_ = mapTitle_;
+    bool l0Mode_ = false;
     bool l2NeedSaveFlag_ = false;
     bool l0NeedSaveFlag_ = false;
 };

@@ -2,6 +2,8 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/OwnFolders.h"
+#include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
 
 #include <algorithm>
@@ -10,7 +12,12 @@ namespace vardenix {
 
 namespace {
 
+// What clears the system's temporary folder may have taken ours along.
 std::string PathOfPoint(const std::string& systemTempPath) {
+    if (systemTempPath.empty())
+        throw RuntimeError(ErrorNumber::PathNotFound,
+                           "there is no folder for temporary files");
+    KeepOwnTemporaryFolder(systemTempPath);
     return systemTempPath + "VXUndo.tmp";
 }
 

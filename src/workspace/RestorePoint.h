@@ -7,12 +7,14 @@
 
 namespace vardenix {
 
-// "VXUndo.tmp" in the system's temporary folder: all posts of level 2 as they lie in
+// "VXUndo.tmp" in the user's own folder below the system's for temporary files, which
+// nobody else can enter: all posts of level 2 as they lie in
 // memory, 9 bytes each in serial order, and nothing else. There is one; it outlives the
 // run, and fits any theater of its size.
 
 // Writes the point, over an older one, which stands until the new one is whole on the
-// disk. Errors 61, 70, 75 of writing.
+// disk. Errors 61, 70, 75 of writing; 70 also where
+// somebody else's folder is in the place of the user's own.
 void CreateRestorePoint(const Terrain& terrain, const std::string& systemTempPath);
 
 enum class Restored {

@@ -70,14 +70,20 @@ bool SaveElevations(const SavingParts& parts, bool as) {
     bool saveOK = false;
     {
         const LongWork work(parts);
-        saveOK =
-            SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3, parts.Dialogs);
+        saveOK = SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3,
+                                   parts.Dialogs) == ElevationSave::Done;
     }
     if (saveOK)
         parts.Panel.L0Saved();
-    else
-        parts.Panel.L0GivenUp();
     return saveOK;
+}
+
+// The dialog asks about the L file; an O file that has none beside it would go with no
+// word.
+bool MayReplaceOffsets(const LevelPair& pair, Dialogs& dialogs) {
+    return FileExists(pair.L) || !FileExists(pair.O) ||
+           dialogs.MessageBox(pair.O + " already exists.\nDo you want to replace it?",
+                              {}, BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
 bool SaveLevel2(const SavingParts& parts, bool as) {
@@ -88,9 +94,12 @@ bool SaveLevel2(const SavingParts& parts, bool as) {
                             .Filter = LevelFilter,
                             .InitialPath = parts.Terrain.LFilename})
                  .Path;
+    const LevelPair pair = PairForSaving(parts.Terrain, to);
+    if (as && !MayReplaceOffsets(pair, parts.Dialogs))
+        return false;
     {
         const LongWork work(parts);
-        SaveTheater(parts.Terrain, to, parts.PB3);
+        SaveTheater(parts.Terrain, pair, parts.PB3);
     }
     parts.Panel.L2Saved();
     return true;

@@ -21,11 +21,9 @@ public:
     // Nothing on the panel can be used while files are read or written.
     virtual void LockPanel(bool locked) = 0;
     virtual bool L0NeedSaveFlag() const = 0;
-    // The flag falls, and the star with it.
+    // The flag falls, and with the last one the star.
     virtual void L2Saved() = 0;
     virtual void L0Saved() = 0;
-    // The writer gave up: the flag falls, the titles stay.
-    virtual void L0GivenUp() = 0;
     // The path of the loaded elevations, for the tool tips; chkL0ELV can be used.
     virtual void SetL0FileName(const std::string& fileName) = 0;
 };
@@ -42,7 +40,8 @@ struct SavingParts {
 
 // CmdSaveTheater: writes what the mode edits; `as` asks for another name first. An error
 // is told in a box and leaves the old files and the flag as they were; a cancel says
-// nothing. True when it was saved.
+// nothing. Elevations that no file holds afterwards, because the one that was chosen does
+// not fit or stays empty, are still unsaved. True when it was saved.
 bool CmdSaveTheater(const SavingParts& parts, bool as);
 
 // cmdLoadL0Elv: asks for a L0 or .elv file and reads it into L0ElvArr, after a question

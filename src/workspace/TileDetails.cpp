@@ -11,7 +11,7 @@ namespace {
 constexpr double MostElevation = 32768;
 constexpr double MostByte = 255;
 
-// One box as a number of its field, which runs from `least` to `most`.
+// One box as a number of its field.
 template <typename Value>
 Value Read(const std::string& text, Value (*narrow)(double), const std::string& label,
            const std::string& range) {
@@ -50,11 +50,16 @@ DetailTexts TextsOf(int16_t elevation) {
 void ReadDetails(const DetailTexts& texts, TileDetails& details) {
     const std::string byteRange = "0 to 255";
     details.DetailsUpdated = true;
+    details.Reading = DetailField::TileOffset;
     TerrainPost& post = details.Entered;
     post.TileOffset = Read(texts.TileOffset, ToInt32, "Tile Offset", "0 to 2147483647");
+    details.Reading = DetailField::Elevation;
     post.Elevation = Read(texts.Elevation, ToInt16, "Elevation", "-32768 to 32767");
+    details.Reading = DetailField::Palette;
     post.Palette = Read(texts.Palette, ToByte, "Palette", byteRange);
+    details.Reading = DetailField::X1;
     post.X1 = Read(texts.X1, ToByte, "X1", byteRange);
+    details.Reading = DetailField::X2;
     post.X2 = Read(texts.X2, ToByte, "X2", byteRange);
 }
 

@@ -35,6 +35,8 @@ DetailTexts TextsOf(int16_t elevation);
 struct TileDetails {
     bool DetailsUpdated = false;
     TerrainPost Entered{}; // begins as the post that is edited
+    // The last one that was read; after an overflow, the one that does not fit.
+    DetailField Reading = DetailField::TileOffset;
 };
 
 // Command2: DetailsUpdated is set, then the boxes are read one after the other. Error 6

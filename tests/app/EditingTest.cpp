@@ -57,6 +57,25 @@ protected:
         Click("cmdLoadL0Elv");
         Click("chkL0ELV");
     }
+    // Of the third post from the left, the third up.
+    static void EnterHeight(const char* feet) {
+        tests::WhenModal<QDialog>([feet](QDialog& details) {
+            Find<QLineEdit>(details, "Text2").setText(feet);
+            Find<QAbstractButton>(details, "Command2").click();
+        });
+        PressPost(1, 1, Qt::RightButton);
+    }
+    void ExpectQuestionAtTheEnd(const std::string& files) {
+        platform_.Dialogs.ExpectBox(
+            "Confirm",
+            files + " changed. Are you sure you want to exit without saving it first?\n"
+                    "Press Yes to exit whithout saving.\n"
+                    "Press No to return to the program",
+            BoxAnswer::No);
+        Window("FrmVXMain").close();
+        EXPECT_TRUE(platform_.Dialogs.AllAnswered()) << files;
+        EXPECT_EQ(ends_, 0);
+    }
 };
 
 TEST_F(EditingTest, APaintedTileIsSeenMarkedUndoneAndSaved) {
@@ -126,17 +145,13 @@ TEST_F(EditingTest, TheUndoButtonsAreThoseOfTheMode) {
     ChooseTileOne();
     PressPost(3, 2);
     LoadElv();
-    EXPECT_EQ(Title("FrmVXMain"), "Vardenix v3.0.1 - L0/ELV MODE");
+    EXPECT_EQ(Title("FrmVXMain"), "*Vardenix v3.0.1 - L0/ELV MODE"); // of level 2
     EXPECT_FALSE(Enabled("cmdUndo") || Enabled("cmdRedo"));
     EXPECT_FALSE(Enabled("Command3") || Enabled("Command4"));
-    tests::WhenModal<QDialog>([](QDialog& details) {
-        Find<QLineEdit>(details, "Text2").setText("-40");
-        Find<QAbstractButton>(details, "Command2").click();
-    });
-    PressPost(1, 1, Qt::RightButton); // the third height from the left, the third up
+    EnterHeight("-40");
     EXPECT_EQ(state_.Terrain.Elevations.At(7, 7), -40);
     EXPECT_TRUE(Enabled("cmdUndo") && Enabled("CmdSaveTheater"));
-    EXPECT_EQ(Title("FrmVXMain"), "Vardenix v3.0.1 - L0/ELV MODE"); // L2 was marked first
+    EXPECT_EQ(Title("FrmVXMain"), "*Vardenix v3.0.1 - L0/ELV MODE");
     Click("cmdUndo");
     EXPECT_EQ(state_.Terrain.Elevations.At(7, 7), 7);
     EXPECT_EQ(Tile(3, 2), 1);
@@ -152,27 +167,78 @@ TEST_F(EditingTest, OfTwoUnsavedFilesEachIsSavedInItsOwnMode) {
     ChooseTileOne();
     PressPost(3, 2);
     LoadElv();
-    tests::WhenModal<QDialog>([](QDialog& details) {
-        Find<QLineEdit>(details, "Text2").setText("-40");
-        Find<QAbstractButton>(details, "Command2").click();
-    });
-    PressPost(1, 1, Qt::RightButton);
+    EnterHeight("-40");
+    EXPECT_EQ(Title("FrmVXMap").substr(0, 1), "*");
     Click("CmdSaveTheater");
+    EXPECT_EQ(Title("FrmVXMain"), "*Vardenix v3.0.1 - L0/ELV MODE");
+    EXPECT_EQ(Title("FrmVXMap").substr(0, 1), "*");
     EXPECT_FALSE(std::filesystem::exists(state_.Terrain.LFilename));
     EXPECT_EQ(tests::Slurp(folder_.File("heights.elv")).substr(2 * (6 * 128 + 6), 2),
               tests::Int16Bytes(-40));
     EXPECT_FALSE(Enabled("CmdSaveTheater"));
     // The other one is still asked for at the end.
-    platform_.Dialogs.ExpectBox(
-        "Confirm",
-        "The L2 file has changed. Are you sure you want to exit without saving it "
-        "first?\nPress Yes to exit whithout saving.\nPress No to return to the program",
-        BoxAnswer::No);
-    Window("FrmVXMain").close();
-    EXPECT_EQ(ends_, 0);
+    ExpectQuestionAtTheEnd("The L2 file has");
     Click("chkL0ELV");
     Click("CmdSaveTheater");
+    EXPECT_EQ(Title("FrmVXMain"), "Vardenix v3.0.1");
     EXPECT_TRUE(std::filesystem::exists(state_.Terrain.LFilename));
+    Window("FrmVXMain").close();
+    EXPECT_EQ(ends_, 1);
+}
+
+TEST_F(EditingTest, OtherHeightsTakeNoStarOffLevel2) {
+    Open();
+    ChooseTileOne();
+    PressPost(3, 2);
+    LoadElv();
+    EnterHeight("-40");
+    platform_.Dialogs.ExpectOpen("", folder_.File("heights.elv"), 2);
+    platform_.Dialogs.ExpectBox("Confirm",
+                                "The L0/ELV file has changes that are not saved. Do you "
+                                "want to load another file and lose them?",
+                                BoxAnswer::Yes);
+    Click("cmdLoadL0Elv");
+    EXPECT_EQ(Title("FrmVXMain"), "*Vardenix v3.0.1 - L0/ELV MODE");
+    EXPECT_EQ(Title("FrmVXMap").substr(0, 1), "*");
+    ExpectQuestionAtTheEnd("The L2 file has");
+}
+
+TEST_F(EditingTest, HeightsThatNoL0FileTookAreStillUnsaved) {
+    Open();
+    LoadElv();
+    EnterHeight("-40");
+    const auto saveAs = [&](const char* name, const std::string& title,
+                            const std::string& words, BoxAnswer answer) {
+        platform_.Dialogs.ExpectSave("", folder_.File(name), 1);
+        platform_.Dialogs.ExpectBox(title, words, answer);
+        QTest::keyPress(&Window("FrmVXMain"), Qt::Key_Shift);
+        Click("CmdSaveTheater");
+        QTest::keyRelease(&Window("FrmVXMain"), Qt::Key_Shift);
+        EXPECT_TRUE(platform_.Dialogs.AllAnswered());
+        EXPECT_EQ(Title("FrmVXMain"), "*Vardenix v3.0.1 - L0/ELV MODE") << name;
+        EXPECT_TRUE(Enabled("CmdSaveTheater")) << name;
+        ExpectQuestionAtTheEnd("The L0/ELV file has");
+    };
+    folder_.Write("small.l0", "old");
+    folder_.Write("small.O0", "four");
+    saveAs("small.l0", "Error!",
+           "The size of L0 file doesn't appear to be valid for this theater. Do you want "
+           "to overwite this file (all other terrain values will be overwritten)? ",
+           BoxAnswer::Yes);
+    EXPECT_EQ(tests::Slurp(folder_.File("small.l0")), "old");
+    saveAs("new.l0", "Confirm",
+           "A L0 file keeps tiles and colors beside the heights, so heights can only be "
+           "saved into one that is there together with its O0 file.\n" +
+               folder_.File("new.l0") +
+               " and its O0 file will be two empty files, and the heights stay unsaved. "
+               "Copy a L0 file of this theater and its O0 file to that name first, or "
+               "save an ELV file.\nDo you want to write two empty files?",
+           BoxAnswer::Yes);
+    EXPECT_EQ(tests::Slurp(folder_.File("new.l0")), "");
+    EXPECT_EQ(tests::Slurp(folder_.File("new.O0")), "");
+    // Their own file takes them.
+    Click("CmdSaveTheater");
+    EXPECT_EQ(Title("FrmVXMain"), "Vardenix v3.0.1 - L0/ELV MODE");
     Window("FrmVXMain").close();
     EXPECT_EQ(ends_, 1);
 }

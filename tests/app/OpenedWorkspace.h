@@ -26,6 +26,7 @@ protected:
         folder_.Write("H1.dds", BlockTile(32, 32, "DXT1"));
         folder_.Write("NoTile.jpg", JpegOf(8, 8, 0x804020));
         state_.Folders.AppPath = folder_.Path() + "/";
+        state_.Folders.ShippedPath = state_.Folders.AppPath;
         state_.Terrain.MapWidth = Posts;
         state_.Terrain.LxArr = PostArray(int64_t{Posts} * Posts);
         state_.Catalogue.DDSFolder = folder_.Path() + "/";

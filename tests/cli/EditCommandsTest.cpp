@@ -173,7 +173,8 @@ TEST_F(EditCommands, MissingAndBrokenFilesAreRunTimeErrors) {
     std::filesystem::remove(Terrain("theater.O2"));
     const ProgramResult missing = RunOn(command);
     EXPECT_EQ(missing.ExitCode, 3);
-    EXPECT_NE(missing.Errors.find("O2 File not found\nRun-time error '53'"),
+    EXPECT_NE(missing.Errors.find("O2 File not found\n" + Terrain("theater.O2") +
+                                  "\nRun-time error '53'"),
               std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(Terrain("theater.O2")));
     WriteLevel();

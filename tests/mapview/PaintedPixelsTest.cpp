@@ -53,6 +53,12 @@ protected:
         return tests::PixelsOf(surface.Picture());
     }
 
+    static void ExpectNoTile(uint32_t pixel) {
+        EXPECT_NEAR(static_cast<int>(pixel >> 16 & 255), 0x80, 3);
+        EXPECT_NEAR(static_cast<int>(pixel >> 8 & 255), 0x40, 3);
+        EXPECT_NEAR(static_cast<int>(pixel & 255), 0x20, 3);
+    }
+
     // The same view, every picture loaded anew for every post and painted cell by cell.
     std::vector<uint32_t> PaintedWithoutCache() {
         const MapView& view = world_.View;
@@ -136,15 +142,10 @@ TEST_F(Painted, EveryDistinctTileIsDecodedOnce) {
     EXPECT_EQ(world_.Pictures.Decodes(), 8U);
 }
 
-TEST_F(Painted, AMissingOrBrokenPictureLeavesTheBackground) {
-    folder_.Write("H0.dds", "no picture");
-    world_.SetTile(1, 1, 0);
-    world_.SetTile(2, 1, 9); // no such file
+TEST_F(Painted, NoTileStandsInForAPictureThatIsGoneSinceTheOpening) {
+    world_.SetTile(1, 1, 9); // no such file
     world_.Catalogue.Lookup[9].HasImage = 1;
-    const std::vector<uint32_t> pixels = Repainted(world_.Pictures);
-    EXPECT_EQ(pixels.at(255 * 256 + 5), 0xFFF0F0F0);
-    EXPECT_EQ(pixels.at(255 * 256 + 200), 0xFFF0F0F0);
-    EXPECT_NE(pixels.at(5), 0xFFF0F0F0);
+    ExpectNoTile(Repainted(world_.Pictures).at(255 * 256 + 5));
 }
 
 TEST_F(Painted, AMissingPictureStillGetsTheMapColour) {
@@ -157,10 +158,25 @@ TEST_F(Painted, AMissingPictureStillGetsTheMapColour) {
 
 TEST_F(Painted, NoTileStandsInForWhatHasNoPicture) {
     world_.SetTile(1, 1, 5000);
-    const uint32_t pixel = Repainted(world_.Pictures).at(255 * 256);
-    EXPECT_NEAR(static_cast<int>(pixel >> 16 & 255), 0x80, 3);
-    EXPECT_NEAR(static_cast<int>(pixel >> 8 & 255), 0x40, 3);
-    EXPECT_NEAR(static_cast<int>(pixel & 255), 0x20, 3);
+    ExpectNoTile(Repainted(world_.Pictures).at(255 * 256));
+}
+
+TEST_F(Painted, NoTileStandsInForAPictureThatCannotBeRead) {
+    world_.SetTile(1, 1, 0);
+    const std::string whole = tests::Slurp(folder_.File("H0.dds"));
+    for (const std::string& bytes :
+         {std::string(), std::string("no picture"), whole.substr(0, 150),
+          tests::Slurp(folder_.File("NoTile.jpg"))}) {
+        folder_.Write("H0.dds", bytes);
+        for (int repaint = 1; repaint <= 2; ++repaint)
+            ExpectNoTile(Repainted(world_.Pictures).at(255 * 256));
+    }
+    folder_.Write("H0.dds", whole);
+    EXPECT_EQ(Repainted(world_.Pictures), PaintedWithoutCache());
+    // Without the substitute there is nothing to paint.
+    folder_.Write("H0.dds", "no picture");
+    std::filesystem::remove(folder_.File("NoTile.jpg"));
+    EXPECT_EQ(Repainted(world_.Pictures).at(255 * 256), 0xFFF0F0F0);
 }
 
 TEST_F(Painted, ATileChangedOnTheDiskIsSeenAtTheNextRepaint) {
@@ -183,11 +199,11 @@ TEST_F(Painted, BrightnessZeroWouldChangeNoPixel) {
     EXPECT_EQ(tests::PixelsOf(BitmapToPicture(adjusted)), tests::PixelsOf(raster));
 }
 
-TEST_F(Painted, ATileDeletedFromTheDiskLeavesTheBackground) {
+TEST_F(Painted, NoTileStandsInForATileDeletedFromTheDisk) {
     world_.SetTile(1, 1, 0);
-    EXPECT_NE(Repainted(world_.Pictures).at(255 * 256), 0xFFF0F0F0);
+    EXPECT_EQ(Repainted(world_.Pictures), PaintedWithoutCache());
     std::filesystem::remove(folder_.File("H0.dds"));
-    EXPECT_EQ(Repainted(world_.Pictures).at(255 * 256), 0xFFF0F0F0);
+    ExpectNoTile(Repainted(world_.Pictures).at(255 * 256));
 }
 
 TEST_F(Painted, BrightnessLiesOverTilesAndMapColoursAndUnderTheRest) {

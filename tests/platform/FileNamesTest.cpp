@@ -76,7 +76,7 @@ TEST(FileNames, DeletingWhatIsNotThereIsError53) {
 TEST(FileNames, FolderTreesGoWithTheirContents) {
     const TestFolder folder;
     folder.Write("Temp/a/b", "x");
-    DeleteFolderTree(folder.Path() + "\\TEMP\\");
+    DeleteFolderTree(folder.Path() + "\\Temp\\");
     EXPECT_EQ(folder.Names(), "");
     DeleteFolderTree(folder.File("Temp"));
     CreateFolder(folder.Path() + "\\Temp\\");

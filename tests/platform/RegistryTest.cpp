@@ -2,14 +2,13 @@
 
 #include "platform/RuntimeError.h"
 #include "platform/WineRegistry.h"
+#include "support/Environment.h"
 #include "support/PlainUser.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace fs = std::filesystem;
@@ -17,6 +16,7 @@ namespace fs = std::filesystem;
 namespace vardenix {
 namespace {
 
+using tests::Environment;
 using tests::PlainUser;
 using tests::Slurp;
 using tests::TestFolder;
@@ -43,7 +43,7 @@ constexpr const char* Hive =
 // A made-up prefix with drives C: and E:, and a folder for the program's own files.
 class WinePrefix : public testing::Test {
 protected:
-    WinePrefix() : registry(app.Path() + "\\", prefix.Path()) {
+    WinePrefix() : registry(app.Path() + "\\", program.Path(), prefix.Path()) {
         fs::create_directories(prefix.File("drive_c/Micro Prose"));
         fs::create_directories(prefix.File("dosdevices"));
         fs::create_directories(prefix.File("games disk"));
@@ -59,6 +59,7 @@ protected:
     }
 
     TestFolder app;
+    TestFolder program;
     TestFolder prefix;
     FileRegistry registry;
 };
@@ -73,6 +74,19 @@ TEST_F(WinePrefix, IsAskedOnlyForWhatRegistryIniLeavesEmpty) {
     EXPECT_EQ(registry.ReadText(Key, "baseDir"), "/home/maker/My Falcon");
     app.Write("registry.ini", "[SOFTWARE\\Microprose\\Falcon\\4.0]\nbaseDir=\n");
     EXPECT_EQ(registry.ReadText(Key, "baseDir"), Real("drive_c/Micro Prose/Falcon4"));
+}
+
+TEST_F(WinePrefix, IsAskedBehindTheFileBesideTheProgram) {
+    const std::string section = "[SOFTWARE\\Microprose\\Falcon\\4.0]\n";
+    program.Write("registry.ini", section + "baseDir=/opt/falcon\ncurTheater=Korea\n");
+    EXPECT_EQ(registry.ReadText(Key, "baseDir"), "/opt/falcon");
+    // What the user says goes first, and is what is written.
+    app.Write("registry.ini", section + "baseDir=/home/maker/My Falcon\n");
+    EXPECT_EQ(registry.ReadText(Key, "baseDir"), "/home/maker/My Falcon");
+    EXPECT_EQ(registry.ReadText(Key, "curTheater"), "Korea");
+    registry.WriteText("A", "b", "c");
+    EXPECT_EQ(Slurp(program.File("registry.ini")),
+              section + "baseDir=/opt/falcon\ncurTheater=Korea\n");
 }
 
 TEST_F(WinePrefix, IsAlsoSearchedWhere32BitProgramsKeepTheirKeys) {
@@ -106,7 +120,7 @@ TEST_F(WinePrefix, KnowsItsFirstDriveWithoutTheLink) {
 TEST_F(WinePrefix, WithoutAHiveNamesNoInstall) {
     fs::remove(prefix.File("system.reg"));
     EXPECT_EQ(registry.ReadText(Key, "baseDir"), "");
-    const FileRegistry withoutPrefix(app.Path(), "");
+    const FileRegistry withoutPrefix(app.Path(), program.Path(), "");
     EXPECT_EQ(withoutPrefix.ReadText(Key, "baseDir"), "");
 }
 
@@ -191,30 +205,6 @@ TEST(WineRegistry, SurvivesCutAndBrokenLines) {
     EXPECT_EQ(WineRegistryText("[a] 1\n\"k\n\"k\"\n\"k\"=", "a", "k"), "");
     EXPECT_EQ(WineRegistryText(std::string(3, '\0'), "a", "k"), "");
 }
-
-// Sets an environment variable, or takes it away, until it goes.
-class Environment {
-public:
-    Environment(const char* name, const char* value) : name_(name) {
-        if (const char* old = std::getenv(name))
-            old_ = old;
-        Put(value);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-    ~Environment() { Put(old_ ? old_->c_str() : nullptr); }
-
-private:
-    void Put(const char* value) const {
-        if (value != nullptr)
-            setenv(name_, value, 1);
-        else
-            unsetenv(name_);
-    }
-
-    const char* name_;
-    std::optional<std::string> old_;
-};
 
 TEST(UsersWinePrefix, IsTheOneThatTheUserNamesElseTheOneAtHome) {
     const Environment home("HOME", "/home/the maker");

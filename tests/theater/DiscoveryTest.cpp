@@ -146,7 +146,7 @@ TEST_F(Install, ATheaterWithoutItsDescriptionLeavesNothingHalfRead) {
 TEST_F(Install, ATheaterWithoutItsMapIsError53) {
     std::filesystem::remove(folder.File("terrdata/KOREA/Terrain/Theater.map"));
     EXPECT_EQ(ErrorNumberOf(), 53);
-    EXPECT_NE(detail.find("terrdata\\korea\\terrain\\theater.map"), std::string::npos);
+    EXPECT_NE(detail.find("/terrdata/KOREA/Terrain/theater.map"), std::string::npos);
     EXPECT_EQ(discovery.TheaterList.size(), 1U);
 }
 
@@ -162,29 +162,69 @@ TEST_F(Install, ADescriptionThatIsAFolderOrUnreadableIsAnError) {
     EXPECT_NE(detail.find("secret.tdf"), std::string::npos);
 }
 
-TEST(TheaterList, ALineThatLeadsOutsideIsRefusedByName) {
+TEST(TheaterList, OnlyALineThatLeadsOutsideIsLeftOut) {
     for (const std::string line :
          {"../x.tdf", "a\\..\\..\\x.tdf", "a/.. /x.tdf", "..", "/etc/passwd",
           "\\\\server\\x.tdf", "C:\\x.tdf", "c:x.tdf"}) {
-        try {
-            ReadTheaterList("good.tdf\n" + line + "\n", "theater.lst");
-            FAIL() << line;
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.NumberValue(), 52);
-            EXPECT_NE(error.Detail().find("\"" + line + "\""), std::string::npos)
-                << error.Detail();
-        }
+        std::vector<std::string> leftOut;
+        const auto theaters =
+            ReadTheaterList("good.tdf\n" + line + "\nbest.tdf\n", "my.lst", leftOut);
+        ASSERT_EQ(theaters.size(), 2U) << line;
+        EXPECT_EQ(theaters[0].TdfFile, "good.tdf");
+        EXPECT_EQ(theaters[1].TdfFile, "best.tdf");
+        EXPECT_EQ(leftOut,
+                  std::vector<std::string>{"my.lst: the line \"" + line +
+                                           "\" leads outside the folder of the game"});
     }
-    EXPECT_EQ(ReadTheaterList("a..b\\c...tdf\n", "").at(0).TdfFile, "a..b\\c...tdf");
+    std::vector<std::string> leftOut;
+    EXPECT_EQ(ReadTheaterList("a..b\\c...tdf\n", "", leftOut).at(0).TdfFile,
+              "a..b\\c...tdf");
+    EXPECT_TRUE(leftOut.empty());
+}
+
+TEST_F(Install, ALineThatLeadsOutsideLeavesTheOtherTheatersInTheList) {
+    folder.Write("Theater.LST", "../../x.tdf\nTerrdata/TheaterDefinition/korea.tdf\n"
+                                "/y.tdf\n");
+    ASSERT_EQ(ErrorNumberOf(), 0) << detail;
+    ASSERT_EQ(discovery.TheaterList.size(), 2U);
+    EXPECT_EQ(discovery.TheaterList[1].Name, "Korean  Peninsula");
+    EXPECT_EQ(discovery.LeftOut.size(), 2U);
+}
+
+TEST_F(Install, ATerrainDirThatLeadsOutsideLeavesItsTheaterOut) {
+    folder.Write("terrdata/theaterdefinition/balkans.tdf",
+                 "NAME Balkans\nTERRAINDIR terrdata/../../Balkans\n");
+    ASSERT_EQ(ErrorNumberOf(), 0) << detail;
+    ASSERT_EQ(discovery.TheaterList.size(), 2U);
+    EXPECT_EQ(discovery.TheaterList[1].Name, "Korean  Peninsula");
+    ASSERT_EQ(discovery.LeftOut.size(), 1U);
+    EXPECT_EQ(discovery.LeftOut[0],
+              folder.File("terrdata/theaterdefinition/balkans.tdf") +
+                  ": TERRAINDIR terrdata/../../Balkans leads outside the folder of the "
+                  "game");
+}
+
+TEST_F(Install, BesideAnEmptyFolderOfNearlyTheSameNameIsFound) {
+    const std::string parent = folder.Path() + " disk/";
+    std::filesystem::create_directories(parent + "Games/Falcon");
+    std::filesystem::create_directories(parent + "games");
+    std::filesystem::rename(folder.Path(), parent + "games/falcon");
+    std::filesystem::create_directories(folder.Path());
+    std::filesystem::rename(parent, folder.File("disk"));
+    registry.Values[key + "baseDir"] = folder.File("disk\\Games\\Falcon");
+    ASSERT_EQ(ErrorNumberOf(), 0) << detail;
+    EXPECT_EQ(discovery.FalconBaseDir, folder.File("disk/games/falcon") + "\\");
+    EXPECT_EQ(discovery.TheaterList.size(), 3U);
 }
 
 TEST(TheaterList, MoreTheatersThanTheStoredIndexCanCountAreRefused) {
     std::string text;
     for (int i = 0; i < 32767; ++i)
         text += "a\n";
-    EXPECT_EQ(ReadTheaterList(text, "").size(), 32767U);
+    std::vector<std::string> leftOut;
+    EXPECT_EQ(ReadTheaterList(text, "", leftOut).size(), 32767U);
     try {
-        ReadTheaterList(text + "a", "theater.lst");
+        ReadTheaterList(text + "a", "theater.lst", leftOut);
         FAIL();
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.NumberValue(), 6);

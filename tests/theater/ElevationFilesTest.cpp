@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace vardenix {
 namespace {
@@ -19,6 +20,19 @@ using tests::TestFolder;
 
 constexpr const char* WrongWidth =
     "The size of L0 file doesn't appear to be valid for this theater";
+constexpr const char* WrongWidthAtSaving =
+    "The size of L0 file doesn't appear to be valid for this theater. Do you want to "
+    "overwite this file (all other terrain values will be overwritten)? ";
+
+std::string EmptyPairQuestion(const std::string& path) {
+    return "A L0 file keeps tiles and colors beside the heights, so heights can only be "
+           "saved into one that is there together with its O0 file.\n" +
+           path +
+           " and its O0 file will be two empty files, and the heights stay unsaved. "
+           "Copy a L0 file of this theater and its O0 file to that name first, or save "
+           "an ELV file.\n"
+           "Do you want to write two empty files?";
+}
 
 // A theater of 16 posts a side, so its level 0 has 64.
 class ElevationFiles : public testing::Test {
@@ -34,7 +48,12 @@ protected:
         return LoadElevationData(terrain_, kind, path, progress_, dialogs_, log_);
     }
     bool Save(ElevationKind kind, const std::string& path) {
-        return SaveElevationData(terrain_, kind, path, progress_, dialogs_);
+        return SaveElevationData(terrain_, kind, path, progress_, dialogs_) ==
+               ElevationSave::Done;
+    }
+    void LoadElv(unsigned seed) {
+        ASSERT_TRUE(Load(ElevationKind::Elv,
+                         folder_.Write("a.elv", ElvBytes(MadeLevel::Random(64, seed)))));
     }
     static std::string ElvBytes(const MadeLevel& level) {
         std::string bytes;
@@ -119,22 +138,60 @@ TEST_F(ElevationFiles, AWrongWidthIsToldAndNothingIsLoaded) {
 }
 
 TEST_F(ElevationFiles, AMissingO0FileIsTold) {
-    dialogs_.ExpectBox("Error...", ".O0 File not found", BoxAnswer::Ok);
+    dialogs_.ExpectBox("Error...", ".O0 File not found\n" + folder_.File("alone.O0"),
+                       BoxAnswer::Ok);
     EXPECT_FALSE(Load(ElevationKind::L0, folder_.Write("alone.L0", "x")));
 }
 
-TEST_F(ElevationFiles, ACutElvFileEndsInAMessage) {
-    // Two bytes short of 64 rows of 64, which still rounds to 64.
-    const std::string path = folder_.Write("a.elv", std::string(64 * 64 * 2 - 2, '\1'));
-    try {
-        Load(ElevationKind::Elv, path);
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.NumberValue(), 62);
-        EXPECT_EQ(error.Detail(), path + ", offset 8064: expected 128 bytes, found 126 "
-                                         "bytes left");
+TEST_F(ElevationFiles, AnElvFileAFewBytesShortEndsInZeros) {
+    // 4095 values, and 4033 with half of another one: both have a root that rounds to 64.
+    for (const size_t bytes : {size_t{64 * 64 * 2 - 2}, size_t{64 * 64 * 2 - 125}}) {
+        ASSERT_TRUE(
+            Load(ElevationKind::Elv, folder_.Write("a.elv", std::string(bytes, '\1'))));
+        ASSERT_EQ(terrain_.Elevations.EMapWidth, 64);
+        const auto whole = static_cast<int>(bytes / 2);
+        for (int i = 0; i < 64 * 64; ++i)
+            ASSERT_EQ(terrain_.Elevations.At(i % 64 + 1, i / 64 + 1),
+                      i < whole ? 0x0101 : 0)
+                << bytes << " bytes, value " << i;
     }
-    EXPECT_EQ(terrain_.Elevations.EMapWidth, 0);
+}
+
+TEST_F(ElevationFiles, AnElvFileIsMeasuredAndNotReadWhenItsSizeIsWrong) {
+    const std::string path = folder_.Write("a.elv", "");
+    std::filesystem::resize_file(path, uintmax_t{3} << 30); // takes no room on the disk
+    dialogs_.ExpectBox("Error!", WrongWidth, BoxAnswer::Ok);
+    EXPECT_FALSE(Load(ElevationKind::Elv, path));
+}
+
+TEST_F(ElevationFiles, AnO0FileOfAnySizeThatDoesNotFitIsTold) {
+    const std::string pathL = folder_.Write("a.L0", std::string(2304, '\0'));
+    const std::string pathO = folder_.File("a.O0");
+    for (const uintmax_t length : {uintmax_t{0}, uintmax_t{3}, uintmax_t{60},
+                                   uintmax_t{32} << 20, uintmax_t{3} << 30}) {
+        folder_.Write("a.O0", "");
+        std::filesystem::resize_file(pathO, length);
+        dialogs_.ExpectBox("Error!", WrongWidth, BoxAnswer::Ok);
+        EXPECT_FALSE(Load(ElevationKind::L0, pathL)) << length;
+        EXPECT_TRUE(dialogs_.AllAnswered()) << length;
+        EXPECT_EQ(terrain_.Elevations.Kind, ElevationKind::None);
+    }
+}
+
+TEST_F(ElevationFiles, SavingOverAnO0FileOfAnySizeThatDoesNotFitIsAsked) {
+    LoadElv(8);
+    const std::string pathL = folder_.Write("b.L0", "old");
+    const std::string pathO = folder_.File("b.O0");
+    for (const uintmax_t length : {uintmax_t{0}, uintmax_t{60}, uintmax_t{3} << 30}) {
+        folder_.Write("b.O0", "");
+        std::filesystem::resize_file(pathO, length);
+        dialogs_.ExpectBox("Error!", WrongWidthAtSaving, BoxAnswer::Yes);
+        EXPECT_EQ(
+            SaveElevationData(terrain_, ElevationKind::L0, pathL, progress_, dialogs_),
+            ElevationSave::Refused);
+        EXPECT_EQ(Slurp(pathL), "old");
+        EXPECT_EQ(std::filesystem::file_size(pathO), length);
+    }
 }
 
 TEST_F(ElevationFiles, AnElvRoundTripKeepsEveryByte) {
@@ -189,16 +246,35 @@ TEST_F(ElevationFiles, WhatStandsBehindTheEntriesStays) {
 }
 
 TEST_F(ElevationFiles, ANewL0PairIsTwoEmptyFiles) {
-    ASSERT_TRUE(Load(ElevationKind::Elv,
-                     folder_.Write("a.elv", ElvBytes(MadeLevel::Random(64, 7)))));
-    ASSERT_TRUE(Save(ElevationKind::L0, folder_.File("new.L0")));
+    LoadElv(7);
+    const auto save = [&](const std::string& path) {
+        dialogs_.ExpectBox("Confirm", EmptyPairQuestion(path), BoxAnswer::Yes);
+        return SaveElevationData(terrain_, ElevationKind::L0, path, progress_, dialogs_);
+    };
+    // Not done: no file holds the heights.
+    EXPECT_EQ(save(folder_.File("new.L0")), ElevationSave::EmptyPair);
+    EXPECT_EQ(dialogs_.LastButtons(), BoxButtons::YesNo);
+    EXPECT_EQ(dialogs_.LastIcon(), BoxIcon::Warning);
     EXPECT_EQ(Slurp(folder_.File("new.L0")), "");
     EXPECT_EQ(Slurp(folder_.File("new.O0")), "");
     // The same where only one of the two is there.
-    folder_.Write("half.L0", "something");
-    ASSERT_TRUE(Save(ElevationKind::L0, folder_.File("half.L0")));
+    EXPECT_EQ(save(folder_.Write("half.L0", "something")), ElevationSave::EmptyPair);
     EXPECT_EQ(Slurp(folder_.File("half.L0")), "");
     EXPECT_EQ(Slurp(folder_.File("half.O0")), "");
+    folder_.Write("other.O0", "something");
+    EXPECT_EQ(save(folder_.File("other.L0")), ElevationSave::EmptyPair);
+    EXPECT_EQ(Slurp(folder_.File("other.L0")), "");
+    EXPECT_EQ(Slurp(folder_.File("other.O0")), "");
+}
+
+TEST_F(ElevationFiles, WhoDoesNotWantTwoEmptyFilesGetsNone) {
+    LoadElv(7);
+    const std::string path = folder_.Write("half.L0", "something");
+    dialogs_.ExpectBox("Confirm", EmptyPairQuestion(path), BoxAnswer::No);
+    EXPECT_EQ(SaveElevationData(terrain_, ElevationKind::L0, path, progress_, dialogs_),
+              ElevationSave::Refused);
+    EXPECT_EQ(Slurp(path), "something");
+    EXPECT_EQ(folder_.Names(), "a.elv half.L0");
 }
 
 TEST_F(ElevationFiles, SavingOverAL0OfAnotherWidthEndsThereWhateverIsAnswered) {
@@ -208,12 +284,7 @@ TEST_F(ElevationFiles, SavingOverAL0OfAnotherWidthEndsThereWhateverIsAnswered) {
         WriteL0(MadeLevel::Random(32, 9));
         const std::string bytesL = Slurp(pathL_);
         const std::string bytesO = Slurp(pathO_);
-        dialogs_.ExpectBox(
-            "Error!",
-            "The size of L0 file doesn't appear to be valid for this theater. "
-            "Do you want to overwite this file (all other terrain values will "
-            "be overwritten)? ",
-            answer);
+        dialogs_.ExpectBox("Error!", WrongWidthAtSaving, answer);
         EXPECT_FALSE(Save(ElevationKind::L0, pathL_));
         EXPECT_EQ(Slurp(pathL_), bytesL);
         EXPECT_EQ(Slurp(pathO_), bytesO);

@@ -1,6 +1,8 @@
 #include "theater/StartUp.h"
 
+#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
+#include "support/Environment.h"
 #include "support/FakePlatform.h"
 #include "support/JournalMaker.h"
 #include "support/RecordingProgress.h"
@@ -10,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <unistd.h>
 
 namespace vardenix {
 namespace {
@@ -20,6 +23,8 @@ using tests::TestFolder;
 
 TEST(StartUp, ADriveRootHasItsBackslashAlready) {
     EXPECT_EQ(AppPathOf("C:\\"), "C:\\");
+    EXPECT_EQ(AppPathOf("/"), "/");
+    EXPECT_EQ(AppPathOf("/vx"), "/vx\\");
     EXPECT_EQ(AppPathOf("/opt/vardenix"), "/opt/vardenix\\");
 }
 
@@ -54,8 +59,52 @@ TEST(StartUp, TempIsMadeAnewAndUpdateTempGoes) {
     EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp")));
     EXPECT_EQ(folders.TempFolder, folder.Path() + "\\Temp\\");
     EXPECT_EQ(folders.UpdateTempFolder, folder.Path() + "\\UpdateTemp\\");
-    EXPECT_TRUE(folders.SystemTempPath.back() == '\\' ||
-                folders.SystemTempPath.back() == '/');
+}
+
+TEST(StartUp, TempIsOursAndNeitherALinkNorAUsersOwnFolder) {
+    const TestFolder folder;
+    folder.Write("temp/of the user", "x");
+    folder.Write("updatetemp/of the user", "x");
+    folder.Write("elsewhere/precious", "x");
+    for (const char* name : {"Temp", "UpdateTemp"})
+        std::filesystem::create_directory_symlink(folder.File("elsewhere"),
+                                                  folder.File(name));
+    ProgramFolders folders;
+    folders.AppPath = folder.Path() + "\\";
+    PrepareFolders(folders);
+    EXPECT_EQ(folder.Names(), "Temp elsewhere temp updatetemp");
+    EXPECT_FALSE(std::filesystem::is_symlink(folder.File("Temp")));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp")));
+    EXPECT_EQ(std::filesystem::status(folder.File("Temp")).permissions(),
+              static_cast<std::filesystem::perms>(0700));
+    for (const char* name : {"temp", "updatetemp"})
+        EXPECT_EQ(Slurp(folder.File(name) + "/of the user"), "x");
+    EXPECT_EQ(Slurp(folder.File("elsewhere/precious")), "x");
+}
+
+TEST(StartUp, TheTemporaryFolderIsTheUsersOwn) {
+    const TestFolder folder;
+    const tests::Environment temporary("TMPDIR", folder.Path().c_str());
+    ProgramFolders folders;
+    FindSystemTempPath(folders);
+    EXPECT_EQ(folders.SystemTempPath,
+              folder.File("vardenix-" + std::to_string(geteuid())) + "\\");
+    EXPECT_TRUE(std::filesystem::is_directory(folder.File(folder.Names())));
+}
+
+TEST(StartUp, TheProgramHasTwoPlaces) {
+    const TestFolder folder;
+    folder.Write("own/VX.ini", "[LAST_SETT]\r\nZOOM=7\r\n");
+    ProgramState state;
+    BeginProgram(state, folder.File("own"), "/vx");
+    EXPECT_EQ(state.Folders.AppPath, folder.File("own") + "\\");
+    EXPECT_EQ(state.Folders.ShippedPath, "/vx\\");
+    EXPECT_EQ(state.Configuration.Zoom, 7);
+    // Nobody's settings are those of a first start, wherever the program is started.
+    ProgramState homeless;
+    BeginProgram(homeless, "", "/vx");
+    EXPECT_EQ(homeless.Folders.AppPath, "");
+    EXPECT_EQ(homeless.Configuration.AutoCheckForUpdates, 2);
 }
 
 Discovery TwoTheaters() {
@@ -214,32 +263,44 @@ TEST_F(TheaterOpening, ChecksThePathsInOrder) {
     };
     EXPECT_TRUE(Check());
     remove("terrain/theater.map");
-    expectComplaint("Theater.map File not found");
+    expectComplaint("Theater.map File not found\n" + folder_.File("terrain/theater.map"));
     remove("texture/Texture.bin");
     std::filesystem::create_directory(folder_.File("texture/Texture.bin"));
-    expectComplaint("Texture.bin File not found");
+    expectComplaint("Texture.bin File not found\n" + folder_.File("texture/Texture.bin"));
     remove("terrain/theater.O2");
-    expectComplaint("O2 File not found");
+    expectComplaint("O2 File not found\n" + folder_.File("terrain/theater.O2"));
     remove("terrain/theater.L2");
-    expectComplaint("L2 File not found");
+    expectComplaint("L2 File not found\n" + folder_.File("terrain/theater.l2"));
     paths_.L2File = "";
     expectComplaint("L2 File not found");
 }
 
-TEST_F(TheaterOpening, TheL2PathIsUpperCasedAndTheOthersKept) {
+TEST_F(TheaterOpening, EveryFileIsKnownByItsRealPathFromNowOn) {
     paths_.DDSFolder = "/no such folder\\";
     ASSERT_TRUE(Check());
-    EXPECT_EQ(state_.Terrain.LFilename.substr(state_.Terrain.LFilename.size() - 19),
-              "\\TERRAIN\\THEATER.L2");
-    EXPECT_EQ(state_.Terrain.OFilename.substr(state_.Terrain.OFilename.size() - 19),
-              "\\TERRAIN\\THEATER.O2");
-    EXPECT_EQ(state_.Catalogue.BinPath, paths_.BinFile);
-    EXPECT_EQ(state_.MAPFile, paths_.MapFile);
-    EXPECT_EQ(state_.Catalogue.DDSFolder, "/no such folder\\");
+    EXPECT_EQ(state_.Terrain.LFilename, folder_.File("terrain/theater.L2"));
+    EXPECT_EQ(state_.Terrain.OFilename, folder_.File("terrain/theater.O2"));
+    EXPECT_EQ(state_.Catalogue.BinPath, folder_.File("texture/Texture.bin"));
+    EXPECT_EQ(state_.MAPFile, folder_.File("terrain/theater.map"));
+    EXPECT_EQ(state_.Catalogue.DDSFolder, "/no such folder/");
+    paths_.DDSFolder = folder_.File("TEXTURE\\Texture\\");
+    ASSERT_TRUE(Check());
+    EXPECT_EQ(state_.Catalogue.DDSFolder, folder_.File("texture/texture/"));
+}
+
+TEST_F(TheaterOpening, TheLogHasTheL2PathInUpperCase) {
+    log_.DebugFlag = true;
+    log_.StartDebugLog(state_.Folders.AppPath);
+    ASSERT_TRUE(Check());
+    const std::string upper = UpperCase(folder_.File("terrain/theater."));
+    const std::string text = Slurp(folder_.File("Debug.txt"));
+    EXPECT_NE(text.find("LFilename to open: " + upper + "L2\r\n"), std::string::npos);
+    EXPECT_NE(text.find("OFilename to open: " + upper + "O2\r\n"), std::string::npos);
 }
 
 TEST_F(TheaterOpening, EveryOccurrenceOfTheNameIsReplaced) {
     EXPECT_EQ(OffsetFileOfL2("/THEATER.L WORK/THEATER.L2"), "/THEATER.O WORK/THEATER.O2");
+    EXPECT_EQ(OffsetFileOfL2("/Theater.l work/theater.L2"), "/Theater.o work/theater.O2");
     EXPECT_EQ(OffsetFileOfL2("/ISLAND.L2"), "/ISLAND.L2");
 }
 
@@ -327,7 +388,7 @@ TEST_F(Ending, AnUnwritableSettingsFileIsToldAndTheProgramEnds) {
     platform_.Dialogs.ExpectBox(
         "Vardenix",
         "Run-time error '75':\n\nPath/File access error\nwriting " + folder_.Path() +
-            "\\VX.ini: Is a directory",
+            "/VX.ini: Is a directory",
         BoxAnswer::Ok);
     ExitProgram(state_, "", platform_.All, log_, windows_);
     EXPECT_EQ(windows_.Story, "unload end ");

@@ -31,8 +31,8 @@ protected:
         folder_.Write("terrain/theater.L2", bytesL);
         folder_.Write("terrain/theater.O2", bytesO);
     }
-    std::string PathL() const { return folder_.Path() + "\\TERRAIN\\THEATER.L2"; }
-    std::string PathO() const { return folder_.Path() + "\\TERRAIN\\THEATER.O2"; }
+    std::string PathL() const { return folder_.File("terrain/theater.L2"); }
+    std::string PathO() const { return folder_.File("terrain/theater.O2"); }
     void Load() {
         terrain_.LFilename = PathL();
         terrain_.OFilename = PathO();
@@ -255,7 +255,7 @@ TEST_F(TerrainStore, IsCommonSegLooksAtTilesAndElevations) {
     EXPECT_TRUE(IsCommonSeg(terrain_, 1, 2));
 }
 
-TEST_F(TerrainStore, AnUpperCasedNameRewritesTheOneFileThatIsThere) {
+TEST_F(TerrainStore, ANameInOtherCaseRewritesTheOneFileThatIsThere) {
     const MadeLevel level = MadeLevel::Random(32, 7);
     Write(level);
     Load();
@@ -274,8 +274,8 @@ TEST_F(TerrainStore, EveryOccurrenceOfTheExtensionIsReplaced) {
     EXPECT_EQ(PairForSaving(terrain_, "").L, "l");
     EXPECT_EQ(PairForSaving(terrain_, "").O, "o");
     const LevelPair pair = PairForSaving(terrain_, "/my.l2 work/a.l2");
-    EXPECT_EQ(pair.L, "/MY.L2 WORK/A.L2");
-    EXPECT_EQ(pair.O, "/MY.O2 WORK/A.O2");
+    EXPECT_EQ(pair.L, "/my.l2 work/A.L2");
+    EXPECT_EQ(pair.O, "/my.o2 work/A.O2");
 }
 
 TEST_F(TerrainStore, ANameForWhichBothWouldBeOneFileIsRefused) {

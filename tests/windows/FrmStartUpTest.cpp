@@ -7,6 +7,7 @@
 #include "windows/WindowTest.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
@@ -171,6 +172,19 @@ TEST_F(FrmStartUpTest, ATheaterOfTheInstallFillsThePathsAndHidesBrowse) {
     EXPECT_EQ(state_.Configuration.OptionTheaterListIndex, 0);
 }
 
+TEST_F(FrmStartUpTest, TheSameTheaterChosenAgainBringsItsPathsBack) {
+    MakeGame();
+    state_.Configuration.OptionTheaterListIndex = 1;
+    Open();
+    Find<QLineEdit>(*window_, "Text1").setText("/another/theater.L2");
+    auto& combo = Find<QComboBox>(*window_, "Combo1");
+    combo.showPopup();
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    EXPECT_EQ(combo.currentIndex(), 1);
+    EXPECT_EQ(Text("Text1"),
+              folder_.Path() + "/game\\terrdata\\norrland\\terrain\\theater.l2");
+}
+
 TEST_F(FrmStartUpTest, TheStoredTheaterIsChosen) {
     MakeGame();
     state_.Configuration.OptionTheaterListIndex = 1;
@@ -272,7 +286,7 @@ INSTANTIATE_TEST_SUITE_P(AllDialogs, Browsing, testing::Range(0, 5));
 
 TEST_F(FrmStartUpTest, MissingFilesAreToldOneByOne) {
     OpenOnTheater();
-    const auto expect = [this](const char* text) {
+    const auto expect = [this](const std::string& text) {
         platform_.Dialogs.ExpectBox("Error...", text, BoxAnswer::Ok);
         Click("CmdShowTheater");
         EXPECT_EQ(platform_.Dialogs.LastIcon(), BoxIcon::Critical);
@@ -281,11 +295,12 @@ TEST_F(FrmStartUpTest, MissingFilesAreToldOneByOne) {
     };
     const auto at = [this](const char* name) { return folder_.File(name); };
     std::filesystem::remove(at("my theater/terrain/Theater.map"));
-    expect("Theater.map File not found");
+    // What was not found is named as the disk has it, as far as it is there.
+    expect("Theater.map File not found\n" + at("my theater/terrain/theater.map"));
     std::filesystem::remove(at("my theater/texture/Texture.bin"));
-    expect("Texture.bin File not found");
+    expect("Texture.bin File not found\n" + at("my theater/texture/texture.bin"));
     std::filesystem::remove(at("my theater/terrain/Theater.O2"));
-    expect("O2 File not found");
+    expect("O2 File not found\n" + at("my theater/terrain/Theater.O2"));
     Box("Text1").clear();
     expect("L2 File not found");
     EXPECT_EQ(windows_.Story, "");

@@ -106,7 +106,7 @@ TEST_F(FrmVXMainTest, TheModeOfTheFinestElevationsChangesTitleGroundAndButtons) 
     window_.L2NeedSave();
     view_.L0Mode = true;
     window_.ChangeControlsForL0Edit(true);
-    EXPECT_EQ(Title(), "Vardenix v3.0.1 - L0/ELV MODE");
+    EXPECT_EQ(Title(), "*Vardenix v3.0.1 - L0/ELV MODE"); // level 2 is unsaved
     EXPECT_EQ(Text("CmdSaveTheater"), "Save L0/ELV");
     EXPECT_FALSE(Enabled("CmdSaveTheater"));
     EXPECT_FALSE(Enabled("Command3") || Enabled("Command4"));

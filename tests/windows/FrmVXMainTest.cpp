@@ -17,6 +17,10 @@ using tests::FrmVXMainTest;
 
 constexpr int Verb(PanelVerb verb) { return static_cast<int>(verb); }
 
+TEST_F(FrmVXMainTest, ItsTipsAreShownWhileTheMapHasTheKeyboard) {
+    EXPECT_TRUE(window_.testAttribute(Qt::WA_AlwaysShowToolTips));
+}
+
 TEST_F(FrmVXMainTest, WearsItsCaptionsLetterForLetter) {
     Show(false);
     const std::map<const char*, std::string> captions{

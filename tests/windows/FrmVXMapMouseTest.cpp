@@ -101,6 +101,15 @@ TEST_F(FrmVXMapMouseTest, BeyondTheEdgeTheMenuOffersNothing) {
     Popup().close();
 }
 
+TEST_F(FrmVXMapMouseTest, SoDoesShiftF10) {
+    QTest::keyClick(&window_, Qt::Key_F10);
+    EXPECT_FALSE(Popup().isVisible());
+    QTest::keyClick(&window_, Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(Popup().isVisible());
+    EXPECT_TRUE(Entry("mnuTileProperties").isEnabled()); // of the view's middle
+    Popup().hide();
+}
+
 TEST_F(FrmVXMapMouseTest, TheMenuKeyShowsTheMenuToo) {
     QContextMenuEvent event(QContextMenuEvent::Keyboard, {5, 5},
                             window_.mapToGlobal(QPoint(5, 5)));

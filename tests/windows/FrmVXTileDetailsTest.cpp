@@ -148,6 +148,9 @@ TEST_F(FrmVXTileDetailsTest, AnOverflowIsToldAndTheWindowStays) {
     EXPECT_TRUE(Details().DetailsUpdated);
     const int32_t tile = Details().Entered.TileOffset;
     EXPECT_EQ(tile, 4);
+    // Typing mends the field that is wrong.
+    EXPECT_EQ(window_->focusWidget(), &Box("Text2"));
+    EXPECT_EQ(Box("Text2").selectedText(), "32768");
     EXPECT_EQ(workspace_.Story, "");
     // Leaving it then is leaving everything as it was.
     window_->close();

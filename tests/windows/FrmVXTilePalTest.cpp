@@ -38,7 +38,7 @@ class FrmVXTilePalTest : public testing::Test {
 protected:
     FrmVXTilePalTest() {
         state_.Catalogue.DDSFolder = folder_.File("tiles") + "/";
-        state_.Folders.AppPath = folder_.File("program") + "/";
+        state_.Folders.ShippedPath = folder_.File("program") + "/";
     }
 
     // Numbers from `from` on get this class.
@@ -158,6 +158,21 @@ TEST_F(FrmVXTilePalTest, ChoosingAClassShowsIt) {
     EXPECT_NE(Op2(21), nullptr);
     Combo1().setCurrentIndex(1);
     EXPECT_EQ(ButtonCount(), 0);
+}
+
+TEST_F(FrmVXTilePalTest, TheSameClassChosenAgainIsSeenFromItsBeginning) {
+    AddTiles(0, 400, 1);
+    Open();
+    auto& bar = Find<QAbstractSlider>(window_, "VScroll");
+    bar.setValue(7);
+    Combo1().showPopup();
+    QTest::keyClick(Combo1().view(), Qt::Key_Return);
+    EXPECT_EQ(Combo1().currentIndex(), 0);
+    EXPECT_EQ(bar.value(), 0);
+}
+
+TEST_F(FrmVXTilePalTest, ItsTipsAreShownWhileTheMapHasTheKeyboard) {
+    EXPECT_TRUE(window_.testAttribute(Qt::WA_AlwaysShowToolTips));
 }
 
 TEST_F(FrmVXTilePalTest, ComboFollowsTheClassThatIsAskedFor) {

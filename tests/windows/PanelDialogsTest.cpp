@@ -2,6 +2,7 @@
 
 #include "mapview/windows/FrmVXAreasPathsOptions.h"
 #include "mapview/windows/FrmVXHeightCols.h"
+#include "platform/RuntimeError.h"
 #include "platform/windows/ColorButton.h"
 #include "support/FakePlatform.h"
 #include "windows/FrmVXMainTest.h"
@@ -96,6 +97,25 @@ TEST_F(FrmVXHeightColsTest, ChangesAndDeletesTheSelectedRow) {
     ASSERT_EQ(settings_.HeightColorList.size(), 1u);
     EXPECT_EQ(settings_.HeightColorList[0].Color, 0x123456u);
     EXPECT_EQ(settings_.HeightColorList[0].Max, 900);
+}
+
+TEST_F(FrmVXHeightColsTest, ARowThatIsNotSelectedIsNotActedOn) {
+    const auto nothingCanBeDone = [this] {
+        return !Find<QWidget>(*window_, "cmdAdd").isEnabled() &&
+               !Find<QWidget>(*window_, "cmdChange").isEnabled() &&
+               !Find<QWidget>(*window_, "cmdDelete").isEnabled();
+    };
+    Open();
+    // Where the keyboard stands, as when Tab has come to the table.
+    Table().setCurrentItem(Table().topLevelItem(0), 0, QItemSelectionModel::NoUpdate);
+    QTest::mouseClick(Table().viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      Table().visualItemRect(Table().topLevelItem(1)).center());
+    EXPECT_FALSE(nothingCanBeDone());
+    QTest::mouseClick(Table().viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      Table().visualItemRect(Table().topLevelItem(1)).center());
+    EXPECT_TRUE(Table().selectedItems().isEmpty());
+    EXPECT_TRUE(nothingCanBeDone());
+    EXPECT_EQ(Rows(), "0-100 100-200 ");
 }
 
 TEST_F(FrmVXHeightColsTest, TakesDigitsOnly) {
@@ -201,14 +221,34 @@ TEST(PanelDialogs, OpenTheirWindows) {
 }
 
 TEST(FrmAbout, TellsTheVersionAndOpensThePage) {
-    tests::FakeProcesses processes;
-    FrmAbout window(processes);
+    tests::FakePlatform platform;
+    FrmAbout window(platform.All);
     window.show();
     EXPECT_EQ(Find<QLabel>(window, "lblVersion").text().toStdString(), "Vardenix v3.0.1");
     Find<QAbstractButton>(window, "Image1").click();
-    EXPECT_EQ(processes.Story, "open http://www.vardenix.example/vardenix");
+    EXPECT_EQ(platform.Processes.Story, "open http://www.vardenix.example/vardenix");
     Find<QAbstractButton>(window, "Command1").click();
     EXPECT_FALSE(window.isVisible());
+}
+
+TEST(FrmAbout, ALinkThatNothingOpensIsToldAsAnyCommandIs) {
+    class NoBrowser : public tests::FakeProcesses {
+    public:
+        void Open(const std::string& address) override {
+            throw RuntimeError(ErrorNumber::FileNotFound, "starting " + address);
+        }
+    } processes;
+    tests::FakePlatform fake;
+    const Platform platform{fake.Dialogs, fake.Registry, fake.Clock, processes};
+    FrmAbout window(platform);
+    window.show();
+    fake.Dialogs.ExpectBox("Error...",
+                           "ERROR number 53\nFile not found\nstarting "
+                           "http://www.vardenix.example/vardenix",
+                           BoxAnswer::Ok);
+    Find<QAbstractButton>(window, "Image1").click();
+    EXPECT_TRUE(fake.Dialogs.AllAnswered());
+    EXPECT_TRUE(window.isVisible());
 }
 
 } // namespace

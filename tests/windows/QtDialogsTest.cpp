@@ -9,6 +9,7 @@
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QFontDialog>
 #include <QLineEdit>
@@ -106,6 +107,36 @@ TEST(FileFilters, ArePairsWhoseBlanksDoNotCount) {
     EXPECT_TRUE(ParseFilter("").isEmpty());
 }
 
+TEST(FileFilters, TheExtensionDecidesWhichOneAFileIsPickedBy) {
+    const QList<FileFilter> both = ParseFilter("L0 (*.l0)|*.l0|ELV (*.elv)|*.elv");
+    EXPECT_EQ(FilterOf("/a.elv/theater.L0", both, 1), 0);
+    EXPECT_EQ(FilterOf("/a/heights.Elv", both, 0), 1);
+    EXPECT_EQ(FilterOf("/a/heights.txt", both, 1), 1);
+    EXPECT_EQ(FilterOf("/a.elv/heights", both, 0), 0);
+    EXPECT_EQ(FilterOf("", both, 0), 0);
+    const QList<FileFilter> all = ParseFilter("L2|*.l2|All|*.*");
+    EXPECT_EQ(FilterOf("a.l2", all, 1), 1); // as it was chosen
+    EXPECT_EQ(FilterOf("a.txt", all, 0), 1);
+}
+
+TEST(FileFilters, OnlyNamesWithoutAnExtensionOfAFilterAreCompleted) {
+    const QList<FileFilter> pictures =
+        ParseFilter("Bitmap (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg");
+    const auto completed = [&](const QString& name, int chosen) {
+        return CompletedName(name, pictures, chosen).toStdString();
+    };
+    EXPECT_EQ(completed("/a.b/map", 0), "/a.b/map.bmp");
+    EXPECT_EQ(completed("map_1.5", 0), "map_1.5.bmp");
+    EXPECT_EQ(completed("map_1.5", 1), "map_1.5.jpg");
+    EXPECT_EQ(completed("victim.png", 0), "victim.png.bmp");
+    EXPECT_EQ(completed("map.", 0), "map.bmp");
+    EXPECT_EQ(completed("MAP.BMP", 0), "MAP.BMP");
+    EXPECT_EQ(completed("m1.jpg", 0), "m1.jpg"); // a JPEG then
+    EXPECT_EQ(completed("m1.jpeg", 1), "m1.jpeg");
+    EXPECT_EQ(CompletedName("map", ParseFilter("All|*.*"), 0), "map");
+    EXPECT_EQ(CompletedName("map", {}, 0), "map");
+}
+
 TEST(QtDialogsOpen, GivesTheFileAndTheFilterAsPicked) {
     const TestFolder folder;
     const std::string file = folder.Write("My Theater.L2", "x");
@@ -134,6 +165,54 @@ TEST(QtDialogsOpen, BeginsAtTheInitialFile) {
         QtDialogs().OpenFile(
             {"Open", "L2|*.l2", folder.Path() + "\\TERRAIN\\THEATER.L2"});
     });
+}
+
+TEST(QtDialogsOpen, TheExtensionChoosesTheFilter) {
+    constexpr const char* elevations = "L0 (*.l0)|*.l0|ELV (*.elv)|*.elv";
+    const TestFolder folder;
+    const std::string heights = folder.Write("heights.ELV", "x");
+    // Of the file that it begins at.
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.findChild<QComboBox*>("fileTypeCombo")->currentIndex(), 1);
+        dialog.reject();
+    });
+    ExpectCancelled([&] { QtDialogs().OpenFile({"", elevations, heights}); });
+    // Of a name that is typed, which could not be opened otherwise.
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        auto* filters = dialog.findChild<QComboBox*>("fileTypeCombo");
+        EXPECT_EQ(filters->currentIndex(), 0);
+        // As keys do, but for the list of names that would come up.
+        auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+        name->setText(QString::fromStdString(heights));
+        emit name->textEdited(name->text());
+        EXPECT_EQ(filters->currentIndex(), 1);
+        TypeName(dialog, heights);
+    });
+    const FileAnswer answer = QtDialogs().OpenFile({"", elevations});
+    EXPECT_EQ(answer.Path, heights);
+    EXPECT_EQ(answer.FilterIndex, 2);
+}
+
+TEST(QtDialogsOpen, BeginsInTheUsersFolderOrTheNearestThatIsThere) {
+    const TestFolder folder;
+    const auto begin = [](const std::string& initial) {
+        std::string begun;
+        WhenModal<QFileDialog>([&begun](QFileDialog& dialog) {
+            begun = dialog.directory().path().toStdString();
+            dialog.reject();
+        });
+        ExpectCancelled([&] { QtDialogs().OpenFile({"", "All|*.*", initial}); });
+        return begun;
+    };
+    const std::string home = QDir::homePath().toStdString();
+    EXPECT_EQ(begin(""), home);
+    EXPECT_EQ(begin("/no such folder at all/theater.L2"), home);
+    EXPECT_EQ(begin(folder.Path() + "/gone/terrain\\theater.L2"), folder.Path());
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().path().toStdString(), home);
+        dialog.reject();
+    });
+    EXPECT_EQ(QtDialogs().Folder("Select the DDS folder."), std::nullopt);
 }
 
 TEST(QtDialogsOpen, BeginsWhereTheLastOneEnded) {
@@ -191,6 +270,48 @@ TEST(QtDialogsSave, AnotherFilterGivesAnotherExtension) {
     const FileAnswer answer = QtDialogs().SaveFile({"Save", "ACT|*.act|PAL|*.pal"});
     EXPECT_EQ(answer.Path, folder.File("colours.pal"));
     EXPECT_EQ(answer.FilterIndex, 2);
+}
+
+// A name that is typed, with a file there that the completed name means.
+TEST(QtDialogsSave, AsksAboutTheFileThatWillBeWritten) {
+    const TestFolder folder;
+    folder.Write("map_1.5.bmp", "x");
+    folder.Write("victim.png", "x");
+    folder.Write("m1.jpg", "x");
+    const auto save = [&folder](const std::string& name, const std::string& asked) {
+        WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+            if (!asked.empty())
+                WhenModal<QMessageBox>([&](QMessageBox& box) {
+                    EXPECT_EQ(box.text().remove(QChar(0x200B)).toStdString(),
+                              folder.File(asked) +
+                                  " already exists.\nDo you want to replace it?");
+                    Press(box, "Yes");
+                });
+            TypeName(dialog, folder.File(name));
+        });
+        return QtDialogs().SaveFile({"", "Bitmap (*.bmp)|*.bmp|JPEG (*.jpg)|*.jpg"});
+    };
+    EXPECT_EQ(save("map_1.5", "map_1.5.bmp").Path, folder.File("map_1.5.bmp"));
+    EXPECT_EQ(save("victim.png", "").Path, folder.File("victim.png.bmp"));
+    const FileAnswer jpeg = save("m1.jpg", "m1.jpg");
+    EXPECT_EQ(jpeg.Path, folder.File("m1.jpg"));
+    EXPECT_EQ(jpeg.FilterIndex, 2);
+    EXPECT_EQ(save("new", "").FilterIndex, 1);
+}
+
+TEST(QtDialogsSave, AnotherFilterChangesTheExtensionOfTheName) {
+    const TestFolder folder;
+    WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+        auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+        EXPECT_EQ(name->text(), "heights.elv");
+        QTest::keyClick(dialog.findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Up);
+        EXPECT_EQ(name->text(), "heights.l0");
+        dialog.findChild<QDialogButtonBox*>("buttonBox")->buttons().first()->click();
+    });
+    const FileAnswer answer = QtDialogs().SaveFile(
+        {"", "L0 (*.l0)|*.l0|ELV (*.elv)|*.elv", folder.File("heights.elv")});
+    EXPECT_EQ(answer.Path, folder.File("heights.l0"));
+    EXPECT_EQ(answer.FilterIndex, 1);
 }
 
 TEST(QtDialogsSave, AsksBeforeAFileOfOtherLettersIsLost) {

@@ -104,13 +104,6 @@ TEST(PanelRules, TheTipOfTheFinestElevationsNamesTheirFile) {
     EXPECT_EQ(L0ToolTip("D:\\a\\THEATER.L0"), "D:\\a\\THEATER.L0");
 }
 
-TEST(PanelRules, OnlyALeadingStarIsTakenOff) {
-    EXPECT_EQ(WithoutStar("*Map"), "Map");
-    EXPECT_EQ(WithoutStar("**Map"), "*Map");
-    EXPECT_EQ(WithoutStar("Map"), "Map");
-    EXPECT_EQ(WithoutStar(""), "");
-}
-
 TEST(PanelRules, TheBarsWidthIsItsShareOfTheFullOne) {
     EXPECT_DOUBLE_EQ(ProgressWidth(0, 0, 100), 0);
     EXPECT_DOUBLE_EQ(ProgressWidth(50, 0, 100), 1747.5);
@@ -140,13 +133,13 @@ TEST(DirtyTitles, StarsComeOnceWhicheverFileIsChanged) {
     EXPECT_TRUE(titles.L0NeedSaveFlag());
 }
 
-TEST(DirtyTitles, TheStarGoesAtTheFirstSaveAndTheOtherFlagStays) {
+TEST(DirtyTitles, TheStarGoesAtTheLastSave) {
     DirtyTitles titles("Korea");
     titles.L2NeedSave();
     titles.L0NeedSave();
     titles.L0Saved();
-    EXPECT_EQ(titles.MainCaption(), "Vardenix v3.0.1");
-    EXPECT_EQ(titles.MapCaption(), "Korea");
+    EXPECT_EQ(titles.MainCaption(), "*Vardenix v3.0.1");
+    EXPECT_EQ(titles.MapCaption(), "*Korea");
     EXPECT_TRUE(titles.L2NeedSaveFlag());
     EXPECT_FALSE(titles.L0NeedSaveFlag());
     titles.L2Saved();
@@ -161,18 +154,40 @@ TEST(DirtyTitles, ASaveWithNothingMarkedLeavesTheTitlesAlone) {
     EXPECT_EQ(titles.MapCaption(), "Korea");
 }
 
-TEST(DirtyTitles, EachModeShowsTheStarOfWhatItEdits) {
-    DirtyTitles titles("Korea");
-    titles.L2NeedSave();
-    titles.SetL0Mode(true);
-    EXPECT_EQ(titles.MainCaption(), "Vardenix v3.0.1 - L0/ELV MODE");
-    EXPECT_EQ(titles.MapCaption(), "Korea");
-    titles.SetL0Mode(false);
-    EXPECT_EQ(titles.MainCaption(), "*Vardenix v3.0.1");
-    EXPECT_EQ(titles.MapCaption(), "*Korea");
-    titles.L0NeedSave();
-    titles.SetL0Mode(true);
-    EXPECT_EQ(titles.MainCaption(), "*Vardenix v3.0.1 - L0/ELV MODE");
+// Whatever the order of edits, saves and changes of the mode.
+TEST(DirtyTitles, TheStarStandsWhileAnythingIsUnsavedInEitherMode) {
+    for (int steps = 0; steps < 4 * 4 * 4 * 4; ++steps) {
+        DirtyTitles titles("Korea");
+        bool l2 = false;
+        bool l0 = false;
+        bool mode = false;
+        for (int rest = steps, i = 0; i < 4; ++i, rest /= 4) {
+            switch (rest % 4) {
+            case 0:
+                l2 = !l2;
+                l2 ? titles.L2NeedSave() : titles.L2Saved();
+                break;
+            case 1:
+                l0 = !l0;
+                l0 ? titles.L0NeedSave() : titles.L0Saved();
+                break;
+            case 2:
+                titles.L0Saved(); // other heights were loaded
+                l0 = false;
+                break;
+            default:
+                mode = !mode;
+                titles.SetL0Mode(mode);
+            }
+            const std::string star = l2 || l0 ? "*" : "";
+            ASSERT_EQ(titles.MapCaption(), star + "Korea") << steps << " step " << i;
+            ASSERT_EQ(titles.MainCaption(),
+                      star + "Vardenix v3.0.1" + (mode ? " - L0/ELV MODE" : ""))
+                << steps << " step " << i;
+            ASSERT_EQ(titles.L2NeedSaveFlag(), l2);
+            ASSERT_EQ(titles.L0NeedSaveFlag(), l0);
+        }
+    }
 }
 
 } // namespace

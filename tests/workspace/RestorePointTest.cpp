@@ -1,8 +1,11 @@
 #include "workspace/RestorePoint.h"
 
+#include "platform/RuntimeError.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace vardenix {
 namespace {
@@ -67,6 +70,35 @@ TEST_F(RestorePointTest, WithoutAPointTheUserIsTold) {
     EXPECT_EQ(RestoreFromPoint(terrain, Folder()), Restored::NoPoint);
     EXPECT_EQ(RestoreMessage(Restored::NoPoint), "You must first create an Undo Point");
     EXPECT_EQ(Tile(terrain, 1), 4);
+}
+
+// What others put where the user's own folder was, after the system had cleared it away.
+TEST_F(RestorePointTest, NobodyElsesFolderIsWrittenToOrReadFrom) {
+    const std::string own = folder_.File("vardenix-0");
+    CreateRestorePoint(Made(100), own + "\\");
+    EXPECT_EQ(std::filesystem::status(own).permissions(),
+              static_cast<std::filesystem::perms>(0700));
+    std::filesystem::rename(own, folder_.File("trap"));
+    std::filesystem::create_directory_symlink(folder_.File("trap"), own);
+    const std::string point = tests::Slurp(folder_.File("trap/VXUndo.tmp"));
+    Terrain terrain = Made(3);
+    EXPECT_THROW(CreateRestorePoint(terrain, own + "\\"), RuntimeError);
+    EXPECT_THROW(RestoreFromPoint(terrain, own + "\\"), RuntimeError);
+    EXPECT_EQ(Tile(terrain, 1), 4);
+    EXPECT_EQ(tests::Slurp(folder_.File("trap/VXUndo.tmp")), point);
+    // Without a folder there is no point in the working folder either.
+    EXPECT_THROW(CreateRestorePoint(terrain, ""), RuntimeError);
+    EXPECT_FALSE(std::filesystem::exists("VXUndo.tmp"));
+}
+
+TEST_F(RestorePointTest, AFolderThatTheSystemClearedIsMadeAgain) {
+    const std::string own = folder_.File("vardenix-0");
+    Terrain terrain = Made(3);
+    EXPECT_EQ(RestoreFromPoint(terrain, own + "\\"), Restored::NoPoint);
+    std::filesystem::remove(own);
+    CreateRestorePoint(Made(100), own + "\\");
+    EXPECT_EQ(RestoreFromPoint(terrain, own + "\\"), Restored::Done);
+    EXPECT_EQ(Tile(terrain, 1), 101);
 }
 
 TEST_F(RestorePointTest, APointOfAnotherSizeIsRefused) {

@@ -34,7 +34,6 @@ public:
         L0Dirty = false;
         Say("L0saved");
     }
-    void L0GivenUp() override { Say("L0givenup"); }
     void SetL0FileName(const std::string& fileName) override {
         Say("name(" + fileName + ")");
     }
@@ -114,6 +113,59 @@ TEST_F(TheaterSavingTest, SaveAsAsksForAnL2File) {
     EXPECT_EQ(panel_.Story, "lock unlock L2saved");
 }
 
+TEST_F(TheaterSavingTest, SaveAsWritesTheFileThatTheDialogAskedAbout) {
+    folder_.Write("out/x.l2", "old");
+    folder_.Write("out/x.o2", "old");
+    folder_.Write("OUT/X.L2", "another theater");
+    dialogs_.ExpectSave("", folder_.File("out/x.l2"));
+    EXPECT_TRUE(CmdSaveTheater(parts_, true));
+    EXPECT_EQ(tests::ReadPair(folder_.File("out/x.l2"), folder_.File("out/x.o2")).Width,
+              16);
+    EXPECT_EQ(Slurp(folder_.File("OUT/X.L2")), "another theater");
+    EXPECT_FALSE(std::filesystem::exists(folder_.File("out/X.L2")));
+}
+
+TEST_F(TheaterSavingTest, AnOFileWithoutItsLFileIsAskedAbout) {
+    folder_.Write("LONE.O2", "precious");
+    const std::string question =
+        folder_.File("LONE.O2") + " already exists.\nDo you want to replace it?";
+    dialogs_.ExpectSave("", folder_.File("lone.l2"));
+    dialogs_.ExpectBox("", question, BoxAnswer::No);
+    EXPECT_FALSE(CmdSaveTheater(parts_, true));
+    EXPECT_EQ(Slurp(folder_.File("LONE.O2")), "precious");
+    EXPECT_FALSE(std::filesystem::exists(folder_.File("LONE.L2")));
+    EXPECT_EQ(panel_.Story, "");
+    dialogs_.ExpectSave("", folder_.File("lone.l2"));
+    dialogs_.ExpectBox("", question, BoxAnswer::Yes);
+    EXPECT_TRUE(CmdSaveTheater(parts_, true));
+    EXPECT_EQ(tests::ReadPair(folder_.File("LONE.L2"), folder_.File("LONE.O2")).Width,
+              16);
+}
+
+TEST_F(TheaterSavingTest, ASaveNeverTakesANeighbourForTheTheatersOwnFile) {
+    std::filesystem::remove(folder_.File("theater.L2"));
+    folder_.Write("THEATER.L2", "a backup");
+    dialogs_.ExpectBox(
+        "Error...",
+        "ERROR number 53\nFile not found\n" + folder_.File("theater.L2") +
+            " is not there any more, and " + folder_.File("THEATER.L2") +
+            " would be written in its place; save under another name, or put the file "
+            "back",
+        BoxAnswer::Ok);
+    EXPECT_FALSE(CmdSaveTheater(parts_, false));
+    EXPECT_EQ(Slurp(folder_.File("THEATER.L2")), "a backup");
+    EXPECT_EQ(panel_.Story, "lock unlock");
+}
+
+TEST_F(TheaterSavingTest, HeightsStayInTheFileThatTheyWereReadFrom) {
+    EditElv();
+    folder_.Write("HEIGHTS.ELV", "a backup");
+    terrain_.Elevations.At(1, 1) = 99;
+    EXPECT_TRUE(CmdSaveTheater(parts_, false));
+    EXPECT_EQ(Slurp(path_).substr(0, 2), tests::Int16Bytes(99));
+    EXPECT_EQ(Slurp(folder_.File("HEIGHTS.ELV")), "a backup");
+}
+
 TEST_F(TheaterSavingTest, ACancelledDialogIsSilent) {
     dialogs_.ExpectCancel();
     EXPECT_FALSE(CmdSaveTheater(parts_, true));
@@ -178,7 +230,8 @@ TEST_F(TheaterSavingTest, ExtensionsMindNoCase) {
 TEST_F(TheaterSavingTest, AMissingO0FileLeavesEverythingAsItWas) {
     EditElv();
     dialogs_.ExpectOpen("", folder_.Write("lone.L0", "bytes"), 1);
-    dialogs_.ExpectBox("Error...", ".O0 File not found", BoxAnswer::Ok);
+    dialogs_.ExpectBox("Error...", ".O0 File not found\n" + folder_.File("lone.O0"),
+                       BoxAnswer::Ok);
     EXPECT_FALSE(cmdLoadL0Elv(parts_));
     EXPECT_TRUE(view_.L0Mode);
     EXPECT_EQ(terrain_.Elevations.Path, path_);
@@ -188,7 +241,7 @@ TEST_F(TheaterSavingTest, AMissingO0FileLeavesEverythingAsItWas) {
 TEST_F(TheaterSavingTest, AFileThatIsGoneIsToldOf) {
     dialogs_.ExpectOpen("", folder_.File("gone.elv"), 2);
     dialogs_.ExpectBox("Error...",
-                       "ERROR number 53\nFile not found\nopening " +
+                       "ERROR number 53\nFile not found\nmeasuring " +
                            folder_.File("gone.elv") + ": No such file or directory",
                        BoxAnswer::Ok);
     EXPECT_FALSE(cmdLoadL0Elv(parts_));
@@ -250,7 +303,7 @@ TEST_F(TheaterSavingTest, ANameOfTheOtherKindIsRefused) {
     EXPECT_EQ(panel_.Story, "");
 }
 
-// The answer is not looked at: the writer gives up, and the flag falls with it.
+// The answer is not looked at: the writer gives up, and the heights are still unsaved.
 TEST_F(TheaterSavingTest, AL0OfAnotherSizeEndsTheSave) {
     EditElv();
     const std::string pathL = WriteL0("small", 32, 9);
@@ -264,7 +317,26 @@ TEST_F(TheaterSavingTest, AL0OfAnotherSizeEndsTheSave) {
         BoxAnswer::Yes);
     EXPECT_FALSE(CmdSaveTheater(parts_, true));
     EXPECT_EQ(Slurp(pathL), before);
-    EXPECT_EQ(panel_.Story, "lock unlock L0givenup");
+    EXPECT_EQ(panel_.Story, "lock unlock");
+}
+
+TEST_F(TheaterSavingTest, HeightsThatWentIntoTwoEmptyFilesAreStillUnsaved) {
+    EditElv();
+    dialogs_.ExpectSave("", folder_.File("new.l0"), 1);
+    dialogs_.ExpectBox(
+        "Confirm",
+        "A L0 file keeps tiles and colors beside the heights, so heights can only be "
+        "saved into one that is there together with its O0 file.\n" +
+            folder_.File("new.l0") +
+            " and its O0 file will be two empty files, and the heights stay unsaved. "
+            "Copy a L0 file of this theater and its O0 file to that name first, or save "
+            "an ELV file.\n"
+            "Do you want to write two empty files?",
+        BoxAnswer::Yes);
+    EXPECT_FALSE(CmdSaveTheater(parts_, true));
+    EXPECT_EQ(Slurp(folder_.File("new.l0")), "");
+    EXPECT_EQ(Slurp(folder_.File("new.O0")), "");
+    EXPECT_EQ(panel_.Story, "lock unlock");
 }
 
 } // namespace

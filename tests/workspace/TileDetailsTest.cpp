@@ -103,6 +103,7 @@ TEST(TileDetails, AnOverflowLeavesTheFieldsReadSoFar) {
         EXPECT_EQ(error.Detail(), "Elevation 32768: the field takes -32768 to 32767.");
     }
     EXPECT_TRUE(details.DetailsUpdated);
+    EXPECT_EQ(details.Reading, DetailField::Elevation);
     TerrainPost expected{};
     expected.TileOffset = 77;
     expected.Elevation = 3;
@@ -110,9 +111,22 @@ TEST(TileDetails, AnOverflowLeavesTheFieldsReadSoFar) {
     EXPECT_TRUE(details.Entered == expected);
 }
 
+TEST(TileDetails, TheFieldThatDoesNotFitIsKnown) {
+    const auto misfit = [](const DetailTexts& texts) {
+        TileDetails details;
+        EXPECT_THROW(ReadDetails(texts, details), RuntimeError);
+        return details.Reading;
+    };
+    EXPECT_EQ(misfit({"1", "2", "256", "3", "4"}), DetailField::Palette);
+    EXPECT_EQ(misfit({"1", "2", "3", "256", "4"}), DetailField::X1);
+    EXPECT_EQ(misfit({"1", "2", "3", "4", "256"}), DetailField::X2);
+}
+
 TEST(TileDetails, ATooLargeTileNumberOverflows) {
     TileDetails details;
+    details.Reading = DetailField::X2; // of an earlier try
     EXPECT_THROW(ReadDetails({"2147483648", "0", "0", "0", "0"}, details), RuntimeError);
+    EXPECT_EQ(details.Reading, DetailField::TileOffset);
     ReadDetails({"2147483647", "0", "0", "0", "0"}, details);
     const int32_t tile = details.Entered.TileOffset;
     EXPECT_EQ(tile, 2147483647);

@@ -16,7 +16,7 @@ Bitmap PictureOf(const ProgramState& state, const TileInfo& info) {
         picture = ImageLoad(PictureFormat::Dds,
                             TilePicturePath(state.Catalogue.DDSFolder, info.DayFile));
     if (!picture)
-        picture = ImageLoad(PictureFormat::Jpeg, state.Folders.AppPath + "NoTile.jpg");
+        picture = ImageLoad(PictureFormat::Jpeg, state.Folders.ShippedPath + "NoTile.jpg");
     return picture;
 }
 

@@ -163,7 +163,7 @@ void FrmBINTileEdit::RefreshTilePics(const BinPlace& selected) {
                     ? TilePicturePath(state_.Catalogue.DDSFolder, info.DayFile)
                     : std::string();
             if (!PaintWholeTile(pictures_, view, day,
-                                state_.Folders.AppPath + "NoTile.jpg"))
+                                state_.Folders.ShippedPath + "NoTile.jpg"))
                 picture = {};
         }
         ui_->PicTiles->At(slot).SetPicture(picture);

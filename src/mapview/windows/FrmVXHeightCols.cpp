@@ -80,21 +80,18 @@ void FrmVXHeightCols::Connect(Dialogs& dialogs) {
              [this] { ListView1_Click(); });
     OnSignal(ui_->ListView1, &QTreeWidget::itemClicked, this,
              [this] { ListView1_Click(); });
-    const auto selected = [this] {
-        return ui_->ListView1->indexOfTopLevelItem(ui_->ListView1->currentItem());
-    };
-    OnSignal(ui_->cmdAdd, &QAbstractButton::clicked, this, [this, selected] {
-        const int row = selected();
+    OnSignal(ui_->cmdAdd, &QAbstractButton::clicked, this, [this] {
+        const int row = SelectedRow();
         if (AddHeightColor(rows_, row, EnteredRow()))
             FillListView(row + 1);
     });
-    OnSignal(ui_->cmdChange, &QAbstractButton::clicked, this, [this, selected] {
-        const int row = selected();
+    OnSignal(ui_->cmdChange, &QAbstractButton::clicked, this, [this] {
+        const int row = SelectedRow();
         if (ChangeHeightColor(rows_, row, EnteredRow()))
             FillListView(row);
     });
-    OnSignal(ui_->cmdDelete, &QAbstractButton::clicked, this, [this, selected] {
-        const int row = selected();
+    OnSignal(ui_->cmdDelete, &QAbstractButton::clicked, this, [this] {
+        const int row = SelectedRow();
         if (DeleteHeightColor(rows_, row))
             FillListView(std::min(row, static_cast<int>(rows_.size()) - 1));
     });
@@ -113,8 +110,13 @@ void FrmVXHeightCols::FillListView(int selected) {
     ListView1_Click();
 }
 
+int FrmVXHeightCols::SelectedRow() const {
+    const QList<QTreeWidgetItem*> selected = ui_->ListView1->selectedItems();
+    return selected.isEmpty() ? -1 : ui_->ListView1->indexOfTopLevelItem(selected[0]);
+}
+
 void FrmVXHeightCols::ListView1_Click() {
-    const int row = ui_->ListView1->indexOfTopLevelItem(ui_->ListView1->currentItem());
+    const int row = SelectedRow();
     if (row >= 0) {
         const HeightColorEntry& entry = rows_[static_cast<size_t>(row)];
         ui_->txtMin->setText(QString::fromStdString(Format0(entry.Min)));
@@ -131,7 +133,7 @@ HeightColorEntry FrmVXHeightCols::EnteredRow() const {
 }
 
 void FrmVXHeightCols::EnableCommands() {
-    const bool selected = ui_->ListView1->currentItem() != nullptr;
+    const bool selected = SelectedRow() >= 0;
     ui_->cmdAdd->setEnabled(selected || rows_.empty());
     ui_->cmdChange->setEnabled(selected);
     ui_->cmdDelete->setEnabled(selected);

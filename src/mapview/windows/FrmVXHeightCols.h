@@ -30,6 +30,8 @@ private:
     void Connect(Dialogs& dialogs);
     // The table is filled from the copy; `selected` is a row from 0, -1 for none.
     void FillListView(int selected);
+    // From 0; -1 when none is selected, whatever row the keyboard stands on.
+    int SelectedRow() const;
     void ListView1_Click();
     HeightColorEntry EnteredRow() const;
     void EnableCommands();

@@ -1,9 +1,10 @@
 #include "platform/windows/EscWatch.h"
 
+#include "platform/windows/HeldEvents.h"
+
 #include <QApplication>
 #include <QWidget>
 
-#include <chrono>
 #include <cstdlib>
 #include <vector>
 #include <xcb/xcb.h>
@@ -24,19 +25,15 @@ struct Freed {
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, Freed<Reply>>;
 
-} // namespace
-
-class EscWatch::Connection {
+class DisplayEye : public EscWatch::Eye {
 public:
-    Connection() : display_(xcb_connect(nullptr, nullptr)) {
+    DisplayEye() : display_(xcb_connect(nullptr, nullptr)) {
         if (xcb_connection_has_error(display_) == 0)
             FindEscapeKeys();
     }
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
-    ~Connection() { xcb_disconnect(display_); }
+    ~DisplayEye() override { xcb_disconnect(display_); }
 
-    void Begin() {
+    void Begin() override {
         const uint32_t keys = XCB_EVENT_MASK_KEY_PRESS;
         for (const QWidget* window : QApplication::topLevelWidgets())
             if (window->isVisible() && window->internalWinId() != 0)
@@ -45,20 +42,21 @@ public:
                     XCB_CW_EVENT_MASK, &keys);
         xcb_flush(display_);
         Look();
-        pressed_ = false;
-        calls_ = 0;
-        nextLook_ = std::chrono::steady_clock::now() + BetweenLooks;
     }
 
-    bool Pressed() {
-        if (++calls_ % CallsBetweenClocks == 0) {
-            const auto now = std::chrono::steady_clock::now();
-            if (now >= nextLook_) {
-                Look();
-                nextLook_ = now + BetweenLooks;
-            }
+    // Takes what has come in, without waiting for more.
+    bool Look() override {
+        bool pressed = false;
+        while (const auto event =
+                   Owned<xcb_generic_event_t>(xcb_poll_for_event(display_))) {
+            if ((event->response_type & 0x7F) != XCB_KEY_PRESS)
+                continue;
+            const auto* press =
+                reinterpret_cast<const xcb_key_press_event_t*>(event.get());
+            for (const xcb_keycode_t key : escapeKeys_)
+                pressed = pressed || press->detail == key;
         }
-        return pressed_;
+        return pressed;
     }
 
 private:
@@ -78,36 +76,39 @@ private:
                     static_cast<xcb_keycode_t>(setup->min_keycode + key));
     }
 
-    // Takes what has come in, without waiting for more.
-    void Look() {
-        while (const auto event =
-                   Owned<xcb_generic_event_t>(xcb_poll_for_event(display_))) {
-            if ((event->response_type & 0x7F) != XCB_KEY_PRESS)
-                continue;
-            const auto* press =
-                reinterpret_cast<const xcb_key_press_event_t*>(event.get());
-            for (const xcb_keycode_t key : escapeKeys_)
-                pressed_ = pressed_ || press->detail == key;
-        }
-    }
-
     xcb_connection_t* display_;
     std::vector<xcb_keycode_t> escapeKeys_;
-    bool pressed_ = false;
-    int calls_ = 0;
-    std::chrono::steady_clock::time_point nextLook_;
 };
+
+std::unique_ptr<EscWatch::Eye> EyeOfPlatform() {
+    if (QApplication::platformName() == "xcb")
+        return std::make_unique<DisplayEye>();
+    return std::make_unique<HeldEvents>();
+}
+
+} // namespace
 
 EscWatch::EscWatch() = default;
 EscWatch::~EscWatch() = default;
 
 void EscWatch::Begin() {
-    if (!connection_ && QApplication::platformName() == "xcb")
-        connection_ = std::make_unique<Connection>();
-    if (connection_)
-        connection_->Begin();
+    if (!eye_)
+        eye_ = EyeOfPlatform();
+    eye_->Begin();
+    pressed_ = false;
+    calls_ = 0;
+    nextLook_ = std::chrono::steady_clock::now() + BetweenLooks;
 }
 
-bool EscWatch::Pressed() { return connection_ && connection_->Pressed(); }
+bool EscWatch::Pressed() {
+    if (!eye_ || pressed_ || ++calls_ % CallsBetweenClocks != 0)
+        return pressed_;
+    const auto now = std::chrono::steady_clock::now();
+    if (now >= nextLook_) {
+        pressed_ = eye_->Look();
+        nextLook_ = now + BetweenLooks;
+    }
+    return pressed_;
+}
 
 } // namespace vardenix

@@ -1,14 +1,29 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 
 namespace vardenix {
 
 // Tells that Esc was pressed in one of the program's windows while no window event is
-// handled. Looks on at the display by a connection of its own, so the program's events
-// stay in their queue, untouched and in order. Sees nothing where the display is not X11.
+// handled. On X11 it looks on at the display by a connection of its own, so the program's
+// events stay in their queue, untouched and in order. Elsewhere the queue itself is gone
+// through, and what windows would act upon is put back for later (HeldEvents).
 class EscWatch {
 public:
+    // How one gets to know of it.
+    class Eye {
+    public:
+        Eye() = default;
+        Eye(const Eye&) = delete;
+        Eye& operator=(const Eye&) = delete;
+        virtual ~Eye() = default;
+        // What was pressed so far does not count.
+        virtual void Begin() = 0;
+        // Whether Esc was pressed since it was asked last, or since Begin.
+        virtual bool Look() = 0;
+    };
+
     EscWatch();
     EscWatch(const EscWatch&) = delete;
     EscWatch& operator=(const EscWatch&) = delete;
@@ -21,9 +36,10 @@ public:
     bool Pressed();
 
 private:
-    class Connection;
-
-    std::unique_ptr<Connection> connection_; // made at the first Begin
+    std::unique_ptr<Eye> eye_; // made at the first Begin
+    bool pressed_ = false;
+    int calls_ = 0;
+    std::chrono::steady_clock::time_point nextLook_;
 };
 
 } // namespace vardenix

@@ -1,5 +1,7 @@
 #include "platform/windows/FileFilter.h"
 
+#include <algorithm>
+
 namespace vardenix {
 
 namespace {
@@ -17,6 +19,19 @@ QString EitherCase(const QString& pattern) {
     return both;
 }
 
+// Behind the last point of the name; null without one.
+QString ExtensionOf(const QString& path) {
+    const qsizetype name = std::max(path.lastIndexOf('/'), path.lastIndexOf('\\')) + 1;
+    const qsizetype point = path.lastIndexOf('.');
+    return point < name ? QString() : path.mid(point + 1).toLower();
+}
+
+// Other names of one extension.
+QString Usual(const QString& extension) {
+    return extension == "jpeg" || extension == "jpe" || extension == "jif" ? "jpg"
+                                                                           : extension;
+}
+
 } // namespace
 
 QString FileFilter::ToolkitText() const {
@@ -30,6 +45,29 @@ QString FileFilter::Extension() const {
     const QString first = Patterns.value(0);
     const QString extension = first.mid(first.lastIndexOf('.') + 1);
     return first.contains('.') && !extension.contains('*') ? extension : QString();
+}
+
+bool FileFilter::Fits(const QString& path) const {
+    const QString extension = ExtensionOf(path);
+    return std::any_of(Patterns.begin(), Patterns.end(), [&](const QString& pattern) {
+        return pattern == "*.*" ||
+               (!extension.isNull() && Usual(extension) == Usual(ExtensionOf(pattern)));
+    });
+}
+
+int FilterOf(const QString& path, const QList<FileFilter>& filters, int chosen) {
+    if (filters.value(chosen).Fits(path))
+        return chosen;
+    const auto fits = [&](const FileFilter& filter) { return filter.Fits(path); };
+    const auto other = std::find_if(filters.begin(), filters.end(), fits);
+    return other == filters.end() ? chosen : static_cast<int>(other - filters.begin());
+}
+
+QString CompletedName(const QString& path, const QList<FileFilter>& filters, int chosen) {
+    const QString extension = filters.value(chosen).Extension();
+    if (extension.isEmpty() || filters.value(FilterOf(path, filters, chosen)).Fits(path))
+        return path;
+    return path + (path.endsWith('.') ? "" : ".") + extension;
 }
 
 QList<FileFilter> ParseFilter(const std::string& filter) {

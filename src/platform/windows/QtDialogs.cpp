@@ -7,9 +7,11 @@
 
 #include <QApplication>
 #include <QColorDialog>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -55,17 +57,38 @@ QMessageBox::Icon IconOf(BoxIcon icon) {
 
 [[noreturn]] void Cancel() { throw RuntimeError(ErrorNumber::Cancelled); }
 
-// Begins at the folder of `initial`, or the nearest one above it that is there.
-void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& last) {
-    if (initial.empty()) {
-        dialog.setDirectory(last);
-        return;
+// A folder that may not be looked at any more keeps nobody from choosing another.
+bool CanBeShown(const std::string& folder) {
+    try {
+        return FolderExists(folder);
+    } catch (const RuntimeError&) {
+        return false;
     }
-    const bool isFolder = FolderExists(initial);
-    std::string folder = isFolder ? initial : UpToLastSlash(initial);
-    if (FolderExists(folder))
-        dialog.setDirectory(QString::fromStdString(TextOfPath(RealPath(folder))));
-    if (!isFolder && (FileExists(initial) || FolderExists(folder)))
+}
+
+// The nearest folder at or above a path that is there; nothing when that is no nearer
+// than the root of the disk.
+QString NearestFolder(const std::string& path) {
+    std::string folder = path;
+    while (!folder.empty() && !CanBeShown(folder)) {
+        while (folder.ends_with('/') || folder.ends_with('\\'))
+            folder.pop_back();
+        folder = UpToLastSlash(folder);
+    }
+    const QString found =
+        folder.empty() ? QString() : QString::fromStdString(TextOfPath(RealPath(folder)));
+    return QDir(found).isRoot() ? QString() : found;
+}
+
+// Begins at the folder of `initial`, or the nearest one above it that is there; else
+// where the last dialog ended, or in the user's own folder.
+void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& last) {
+    QString folder = NearestFolder(initial);
+    if (folder.isEmpty())
+        folder = NearestFolder(last.toStdString());
+    dialog.setDirectory(folder.isEmpty() ? QDir::homePath() : folder);
+    const bool isFolder = initial.empty() || CanBeShown(initial);
+    if (!isFolder && CanBeShown(UpToLastSlash(initial)))
         dialog.selectFile(
             QString::fromStdString(AfterLastSlash(TextOfPath(RealPath(initial)))));
 }
@@ -81,33 +104,63 @@ public:
         QStringList texts;
         for (const FileFilter& filter : filters_)
             texts += filter.ToolkitText();
-        if (!texts.isEmpty())
+        if (!texts.isEmpty()) {
             setNameFilters(texts);
+            const QString initial = QString::fromStdString(question.InitialPath);
+            selectNameFilter(texts.at(FilterOf(initial, filters_, 0)));
+        }
         BeginAt(*this, question.InitialPath, lastFolder);
     }
 
     void CompleteNames() {
-        setDefaultSuffix(Chosen().Extension());
-        connect(this, &QFileDialog::filterSelected, this,
-                [this] { setDefaultSuffix(Chosen().Extension()); });
+        // The name is completed before the question about a file that is there.
+        setOption(DontConfirmOverwrite);
+        setDefaultSuffix(Extension());
+        connect(this, &QFileDialog::filterSelected, this, [this] {
+            setDefaultSuffix(Extension());
+            GiveNameItsExtension();
+        });
     }
 
-    // From 1.
-    int FilterIndex() const {
+    // The toolkit opens nothing that its filter hides.
+    void FollowNames() {
+        if (auto* box = findChild<QLineEdit*>("fileNameEdit"))
+            connect(box, &QLineEdit::textEdited, this, [this](const QString& name) {
+                const int wanted = FilterOf(name, filters_, Chosen());
+                if (wanted != Chosen())
+                    selectNameFilter(filters_[wanted].ToolkitText());
+            });
+    }
+
+    FileAnswer Answer() const {
+        const QString picked = selectedFiles().value(0);
+        const QString name = acceptMode() == AcceptSave
+                                 ? CompletedName(picked, filters_, Chosen())
+                                 : picked;
+        return {name.toStdString(), FilterOf(name, filters_, Chosen()) + 1};
+    }
+
+private:
+    // From 0.
+    int Chosen() const {
         // With or without the patterns, as the dialog in use has it.
         const QString chosen = selectedNameFilter();
         for (qsizetype i = 0; i < filters_.size(); ++i)
             if (chosen == filters_[i].ToolkitText() || chosen == filters_[i].Description)
-                return static_cast<int>(i) + 1;
-        return 1;
+                return static_cast<int>(i);
+        return 0;
     }
+    QString Extension() const { return filters_.value(Chosen()).Extension(); }
 
-    FileAnswer Answer() const {
-        return {selectedFiles().value(0).toStdString(), FilterIndex()};
+    // The toolkit has just put the letters of the pattern, in both cases, in place of the
+    // name's extension.
+    void GiveNameItsExtension() const {
+        auto* box = findChild<QLineEdit*>("fileNameEdit");
+        const QString name = box == nullptr ? QString() : box->text();
+        const qsizetype pattern = name.lastIndexOf(".[");
+        if (pattern >= 0 && !Extension().isEmpty())
+            box->setText(name.left(pattern + 1) + Extension());
     }
-
-private:
-    FileFilter Chosen() const { return filters_.value(FilterIndex() - 1); }
 
     QList<FileFilter> filters_;
 };
@@ -163,6 +216,7 @@ bool QtDialogs::Accepted(QFileDialog& dialog) {
 FileAnswer QtDialogs::OpenFile(const FileQuestion& question) {
     FileDialog dialog(question, lastFolder_);
     dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.FollowNames();
     if (!Accepted(dialog))
         Cancel();
     return dialog.Answer();
@@ -171,6 +225,7 @@ FileAnswer QtDialogs::OpenFile(const FileQuestion& question) {
 std::vector<std::string> QtDialogs::OpenFiles(const FileQuestion& question) {
     FileDialog dialog(question, lastFolder_);
     dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.FollowNames();
     if (!Accepted(dialog))
         Cancel();
     std::vector<std::string> paths;
@@ -187,10 +242,9 @@ FileAnswer QtDialogs::SaveFile(const FileQuestion& question) {
         if (!Accepted(dialog))
             Cancel();
         FileAnswer answer = dialog.Answer();
-        // The dialog asks for the name as typed; a file of the same name in other letters
-        // would be written over just as well.
+        // A file of the same name in other letters would be written over just as well.
         const std::string there = TextOfPath(RealPath(answer.Path));
-        if (there == answer.Path || !FileExists(answer.Path) ||
+        if (!FileExists(answer.Path) ||
             MessageBox(there + " already exists.\nDo you want to replace it?",
                        question.Title, BoxIcon::Warning,
                        BoxButtons::YesNo) == BoxAnswer::Yes)
@@ -199,8 +253,8 @@ FileAnswer QtDialogs::SaveFile(const FileQuestion& question) {
 }
 
 std::optional<std::string> QtDialogs::Folder(const std::string& prompt) {
-    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(prompt),
-                       lastFolder_);
+    QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(prompt));
+    BeginAt(dialog, {}, lastFolder_);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     if (!Accepted(dialog))

@@ -2,6 +2,8 @@
 
 #include "platform/RuntimeError.h"
 
+#include <QContextMenuEvent>
+#include <QKeyEvent>
 #include <QWidget>
 
 #include <new>
@@ -30,8 +32,26 @@ bool RunTimeBarrier::Guard(const std::function<void()>& work) {
 
 bool RunTimeBarrier::notify(QObject* receiver, QEvent* event) {
     bool handled = false;
-    Guard([&] { handled = QApplication::notify(receiver, event); });
+    Guard([&] {
+        handled =
+            CallContextMenu(receiver, *event) || QApplication::notify(receiver, event);
+    });
     return handled;
+}
+
+// As the menu key does: over the cursor of a text, or in the middle of the control.
+bool RunTimeBarrier::CallContextMenu(QObject* receiver, const QEvent& event) {
+    auto* control = qobject_cast<QWidget*>(receiver);
+    if (event.type() != QEvent::KeyPress || control == nullptr || !control->isEnabled())
+        return false;
+    const auto& press = static_cast<const QKeyEvent&>(event);
+    if (press.key() != Qt::Key_F10 || press.modifiers() != Qt::ShiftModifier)
+        return false;
+    const QPoint place =
+        control->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, place,
+                           control->mapToGlobal(place));
+    return QApplication::notify(control, &menu);
 }
 
 void RunTimeBarrier::Report(const std::string& text) {

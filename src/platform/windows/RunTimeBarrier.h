@@ -11,7 +11,8 @@ namespace vardenix {
 // The application object, and the one place where what no handler traps is caught: the
 // user is told, and the work goes on. Handlers of signals are joined by OnSignal, below,
 // so that their errors never enter Qt's code, which does not clean up behind one; notify
-// is the net for handlers of events.
+// is the net for handlers of events. It also lets Shift+F10 call context menus, which the
+// toolkit leaves to each desktop.
 class RunTimeBarrier : public QApplication {
 public:
     // `argc` and `dialogs` are borrowed for the object's life.
@@ -29,6 +30,7 @@ public:
 
 private:
     void Report(const std::string& text);
+    bool CallContextMenu(QObject* receiver, const QEvent& event);
 
     Dialogs& dialogs_;
     bool reporting_ = false;

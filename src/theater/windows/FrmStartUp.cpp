@@ -1,6 +1,7 @@
 #include "theater/windows/FrmStartUp.h"
 
 #include "platform/Dialogs.h"
+#include "platform/OpenPage.h"
 #include "platform/Processes.h"
 #include "platform/RuntimeError.h"
 #include "platform/windows/RunTimeBarrier.h"
@@ -66,6 +67,8 @@ FrmStartUp::~FrmStartUp() = default;
 void FrmStartUp::Connect() {
     OnSignal(ui_->Combo1, &QComboBox::currentIndexChanged, this,
              [this] { Combo1_Click(); });
+    // Also when the theater in use is chosen again, over paths that were changed by hand.
+    OnSignal(ui_->Combo1, &QComboBox::activated, this, [this] { Combo1_Click(); });
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
              [this] { Command1_Click(); });
     OnSignal(ui_->CmdShowTheater, &QAbstractButton::clicked, this,
@@ -77,7 +80,7 @@ void FrmStartUp::Connect() {
     });
     OnSignal(ui_->Image1, &QAbstractButton::clicked, this, [this] { Image1_Click(); });
     OnSignal(ui_->Image3, &QAbstractButton::clicked, this,
-             [this] { platform_.Processes.Open(MakersPage); });
+             [this] { OpenPage(platform_.Processes, platform_.Dialogs, MakersPage); });
 }
 
 void FrmStartUp::Form_Load() {
@@ -97,7 +100,9 @@ void FrmStartUp::Form_Load() {
             platform_.Dialogs.Notice(ReportText(error), {}, BoxIcon::Critical);
         }
     };
+    tryOrTell([this] { FindSystemTempPath(state_.Folders); });
     tryOrTell([this] { DiscoverTheaters(platform_.Registry, state_.Discovery); });
+    ShowLeftOut();
     {
         const QSignalBlocker quiet(ui_->Combo1);
         for (const std::string& choice : TheaterChoices(state_.Discovery))
@@ -108,6 +113,15 @@ void FrmStartUp::Form_Load() {
     Combo1_Click();
     ui_->Combo1->setFocus();
     tryOrTell([this] { PrepareFolders(state_.Folders); });
+}
+
+// Who misses a theater of their game in the list finds out why.
+void FrmStartUp::ShowLeftOut() {
+    QStringList sentences;
+    for (const std::string& sentence : state_.Discovery.LeftOut)
+        sentences += QString::fromStdString(sentence).toHtmlEscaped();
+    if (!sentences.isEmpty())
+        ui_->Combo1->setToolTip("<p>Left out: " + sentences.join("<br>") + "</p>");
 }
 
 void FrmStartUp::Combo1_Click() {
@@ -148,7 +162,7 @@ void FrmStartUp::Image1_Click() {
     PlaySoundResource(
         "S" + std::to_string(1 + QRandomGenerator::global()->bounded(SoundCount)),
         state_.Folders.TempFolder, platform_.Processes);
-    platform_.Processes.Open(ProgramPage);
+    OpenPage(platform_.Processes, platform_.Dialogs, ProgramPage);
 }
 
 TheaterPaths FrmStartUp::ShownPaths() const {

@@ -48,6 +48,7 @@ private:
     class Loading;
 
     void Connect();
+    void ShowLeftOut();
     void Combo1_Click();
     void Command1_Click();
     void CmdShowTheater_Click();

@@ -15,14 +15,14 @@ void PlaySoundResource(const std::string& name, const std::string& folder,
     if (!QFile::exists(file) &&
         !QFile::copy(":/" + QString::fromStdString(name) + ".wav", file))
         return;
-    const QString quoted = "'" + QString(file).replace("'", "'\\''") + "'";
-    try {
-        processes.Start(("for player in pw-play paplay aplay; do "
-                         "command -v $player >/dev/null && exec $player " +
-                         quoted + "; done")
-                            .toStdString());
-    } catch (const RuntimeError&) {
-        return;
+    for (const char* player : {"pw-play ", "paplay ", "aplay "}) {
+        try {
+            processes.Start(player + QuotedWord(file.toStdString()));
+            return;
+        } catch (const RuntimeError&) {
+            // Another one may be there; silence otherwise.
+            continue;
+        }
     }
 }
 

@@ -1,5 +1,6 @@
 #include "workspace/windows/FrmAbout.h"
 
+#include "platform/OpenPage.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/ProgramVersion.h"
 #include "ui_FrmAbout.h"
@@ -12,7 +13,7 @@ constexpr const char* ProgramPage = "http://www.vardenix.example/vardenix";
 
 } // namespace
 
-FrmAbout::FrmAbout(Processes& processes, QWidget* parent)
+FrmAbout::FrmAbout(const Platform& platform, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::FrmAbout>()) {
     ui_->setupUi(this);
     ui_->lblVersion->setText(
@@ -21,8 +22,9 @@ FrmAbout::FrmAbout(Processes& processes, QWidget* parent)
     ui_->Image1->setToolTip(ProgramPage);
     setFixedSize(sizeHint());
     ui_->Command1->setFocus(); // not the link, which comes first
-    OnSignal(ui_->Image1, &QAbstractButton::clicked, this,
-             [&processes] { processes.Open(ProgramPage); });
+    OnSignal(ui_->Image1, &QAbstractButton::clicked, this, [&platform] {
+        OpenPage(platform.Processes, platform.Dialogs, ProgramPage);
+    });
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this, [this] { accept(); });
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Processes.h"
+#include "platform/Platform.h"
 
 #include <QDialog>
 
@@ -17,8 +17,8 @@ class FrmAbout : public QDialog {
     Q_OBJECT
 
 public:
-    // `processes` is borrowed for the window's life.
-    explicit FrmAbout(Processes& processes, QWidget* parent = nullptr);
+    // `platform` is borrowed for the window's life.
+    explicit FrmAbout(const Platform& platform, QWidget* parent = nullptr);
     ~FrmAbout() override;
 
 private:

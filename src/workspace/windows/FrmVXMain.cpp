@@ -32,6 +32,8 @@ FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platfor
     : state_(state), view_(view), platform_(platform), workspace_(workspace),
       commands_(commands), ui_(std::make_unique<Ui::FrmVXMain>()) {
     ui_->setupUi(this);
+    // The map has the keyboard most of the time.
+    setAttribute(Qt::WA_AlwaysShowToolTips);
     DressControls();
     ApplyActions(*this);
     MakeToolTip();
@@ -185,11 +187,6 @@ void FrmVXMain::L2Saved() {
 void FrmVXMain::L0Saved() {
     titles_.L0Saved();
     ShowTitles();
-    RedrawSaveButton();
-}
-
-void FrmVXMain::L0GivenUp() {
-    titles_.L0GivenUp();
     RedrawSaveButton();
 }
 

@@ -49,7 +49,6 @@ public:
     void L0NeedSave();
     void L2Saved() override;
     void L0Saved() override;
-    void L0GivenUp() override;
     bool L2NeedSaveFlag() const { return titles_.L2NeedSaveFlag(); }
     bool L0NeedSaveFlag() const override { return titles_.L0NeedSaveFlag(); }
     // A locked panel cannot be closed either.

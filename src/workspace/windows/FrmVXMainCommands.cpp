@@ -1,7 +1,7 @@
 // Menus, saving, undo, export and import of the control panel.
 
 #include "platform/Dialogs.h"
-#include "platform/Processes.h"
+#include "platform/OpenPage.h"
 #include "platform/RuntimeError.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "ui_FrmVXMain.h"
@@ -106,11 +106,7 @@ void FrmVXMain::ConnectMenus() {
 }
 
 void FrmVXMain::mnuOnlineHelp_Click() {
-    try {
-        platform_.Processes.Open(state_.Configuration.OnlineHelp);
-    } catch (const RuntimeError& error) {
-        platform_.Dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
-    }
+    OpenPage(platform_.Processes, platform_.Dialogs, state_.Configuration.OnlineHelp);
 }
 
 void FrmVXMain::mnuSaveScreeshot_Click() {

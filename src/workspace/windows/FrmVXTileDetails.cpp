@@ -37,11 +37,10 @@ FrmVXTileDetails::FrmVXTileDetails(bool l0Mode, const DetailTexts& texts,
       ui_(std::make_unique<Ui::FrmVXTileDetails>()) {
     ui_->setupUi(this);
     Show(texts);
-    Join(ui_->Text1, DetailField::TileOffset);
-    Join(ui_->Text2, DetailField::Elevation);
-    Join(ui_->Text3, DetailField::Palette);
-    Join(ui_->Text4, DetailField::X1);
-    Join(ui_->Text5, DetailField::X2);
+    for (const DetailField field :
+         {DetailField::TileOffset, DetailField::Elevation, DetailField::Palette,
+          DetailField::X1, DetailField::X2})
+        Join(field);
     for (NumberBox* box : {ui_->Text1, ui_->Text3, ui_->Text4, ui_->Text5})
         box->setEnabled(!l0Mode);
     ui_->lblTile->setMinimumWidth(
@@ -68,7 +67,24 @@ DetailTexts FrmVXTileDetails::Entered() const {
             TextOf(ui_->Text4), TextOf(ui_->Text5)};
 }
 
-void FrmVXTileDetails::Join(NumberBox* box, DetailField field) {
+NumberBox* FrmVXTileDetails::BoxOf(DetailField field) const {
+    switch (field) {
+    case DetailField::TileOffset:
+        return ui_->Text1;
+    case DetailField::Elevation:
+        return ui_->Text2;
+    case DetailField::Palette:
+        return ui_->Text3;
+    case DetailField::X1:
+        return ui_->Text4;
+    case DetailField::X2:
+        break;
+    }
+    return ui_->Text5;
+}
+
+void FrmVXTileDetails::Join(DetailField field) {
+    NumberBox* box = BoxOf(field);
     box->TakeKeys([field](char32_t key) { return KeepsDetailKey(field, key); }, MaxKeys);
     OnSignal(box, &QLineEdit::textChanged, this, [this, box, field](const QString& text) {
         const std::string typed = text.toStdString();
@@ -93,6 +109,9 @@ void FrmVXTileDetails::Command2_Click() {
         ReadDetails(Entered(), details_);
     } catch (const RuntimeError& error) {
         helpers_.Boxes.Notice(TrapText(error), "Error...", BoxIcon::Critical);
+        NumberBox* wrong = BoxOf(details_.Reading);
+        wrong->setFocus();
+        wrong->selectAll();
         return;
     }
     if (l0Mode_)

@@ -52,7 +52,8 @@ private:
 
     void Show(const DetailTexts& texts);
     DetailTexts Entered() const;
-    void Join(NumberBox* box, DetailField field);
+    NumberBox* BoxOf(DetailField field) const;
+    void Join(DetailField field);
     void ShowTileName();
     void Command2_Click();
 

@@ -35,9 +35,14 @@ FrmVXTilePal::FrmVXTilePal(const ProgramState& state, MapInteraction& interactio
     : state_(state), interaction_(interaction), pictures_(pictures), commands_(commands),
       ui_(std::make_unique<Ui::FrmVXTilePal>()) {
     ui_->setupUi(this);
+    // Tiles are picked while the map has the keyboard.
+    setAttribute(Qt::WA_AlwaysShowToolTips);
     DressControls();
     OnSignal(ui_->Combo1, &QComboBox::currentIndexChanged, this,
              [this] { Command1_Click(); });
+    // The class in use chosen again is seen from its beginning, as another one is.
+    OnSignal(ui_->Combo1, &QComboBox::activated, this,
+             [this] { ui_->VScroll->setValue(0); });
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
              [this] { Command1_Click(); });
     OnSignal(ui_->VScroll, &QAbstractSlider::valueChanged, this,
@@ -151,7 +156,7 @@ QImage FrmVXTilePal::PictureOf(int32_t tile, int side) {
                           picture.bytesPerLine() / 4};
     if (PaintWholeTile(pictures_, view,
                        TilePicturePath(state_.Catalogue.DDSFolder, lookup[index].DayFile),
-                       state_.Folders.AppPath + "NoTile.jpg"))
+                       state_.Folders.ShippedPath + "NoTile.jpg"))
         return picture;
     return {};
 }

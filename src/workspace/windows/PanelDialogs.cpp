@@ -21,7 +21,7 @@ void PanelDialogs::ShowAreasPathsOptions() {
 }
 
 void PanelDialogs::ShowAbout() {
-    FrmAbout dialog(platform_.Processes, QApplication::activeWindow());
+    FrmAbout dialog(platform_, QApplication::activeWindow());
     dialog.exec();
 }
 

@@ -1,0 +1,77 @@
+// What a VX.ini beside the program means to `render`.
+#include "cli/CliTheater.h"
+
+#include <filesystem>
+
+namespace vardenix::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+class RenderSettings : public CliTheater {
+protected:
+    void SetUp() override {
+        CliTheater::SetUp();
+        fs::create_directory(folder_.File("my program"));
+        const fs::path cli = VARDENIX_CLI;
+        for (const char* name : {"vardenix-cli", "libVardenix.so"})
+            fs::copy_file(cli.parent_path() / name,
+                          folder_.File("my program") + "/" + name);
+    }
+    std::string Rendered(const std::vector<std::string>& options) {
+        const std::string out = folder_.File("view.bmp");
+        std::vector<std::string> command{folder_.File("my program/vardenix-cli"),
+                                         "render",
+                                         out,
+                                         "--theater",
+                                         folder_.File("my theater"),
+                                         "--tile-pixels",
+                                         "64",
+                                         "--grid",
+                                         "2"};
+        command.insert(command.end(), options.begin(), options.end());
+        fs::remove(out);
+        const ProgramResult result = RunProgram(command);
+        EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+        return Slurp(out);
+    }
+    void WriteSettings(const std::string& lines) {
+        folder_.Write("my program/VX.ini", lines);
+    }
+};
+
+TEST_F(RenderSettings, WhatIsTickedInTheEditorIsNotDrawn) {
+    const std::string plain = Rendered({});
+    const std::string heights = Rendered({"--layers", "heights"});
+    EXPECT_NE(plain, heights);
+    WriteSettings("[LAST_SETT]\r\nZOOM=3\r\nX=9\r\nY=9\r\nOPTION_SHOW_GRID=-1\r\n"
+                  "OPTION_SHOW_EXPAREA=-1\r\nOPTION_SHOW_HEIGHTS=-1\r\n"
+                  "OPTION_SHOW_SEGMENTS=-1\r\nOPTION_BRIGHTNESS=50\r\nGRID_SIZE=7\r\n"
+                  "TILE_SIZE=1\r\nVX_MASTER_PATHS_AREAS=-1\r\nVX_SHOW_AREAS=-1\r\n"
+                  "VX_SHOW_PATHS=-1\r\nVX_AREAS_FILLED=-1\r\n");
+    EXPECT_EQ(Rendered({}), plain);
+}
+
+TEST_F(RenderSettings, OneColourForAllHeightsHasToBeWantedHere) {
+    const std::string table =
+        "[HEIGHT_COL_LIST]\r\nLISTNUMBER=1\r\nLISTCOL1=FF00\r\n"
+        "LISTMAX1=9\r\nLISTMIN1=-9\r\n[COLORS]\r\nHEIGHTS=FF\r\n"
+        "[FONT_SIZE]\r\nHEIGHTS=10\r\n[FONT_NAME]\r\nHEIGHTS=Arial\r\n"
+        "[LAST_SETT]\r\n";
+    WriteSettings(table);
+    const std::string many = Rendered({"--layers", "heights"});
+    WriteSettings(table + "USE_SINGLE_HEIGHT_COLOR=-1\r\n");
+    EXPECT_EQ(Rendered({"--layers", "heights"}), many);
+}
+
+TEST_F(RenderSettings, TheColoursAreThoseOfTheEditor) {
+    WriteSettings("[COLORS]\r\nGRID=FF\r\nSEGMENT=FF00\r\n");
+    const std::string grid = Rendered({"--layers", "grid"});
+    const std::string segments = Rendered({"--layers", "segments"});
+    WriteSettings("[COLORS]\r\nGRID=FF00\r\nSEGMENT=FF\r\n");
+    EXPECT_NE(Rendered({"--layers", "grid"}), grid);
+    EXPECT_NE(Rendered({"--layers", "segments"}), segments);
+}
+
+} // namespace
+} // namespace vardenix::tests
