@@ -1,7 +1,7 @@
 #include "cli/ScratchFolder.h"
 
 #include "platform/FileNames.h"
-#include "platform/Processes.h"
+#include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
 
 #include <cerrno>
@@ -10,7 +10,7 @@
 namespace vardenix {
 
 ScratchFolder::ScratchFolder() {
-    std::string pattern = TemporaryFolder() + "/vardenix-cli-XXXXXX";
+    std::string pattern = OwnTemporaryFolder() + "/vardenix-cli-XXXXXX";
     if (::mkdtemp(pattern.data()) == nullptr)
         ThrowSystemError(errno, "making the folder", pattern);
     path_ = pattern + "/";

@@ -1,5 +1,6 @@
 #include "platform/Processes.h"
 
+#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 
 #include <cerrno>

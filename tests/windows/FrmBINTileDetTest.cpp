@@ -244,7 +244,8 @@ TEST(FrmBINOPtions, OkStoresTheFiveValuesAndAnOverflowNone) {
     Find<QLineEdit>(dialog, "txtT").setText("32768");
     {
         tests::BarrierAnswers answers;
-        answers.ExpectBox("Vardenix", "Run-time error '6':\n\nOverflow",
+        answers.ExpectBox("Vardenix",
+                          "Run-time error '6':\n\nOverflow\n32768 does not fit",
                           BoxAnswer::Continue);
         Find<QAbstractButton>(dialog, "cmdOK").click();
     }

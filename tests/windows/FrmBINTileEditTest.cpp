@@ -137,15 +137,15 @@ TEST_F(FrmBINTileEditTest, TheListsFollowOneAnother) {
 }
 
 TEST_F(FrmBINTileEditTest, ASlotIsSelectedByClickAndArrowKeys) {
-    auto& slots = Find<TileSlots>(*window_, "PicTiles");
-    QTest::mouseClick(&slots.At(1), Qt::LeftButton);
+    auto& pictures = Find<TileSlots>(*window_, "PicTiles");
+    QTest::mouseClick(&pictures.At(1), Qt::LeftButton);
     EXPECT_EQ(Name(), "SHORE.PCX");
-    EXPECT_EQ(slots.Highlighted(), 1);
+    EXPECT_EQ(pictures.Highlighted(), 1);
     EXPECT_TRUE(Enabled("cmdDeleteTile"));
-    QTest::keyClick(&slots, Qt::Key_Left);
+    QTest::keyClick(&pictures, Qt::Key_Left);
     EXPECT_EQ(Name(), "SEA.PCX");
-    QTest::keyClick(&slots, Qt::Key_Down);
-    EXPECT_EQ(slots.Highlighted(), 4);
+    QTest::keyClick(&pictures, Qt::Key_Down);
+    EXPECT_EQ(pictures.Highlighted(), 4);
     EXPECT_EQ(Row("ListView2"), 4);
 }
 
@@ -299,11 +299,18 @@ TEST_F(FrmBINTileEditTest, AFileDroppedOnTheWindowBecomesASetAndIsChecked) {
     platform_.Dialogs.ExpectBox(
         "Error", "The image a.tga you tried to load doesn't seem to be a valid image",
         BoxAnswer::Ok);
-    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window_.get(), &drop);
+    const auto drop = [&](QWidget& onto) {
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(&onto, &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&onto, &event);
+    };
+    drop(*window_);
     platform_.Dialogs.ExpectBox("", "Invalid extension for pcx or dds image",
                                 BoxAnswer::Ok);
-    QApplication::sendEvent(&Find<TileSlots>(*window_, "PicTiles").At(3), &drop);
+    drop(Find<TileSlots>(*window_, "PicTiles").At(3));
     EXPECT_EQ(Find<TileSlots>(*window_, "PicTiles").Highlighted(), 3);
 }
 
