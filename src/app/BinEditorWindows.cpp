@@ -3,6 +3,7 @@
 #include "app/Workspace.h"
 #include "bineditor/BinSaving.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
+#include "platform/SavedOrKept.h"
 #include "theater/TileCheck.h"
 #include "workspace/windows/FrmVXMain.h"
 
@@ -36,7 +37,7 @@ FrmBINTileEdit& BinEditorWindows::MadeEditor() {
 // Made before anything is hidden: where it cannot be, the workspace stays.
 void BinEditorWindows::OpenEditor() {
     FrmBINTileEdit& editor = MadeEditor();
-    workspace_.HideWorkspace();
+    static_cast<WorkspaceCommands&>(workspace_).HideWorkspace();
     editor.Open();
 }
 
@@ -48,7 +49,7 @@ void BinEditorWindows::LocateInBIN(int32_t tileNumber) {
     }
     CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
     FrmBINTileEdit& editor = MadeEditor();
-    workspace_.HideWorkspace();
+    static_cast<WorkspaceCommands&>(workspace_).HideWorkspace();
     editor.OpenAt({place->Set, place->Tile});
 }
 
@@ -83,10 +84,15 @@ void BinEditorWindows::TilesRenumbered(const TileRenumbering& numbers) {
     workspace_.TilesRenumbered(numbers);
 }
 
-void BinEditorWindows::SaveBinAndL2() {
-    SaveBinAndLevelTwo(state_.Catalogue, state_.Terrain, *editor_, log_);
+bool BinEditorWindows::SaveBinAndL2() {
+    if (!SavedOrKept(platform_.Dialogs, [this](IfChanged ifChanged) {
+            SaveBinAndLevelTwo(state_.Catalogue, state_.Terrain, *editor_, log_,
+                               ifChanged);
+        }))
+        return false;
     workspace_.Windows().Panel->L2Saved();
     editor_->BinSaved();
+    return true;
 }
 
 bool BinEditorWindows::LeaveProgram() { return workspace_.LeaveProgram(); }

@@ -33,7 +33,7 @@ private:
     void L2NeedSave() override;
     bool L2Unsaved() const override;
     void TilesRenumbered(const TileRenumbering& numbers) override;
-    void SaveBinAndL2() override;
+    bool SaveBinAndL2() override;
     bool LeaveProgram() override;
 
     ProgramState& state_;

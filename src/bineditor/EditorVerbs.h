@@ -15,9 +15,9 @@ public:
     // Level 2 has changes that are not on the disk.
     virtual void L2NeedSave() = 0;
     virtual bool L2Unsaved() const = 0;
-    // Catalogue and level 2 as one; the flags of both fall. Errors of writing go through,
-    // and leave the old files.
-    virtual void SaveBinAndL2() = 0;
+    // Catalogue and level 2 as one; the flags of both fall. False when the user keeps
+    // what another program wrote. Errors of writing go through, and leave the old files.
+    virtual bool SaveBinAndL2() = 0;
     // Every way out; false when the user stays.
     virtual bool LeaveProgram() = 0;
 };

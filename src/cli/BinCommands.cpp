@@ -33,6 +33,7 @@ struct BinOptions {
     bool KeepNumbers = false;
     bool AsJson = false;
     bool Delete = false;
+    bool Overwrite = false;
 };
 using Options = std::shared_ptr<BinOptions>;
 
@@ -82,10 +83,11 @@ int32_t PlaceOf(BinEditing& editing, const BinOptions& options) {
 // A command that opens the theater, edits it by `edit` and saves it.
 template <typename Edit>
 void RunEdit(Command& command, const Options& options, Edit edit) {
+    AddOverwrite(command, options->Overwrite);
     command.Run([options, edit](CommandContext& context) {
-        BinEditing editing(context, options->Files);
+        BinEditing editing(context, options->Files, BinEditing::Write);
         edit(editing, *options);
-        editing.Save();
+        editing.Save(IfChangedOf(options->Overwrite));
         return ExitDone;
     });
 }
@@ -137,7 +139,7 @@ void AddList(Command& bin) {
     const auto options = std::make_shared<BinOptions>(command);
     command.Flag("--json", options->AsJson, "Print JSON");
     command.Run([options](CommandContext& context) {
-        BinEditing editing(context, options->Files);
+        BinEditing editing(context, options->Files, BinEditing::Look);
         if (options->AsJson)
             PrintSetsAsJson(editing.Bin());
         else
@@ -273,7 +275,8 @@ void AddUnusedPictures(Command& bin) {
     const auto options = std::make_shared<BinOptions>(command);
     command.Flag("--delete", options->Delete, "Delete them; there is no undo");
     command.Run([options](CommandContext& context) {
-        BinEditing editing(context, options->Files);
+        BinEditing editing(context, options->Files,
+                           options->Delete ? BinEditing::Write : BinEditing::Look);
         const std::vector<std::string> names = UnusedPictures(editing.Bin());
         for (const std::string& name : names)
             Print(name);

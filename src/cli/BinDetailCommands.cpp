@@ -19,6 +19,9 @@ struct DetailOptions {
     int32_t Tile = 0;
     std::string Add;
     int32_t Delete = 0; // row, from 1; 0 is none
+    bool Overwrite = false;
+
+    bool Edits() const { return !Add.empty() || Delete > 0; }
 };
 
 // "TYPE,NUMBER,...": the type by its name, then as many numbers as `fields`; of the last
@@ -94,10 +97,10 @@ void EditTile(BinEditing& editing, const DetailOptions& told, const DetailKind& 
         kind.Add(tile, told.Add);
     for (int32_t row = 1; row <= kind.Count(tile.Tile()); ++row)
         PrintRow(row, kind.Columns(tile, row));
-    if (told.Delete == 0 && told.Add.empty())
+    if (!told.Edits())
         return;
     TileAt(editing.Bin().Bin, place.Set, place.Slot) = tile.Tile();
-    editing.Save();
+    editing.Save(IfChangedOf(told.Overwrite));
 }
 
 void AddDetail(Command& bin, const DetailKind& kind) {
@@ -108,12 +111,14 @@ void AddDetail(Command& bin, const DetailKind& kind) {
     command.Text("--add", options->Add, kind.AddHelp);
     command.Number("--delete", options->Delete, "Row to delete, from 1",
                    {1, FittingField<int32_t>.Max});
+    AddOverwrite(command, options->Overwrite);
     command.Check([options, check = kind.CheckNew] {
         if (!options->Add.empty())
             check(options->Add);
     });
     command.Run([options, kind](CommandContext& context) {
-        BinEditing editing(context, options->Files);
+        BinEditing editing(context, options->Files,
+                           options->Edits() ? BinEditing::Write : BinEditing::Look);
         EditTile(editing, *options, kind);
         return ExitDone;
     });

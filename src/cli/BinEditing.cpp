@@ -9,9 +9,13 @@
 
 namespace vardenix {
 
-BinEditing::BinEditing(CommandContext& context, const TheaterFiles& files)
+BinEditing::BinEditing(CommandContext& context, const TheaterFiles& files,
+                       Purpose purpose)
     : context_(context) {
-    context.Open(files);
+    if (purpose == Write)
+        context.OpenToWrite(files);
+    else
+        context.Open(files);
     folders_ = context.State.Folders;
     CountTileUse(context.State.Terrain, Bin().Lookup);
 }
@@ -55,13 +59,13 @@ void BinEditing::LevelTwoRenumbered(const TileRenumbering& /*numbers*/, bool cha
     levelTwoChanged_ = levelTwoChanged_ || changed;
 }
 
-void BinEditing::Save() {
-    const ProgramState& state = context_.State;
+void BinEditing::Save(IfChanged ifChanged) {
+    ProgramState& state = context_.State;
     if (levelTwoChanged_)
         SaveBinAndLevelTwo(state.Catalogue, state.Terrain, context_.Progress,
-                           context_.Log);
+                           context_.Log, ifChanged);
     else
-        SaveBinFile(state.Catalogue, context_.Log);
+        SaveBinFile(state.Catalogue, context_.Log, ifChanged);
     context_.Progress.HideBar();
     Print("saved " + NameOnDisk(state.Catalogue.BinPath));
     if (levelTwoChanged_)

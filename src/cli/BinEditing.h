@@ -14,7 +14,8 @@ namespace vardenix {
 // tiles counted, and written back.
 class BinEditing : private BinWindow {
 public:
-    BinEditing(CommandContext& context, const TheaterFiles& files);
+    enum Purpose { Look, Write };
+    BinEditing(CommandContext& context, const TheaterFiles& files, Purpose purpose);
 
     // What an intake of pictures works on, with a scratch folder of its own.
     BinParts Parts();
@@ -30,7 +31,7 @@ public:
     // The edit's numbers are passed on to level 2, unless they are to be kept.
     void Follow(const TileRenumbering& numbers, bool keepNumbers);
     // Catalogue and, when its numbers changed, level 2, as one.
-    void Save();
+    void Save(IfChanged ifChanged);
 
 private:
     void PrepareForm(bool) override {}

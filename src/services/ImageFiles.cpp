@@ -8,8 +8,10 @@
 
 #include <FreeImage.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
@@ -108,7 +110,7 @@ int32_t DepthToWrite(const Bitmap& bitmap, PictureFormat format, int32_t asked) 
                        "");
 }
 
-void WriteScratch(const std::string& path, std::span<const BYTE> bytes) {
+void WriteScratch(const std::string& path, std::span<const std::byte> bytes) {
     std::ofstream file(RealPath(path), std::ios::binary | std::ios::trunc);
     file.write(reinterpret_cast<const char*>(bytes.data()),
                static_cast<std::streamsize>(bytes.size()));
@@ -119,19 +121,11 @@ void WriteScratch(const std::string& path, std::span<const BYTE> bytes) {
 
 void Save(PictureFormat format, const Bitmap& bitmap, const std::string& path,
           const ImageSaveOptions& options) {
-    const Memory memory(FreeImage_OpenMemory());
-    BYTE* bytes = nullptr;
-    DWORD length = 0;
-    if (FreeImage_SaveToMemory(LibraryFormat(format), bitmap.Handle(), memory.get(),
-                               options.Flags) == FALSE ||
-        FreeImage_AcquireMemory(memory.get(), &bytes, &length) == FALSE)
-        throw RuntimeError(ErrorNumber::InvalidCall,
-                           path + ": the picture cannot be written as " +
-                               FormatName(format));
+    const FileBytes bytes = ImageEncode(format, bitmap, path, options.Flags);
     if (options.Scratch)
-        return WriteScratch(path, std::span(bytes, length));
+        return WriteScratch(path, bytes.Span());
     StagedFile file(path);
-    file.Write(std::as_bytes(std::span(bytes, length)));
+    file.Write(bytes.Span());
     file.Commit();
 }
 
@@ -151,6 +145,22 @@ Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path)
         throw RuntimeError(ErrorNumber::InvalidPicture,
                            std::string(path) + ": the picture in it is broken");
     return bitmap;
+}
+
+FileBytes ImageEncode(PictureFormat format, const Bitmap& bitmap, std::string_view path,
+                      int32_t flags) {
+    const Memory memory(FreeImage_OpenMemory());
+    BYTE* bytes = nullptr;
+    DWORD length = 0;
+    if (FreeImage_SaveToMemory(LibraryFormat(format), bitmap.Handle(), memory.get(),
+                               flags) == FALSE ||
+        FreeImage_AcquireMemory(memory.get(), &bytes, &length) == FALSE)
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           std::string(path) + ": the picture cannot be written as " +
+                               FormatName(format));
+    FileBytes result(length);
+    std::copy_n(reinterpret_cast<const std::byte*>(bytes), length, result.data());
+    return result;
 }
 
 Bitmap ImageLoad(PictureFormat format, std::string_view path) {

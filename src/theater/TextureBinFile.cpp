@@ -2,9 +2,9 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
 #include "platform/Transaction.h"
 #include "platform/Windows1252.h"
 #include "theater/PictureFolder.h"
@@ -106,6 +106,14 @@ void WriteTile(StagedFile& file, const TileRecord& tile) {
     }
 }
 
+FileBytes ReadBinFile(const std::string& path, FileIdentity& read) {
+    const ReadingLock reading({path});
+    const ReadableFile file(path);
+    RequireAtMost(file, MaxBinBytes);
+    read = file.Identity();
+    return file.ReadAll();
+}
+
 } // namespace
 
 std::string TileFileName(const std::string& tileName, bool night) {
@@ -134,9 +142,12 @@ TextureBin ParseBinFile(std::span<const std::byte> bytes, const std::string& pat
 }
 
 void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
-                 DebugLog& log) {
+                 DebugLog& log, const std::function<void()>& afterReading) {
     progress.SetBar(0);
-    const FileBytes file = ReadWholeFile(catalogue.BinPath);
+    FileIdentity read;
+    const FileBytes file = ReadBinFile(catalogue.BinPath, read);
+    if (afterReading)
+        afterReading();
     log.WriteLog("Opened BinPath...");
     TextureBin bin = ParseBinFile(file.Span(), catalogue.BinPath);
     log.WriteLog("Number of Sets: " + std::to_string(bin.NumSets));
@@ -161,6 +172,7 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
         progress.LetEventsThrough();
     }
     catalogue.Bin = std::move(bin);
+    catalogue.Read = read;
     catalogue.Lookup = std::move(lookup);
     catalogue.NewTilesList.clear();
     log.WriteLog("Closed BinPath...");
@@ -179,21 +191,20 @@ void WriteBinFile(const TextureBin& bin, StagedFile& file) {
     }
 }
 
-void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
-    RequireBinFile(catalogue);
+void SaveBinFile(Catalogue& catalogue, DebugLog& log, IfChanged ifChanged) {
+    const auto locks =
+        LockFoldersOf({TargetOf(catalogue.BinPath)}, FolderLock::Exclusive);
+    if (!FileExists(catalogue.BinPath))
+        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
     Transaction files;
-    StagedFile& file = files.Stage(catalogue.BinPath);
+    StagedFile& file = files.Stage(catalogue.BinPath, catalogue.Read, ifChanged);
     log.WriteLog("Killed BinPath...");
     log.WriteLog("Opened BinPath...");
     WriteBinFile(catalogue.Bin, file);
     files.Commit();
+    catalogue.Read = file.Identity();
     log.WriteLog("Closed BinPath...");
     log.WriteLog("Exiting SaveBinFile...");
-}
-
-void RequireBinFile(const Catalogue& catalogue) {
-    if (!FileExists(catalogue.BinPath))
-        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
 }
 
 } // namespace vardenix

@@ -94,6 +94,8 @@ public:
     // step still shows the same pictures.
     void TilesRenumbered(const TileRenumbering& numbers) override;
 
+    // Level 2 has been read anew: an undo would write whole posts of before into it.
+    void ForgetPosts() { undoPosts_.Clear(); }
     // Other elevations have been loaded: edits of the former ones mean nothing there.
     void ForgetElevations() { undoElv_.Clear(); }
 

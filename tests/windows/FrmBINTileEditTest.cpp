@@ -36,10 +36,11 @@ public:
         Story += " L2";
     }
     bool L2Unsaved() const override { return Unsaved; }
-    void SaveBinAndL2() override {
+    bool SaveBinAndL2() override {
         Story += " both";
         Unsaved = false;
         OnSaveBoth();
+        return true;
     }
     void TilesRenumbered(const TileRenumbering& numbers) override {
         Story += " 0to" + std::to_string(numbers.Of(0));

@@ -16,7 +16,8 @@ Bitmap PictureOf(const ProgramState& state, const TileInfo& info) {
         picture = ImageLoad(PictureFormat::Dds,
                             TilePicturePath(state.Catalogue.DDSFolder, info.DayFile));
     if (!picture)
-        picture = ImageLoad(PictureFormat::Jpeg, state.Folders.ShippedPath + "NoTile.jpg");
+        picture =
+            ImageLoad(PictureFormat::Jpeg, state.Folders.ShippedPath + "NoTile.jpg");
     return picture;
 }
 

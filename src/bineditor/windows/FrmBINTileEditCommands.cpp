@@ -7,6 +7,7 @@
 #include "bineditor/windows/FrmBINWorking.h"
 #include "bineditor/windows/TileSlots.h"
 #include "platform/Processes.h"
+#include "platform/SavedOrKept.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/TextureBinFile.h"
 #include "theater/TypeNames.h"
@@ -143,13 +144,15 @@ void FrmBINTileEdit::cmdEditTile_Click() {
 }
 
 void FrmBINTileEdit::cmdSaveBIN_Click() {
-    SaveBinFile(state_.Catalogue, log_);
-    BinSaved();
+    if (SavedOrKept(platform_.Dialogs, [this](IfChanged ifChanged) {
+            SaveBinFile(state_.Catalogue, log_, ifChanged);
+        }))
+        BinSaved();
 }
 
 void FrmBINTileEdit::cmdSaveBoth_Click() {
-    verbs_.SaveBinAndL2();
-    Tell("Texture.bin and level 2 are saved.");
+    if (verbs_.SaveBinAndL2())
+        Tell("Texture.bin and level 2 are saved.");
 }
 
 void FrmBINTileEdit::cmdOptions_Click() { ShowBinOptions(state_.Configuration, this); }
