@@ -42,10 +42,7 @@ struct FarTileArguments {
 };
 
 void PrintReport(const RebuildReport& report) {
-    RebuildReport shown = report;
-    for (RebuiltFile& file : shown.Files)
-        file.Path = NameOnDisk(file.Path);
-    Print(TextOfReport(shown));
+    Print(TextOfReport(report));
 }
 
 int Rebuild(CommandContext& context, const RebuildArguments& arguments) {
