@@ -123,8 +123,12 @@ Workspace::MapVerbs::MapVerbs(Workspace& workspace)
                  workspace.state_.Catalogue.Lookup),
       workspace_(workspace) {}
 
-bool Workspace::MapVerbs::CanLocate() const {
-    return workspace_.offers_.LocateInBIN && workspace_.offers_.LocateColorInMAP;
+bool Workspace::MapVerbs::CanLocateInBIN() const {
+    return workspace_.offers_.LocateInBIN != nullptr;
+}
+
+bool Workspace::MapVerbs::CanLocateColorInMAP() const {
+    return workspace_.offers_.LocateColorInMAP != nullptr;
 }
 
 void Workspace::MapVerbs::LocateInBIN(int32_t tileNumber) {
@@ -150,6 +154,11 @@ void Workspace::MapVerbs::SubExportTDFs() {
 void Workspace::MapVerbs::ImportTiles() {
     if (workspace_.offers_.ImportTiles)
         workspace_.offers_.ImportTiles();
+}
+
+void Workspace::MapVerbs::LoadFeatures(const std::vector<std::string>& paths) {
+    if (workspace_.offers_.LoadFeatures)
+        workspace_.offers_.LoadFeatures(paths);
 }
 
 bool Workspace::MapVerbs::ExportWithShift() const {

@@ -33,12 +33,14 @@ class Workspace::MapVerbs : public MapDialogs {
 public:
     explicit MapVerbs(Workspace& workspace);
 
-    bool CanLocate() const override;
+    bool CanLocateInBIN() const override;
+    bool CanLocateColorInMAP() const override;
     void LocateInBIN(int32_t tileNumber) override;
     void LocateColorInMAP(uint8_t palette) override;
     void ExportTiles() override;
     void SubExportTDFs() override;
     void ImportTiles() override;
+    void LoadFeatures(const std::vector<std::string>& paths) override;
     bool ExportWithShift() const override;
     void HideFrame7() override;
 

@@ -41,9 +41,7 @@ struct FarTileArguments {
     bool Night = false;
 };
 
-void PrintReport(const RebuildReport& report) {
-    Print(TextOfReport(report));
-}
+void PrintReport(const RebuildReport& report) { Print(TextOfReport(report)); }
 
 int Rebuild(CommandContext& context, const RebuildArguments& arguments) {
     context.Open(arguments.Files);

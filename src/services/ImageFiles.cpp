@@ -8,7 +8,9 @@
 
 #include <FreeImage.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -108,17 +110,9 @@ int32_t DepthToWrite(const Bitmap& bitmap, PictureFormat format, int32_t asked) 
 
 void Save(PictureFormat format, const Bitmap& bitmap, const std::string& path,
           int32_t flags) {
-    const Memory memory(FreeImage_OpenMemory());
-    BYTE* bytes = nullptr;
-    DWORD length = 0;
-    if (FreeImage_SaveToMemory(LibraryFormat(format), bitmap.Handle(), memory.get(),
-                               flags) == FALSE ||
-        FreeImage_AcquireMemory(memory.get(), &bytes, &length) == FALSE)
-        throw RuntimeError(ErrorNumber::InvalidCall,
-                           path + ": the picture cannot be written as " +
-                               FormatName(format));
+    const FileBytes bytes = ImageEncode(format, bitmap, path, flags);
     StagedFile file(path);
-    file.Write(std::as_bytes(std::span(bytes, length)));
+    file.Write(bytes.Span());
     file.Commit();
 }
 
@@ -138,6 +132,22 @@ Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path)
         throw RuntimeError(ErrorNumber::InvalidPicture,
                            std::string(path) + ": the picture in it is broken");
     return bitmap;
+}
+
+FileBytes ImageEncode(PictureFormat format, const Bitmap& bitmap, std::string_view path,
+                      int32_t flags) {
+    const Memory memory(FreeImage_OpenMemory());
+    BYTE* bytes = nullptr;
+    DWORD length = 0;
+    if (FreeImage_SaveToMemory(LibraryFormat(format), bitmap.Handle(), memory.get(),
+                               flags) == FALSE ||
+        FreeImage_AcquireMemory(memory.get(), &bytes, &length) == FALSE)
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           std::string(path) + ": the picture cannot be written as " +
+                               FormatName(format));
+    FileBytes result(length);
+    std::copy_n(reinterpret_cast<const std::byte*>(bytes), length, result.data());
+    return result;
 }
 
 Bitmap ImageLoad(PictureFormat format, std::string_view path) {

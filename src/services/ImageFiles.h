@@ -13,7 +13,7 @@ namespace vardenix {
 
 // Reads a picture in the format told, whatever its name and content look like. No bitmap
 // when that cannot be done, for whoever goes on without: a picture is 24 or 32 bits (8 or
-// 16 from Targa and JPEG).
+// 16 from Targa and JPEG, 8 or 24 from BMP).
 Bitmap ImageLoad(PictureFormat format, std::string_view path);
 
 // Decodes the bytes of a file, by the format told. `path` is for the error, 481 with the
@@ -25,6 +25,11 @@ Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path)
 // read, or its content is not of that format; never another number for a bad file.
 Bitmap ImageLoadEx(std::string_view path, const RescaleSize& size = {},
                    ImageFilter filter = ImageFilter::Bicubic);
+
+// The bytes of a picture file. Error 5 when the format cannot hold the bitmap as it is;
+// `path` is for the error.
+FileBytes ImageEncode(PictureFormat format, const Bitmap& bitmap, std::string_view path,
+                      int32_t flags = 0);
 
 struct ImageSaveOptions {
     PictureFormat Format = PictureFormat::Unknown; // from the name, then

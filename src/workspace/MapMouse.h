@@ -8,6 +8,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -25,7 +27,8 @@ public:
     virtual std::optional<int16_t> EditElevation(int16_t elevation) = 0;
 
     // Entries of the context menu whose window is not there are disabled.
-    virtual bool CanLocate() const { return false; }
+    virtual bool CanLocateInBIN() const { return false; }
+    virtual bool CanLocateColorInMAP() const { return false; }
     virtual void LocateInBIN(int32_t /*tileNumber*/) {}
     virtual void LocateColorInMAP(uint8_t /*palette*/) {}
 
@@ -35,6 +38,8 @@ public:
     virtual void SubExportTDFs() {}
     virtual void ImportTiles() {}
     virtual bool ExportWithShift() const { return false; }
+    // Feature files that were dropped on the map.
+    virtual void LoadFeatures(const std::vector<std::string>& /*paths*/) {}
     // Frame7 of the panel, which tells what is waited for.
     virtual void HideFrame7() {}
 };

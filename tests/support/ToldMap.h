@@ -28,7 +28,8 @@ public:
         story_ += " height " + std::to_string(elevation) + "?";
         return ElevationAnswer;
     }
-    bool CanLocate() const override { return Locates; }
+    bool CanLocateInBIN() const override { return Locates; }
+    bool CanLocateColorInMAP() const override { return Locates; }
     void LocateInBIN(int32_t tileNumber) override {
         story_ += " bin " + std::to_string(tileNumber);
     }
@@ -38,6 +39,10 @@ public:
     void ExportTiles() override { story_ += " export"; }
     void SubExportTDFs() override { story_ += " tdfs"; }
     void ImportTiles() override { story_ += " import"; }
+    void LoadFeatures(const std::vector<std::string>& paths) override {
+        for (const std::string& path : paths)
+            story_ += " load " + path;
+    }
     bool ExportWithShift() const override { return WithShift; }
     void HideFrame7() override { story_ += " nohint"; }
 

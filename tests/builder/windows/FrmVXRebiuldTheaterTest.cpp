@@ -70,8 +70,9 @@ TEST_F(FrmVXRebiuldTheaterTest, ShowsItsTextsAndFolders) {
     EXPECT_EQ(Text("Label1"), "Fartile Size (default 32x32 px):");
     EXPECT_EQ(Text("LblStatus"), "Press the start button to begin...");
     EXPECT_EQ(Text("lblElevationFile"), "Elevation File: NONE SELECTED");
-    EXPECT_TRUE(Text("lblWithThis").starts_with("With this option all Lx Files (except "
-                                                "L2) are created, along with a new set"));
+    EXPECT_TRUE(Text("lblWithThis")
+                    .starts_with("With this option all Lx Files (except "
+                                 "L2) are created, along with a new set"));
     EXPECT_TRUE(Text("lblWithThis").ends_with("to fix them."));
     EXPECT_TRUE(Text("lblWithThis2").ends_with("Simple Mean Value and Max."));
     for (const char* name : {"lblLxFolder", "lblTextureFolder", "lblElevationFile"})
@@ -183,8 +184,9 @@ TEST_F(FrmVXRebiuldTheaterTest, AnElevationRebuildReadsLevel2Back) {
 }
 
 TEST_F(FrmVXRebiuldTheaterTest, UnsavedEditsOfLevel2AreAskedAboutFirst) {
-    const std::string question = "The L2 file has changes that this run would replace. Do "
-                                 "you want to save it first?";
+    const std::string question =
+        "The L2 file has changes that this run would replace. Do "
+        "you want to save it first?";
     verbs_.Unsaved = true;
     ChooseMaster();
     const auto before = world_.Files();
