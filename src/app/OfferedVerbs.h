@@ -5,9 +5,12 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <string>
 #include <vector>
 
 namespace vardenix {
+
+class FeatureLayer;
 
 // What the windows of other subsystems do for the workspace. Each subsystem's file of
 // app/ fills in its own; what nobody offers has its control disabled.
@@ -22,6 +25,9 @@ struct OfferedVerbs {
     std::function<void()> ExportTiles;
     std::function<void()> SubExportTDFs;
     std::function<void()> ImportTiles;
+    std::function<void(const std::vector<std::string>& paths)> LoadFeatures;
+    // What lies on top of the map; null for nothing.
+    FeatureLayer* Features = nullptr;
 
     // Whether the catalogue, or theater.map, has changes that are not on the disk.
     std::function<bool()> BinNeedsSave;
@@ -30,6 +36,11 @@ struct OfferedVerbs {
     // The theater's theater.map has been read into the state.
     std::function<void()> MapFileOpened;
 
+    // Called when the workspace comes or goes, and when the map is made an icon or comes
+    // back from one.
+    std::vector<std::function<void(bool workspaceShown)>> ShowWindows;
+    // Called when the close box of a window has taken the tick from its box on the panel.
+    std::vector<std::function<void()>> BoxesChanged;
     // Called when windows take their stored places, and when places are stored.
     std::vector<std::function<void()>> PlaceWindows;
     std::vector<std::function<void()>> StorePlaces;

@@ -3,6 +3,10 @@
 #include "app/WorkspaceWindows.h"
 #include "theater/Configuration.h"
 
+#include <QPoint>
+
+class QWidget;
+
 namespace vardenix {
 
 // Where the windows of the workspace stand, and which of them are seen. Places and boxes
@@ -25,20 +29,30 @@ public:
     // Small windows go with the map when it is made an icon.
     void RestoreChildWindows();
     void HideAll();
+    // They have their places, and the map is no icon.
+    bool SmallWindowsShown() const;
 
 private:
     void PlaceFirst();
+    void PlacePanel(QPoint topLeft);
     void PlaceAsStored();
     void RestorePreview();
-    bool SmallWindowsShown() const;
 
     Configuration& settings_;
     WorkspaceWindows& windows_;
     bool placed_ = false;
 };
 
-// Makes the palette a tool of the map, which the desktop then never puts over it and
-// which keeps the keyboard when the palette comes up.
-void KeepPaletteOverMap(const WorkspaceWindows& windows);
+// Makes a window a tool of the map, which the desktop then never puts over it and which
+// keeps the keyboard when that window comes up.
+void KeepOverMap(QWidget& window, const WorkspaceWindows& windows);
+
+// A window that was made an icon is one no more. Some desktops make an icon of a tool
+// with its window, and shown as an icon it would take the map with it.
+void NoIcon(QWidget& window);
+
+// Where a window stands, frame included, and back to there.
+WindowPosition PlaceOf(const QWidget& window);
+void PlaceAt(QWidget& window, const WindowPosition& place);
 
 } // namespace vardenix

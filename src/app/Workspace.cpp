@@ -20,8 +20,6 @@ namespace vardenix {
 
 namespace {
 
-// Makes it a tool of `below`, which the desktop then never puts over it and which keeps
-// the keyboard when it comes up.
 // The name in the list of theaters; of one opened by hand, the folder that the folder of
 // its theater.map lies in.
 std::string TheaterTitle(const ProgramState& state) {
@@ -58,7 +56,7 @@ void Workspace::PreviewChanged() {
 }
 
 void Workspace::LoadMapEditor() {
-    OpenMapFile(state_.MAPFile, state_.MapFileRecord);
+    state_.MAPFileRead = OpenMapFile(state_.MAPFile, state_.MapFileRecord);
     if (offers_.MapFileOpened)
         offers_.MapFileOpened();
 }
@@ -76,14 +74,15 @@ void Workspace::MakeMap() {
         MapSources{state_.Terrain, state_.Catalogue, state_.MapFileRecord,
                    state_.Configuration, state_.Folders.ShippedPath},
         MapTools{tilePictures_, *windows_.Panel, log_, state_.AbortPaint});
-    windows_.Map = std::make_unique<FrmVXMap>(FrmVXMap::Parts{
-        state_, view_, interaction_, *renderer_, undo_, *this, *mapVerbs_});
+    windows_.Map = std::make_unique<FrmVXMap>(
+        FrmVXMap::Parts{state_, view_, interaction_, *renderer_, undo_, *this, *mapVerbs_,
+                        offers_.Features});
     OnSignal(windows_.Panel.get(), &FrmVXMain::MapCaptionChanged, windows_.Map.get(),
              [this](const QString& caption) { windows_.Map->setWindowTitle(caption); });
     OnSignal(windows_.Map.get(), &FrmVXMap::ViewPainted, windows_.Preview.get(),
              [this] { windows_.Preview->MakeViewPort(); });
     OnSignal(windows_.Map.get(), &FrmVXMap::MinimiseStateChanged, windows_.Map.get(),
-             [this] { places_.RestoreChildWindows(); });
+             [this] { RestoreChildWindows(); });
 }
 
 // It is seen when the layout is applied, at its place.
@@ -96,12 +95,20 @@ void Workspace::RefreshPalette() {
         windows_.Palette =
             std::make_unique<FrmVXTilePal>(state_, interaction_, tilePictures_, *this);
         // A click that paints brings the map up.
-        KeepPaletteOverMap(windows_);
+        KeepOverMap(*windows_.Palette, windows_);
     }
     windows_.Palette->Clear();
 }
 
-void Workspace::RestoreChildWindows() { places_.RestoreChildWindows(); }
+void Workspace::RestoreChildWindows() {
+    places_.RestoreChildWindows();
+    ShowOfferedWindows(places_.SmallWindowsShown());
+}
+
+void Workspace::ShowOfferedWindows(bool workspaceShown) {
+    for (const auto& show : offers_.ShowWindows)
+        show(workspaceShown);
+}
 
 void Workspace::InitForm() { windows_.Map->InitForm(); }
 
@@ -112,6 +119,7 @@ void Workspace::ApplySavedLayout() {
     windows_.Palette->Command1_Click();
     windows_.Panel->ShowSettings();
     places_.ShowByBoxes();
+    ShowOfferedWindows(true);
     RefreshPicArray();
 }
 
@@ -138,22 +146,32 @@ void Workspace::CommandsChanged() { windows_.Panel->RefreshCommands(); }
 
 void Workspace::ShowWorkspace() {
     places_.ShowByBoxes();
+    ShowOfferedWindows(true);
     RefreshPicArray();
 }
 
-void Workspace::HideWorkspace() { places_.HideAll(); }
+void Workspace::HideWorkspace() {
+    ShowOfferedWindows(false);
+    places_.HideAll();
+}
 
 void Workspace::WindowHidden(const char* checkBoxName) {
     windows_.Panel->WindowHidden(checkBoxName);
     state_.Configuration.MainWinVis = windows_.Panel->WindowBox(PanelVerb::ShowMain);
     state_.Configuration.ThPrevWinVis = windows_.Panel->WindowBox(PanelVerb::ShowTheater);
     state_.Configuration.PalWinVis = windows_.Panel->WindowBox(PanelVerb::ShowTile);
+    for (const auto& changed : offers_.BoxesChanged)
+        changed();
 }
 
-bool Workspace::LeaveProgram() {
+void Workspace::StorePlaces() {
     places_.Store();
     for (const auto& store : offers_.StorePlaces)
         store();
+}
+
+bool Workspace::LeaveProgram() {
+    StorePlaces();
     const DirtyFlags flags{.BIN = offers_.BinNeedsSave && offers_.BinNeedsSave(),
                            .L2 = windows_.Panel->L2NeedSaveFlag(),
                            .L0ELV = windows_.Panel->L0NeedSaveFlag(),

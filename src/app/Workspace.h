@@ -31,11 +31,14 @@ public:
     void ApplySavedLayout();
 
     bool LeaveProgram() override;
+    // Where the windows stand, and what the panel shows, into the settings.
+    void StorePlaces();
 
     // For the subsystems whose windows open from the workspace to fill in, before the
     // first theater is opened, and for what they ask of the workspace in turn.
     OfferedVerbs& Offers() { return offers_; }
     MapView& View() { return view_; }
+    MapInteraction& Interaction() { return interaction_; }
     UndoPoints& Undo() { return undo_; }
     TilePictures& Pictures() { return tilePictures_; }
     WorkspaceWindows& Windows() { return windows_; }
@@ -64,6 +67,7 @@ private:
     void WindowHidden(const char* checkBoxName) override;
 
     void MakeMap();
+    void ShowOfferedWindows(bool workspaceShown);
 
     ProgramState& state_;
     const Platform& platform_;

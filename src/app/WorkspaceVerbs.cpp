@@ -156,6 +156,11 @@ void Workspace::MapVerbs::ImportTiles() {
         workspace_.offers_.ImportTiles();
 }
 
+void Workspace::MapVerbs::LoadFeatures(const std::vector<std::string>& paths) {
+    if (workspace_.offers_.LoadFeatures)
+        workspace_.offers_.LoadFeatures(paths);
+}
+
 bool Workspace::MapVerbs::ExportWithShift() const {
     return workspace_.windows_.Panel->ExportWithShift();
 }

@@ -40,6 +40,7 @@ public:
     void ExportTiles() override;
     void SubExportTDFs() override;
     void ImportTiles() override;
+    void LoadFeatures(const std::vector<std::string>& paths) override;
     bool ExportWithShift() const override;
     void HideFrame7() override;
 

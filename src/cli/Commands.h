@@ -4,10 +4,14 @@
 #include "cli/Terminal.h"
 #include "cli/TheaterFiles.h"
 #include "platform/Clock.h"
+#include "platform/FolderLock.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "theater/DebugLog.h"
 #include "theater/ProgramState.h"
+
+#include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -22,6 +26,10 @@ public:
 
     // Opens the theater that the options name, with progress on a terminal.
     void Open(const TheaterFiles& files);
+    // The same for a command that writes: from the reading to the end of the command no
+    // other program reads or writes the folders of the theater's files, nor that of
+    // `file` where one is named.
+    void OpenToWrite(const TheaterFiles& files, const std::string& file = {});
 
     ProgramState State;
     TerminalDialogs Dialogs;
@@ -33,6 +41,7 @@ public:
 private:
     FileRegistry registry_;
     Platform platform_;
+    std::vector<FolderLock> locks_;
 };
 
 // Each adds one command, or one family of them, to all commands of the program.
@@ -45,6 +54,9 @@ void AddSaveAs(Command& all);
 void AddElevation(Command& all);
 void AddPreview(Command& all);
 void AddRender(Command& all);
+void AddRebuild(Command& all);
+void AddRebuildElevation(Command& all);
+void AddFarTile(Command& all);
 void AddSettings(Command& all);
 
 } // namespace vardenix

@@ -4,6 +4,7 @@
 #include "cli/Printing.h"
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
+#include "theater/MissingSegments.h"
 #include "theater/TerrainStore.h"
 #include "workspace/PostFields.h"
 
@@ -27,6 +28,7 @@ struct EditOptions {
     TheaterFiles Files;
     PostRectangle From0{};
     PostChange Change;
+    bool Overwrite = false;
 };
 
 void AddFields(Command& command, PostChange& change) {
@@ -68,7 +70,12 @@ void SaveFilled(CommandContext& context, const EditOptions& options) {
                               options.From0.X2 + 1, options.From0.Y2 + 1};
     const int64_t count = FillPosts(terrain, posts, options.Change);
     TellSharedSea(terrain, posts, options.Change);
-    SaveTheater(terrain, "", context.Progress);
+    if (!MaySaveOverGap(terrain, context.Dialogs))
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           terrain.LFilename +
+                               " was left as it is; save-as under another name first, "
+                               "or bring back a backup");
+    SaveTheater(terrain, "", context.Progress, IfChangedOf(options.Overwrite));
     Print(std::to_string(count) + (count == 1 ? " post" : " posts") + " set in " +
           NameOnDisk(terrain.LFilename));
 }
@@ -87,6 +94,7 @@ void AddSet(Command& all) {
     const auto options = std::make_shared<EditOptions>(command);
     AddPost(command, "X", options->From0.X1, "Y", options->From0.Y1);
     AddFields(command, options->Change);
+    AddOverwrite(command, options->Overwrite);
     command.Check([options] {
         RequireAField(options->Change);
         RequireInside(options->Corner("X", "Y"), options->Files, SavedWidth,
@@ -95,7 +103,7 @@ void AddSet(Command& all) {
     command.Run([options](CommandContext& context) {
         options->From0.X2 = options->From0.X1;
         options->From0.Y2 = options->From0.Y1;
-        context.Open(options->Files);
+        context.OpenToWrite(options->Files);
         const Terrain& terrain = context.State.Terrain;
         RequireInside(options->Corner("X", "Y"), SavedWidth(terrain.MapWidth),
                       terrain.LFilename);
@@ -111,6 +119,7 @@ void AddFill(Command& all) {
     AddPost(command, "X1", options->From0.X1, "Y1", options->From0.Y1);
     AddPost(command, "X2", options->From0.X2, "Y2", options->From0.Y2);
     AddFields(command, options->Change);
+    AddOverwrite(command, options->Overwrite);
     command.Check([options] {
         RequireAField(options->Change);
         RequireInside(options->Corner("X1", "Y1"), options->Files, SavedWidth,
@@ -119,7 +128,7 @@ void AddFill(Command& all) {
                       options->Files.L2File());
     });
     command.Run([options](CommandContext& context) {
-        context.Open(options->Files);
+        context.OpenToWrite(options->Files);
         const Terrain& terrain = context.State.Terrain;
         const int32_t width = SavedWidth(terrain.MapWidth);
         RequireInside(options->Corner("X1", "Y1"), width, terrain.LFilename);
@@ -134,6 +143,7 @@ void AddSaveAs(Command& all) {
         explicit Options(Command& command) : Files(command) {}
         TheaterFiles Files;
         std::string Path;
+        bool Overwrite = false;
     };
     Command command = all.AddCommand(
         "save-as", "Write level 2 under another name, and its O2 file beside it");
@@ -142,6 +152,7 @@ void AddSaveAs(Command& all) {
         .Text("PATH", options->Path,
               "The L2 file; its name is made upper case and must end in .L2")
         .Required();
+    AddOverwrite(command, options->Overwrite);
     command.Check([options] {
         if (!UpperCase(options->Path).ends_with(".L2"))
             throw UsageError("PATH", options->Path + " does not end in .L2");
@@ -149,9 +160,9 @@ void AddSaveAs(Command& all) {
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
         RequireFolderOf(options->Path);
-        const Terrain& terrain = context.State.Terrain;
+        Terrain& terrain = context.State.Terrain;
         const LevelPair pair = PairForSaving(terrain, options->Path);
-        SaveTheater(terrain, pair, context.Progress);
+        SaveTheater(terrain, pair, context.Progress, IfChangedOf(options->Overwrite));
         Print(pair.L);
         Print(pair.O);
         return ExitDone;

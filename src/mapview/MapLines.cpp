@@ -1,3 +1,4 @@
+#include "mapview/ExportBox.h"
 #include "mapview/Repaint.h"
 
 #include <algorithm>
@@ -25,18 +26,24 @@ void DrawSegments(Repaint& repaint) {
     }
 }
 
-void DrawExportBox(Repaint& repaint) {
-    const MapView& view = repaint.View;
+PictureBox BoxOnPicture(const MapView& view, const PostBox& posts) {
     const double cell = view.CellSize();
     const auto x = [&](int32_t post) { return cell * (post - view.MapLeftX); };
     const auto y = [&](int32_t post) {
         return view.PictureSide() - cell * (post - view.MapBottomY);
     };
-    const auto [left, right] = std::minmax(view.ExportX1, view.ExportX2);
-    const auto [bottom, top] = std::minmax(view.ExportY1, view.ExportY2);
+    const auto [left, right] = std::minmax(posts.X1, posts.X2);
+    const auto [bottom, top] = std::minmax(posts.Y1, posts.Y2);
+    return {{x(left), y(bottom)}, {x(right + 1), y(top + 1)}};
+}
+
+void DrawExportBox(Repaint& repaint) {
+    const MapView& view = repaint.View;
+    const PictureBox box =
+        BoxOnPicture(view, {view.ExportX1, view.ExportY1, view.ExportX2, view.ExportY2});
     repaint.Surface.SetFill(FillStyle::None, 0);
     repaint.Surface.SetPen(view.ExportColor, 1);
-    repaint.Surface.Rectangle({x(left), y(bottom)}, {x(right + 1), y(top + 1)});
+    repaint.Surface.Rectangle(box.LowerLeft, box.UpperRight);
 }
 
 } // namespace vardenix

@@ -47,6 +47,8 @@ bool Paint(Repaint& repaint, FeatureLayer* features) {
         DrawExportBox(repaint);
     if (features != nullptr && features->ShowFeatures())
         DrawFeatures(repaint, *features);
+    if (features != nullptr)
+        features->DrawMarks(repaint.Surface, repaint.View);
     repaint.Screen.MakeViewPort(repaint.View);
     return true;
 }

@@ -6,6 +6,7 @@
 #include "services/TilePictures.h"
 #include "theater/Configuration.h"
 #include "theater/DebugLog.h"
+#include "theater/FeatureSet.h"
 #include "theater/MapFileRecord.h"
 #include "theater/Terrain.h"
 #include "theater/TextureBin.h"
@@ -32,16 +33,6 @@ struct MapTools {
     bool& AbortPaint; // the user's wish, cleared when it has been obeyed
 };
 
-// The kinds of features, in the numbers of their files.
-enum class FeatureKind : int16_t {
-    Airport = 1,
-    City = 2,
-    Coast = 3,
-    Label = 4,
-    River = 5,
-    Road = 6
-};
-
 // The layer on top of everything.
 class FeatureLayer {
 public:
@@ -55,6 +46,8 @@ public:
     // Draws one kind, or nothing where `flag` is false.
     virtual void FeatureDraw(DrawingSurface& surface, const MapView& view,
                              FeatureKind kind, bool flag) = 0;
+    // What lies above the features, whatever their switch says.
+    virtual void DrawMarks(DrawingSurface& /*surface*/, const MapView& /*view*/) {}
 };
 
 // What the windows do round a repaint.

@@ -61,6 +61,8 @@ public:
     // 0x00BBGGRR.
     virtual uint32_t Color(uint32_t current) = 0;
     virtual FontChoice Font(const FontChoice& current) = 0;
+    // The same, with the colour of the text.
+    virtual FontChoice FontAndColor(const FontChoice& current) { return Font(current); }
 
     // The usual notice: an OK box.
     void Notice(const std::string& text, const std::string& title, BoxIcon icon) {

@@ -2,8 +2,10 @@
 
 #include "theater/Configuration.h"
 #include "theater/Discovery.h"
+#include "theater/FeatureSet.h"
 #include "theater/HeightPicture.h"
 #include "theater/MapFileRecord.h"
+#include "theater/SearchResults.h"
 #include "theater/Terrain.h"
 #include "theater/TextureBin.h"
 
@@ -36,9 +38,13 @@ struct ProgramState {
     vardenix::Discovery Discovery;
     vardenix::Terrain Terrain;
     vardenix::Catalogue Catalogue;
-    std::string MAPFile; // the theater.map in use
+    std::string MAPFile;      // the theater.map in use
+    FileIdentity MAPFileRead; // as it was read or last saved
     vardenix::MapFileRecord MapFileRecord{};
     HeightPicture Preview;
+    FeatureSet Features;
+    FeatureSwitches ShownFeatures;
+    SearchState Search;
 };
 
 } // namespace vardenix

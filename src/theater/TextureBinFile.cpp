@@ -2,9 +2,10 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "platform/Transaction.h"
 #include "platform/Windows1252.h"
 
 #include <algorithm>
@@ -134,6 +135,14 @@ void WriteTile(StagedFile& file, const TileRecord& tile) {
     }
 }
 
+FileBytes ReadBinFile(const std::string& path, FileIdentity& read) {
+    const ReadingLock reading({path});
+    const ReadableFile file(path);
+    RequireAtMost(file, MaxBinBytes);
+    read = file.Identity();
+    return file.ReadAll();
+}
+
 } // namespace
 
 std::string TileFileName(const std::string& tileName, bool night) {
@@ -162,9 +171,12 @@ TextureBin ParseBinFile(std::span<const std::byte> bytes, const std::string& pat
 }
 
 void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
-                 DebugLog& log) {
+                 DebugLog& log, const std::function<void()>& afterReading) {
     progress.SetBar(0);
-    const FileBytes file = ReadWholeFile(catalogue.BinPath);
+    FileIdentity read;
+    const FileBytes file = ReadBinFile(catalogue.BinPath, read);
+    if (afterReading)
+        afterReading();
     log.WriteLog("Opened BinPath...");
     TextureBin bin = ParseBinFile(file.Span(), catalogue.BinPath);
     log.WriteLog("Number of Sets: " + std::to_string(bin.NumSets));
@@ -189,19 +201,14 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
         progress.LetEventsThrough();
     }
     catalogue.Bin = std::move(bin);
+    catalogue.Read = read;
     catalogue.Lookup = std::move(lookup);
     catalogue.NewTilesList.clear();
     log.WriteLog("Closed BinPath...");
     log.WriteLog("Exiting OpenBinFile...");
 }
 
-void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
-    if (!FileExists(catalogue.BinPath))
-        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
-    StagedFile file(catalogue.BinPath);
-    log.WriteLog("Killed BinPath...");
-    log.WriteLog("Opened BinPath...");
-    const TextureBin& bin = catalogue.Bin;
+void WriteBinFile(const TextureBin& bin, StagedFile& file) {
     file.WriteInt32(bin.NumSets);
     file.WriteInt32(bin.NumTiles);
     for (int32_t set = 1; set <= bin.NumSets; ++set) {
@@ -211,7 +218,20 @@ void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
         for (int32_t i = 1; i <= tileSet.TileCount; ++i)
             WriteTile(file, tileSet.Tiles.at(Count(i)));
     }
-    file.Commit();
+}
+
+void SaveBinFile(Catalogue& catalogue, DebugLog& log, IfChanged ifChanged) {
+    const auto locks =
+        LockFoldersOf({TargetOf(catalogue.BinPath)}, FolderLock::Exclusive);
+    if (!FileExists(catalogue.BinPath))
+        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
+    Transaction files;
+    StagedFile& file = files.Stage(catalogue.BinPath, catalogue.Read, ifChanged);
+    log.WriteLog("Killed BinPath...");
+    log.WriteLog("Opened BinPath...");
+    WriteBinFile(catalogue.Bin, file);
+    files.Commit();
+    catalogue.Read = file.Identity();
     log.WriteLog("Closed BinPath...");
     log.WriteLog("Exiting SaveBinFile...");
 }

@@ -3,10 +3,10 @@
 #include "platform/FileNames.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/StagedFile.h"
 #include "theater/TerrainStore.h"
 
 #include <algorithm>
-#include <fstream>
 #include <span>
 
 namespace vardenix {
@@ -28,10 +28,27 @@ constexpr const char* Dashes = "-----------------------------------";
                            std::to_string(tile) + "; expected 0 or more");
 }
 
-// How many posts have each number below `numbers`; the last element counts all other
-// posts. Four tables take turns: a land is full of runs of one number, and adding again
+std::vector<int32_t> SerialsOfUnknown(const Terrain& terrain, const TileLookup& lookup) {
+    std::vector<int32_t> serials;
+    int32_t serial = 0;
+    for (const TerrainPost& post : terrain.LxArr.Values()) {
+        ++serial;
+        const int32_t tile = post.TileOffset;
+        if (tile < 0)
+            RefuseNegative(terrain, serial, tile);
+        if (static_cast<size_t>(tile) >= lookup.size() ||
+            lookup[static_cast<size_t>(tile)].Terrain == -1)
+            serials.push_back(serial);
+    }
+    return serials;
+}
+
+} // namespace
+
+// Four tables take turns: a land is full of runs of one number, and adding again
 // to what was just added to would wait for it.
-std::vector<int32_t> CountNumbers(std::span<const TerrainPost> posts, size_t numbers) {
+std::vector<int32_t> CountTileNumbers(std::span<const TerrainPost> posts,
+                                      size_t numbers) {
     constexpr size_t Tables = 4;
     const size_t width = numbers + 1;
     const auto last = static_cast<uint32_t>(numbers);
@@ -57,27 +74,10 @@ std::vector<int32_t> CountNumbers(std::span<const TerrainPost> posts, size_t num
     return counts;
 }
 
-std::vector<int32_t> SerialsOfUnknown(const Terrain& terrain, const TileLookup& lookup) {
-    std::vector<int32_t> serials;
-    int32_t serial = 0;
-    for (const TerrainPost& post : terrain.LxArr.Values()) {
-        ++serial;
-        const int32_t tile = post.TileOffset;
-        if (tile < 0)
-            RefuseNegative(terrain, serial, tile);
-        if (static_cast<size_t>(tile) >= lookup.size() ||
-            lookup[static_cast<size_t>(tile)].Terrain == -1)
-            serials.push_back(serial);
-    }
-    return serials;
-}
-
-} // namespace
-
 std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup) {
     const size_t numbers = lookup.size();
     const auto posts = terrain.LxArr.Values();
-    const std::vector<int32_t> uses = CountNumbers(posts, numbers);
+    const std::vector<int32_t> uses = CountTileNumbers(posts, numbers);
     bool known = uses[numbers] == 0;
     for (size_t number = 0; number < numbers; ++number) {
         lookup[number].UseCount = uses[number];
@@ -88,10 +88,11 @@ std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup) {
 }
 
 void AppendReport(const std::string& path, const std::string& report) {
-    std::ofstream file(RealPath(path), std::ios::binary | std::ios::app);
-    file << report << std::flush;
-    if (!file)
-        throw RuntimeError(ErrorNumber::PathFileAccess, "writing " + path);
+    StagedFile file(path);
+    if (FileExists(path))
+        file.WriteRestOf(ReadableFile(path), 0);
+    file.WriteText(report);
+    file.Commit();
 }
 
 std::string UnknownTilesReport(const Terrain& terrain,

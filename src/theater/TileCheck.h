@@ -6,10 +6,15 @@
 #include "theater/TextureBin.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace vardenix {
+
+// How many posts have each number below `numbers`; the last element counts all other
+// posts, those with negative numbers among them.
+std::vector<int32_t> CountTileNumbers(std::span<const TerrainPost> posts, size_t numbers);
 
 // Counts the posts that use each tile number into UseCount, from 0 on every element, the
 // empty slots too. Returns the serials, in order, of the posts whose number has no tile:
@@ -22,8 +27,8 @@ std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup);
 std::string UnknownTilesReport(const Terrain& terrain,
                                const std::vector<int32_t>& serials, const LocalTime& now);
 
-// Appends such a report to a file, which only ever grows. Error 75 when it cannot be
-// written.
+// Appends such a report to a file, which only ever grows: what was there stands until all
+// of it is on the disk. The system's refusals (61, 70, 75), and then it is as it was.
 void AppendReport(const std::string& path, const std::string& report);
 
 // CountTileUse, and where posts without a tile exist and a report is wished, the question

@@ -74,10 +74,19 @@ bool OnElevations(CursorPost place, const Terrain& terrain) {
 }
 
 MapPointer PointerFor(const MapInteraction& interaction) {
-    if (interaction.WaitImportCorner || interaction.WaitExportCorner1 ||
-        interaction.WaitExportCorner2)
+    if (interaction.Waits())
         return MapPointer::Cross;
     return interaction.SelectedTile == -1 ? MapPointer::Default : MapPointer::Brush;
+}
+
+std::optional<PostBox> BoxAtCursor(const MapInteraction& interaction, const MapView& view,
+                                   CursorPost post) {
+    if (interaction.WaitExportCorner2)
+        return PostBox{view.ExportX1, view.ExportY1, post.X, post.Y};
+    if (interaction.WaitImportCorner && interaction.ImportWidth > 0)
+        return PostBox{post.X, post.Y, post.X + interaction.ImportWidth - 1,
+                       post.Y + interaction.ImportHeight - 1};
+    return std::nullopt;
 }
 
 std::string TileNameOf(int32_t tileNumber, const TileLookup& lookup) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapview/ExportBox.h"
 #include "mapview/MapLayout.h"
 #include "mapview/MapView.h"
 #include "theater/Terrain.h"
@@ -22,6 +23,15 @@ struct MapInteraction {
     bool WaitImportCorner = false;
     int32_t ImportX = 0; // lower left corner of the stamp, posts from 0
     int32_t ImportY = 0;
+    int32_t ImportWidth = 0; // of the region to stamp, posts
+    int32_t ImportHeight = 0;
+
+    bool Waits() const {
+        return WaitExportCorner1 || WaitExportCorner2 || WaitImportCorner;
+    }
+    void StopWaiting() {
+        WaitExportCorner1 = WaitExportCorner2 = WaitImportCorner = false;
+    }
 
     int32_t PopupSerial = 0; // of the post under the last right click; 0 beyond the edge
 };
@@ -51,6 +61,11 @@ MapPointer PointerFor(const MapInteraction& interaction);
 // The catalogue's name of a tile, Windows-1252; empty for a number without a tile, and
 // "Not Specified in BIN File" for one outside the table.
 std::string TileNameOf(int32_t tileNumber, const TileLookup& lookup);
+
+// What the next left click would close the box of, with the cursor over `post`: the
+// region to export once its first corner is given, or the stamp. Nothing otherwise.
+std::optional<PostBox> BoxAtCursor(const MapInteraction& interaction, const MapView& view,
+                                   CursorPost post);
 
 // What the tool tip at the cursor says. The tile's name is as the catalogue has it,
 // Windows-1252; lines are parted by CR LF.

@@ -8,6 +8,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -36,6 +38,8 @@ public:
     virtual void SubExportTDFs() {}
     virtual void ImportTiles() {}
     virtual bool ExportWithShift() const { return false; }
+    // Feature files that were dropped on the map.
+    virtual void LoadFeatures(const std::vector<std::string>& /*paths*/) {}
     // Frame7 of the panel, which tells what is waited for.
     virtual void HideFrame7() {}
 };

@@ -30,24 +30,6 @@ int32_t SegmentOf(int32_t post) { return (post - 1) / SegmentSide + 1; }
 
 } // namespace
 
-bool PostChange::Empty() const {
-    return !TileOffset && !Elevation && !Palette && !X1 && !X2;
-}
-
-void ApplyChange(TerrainPost& post, const PostChange& change) {
-    // The fields of a post are unaligned, so they are assigned one by one.
-    if (change.TileOffset)
-        post.TileOffset = *change.TileOffset;
-    if (change.Elevation)
-        post.Elevation = *change.Elevation;
-    if (change.Palette)
-        post.Palette = *change.Palette;
-    if (change.X1)
-        post.X1 = *change.X1;
-    if (change.X2)
-        post.X2 = *change.X2;
-}
-
 int32_t SavedWidth(int32_t width) { return width / SegmentSide * SegmentSide; }
 
 int64_t FillPosts(Terrain& terrain, const PostRectangle& rectangle,

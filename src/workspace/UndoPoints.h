@@ -84,6 +84,8 @@ public:
     bool CanUndo(bool l0Mode) const;
     bool CanRedo(bool l0Mode) const;
 
+    // Level 2 has been read anew: an undo would write whole posts of before into it.
+    void ForgetPosts() { undoPosts_.Clear(); }
     // Other elevations have been loaded: edits of the former ones mean nothing there.
     void ForgetElevations() { undoElv_.Clear(); }
 

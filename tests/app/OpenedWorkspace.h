@@ -50,6 +50,7 @@ protected:
         state_.Starting = true;
         workspace_ =
             std::make_unique<Workspace>(state_, platform_.All, log_, [this] { ++ends_; });
+        AddSubsystems();
         OpeningWindows& windows = *workspace_;
         windows.PreviewChanged();
         windows.LoadMap();
@@ -61,6 +62,9 @@ protected:
         state_.Starting = false;
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window("FrmVXMain")));
     }
+
+    // What joins the workspace before its windows are made.
+    virtual void AddSubsystems() {}
 
     static QWidget& Window(const char* name) {
         for (QWidget* window : QApplication::topLevelWidgets())

@@ -164,7 +164,8 @@ TEST_F(ElevationCommands, MissingFilesAreRunTimeErrors) {
     fs::remove(O0());
     const ProgramResult l0 = Elevation("set", {L0(), "0", "0", "1"});
     EXPECT_EQ(l0.ExitCode, 3);
-    EXPECT_NE(l0.Errors.find(".O0 File not found\n" + O0() + "\n"), std::string::npos) << l0.Errors;
+    EXPECT_NE(l0.Errors.find(".O0 File not found\n" + O0() + "\n"), std::string::npos)
+        << l0.Errors;
     EXPECT_FALSE(fs::exists(O0()));
 }
 

@@ -39,6 +39,10 @@ public:
     void ExportTiles() override { story_ += " export"; }
     void SubExportTDFs() override { story_ += " tdfs"; }
     void ImportTiles() override { story_ += " import"; }
+    void LoadFeatures(const std::vector<std::string>& paths) override {
+        for (const std::string& path : paths)
+            story_ += " load " + path;
+    }
     bool ExportWithShift() const override { return WithShift; }
     void HideFrame7() override { story_ += " nohint"; }
 

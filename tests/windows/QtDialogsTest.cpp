@@ -1,6 +1,7 @@
 #include "platform/windows/QtDialogs.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/windows/ColorButton.h"
 #include "platform/windows/FileFilter.h"
 #include "support/TestFolder.h"
 #include "windows/WindowTest.h"
@@ -375,6 +376,27 @@ TEST(QtDialogsFont, KeepsWhatTheDialogDoesNotAsk) {
     EXPECT_EQ(chosen.Color, 0x8000FFU);
     WhenModal<QFontDialog>([](QFontDialog& dialog) { dialog.reject(); });
     ExpectCancelled([&current] { QtDialogs().Font(current); });
+}
+
+TEST(QtDialogsFont, AsksForTheColorWhereItIsWanted) {
+    const FontChoice current{.Name = "Liberation Sans", .Size = 12, .Color = 0x8000FF};
+    WhenModal<QFontDialog>([](QFontDialog& dialog) {
+        auto* button = dialog.findChild<ColorButton*>("cmdFontColor");
+        ASSERT_NE(button, nullptr);
+        EXPECT_EQ(button->Color(), 0x8000FFU);
+        EXPECT_TRUE(button->isVisible());
+        WhenModal<QColorDialog>([](QColorDialog& colors) {
+            colors.setCurrentColor(QColor(1, 2, 3));
+            colors.accept();
+        });
+        button->click();
+        dialog.accept();
+    });
+    const FontChoice chosen = QtDialogs().FontAndColor(current);
+    EXPECT_EQ(chosen.Color, 0x030201U);
+    EXPECT_EQ(chosen.Size, 12);
+    WhenModal<QFontDialog>([](QFontDialog& dialog) { dialog.reject(); });
+    ExpectCancelled([&current] { QtDialogs().FontAndColor(current); });
 }
 
 } // namespace

@@ -413,6 +413,34 @@ TEST_F(frmMAPMainTest, ASaveThatFailsLosesNothing) {
     EXPECT_EQ(Title().front(), '*');
 }
 
+TEST_F(frmMAPMainTest, WhatAnotherProgramHasWrittenIsAskedFor) {
+    folder_.Write("theater.map", std::string(2000, '\x22'));
+    Box(0).setText("5");
+    const std::string question =
+        state_.MAPFile +
+        " was changed by another program since it was opened. Overwrite it?";
+    platform_.Dialogs.ExpectBox("Confirm", question, BoxAnswer::No);
+    Click("cmdSaveMAP");
+    EXPECT_EQ(OnDisk(), std::string(2000, '\x22'));
+    EXPECT_TRUE(window_.MAPDirty() && CanSave());
+    platform_.Dialogs.ExpectBox("Confirm", question, BoxAnswer::Yes);
+    Click("cmdSaveMAP");
+    const std::string saved =
+        Pattern(1112).replace(4, 4, std::string("\5\0\0\0", 4)) +
+        std::string(2000 - 1112, '\x22');
+    EXPECT_EQ(OnDisk(), saved);
+    // From now on what stands there is ours.
+    Box(0).setText("6");
+    Click("cmdSaveMAP");
+    EXPECT_EQ(OnDisk()[4], 6);
+    EXPECT_FALSE(window_.MAPDirty());
+    // Another file that was opened is not what is compared.
+    platform_.Dialogs.ExpectOpen("", folder_.Write("other.map", Pattern(1112)));
+    window_.findChild<QAction*>("mnuOpen")->trigger();
+    Click("cmdSaveMAP");
+    EXPECT_EQ(OnDisk().substr(0, 1112), Pattern(1112));
+}
+
 TEST_F(frmMAPMainTest, AnEntryFlashesAndShowsItsColourAgain) {
     const uint32_t own = Shown(5);
     window_.StartFlashing(5, 1, 400); // 2 ticks a second

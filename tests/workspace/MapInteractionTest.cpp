@@ -127,6 +127,13 @@ TEST_F(ReadOutTest, SegmentsCountFromTheUpperLeft) {
     view_.MapLeftX = 63;
     view_.MapBottomY = 63;
     EXPECT_NE(At(5, 635).Text.find("\r\nSegment:3,0\r\n"), std::string::npos);
+    // On both sides of a border between segments.
+    view_.MapLeftX = 15;
+    view_.MapBottomY = 15;
+    EXPECT_NE(At(5, 635).Text.find("\r\nSegment:0,3\r\n"), std::string::npos);
+    view_.MapLeftX = 16;
+    view_.MapBottomY = 16;
+    EXPECT_NE(At(5, 635).Text.find("\r\nSegment:1,2\r\n"), std::string::npos);
 }
 
 TEST_F(ReadOutTest, AnUnknownTileNumberIsNotSpecified) {
@@ -218,6 +225,38 @@ TEST(PlaceInBIN, AreTheSetFromOneAndTheTileFromZero) {
     EXPECT_FALSE(PlaceInBIN(37, 2));
     EXPECT_FALSE(PlaceInBIN(-1, 2));
     EXPECT_STREQ(NoSetForTile, "The Set number for this tile doesn't exist");
+}
+
+// "1,2 3,4", or nothing.
+std::string Told(const std::optional<PostBox>& box) {
+    if (!box)
+        return "";
+    return std::to_string(box->X1) + "," + std::to_string(box->Y1) + " " +
+           std::to_string(box->X2) + "," + std::to_string(box->Y2);
+}
+
+TEST(BoxAtCursor, FollowsTheCursorBetweenTheTwoCorners) {
+    MapInteraction interaction;
+    MapView view;
+    view.ExportX1 = 3;
+    view.ExportY1 = 4;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, view, {7, 1})), "");
+    interaction.WaitExportCorner1 = true;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, view, {7, 1})), "");
+    interaction.WaitExportCorner1 = false;
+    interaction.WaitExportCorner2 = true;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, view, {7, 1})), "3,4 7,1");
+    interaction.StopWaiting();
+    EXPECT_FALSE(interaction.Waits());
+}
+
+TEST(BoxAtCursor, AStampBeginsAtTheCursor) {
+    MapInteraction interaction;
+    interaction.WaitImportCorner = true;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, {}, {7, 1})), "");
+    interaction.ImportWidth = 2;
+    interaction.ImportHeight = 5;
+    EXPECT_EQ(Told(BoxAtCursor(interaction, {}, {7, 1})), "7,1 8,5");
 }
 
 } // namespace

@@ -11,12 +11,24 @@ MapPicture::MapPicture(QWidget* parent) : QWidget(parent) {
 
 void MapPicture::Show(const QtDrawingSurface& surface) { surface_ = &surface; }
 
+void MapPicture::SetBand(const std::optional<QRect>& band, const QColor& color) {
+    if (band == band_ && color == bandColor_)
+        return;
+    band_ = band;
+    bandColor_ = color;
+    update();
+}
+
 void MapPicture::paintEvent(QPaintEvent* event) {
     if (surface_ == nullptr)
         return;
     QPainter painter(this);
     for (const QRect& part : event->region())
         painter.drawImage(part, surface_->Image(), part);
+    if (!band_)
+        return;
+    painter.setPen(QPen(bandColor_, 1));
+    painter.drawRect(*band_);
 }
 
 } // namespace vardenix

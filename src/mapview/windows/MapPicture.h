@@ -2,7 +2,11 @@
 
 #include "mapview/windows/QtDrawingSurface.h"
 
+#include <QColor>
+#include <QRect>
 #include <QWidget>
+
+#include <optional>
 
 namespace vardenix {
 
@@ -16,12 +20,16 @@ public:
 
     // Borrowed for the widget's life.
     void Show(const QtDrawingSurface& surface);
+    // A frame over the picture, which costs no repaint of the map; none takes it away.
+    void SetBand(const std::optional<QRect>& band, const QColor& color);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     const QtDrawingSurface* surface_ = nullptr;
+    std::optional<QRect> band_;
+    QColor bandColor_;
 };
 
 } // namespace vardenix

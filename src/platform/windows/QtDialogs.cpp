@@ -2,6 +2,7 @@
 
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
+#include "platform/windows/ColorButton.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/FileFilter.h"
 
@@ -11,6 +12,8 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
+#include <QGroupBox>
+#include <QLayout>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -89,8 +92,7 @@ void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& las
     dialog.setDirectory(folder.isEmpty() ? QDir::homePath() : folder);
     const bool isFolder = initial.empty() || CanBeShown(initial);
     if (!isFolder && CanBeShown(UpToLastSlash(initial)))
-        dialog.selectFile(
-            QString::fromStdString(AfterLastSlash(TextOfPath(RealPath(initial)))));
+        dialog.selectFile(QString::fromStdString(AfterLastSlash(ShownPath(initial))));
 }
 
 class FileDialog : public QFileDialog {
@@ -164,6 +166,33 @@ private:
 
     QList<FileFilter> filters_;
 };
+
+QFont FontOf(const FontChoice& choice) {
+    QFont font(QString::fromStdString(choice.Name));
+    font.setPointSizeF(choice.Size > 0 ? choice.Size : FontChoice().Size);
+    font.setBold(choice.Bold);
+    font.setItalic(choice.Italic);
+    font.setStrikeOut(choice.Strikethrough);
+    font.setUnderline(choice.Underline);
+    return font;
+}
+
+FontChoice ChoiceOf(const QFont& font, uint32_t color) {
+    return {.Name = font.family().toStdString(),
+            .Size = static_cast<float>(font.pointSizeF()),
+            .Bold = font.bold(),
+            .Italic = font.italic(),
+            .Strikethrough = font.strikeOut(),
+            .Underline = font.underline(),
+            .Color = color};
+}
+
+// Below the boxes for strikeout and underline.
+void AddToEffects(QFontDialog& dialog, QWidget& control) {
+    const auto groups = dialog.findChildren<QGroupBox*>();
+    QLayout* place = groups.isEmpty() ? dialog.layout() : groups.first()->layout();
+    place->addWidget(&control);
+}
 
 } // namespace
 
@@ -271,23 +300,31 @@ uint32_t QtDialogs::Color(uint32_t current) {
 }
 
 FontChoice QtDialogs::Font(const FontChoice& current) {
-    QFont font(QString::fromStdString(current.Name));
-    font.setPointSizeF(current.Size);
-    font.setBold(current.Bold);
-    font.setItalic(current.Italic);
-    font.setStrikeOut(current.Strikethrough);
-    font.setUnderline(current.Underline);
     bool chosen = false;
-    font = QFontDialog::getFont(&chosen, font, QApplication::activeWindow());
+    const QFont font =
+        QFontDialog::getFont(&chosen, FontOf(current), QApplication::activeWindow());
     if (!chosen)
         Cancel();
-    return {.Name = font.family().toStdString(),
-            .Size = static_cast<float>(font.pointSizeF()),
-            .Bold = font.bold(),
-            .Italic = font.italic(),
-            .Strikethrough = font.strikeOut(),
-            .Underline = font.underline(),
-            .Color = current.Color};
+    return ChoiceOf(font, current.Color);
+}
+
+FontChoice QtDialogs::FontAndColor(const FontChoice& current) {
+    QFontDialog dialog(FontOf(current), QApplication::activeWindow());
+    // Only the toolkit's own has room for a colour.
+    dialog.setOption(QFontDialog::DontUseNativeDialog);
+    auto* button = new ColorButton(&dialog);
+    button->setObjectName("cmdFontColor");
+    button->setAccessibleName("Color of the text");
+    button->SetColor(current.Color);
+    QObject::connect(button, &QAbstractButton::clicked, &dialog, [button, &dialog] {
+        const QColor color = QColorDialog::getColor(ColorOf(button->Color()), &dialog);
+        if (color.isValid())
+            button->SetColor(ValueOf(color));
+    });
+    AddToEffects(dialog, *button);
+    if (dialog.exec() != QDialog::Accepted)
+        Cancel();
+    return ChoiceOf(dialog.selectedFont(), button->Color());
 }
 
 } // namespace vardenix

@@ -21,6 +21,7 @@ public:
     uint32_t Color(uint32_t current) override;
     // The dialog has no colours: that of `current` stays.
     FontChoice Font(const FontChoice& current) override;
+    FontChoice FontAndColor(const FontChoice& current) override;
 
 private:
     // Runs the dialog and remembers its folder; false when it was cancelled.

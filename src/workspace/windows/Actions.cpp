@@ -17,10 +17,12 @@ using Kind = Action::Kind;
 
 constexpr std::array<Action, 44> Table{{
     {Kind::MenuEntry, "mnyExit", "E&xit", "Ctrl+Q", "Leave the program"},
-    {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "", ""},
-    {Kind::MenuEntry, "mnumkTHR", "Ma&ke THR File", "", ""},
-    {Kind::MenuEntry, "mnumktc", "Make t&c File", "", ""},
-    {Kind::MenuEntry, "mnumktm", "Make t&m File", "", ""},
+    {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "",
+     "Highest elevation of every 8 by 8 posts"},
+    {Kind::MenuEntry, "mnumkTHR", "Ma&ke THR File", "",
+     "Does nothing: there is no such file to make"},
+    {Kind::MenuEntry, "mnumktc", "Make t&c File", "", "How often each tile is used"},
+    {Kind::MenuEntry, "mnumktm", "Make t&m File", "", "The tile number of every post"},
     {Kind::MenuEntry, "mnusearchTiles", "&Search Tiles...", "Ctrl+F", ""},
     {Kind::MenuEntry, "mnuRebuildTheater", "Re&build Entire Theater...", "", ""},
     {Kind::MenuEntry, "mnuThStats", "Theater Sta&tistics...", "", ""},
@@ -31,7 +33,8 @@ constexpr std::array<Action, 44> Table{{
     {Kind::Button, "CmdSaveTheater", "Save", "Ctrl+S",
      "Use shift for save with a different name."},
     {Kind::Key, "CmdSaveTheater", "Save as...", "Ctrl+Shift+S", ""},
-    {Kind::Button, "CmdImport", "Import", "Ctrl+I", "Stamp a region from a file"},
+    {Kind::Button, "CmdImport", "Import", "Ctrl+I",
+     "Stamp a region from a file. It cannot be undone: create a restore point first."},
     {Kind::Button, "CmdExport", "Export", "Ctrl+E",
      "Use SHIFT to export TDFs (Features)."},
     {Kind::Button, "cmdUndo", "Undo", "Ctrl+Z", "Undo (not for importing)"},
@@ -68,8 +71,9 @@ constexpr std::array<Action, 44> Table{{
     {Kind::Key, "PicShow", "Move the map by one post", "Left Right Up Down", ""},
     {Kind::Key, "PicShow", "Move the map up or down by a page", "PgUp PgDown", ""},
     {Kind::Key, "PicShow", "Move the map left or right by a page", "Home End", ""},
-    {Kind::Key, "PicShow", "Stop painting the map; in the palette, choose no tile", "Esc",
-     ""},
+    {Kind::Key, "PicShow",
+     "Stop painting the map, or waiting for a corner; in the palette, choose no tile",
+     "Esc", ""},
     {Kind::Key, "PicShow", "Context menu of the post under the cursor", "Menu Shift+F10",
      ""},
 }};
@@ -83,6 +87,7 @@ QList<QKeySequence> KeysOf(const Action& action) {
 
 void Apply(const Action& action, QAction& entry) {
     entry.setText(action.Caption);
+    entry.setToolTip(action.ToolTip);
     entry.setShortcuts(KeysOf(action));
     entry.setShortcutContext(Qt::ApplicationShortcut);
 }

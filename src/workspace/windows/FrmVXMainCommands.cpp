@@ -164,6 +164,7 @@ void FrmVXMain::RedrawExportButton() {
 void FrmVXMain::ShowHint(Hint hint) {
     ui_->lblExport->setVisible(hint == Hint::Export);
     ui_->lblImport->setVisible(hint == Hint::Import);
+    ui_->lblImportNoUndo->setVisible(hint == Hint::Import);
     ui_->Frame7->setVisible(hint != Hint::None);
 }
 

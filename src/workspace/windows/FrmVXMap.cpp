@@ -1,6 +1,8 @@
 #include "workspace/windows/FrmVXMap.h"
 
+#include "mapview/ExportBox.h"
 #include "platform/Windows1252.h"
+#include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/WindowPlace.h"
 #include "ui_FrmVXMap.h"
@@ -8,10 +10,15 @@
 
 #include <QCloseEvent>
 #include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyle>
+#include <QUrl>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -29,6 +36,17 @@ constexpr int ReadOutWidth = 240;   // pixels
 // Where the brush's hairs end in its picture.
 constexpr QPoint BrushTip{4, 27};
 
+// The local files among what was dropped that are feature files by their names.
+std::vector<std::string> DroppedFeatureFiles(const QMimeData& dropped) {
+    std::vector<std::string> paths;
+    for (const QUrl& url : dropped.urls()) {
+        const QString path = url.toLocalFile();
+        if (path.endsWith(".tdf", Qt::CaseInsensitive))
+            paths.push_back(path.toStdString());
+    }
+    return paths;
+}
+
 void SetRange(QScrollBar& bar, const ControlRange& range) {
     bar.setRange(range.Min, range.Max);
     bar.setPageStep(range.LargeChange);
@@ -39,6 +57,7 @@ void SetRange(QScrollBar& bar, const ControlRange& range) {
 FrmVXMap::FrmVXMap(const Parts& parts)
     : state_(parts.State), view_(parts.View), interaction_(parts.Interaction),
       renderer_(parts.Renderer), workspace_(parts.Workspace), commands_(parts.Commands),
+      features_(parts.Features),
       mouse_(parts.State.Terrain, parts.View, parts.Interaction, parts.Undo,
              parts.Workspace, parts.Commands),
       ui_(std::make_unique<Ui::FrmVXMap>()),
@@ -54,6 +73,7 @@ FrmVXMap::FrmVXMap(const Parts& parts)
     for (QWidget* part : std::initializer_list<QWidget*>{
              ui_->HScroll1, ui_->VScroll1, ui_->PicShow, ui_->ground->viewport()})
         part->installEventFilter(this);
+    setAcceptDrops(true);
     MakePopup();
     MakeToolTip();
 }
@@ -100,6 +120,7 @@ void FrmVXMap::LoadImageControls() {
         return;
     {
         const ScrollBusyWhile busy(view_);
+        const QScopedValueRollback placing(placing_, true);
         SetRange(*ui_->HScroll1, layout->HScroll1);
         SetRange(*ui_->VScroll1, layout->VScroll1);
     }
@@ -131,13 +152,25 @@ void FrmVXMap::FitRoundPicture(const MapLayout& layout) {
 
 void FrmVXMap::SetPosition(ViewPosition position) {
     const ScrollBusyWhile busy(view_);
+    const QScopedValueRollback placing(placing_, true);
     ui_->HScroll1->setValue(position.X);
     ui_->VScroll1->setValue(-position.Y);
     // A bar that stands there already says nothing.
     Scroll_Change();
 }
 
+void FrmVXMap::ShowPositionOfView() {
+    const QSignalBlocker quietH(ui_->HScroll1);
+    const QSignalBlocker quietV(ui_->VScroll1);
+    ui_->HScroll1->setValue(view_.MapLeftX);
+    ui_->VScroll1->setValue(-view_.MapBottomY);
+}
+
 void FrmVXMap::Scroll_Change() {
+    // While files are read or written nothing is repainted, and the picture must stay
+    // that of the posts that a click would meet.
+    if (view_.ScrollBusy && !placing_)
+        return ShowPositionOfView();
     view_.MapLeftX = ui_->HScroll1->value();
     view_.MapBottomY = -ui_->VScroll1->value();
     state_.Configuration.X = view_.MapLeftX;
@@ -149,7 +182,7 @@ void FrmVXMap::Scroll_Change() {
 
 void FrmVXMap::RefreshPicArray() {
     escWatch_.Begin();
-    renderer_.RefreshPicArray(view_, picture2_, *this, nullptr);
+    renderer_.RefreshPicArray(view_, picture2_, *this, features_);
     // Another post may lie under the cursor, or the same with other values.
     if (ui_->PicShow->underMouse())
         PicShow_MouseMove(ui_->PicShow->mapFromGlobal(QCursor::pos()));
@@ -165,6 +198,8 @@ void FrmVXMap::LookForEsc() {
 void FrmVXMap::MakeViewPort(const MapView&) { emit ViewPainted(); }
 
 void FrmVXMap::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && StopWaiting())
+        return;
     if (event->key() == Qt::Key_Escape && !ui_->VScroll1->isEnabled())
         state_.AbortPaint = true;
     using Slide = QAbstractSlider::SliderAction;
@@ -230,6 +265,8 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
             ShowPopup(event.globalPosition().toPoint());
         return;
     case Qt::LeftButton:
+        // A box of the click's own may come up over the band.
+        ui_->PicShow->SetBand({}, {});
         return mouse_.LeftDown(at.x(), at.y());
     default:
         return;
@@ -260,12 +297,52 @@ void FrmVXMap::PicShow_MouseMove(QPointF position) {
         ui_->PicShow->unsetCursor();
         break;
     }
+    ShowBand(position);
     const ReadOut out = ReadOutAt(view_, state_.Terrain, state_.Catalogue.Lookup,
                                   position.x(), position.y());
     toolTip_.SetBackColor(out.BackColor);
     toolTip_.SetToolTipHeader(QString::fromStdString(out.Header));
     toolTip_.SetToolTipHeaderShow(!out.Header.empty());
     toolTip_.SetToolText(*ui_->PicShow, QString::fromStdString(Utf8FromBytes(out.Text)));
+}
+
+void FrmVXMap::ShowBand(QPointF position) {
+    const auto box = BoxAtCursor(interaction_, view_,
+                                 PostUnderCursor(view_, position.x(), position.y()));
+    if (!box)
+        return ui_->PicShow->SetBand({}, {});
+    const PictureBox band = BoxOnPicture(view_, *box);
+    const QPoint topLeft(PixelAt(band.LowerLeft.X), PixelAt(band.UpperRight.Y));
+    const QPoint bottomRight(PixelAt(band.UpperRight.X), PixelAt(band.LowerLeft.Y));
+    const QSize size(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y());
+    ui_->PicShow->SetBand(QRect(topLeft, size), ColorOf(view_.ExportColor));
+}
+
+bool FrmVXMap::StopWaiting() {
+    if (!interaction_.Waits())
+        return false;
+    interaction_.StopWaiting();
+    commands_.HideFrame7();
+    PicShow_MouseMove(ui_->PicShow->mapFromGlobal(QCursor::pos()));
+    return true;
+}
+
+void FrmVXMap::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DroppedFeatureFiles(*event->mimeData()).empty())
+        event->acceptProposedAction();
+}
+
+void FrmVXMap::dropEvent(QDropEvent* event) {
+    const std::vector<std::string> paths = DroppedFeatureFiles(*event->mimeData());
+    event->acceptProposedAction();
+    // Once the other program is done with its part: a box may come up.
+    QMetaObject::invokeMethod(
+        this,
+        [this, paths] {
+            static_cast<RunTimeBarrier*>(qApp)->Guard(
+                [&] { commands_.LoadFeatures(paths); });
+        },
+        Qt::QueuedConnection);
 }
 
 bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {

@@ -37,6 +37,7 @@ public:
         UndoPoints& Undo;
         WorkspaceCommands& Workspace;
         MapCommands& Commands;
+        FeatureLayer* Features = nullptr; // drawn on top; may be none
     };
     explicit FrmVXMap(const Parts& parts);
     ~FrmVXMap() override;
@@ -65,6 +66,8 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -73,11 +76,16 @@ protected:
 private:
     void FitRoundPicture(const MapLayout& layout);
     void Scroll_Change();
+    void ShowPositionOfView();
     void MakePopup();
     void MakeToolTip();
     void PicShow_MouseDown(QMouseEvent& event);
     void PicShow_MouseMove(QPointF position);
     void ShowPopup(QPoint globalPosition);
+    // What the next click would export or stamp over is framed while the mouse moves.
+    void ShowBand(QPointF position);
+    // No corner is waited for any more. False when none was.
+    bool StopWaiting();
 
     void ClearPicShow() override {}
     void CopyToPicShow() override;
@@ -90,6 +98,7 @@ private:
     MapRenderer& renderer_;
     WorkspaceCommands& workspace_;
     MapCommands& commands_;
+    FeatureLayer* features_;
     MapMouse mouse_;
     std::unique_ptr<Ui::FrmVXMap> ui_;
     QMenu* mnupup1_ = nullptr;
@@ -97,7 +106,8 @@ private:
     QCursor brush_;
     QtDrawingSurface picture2_;
     EscWatch escWatch_;
-    QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree
+    bool placing_ = false; // the program itself moves the bars
+    QPoint wheelTurned_;   // what has not made a whole notch yet, eighths of a degree
 };
 
 } // namespace vardenix
