@@ -52,6 +52,7 @@ void AddSet(Command& all);
 void AddFill(Command& all);
 void AddSaveAs(Command& all);
 void AddElevation(Command& all);
+void AddMap(Command& all);
 void AddPreview(Command& all);
 void AddRender(Command& all);
 void AddRebuild(Command& all);

@@ -42,6 +42,7 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddFill(all);
     AddSaveAs(all);
     AddElevation(all);
+    AddMap(all);
     AddPreview(all);
     AddRender(all);
     AddRebuild(all);

@@ -33,17 +33,6 @@ FREE_IMAGE_FORMAT LibraryFormat(PictureFormat format) {
     return static_cast<FREE_IMAGE_FORMAT>(format);
 }
 
-// Throws what the file system and the guard say.
-Bitmap ReadPicture(PictureFormat format, std::string_view path) {
-    if (!SupportsReading(format))
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": pictures of this kind are not read");
-    if (FileLength(path) > PictureLargestFile)
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": the file is too long for a picture");
-    return ImageDecode(format, ReadWholeFile(path), path);
-}
-
 // The part of a file's name behind its last dot is one of a comma-separated list.
 bool HasExtensionOf(std::string_view path, std::string_view list) {
     const std::string name = AfterLastSlash(path);
@@ -163,9 +152,19 @@ FileBytes ImageEncode(PictureFormat format, const Bitmap& bitmap, std::string_vi
     return result;
 }
 
+Bitmap ImageRead(PictureFormat format, std::string_view path) {
+    if (!SupportsReading(format))
+        throw RuntimeError(ErrorNumber::InvalidPicture,
+                           std::string(path) + ": pictures of this kind are not read");
+    if (FileLength(path) > PictureLargestFile)
+        throw RuntimeError(ErrorNumber::InvalidPicture,
+                           std::string(path) + ": the file is too long for a picture");
+    return ImageDecode(format, ReadWholeFile(path), path);
+}
+
 Bitmap ImageLoad(PictureFormat format, std::string_view path) {
     try {
-        return ReadPicture(format, path);
+        return ImageRead(format, path);
     } catch (const RuntimeError&) {
         return {};
     }
@@ -174,7 +173,7 @@ Bitmap ImageLoad(PictureFormat format, std::string_view path) {
 Bitmap ImageLoadEx(std::string_view path, const RescaleSize& size, ImageFilter filter) {
     Bitmap bitmap;
     try {
-        bitmap = ReadPicture(FormatFromFileName(path), path);
+        bitmap = ImageRead(FormatFromFileName(path), path);
     } catch (const RuntimeError& error) {
         if (error.Number() == ErrorNumber::InvalidPicture)
             throw;

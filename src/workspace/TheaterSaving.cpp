@@ -3,7 +3,6 @@
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 #include "platform/SavedOrKept.h"
-#include "platform/Transaction.h"
 #include "theater/ElevationFiles.h"
 #include "theater/MissingSegments.h"
 #include "theater/TerrainStore.h"
