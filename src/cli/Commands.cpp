@@ -8,8 +8,8 @@
 namespace vardenix {
 
 CommandContext::CommandContext()
-    : registry_(ProgramFolder(), ProgramFolder(), {}), platform_{Dialogs, registry_, Clock,
-                                                                 Processes} {
+    : registry_(ProgramFolder(), ProgramFolder(), {}), platform_{Dialogs, registry_,
+                                                                 Clock, Processes} {
     // The editor's own colours and fonts. A user who may not read them, as one that runs
     // with the home of another, can look at a theater all the same.
     try {
