@@ -60,26 +60,40 @@ bool IsWhole(std::string_view text) {
            text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-// "1:elevation=>200".
-void TakeCell(const std::string& text, SearchPattern& pattern) {
-    const std::string expected = std::string("N:FIELD=CONDITION, N from 0 to 8, FIELD ") +
-                                 FieldList +
-                                 ", CONDITION a whole number with !, < or > "
-                                 "in front or none";
-    const size_t equals = text.find('=');
-    if (text.size() < 2 || text[0] < '0' || text[0] > '8' || text[1] != ':' ||
-        equals == std::string::npos)
-        Refuse("--cell", text, expected);
-    const FieldWord* field = FieldOf(std::string_view(text).substr(2, equals - 2));
-    const std::string condition = text.substr(equals + 1);
-    const bool hasSign = !condition.empty() &&
-                         std::string_view("!<>").find(condition[0]) != std::string::npos;
-    if (field == nullptr || !IsWhole(std::string_view(condition).substr(hasSign ? 1 : 0)))
-        Refuse("--cell", text, expected);
-    std::string& kept = pattern[static_cast<size_t>(text[0] - '0')].*(field->Text);
+// "elevation=>200"; false when it is none.
+bool TakeCondition(std::string_view text, SearchCell& cell) {
+    const size_t equals = std::min(text.find('='), text.size());
+    const FieldWord* field = FieldOf(text.substr(0, equals));
+    if (equals == text.size() || field == nullptr)
+        return false;
+    const std::string_view condition = text.substr(equals + 1);
+    const bool hasSign =
+        !condition.empty() &&
+        std::string_view("!<>").find(condition[0]) != std::string_view::npos;
+    if (!IsWhole(condition.substr(hasSign ? 1 : 0)))
+        return false;
+    std::string& kept = cell.*(field->Text);
     if (!kept.empty())
-        throw UsageError("--cell", text.substr(0, equals) + " is given twice");
+        throw UsageError("--cell",
+                         std::string(field->Word) + " is given twice for one post");
     kept = condition;
+    return true;
+}
+
+// "1:elevation=>200,tile=5".
+void TakeCell(const std::string& text, SearchPattern& pattern) {
+    bool good = text.size() > 2 && text[0] >= '0' && text[0] <= '8' && text[1] == ':';
+    std::string_view rest = good ? std::string_view(text).substr(2) : "";
+    while (good && !rest.empty()) {
+        const size_t comma = std::min(rest.find(','), rest.size());
+        good = TakeCondition(rest.substr(0, comma),
+                             pattern[static_cast<size_t>(text[0] - '0')]);
+        rest.remove_prefix(std::min(comma + 1, rest.size()));
+    }
+    if (!good)
+        Refuse("--cell", text,
+               std::string("N:FIELD=CONDITION, N from 0 to 8, FIELD ") + FieldList +
+                   ", CONDITION a whole number with !, < or > in front or none");
 }
 
 template <typename Field>
