@@ -130,16 +130,18 @@ void WindowPlaces::ShowByBoxes() {
     // Before the map, which so ends up with the keyboard. The palette comes behind it, or
     // the desktop would not know what it is to lie over.
     RestorePreview();
-    if (!windows_.Map->isVisible())
+    if (!windows_.Map->isVisible()) {
         windows_.Palette->hide();
+        if (settings_.MainWinVis)
+            NoIcon(*windows_.Map); // as which it may have been hidden
+    }
     windows_.Map->setVisible(settings_.MainWinVis);
-    if (!settings_.MainWinVis)
-        NoIcon(*windows_.Map); // or it would come back as one
     RestoreChildWindows();
 }
 
 void WindowPlaces::ShowTicked() {
-    NoIcon(*windows_.Map);
+    if (windows_.Map->isVisible())
+        NoIcon(*windows_.Map);
     ShowByBoxes();
 }
 
@@ -160,7 +162,7 @@ void WindowPlaces::RestorePreview() {
 }
 
 bool WindowPlaces::SmallWindowsShown() const {
-    return placed_ && !windows_.Map->isMinimized();
+    return placed_ && !(windows_.Map->isVisible() && windows_.Map->isMinimized());
 }
 
 void WindowPlaces::HideAll() {

@@ -63,8 +63,9 @@ private:
 
 PlaceWatch::Step PlaceWatch::Look(bool framed, bool inPlace) {
     constexpr int mostUnframed = 1500; // half a minute; some desktops have no frames
-    constexpr int mostFramed = 20;
-    constexpr int enoughRight = 3;
+    constexpr int mostFramed = 150;
+    // A window is taken to stand where it was moved until the desktop says otherwise.
+    constexpr int enoughRight = 25;
     if (!framed)
         return ++unframedLooks_ < mostUnframed            ? Step::Wait
                : inPlace || unframedLooks_ > mostUnframed ? Step::Done
