@@ -47,8 +47,9 @@ WindowSize PaletteSize(const Configuration& settings) {
     return {PixelsOfTwips(settings.PalWinSizeW), PixelsOfTwips(settings.PalWinSizeH)};
 }
 
-WindowPosition PlaceOf(const QWidget& window) {
-    return {.Top = TwipsOfPixels(window.y()), .Left = TwipsOfPixels(window.x())};
+WindowPosition StoredPlaceOf(const QWidget& window) {
+    const QPoint place = PlaceOf(window);
+    return {.Top = TwipsOfPixels(place.y()), .Left = TwipsOfPixels(place.x())};
 }
 
 void NoIcon(QWidget& window) {
@@ -114,13 +115,13 @@ void WindowPlaces::PlaceAsStored() {
 }
 
 void WindowPlaces::Store() {
-    settings_.MainControlWinPos = PlaceOf(*windows_.Panel);
-    settings_.MainWinPos = PlaceOf(*windows_.Map);
-    settings_.ThPrevWinPos = PlaceOf(*windows_.Preview);
+    settings_.MainControlWinPos = StoredPlaceOf(*windows_.Panel);
+    settings_.MainWinPos = StoredPlaceOf(*windows_.Map);
+    settings_.ThPrevWinPos = StoredPlaceOf(*windows_.Preview);
     // One that fills the screen keeps the place it had before.
     if (windows_.Palette->isMaximized())
         return;
-    settings_.PalWinPos = PlaceOf(*windows_.Palette);
+    settings_.PalWinPos = StoredPlaceOf(*windows_.Palette);
     settings_.PalWinSizeW = TwipsOfPixels(windows_.Palette->width());
     settings_.PalWinSizeH = TwipsOfPixels(windows_.Palette->height());
 }
