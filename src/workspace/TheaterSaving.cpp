@@ -2,7 +2,7 @@
 
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
-#include "theater/ChangedFiles.h"
+#include "platform/SavedOrKept.h"
 #include "theater/ElevationFiles.h"
 #include "theater/MissingSegments.h"
 #include "theater/TerrainStore.h"

@@ -5,9 +5,9 @@
 #include "platform/KeyFilters.h"
 #include "platform/OpenPage.h"
 #include "platform/RuntimeError.h"
+#include "platform/SavedOrKept.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "theater/ChangedFiles.h"
 #include "ui_frmMAPMain.h"
 
 #include <QCloseEvent>
@@ -159,13 +159,14 @@ void frmMAPMain::TakeRecordBack() {
 
 bool frmMAPMain::SaveMapFile() {
     TakeRecordBack();
-    const bool saved = SavedOrKept(platform_.Dialogs, [this](IfChanged ifChanged) {
+    const auto save = [this](IfChanged ifChanged) {
         state_.MAPFileRead = vardenix::SaveMapFile(state_.MAPFile, state_.MapFileRecord,
                                                    state_.MAPFileRead, ifChanged);
-    });
-    if (saved)
-        path_ = state_.MAPFile;
-    return saved;
+    };
+    if (!SavedOrKept(platform_.Dialogs, save))
+        return false;
+    path_ = state_.MAPFile;
+    return true;
 }
 
 void frmMAPMain::MAPNeedSave() {

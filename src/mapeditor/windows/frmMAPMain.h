@@ -69,6 +69,7 @@ private:
     // The numbers and colours of the controls become those of the record, or none of
     // them.
     void TakeRecordBack();
+    // False when the user keeps what another program has written meanwhile.
     bool SaveMapFile();
     void MAPNeedSave();
     void MAPSaved();

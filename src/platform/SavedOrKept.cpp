@@ -1,5 +1,6 @@
-#include "theater/ChangedFiles.h"
+#include "platform/SavedOrKept.h"
 
+#include "platform/Dialogs.h"
 #include "platform/Transaction.h"
 
 namespace vardenix {
