@@ -15,13 +15,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const int32_t width = data[1] % 16 * SegmentSide;
     const auto bytes = std::as_bytes(std::span(data, size)).subspan(4);
     const size_t lengthO = std::min(data[2] + data[3] * size_t{256}, bytes.size());
+    LevelBlocks blocks(bytes.subspan(lengthO));
     int32_t rowsSeen = 0;
     const auto afterRow = [&](int32_t, int32_t) { ++rowsSeen; };
     try {
         const HeightArray heights =
             elv ? ReadElvHeights(bytes, width, afterRow)
-                : ReadL0Heights(bytes.subspan(lengthO), bytes.first(lengthO), width, "o",
-                                afterRow);
+                : ReadL0Heights(blocks, bytes.first(lengthO), width, "o", afterRow);
         Require(heights.UpperBound() == width * width);
         Require(rowsSeen == (elv ? width : width / SegmentSide));
     } catch (const RuntimeError& error) {

@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     if (size == 0)
         return 0;
     constexpr std::array kinds{PictureFormat::Dds, PictureFormat::Targa,
-                               PictureFormat::Jpeg};
+                               PictureFormat::Jpeg, PictureFormat::Bmp};
     const PictureFormat kind = kinds.at(data[0] % kinds.size());
     FileBytes bytes(size - 1);
     std::memcpy(bytes.data(), data + 1, size - 1);

@@ -130,6 +130,31 @@ up '^About Vardenix$'
 picture FrmAbout.png '^About Vardenix$'
 keys Escape
 
+click "$panel" 117 530 # Open BIN Editor
+bin='^\*?BIN Editor v[0-9.]+$'
+up "$bin"
+click "$bin" 90 135 # set 3
+click "$bin" 581 186
+picture FrmBINTileEdit.jpg "$bin"
+click "$bin" 530 575 # Edit Tile
+detail='^\*?Tile #: '
+up "$detail"
+picture FrmBINTileDet.jpg "$detail"
+click "$detail" 560 170 # Edit an area
+up '^Edit Area$'
+picture FrmBINAreasEdit.png '^Edit Area$'
+keys Escape
+click "$detail" 560 362 # Edit a path
+up '^Edit Path$'
+picture FrmBINPathEdit.png '^Edit Path$'
+keys Escape Escape
+click "$bin" 973 192 # Options
+up '^BIN Editor Options$'
+picture FrmBINOPtions.png '^BIN Editor Options$'
+keys Escape
+click "$bin" 973 220 # Open Vardenix
+up "$map"
+
 keys ctrl+z ctrl+z ctrl+z ctrl+z
 
 features='^Features$'

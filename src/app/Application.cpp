@@ -1,9 +1,13 @@
 #include "app/Application.h"
 
+#include "app/BinEditorWindows.h"
+#include "app/BuilderWindows.h"
+#include "app/MapEditorWindows.h"
 #include "app/OverlayWindows.h"
 #include "app/Workspace.h"
 #include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
+#include "platform/Signals.h"
 #include "theater/windows/FrmStartUp.h"
 
 namespace vardenix {
@@ -18,6 +22,7 @@ Application::~Application() = default;
 int Application::Run() {
     if (!Begin())
         return 1;
+    HearSystem();
     if (!barrier_.Guard([this] { ShowStartUp(); }))
         End(); // there would be no window to go on with
     return state_.Exiting ? 0 : QApplication::exec();
@@ -39,8 +44,28 @@ bool Application::Begin() {
     platform_ =
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
     workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
+    binEditor_ =
+        std::make_unique<BinEditorWindows>(state_, *platform_, log_, *workspace_);
+    builderWindows_ =
+        std::make_unique<BuilderWindows>(state_, *platform_, log_, *workspace_);
+    mapEditorWindows_ =
+        std::make_unique<MapEditorWindows>(state_, *platform_, *workspace_);
     overlays_ = std::make_unique<OverlayWindows>(state_, *platform_, log_, *workspace_);
     return true;
+}
+
+// The session ends, or somebody wants the program to: there is nobody to be asked.
+void Application::HearSystem() {
+    MakeFileSizeLimitAnError();
+    HearEndSignals();
+    endSignal_ =
+        std::make_unique<QSocketNotifier>(EndSignalHandle(), QSocketNotifier::Read);
+    OnSignal(endSignal_.get(), &QSocketNotifier::activated, &barrier_, [this] {
+        endSignal_->setEnabled(false);
+        if (!state_.Starting && !state_.Exiting)
+            workspace_->StorePlaces();
+        End();
+    });
 }
 
 void Application::ShowStartUp() {

@@ -7,11 +7,16 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/StartUp.h"
 
+#include <QSocketNotifier>
+
 #include <memory>
 
 namespace vardenix {
 
+class BinEditorWindows;
+class BuilderWindows;
 class FrmStartUp;
+class MapEditorWindows;
 class OverlayWindows;
 class Workspace;
 
@@ -30,6 +35,7 @@ private:
     void ShowStartUp();
     void End();
     void EndAfterError();
+    void HearSystem();
 
     void UnloadWindows() override;
     void EndProcess() override;
@@ -44,6 +50,10 @@ private:
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FrmStartUp> frmStartUp_;
     std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<BinEditorWindows> binEditor_;
+    std::unique_ptr<BuilderWindows> builderWindows_;
+    std::unique_ptr<MapEditorWindows> mapEditorWindows_;
+    std::unique_ptr<QSocketNotifier> endSignal_;
     std::unique_ptr<OverlayWindows> overlays_;
 };
 

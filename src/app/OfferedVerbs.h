@@ -33,6 +33,12 @@ struct OfferedVerbs {
     std::function<bool()> BinNeedsSave;
     std::function<bool()> MapNeedsSave;
 
+    // Level 2, or the finest elevations, have been saved from the panel.
+    std::function<void()> TheaterSaved;
+
+    // The theater's theater.map has been read into the state.
+    std::function<void()> MapFileOpened;
+
     // Called when the workspace comes or goes, and when the map is made an icon or comes
     // back from one.
     std::vector<std::function<void(bool workspaceShown)>> ShowWindows;

@@ -22,6 +22,26 @@ void PlaceAt(QWidget& window, const PixelRect& place) {
     MoveOnScreen(window, {place.Left, place.Top});
 }
 
+QPoint CornerOf(const WindowPosition& place) {
+    return {PixelsOfTwips(place.Left), PixelsOfTwips(place.Top)};
+}
+
+PixelRect RectAt(const WindowPosition& place, WindowSize size) {
+    return {PixelsOfTwips(place.Left), PixelsOfTwips(place.Top), size.Width, size.Height};
+}
+
+PixelRect RectOf(const QRect& rect) {
+    return {rect.left(), rect.top(), rect.width(), rect.height()};
+}
+
+QRect Room(const QWidget& window) { return window.screen()->availableGeometry(); }
+
+// That of the start-up window, which is still up.
+WindowSize FrameOf(const QWidget& window) {
+    const QSize frame = FrameSize(window);
+    return frame.isNull() ? UsualFrame : WindowSize{frame.width(), frame.height()};
+}
+
 // Stored without the frame, which is not known when the window comes back.
 WindowSize PaletteSize(const Configuration& settings) {
     return {PixelsOfTwips(settings.PalWinSizeW), PixelsOfTwips(settings.PalWinSizeH)};
@@ -62,26 +82,36 @@ void WindowPlaces::Place() {
 }
 
 void WindowPlaces::PlaceFirst() {
-    const QRect room = windows_.Map->screen()->availableGeometry();
-    // The panel has its true height only when it is up.
-    MoveOnScreen(*windows_.Panel, room.topLeft());
-    windows_.Panel->show();
+    PlacePanel(Room(*windows_.Map).topLeft());
     const FirstLayout layout = LayOutFirst(
-        {room.left(), room.top(), room.width(), room.height()}, SizeOf(*windows_.Panel),
-        SizeOf(*windows_.Map), SizeOf(*windows_.Preview), PaletteSize(settings_));
+        RectOf(Room(*windows_.Map)), SizeOf(*windows_.Panel), SizeOf(*windows_.Map),
+        SizeOf(*windows_.Preview), PaletteSize(settings_), FrameOf(*windows_.Map));
     PlaceAt(*windows_.Map, layout.Map);
     PlaceAt(*windows_.Preview, layout.Preview);
     PlaceAt(*windows_.Palette, layout.Palette);
 }
 
+// The panel has its true height only when it is up.
+void WindowPlaces::PlacePanel(QPoint topLeft) {
+    MoveOnScreen(*windows_.Panel, topLeft);
+    windows_.Panel->show();
+}
+
 void WindowPlaces::PlaceAsStored() {
-    PlaceAt(*windows_.Panel, settings_.MainControlWinPos);
-    PlaceAt(*windows_.Map, settings_.MainWinPos);
-    PlaceAt(*windows_.Preview, settings_.ThPrevWinPos);
+    PlacePanel(CornerOf(settings_.MainControlWinPos));
     const WindowSize palette = PaletteSize(settings_);
+    const FirstLayout layout = LayOutStored(
+        RectOf(Room(*windows_.Map)),
+        {.Panel = RectAt(settings_.MainControlWinPos, SizeOf(*windows_.Panel)),
+         .Map = RectAt(settings_.MainWinPos, SizeOf(*windows_.Map)),
+         .Preview = RectAt(settings_.ThPrevWinPos, SizeOf(*windows_.Preview)),
+         .Palette = RectAt(settings_.PalWinPos, palette)},
+        FrameOf(*windows_.Map));
+    PlaceAt(*windows_.Map, layout.Map);
+    PlaceAt(*windows_.Preview, layout.Preview);
     windows_.Palette->resize(QSize(palette.Width, palette.Height)
                                  .boundedTo(windows_.Map->screen()->availableSize()));
-    PlaceAt(*windows_.Palette, settings_.PalWinPos);
+    MoveOnScreen(*windows_.Palette, CornerOf(settings_.PalWinPos));
 }
 
 void WindowPlaces::Store() {

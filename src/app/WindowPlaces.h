@@ -3,6 +3,8 @@
 #include "app/WorkspaceWindows.h"
 #include "theater/Configuration.h"
 
+#include <QPoint>
+
 class QWidget;
 
 namespace vardenix {
@@ -32,6 +34,7 @@ public:
 
 private:
     void PlaceFirst();
+    void PlacePanel(QPoint topLeft);
     void PlaceAsStored();
     void RestorePreview();
 

@@ -55,7 +55,11 @@ void Workspace::PreviewChanged() {
     windows_.Preview->PreviewChanged();
 }
 
-void Workspace::LoadMapEditor() { OpenMapFile(state_.MAPFile, state_.MapFileRecord); }
+void Workspace::LoadMapEditor() {
+    state_.MAPFileRead = OpenMapFile(state_.MAPFile, state_.MapFileRecord);
+    if (offers_.MapFileOpened)
+        offers_.MapFileOpened();
+}
 
 // The map is painted with the panel's bar, so the two are made together.
 void Workspace::LoadMap() {
@@ -146,6 +150,24 @@ void Workspace::ShowWorkspace() {
     RefreshPicArray();
 }
 
+void Workspace::ShowWorkspaceWith(uint8_t classCode) {
+    windows_.Palette->Refresh_Pal(classCode);
+    ShowWorkspace();
+}
+
+// The chosen tile is still the one that is painted; one that has gone is chosen no more.
+void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
+    undo_.TilesRenumbered(numbers);
+    renumberedSincePoint_ = true;
+    int32_t& chosen = interaction_.SelectedTile;
+    if (chosen < 0)
+        return;
+    const int32_t number = numbers.Of(chosen);
+    const bool gone = number == 0 && chosen != 0 && numbers.Of(0) == 0;
+    chosen = gone ? -1 : number;
+    windows_.Palette->ShowSelectedTile();
+}
+
 void Workspace::HideWorkspace() {
     ShowOfferedWindows(false);
     places_.HideAll();
@@ -160,10 +182,16 @@ void Workspace::WindowHidden(const char* checkBoxName) {
         changed();
 }
 
-bool Workspace::LeaveProgram() {
+void Workspace::StorePlaces() {
     places_.Store();
     for (const auto& store : offers_.StorePlaces)
         store();
+}
+
+void Workspace::CreateRestorePoint() { panelVerbs_->Do(PanelVerb::CreateRestorePoint); }
+
+bool Workspace::LeaveProgram() {
+    StorePlaces();
     const DirtyFlags flags{.BIN = offers_.BinNeedsSave && offers_.BinNeedsSave(),
                            .L2 = windows_.Panel->L2NeedSaveFlag(),
                            .L0ELV = windows_.Panel->L0NeedSaveFlag(),

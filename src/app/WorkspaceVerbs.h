@@ -33,7 +33,8 @@ class Workspace::MapVerbs : public MapDialogs {
 public:
     explicit MapVerbs(Workspace& workspace);
 
-    bool CanLocate() const override;
+    bool CanLocateInBIN() const override;
+    bool CanLocateColorInMAP() const override;
     void LocateInBIN(int32_t tileNumber) override;
     void LocateColorInMAP(uint8_t palette) override;
     void ExportTiles() override;

@@ -3,7 +3,10 @@
 #include "cli/Printing.h"
 #include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
+#include "platform/StagedFile.h"
 #include "theater/StartUp.h"
+
+#include <filesystem>
 
 namespace vardenix {
 
@@ -21,6 +24,16 @@ CommandContext::CommandContext()
 
 void CommandContext::Open(const TheaterFiles& files) {
     files.Open(State, Progress, platform_, Log);
+}
+
+void CommandContext::OpenToWrite(const TheaterFiles& files, const std::string& file) {
+    std::vector<std::filesystem::path> written;
+    for (const std::string& path : files.WrittenFiles())
+        written.push_back(TargetOf(path));
+    if (!file.empty())
+        written.push_back(TargetOf(file));
+    locks_ = LockFoldersOf(written, FolderLock::Exclusive);
+    Open(files);
 }
 
 } // namespace vardenix

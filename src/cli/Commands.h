@@ -4,10 +4,14 @@
 #include "cli/Terminal.h"
 #include "cli/TheaterFiles.h"
 #include "platform/Clock.h"
+#include "platform/FolderLock.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "theater/DebugLog.h"
 #include "theater/ProgramState.h"
+
+#include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -22,6 +26,10 @@ public:
 
     // Opens the theater that the options name, with progress on a terminal.
     void Open(const TheaterFiles& files);
+    // The same for a command that writes: from the reading to the end of the command no
+    // other program reads or writes the folders of the theater's files, nor that of
+    // `file` where one is named.
+    void OpenToWrite(const TheaterFiles& files, const std::string& file = {});
 
     ProgramState State;
     TerminalDialogs Dialogs;
@@ -33,6 +41,7 @@ public:
 private:
     FileRegistry registry_;
     Platform platform_;
+    std::vector<FolderLock> locks_;
 };
 
 // Each adds one command, or one family of them, to all commands of the program.
@@ -43,9 +52,14 @@ void AddSet(Command& all);
 void AddFill(Command& all);
 void AddSaveAs(Command& all);
 void AddElevation(Command& all);
+void AddMap(Command& all);
 void AddPreview(Command& all);
 void AddRender(Command& all);
+void AddRebuild(Command& all);
+void AddRebuildElevation(Command& all);
+void AddFarTile(Command& all);
 void AddSettings(Command& all);
+void AddBin(Command& all);
 void AddFeatures(Command& all);
 void AddSearch(Command& all);
 void AddRegion(Command& all);
@@ -58,5 +72,10 @@ void LoadFeatures(FeatureSet& features, const std::vector<std::string>& files);
 // Whoever sets fields that the file cannot keep hears of it: `segments` of those that
 // were reached into are all sea. Nothing for none.
 void TellSharedSea(int32_t segments);
+
+// Saves the level 2 that OpenToWrite has opened. Refused (error 5) where segments are
+// missing from the file that was read, and, unless told to overwrite, where another
+// program has changed it since.
+void SaveLevel2(CommandContext& context, bool overwrite);
 
 } // namespace vardenix

@@ -4,6 +4,7 @@
 #include "cli/Printing.h"
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
+#include "theater/MissingSegments.h"
 #include "theater/TerrainStore.h"
 #include "workspace/PostFields.h"
 
@@ -27,6 +28,7 @@ struct EditOptions {
     TheaterFiles Files;
     PostRectangle From0{};
     PostChange Change;
+    bool Overwrite = false;
 };
 
 void AddFields(Command& command, PostChange& change) {
@@ -57,7 +59,7 @@ void SaveFilled(CommandContext& context, const EditOptions& options) {
     const int64_t count = FillPosts(terrain, posts, options.Change);
     if (options.Change.Palette || options.Change.X1 || options.Change.X2)
         TellSharedSea(SeaSegments(terrain, posts));
-    SaveTheater(terrain, "", context.Progress);
+    SaveLevel2(context, options.Overwrite);
     Print(std::to_string(count) + (count == 1 ? " post" : " posts") + " set in " +
           NameOnDisk(terrain.LFilename));
 }
@@ -78,11 +80,22 @@ void TellSharedSea(int32_t segments) {
              "one stand for all.");
 }
 
+void SaveLevel2(CommandContext& context, bool overwrite) {
+    const Terrain& terrain = context.State.Terrain;
+    if (!MaySaveOverGap(terrain, context.Dialogs))
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           terrain.LFilename +
+                               " was left as it is; save-as under another name first, "
+                               "or bring back a backup");
+    SaveTheater(terrain, "", context.Progress, IfChangedOf(overwrite));
+}
+
 void AddSet(Command& all) {
     Command command = all.AddCommand("set", "Change fields of one post, and save");
     const auto options = std::make_shared<EditOptions>(command);
     AddPost(command, "X", options->From0.X1, "Y", options->From0.Y1);
     AddFields(command, options->Change);
+    AddOverwrite(command, options->Overwrite);
     command.Check([options] {
         RequireAField(options->Change);
         RequireInside(options->Corner("X", "Y"), options->Files, SavedWidth,
@@ -91,7 +104,7 @@ void AddSet(Command& all) {
     command.Run([options](CommandContext& context) {
         options->From0.X2 = options->From0.X1;
         options->From0.Y2 = options->From0.Y1;
-        context.Open(options->Files);
+        context.OpenToWrite(options->Files);
         const Terrain& terrain = context.State.Terrain;
         RequireInside(options->Corner("X", "Y"), SavedWidth(terrain.MapWidth),
                       terrain.LFilename);
@@ -107,6 +120,7 @@ void AddFill(Command& all) {
     AddPost(command, "X1", options->From0.X1, "Y1", options->From0.Y1);
     AddPost(command, "X2", options->From0.X2, "Y2", options->From0.Y2);
     AddFields(command, options->Change);
+    AddOverwrite(command, options->Overwrite);
     command.Check([options] {
         RequireAField(options->Change);
         RequireInside(options->Corner("X1", "Y1"), options->Files, SavedWidth,
@@ -115,7 +129,7 @@ void AddFill(Command& all) {
                       options->Files.L2File());
     });
     command.Run([options](CommandContext& context) {
-        context.Open(options->Files);
+        context.OpenToWrite(options->Files);
         const Terrain& terrain = context.State.Terrain;
         const int32_t width = SavedWidth(terrain.MapWidth);
         RequireInside(options->Corner("X1", "Y1"), width, terrain.LFilename);
@@ -130,6 +144,7 @@ void AddSaveAs(Command& all) {
         explicit Options(Command& command) : Files(command) {}
         TheaterFiles Files;
         std::string Path;
+        bool Overwrite = false;
     };
     Command command = all.AddCommand(
         "save-as", "Write level 2 under another name, and its O2 file beside it");
@@ -138,6 +153,7 @@ void AddSaveAs(Command& all) {
         .Text("PATH", options->Path,
               "The L2 file; its name is made upper case and must end in .L2")
         .Required();
+    AddOverwrite(command, options->Overwrite);
     command.Check([options] {
         if (!UpperCase(options->Path).ends_with(".L2"))
             throw UsageError("PATH", options->Path + " does not end in .L2");
@@ -145,9 +161,9 @@ void AddSaveAs(Command& all) {
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
         RequireFolderOf(options->Path);
-        const Terrain& terrain = context.State.Terrain;
+        Terrain& terrain = context.State.Terrain;
         const LevelPair pair = PairForSaving(terrain, options->Path);
-        SaveTheater(terrain, pair, context.Progress);
+        SaveTheater(terrain, pair, context.Progress, IfChangedOf(options->Overwrite));
         Print(pair.L);
         Print(pair.O);
         return ExitDone;

@@ -21,6 +21,8 @@ struct ElevationOptions {
     int32_t Y = 0;
     int16_t Feet = 0;
     bool AsJson = false;
+    bool Overwrite = false;
+    bool Writes = false;
 };
 
 // Adds what both commands are told; `work` comes when that is found to be right.
@@ -38,7 +40,10 @@ std::shared_ptr<ElevationOptions> AddTo(Command& command, Work work) {
             [](int32_t width) { return 4 * width; }, options->File);
     });
     command.Run([options, work](CommandContext& context) {
-        context.Open(options->Files);
+        if (options->Writes)
+            context.OpenToWrite(options->Files, options->File);
+        else
+            context.Open(options->Files);
         work(context, *options);
         return ExitDone;
     });
@@ -77,7 +82,8 @@ void Get(CommandContext& context, const ElevationOptions& options) {
 void Set(CommandContext& context, const ElevationOptions& options) {
     Load(context, options) = options.Feet;
     if (SaveElevationData(context.State.Terrain, ElevationKind::None, "",
-                          context.Progress, context.Dialogs) != ElevationSave::Done)
+                          context.Progress, context.Dialogs,
+                          IfChangedOf(options.Overwrite)) != ElevationSave::Done)
         throw RuntimeError(ErrorNumber::InvalidCall,
                            options.File + " was left as it is: its O0 file changed its "
                                           "size meanwhile; look who else writes it");
@@ -95,6 +101,8 @@ void AddElevation(Command& all) {
     get.Flag("--json", told->AsJson, "Print JSON");
     Command set = family.AddCommand("set", "Change one elevation, and save");
     const auto changed = AddTo(set, Set);
+    changed->Writes = true;
+    AddOverwrite(set, changed->Overwrite);
     set.Number("FEET", changed->Feet, "Elevation").Required();
 }
 

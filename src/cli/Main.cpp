@@ -3,8 +3,11 @@
 #include "cli/Commands.h"
 #include "cli/Printing.h"
 #include "platform/RuntimeError.h"
+#include "platform/Signals.h"
+#include "platform/Transaction.h"
 #include "theater/ProgramVersion.h"
 
+#include <csignal>
 #include <exception>
 #include <new>
 
@@ -40,13 +43,18 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddFill(all);
     AddSaveAs(all);
     AddElevation(all);
+    AddMap(all);
     AddPreview(all);
     AddRender(all);
+    AddRebuild(all);
+    AddRebuildElevation(all);
+    AddFarTile(all);
     AddSettings(all);
     AddFeatures(all);
     AddSearch(all);
     AddRegion(all);
     AddDerived(all);
+    AddBin(all);
     try {
         const int code = RunParsed(line.Parse(arguments));
         FinishPrinting();
@@ -55,6 +63,9 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
         Tell(std::string("vardenix-cli: ") + error.what() +
              "\nRun with --help for more information.");
         return ExitUsage;
+    } catch (const ChangedFileError& error) {
+        Tell(ReportText(error) + "\nWith --overwrite it is written all the same.");
+        return ExitRunTimeError;
     } catch (const RuntimeError& error) {
         return Report(error);
     } catch (const std::bad_alloc&) {
@@ -77,5 +88,11 @@ int RunGuarded(int count, char** arguments) {
 
 int main(int count, char** arguments) {
     vardenix::HoldStandardStreams();
-    return vardenix::RunGuarded(count, arguments);
+    vardenix::MakeFileSizeLimitAnError();
+    vardenix::HearEndSignals();
+    const int code = vardenix::RunGuarded(count, arguments);
+    // What was staged is taken away; whoever started the program sees how it ended.
+    if (vardenix::EndSignalHeard() != 0)
+        std::raise(vardenix::EndSignalHeard());
+    return code;
 }

@@ -2,6 +2,7 @@
 
 #include "cli/Printing.h"
 #include "platform/RuntimeError.h"
+#include "platform/Signals.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -59,6 +60,11 @@ void TerminalProgress::SetBar(int percent) {
 void TerminalProgress::SetText(const std::string& text) {
     text_ = text;
     percent_ = -1;
+}
+
+void TerminalProgress::LetEventsThrough() {
+    if (EndSignalHeard() != 0)
+        throw RuntimeError(ErrorNumber::Cancelled, "the system ended it");
 }
 
 } // namespace vardenix

@@ -32,7 +32,8 @@ public:
     void HideBar() override;
     void SetBar(int percent) override;
     void SetText(const std::string& text) override;
-    void LetEventsThrough() override {}
+    // The one event is the wish to end: error 32755.
+    void LetEventsThrough() override;
 
 private:
     bool terminal_;

@@ -2,7 +2,9 @@
 
 #include "mapeditor/MapFile.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/RuntimeError.h"
+#include "theater/MissingSegments.h"
 #include "theater/TerrainStore.h"
 #include "theater/TextureBinFile.h"
 
@@ -37,9 +39,19 @@ TheaterPaths TheaterFiles::Paths() const {
     return {l2_, bin_, map_, WithTrailingSlash(dds_)};
 }
 
+void AddOverwrite(Command& command, bool& overwrite) {
+    command.Flag("--overwrite", overwrite,
+                 "Write although another program has changed the file since it was read");
+}
+
+std::vector<std::string> TheaterFiles::WrittenFiles() const {
+    const TheaterPaths paths = Paths();
+    return {paths.L2File, paths.BinFile, paths.MapFile};
+}
+
 std::optional<int32_t> TheaterFiles::WidthOnDisk() const {
-    const std::string pathO = OffsetFileOfL2(UpperCase(L2File()));
     try {
+        const std::string pathO = FindLevelPair(L2File()).O;
         return WidthFromOffsetFile(FileLength(pathO), pathO);
     } catch (const RuntimeError&) {
         return std::nullopt;
@@ -48,11 +60,16 @@ std::optional<int32_t> TheaterFiles::WidthOnDisk() const {
 
 void TheaterFiles::Open(ProgramState& state, Progress& progress, const Platform& platform,
                         DebugLog& log) const {
-    if (!CheckTheaterPaths(state, Paths(), platform.Dialogs, log))
+    const TheaterPaths paths = Paths();
+    if (!CheckTheaterPaths(state, paths, platform.Dialogs, log))
         throw RuntimeError(ErrorNumber::FileNotFound, "the theater cannot be opened");
+    const ReadingLock reading({state.Terrain.LFilename, state.Terrain.OFilename,
+                               state.Catalogue.BinPath, state.MAPFile});
+    LogMended(reading.Mended(), log);
     LoadLFile(state.Terrain, progress, log);
     OpenBinFile(state.Catalogue, progress, platform.Dialogs, log);
-    OpenMapFile(state.MAPFile, state.MapFileRecord);
+    state.MAPFileRead = OpenMapFile(state.MAPFile, state.MapFileRecord);
+    TellGap(state.Terrain, state.MapFileRecord, platform.Dialogs);
     progress.HideBar();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cli/CommandLine.h"
+#include "platform/FileIdentity.h"
 #include "platform/Platform.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
@@ -9,6 +10,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -33,6 +35,9 @@ public:
     void Open(ProgramState& state, Progress& progress, const Platform& platform,
               DebugLog& log) const;
 
+    // What commands write of it: the L2 file, Texture.bin and theater.map.
+    std::vector<std::string> WrittenFiles() const;
+
 private:
     TheaterPaths Paths() const;
 
@@ -42,5 +47,12 @@ private:
     std::string map_;
     std::string dds_;
 };
+
+// The option --overwrite of every command that writes: IfChangedOf tells what it means to
+// the savers.
+void AddOverwrite(Command& command, bool& overwrite);
+inline IfChanged IfChangedOf(bool overwrite) {
+    return overwrite ? IfChanged::Overwrite : IfChanged::Refuse;
+}
 
 } // namespace vardenix

@@ -42,4 +42,12 @@ uint32_t HexColorToLong(std::string_view text) {
     return RGBToLong(red, green, blue);
 }
 
+void ColorCodeToRGB(uint32_t code, uint8_t& red, uint8_t& green, uint8_t& blue,
+                    bool& done) {
+    red = static_cast<uint8_t>(code % 256);
+    green = static_cast<uint8_t>(code / 256 % 256);
+    blue = static_cast<uint8_t>(code / 65536 % 256);
+    done = true;
+}
+
 } // namespace vardenix

@@ -15,4 +15,8 @@ void LongColorToRGB(uint32_t color, uint8_t& red, uint8_t& green, uint8_t& blue)
 uint32_t RGBToLong(uint8_t red, uint8_t green, uint8_t blue);
 uint32_t HexColorToLong(std::string_view text);
 
+// The same three parts by division; `done` becomes true.
+void ColorCodeToRGB(uint32_t code, uint8_t& red, uint8_t& green, uint8_t& blue,
+                    bool& done);
+
 } // namespace vardenix

@@ -1,10 +1,11 @@
 #include "mapeditor/MapFile.h"
 
-#include "platform/BinaryReader.h"
-#include "platform/FileNames.h"
-#include "platform/StagedFile.h"
+#include "mapeditor/InPlace.h"
+#include "platform/Mending.h"
+#include "platform/ReadableFile.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace vardenix {
@@ -13,8 +14,12 @@ static_assert(offsetof(MapFileRecord, Palette) == 28);
 static_assert(offsetof(MapFileRecord, Levels) == 1052);
 static_assert(offsetof(MapFileRecord, Flags) == 1100);
 
-void OpenMapFile(std::string_view path, MapFileRecord& record) {
-    TakeMapFile(ReadWholeFile(path).Span(), record);
+FileIdentity OpenMapFile(std::string_view path, MapFileRecord& record) {
+    const ReadingLock reading({std::string(path)});
+    const ReadableFile file(path);
+    std::array<std::byte, sizeof record> bytes{};
+    TakeMapFile(std::span(bytes).first(file.ReadAt(0, bytes)), record);
+    return file.Identity();
 }
 
 void TakeMapFile(std::span<const std::byte> bytes, MapFileRecord& record) {
@@ -22,13 +27,9 @@ void TakeMapFile(std::span<const std::byte> bytes, MapFileRecord& record) {
     std::copy_n(bytes.begin(), std::min(bytes.size(), target.size()), target.begin());
 }
 
-void SaveMapFile(std::string_view path, const MapFileRecord& record) {
-    const FileBytes old = FileExists(path) ? ReadWholeFile(path) : FileBytes();
-    StagedFile file(path);
-    file.Write(std::as_bytes(std::span(&record, 1)));
-    if (old.size() > sizeof record)
-        file.Write(old.Span().subspan(sizeof record));
-    file.Commit();
+FileIdentity SaveMapFile(std::string_view path, const MapFileRecord& record,
+                         const FileIdentity& read, IfChanged ifChanged) {
+    return WriteInPlace(path, std::as_bytes(std::span(&record, 1)), read, ifChanged);
 }
 
 } // namespace vardenix

@@ -1,16 +1,10 @@
 #include "platform/BinaryReader.h"
 
-#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
-#include "platform/SystemFile.h"
 
 #include <bit>
-#include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <new>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace vardenix {
 
@@ -24,36 +18,6 @@ FileBytes::FileBytes(size_t size) : size_(size) {
         throw RuntimeError(ErrorNumber::OutOfMemory,
                            std::to_string(size) + " bytes could not be had");
     }
-}
-
-FileBytes ReadWholeFile(std::string_view path) {
-    const std::filesystem::path real = RealPath(path, PathKind::File);
-    const std::string text = TextOfPath(real);
-    // Not blocking: a pipe in place of a file would wait for ever at the opening.
-    const SystemFile file(::open(real.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file.IsOpen())
-        ThrowSystemError(errno, "opening", text);
-    struct stat status {};
-    if (::fstat(file.Handle(), &status) != 0)
-        ThrowSystemError(errno, "measuring", text);
-    if (!S_ISREG(status.st_mode))
-        throw RuntimeError(ErrorNumber::PathFileAccess, text + " is not a file");
-
-    FileBytes bytes(static_cast<size_t>(status.st_size));
-    size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t got =
-            ::read(file.Handle(), bytes.data() + done, bytes.size() - done);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            ThrowSystemError(errno, "reading", text);
-        if (got == 0)
-            throw RuntimeError(ErrorNumber::InputPastEnd,
-                               text + " became shorter while it was read");
-        done += static_cast<size_t>(got);
-    }
-    return bytes;
 }
 
 BinaryReader::BinaryReader(std::span<const std::byte> bytes, std::string path)

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string_view>
 
+struct stat;
+
 namespace vardenix {
 
 // Which file was there, and whether its bytes have been written since: what is asked
@@ -18,6 +20,11 @@ struct FileIdentity {
 
     bool operator==(const FileIdentity&) const = default;
 };
+
+// What a save does that finds another file in its place than was read.
+enum class IfChanged { Refuse, Overwrite };
+
+FileIdentity IdentityOfStatus(const struct ::stat& status);
 
 // Links are followed. Not there is what ENOENT and ENOTDIR say; any other refusal is
 // thrown with the path.

@@ -28,8 +28,7 @@ std::filesystem::path PathAsItStands(std::string_view text);
 // the folder meant, and only the name is looked for in it. Else every folder that the
 // text can mean is tried, exact names first and then by bytes. What is not there keeps
 // the case of its text, in the folders that are.
-std::filesystem::path RealPath(std::string_view text,
-                               PathKind kind = PathKind::Anything);
+std::filesystem::path RealPath(std::string_view text, PathKind kind = PathKind::Anything);
 
 // The same below a folder that is taken as it stands, as are the folders above it.
 std::filesystem::path RealPathBelow(const std::filesystem::path& folder,

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <exception>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -17,10 +18,13 @@ public:
     Items(size_t count, const std::function<void(size_t)>& work)
         : count_(count), work_(work) {}
 
-    // Works on the next item; false when there is none left.
+    // Works on the next item; false when there is none left. An item that was taken is
+    // worked on whatever happens meanwhile: it may be the lowest that fails.
     bool WorkOnNext() {
+        if (ended_)
+            return false;
         const size_t item = next_.fetch_add(1);
-        if (ended_ || item >= count_)
+        if (item >= count_)
             return false;
         try {
             work_(item);
@@ -58,6 +62,31 @@ private:
     size_t failed_ = 0;
 };
 
+// The threads beside the calling one. When this object goes, also through an error of
+// `stop`, nothing new is begun and all of them have ended.
+class Helpers {
+public:
+    Helpers(Items& items, size_t count) : items_(items) {
+        threads_.reserve(count);
+        try {
+            while (threads_.size() < count)
+                threads_.emplace_back([&items] {
+                    while (items.WorkOnNext()) {
+                    }
+                });
+        } catch (const std::system_error&) {
+            // The system gives no more threads: those there are do the work.
+        }
+    }
+    Helpers(const Helpers&) = delete;
+    Helpers& operator=(const Helpers&) = delete;
+    ~Helpers() { items_.End(); }
+
+private:
+    Items& items_;
+    std::vector<std::jthread> threads_; // join as they go, after the end is told
+};
+
 } // namespace
 
 bool ForEachInParallel(size_t count, const std::function<void(size_t)>& work,
@@ -67,17 +96,10 @@ bool ForEachInParallel(size_t count, const std::function<void(size_t)>& work,
     Items items(count, work);
     bool stopped = false;
     {
-        std::vector<std::jthread> others;
-        for (unsigned other = 1; other < threads && other < count; ++other)
-            others.emplace_back([&items] {
-                while (items.WorkOnNext()) {
-                }
-            });
-        do {
+        const Helpers helpers(items, std::min<size_t>(threads - 1, count));
+        do
             stopped = stop && stop();
-            if (stopped)
-                items.End();
-        } while (!stopped && items.WorkOnNext());
+        while (!stopped && items.WorkOnNext());
     }
     items.RethrowFirst();
     return !stopped;

@@ -11,8 +11,10 @@ namespace vardenix {
 // threads have ended when this returns.
 //
 // `stop`, where there is one, is asked between two items, on the calling thread only, and
-// ends the run early; the return is then false. An error of `work` ends the run and is
-// thrown here, of several that of the lowest index.
+// ends the run early; the return is then false. While it takes its time (it may ask the
+// user) the other threads go on. An error of `work` ends the run and is thrown here, of
+// several that of the lowest index; one of `stop` comes through as it is. Where the
+// system gives fewer threads, those there are do the work.
 bool ForEachInParallel(size_t count, const std::function<void(size_t)>& work,
                        const std::function<bool()>& stop = {}, unsigned threads = 0);
 

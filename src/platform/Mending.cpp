@@ -2,14 +2,13 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/ReadableFile.h"
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
-#include "platform/SystemFile.h"
 #include "platform/TransactionJournal.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <fcntl.h>
 #include <set>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -52,21 +51,15 @@ bool IsTrusted(const fs::path& file) {
            status.st_uid == folder.st_uid;
 }
 
-uint32_t ChecksumOfFile(const fs::path& path) {
-    const SystemFile file(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (!file.IsOpen())
-        ThrowSystemError(errno, "opening", path.string());
+uint32_t ChecksumOfFile(const ReadableFile& file) {
     FileBytes part(PartBytes);
     uint32_t checksum = 0;
-    while (true) {
-        const ssize_t got = ::read(file.Handle(), part.data(), part.size());
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            ThrowSystemError(errno, "reading", path.string());
+    for (uint64_t at = 0;;) {
+        const size_t got = file.ReadAt(at, {part.data(), part.size()});
         if (got == 0)
             return checksum;
-        checksum = ChecksumOf(part.Span().first(static_cast<size_t>(got)), checksum);
+        checksum = ChecksumOf(part.Span().first(got), checksum);
+        at += got;
     }
 }
 
@@ -74,7 +67,7 @@ bool Holds(const fs::path& path, const JournalEntry& entry) {
     const FileIdentity there = IdentityOfRealPath(path);
     if (!IsPlainFile(path) || there.Size != entry.Size || !IsTrusted(path))
         return false;
-    return ChecksumOfFile(path) == entry.Checksum;
+    return ChecksumOfFile(ReadableFile(TextOfPath(path))) == entry.Checksum;
 }
 
 // The file itself, or a faithful copy of it: a theater that was moved to another disk in
@@ -108,7 +101,7 @@ FoundFile LookAt(const fs::path& folder, const JournalEntry& entry) {
 
 std::vector<FoundFile> LookAtAll(const fs::path& folder) {
     const auto entries =
-        ParseJournal(ReadWholeFile(TextOfPath(JournalOf(folder))).Span());
+        ParseJournal(ReadWholeFile(TextOfPath(JournalOf(folder)), LargestJournal).Span());
     std::vector<FoundFile> files;
     if (entries)
         for (const JournalEntry& entry : *entries)

@@ -75,6 +75,15 @@ public:
     posix_spawnattr_t attributes{};
 };
 
+// A command line need not be a path that the system can look at.
+bool IsFileName(const std::string& commandLine) {
+    try {
+        return FileExists(commandLine);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 bool HasSlash(const std::string& text) {
     return text.find_first_of("/\\") != std::string::npos;
 }
@@ -105,7 +114,7 @@ void SystemProcesses::Spawn(const std::vector<std::string>& words,
 }
 
 void SystemProcesses::Start(const std::string& commandLine) {
-    std::vector<std::string> words = FileExists(commandLine)
+    std::vector<std::string> words = IsFileName(commandLine)
                                          ? std::vector<std::string>{commandLine}
                                          : WordsOf(commandLine);
     if (words.empty())

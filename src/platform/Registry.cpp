@@ -36,7 +36,8 @@ std::string KeyFor32Bits(std::string_view key) {
 FileRegistry::FileRegistry(std::string_view appPath, std::string_view programFolder,
                            std::string winePrefix)
     : iniPath_(WithTrailingSlash(appPath) + "registry.ini"),
-      shippedIniPath_(WithTrailingSlash(programFolder) + "registry.ini"), winePrefix_(std::move(winePrefix)) {}
+      shippedIniPath_(WithTrailingSlash(programFolder) + "registry.ini"),
+      winePrefix_(std::move(winePrefix)) {}
 
 std::string FileRegistry::ReadText(std::string_view key, std::string_view name) const {
     std::string value = ProfileFile(BytesOrNone(iniPath_)).Read(key, name);

@@ -1,6 +1,5 @@
 #include "platform/StagedFile.h"
 
-#include "platform/FileIdentity.h"
 #include "platform/FileNames.h"
 #include "platform/FileStatus.h"
 #include "platform/RuntimeError.h"
@@ -68,9 +67,7 @@ fs::path TargetOf(std::string_view path) { return FollowLinks(RealPath(path)); }
 
 fs::path StagedNameOf(const fs::path& target) { return target.native() + "x"; }
 
-bool IsPlainFile(const fs::path& path) {
-    return IsFile(StatusOfLink(path));
-}
+bool IsPlainFile(const fs::path& path) { return IsFile(StatusOfLink(path)); }
 
 bool DropStaged(const fs::path& staged, std::chrono::milliseconds patience) {
     while (IsPlainFile(staged)) {
@@ -169,6 +166,20 @@ void StagedFile::WriteText(std::string_view text) {
 
 void StagedFile::WriteInt32(int32_t value) { Write(std::as_bytes(std::span(&value, 1))); }
 
+void StagedFile::WriteRestOf(const ReadableFile& file, uint64_t offset) {
+    while (true) {
+        if (buffered_ == BufferSize)
+            Drain();
+        const size_t got =
+            file.ReadAt(offset, {buffer_.data() + buffered_, BufferSize - buffered_});
+        if (got == 0)
+            return;
+        buffered_ += got;
+        position_ += got;
+        offset += got;
+    }
+}
+
 void StagedFile::Drain() {
     checksum_ = ChecksumOf(buffer_.Span().first(buffered_), checksum_);
     size_t done = 0;
@@ -200,6 +211,10 @@ void StagedFile::Finish() {
 }
 
 void StagedFile::Close() {
+    struct stat made {};
+    if (::fstat(file_.Handle(), &made) != 0)
+        ThrowSystemError(errno, "looking at", text_);
+    identity_ = IdentityOfStatus(made);
     lock_ = SystemFile(::fcntl(file_.Handle(), F_DUPFD_CLOEXEC, 0));
     if (!lock_.IsOpen() || !file_.Close())
         ThrowSystemError(errno, "closing", text_);

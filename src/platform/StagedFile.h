@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/BinaryReader.h"
+#include "platform/FileIdentity.h"
 #include "platform/FolderLock.h"
+#include "platform/ReadableFile.h"
 #include "platform/SystemFile.h"
 
 #include <cstddef>
@@ -55,8 +57,13 @@ public:
     void Write(std::span<const std::byte> bytes);
     void WriteText(std::string_view text);
     void WriteInt32(int32_t value);
+    // What another file holds from `offset` on, however much it is.
+    void WriteRestOf(const ReadableFile& file, uint64_t offset);
     // Bytes written so far.
     uint64_t Position() const { return position_; }
+
+    // Of the file as it has taken its place; known once it is committed.
+    const FileIdentity& Identity() const { return identity_; }
 
     // Not for a file of a Transaction, which commits all of its files together.
     void Commit();
@@ -88,6 +95,7 @@ private:
     UnfinishedFile staged_;
     SystemFile file_;
     SystemFile lock_; // the same open file once file_ is closed
+    FileIdentity identity_;
     unsigned specialRights_ = 0;
     size_t buffered_ = 0;
     uint64_t position_ = 0;

@@ -55,7 +55,8 @@ void WriteAll(int handle, const std::string& text, const std::string& path) {
 ChangedFileError::ChangedFileError(const std::string& path)
     : RuntimeError(ErrorNumber::PathFileAccess,
                    "The file was changed by another program since it was opened",
-                   path + " was left as it is") {}
+                   path + " was left as it is"),
+      path_(path) {}
 
 Transaction::File::File(std::string_view path, const FileIdentity* read)
     : Path(path), Staged(path), WasRead(read != nullptr),
@@ -63,8 +64,9 @@ Transaction::File::File(std::string_view path, const FileIdentity* read)
 
 StagedFile& Transaction::Stage(std::string_view path) { return Add(path, nullptr); }
 
-StagedFile& Transaction::Stage(std::string_view path, const FileIdentity& read) {
-    return Add(path, &read);
+StagedFile& Transaction::Stage(std::string_view path, const FileIdentity& read,
+                               IfChanged ifChanged) {
+    return Add(path, ifChanged == IfChanged::Refuse && read.Present ? &read : nullptr);
 }
 
 StagedFile& Transaction::Add(std::string_view path, const FileIdentity* read) {
@@ -131,7 +133,6 @@ void Transaction::Commit() {
     for (const fs::path& folder : Folders())
         FlushFolder(folder);
     RemoveJournals();
-    files_.clear();
 }
 
 void Transaction::WriteJournals() {

@@ -18,6 +18,10 @@ namespace vardenix {
 class ChangedFileError : public RuntimeError {
 public:
     explicit ChangedFileError(const std::string& path);
+    const std::string& Path() const { return path_; }
+
+private:
+    std::string path_;
 };
 
 // Files that change together: each is staged beside the file it replaces, and Commit puts
@@ -44,13 +48,15 @@ public:
     StagedFile& Stage(std::string_view path);
 
     // The same for a file that was read before it is replaced: ChangedFileError, here or
-    // from Commit, when another file is there than `read`. A file that has gone is no
-    // other file.
-    StagedFile& Stage(std::string_view path, const FileIdentity& read);
+    // from Commit, when another file is there than `read` and that is not to be
+    // overwritten. A file that has gone is no other file, and where nothing was read
+    // there is nothing to compare.
+    StagedFile& Stage(std::string_view path, const FileIdentity& read,
+                      IfChanged ifChanged = IfChanged::Refuse);
 
-    // All bytes on the disk, then every file in its place. When it throws, the old files
-    // stand, but for one case: a file that cannot take its place after another one has.
-    // The error then says so, and the next opening finishes.
+    // All bytes on the disk, then every file in its place; once only. When it throws, the
+    // old files stand, but for one case: a file that cannot take its place after another
+    // one has. The error then says so, and the next opening finishes.
     void Commit();
 
     // What was mended on the way, for the log.

@@ -134,8 +134,8 @@ std::string FormatExtensions(PictureFormat format) {
 }
 
 bool SupportsReading(PictureFormat format) {
-    return format == PictureFormat::Jpeg || format == PictureFormat::Targa ||
-           format == PictureFormat::Dds;
+    return format == PictureFormat::Bmp || format == PictureFormat::Jpeg ||
+           format == PictureFormat::Targa || format == PictureFormat::Dds;
 }
 
 bool SupportsWriting(PictureFormat format) {

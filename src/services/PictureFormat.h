@@ -4,9 +4,9 @@
 
 namespace vardenix {
 
-// The image library's own numbers; any of them may be cast into this type. Only Jpeg,
-// Targa and Dds are read, since only their headers are checked beforehand; whatever the
-// library can write may be saved.
+// The image library's own numbers; any of them may be cast into this type. Only Bmp,
+// Jpeg, Targa and Dds are read, since only their headers are checked beforehand; whatever
+// the library can write may be saved.
 enum class PictureFormat : int32_t {
     Unknown = -1,
     Bmp = 0,

@@ -37,6 +37,8 @@ GuardedPicture GuardPicture(PictureFormat format, FileBytes bytes,
         return guard::GuardTarga(std::move(bytes), path);
     case PictureFormat::Jpeg:
         return guard::GuardJpeg(std::move(bytes), path);
+    case PictureFormat::Bmp:
+        return guard::GuardBmp(std::move(bytes), path);
     default:
         guard::Refuse(path, "pictures of this kind are not read");
     }

@@ -32,5 +32,6 @@ void CheckLength(const FileBytes& bytes, uint64_t needed, std::string_view path)
 GuardedPicture GuardDds(FileBytes bytes, std::string_view path);
 GuardedPicture GuardTarga(FileBytes bytes, std::string_view path);
 GuardedPicture GuardJpeg(FileBytes bytes, std::string_view path);
+GuardedPicture GuardBmp(FileBytes bytes, std::string_view path);
 
 } // namespace vardenix::guard

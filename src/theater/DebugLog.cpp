@@ -24,7 +24,7 @@ void DebugLog::StartDebugLog(const std::string& appPath) {
         DeleteFile(path);
     file_.open(RealPath(path), std::ios::binary | std::ios::trunc);
     if (!file_)
-        throw RuntimeError(ErrorNumber::PathFileAccess, "making " + path);
+        throw RuntimeError(ErrorNumber::PathFileAccess, "making " + ShownPath(path));
     WriteLog("Debug Started at " + Stamp(clock_));
 }
 

@@ -13,6 +13,9 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace vardenix {
 
@@ -45,14 +48,16 @@ void MoveBar(Progress& progress, int32_t row, int32_t rows) {
         progress.LetEventsThrough();
 }
 
-bool TellWrongWidth(Dialogs& dialogs) {
+// Nobody else waits while the user reads a box.
+bool TellWrongWidth(Dialogs& dialogs, std::optional<ReadingLock>& reading) {
+    reading.reset();
     dialogs.Notice(WrongWidth, "Error!", BoxIcon::Critical);
     return false;
 }
 
-Block BlockAt(std::span<const std::byte> fileL, int32_t offset) {
+Block BlockAt(LevelBlocks& fileL, int32_t offset) {
     Block block{};
-    ReadBlock(fileL, offset, block.data(), SegmentSide);
+    fileL.Read(offset, block.data(), SegmentSide);
     return block;
 }
 
@@ -70,13 +75,15 @@ void ForEachElevation(std::span<int16_t> heights, int32_t width, int32_t segX,
 
 bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
              Dialogs& dialogs) {
-    if (WidthFromElvFile(FileLength(layer.Path)) != 4.0 * terrain.MapWidth)
-        return TellWrongWidth(dialogs);
-    const FileBytes file = ReadWholeFile(layer.Path);
+    std::optional<ReadingLock> reading(std::in_place, std::vector{layer.Path});
+    const ReadableFile file(layer.Path);
+    if (WidthFromElvFile(file.Size()) != 4.0 * terrain.MapWidth)
+        return TellWrongWidth(dialogs, reading);
     layer.EMapWidth = 4 * terrain.MapWidth;
     layer.L0ElvArr = ReadElvHeights(
-        file.Span(), layer.EMapWidth,
+        file.ReadAll().Span(), layer.EMapWidth,
         [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
+    layer.Read = file.Identity();
     return true;
 }
 
@@ -84,30 +91,42 @@ bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
             Dialogs& dialogs, DebugLog& log) {
     layer.OffsetPath = PairOfL0(layer.Path).O;
     const std::string& pathO = layer.OffsetPath;
-    RecoverLevelPair({layer.Path, pathO}, log);
+    std::optional<ReadingLock> reading(std::in_place, std::vector{layer.Path, pathO});
+    LogMended(reading->Mended(), log);
     if (!FileExists(pathO)) {
+        reading.reset();
         dialogs.Notice(".O0 File not found\n" + pathO, "Error...", BoxIcon::Critical);
         return false;
     }
-    const double width = RootOfOffsetFile(FileLength(pathO));
+    const ReadableFile fileO(pathO);
+    ReadableFile fileL(layer.Path);
+    const double width = RootOfOffsetFile(fileO.Size());
     log.WriteLog("Opened L&O Files...");
     log.WriteLog("EMapWidth is " + Format0(width));
     if (width != 4.0 * terrain.MapWidth)
-        return TellWrongWidth(dialogs);
-    const FileBytes fileO = ReadWholeFile(pathO);
-    const FileBytes fileL = ReadWholeFile(layer.Path);
+        return TellWrongWidth(dialogs, reading);
     layer.EMapWidth = 4 * terrain.MapWidth;
     log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
+    layer.Read = fileL.Identity();
+    layer.ReadO = fileO.Identity();
+    LevelBlocks blocks(std::move(fileL), layer.EMapWidth);
     layer.L0ElvArr = ReadL0Heights(
-        fileL.Span(), fileO.Span(), layer.EMapWidth, pathO,
+        blocks, fileO.ReadAll().Span(), layer.EMapWidth, pathO,
         [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
     log.WriteLog("Loaded L&O Files...");
     log.WriteLog("Closed L&O Files...");
     return true;
 }
 
-void SaveElv(const ElevationLayer& layer, const std::string& path, Progress& progress) {
-    StagedFile file(path);
+// What a file that is written is compared with: nothing, unless it is the loaded one.
+const FileIdentity Unread;
+
+void SaveElv(ElevationLayer& layer, const std::string& path, Progress& progress,
+             IfChanged ifChanged) {
+    const auto locks = LockFoldersOf({TargetOf(path)}, FolderLock::Exclusive);
+    Transaction files;
+    const bool own = SameFile(path, layer.Path);
+    StagedFile& file = files.Stage(path, own ? layer.Read : Unread, ifChanged);
     const auto rowValues = static_cast<size_t>(layer.EMapWidth);
     for (int32_t y = 1; y <= layer.EMapWidth; ++y) {
         const auto row = layer.L0ElvArr.Values().subspan(
@@ -115,22 +134,26 @@ void SaveElv(const ElevationLayer& layer, const std::string& path, Progress& pro
         file.Write(std::as_bytes(row));
         MoveBar(progress, y, layer.EMapWidth);
     }
-    file.Commit();
+    files.Commit();
+    if (own)
+        layer.Read = file.Identity();
 }
 
 // The old terrain of a L0 pair with the elevations of the layer.
-void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress) {
+void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress,
+                IfChanged ifChanged) {
     const FileBytes fileO = ReadWholeFile(pair.O);
-    const FileBytes fileL = ReadWholeFile(pair.L);
+    LevelBlocks fileL(ReadableFile(pair.L), layer.EMapWidth);
     Transaction files;
-    StagedFile& newL = files.Stage(pair.L);
-    StagedFile& newO = files.Stage(pair.O);
+    const bool own = SameFile(pair.L, layer.Path);
+    StagedFile& newL = files.Stage(pair.L, own ? layer.Read : Unread, ifChanged);
+    StagedFile& newO = files.Stage(pair.O, own ? layer.ReadO : Unread, ifChanged);
     BinaryReader offsets(fileO.Span(), pair.O);
     const int32_t segments = layer.EMapWidth / SegmentSide;
     int64_t shared = -1;
     for (int32_t segY = 1; segY <= segments; ++segY) {
         for (int32_t segX = 1; segX <= segments; ++segX) {
-            Block block = BlockAt(fileL.Span(), offsets.Int32());
+            Block block = BlockAt(fileL, offsets.Int32());
             bool sea = true;
             ForEachElevation(layer.L0ElvArr.Values(), layer.EMapWidth, segX, segY, block,
                              [&sea](TerrainPost& record, int16_t elevation) {
@@ -150,6 +173,10 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress
     // The entries are overwritten; what stands behind them stays.
     newO.Write(fileO.Span().subspan(offsets.Position()));
     files.Commit();
+    if (own) {
+        layer.Read = newL.Identity();
+        layer.ReadO = newO.Identity();
+    }
 }
 
 // The width of a new pair would be read off an O0 file that is not there, so no block is
@@ -167,22 +194,28 @@ ElevationSave SaveEmptyPair(const LevelPair& pair, Dialogs& dialogs) {
 }
 
 ElevationSave SaveL0(ElevationLayer& layer, const LevelPair& pair, int32_t mapWidth,
-                     Progress& progress, Dialogs& dialogs) {
+                     Progress& progress, Dialogs& dialogs, IfChanged ifChanged) {
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " would be the L0 file and the O0 file at once");
     RequireSameName(pair.O);
+    auto locks =
+        LockFoldersOf({TargetOf(pair.L), TargetOf(pair.O)}, FolderLock::Exclusive);
     MendFiles({pair.L, pair.O});
-    if (!FileExists(pair.L) || !FileExists(pair.O))
+    // Nobody else waits while the user thinks about a question.
+    if (!FileExists(pair.L) || !FileExists(pair.O)) {
+        locks.clear();
         return SaveEmptyPair(pair, dialogs);
+    }
     if (RootOfOffsetFile(FileLength(pair.O)) != 4.0 * mapWidth) {
         StagedFile abandoned(pair.L);
         layer.AbandonedXFile = abandoned.Abandon();
+        locks.clear();
         dialogs.MessageBox(WrongWidthAtSaving, "Error!", BoxIcon::Critical,
                            BoxButtons::YesNo);
         return ElevationSave::Refused;
     }
-    SaveIntoL0(layer, pair, progress);
+    SaveIntoL0(layer, pair, progress, ifChanged);
     return ElevationSave::Done;
 }
 
@@ -216,9 +249,8 @@ HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
     return heights;
 }
 
-HeightArray ReadL0Heights(std::span<const std::byte> fileL,
-                          std::span<const std::byte> fileO, int32_t width,
-                          const std::string& pathO,
+HeightArray ReadL0Heights(LevelBlocks& fileL, std::span<const std::byte> fileO,
+                          int32_t width, const std::string& pathO,
                           const std::function<void(int32_t, int32_t)>& afterRow) {
     HeightArray heights(int64_t{width} * width);
     const int32_t segments = width / SegmentSide;
@@ -251,7 +283,7 @@ bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& 
 
 ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
                                 const std::string& path, Progress& progress,
-                                Dialogs& dialogs) {
+                                Dialogs& dialogs, IfChanged ifChanged) {
     ElevationLayer& layer = terrain.Elevations;
     layer.AbandonedXFile.Close();
     const ElevationKind as = path.empty() ? layer.Kind : kind;
@@ -261,8 +293,8 @@ ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
     if (as != ElevationKind::Elv)
         return SaveL0(layer,
                       path.empty() ? LevelPair{to, layer.OffsetPath} : PairOfL0(to),
-                      terrain.MapWidth, progress, dialogs);
-    SaveElv(layer, to, progress);
+                      terrain.MapWidth, progress, dialogs, ifChanged);
+    SaveElv(layer, to, progress, ifChanged);
     return ElevationSave::Done;
 }
 

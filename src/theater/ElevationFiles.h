@@ -3,6 +3,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
+#include "theater/LevelBlocks.h"
 #include "theater/LevelPairs.h"
 #include "theater/Terrain.h"
 
@@ -26,9 +27,8 @@ double WidthFromElvFile(uint64_t length);
 // of segments.
 HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
                            const std::function<void(int32_t, int32_t)>& afterRow);
-HeightArray ReadL0Heights(std::span<const std::byte> fileL,
-                          std::span<const std::byte> fileO, int32_t width,
-                          const std::string& pathO,
+HeightArray ReadL0Heights(LevelBlocks& fileL, std::span<const std::byte> fileO,
+                          int32_t width, const std::string& pathO,
                           const std::function<void(int32_t, int32_t)>& afterRow);
 
 // Reads the finest elevations from a L0 file with its O0 file, or from an .elv file.
@@ -54,8 +54,10 @@ enum class ElevationSave {
 //   empty and open.
 // - L0 with either file missing: both are made anew, and are empty, if the user wants
 // that.
+// ChangedFileError when the file that was loaded is another one by now.
 ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
                                 const std::string& path, Progress& progress,
-                                Dialogs& dialogs);
+                                Dialogs& dialogs,
+                                IfChanged ifChanged = IfChanged::Refuse);
 
 } // namespace vardenix

@@ -32,8 +32,7 @@ std::string BesideFile(const std::string& kept, const std::string& name) {
         return name;
     const std::string folder =
         UpToLastSlash({name.data(), static_cast<size_t>(differs - name.begin())});
-    return TextOfPath(
-        RealPathBelow(folder, name.substr(folder.size()), PathKind::File));
+    return TextOfPath(RealPathBelow(folder, name.substr(folder.size()), PathKind::File));
 }
 
 } // namespace
@@ -62,13 +61,11 @@ LevelPair PairOfL0(const std::string& path) {
 LevelPair PairForSaving(const Terrain& terrain, const std::string& path) {
     if (path.empty())
         return {terrain.LFilename, terrain.OFilename};
-    const std::filesystem::path folder =
-        RealPath(UpToLastSlash(path), PathKind::Folder);
+    const std::filesystem::path folder = RealPath(UpToLastSlash(path), PathKind::Folder);
     const std::string name = AfterLastSlash(path);
     const std::filesystem::path exact = folder / name;
     const std::string pathL = TextOfPath(
-        StatusOf(exact) ? exact
-                        : RealPathBelow(folder, UpperCase(name), PathKind::File));
+        StatusOf(exact) ? exact : RealPathBelow(folder, UpperCase(name), PathKind::File));
     return {pathL, BesideFile(pathL, WithOForL(pathL, ".L2", 1))};
 }
 

@@ -38,7 +38,8 @@ struct ProgramState {
     vardenix::Discovery Discovery;
     vardenix::Terrain Terrain;
     vardenix::Catalogue Catalogue;
-    std::string MAPFile; // the theater.map in use
+    std::string MAPFile;      // the theater.map in use
+    FileIdentity MAPFileRead; // as it was read or last saved
     vardenix::MapFileRecord MapFileRecord{};
     HeightPicture Preview;
     FeatureSet Features;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileIdentity.h"
 #include "platform/SystemFile.h"
 #include "platform/ZeroPages.h"
 #include "theater/TerrainPost.h"
@@ -55,6 +56,12 @@ extern template class SerialArray<int16_t>;
 using PostArray = SerialArray<TerrainPost>;
 using HeightArray = SerialArray<int16_t>; // feet
 
+// Segments that the files of a level do not hold, of those that there should be.
+struct SegmentGap {
+    int64_t Missing = 0;
+    int64_t All = 0;
+};
+
 // The two kinds of file that the finest elevations come from.
 enum class ElevationKind : int16_t { None = 0, L0 = 1, Elv = 2 };
 
@@ -64,6 +71,8 @@ struct ElevationLayer {
     ElevationKind Kind = ElevationKind::None;
     std::string Path;
     std::string OffsetPath; // the O0 file of a L0 file
+    FileIdentity Read;      // the files as they were read or last saved
+    FileIdentity ReadO;
     int32_t EMapWidth = 0; // 4 * MapWidth once loaded
     HeightArray L0ElvArr;  // in serial order of EMapWidth
 
@@ -81,6 +90,9 @@ struct Terrain {
     // The real paths, as the theater was opened.
     std::string LFilename;
     std::string OFilename;
+    FileIdentity ReadL; // the two files as they were read or last saved
+    FileIdentity ReadO;
+    SegmentGap Gap;       // what they lacked; none once they have been saved
     int32_t MapWidth = 0; // posts per side; 0 while no theater is open
     PostArray LxArr;      // by serial, (Y - 1) * MapWidth + X
     ElevationLayer Elevations;

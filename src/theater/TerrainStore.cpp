@@ -32,24 +32,15 @@ void WriteBlock(StagedFile& file, const TerrainPost* first, int32_t width) {
     file.Write(std::as_bytes(std::span(block)));
 }
 
-void LogMended(const std::vector<std::string>& mended, DebugLog& log) {
-    for (const std::string& what : mended)
-        log.WriteLog(what);
+void RequireOneSegment(int32_t width, const std::string& pathO) {
+    if (width < SegmentSide)
+        throw RuntimeError(ErrorNumber::InputPastEnd,
+                           pathO + " stands for a grid of " + std::to_string(width) +
+                               " posts a side, not one whole segment; bring back a "
+                               "backup of it");
 }
 
 } // namespace
-
-void ReadBlock(std::span<const std::byte> fileL, int32_t offset, TerrainPost* first,
-               int32_t width) {
-    if (offset < 0 || static_cast<size_t>(offset) >= fileL.size())
-        return;
-    const auto left = fileL.subspan(static_cast<size_t>(offset));
-    size_t wholeBytes = std::min(left.size(), size_t{BlockBytes});
-    wholeBytes -= wholeBytes % sizeof(TerrainPost);
-    for (size_t row = 0; row * RowBytes < wholeBytes; ++row)
-        std::memcpy(first + row * static_cast<size_t>(width), &left[row * RowBytes],
-                    std::min(RowBytes, wholeBytes - row * RowBytes));
-}
 
 PostXY SerialToXY(int32_t serial, int32_t width) {
     const int32_t row = (serial - 1) / width;
@@ -82,13 +73,20 @@ int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO) {
 PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte> fileO,
                     int32_t width, const std::string& pathO,
                     const std::function<void(int32_t, int32_t)>& afterRow) {
+    LevelBlocks blocks(fileL);
+    return ReadPosts(blocks, fileO, width, pathO, afterRow);
+}
+
+PostArray ReadPosts(LevelBlocks& fileL, std::span<const std::byte> fileO, int32_t width,
+                    const std::string& pathO,
+                    const std::function<void(int32_t, int32_t)>& afterRow) {
     PostArray posts(int64_t{width} * width);
     const int32_t segments = width / SegmentSide;
     BinaryReader offsets(fileO, pathO);
     for (int32_t segY = 1; segY <= segments; ++segY) {
         for (int32_t segX = 1; segX <= segments; ++segX)
-            ReadBlock(fileL, offsets.Int32(),
-                      &posts.Values()[FirstPostOf(segX, segY, width)], width);
+            fileL.Read(offsets.Int32(), &posts.Values()[FirstPostOf(segX, segY, width)],
+                       width);
         afterRow(segY, segments);
     }
     return posts;
@@ -99,20 +97,27 @@ void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
     progress.SetText("Loading L2 File...");
     const ReadingLock reading({terrain.LFilename, terrain.OFilename});
     LogMended(reading.Mended(), log);
-    const FileBytes fileO = ReadWholeFile(terrain.OFilename);
-    const FileBytes fileL = ReadWholeFile(terrain.LFilename);
+    const ReadableFile fileO(terrain.OFilename);
+    ReadableFile fileL(terrain.LFilename);
     log.WriteLog("Opened L&O Files...");
 
-    const int32_t width = WidthFromOffsetFile(fileO.size(), terrain.OFilename);
+    const int32_t width = WidthFromOffsetFile(fileO.Size(), terrain.OFilename);
     log.WriteLog("MapWidth is " + std::to_string(width));
+    RequireOneSegment(width, terrain.OFilename);
     log.WriteLog("Redimed LxArr, 1 to " + std::to_string(int64_t{width} * width));
-    PostArray posts = ReadPosts(fileL.Span(), fileO.Span(), width, terrain.OFilename,
+    const FileIdentity readL = fileL.Identity();
+    LevelBlocks blocks(std::move(fileL), width);
+    PostArray posts = ReadPosts(blocks, fileO.ReadAll().Span(), width, terrain.OFilename,
                                 [&progress](int32_t row, int32_t rows) {
                                     progress.SetBar(Percent(row, rows));
                                     progress.LetEventsThrough();
                                 });
     terrain.MapWidth = width;
     terrain.LxArr = std::move(posts);
+    terrain.ReadL = readL;
+    terrain.ReadO = fileO.Identity();
+    const int64_t segments = width / SegmentSide;
+    terrain.Gap = {blocks.Missing(), segments * segments};
 
     log.WriteLog("Loaded L&O Files...");
     progress.LetEventsThrough();
@@ -137,26 +142,8 @@ bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY) {
            everyPost([](const TerrainPost& post) { return post.Elevation == 0; });
 }
 
-void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress) {
-    SaveTheater(terrain, PairForSaving(terrain, path), progress);
-}
-
-void SaveTheater(const Terrain& terrain, const LevelPair& pair, Progress& progress) {
-    if (SameFile(pair.L, pair.O))
-        throw RuntimeError(ErrorNumber::PathFileAccess,
-                           pair.L +
-                               " would be the L file and the O file at once; its name "
-                               "must end in .L2");
-    if (IsUnfinishedName(pair.L))
-        throw RuntimeError(ErrorNumber::PathFileAccess,
-                           pair.L + " is what an unfinished save is called; its name "
-                                    "must end in .L2");
-    RequireSameName(pair.L);
-    RequireSameName(pair.O);
-    const ShownBar bar(progress);
-    Transaction files;
-    StagedFile& fileL = files.Stage(pair.L);
-    StagedFile& fileO = files.Stage(pair.O);
+void WriteLevel2(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO,
+                 Progress& progress) {
     const int32_t segments = terrain.MapWidth / SegmentSide;
     const auto posts = terrain.LxArr.Values();
     int64_t shared = -1;
@@ -174,7 +161,46 @@ void SaveTheater(const Terrain& terrain, const LevelPair& pair, Progress& progre
         progress.SetBar(Percent(segY, segments));
         progress.LetEventsThrough();
     }
+}
+
+void SaveTheater(Terrain& terrain, const std::string& path, Progress& progress,
+                 IfChanged ifChanged) {
+    SaveTheater(terrain, PairForSaving(terrain, path), progress, ifChanged);
+}
+
+void SaveTheater(Terrain& terrain, const LevelPair& pair, Progress& progress,
+                 IfChanged ifChanged) {
+    if (SameFile(pair.L, pair.O))
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           pair.L +
+                               " would be the L file and the O file at once; its name "
+                               "must end in .L2");
+    if (IsUnfinishedName(pair.L))
+        throw RuntimeError(ErrorNumber::PathFileAccess,
+                           pair.L + " is what an unfinished save is called; its name "
+                                    "must end in .L2");
+    RequireSameName(pair.L);
+    RequireSameName(pair.O);
+    const ShownBar bar(progress);
+    const auto locks =
+        LockFoldersOf({TargetOf(pair.L), TargetOf(pair.O)}, FolderLock::Exclusive);
+    const bool own = SameFile(pair.L, terrain.LFilename);
+    Transaction files;
+    const FileIdentity unread;
+    StagedFile& fileL = files.Stage(pair.L, own ? terrain.ReadL : unread, ifChanged);
+    StagedFile& fileO = files.Stage(pair.O, own ? terrain.ReadO : unread, ifChanged);
+    WriteLevel2(terrain, fileL, fileO, progress);
     files.Commit();
+    if (own) {
+        terrain.ReadL = fileL.Identity();
+        terrain.ReadO = fileO.Identity();
+        terrain.Gap.Missing = 0;
+    }
+}
+
+void LogMended(const std::vector<std::string>& mended, DebugLog& log) {
+    for (const std::string& what : mended)
+        log.WriteLog(what);
 }
 
 void RecoverLevelPair(const LevelPair& pair, DebugLog& log) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/Progress.h"
+#include "platform/Transaction.h"
 #include "theater/DebugLog.h"
+#include "theater/LevelBlocks.h"
 #include "theater/LevelPairs.h"
 #include "theater/Terrain.h"
 
@@ -9,6 +11,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -34,36 +37,46 @@ int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO);
 // segments only are read: a width of 33 posts has two segments a side. Posts that the L
 // file does not hold stay zero. Error 62 when the O file has too few entries, 7 when
 // memory lacks. `afterRow(row, rows)` is called once per row of segments.
+PostArray ReadPosts(LevelBlocks& fileL, std::span<const std::byte> fileO, int32_t width,
+                    const std::string& pathO,
+                    const std::function<void(int32_t, int32_t)>& afterRow);
 PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte> fileO,
                     int32_t width, const std::string& pathO,
                     const std::function<void(int32_t, int32_t)>& afterRow);
 
 // Reads LFilename and OFilename into MapWidth and LxArr, after mending what an
 // interrupted save may have left. The width comes from the O file alone. Posts that the L
-// file does not hold stay zero. Whole segments only are read: a width of 33 posts has two
-// segments a side. The bar moves and events pass once per row of segments. On any error
-// the terrain is what it was.
+// file does not hold stay zero, and their segments are counted in Gap. Whole segments
+// only are read: a width of 33 posts has two segments a side; error 62 when there is
+// none. The bar moves and events pass once per row of segments. On any error the terrain
+// is what it was.
 void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log);
 
 // Whether all 256 posts of a segment of LxArr have tile 0 and elevation 0; their other
 // fields play no part.
 bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY);
 
-// Copies what an L file holds of the block at `offset` to 16 rows that lie `width` posts
-// apart, `first` being the block's first post. Nothing is read for an offset outside the
-// file, and posts that its end cuts are left alone.
-void ReadBlock(std::span<const std::byte> fileL, int32_t offset, TerrainPost* first,
-               int32_t width);
-
 // Writes LxArr to a pair; all sea segments share the block of the first one met. The old
 // pair stands until the new one is whole on the disk. LFilename and OFilename stay what
-// they are. Errors before anything is written: 75 when L and O would be the same file or
+// they are; when it is their files that are written, ReadL and ReadO follow and the gap
+// is closed. Errors before anything is written: 75 when L and O would be the same file or
 // L has the name of an unfinished save, 53 when a neighbour would be written in place of
-// the theater's own file; the system's refusals (61, 70, 75) while writing.
-void SaveTheater(const Terrain& terrain, const LevelPair& pair, Progress& progress);
+// the theater's own file; ChangedFileError when the theater's own files are others than
+// were read; the system's refusals (61, 70, 75) while writing.
+void SaveTheater(Terrain& terrain, const LevelPair& pair, Progress& progress,
+                 IfChanged ifChanged = IfChanged::Refuse);
 
 // The same to the pair that PairForSaving gives for a path.
-void SaveTheater(const Terrain& terrain, const std::string& path, Progress& progress);
+void SaveTheater(Terrain& terrain, const std::string& path, Progress& progress,
+                 IfChanged ifChanged = IfChanged::Refuse);
+
+// The bytes of such a pair, for whoever changes other files along with it. The bar moves
+// and events pass once per row of segments.
+void WriteLevel2(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO,
+                 Progress& progress);
+
+// Sentences of Mending.h.
+void LogMended(const std::vector<std::string>& mended, DebugLog& log);
 
 // Mends what an interrupted save of a pair may have left, with a line in the log.
 void RecoverLevelPair(const LevelPair& pair, DebugLog& log);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FileIdentity.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -67,6 +69,7 @@ using TileLookup = std::vector<TileInfo>; // by tile number, from 0
 // The catalogue of the theater that is open, and where it comes from.
 struct Catalogue {
     std::string BinPath;   // the Texture.bin in use
+    FileIdentity Read;     // of BinPath as it was read or last saved
     std::string DDSFolder; // the folder of tile pictures, with a slash at its end
     TextureBin Bin;
     TileLookup Lookup;                     // 0 to NumSets * 16 - 1

@@ -2,10 +2,12 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "platform/Transaction.h"
 #include "platform/Windows1252.h"
+#include "theater/PictureFolder.h"
 
 #include <algorithm>
 #include <bit>
@@ -78,36 +80,6 @@ TileSet ReadSet(BinaryReader& reader) {
     return set;
 }
 
-// Whether day pictures are there, with one look at the folder for all of them.
-class PictureFolder {
-public:
-    explicit PictureFolder(const std::string& ddsFolder)
-        : ddsFolder_(ddsFolder), folder_(UpToLastSlash(ddsFolder)), index_(folder_) {}
-
-    bool Has(const std::string& file) const {
-        const std::string path = TilePicturePath(ddsFolder_, file);
-        return UpToLastSlash(path) == folder_ ? index_.HasFile(AfterLastSlash(path))
-                                              : FileExists(path);
-    }
-
-private:
-    std::string ddsFolder_;
-    std::string folder_;
-    FolderIndex index_;
-};
-
-TileInfo InfoOf(const TileRecord& tile, const TileSet& set,
-                const PictureFolder& pictures) {
-    TileInfo info;
-    info.Name = TrimBlanks(tile.TileName);
-    info.DayFile = TileFileName(info.Name, false);
-    info.NightFile = TileFileName(info.Name, true);
-    info.Terrain = set.Terrain;
-    info.UseCount = 0;
-    info.HasImage = pictures.Has(info.DayFile) ? 1 : 0;
-    return info;
-}
-
 void WriteFloat(StagedFile& file, float value) {
     file.WriteInt32(std::bit_cast<int32_t>(value));
 }
@@ -132,6 +104,14 @@ void WriteTile(StagedFile& file, const TileRecord& tile) {
              {path.Width, path.StartX, path.StartY, path.EndX, path.EndY})
             WriteFloat(file, value);
     }
+}
+
+FileBytes ReadBinFile(const std::string& path, FileIdentity& read) {
+    const ReadingLock reading({path});
+    const ReadableFile file(path);
+    RequireAtMost(file, MaxBinBytes);
+    read = file.Identity();
+    return file.ReadAll();
 }
 
 } // namespace
@@ -162,9 +142,12 @@ TextureBin ParseBinFile(std::span<const std::byte> bytes, const std::string& pat
 }
 
 void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
-                 DebugLog& log) {
+                 DebugLog& log, const std::function<void()>& afterReading) {
     progress.SetBar(0);
-    const FileBytes file = ReadWholeFile(catalogue.BinPath);
+    FileIdentity read;
+    const FileBytes file = ReadBinFile(catalogue.BinPath, read);
+    if (afterReading)
+        afterReading();
     log.WriteLog("Opened BinPath...");
     TextureBin bin = ParseBinFile(file.Span(), catalogue.BinPath);
     log.WriteLog("Number of Sets: " + std::to_string(bin.NumSets));
@@ -176,7 +159,7 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
         const TileSet& tileSet = bin.Sets[Count(set)];
         size_t number = Count(set - 1) * TilesPerSet;
         for (int32_t i = 1; i <= tileSet.TileCount; ++i, ++number) {
-            TileInfo info = InfoOf(tileSet.Tiles[Count(i)], tileSet, pictures);
+            TileInfo info = InfoOfTile(tileSet.Tiles[Count(i)], tileSet, pictures);
             if (info.HasImage == 0)
                 dialogs.Notice("File " + Utf8FromBytes(info.Name) + " wasn't found.", "",
                                BoxIcon::Information);
@@ -189,19 +172,14 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
         progress.LetEventsThrough();
     }
     catalogue.Bin = std::move(bin);
+    catalogue.Read = read;
     catalogue.Lookup = std::move(lookup);
     catalogue.NewTilesList.clear();
     log.WriteLog("Closed BinPath...");
     log.WriteLog("Exiting OpenBinFile...");
 }
 
-void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
-    if (!FileExists(catalogue.BinPath))
-        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
-    StagedFile file(catalogue.BinPath);
-    log.WriteLog("Killed BinPath...");
-    log.WriteLog("Opened BinPath...");
-    const TextureBin& bin = catalogue.Bin;
+void WriteBinFile(const TextureBin& bin, StagedFile& file) {
     file.WriteInt32(bin.NumSets);
     file.WriteInt32(bin.NumTiles);
     for (int32_t set = 1; set <= bin.NumSets; ++set) {
@@ -211,7 +189,20 @@ void SaveBinFile(const Catalogue& catalogue, DebugLog& log) {
         for (int32_t i = 1; i <= tileSet.TileCount; ++i)
             WriteTile(file, tileSet.Tiles.at(Count(i)));
     }
-    file.Commit();
+}
+
+void SaveBinFile(Catalogue& catalogue, DebugLog& log, IfChanged ifChanged) {
+    const auto locks =
+        LockFoldersOf({TargetOf(catalogue.BinPath)}, FolderLock::Exclusive);
+    if (!FileExists(catalogue.BinPath))
+        throw RuntimeError(ErrorNumber::FileNotFound, "replacing " + catalogue.BinPath);
+    Transaction files;
+    StagedFile& file = files.Stage(catalogue.BinPath, catalogue.Read, ifChanged);
+    log.WriteLog("Killed BinPath...");
+    log.WriteLog("Opened BinPath...");
+    WriteBinFile(catalogue.Bin, file);
+    files.Commit();
+    catalogue.Read = file.Identity();
     log.WriteLog("Closed BinPath...");
     log.WriteLog("Exiting SaveBinFile...");
 }

@@ -2,10 +2,12 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
+#include "platform/Transaction.h"
 #include "theater/DebugLog.h"
 #include "theater/TextureBin.h"
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <string>
 
@@ -25,18 +27,25 @@ std::string TilePicturePath(const std::string& ddsFolder, const std::string& fil
 // beyond MaxSets.
 TextureBin ParseBinFile(std::span<const std::byte> bytes, const std::string& path);
 
-// No theater comes near it; it bounds the memory that a garbage file of empty sets can
-// take.
+// No theater comes near them; they bound the memory that a garbage file can take.
 constexpr int32_t MaxSets = 32768;
+constexpr uint64_t MaxBinBytes = uint64_t{64} << 20;
 
 // Reads BinPath into the model and makes TileLookup anew. A tile whose day picture is not
 // in DDSFolder is told of in a box, one for each, and keeps HasImage 0. The bar moves and
-// events pass once per set. On any error the catalogue is what it was.
+// events pass once per set. On any error the catalogue is what it was. `afterReading` is
+// called once the file's bytes are there, before anybody is told anything: whoever holds
+// a lock over the reading lets go of it.
 void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
-                 DebugLog& log);
+                 DebugLog& log, const std::function<void()>& afterReading = {});
 
 // Writes the model over BinPath; NumTiles as it stands in the model. Error 53 when there
-// is no such file to replace, with nothing changed; the system's refusals while writing.
-void SaveBinFile(const Catalogue& catalogue, DebugLog& log);
+// is no such file to replace, with nothing changed; ChangedFileError when another file is
+// there than was read; the system's refusals while writing.
+void SaveBinFile(Catalogue& catalogue, DebugLog& log,
+                 IfChanged ifChanged = IfChanged::Refuse);
+
+// The bytes of a Texture.bin, for whoever changes other files along with it.
+void WriteBinFile(const TextureBin& bin, StagedFile& file);
 
 } // namespace vardenix

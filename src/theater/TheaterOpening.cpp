@@ -2,11 +2,16 @@
 
 #include "platform/FileNames.h"
 #include "platform/FileStatus.h"
+#include "platform/Mending.h"
+#include "theater/MissingSegments.h"
 #include "theater/TerrainStore.h"
 #include "theater/TextureBinFile.h"
 #include "theater/TileCheck.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace vardenix {
 
@@ -58,6 +63,10 @@ TheaterPaths PathsOfTheater(const std::string& baseDir, const std::string& terra
             folder + "\\terrain\\theater.map", folder + "\\texture\\texture\\"};
 }
 
+LevelPair FindLevelPair(const std::string& l2File) {
+    return PairOfL2(TextOfPath(RealPathToRead(l2File)));
+}
+
 bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& dialogs,
                        DebugLog& log) {
     const FilesOfTheater files(paths.L2File);
@@ -92,11 +101,18 @@ bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& 
 void LoadTheater(ProgramState& state, Progress& progress, const Platform& platform,
                  DebugLog& log, OpeningWindows& windows) {
     log.WriteLog("Starting LoadLfile...");
+    // Both are of one moment; the first box that waits for the user lets others save.
+    std::optional<ReadingLock> reading(std::in_place,
+                                       std::vector<std::string>{state.Terrain.LFilename,
+                                                                state.Terrain.OFilename,
+                                                                state.Catalogue.BinPath});
+    LogMended(reading->Mended(), log);
     LoadLFile(state.Terrain, progress, log);
 
     progress.SetText("Loading Tiles...");
     log.WriteLog("Starting OpenBinFile...");
-    OpenBinFile(state.Catalogue, progress, platform.Dialogs, log);
+    OpenBinFile(state.Catalogue, progress, platform.Dialogs, log,
+                [&reading] { reading.reset(); });
 
     log.WriteLog("Starting ShowLFile...");
     progress.SetBar(0);
@@ -118,6 +134,7 @@ void LoadTheater(ProgramState& state, Progress& progress, const Platform& platfo
     log.WriteLog("Initiating FrmVXMap...");
     log.WriteLog("Showing FrmVXMain...");
     windows.LoadMapEditor();
+    TellGap(state.Terrain, state.MapFileRecord, platform.Dialogs);
     windows.LoadMap();
     windows.ShowMainPanel();
     windows.RestoreChildWindows();

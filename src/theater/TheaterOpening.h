@@ -23,6 +23,9 @@ struct TheaterPaths {
 // The paths of a theater of an installed game; `baseDir` ends in a slash.
 TheaterPaths PathsOfTheater(const std::string& baseDir, const std::string& terrainDir);
 
+// The pair that a theater is opened from, as real paths, for the text of its L2 file.
+LevelPair FindLevelPair(const std::string& l2File);
+
 // The windows that a theater is opened into, in the order in which they are asked for.
 // app/ fills this in.
 class OpeningWindows {

@@ -3,10 +3,11 @@
 #include "platform/FileNames.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/StagedFile.h"
 #include "theater/TerrainStore.h"
 
 #include <algorithm>
-#include <fstream>
+#include <span>
 
 namespace vardenix {
 
@@ -87,10 +88,11 @@ std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup) {
 }
 
 void AppendReport(const std::string& path, const std::string& report) {
-    std::ofstream file(RealPath(path), std::ios::binary | std::ios::app);
-    file << report << std::flush;
-    if (!file)
-        throw RuntimeError(ErrorNumber::PathFileAccess, "writing " + path);
+    StagedFile file(path);
+    if (FileExists(path))
+        file.WriteRestOf(ReadableFile(path), 0);
+    file.WriteText(report);
+    file.Commit();
 }
 
 std::string UnknownTilesReport(const Terrain& terrain,

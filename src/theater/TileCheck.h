@@ -27,8 +27,8 @@ std::vector<int32_t> CountTileUse(const Terrain& terrain, TileLookup& lookup);
 std::string UnknownTilesReport(const Terrain& terrain,
                                const std::vector<int32_t>& serials, const LocalTime& now);
 
-// Appends such a report to a file, which only ever grows. Error 75 when it cannot be
-// written.
+// Appends such a report to a file, which only ever grows: what was there stands until all
+// of it is on the disk. The system's refusals (61, 70, 75), and then it is as it was.
 void AppendReport(const std::string& path, const std::string& report);
 
 // CountTileUse, and where posts without a tile exist and a report is wished, the question

@@ -7,19 +7,24 @@
 namespace vardenix {
 namespace {
 
-// What a desktop's frame takes, both sides together, and a gap to the next window. It is
-// not known before a window is up.
-constexpr int32_t FrameAcross = 16;
-constexpr int32_t FrameDown = 34;
+constexpr int32_t Gap = 6; // to the next window
 // A map smaller than that is of no use.
 constexpr int32_t LeastMap = 240;
 // Four tiles and one row.
 constexpr WindowSize LeastPalette{320, 140};
 
-PixelRect WithFrame(const PixelRect& window) {
-    return {window.Left, window.Top, window.Width + FrameAcross,
-            window.Height + FrameDown};
-}
+// What a window takes beside its inside: frame and gap.
+struct Around {
+    explicit Around(WindowSize frame)
+        : Across(frame.Width + Gap), Down(frame.Height + Gap) {}
+
+    int32_t Across;
+    int32_t Down;
+
+    PixelRect operator()(const PixelRect& window) const {
+        return {window.Left, window.Top, window.Width + Across, window.Height + Down};
+    }
+};
 
 bool Overlap(const PixelRect& a, const PixelRect& b) {
     return a.Left < b.Left + b.Width && b.Left < a.Left + a.Width &&
@@ -29,7 +34,8 @@ bool Overlap(const PixelRect& a, const PixelRect& b) {
 // Looks at every place whose corner lies behind the edges of what stands there and that
 // ends before such an edge.
 PixelRect LayOutPaletteWindow(const PixelRect& room,
-                              const std::array<PixelRect, 3>& taken, WindowSize palette) {
+                              const std::array<PixelRect, 3>& taken, WindowSize palette,
+                              const Around& around) {
     std::vector<int32_t> lefts{room.Left}, rights{room.Left + room.Width};
     std::vector<int32_t> tops{room.Top}, bottoms{room.Top + room.Height};
     for (const PixelRect& window : taken) {
@@ -41,13 +47,13 @@ PixelRect LayOutPaletteWindow(const PixelRect& room,
     PixelRect best;
     const auto consider = [&](int32_t left, int32_t top, int32_t right, int32_t bottom) {
         const PixelRect place{left, top,
-                              std::min(palette.Width, right - left - FrameAcross),
-                              std::min(palette.Height, bottom - top - FrameDown)};
+                              std::min(palette.Width, right - left - around.Across),
+                              std::min(palette.Height, bottom - top - around.Down)};
         if (place.Width < LeastPalette.Width || place.Height < LeastPalette.Height ||
             place.Width * place.Height <= best.Width * best.Height)
             return;
         if (std::none_of(taken.begin(), taken.end(), [&](const PixelRect& window) {
-                return Overlap(window, WithFrame(place));
+                return Overlap(window, around(place));
             }))
             best = place;
     };
@@ -59,10 +65,10 @@ PixelRect LayOutPaletteWindow(const PixelRect& room,
     if (best.Width != 0)
         return best;
     // Most of the map stays in view.
-    const WindowSize size{std::min(palette.Width, room.Width / 2 - FrameAcross),
-                          std::min(palette.Height, room.Height / 3 - FrameDown)};
-    return {room.Left + room.Width - FrameAcross - size.Width,
-            room.Top + room.Height - FrameDown - size.Height, size.Width, size.Height};
+    const WindowSize size{std::min(palette.Width, room.Width / 2 - around.Across),
+                          std::min(palette.Height, room.Height / 3 - around.Down)};
+    return {room.Left + room.Width - around.Across - size.Width,
+            room.Top + room.Height - around.Down - size.Height, size.Width, size.Height};
 }
 
 int64_t Area(const PixelRect& place) { return int64_t{place.Width} * place.Height; }
@@ -85,15 +91,15 @@ bool NeverPlaced(const Configuration& settings) {
 namespace {
 
 FirstLayout LayOutWithoutPalette(const PixelRect& room, WindowSize panel, WindowSize map,
-                                 WindowSize preview) {
+                                 WindowSize preview, const Around& around) {
     FirstLayout layout;
     layout.Panel = {room.Left, room.Top, panel.Width, panel.Height};
     layout.Preview = {room.Left, room.Top, std::min(preview.Width, room.Width / 3),
-                      std::min(preview.Height, room.Height - FrameDown)};
-    const int32_t panelAcross = panel.Width + FrameAcross;
-    const int32_t panelDown = panel.Height + FrameDown;
-    const int32_t previewAcross = layout.Preview.Width + FrameAcross;
-    const int32_t previewDown = layout.Preview.Height + FrameDown;
+                      std::min(preview.Height, room.Height - around.Down)};
+    const int32_t panelAcross = panel.Width + around.Across;
+    const int32_t panelDown = panel.Height + around.Down;
+    const int32_t previewAcross = layout.Preview.Width + around.Across;
+    const int32_t previewDown = layout.Preview.Height + around.Down;
     const auto placeMap = [&](int32_t left, int32_t across, int32_t down) {
         layout.Map = {room.Left + left, room.Top,
                       std::min(map.Width, std::max(across, LeastMap)),
@@ -102,22 +108,22 @@ FirstLayout LayOutWithoutPalette(const PixelRect& room, WindowSize panel, Window
 
     if (panelDown + previewDown <= room.Height) {
         const int32_t left = std::max(panelAcross, previewAcross);
-        placeMap(left, room.Width - left - FrameAcross, room.Height - FrameDown);
+        placeMap(left, room.Width - left - around.Across, room.Height - around.Down);
         layout.Preview.Top += panelDown;
         return layout;
     }
     // At the right of the map or under it: where it leaves more of the map to be seen.
-    const int32_t besidePanel = room.Width - panelAcross - FrameAcross;
-    const int32_t height = room.Height - FrameDown;
+    const int32_t besidePanel = room.Width - panelAcross - around.Across;
+    const int32_t height = room.Height - around.Down;
     placeMap(panelAcross, besidePanel, height - previewDown);
     const PixelRect under = layout.Map;
     placeMap(panelAcross, besidePanel - previewAcross, height);
     if (Area(under) > Area(layout.Map)) {
         layout.Map = under;
         layout.Preview.Left = layout.Map.Left;
-        layout.Preview.Top += layout.Map.Height + FrameDown;
+        layout.Preview.Top += layout.Map.Height + around.Down;
     } else {
-        layout.Preview.Left = layout.Map.Left + layout.Map.Width + FrameAcross;
+        layout.Preview.Left = layout.Map.Left + layout.Map.Width + around.Across;
     }
     return layout;
 }
@@ -125,11 +131,79 @@ FirstLayout LayOutWithoutPalette(const PixelRect& room, WindowSize panel, Window
 } // namespace
 
 FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
-                        WindowSize preview, WindowSize palette) {
-    FirstLayout layout = LayOutWithoutPalette(room, panel, map, preview);
+                        WindowSize preview, WindowSize palette, WindowSize frame) {
+    const Around around(frame);
+    FirstLayout layout = LayOutWithoutPalette(room, panel, map, preview, around);
     layout.Palette = LayOutPaletteWindow(
-        room, {WithFrame(layout.Panel), WithFrame(layout.Map), WithFrame(layout.Preview)},
-        palette);
+        room, {around(layout.Panel), around(layout.Map), around(layout.Preview)}, palette,
+        around);
+    return layout;
+}
+
+namespace {
+
+WindowSize SizeOf(const PixelRect& window) { return {window.Width, window.Height}; }
+
+bool SameCorner(const PixelRect& a, const PixelRect& b) {
+    return a.Left == b.Left && a.Top == b.Top;
+}
+
+// Ends at the room's edges, and before windows that lie behind its least size.
+PixelRect Cut(const PixelRect& room, PixelRect window,
+              const std::vector<PixelRect>& others, const Around& around) {
+    window.Width =
+        std::min(window.Width, room.Left + room.Width - window.Left - around.Across);
+    window.Height =
+        std::min(window.Height, room.Top + room.Height - window.Top - around.Down);
+    for (const PixelRect& other : others) {
+        if (!Overlap(around(window), around(other)))
+            continue;
+        const int32_t across = other.Left - window.Left - around.Across;
+        const int32_t down = other.Top - window.Top - around.Down;
+        if (across >= LeastMap)
+            window.Width = across;
+        else if (down >= LeastMap)
+            window.Height = down;
+    }
+    return window;
+}
+
+// Where it was stored, if it fits there in its full size. Else it is pulled into the room
+// by whoever places it, unless that would lay it over a window that it was beside.
+PixelRect Fitted(const PixelRect& room, const PixelRect& window,
+                 const std::vector<PixelRect>& others, const Around& around) {
+    const PixelRect framed = around(window);
+    const int32_t right = room.Left + room.Width - framed.Width + Gap;
+    const int32_t bottom = room.Top + room.Height - framed.Height + Gap;
+    if (window.Left <= right && window.Top <= bottom)
+        return window;
+    const PixelRect pulled{std::max(room.Left, std::min(window.Left, right)),
+                           std::max(room.Top, std::min(window.Top, bottom)), window.Width,
+                           window.Height};
+    const PixelRect cut = Cut(room, window, others, around);
+    const bool hides =
+        std::any_of(others.begin(), others.end(), [&](const PixelRect& other) {
+            return Overlap(pulled, other) && !Overlap(cut, other);
+        });
+    return hides && cut.Width >= LeastMap && cut.Height >= LeastMap ? cut : window;
+}
+
+} // namespace
+
+FirstLayout LayOutStored(const PixelRect& room, const FirstLayout& stored,
+                         WindowSize frame) {
+    const FirstLayout first =
+        LayOutFirst(room, SizeOf(stored.Panel), SizeOf(stored.Map),
+                    SizeOf(stored.Preview), SizeOf(stored.Palette), frame);
+    FirstLayout layout = stored;
+    if (SameCorner(stored.Map, first.Map) && SameCorner(stored.Preview, first.Preview)) {
+        layout.Map = first.Map;
+        layout.Preview = first.Preview;
+        return layout;
+    }
+    const Around around(frame);
+    layout.Map = Fitted(room, stored.Map, {stored.Panel, stored.Preview}, around);
+    layout.Preview = Fitted(room, stored.Preview, {stored.Panel, layout.Map}, around);
     return layout;
 }
 

@@ -29,7 +29,19 @@ bool NeverPlaced(const Configuration& settings);
 // for all three lets the map overlap. The tile palette gets the free place that shows
 // most of it, cut to that; where none has room for a few tiles it stands in the lower
 // right corner over the map, half as wide as the room and a third as high at most.
+//
+// `frame` is what the desktop's frame adds across and down, both sides together.
+constexpr WindowSize UsualFrame{10, 28}; // where it is not known yet
 FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
-                        WindowSize preview, WindowSize palette);
+                        WindowSize preview, WindowSize palette,
+                        WindowSize frame = UsualFrame);
+
+// Where they stand on a later start: `stored` has the corners of the last run and the
+// sizes that the windows would have by themselves, since only the palette's is stored.
+// Map and preview where a first start puts them have the sizes that it gives them.
+// Otherwise each has its own size, but is cut at its corner where it would leave the room
+// and, pulled back into it, lie over a window that it was beside.
+FirstLayout LayOutStored(const PixelRect& room, const FirstLayout& stored,
+                         WindowSize frame = UsualFrame);
 
 } // namespace vardenix

@@ -27,7 +27,8 @@ public:
     virtual std::optional<int16_t> EditElevation(int16_t elevation) = 0;
 
     // Entries of the context menu whose window is not there are disabled.
-    virtual bool CanLocate() const { return false; }
+    virtual bool CanLocateInBIN() const { return false; }
+    virtual bool CanLocateColorInMAP() const { return false; }
     virtual void LocateInBIN(int32_t /*tileNumber*/) {}
     virtual void LocateColorInMAP(uint8_t /*palette*/) {}
 

@@ -2,7 +2,9 @@
 
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
+#include "platform/SavedOrKept.h"
 #include "theater/ElevationFiles.h"
+#include "theater/MissingSegments.h"
 #include "theater/TerrainStore.h"
 
 namespace vardenix {
@@ -68,11 +70,13 @@ bool SaveElevations(const SavingParts& parts, bool as) {
             return TellNoExtension(parts.Dialogs);
     }
     bool saveOK = false;
-    {
+    const auto save = [&](IfChanged ifChanged) {
         const LongWork work(parts);
-        saveOK = SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3,
-                                   parts.Dialogs) == ElevationSave::Done;
-    }
+        saveOK = SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3, parts.Dialogs,
+                                   ifChanged) == ElevationSave::Done;
+    };
+    if (!SavedOrKept(parts.Dialogs, save))
+        return false;
     if (saveOK)
         parts.Panel.L0Saved();
     return saveOK;
@@ -82,8 +86,8 @@ bool SaveElevations(const SavingParts& parts, bool as) {
 // word.
 bool MayReplaceOffsets(const LevelPair& pair, Dialogs& dialogs) {
     return FileExists(pair.L) || !FileExists(pair.O) ||
-           dialogs.MessageBox(pair.O + " already exists.\nDo you want to replace it?",
-                              {}, BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
+           dialogs.MessageBox(pair.O + " already exists.\nDo you want to replace it?", {},
+                              BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
 bool SaveLevel2(const SavingParts& parts, bool as) {
@@ -97,10 +101,15 @@ bool SaveLevel2(const SavingParts& parts, bool as) {
     const LevelPair pair = PairForSaving(parts.Terrain, to);
     if (as && !MayReplaceOffsets(pair, parts.Dialogs))
         return false;
-    {
+    if (SameFile(pair.L, parts.Terrain.LFilename) &&
+        !MaySaveOverGap(parts.Terrain, parts.Dialogs))
+        return false;
+    const auto save = [&](IfChanged ifChanged) {
         const LongWork work(parts);
-        SaveTheater(parts.Terrain, pair, parts.PB3);
-    }
+        SaveTheater(parts.Terrain, pair, parts.PB3, ifChanged);
+    };
+    if (!SavedOrKept(parts.Dialogs, save))
+        return false;
     parts.Panel.L2Saved();
     return true;
 }

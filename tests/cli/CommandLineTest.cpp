@@ -120,10 +120,36 @@ TEST_F(CommandLine, RenderPaintsTheViewThatIsAskedFor) {
     EXPECT_EQ(BmpNumber(bmp, 22), 64);
     EXPECT_EQ(BmpPixel(bmp, 16 + 8, 2 * 16 + 8), "\x30\x20\x10"); // post (3, 5)
     EXPECT_EQ(BmpPixel(bmp, 8, 8), std::string(3, '\0'));         // post (2, 3), entry 0
-    // With no weight of the MAP colour the substitute picture shows.
-    RunOn({"render", out, "--x", "2", "--y", "3", "--grid", "4", "--tile-pixels", "16",
-           "--layers", "map", "--alpha", "0"});
-    EXPECT_NE(BmpPixel(Slurp(out), 16 + 8, 2 * 16 + 8), "\x30\x20\x10");
+}
+
+TEST_F(CommandLine, RenderWeighsTheColourOfTheMapAgainstTheTiles) {
+    std::string map(1112, '\0');
+    for (size_t entry = 0; entry < 256; ++entry)
+        map.replace(28 + entry * 4, 3, "\x10\x20\x30");
+    folder_.Write("my theater/terrain/theater.map", map);
+    const std::string out = folder_.File("view.bmp");
+    const auto rendered = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> command{"render", out, "--x",           "2", "--y", "3",
+                                         "--grid", "2", "--tile-pixels", "16"};
+        command.insert(command.end(), options.begin(), options.end());
+        std::filesystem::remove(out);
+        EXPECT_EQ(RunOn(command).ExitCode, 0);
+        return Slurp(out);
+    };
+    // No weight: the tiles, here the substitute picture, as without the layer.
+    const std::string tiles = rendered({});
+    EXPECT_EQ(rendered({"--layers", "map", "--alpha", "0"}), tiles);
+    const auto level = [](const std::string& bmp, int x, int y) {
+        return static_cast<unsigned char>(BmpPixel(bmp, x, y)[1]);
+    };
+    const std::string all = rendered({"--layers", "map", "--alpha", "255"});
+    const std::string some = rendered({"--layers", "map", "--alpha", "85"});
+    for (int y = 0; y < 32; ++y)
+        for (int x = 0; x < 32; ++x) {
+            EXPECT_EQ(level(all, x, y), 0x20);
+            EXPECT_NEAR(level(some, x, y), (0x20 + 2 * level(tiles, x, y)) / 3.0, 1);
+        }
+    EXPECT_NE(all, tiles);
 }
 
 TEST_F(CommandLine, RenderRefusesWhatTheControlsDoNotOffer) {
@@ -182,7 +208,8 @@ TEST_F(CommandLine, UsageIsExplainedOnTheStandardError) {
 TEST_F(CommandLine, AMissingTheaterIsARunTimeError) {
     const ProgramResult result = Run({"info", "--theater", folder_.File("none")});
     EXPECT_EQ(result.ExitCode, 3);
-    EXPECT_EQ(result.Errors, "L2 File not found\n" + folder_.File("none/terrain/theater.l2") +
+    EXPECT_EQ(result.Errors, "L2 File not found\n" +
+                                 folder_.File("none/terrain/theater.l2") +
                                  "\nRun-time error '53':\n\nFile not found\n"
                                  "the theater cannot be opened\n");
 }

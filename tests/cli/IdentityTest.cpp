@@ -44,13 +44,24 @@ TEST_F(Identity, TheatersWhoseNamesDifferByCaseOnlyAreNeverMixed) {
         const ProgramResult set =
             RunAt(names[i], {"set", "1", "0", "--tile", std::to_string(i + 30)});
         EXPECT_EQ(set.ExitCode, 0) << set.Errors;
-        EXPECT_EQ(set.Output, "1 post set in " + folder_.File(names[i]) +
-                                  "/terrain/theater.L2\n");
+        EXPECT_EQ(set.Output,
+                  "1 post set in " + folder_.File(names[i]) + "/terrain/theater.L2\n");
     }
     for (size_t i = 0; i < names.size(); ++i) {
         EXPECT_EQ(OnDiskOf(names[i]).At(1, 1).Tile, static_cast<int>(i) + 20);
         EXPECT_EQ(OnDiskOf(names[i]).At(2, 1).Tile, static_cast<int>(i) + 30);
     }
+}
+
+TEST_F(Identity, ThePositionsOfATheaterAreNotThoseOfItsNeighbour) {
+    const std::string tile = std::to_string(level_.At(30, 31).Tile);
+    MakeTheater("korea", 1);
+    level_ = MadeLevel::Empty(16);
+    MakeTheater("KOREA", 2);
+    const ProgramResult told = RunAt("korea", {"get", "29", "30"});
+    EXPECT_EQ(told.ExitCode, 0) << told.Errors;
+    EXPECT_NE(told.Output.find("tile: " + tile + "\n"), std::string::npos);
+    EXPECT_EQ(RunAt("KOREA", {"get", "29", "30"}).ExitCode, 2);
 }
 
 TEST_F(Identity, PairsInOneFolderWhoseNamesDifferByCaseOnlyAreNeverMixed) {
@@ -120,15 +131,13 @@ TEST_F(Identity, SaveAsOntoAVeryNameWritesThatFile) {
 
 TEST_F(Identity, ATheaterInFoldersThatCannotBeListedIsOpenedByItsExactNames) {
     const std::string base = folder_.File("my theater");
-    for (const fs::path folder :
-         {folder_.Path(), base, base + "/terrain", base + "/texture",
-          base + "/texture/texture"})
+    for (const fs::path folder : {folder_.Path(), base, base + "/terrain",
+                                  base + "/texture", base + "/texture/texture"})
         fs::permissions(folder, static_cast<fs::perms>(0711));
     const PlainUser user;
-    const ProgramResult told =
-        Run({"info", "--l2", Terrain("theater.L2"), "--bin",
-             base + "/texture/Texture.bin", "--map", Terrain("theater.map"), "--dds",
-             base + "/texture/texture"});
+    const ProgramResult told = Run(
+        {"info", "--l2", Terrain("theater.L2"), "--bin", base + "/texture/Texture.bin",
+         "--map", Terrain("theater.map"), "--dds", base + "/texture/texture"});
     EXPECT_EQ(told.ExitCode, 0) << told.Errors;
     EXPECT_NE(told.Output.find("posts a side: 32"), std::string::npos);
 }
@@ -195,8 +204,8 @@ protected:
     // The map, every tile of which is without its picture.
     std::string Rendered() {
         const std::string picture = folder_.File("tmp/map.bmp");
-        const ProgramResult result = RunProgram({Program(), "render", picture, "--theater",
-                                                 folder_.File("my theater")});
+        const ProgramResult result = RunProgram(
+            {Program(), "render", picture, "--theater", folder_.File("my theater")});
         EXPECT_EQ(result.ExitCode, 0) << result.Errors;
         return Slurp(picture);
     }

@@ -92,10 +92,25 @@ bool Child::Running() {
     return false;
 }
 
+void Child::Signal(int signal) const { kill(pid_, signal); }
+
+namespace {
+
+void Pass(int milliseconds) {
+    std::this_thread::sleep_until(std::chrono::steady_clock::now() +
+                                  std::chrono::milliseconds(milliseconds));
+}
+
+} // namespace
+
+void Child::StopFor(int milliseconds) const {
+    ::kill(pid_, SIGSTOP);
+    Pass(milliseconds);
+    ::kill(pid_, SIGCONT);
+}
+
 void Child::KillAfter(int milliseconds) {
-    const auto deadline =
-        std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    std::this_thread::sleep_until(deadline);
+    Pass(milliseconds);
     ::kill(pid_, SIGKILL);
     ::waitpid(pid_, nullptr, 0);
     pid_ = 0;
@@ -112,14 +127,15 @@ bool WaitFor(const std::function<bool()>& condition) {
     return true;
 }
 
-Desktop::Desktop(std::string folder) : folder_(std::move(folder)) {
+Desktop::Desktop(std::string folder, int width, int height)
+    : folder_(std::move(folder)), screen_{0, 0, width, height} {
     // The server picks a free number and writes it down when it is ready.
     const std::string number = folder_ + "/display";
-    server_ =
-        Child({"sh", "-c",
-               "exec Xvfb -displayfd 3 -noreset -screen 0 1280x900x24 -nolisten tcp 3>" +
-                   Quoted(number)},
-              {}, folder_ + "/Xvfb.log");
+    server_ = Child({"sh", "-c",
+                     "exec Xvfb -displayfd 3 -noreset -screen 0 " +
+                         std::to_string(width) + "x" + std::to_string(height) +
+                         "x24 -nolisten tcp 3>" + Quoted(number)},
+                    {}, folder_ + "/Xvfb.log");
     const bool up = WaitFor([&] {
         std::ifstream file(number);
         std::string line;
@@ -211,6 +227,10 @@ void Desktop::Activate(const std::string& title) const {
     Run({"xdotool", "windowactivate", "--sync", WindowId(title)});
 }
 
+void Desktop::MakeIcon(const std::string& title) const {
+    Run({"xdotool", "windowminimize", "--sync", WindowId(title)});
+}
+
 void Desktop::Move(const std::string& title, int left, int top) const {
     Run({"xdotool", "windowmove", WindowId(title), std::to_string(left),
          std::to_string(top)});
@@ -239,6 +259,13 @@ Place Desktop::WhereIs(const std::string& title) const {
     return place;
 }
 
+int Desktop::TopOf(const std::string& title) const {
+    const std::string told = Run({"xwininfo", "-id", WindowId(title)});
+    const std::string before = "Absolute upper-left Y:";
+    const size_t at = told.find(before);
+    return at == std::string::npos ? -1 : std::atoi(told.c_str() + at + before.size());
+}
+
 Picture Picture::Part(const Place& place) const {
     Picture part{place.Width, place.Height, {}};
     for (int y = 0; y < place.Height; ++y)
@@ -255,7 +282,7 @@ Picture Desktop::Look(const std::string& title) const {
     return LookAt(WindowId(title), WhereIs(title));
 }
 
-Picture Desktop::Screen() const { return LookAt("root", {0, 0, 1280, 900}); }
+Picture Desktop::Screen() const { return LookAt("root", screen_); }
 
 Picture Desktop::LookAt(const std::string& windowId, const Place& place) const {
     const std::string bytes =

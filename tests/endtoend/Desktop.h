@@ -22,6 +22,9 @@ public:
     bool Running();
     // Lets it go on for a while, then kills it.
     void KillAfter(int milliseconds);
+    void Signal(int signal) const;
+    // It does nothing for a while.
+    void StopFor(int milliseconds) const;
     // -1 while it runs and when a signal ended it.
     int ExitCode() const { return exitCode_; }
 
@@ -61,7 +64,7 @@ struct Picture {
 class Desktop {
 public:
     // `folder` takes logs and screenshots.
-    explicit Desktop(std::string folder);
+    explicit Desktop(std::string folder, int width = 1280, int height = 900);
 
     const std::string& Display() const { return display_; }
 
@@ -77,7 +80,13 @@ public:
     void Activate(const std::string& title) const;
     // Where a window stands, without its frame; and moves it.
     Place WhereIs(const std::string& title) const;
+    // How far down from the screen's edge it begins; WhereIs counts a frame twice.
+    int TopOf(const std::string& title) const;
     void Move(const std::string& title, int left, int top) const;
+    // The window manager is held up.
+    void StopManagerFor(int milliseconds) const { manager_.StopFor(milliseconds); }
+    // Makes the active window an icon.
+    void MakeIcon(const std::string& title) const;
     // Keys as xdotool names them: "alt+l", "Return".
     void Key(const std::string& key) const;
     // One right behind the other.
@@ -104,6 +113,7 @@ private:
     Picture LookAt(const std::string& windowId, const Place& place) const;
 
     std::string folder_;
+    Place screen_;
     std::string display_;
     Child server_;
     Child manager_;

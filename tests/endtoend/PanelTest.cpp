@@ -41,6 +41,8 @@ protected:
         desktop_.Type(text);
     }
 
+    std::map<std::string, Place> places_;
+
 private:
     std::map<std::string, Place> PlacesOfControls(const Place& panel) {
         const std::string list = folder_.File("desktop/places");
@@ -57,8 +59,6 @@ private:
             places[name] = place;
         return places;
     }
-
-    std::map<std::string, Place> places_;
 };
 
 unsigned Channel(unsigned color, int shift) { return color >> shift & 0xFF; }
@@ -146,6 +146,44 @@ TEST_F(PanelEndToEnd, ATypedPositionIsGoneTo) {
     Leave();
     EXPECT_EQ(Setting("X"), Posts - 1);
     EXPECT_EQ(Setting("Y"), 61);
+}
+
+TEST_F(PanelEndToEnd, ATickedBoxBringsTheMapBackFromItsIcon) {
+    StartOnLand();
+    desktop_.MakeIcon(Map);
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Map); }));
+    Press("chkShowTile");
+    EXPECT_TRUE(
+        WaitFor([&] { return desktop_.Visible(Map) && desktop_.Visible(Palette); }));
+    // Hidden as an icon, it does not come back as one.
+    desktop_.MakeIcon(Map);
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Map); }));
+    desktop_.Activate(Panel);
+    Press("chkShowMain");
+    EXPECT_TRUE(WaitFor([&] { return desktop_.Visible(Palette); }));
+    EXPECT_FALSE(desktop_.Visible(Map));
+    Press("chkShowMain");
+    EXPECT_TRUE(WaitFor([&] { return desktop_.Visible(Map); }));
+    Leave();
+    EXPECT_EQ(Setting("MAIN_WIN_VIS"), -1);
+}
+
+TEST_F(PanelEndToEnd, ATipIsShownWhileTheMapHasTheKeyboard) {
+    StartOnLand();
+    constexpr unsigned tip = 0xFFF7A1; // 10614783
+    ASSERT_TRUE(desktop_.Active(Map));
+    EXPECT_EQ(desktop_.Screen().Count(tip), 0);
+    const Place load = places_.at("cmdLoadL0Elv");
+    desktop_.HoverIn(Panel, load.Left + 10, load.Top + 10);
+    EXPECT_TRUE(WaitFor([&] { return desktop_.Screen().Count(tip) > 500; }));
+    EXPECT_TRUE(desktop_.Active(Map));
+}
+
+TEST_F(PanelEndToEnd, ShiftF10CallsTheMapsMenu) {
+    StartOnLand();
+    desktop_.Key("shift+F10");
+    desktop_.Keys({"Down", "Return"}); // the post's properties
+    EXPECT_TRUE(WaitFor([&] { return desktop_.Active("^Tile Details$"); }));
 }
 
 TEST_F(PanelEndToEnd, SettingsOutOfEveryRangeOpenAndPaint) {

@@ -26,6 +26,11 @@ inline constexpr unsigned Background = 0xF0F0F0;
 // The program in a folder of its own, on a desktop of its own, with the sample theater.
 class WorkspaceOnDesktop : public testing::Test {
 protected:
+    explicit WorkspaceOnDesktop(int width = 1280, int height = 900)
+        : desktop_((std::filesystem::create_directory(folder_.File("desktop")),
+                    folder_.File("desktop")),
+                   width, height) {}
+
     void SetUp() override {
         std::filesystem::create_directory(folder_.File("program"));
         for (const auto& entry : std::filesystem::directory_iterator(PROGRAM_FOLDER))
@@ -109,8 +114,7 @@ protected:
     }
 
     TestFolder folder_;
-    Desktop desktop_{(std::filesystem::create_directory(folder_.File("desktop")),
-                      folder_.File("desktop"))};
+    Desktop desktop_;
     Child program_;
 };
 

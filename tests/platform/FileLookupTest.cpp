@@ -1,7 +1,6 @@
 // How a text becomes a real file: what stands as it is goes first, every other meaning is
 // tried, and what the system refuses is never taken for something that is not there.
 #include "platform/FileNames.h"
-
 #include "platform/RuntimeError.h"
 #include "support/PlainUser.h"
 #include "support/TestFolder.h"

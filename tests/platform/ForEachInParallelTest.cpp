@@ -61,6 +61,48 @@ TEST(ForEachInParallel, BeginsNothingAfterAnError) {
     EXPECT_EQ(begun, 1);
 }
 
+// The lowest item fails last: it has begun, and is waited for, when a higher one fails.
+TEST(ForEachInParallel, WaitsForALowerItemThatMayFailToo) {
+    for (int round = 0; round < 200; ++round) {
+        std::atomic<bool> higherFailed = false;
+        std::string told;
+        try {
+            ForEachInParallel(
+                2,
+                [&](size_t item) {
+                    if (item == 1)
+                        higherFailed = true;
+                    while (!higherFailed)
+                        std::this_thread::yield();
+                    throw std::runtime_error(std::to_string(item));
+                },
+                {}, 2);
+        } catch (const std::runtime_error& error) {
+            told = error.what();
+        }
+        ASSERT_EQ(told, "0");
+    }
+}
+
+TEST(ForEachInParallel, AllThreadsHaveEndedWhenStopThrows) {
+    std::atomic<int> atWork = 0;
+    std::atomic<int> begun = 0;
+    const auto work = [&](size_t) {
+        ++atWork;
+        ++begun;
+        std::this_thread::yield();
+        --atWork;
+    };
+    const auto stop = [&]() -> bool {
+        while (begun < 5)
+            std::this_thread::yield();
+        throw std::runtime_error("asked to end");
+    };
+    EXPECT_THROW(ForEachInParallel(100000, work, stop, 3), std::runtime_error);
+    EXPECT_EQ(atWork, 0);
+    EXPECT_LT(begun, 100000);
+}
+
 TEST(ForEachInParallel, StopsWhenItIsToldTo) {
     int done = 0;
     const auto caller = std::this_thread::get_id();

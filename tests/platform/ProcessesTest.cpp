@@ -105,6 +105,16 @@ TEST_F(SystemProcessesTest, QuotesHoldWordsTogether) {
     EXPECT_EQ(Told(), "<one><two  three><fo ur><><a\"b><$HOME><;'x'>");
     processes_.Start(program + " " + QuotedWord("say \"yes\"") + " " + QuotedWord(""));
     EXPECT_EQ(Told(), "<say \"yes\"><>");
+    // Longer than a name may be.
+    const std::string longWord(2000, 'x');
+    processes_.Start(program + " " + longWord);
+    EXPECT_EQ(Told(), "<" + longWord + ">");
+}
+
+TEST_F(SystemProcessesTest, ACommandLineMayBeLongerThanAnyFileName) {
+    const std::string words(5000, 'w');
+    processes_.Start(QuotedWord(ProgramThatTellsItsWords("a b")) + " " + words);
+    EXPECT_EQ(Told(), "<" + words + ">");
 }
 
 TEST_F(SystemProcessesTest, AProgramIsLookedForWhereProgramsAre) {

@@ -28,6 +28,12 @@ TEST(Windows1252, LettersBecomeUtf8) {
     EXPECT_EQ(Utf8FromBytes("a\xE9\x80\x9F"), "a\xC3\xA9\xE2\x82\xAC\xC5\xB8");
 }
 
+TEST(Windows1252, LettersBesideTheTableHaveNoByte) {
+    // The byte 80 is another letter, 81 stands for itself.
+    EXPECT_EQ(BytesFromUtf8("\xC2\x80|\xC2\x81|\xC2\x9F|\xC2\xA0"), "?|\x81|?|\xA0");
+    EXPECT_EQ(BytesFromUtf8("\x7F|\xC3\xBF|\xC4\x80"), "\x7F|\xFF|?");
+}
+
 TEST(Windows1252, WhatHasNoByteBecomesAQuestionMark) {
     EXPECT_EQ(BytesFromUtf8("\xE4\xB8\xAD|\xF0\x9F\x98\x80|\xFF|\xC3"), "?|?|?|?");
 }

@@ -132,6 +132,8 @@ TEST(ImageLayer, AnswersFormatQuestions) {
     EXPECT_EQ(FormatExtensions(PictureFormat::Jpeg), "jpg,jif,jpeg,jpe");
     EXPECT_EQ(FormatExtensions(PictureFormat::Unknown), "");
     EXPECT_TRUE(SupportsReading(PictureFormat::Dds));
+    EXPECT_TRUE(SupportsReading(PictureFormat::Bmp));
+    EXPECT_FALSE(SupportsReading(PictureFormat::Png));
     EXPECT_FALSE(SupportsReading(PictureFormat::Unknown));
     EXPECT_TRUE(SupportsWriting(PictureFormat::Bmp));
     EXPECT_FALSE(SupportsWriting(PictureFormat::Dds));

@@ -291,13 +291,13 @@ TEST(PictureGuard, RefusesGarbageAndKindsThatAreNotRead) {
     std::string garbage;
     for (uint32_t i = 0; i < 3000; ++i)
         garbage += static_cast<char>(i * 2654435761U >> 13);
-    for (const auto format :
-         {PictureFormat::Dds, PictureFormat::Targa, PictureFormat::Jpeg}) {
+    for (const auto format : {PictureFormat::Dds, PictureFormat::Targa,
+                              PictureFormat::Jpeg, PictureFormat::Bmp}) {
         EXPECT_EQ(Refusal(format, garbage), 481);
         EXPECT_EQ(Refusal(format, std::string(3000, '\0')), 481);
         EXPECT_EQ(Refusal(format, std::string(3000, '\xFF')), 481);
     }
-    EXPECT_EQ(Refusal(PictureFormat::Bmp, garbage), 481);
+    EXPECT_EQ(Refusal(PictureFormat::Png, garbage), 481);
     EXPECT_EQ(Refusal(PictureFormat::Unknown, garbage), 481);
     EXPECT_EQ(Refusal(static_cast<PictureFormat>(18), garbage), 481); // TIFF
 }

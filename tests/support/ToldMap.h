@@ -28,7 +28,8 @@ public:
         story_ += " height " + std::to_string(elevation) + "?";
         return ElevationAnswer;
     }
-    bool CanLocate() const override { return Locates; }
+    bool CanLocateInBIN() const override { return Locates; }
+    bool CanLocateColorInMAP() const override { return Locates; }
     void LocateInBIN(int32_t tileNumber) override {
         story_ += " bin " + std::to_string(tileNumber);
     }

@@ -284,6 +284,20 @@ TEST_P(Browsing, TakesWhatCameBeforeTheCancel) {
 
 INSTANTIATE_TEST_SUITE_P(AllDialogs, Browsing, testing::Range(0, 5));
 
+TEST_F(FrmStartUpTest, ATheaterThatIsLeftOutIsNamedAtTheList) {
+    MakeGame();
+    folder_.Write("game/theater.lst",
+                  "../<b>far.tdf\r\nterrdata\\norrland\\norrland.tdf\r\n");
+    Open();
+    auto& list = Find<QComboBox>(*window_, "Combo1");
+    ASSERT_EQ(list.count(), 2);
+    EXPECT_EQ(list.itemText(1), "Norrland");
+    EXPECT_EQ(list.toolTip().toStdString(),
+              "<p>Left out: " + folder_.File("game/theater.lst") +
+                  ": the line &quot;../&lt;b&gt;far.tdf&quot; leads outside the folder "
+                  "of the game</p>");
+}
+
 TEST_F(FrmStartUpTest, MissingFilesAreToldOneByOne) {
     OpenOnTheater();
     const auto expect = [this](const std::string& text) {
@@ -436,7 +450,7 @@ TEST_F(FrmStartUpTest, ThePicturesOpenTheMakersPages) {
     for (const auto& entry : std::filesystem::directory_iterator(folder_.File("Temp")))
         sound = entry.path().filename().string();
     ASSERT_TRUE(story.starts_with("start ")) << story;
-    EXPECT_NE(story.find("/Temp/" + sound + "'"), std::string::npos) << story;
+    EXPECT_NE(story.find("/Temp/" + sound + '"'), std::string::npos) << story;
     QFile resource(QString::fromStdString(":/" + sound));
     ASSERT_TRUE(resource.open(QIODevice::ReadOnly));
     EXPECT_EQ(resource.readAll().toStdString(),

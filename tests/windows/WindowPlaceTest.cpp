@@ -36,6 +36,40 @@ TEST(WindowPlace, WithoutAScreenNothingIsMoved) {
     EXPECT_EQ(PlaceWithin({-5, -6, 300, 200}, {}), QPoint(-5, -6));
 }
 
+TEST(PlaceWatch, AFrameThatComesLateStillMovesTheWindow) {
+    using Step = PlaceWatch::Step;
+    PlaceWatch watch;
+    for (int look = 0; look < 100; ++look) // two seconds
+        ASSERT_EQ(watch.Look(false, look % 2 == 0), Step::Wait);
+    EXPECT_EQ(watch.Look(true, false), Step::Move);
+    EXPECT_EQ(watch.Look(true, true), Step::Wait);
+    EXPECT_EQ(watch.Look(true, false), Step::Move); // the desktop had another wish
+    EXPECT_EQ(watch.Look(true, true), Step::Wait);
+    EXPECT_EQ(watch.Look(true, true), Step::Wait);
+    EXPECT_EQ(watch.Look(true, true), Step::Done);
+}
+
+TEST(PlaceWatch, DoesNotArgueWithADesktopForEver) {
+    using Step = PlaceWatch::Step;
+    PlaceWatch watch;
+    for (int look = 0; look < 20; ++look)
+        ASSERT_EQ(watch.Look(true, false), Step::Move);
+    EXPECT_EQ(watch.Look(true, false), Step::Done);
+}
+
+TEST(PlaceWatch, WithoutAFrameItEndsAfterHalfAMinuteWithOneMove) {
+    using Step = PlaceWatch::Step;
+    PlaceWatch watch;
+    PlaceWatch right;
+    for (int look = 1; look < 30 * 50; ++look) {
+        ASSERT_EQ(watch.Look(false, false), Step::Wait);
+        ASSERT_EQ(right.Look(false, true), Step::Wait);
+    }
+    EXPECT_EQ(watch.Look(false, false), Step::Move);
+    EXPECT_EQ(watch.Look(false, false), Step::Done);
+    EXPECT_EQ(right.Look(false, true), Step::Done);
+}
+
 TEST(WindowPlace, MovesOntoTheScreensThereAre) {
     QWidget window;
     window.resize(200, 100);

@@ -86,12 +86,130 @@ TEST(FirstLayout, OnASmallScreenThePreviewGoesWhereItLeavesMoreOfTheMap) {
     EXPECT_GT(beside.Preview.Left, beside.Map.Left + beside.Map.Width);
 }
 
+void ExpectPlace(const PixelRect& place, const PixelRect& expected) {
+    EXPECT_EQ(place.Left, expected.Left);
+    EXPECT_EQ(place.Top, expected.Top);
+    EXPECT_EQ(place.Width, expected.Width);
+    EXPECT_EQ(place.Height, expected.Height);
+}
+
+// Frames take 16 pixels across and 34 down. The panel takes 316 by 594 of the room, the
+// preview 272 by 334.
+TEST(FirstLayout, EveryPlaceIsCountedToThePixel) {
+    const PixelRect room{10, 20, 1000, 800};
+    const FirstLayout beside = LayOutFirst(room, Panel, {500, 2000}, Preview, Palette);
+    ExpectPlace(beside.Panel, {10, 20, 300, 560});
+    ExpectPlace(beside.Map, {10 + 316, 20, 1000 - 316 - 272 - 16, 800 - 34});
+    ExpectPlace(beside.Preview, {10 + 1000 - 272, 20, 256, 300});
+    // Under the map it leaves 668 by 432 of it, beside it 396 by 766.
+    const FirstLayout under = LayOutFirst(room, Panel, {668, 432}, Preview, Palette);
+    ExpectPlace(under.Map, {10 + 316, 20, 668, 432});
+    ExpectPlace(under.Preview, {10 + 316, 20 + 432 + 34, 256, 300});
+    // Under the panel, where both are as high as the room.
+    const FirstLayout left =
+        LayOutFirst(room, Panel, {2000, 2000}, {330, 800 - 594 - 34}, Palette);
+    ExpectPlace(left.Map, {10 + 346, 20, 1000 - 346 - 16, 800 - 34});
+    ExpectPlace(left.Preview, {10, 20 + 594, 330, 172});
+    // A line higher, and it does not fit there.
+    const FirstLayout higher =
+        LayOutFirst(room, Panel, {2000, 2000}, {330, 800 - 594 - 33}, Palette);
+    EXPECT_NE(higher.Preview.Left, 10);
+    // A third of the room at most.
+    EXPECT_EQ(LayOutFirst(room, Panel, Map, {999, 172}, Palette).Preview.Width, 333);
+}
+
+// Where both ways leave the same of the map, the preview stands beside it.
+TEST(FirstLayout, ThePreviewStandsBesideTheMapWhereThatCostsNothing) {
+    const FirstLayout layout =
+        LayOutFirst({0, 0, 1000, 800}, Panel, {300, 300}, {100, 200}, Palette);
+    ExpectPlace(layout.Map, {316, 0, 300, 300});
+    ExpectPlace(layout.Preview, {316 + 300 + 16, 0, 100, 200});
+}
+
 TEST(FirstLayout, LargeWindowsAreCutToTheScreen) {
     const FirstLayout layout =
         LayOutFirst(Room, Panel, {5140, 5140}, {2048, 2100}, Palette);
     ExpectTidy(layout);
     EXPECT_GE(layout.Map.Width, 240);
     EXPECT_EQ(layout.Panel.Width, 300);
+}
+
+// A panel, map and preview as they are on such a screen with thin frames.
+TEST(FirstLayout, OnALaptopsScreenThinFramesLeaveTheMapWhole) {
+    const PixelRect room{0, 0, 1366, 768};
+    const WindowSize thin{2, 24};
+    for (const WindowSize preview : {WindowSize{252, 75}, WindowSize{256, 296}}) {
+        const FirstLayout layout =
+            LayOutFirst(room, {424, 691}, {658, 658}, preview, Palette, thin);
+        EXPECT_EQ(layout.Map.Width, 658);
+        EXPECT_EQ(layout.Map.Height, 658);
+        EXPECT_GT(layout.Map.Left, 424 + 2);
+        EXPECT_GT(layout.Preview.Left, layout.Map.Left + 658 + 2);
+        EXPECT_LE(layout.Preview.Left + preview.Width + 2, 1366);
+    }
+}
+
+TEST(StoredLayout, WindowsWhereAFirstStartPutThemHaveTheSizesItGaveThem) {
+    const PixelRect room{0, 20, 1024, 748};
+    const FirstLayout first = LayOutFirst(room, {424, 670}, Map, {252, 110}, Palette);
+    ASSERT_LT(first.Map.Width, Map.Width);
+    FirstLayout stored = first;
+    stored.Map.Width = Map.Width;
+    stored.Map.Height = Map.Height;
+    const FirstLayout second = LayOutStored(room, stored);
+    for (const auto member : {&FirstLayout::Panel, &FirstLayout::Map,
+                              &FirstLayout::Preview, &FirstLayout::Palette}) {
+        EXPECT_EQ((second.*member).Left, (first.*member).Left);
+        EXPECT_EQ((second.*member).Top, (first.*member).Top);
+        EXPECT_EQ((second.*member).Width, (first.*member).Width);
+        EXPECT_EQ((second.*member).Height, (first.*member).Height);
+    }
+}
+
+TEST(StoredLayout, WhatFitsAtItsCornerKeepsItsSizeWhateverItLiesOver) {
+    const FirstLayout stored{.Panel = {0, 20, 300, 560},
+                             .Map = {250, 100, 658, 658},
+                             .Preview = {500, 300, 256, 300},
+                             .Palette = {}};
+    const FirstLayout layout = LayOutStored(Room, stored);
+    EXPECT_EQ(layout.Map.Left, 250);
+    EXPECT_EQ(layout.Map.Width, 658);
+    EXPECT_EQ(layout.Map.Height, 658);
+    EXPECT_EQ(layout.Preview.Width, 256);
+}
+
+TEST(StoredLayout, WhatWouldBePulledOverAWindowBesideItIsCut) {
+    const PixelRect room{0, 0, 1024, 768};
+    // The preview was moved under the panel.
+    FirstLayout stored{.Panel = {0, 0, 424, 560},
+                       .Map = {440, 0, 658, 658},
+                       .Preview = {10, 620, 252, 75},
+                       .Palette = {}};
+    FirstLayout layout = LayOutStored(room, stored, {2, 24});
+    EXPECT_EQ(layout.Map.Left, 440);
+    EXPECT_EQ(layout.Map.Width, 1024 - 440 - 2 - 6);
+    EXPECT_EQ(layout.Map.Height, 658);
+    EXPECT_EQ(layout.Preview.Width, 252);
+    // And before a preview in its way, at its right or under it.
+    stored.Preview = {760, 0, 252, 75};
+    layout = LayOutStored(room, stored, {2, 24});
+    EXPECT_EQ(layout.Map.Width, 760 - 440 - 2 - 6);
+    stored.Preview = {445, 500, 252, 75};
+    layout = LayOutStored(room, stored, {2, 24});
+    EXPECT_EQ(layout.Map.Width, 1024 - 440 - 2 - 6);
+    EXPECT_EQ(layout.Map.Height, 500 - 24 - 6);
+}
+
+TEST(StoredLayout, WhatCoversNothingWhenItIsPulledInKeepsItsSize) {
+    FirstLayout stored{.Panel = {0, 20, 300, 560},
+                       .Map = {900, 400, 658, 658},
+                       .Preview = {20, 630, 256, 100},
+                       .Palette = {}};
+    EXPECT_EQ(LayOutStored(Room, stored).Map.Width, 658);
+    EXPECT_EQ(LayOutStored(Room, stored).Map.Height, 658);
+    // Nothing would be left of it at its corner.
+    stored.Map = {6000, 100, 1200, 658};
+    EXPECT_EQ(LayOutStored(Room, stored).Map.Width, 1200);
 }
 
 TEST(FirstLayout, APaletteThatFitsKeepsItsSizeAndCoversNothing) {

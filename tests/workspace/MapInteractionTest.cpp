@@ -127,6 +127,13 @@ TEST_F(ReadOutTest, SegmentsCountFromTheUpperLeft) {
     view_.MapLeftX = 63;
     view_.MapBottomY = 63;
     EXPECT_NE(At(5, 635).Text.find("\r\nSegment:3,0\r\n"), std::string::npos);
+    // On both sides of a border between segments.
+    view_.MapLeftX = 15;
+    view_.MapBottomY = 15;
+    EXPECT_NE(At(5, 635).Text.find("\r\nSegment:0,3\r\n"), std::string::npos);
+    view_.MapLeftX = 16;
+    view_.MapBottomY = 16;
+    EXPECT_NE(At(5, 635).Text.find("\r\nSegment:1,2\r\n"), std::string::npos);
 }
 
 TEST_F(ReadOutTest, AnUnknownTileNumberIsNotSpecified) {

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 
 namespace vardenix {
@@ -111,13 +110,6 @@ TEST(PanelRules, TheBarsWidthIsItsShareOfTheFullOne) {
     // The range's beginning is taken off the value and not off its end.
     EXPECT_DOUBLE_EQ(ProgressWidth(30, 20, 40), 873.75);
     EXPECT_DOUBLE_EQ(ProgressWidth(5, 0, 0), 0);
-}
-
-TEST(PanelRules, TheLockedControlsAreTwentyTwo) {
-    const std::set<std::string> names(ClickableItemsVX.begin(), ClickableItemsVX.end());
-    EXPECT_EQ(names.size(), 22U);
-    EXPECT_TRUE(names.contains("Frame26"));
-    EXPECT_FALSE(names.contains("CmdSaveTheater"));
 }
 
 TEST(DirtyTitles, StarsComeOnceWhicheverFileIsChanged) {

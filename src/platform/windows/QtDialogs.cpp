@@ -92,8 +92,7 @@ void BeginAt(QFileDialog& dialog, const std::string& initial, const QString& las
     dialog.setDirectory(folder.isEmpty() ? QDir::homePath() : folder);
     const bool isFolder = initial.empty() || CanBeShown(initial);
     if (!isFolder && CanBeShown(UpToLastSlash(initial)))
-        dialog.selectFile(
-            QString::fromStdString(AfterLastSlash(TextOfPath(RealPath(initial)))));
+        dialog.selectFile(QString::fromStdString(AfterLastSlash(ShownPath(initial))));
 }
 
 class FileDialog : public QFileDialog {

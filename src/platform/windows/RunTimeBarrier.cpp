@@ -66,7 +66,8 @@ void RunTimeBarrier::Report(const std::string& text) {
         dialogs_.MessageBox(text, "Vardenix", BoxIcon::Critical, BoxButtons::ContinueEnd);
     reporting_ = false;
     for (QWidget* window : topLevelWidgets())
-        window->setEnabled(true);
+        if (!window->property(LockedByWork).toBool())
+            window->setEnabled(true);
     if (answer == BoxAnswer::End && OnEnd)
         Guard(OnEnd);
 }

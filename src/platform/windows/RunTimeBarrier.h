@@ -8,6 +8,10 @@
 
 namespace vardenix {
 
+// A window with this property set is locked by work that still runs, and unlocks itself
+// when that has ended, however it ends.
+constexpr const char* LockedByWork = "LockedByWork";
+
 // The application object, and the one place where what no handler traps is caught: the
 // user is told, and the work goes on. Handlers of signals are joined by OnSignal, below,
 // so that their errors never enter Qt's code, which does not clean up behind one; notify

@@ -21,10 +21,7 @@ QPoint PlaceOnScreen(const QWidget& window, QPoint topLeft) {
     return PlaceWithin({topLeft, window.size() + FrameSize(window)}, screens);
 }
 
-// A window that changes its size before the desktop has framed it is taken by the place
-// of its inside, and its title ends up above the screen. So it is moved once more when
-// the frame is there, which can be a moment after it is first painted, and again when the
-// desktop has moved it since. Belongs to the window.
+// Belongs to the window.
 class PlacedWhenFramed : public QObject {
 public:
     PlacedWhenFramed(QWidget& window, QPoint topLeft)
@@ -33,7 +30,7 @@ public:
     }
 
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Paint) {
+        if (event->type() == QEvent::Show) {
             window_.removeEventFilter(this);
             startTimer(LookAgain);
         }
@@ -42,30 +39,41 @@ public:
 
     void timerEvent(QTimerEvent* event) override {
         const QPoint place = PlaceOnScreen(window_, topLeft_);
-        rightLooks_ = Framed(window_) && window_.pos() == place ? rightLooks_ + 1 : 0;
-        // Some desktops have no frames.
-        const bool last = ++looks_ == MostLooks;
-        if ((Framed(window_) || last) && rightLooks_ == 0)
-            window_.move(place);
-        // Nobody has a hand on the window so soon.
-        if (!last && rightLooks_ < EnoughRightLooks)
+        switch (watch_.Look(Framed(window_), window_.pos() == place)) {
+        case PlaceWatch::Step::Wait:
             return;
-        killTimer(event->timerId());
-        deleteLater();
+        case PlaceWatch::Step::Move:
+            window_.move(place);
+            return;
+        case PlaceWatch::Step::Done:
+            killTimer(event->timerId());
+            deleteLater();
+        }
     }
 
 private:
     static constexpr int LookAgain = 20; // ms
-    static constexpr int MostLooks = 20;
-    static constexpr int EnoughRightLooks = 3;
 
     QWidget& window_;
     QPoint topLeft_;
-    int looks_ = 0;
-    int rightLooks_ = 0; // one behind the other
+    PlaceWatch watch_;
 };
 
 } // namespace
+
+PlaceWatch::Step PlaceWatch::Look(bool framed, bool inPlace) {
+    constexpr int mostUnframed = 1500; // half a minute; some desktops have no frames
+    constexpr int mostFramed = 20;
+    constexpr int enoughRight = 3;
+    if (!framed)
+        return ++unframedLooks_ < mostUnframed            ? Step::Wait
+               : inPlace || unframedLooks_ > mostUnframed ? Step::Done
+                                                          : Step::Move;
+    rightLooks_ = inPlace ? rightLooks_ + 1 : 0;
+    if (++framedLooks_ > mostFramed || rightLooks_ == enoughRight)
+        return Step::Done;
+    return inPlace ? Step::Wait : Step::Move;
+}
 
 QPoint PlaceWithin(const QRect& window, const QList<QRect>& screens) {
     if (screens.isEmpty())

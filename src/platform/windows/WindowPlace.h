@@ -17,6 +17,24 @@ QPoint PlaceWithin(const QRect& window, const QList<QRect>& screens);
 // where none is up.
 QSize FrameSize(const QWidget& window);
 
+// What is to be done about a window that comes up: asked every 20 ms, with whether the
+// desktop has framed it yet and whether it stands where it shall.
+//
+// A window that changes its size before the desktop has framed it is taken by the place
+// of its inside, and its title ends up above the screen. So it is moved once more when
+// the frame is there, however long a busy desktop takes for that, and again when the
+// desktop has moved it since. Nobody has a hand on it so soon.
+class PlaceWatch {
+public:
+    enum class Step { Wait, Move, Done };
+    Step Look(bool framed, bool inPlace);
+
+private:
+    int unframedLooks_ = 0;
+    int framedLooks_ = 0;
+    int rightLooks_ = 0; // one behind the other
+};
+
 // Moves a window, frame included, to a place on the screens there are now; what was
 // stored may be from a desk with another screen.
 void MoveOnScreen(QWidget& window, QPoint topLeft);

@@ -194,6 +194,7 @@ void FrmVXMain::LockPanel(bool locked) {
     if (locked)
         focusOfLock_ = focusWidget();
     setEnabled(!locked);
+    setProperty(LockedByWork, locked);
     if (!locked && focusOfLock_)
         focusOfLock_->setFocus();
 }

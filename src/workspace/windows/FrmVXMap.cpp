@@ -13,8 +13,10 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyle>
 #include <QUrl>
 #include <QWheelEvent>
@@ -118,6 +120,7 @@ void FrmVXMap::LoadImageControls() {
         return;
     {
         const ScrollBusyWhile busy(view_);
+        const QScopedValueRollback placing(placing_, true);
         SetRange(*ui_->HScroll1, layout->HScroll1);
         SetRange(*ui_->VScroll1, layout->VScroll1);
     }
@@ -149,13 +152,25 @@ void FrmVXMap::FitRoundPicture(const MapLayout& layout) {
 
 void FrmVXMap::SetPosition(ViewPosition position) {
     const ScrollBusyWhile busy(view_);
+    const QScopedValueRollback placing(placing_, true);
     ui_->HScroll1->setValue(position.X);
     ui_->VScroll1->setValue(-position.Y);
     // A bar that stands there already says nothing.
     Scroll_Change();
 }
 
+void FrmVXMap::ShowPositionOfView() {
+    const QSignalBlocker quietH(ui_->HScroll1);
+    const QSignalBlocker quietV(ui_->VScroll1);
+    ui_->HScroll1->setValue(view_.MapLeftX);
+    ui_->VScroll1->setValue(-view_.MapBottomY);
+}
+
 void FrmVXMap::Scroll_Change() {
+    // While files are read or written nothing is repainted, and the picture must stay
+    // that of the posts that a click would meet.
+    if (view_.ScrollBusy && !placing_)
+        return ShowPositionOfView();
     view_.MapLeftX = ui_->HScroll1->value();
     view_.MapBottomY = -ui_->VScroll1->value();
     state_.Configuration.X = view_.MapLeftX;
@@ -260,9 +275,13 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
 
 void FrmVXMap::ShowPopup(QPoint globalPosition) {
     const bool onTerrain = mouse_.PopupOnTerrain();
-    for (QAction* entry : mnupup1_->actions())
-        entry->setEnabled(onTerrain && (entry->objectName() == "mnuTileProperties" ||
-                                        commands_.CanLocate()));
+    for (QAction* entry : mnupup1_->actions()) {
+        const bool can = entry->objectName() == "mnuLocInBIN" ? commands_.CanLocateInBIN()
+                         : entry->objectName() == "mnuLocColMAP"
+                             ? commands_.CanLocateColorInMAP()
+                             : true;
+        entry->setEnabled(onTerrain && can);
+    }
     mnupup1_->popup(globalPosition);
 }
 

@@ -4,11 +4,11 @@
 #include "mapview/MapRenderer.h"
 #include "mapview/windows/QtDrawingSurface.h"
 #include "platform/windows/EscWatch.h"
+#include "platform/windows/clsToolTip.h"
 #include "theater/ProgramState.h"
 #include "theater/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/MapMouse.h"
-#include "workspace/windows/clsToolTip.h"
 
 #include <QCursor>
 #include <QMenu>
@@ -76,6 +76,7 @@ protected:
 private:
     void FitRoundPicture(const MapLayout& layout);
     void Scroll_Change();
+    void ShowPositionOfView();
     void MakePopup();
     void MakeToolTip();
     void PicShow_MouseDown(QMouseEvent& event);
@@ -105,7 +106,8 @@ private:
     QCursor brush_;
     QtDrawingSurface picture2_;
     EscWatch escWatch_;
-    QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree
+    bool placing_ = false; // the program itself moves the bars
+    QPoint wheelTurned_;   // what has not made a whole notch yet, eighths of a degree
 };
 
 } // namespace vardenix

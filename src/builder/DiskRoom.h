@@ -1,0 +1,47 @@
+#pragma once
+
+#include "builder/Fartiles.h"
+#include "theater/Terrain.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// Bytes that files of one folder will take beside the old ones.
+struct RoomNeeded {
+    std::string Folder;
+    uint64_t Bytes = 0;
+};
+
+// Bytes that this user can still write where a folder lies, and what tells file systems
+// apart.
+struct FreeRoom {
+    uint64_t Device = 0;
+    uint64_t Bytes = 0;
+};
+using AskFreeRoom = std::function<FreeRoom(const std::string& folder)>;
+FreeRoom FreeRoomAt(const std::string& folder);
+
+// Error 61 with both numbers when a file system lacks the room for what it is to take;
+// folders of one file system count together.
+void RequireRoom(const std::vector<RoomNeeded>& needs, const AskFreeRoom& ask);
+
+// At most so many bytes will the pair of a rebuilt level take. An old level's blocks
+// without a tile may keep elevations, and then take room of their own.
+uint64_t BytesOfFineLevel(const Terrain& terrain, const std::string& folder,
+                          int32_t level);
+uint64_t BytesOfFarLevel(const Terrain& terrain, int32_t level);
+// The same for a run that replaces elevations, whatever they are.
+uint64_t BytesOfWholeLevel(int32_t mapWidth, int32_t level);
+
+// How many far tiles a rebuild will make, and over how many level 2 posts they lie.
+struct FartileTotals {
+    uint64_t Count = 0;
+    uint64_t Serials = 0;
+};
+FartileTotals CountFartiles(const Terrain& terrain);
+
+} // namespace vardenix

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "builder/Fartiles.h"
+#include "builder/RebuildView.h"
+#include "builder/RewrittenFile.h"
+#include "theater/Terrain.h"
+#include "theater/TextureBin.h"
+
+#include <cstdint>
+#include <string>
+
+namespace vardenix {
+
+// What MakeFartiles works with; everything is borrowed.
+struct FartileParts {
+    const vardenix::Terrain& Terrain;
+    const vardenix::Catalogue& Catalogue;
+    std::string TextureFolder; // of the containers, with a slash at its end
+    RebuildFiles& Files;
+    RebuildView& View;
+    int32_t FarSize = 32; // pixels; one that FartileShape takes
+    unsigned Threads = 0; // 0: as many as the machine has
+};
+
+// The containers of the far tiles, by day and by night.
+std::string DayContainer(const std::string& textureFolder);
+std::string NightContainer(const std::string& textureFolder);
+
+// Makes the far tiles of the list and stages both containers: the header, then the DXT1
+// data of each, in order. Error 9 with X and Y of a post whose tile number the catalogue
+// does not have; 481 with the path of a picture that is missing or cannot be read; 32755
+// when the user stops it.
+void MakeFartiles(const FartileParts& parts, const FartileList& list);
+
+// "About 2hours 05mins remaining.", with the hours left out below one.
+std::string TimeRemainingText(int64_t seconds);
+
+} // namespace vardenix

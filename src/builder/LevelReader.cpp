@@ -1,0 +1,75 @@
+#include "builder/LevelReader.h"
+
+#include "builder/ReadAt.h"
+#include "platform/FileNames.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vardenix {
+
+namespace {
+
+// Four times the O file of the widest level 0.
+constexpr uint64_t LongestOffsetFile = uint64_t{256} << 20;
+
+FileBytes ReadOffsets(const std::string& path) {
+    const uint64_t length = FileLength(path);
+    if (length > LongestOffsetFile)
+        throw RuntimeError(ErrorNumber::OutOfMemory,
+                           path + ": " + std::to_string(length) +
+                               " bytes are more than the O file of any theater has");
+    return ReadWholeFile(path);
+}
+
+} // namespace
+
+LevelReader::LevelReader(const LevelPair& pair, int32_t blocks)
+    : pathL_(pair.L), identityL_(IdentityOf(pair.L)), identityO_(IdentityOf(pair.O)),
+      fileL_(OpenToRead(pair.L)), blocks_(blocks), fileO_(ReadOffsets(pair.O)) {
+    const size_t entries = static_cast<size_t>(blocks) * static_cast<size_t>(blocks);
+    BinaryReader reader(fileO_.Span(), pair.O);
+    const auto bytes = reader.Bytes(entries * sizeof(int32_t));
+    offsets_.resize(entries);
+    std::memcpy(offsets_.data(), bytes.data(), bytes.size());
+}
+
+std::span<const std::byte> LevelReader::BehindEntries() const {
+    return fileO_.Span().subspan(offsets_.size() * sizeof(int32_t));
+}
+
+// Blocks that follow one another in the file are read in one go, and those of a row that
+// share one are copied: both are the rule in files that this program has written.
+void LevelReader::ReadRow(int32_t y, std::span<TerrainPost> row) {
+    const auto blocks = static_cast<size_t>(blocks_);
+    const std::span<const int32_t> offsets =
+        Offsets().subspan(static_cast<size_t>(y) * blocks, blocks);
+    const auto bytes = std::as_writable_bytes(row);
+    for (size_t x = 0; x < blocks;) {
+        size_t next = x + 1;
+        while (next < blocks &&
+               int64_t{offsets[next]} == int64_t{offsets[next - 1]} + BlockBytes)
+            ++next;
+        ReadBlocks(offsets[x], bytes.subspan(x * BlockBytes, (next - x) * BlockBytes));
+        for (const size_t read = next - 1;
+             next < blocks && offsets[next] == offsets[read]; ++next)
+            std::copy_n(row.begin() + static_cast<std::ptrdiff_t>(read * PostsPerSegment),
+                        PostsPerSegment,
+                        row.begin() +
+                            static_cast<std::ptrdiff_t>(next * PostsPerSegment));
+        x = next;
+    }
+}
+
+void LevelReader::ReadBlocks(int32_t offset, std::span<std::byte> bytes) {
+    size_t got = 0;
+    if (offset >= 0)
+        got = ReadAt(fileL_, static_cast<uint64_t>(offset), bytes, pathL_);
+    // A post that the end of the file cuts counts as missing.
+    got -= got % sizeof(TerrainPost);
+    std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(got), bytes.end(),
+              std::byte{0});
+}
+
+} // namespace vardenix

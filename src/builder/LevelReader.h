@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/BinaryReader.h"
+#include "platform/FileIdentity.h"
+#include "platform/SystemFile.h"
+#include "theater/Terrain.h"
+#include "theater/TerrainStore.h"
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// Reads the blocks of an existing level, a row of blocks at a time, so that no more than
+// one row is ever in memory however long the files are. The files stay open, and are read
+// from even when others have taken their names.
+class LevelReader {
+public:
+    // `blocks` a side. Error 53 with its name for either file that is not there; 62 for
+    // an O file with fewer entries than the level has blocks, 7 for one beyond any
+    // theater; the system's refusals.
+    LevelReader(const LevelPair& pair, int32_t blocks);
+
+    // The files that are read.
+    const FileIdentity& IdentityL() const { return identityL_; }
+    const FileIdentity& IdentityO() const { return identityO_; }
+
+    // Offsets in the order of the O file, those of the level's blocks alone.
+    std::span<const int32_t> Offsets() const { return offsets_; }
+    // What stands behind these entries in the O file.
+    std::span<const std::byte> BehindEntries() const;
+
+    // The blocks of row y, from 0, one behind the other: PostsPerSegment posts each, in
+    // the order of the file. `row` holds blocks * PostsPerSegment. Posts that the L file
+    // does not hold are zero, and so is a block with a negative offset.
+    void ReadRow(int32_t y, std::span<TerrainPost> row);
+
+private:
+    void ReadBlocks(int32_t offset, std::span<std::byte> bytes);
+
+    std::string pathL_;
+    FileIdentity identityL_;
+    FileIdentity identityO_;
+    SystemFile fileL_;
+    int32_t blocks_;
+    FileBytes fileO_;
+    std::vector<int32_t> offsets_;
+};
+
+} // namespace vardenix

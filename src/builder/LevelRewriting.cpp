@@ -1,0 +1,69 @@
+#include "builder/LevelRewriting.h"
+
+#include "builder/LevelReader.h"
+#include "builder/LevelWriter.h"
+#include "platform/FileNames.h"
+
+#include <optional>
+
+namespace vardenix {
+
+LevelPair PairOfLevel(const std::string& folder, int32_t level) {
+    const std::string number = std::to_string(level);
+    return {folder + "theater.l" + number, folder + "theater.o" + number};
+}
+
+std::vector<std::string> FilesOfLevels(const std::string& folder) {
+    std::vector<std::string> files;
+    for (const int32_t level : {0, 1, 3, 4, 5}) {
+        const LevelPair pair = PairOfLevel(folder, level);
+        files.insert(files.end(), {pair.L, pair.O});
+    }
+    return files;
+}
+
+bool LevelNotExists(const std::string& folder, int32_t level) {
+    const LevelPair pair = PairOfLevel(folder, level);
+    if (!FileExists(pair.L))
+        return true;
+    if (!FileExists(pair.O))
+        throw RuntimeError(ErrorNumber::FileNotFound,
+                           pair.O + " (the L file beside it cannot be read without it)");
+    return false;
+}
+
+RuntimeError MissingFarLevel(const std::string& folder, int32_t level) {
+    return RuntimeError(ErrorNumber::SubscriptOutOfRange,
+                        PairOfLevel(folder, level).L +
+                            " is not there; the files of levels 3, 4 and 5 can only be "
+                            "rebuilt over existing ones");
+}
+
+void RewriteLevel(const LevelParts& parts, const LevelPair& pair,
+                  const LevelGeometry& geometry, bool notExists, const MakeBlock& make) {
+    parts.View.SetPB1_Max(RowsOfLevel(geometry.Level, parts.Terrain.MapWidth));
+    parts.View.SetPB1_val(0);
+    // Without a whole block there is nothing to say, and what is there stays.
+    if (geometry.Blocks == 0)
+        return;
+    std::optional<LevelReader> old;
+    if (!notExists)
+        old.emplace(pair, geometry.Blocks);
+    LevelWriter writer(parts.Files, pair, old ? &*old : nullptr);
+    std::vector<TerrainPost> posts(static_cast<size_t>(geometry.Blocks) *
+                                   PostsPerSegment);
+    for (int32_t y = 0; y < geometry.Blocks; ++y) {
+        if (old)
+            old->ReadRow(y, posts);
+        for (int32_t x = 0; x < geometry.Blocks; ++x) {
+            const auto block = std::span(posts).subspan(
+                static_cast<size_t>(x) * PostsPerSegment, PostsPerSegment);
+            writer.Store(block, make(y, x, block));
+        }
+        parts.View.Increase_PBs();
+        parts.View.GoOn();
+    }
+    writer.Finish();
+}
+
+} // namespace vardenix

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "builder/LevelGeometry.h"
+#include "builder/RebuildView.h"
+#include "builder/RewrittenFile.h"
+#include "platform/RuntimeError.h"
+#include "theater/Terrain.h"
+#include "theater/TerrainStore.h"
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// What the writers of levels work with; everything is borrowed.
+struct LevelParts {
+    const vardenix::Terrain& Terrain; // level 2 as it is in memory
+    std::string LxFolder;             // with a slash at its end
+    RebuildFiles& Files;
+    RebuildView& View;
+};
+
+// The pair of a level in a folder, under the names that a new one gets; an old one is
+// found under these names in any case.
+LevelPair PairOfLevel(const std::string& folder, int32_t level);
+
+// The files of all levels but the second, there or not.
+std::vector<std::string> FilesOfLevels(const std::string& folder);
+
+// Whether the L file of a level is not there. Error 53 for one that is there without its
+// O file.
+bool LevelNotExists(const std::string& folder, int32_t level);
+
+// Error 9, what a far level that does not exist ends in: its posts could be made of
+// nothing.
+RuntimeError MissingFarLevel(const std::string& folder, int32_t level);
+
+// Changes a block in place, the one at column x of row y, both from 0, and says whether
+// it is blank: all blank blocks of a level share the one that was met first. Posts are
+// all zero where the level did not exist.
+using MakeBlock = std::function<bool(int32_t y, int32_t x, std::span<TerrainPost>)>;
+
+// Stages a pair with every block remade; what stands behind the entries of an old O file
+// stays. Both bars count the rows of blocks, and the user can stop it after each. Nothing
+// is staged for a level without a whole block. Errors of reading (53, 62) and staging;
+// 32755 when stopped.
+void RewriteLevel(const LevelParts& parts, const LevelPair& pair,
+                  const LevelGeometry& geometry, bool notExists, const MakeBlock& make);
+
+} // namespace vardenix

@@ -1,0 +1,98 @@
+#include "builder/RewrittenFile.h"
+
+#include "builder/ReadAt.h"
+#include "platform/FileNames.h"
+#include "platform/Mending.h"
+#include "platform/RuntimeError.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vardenix {
+
+namespace {
+
+constexpr size_t CompareBytes = size_t{1} << 18;
+
+} // namespace
+
+void RebuildFiles::Hold(const std::vector<std::string>& paths, DebugLog& log) {
+    std::vector<std::filesystem::path> files;
+    for (const std::string& path : paths)
+        files.push_back(RealPath(path));
+    Locks = LockFoldersOf(files, FolderLock::Exclusive);
+    for (const std::string& line : MendFiles(paths))
+        log.WriteLog(line);
+}
+
+void RebuildFiles::Commit(DebugLog& log) {
+    Transaction.Commit();
+    for (const std::string& line : Transaction.Mended())
+        log.WriteLog(line);
+}
+
+RewrittenFile::RewrittenFile(RebuildFiles& files, std::string_view path,
+                             std::optional<FileIdentity> read)
+    : files_(files), path_(path), read_(read) {
+    if (files.How == Rewriting::OnlyChanged && FileExists(path))
+        old_ = OpenToRead(path_);
+    if (old_.IsOpen())
+        buffer_.resize(CompareBytes);
+    else
+        Stage();
+}
+
+void RewrittenFile::Stage() {
+    staged_ = read_ ? &files_.Transaction.Stage(path_, *read_)
+                    : &files_.Transaction.Stage(path_);
+}
+
+void RewrittenFile::Write(std::span<const std::byte> bytes) {
+    if (staged_ == nullptr && !AgreesWithOld(bytes))
+        StageWhatAgreed();
+    if (staged_ != nullptr)
+        staged_->Write(bytes);
+    position_ += bytes.size();
+}
+
+void RewrittenFile::WriteInt32(int32_t value) {
+    Write(std::as_bytes(std::span(&value, 1)));
+}
+
+void RewrittenFile::Finish() {
+    if (staged_ == nullptr) {
+        std::byte more{};
+        if (ReadAt(old_, position_, {&more, 1}, path_) != 0)
+            StageWhatAgreed();
+    }
+    files_.Made.push_back({path_, position_, staged_ == nullptr});
+}
+
+bool RewrittenFile::AgreesWithOld(std::span<const std::byte> bytes) {
+    for (size_t done = 0; done < bytes.size();) {
+        const auto part =
+            bytes.subspan(done, std::min(CompareBytes, bytes.size() - done));
+        const size_t got =
+            ReadAt(old_, position_ + done, {buffer_.data(), part.size()}, path_);
+        if (got < part.size() || std::memcmp(buffer_.data(), part.data(), got) != 0)
+            return false;
+        done += part.size();
+    }
+    return true;
+}
+
+// The old file's beginning, up to where the new one differs.
+void RewrittenFile::StageWhatAgreed() {
+    Stage();
+    for (uint64_t done = 0; done < position_;) {
+        const size_t part =
+            static_cast<size_t>(std::min<uint64_t>(buffer_.size(), position_ - done));
+        if (ReadAt(old_, done, {buffer_.data(), part}, path_) < part)
+            throw RuntimeError(ErrorNumber::DeviceIo,
+                               path_ + " became shorter while it was compared");
+        staged_->Write({buffer_.data(), part});
+        done += part;
+    }
+}
+
+} // namespace vardenix

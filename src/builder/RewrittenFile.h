@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/FileIdentity.h"
+#include "platform/FolderLock.h"
+#include "platform/SystemFile.h"
+#include "platform/Transaction.h"
+#include "theater/DebugLog.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vardenix {
+
+// With OnlyChanged a file that comes out the same is left alone.
+enum class Rewriting { Always, OnlyChanged };
+
+// What a run has made of one file.
+struct RebuiltFile {
+    std::string Path;
+    uint64_t Bytes = 0;
+    bool Unchanged = false; // the old one came out the same and stays
+};
+
+// The files of one run.
+struct RebuildFiles {
+    // Keeps other copies of the program from the folders of the files named, and puts
+    // right what an interrupted run has left there, with a line in the log. The files
+    // need not be there. Error 70 when another copy holds a folder.
+    void Hold(const std::vector<std::string>& paths, DebugLog& log);
+    // Puts all files in their places.
+    void Commit(DebugLog& log);
+
+    std::vector<FolderLock> Locks;
+    vardenix::Transaction Transaction;
+    Rewriting How = Rewriting::Always;
+    std::vector<RebuiltFile> Made;
+};
+
+// A file that a run writes anew, inside its transaction. With OnlyChanged the bytes are
+// first held against those of the old file, and nothing is staged as long as they agree.
+class RewrittenFile {
+public:
+    // The files are borrowed; their transaction commits what is written here. `read` is
+    // the old file that the new one is made from, where there is one: the run ends when
+    // another is in its place by then.
+    RewrittenFile(RebuildFiles& files, std::string_view path,
+                  std::optional<FileIdentity> read = {});
+    RewrittenFile(const RewrittenFile&) = delete;
+    RewrittenFile& operator=(const RewrittenFile&) = delete;
+
+    void Write(std::span<const std::byte> bytes);
+    void WriteInt32(int32_t value);
+    // Bytes written so far.
+    uint64_t Position() const { return position_; }
+
+    // All is written; the file counts among those made.
+    void Finish();
+
+private:
+    bool AgreesWithOld(std::span<const std::byte> bytes);
+    void StageWhatAgreed();
+    void Stage();
+
+    RebuildFiles& files_;
+    std::string path_;
+    std::optional<FileIdentity> read_;
+    StagedFile* staged_ = nullptr;
+    SystemFile old_;
+    std::vector<std::byte> buffer_;
+    uint64_t position_ = 0;
+};
+
+} // namespace vardenix

@@ -1,0 +1,71 @@
+#include "cli/TerminalRebuild.h"
+
+#include "builder/RunClock.h"
+#include "platform/Numbers.h"
+
+#include <csignal>
+#include <cstdio>
+#include <unistd.h>
+
+namespace vardenix {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+volatile std::sig_atomic_t interrupted = 0;
+
+void Interrupt(int) { interrupted = 1; }
+
+void OnInterrupt(void (*handler)(int)) {
+    struct sigaction action {};
+    action.sa_handler = handler;
+    ::sigaction(SIGINT, &action, nullptr);
+}
+
+} // namespace
+
+TerminalRebuild::TerminalRebuild() : terminal_(::isatty(STDERR_FILENO) == 1) {
+    interrupted = 0;
+    OnInterrupt(Interrupt);
+}
+
+TerminalRebuild::~TerminalRebuild() {
+    Clear();
+    OnInterrupt(SIG_DFL);
+}
+
+void TerminalRebuild::BeginStep(int step, int steps) {
+    step_ = step;
+    steps_ = steps;
+    stepBegan_ = Seconds();
+}
+
+// Files that take their places are not to be interrupted by what has come too late.
+void TerminalRebuild::BeginTakingPlaces() { OnInterrupt(SIG_IGN); }
+
+void TerminalRebuild::LetEventsThrough() {
+    const auto now = steady_clock::now();
+    if (!terminal_ || now - lastShown_ < std::chrono::milliseconds(100))
+        return;
+    lastShown_ = now;
+    shown_ = true;
+    std::fprintf(
+        stderr, "\r\033[K%s %d %%. %s", status_.c_str(),
+        Percent(bar_.Value, bar_.Maximum),
+        TextOfRun({step_, steps_, Seconds(), Seconds() - stepBegan_, bar_}).c_str());
+}
+
+bool TerminalRebuild::StopWanted() { return interrupted != 0; }
+
+int64_t TerminalRebuild::Seconds() {
+    return std::chrono::duration_cast<std::chrono::seconds>(steady_clock::now() - begin_)
+        .count();
+}
+
+void TerminalRebuild::Clear() {
+    if (shown_)
+        std::fprintf(stderr, "\r\033[K");
+}
+
+} // namespace vardenix
