@@ -50,11 +50,11 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddRebuildElevation(all);
     AddFarTile(all);
     AddSettings(all);
+    AddBin(all);
     AddFeatures(all);
     AddSearch(all);
     AddRegion(all);
     AddDerived(all);
-    AddBin(all);
     try {
         const int code = RunParsed(line.Parse(arguments));
         FinishPrinting();
