@@ -2,6 +2,10 @@
 
 #include "app/Workspace.h"
 #include "mapeditor/windows/frmMAPMain.h"
+#include "platform/windows/WindowPlace.h"
+#include "workspace/windows/FrmVXMap.h"
+
+#include <QScreen>
 
 namespace vardenix {
 
@@ -23,8 +27,17 @@ void MapEditorWindows::MapFileOpened() {
     editor_->MapFileOpened();
 }
 
-// The editor comes up first, so that the screen is never empty.
+// The editor comes up first, so that the screen is never empty; the first time it does so
+// in the middle of the map's screen, later where it was left.
 void MapEditorWindows::OpenEditor() {
+    if (!placed_) {
+        const QRect room = workspace_.Windows().Map->screen()->availableGeometry();
+        const QSize size = editor_->sizeHint().boundedTo(room.size());
+        editor_->resize(size);
+        MoveOnScreen(*editor_,
+                     room.center() - QPoint(size.width() / 2, size.height() / 2));
+        placed_ = true;
+    }
     editor_->show();
     static_cast<WorkspaceCommands&>(workspace_).HideWorkspace();
     editor_->raise();

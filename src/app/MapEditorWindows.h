@@ -29,6 +29,7 @@ private:
     const Platform& platform_;
     Workspace& workspace_;
     std::unique_ptr<frmMAPMain> editor_; // from the first theater to the end of the run
+    bool placed_ = false;
 };
 
 } // namespace vardenix

@@ -52,11 +52,30 @@ void AddSet(Command& all);
 void AddFill(Command& all);
 void AddSaveAs(Command& all);
 void AddElevation(Command& all);
+void AddMap(Command& all);
 void AddPreview(Command& all);
 void AddRender(Command& all);
 void AddRebuild(Command& all);
 void AddRebuildElevation(Command& all);
 void AddFarTile(Command& all);
 void AddSettings(Command& all);
+void AddBin(Command& all);
+void AddFeatures(Command& all);
+void AddSearch(Command& all);
+void AddRegion(Command& all);
+void AddDerived(Command& all);
+
+// Adds the features of files one after the other; error 53 and the like for the first
+// that cannot be read.
+void LoadFeatures(FeatureSet& features, const std::vector<std::string>& files);
+
+// Whoever sets fields that the file cannot keep hears of it: `segments` of those that
+// were reached into are all sea. Nothing for none.
+void TellSharedSea(int32_t segments);
+
+// Saves the level 2 that OpenToWrite has opened. Refused (error 5) where segments are
+// missing from the file that was read, and, unless told to overwrite, where another
+// program has changed it since.
+void SaveLevel2(CommandContext& context, bool overwrite);
 
 } // namespace vardenix

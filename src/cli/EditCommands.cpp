@@ -52,30 +52,14 @@ void RequireAField(const PostChange& change) {
             "--x1 and --x2");
 }
 
-// Whoever sets fields that the file cannot keep should hear of it.
-void TellSharedSea(const Terrain& terrain, const PostRectangle& posts,
-                   const PostChange& change) {
-    if (!change.Palette && !change.X1 && !change.X2)
-        return;
-    const int32_t sea = SeaSegments(terrain, posts);
-    if (sea > 0)
-        Tell("Segments that are all sea, here " + std::to_string(sea) +
-             ", share one block of the file: palette, X1 and X2 of the terrain's first "
-             "one stand for all.");
-}
-
 void SaveFilled(CommandContext& context, const EditOptions& options) {
     Terrain& terrain = context.State.Terrain;
     const PostRectangle posts{options.From0.X1 + 1, options.From0.Y1 + 1,
                               options.From0.X2 + 1, options.From0.Y2 + 1};
     const int64_t count = FillPosts(terrain, posts, options.Change);
-    TellSharedSea(terrain, posts, options.Change);
-    if (!MaySaveOverGap(terrain, context.Dialogs))
-        throw RuntimeError(ErrorNumber::InvalidCall,
-                           terrain.LFilename +
-                               " was left as it is; save-as under another name first, "
-                               "or bring back a backup");
-    SaveTheater(terrain, "", context.Progress, IfChangedOf(options.Overwrite));
+    if (options.Change.Palette || options.Change.X1 || options.Change.X2)
+        TellSharedSea(SeaSegments(terrain, posts));
+    SaveLevel2(context, options.Overwrite);
     Print(std::to_string(count) + (count == 1 ? " post" : " posts") + " set in " +
           NameOnDisk(terrain.LFilename));
 }
@@ -88,6 +72,23 @@ void RequireFolderOf(const std::string& path) {
 }
 
 } // namespace
+
+void TellSharedSea(int32_t segments) {
+    if (segments > 0)
+        Tell("Segments that are all sea, here " + std::to_string(segments) +
+             ", share one block of the file: palette, X1 and X2 of the terrain's first "
+             "one stand for all.");
+}
+
+void SaveLevel2(CommandContext& context, bool overwrite) {
+    const Terrain& terrain = context.State.Terrain;
+    if (!MaySaveOverGap(terrain, context.Dialogs))
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           terrain.LFilename +
+                               " was left as it is; save-as under another name first, "
+                               "or bring back a backup");
+    SaveTheater(terrain, "", context.Progress, IfChangedOf(overwrite));
+}
 
 void AddSet(Command& all) {
     Command command = all.AddCommand("set", "Change fields of one post, and save");

@@ -1,26 +1,33 @@
 #include "mapeditor/InPlace.h"
 
 #include "platform/FileNames.h"
-#include "platform/StagedFile.h"
+#include "platform/FolderLock.h"
+#include "platform/ReadableFile.h"
+#include "platform/Transaction.h"
 
 #include <algorithm>
 
 namespace vardenix {
 
 FileBytes ReadBeginning(std::string_view path, size_t length) {
-    const FileBytes all = ReadWholeFile(path);
-    FileBytes bytes(std::min(all.size(), length));
-    std::copy_n(all.data(), bytes.size(), bytes.data());
+    const ReadableFile file(path);
+    FileBytes bytes(static_cast<size_t>(std::min<uint64_t>(file.Size(), length)));
+    if (file.ReadAt(0, {bytes.data(), bytes.size()}) != bytes.size())
+        throw RuntimeError(ErrorNumber::InputPastEnd,
+                           std::string(path) + " became shorter while it was read");
     return bytes;
 }
 
-void WriteInPlace(std::string_view path, std::span<const std::byte> bytes) {
-    const FileBytes old = FileExists(path) ? ReadWholeFile(path) : FileBytes();
-    StagedFile file(path);
+FileIdentity WriteInPlace(std::string_view path, std::span<const std::byte> bytes,
+                          const FileIdentity& read, IfChanged ifChanged) {
+    const auto locks = LockFoldersOf({TargetOf(path)}, FolderLock::Exclusive);
+    Transaction files;
+    StagedFile& file = files.Stage(path, read, ifChanged);
     file.Write(bytes);
-    if (old.size() > bytes.size())
-        file.Write(old.Span().subspan(bytes.size()));
-    file.Commit();
+    if (FileExists(path))
+        file.WriteRestOf(ReadableFile(path), bytes.size());
+    files.Commit();
+    return file.Identity();
 }
 
 } // namespace vardenix

@@ -1,9 +1,8 @@
 #include "mapeditor/MapFile.h"
 
-#include "platform/FileNames.h"
+#include "mapeditor/InPlace.h"
 #include "platform/Mending.h"
 #include "platform/ReadableFile.h"
-#include "platform/Transaction.h"
 
 #include <algorithm>
 #include <array>
@@ -30,14 +29,7 @@ void TakeMapFile(std::span<const std::byte> bytes, MapFileRecord& record) {
 
 FileIdentity SaveMapFile(std::string_view path, const MapFileRecord& record,
                          const FileIdentity& read, IfChanged ifChanged) {
-    const auto locks = LockFoldersOf({TargetOf(path)}, FolderLock::Exclusive);
-    Transaction files;
-    StagedFile& file = files.Stage(path, read, ifChanged);
-    file.Write(std::as_bytes(std::span(&record, 1)));
-    if (FileExists(path))
-        file.WriteRestOf(ReadableFile(path), sizeof record);
-    files.Commit();
-    return file.Identity();
+    return WriteInPlace(path, std::as_bytes(std::span(&record, 1)), read, ifChanged);
 }
 
 } // namespace vardenix

@@ -7,7 +7,6 @@
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
 #include "services/ImagePainting.h"
-#include "services/PictureGuard.h"
 
 #include <algorithm>
 
@@ -168,11 +167,7 @@ void LoadPal(std::string_view path, MapPalette palette) {
 }
 
 void LoadPaletteBmp(std::string_view path, MapPalette palette) {
-    if (FileLength(path) > PictureLargestFile)
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": the file is too long for a picture");
-    TakePalettePicture(ImageDecode(PictureFormat::Bmp, ReadWholeFile(path), path),
-                       palette);
+    TakePalettePicture(ImageRead(PictureFormat::Bmp, path), palette);
 }
 
 void LoadPalette(PaletteFileKind kind, std::string_view path, MapPalette palette) {

@@ -10,8 +10,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <span>
@@ -29,17 +31,6 @@ using Memory = std::unique_ptr<FIMEMORY, CloseMemory>;
 
 FREE_IMAGE_FORMAT LibraryFormat(PictureFormat format) {
     return static_cast<FREE_IMAGE_FORMAT>(format);
-}
-
-// Throws what the file system and the guard say.
-Bitmap ReadPicture(PictureFormat format, std::string_view path) {
-    if (!SupportsReading(format))
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": pictures of this kind are not read");
-    if (FileLength(path) > PictureLargestFile)
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": the file is too long for a picture");
-    return ImageDecode(format, ReadWholeFile(path), path);
 }
 
 // The part of a file's name behind its last dot is one of a comma-separated list.
@@ -108,9 +99,20 @@ int32_t DepthToWrite(const Bitmap& bitmap, PictureFormat format, int32_t asked) 
                        "");
 }
 
+void WriteScratch(const std::string& path, std::span<const std::byte> bytes) {
+    std::ofstream file(RealPath(path), std::ios::binary | std::ios::trunc);
+    file.write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file)
+        ThrowSystemError(errno, "writing", path);
+}
+
 void Save(PictureFormat format, const Bitmap& bitmap, const std::string& path,
-          int32_t flags) {
-    const FileBytes bytes = ImageEncode(format, bitmap, path, flags);
+          const ImageSaveOptions& options) {
+    const FileBytes bytes = ImageEncode(format, bitmap, path, options.Flags);
+    if (options.Scratch)
+        return WriteScratch(path, bytes.Span());
     StagedFile file(path);
     file.Write(bytes.Span());
     file.Commit();
@@ -150,9 +152,19 @@ FileBytes ImageEncode(PictureFormat format, const Bitmap& bitmap, std::string_vi
     return result;
 }
 
+Bitmap ImageRead(PictureFormat format, std::string_view path) {
+    if (!SupportsReading(format))
+        throw RuntimeError(ErrorNumber::InvalidPicture,
+                           std::string(path) + ": pictures of this kind are not read");
+    if (FileLength(path) > PictureLargestFile)
+        throw RuntimeError(ErrorNumber::InvalidPicture,
+                           std::string(path) + ": the file is too long for a picture");
+    return ImageDecode(format, ReadWholeFile(path), path);
+}
+
 Bitmap ImageLoad(PictureFormat format, std::string_view path) {
     try {
-        return ReadPicture(format, path);
+        return ImageRead(format, path);
     } catch (const RuntimeError&) {
         return {};
     }
@@ -161,7 +173,7 @@ Bitmap ImageLoad(PictureFormat format, std::string_view path) {
 Bitmap ImageLoadEx(std::string_view path, const RescaleSize& size, ImageFilter filter) {
     Bitmap bitmap;
     try {
-        bitmap = ReadPicture(FormatFromFileName(path), path);
+        bitmap = ImageRead(FormatFromFileName(path), path);
     } catch (const RuntimeError& error) {
         if (error.Number() == ErrorNumber::InvalidPicture)
             throw;
@@ -190,7 +202,7 @@ std::string ImageSaveEx(const Bitmap& bitmap, std::string_view path,
         changed = ImageConvertDepth(*current, static_cast<ImageDepth>(depth));
         current = &changed;
     }
-    Save(format, *current, name, options.Flags);
+    Save(format, *current, name, options);
     return name;
 }
 

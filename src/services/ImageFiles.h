@@ -20,6 +20,9 @@ Bitmap ImageLoad(PictureFormat format, std::string_view path);
 // reason.
 Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path);
 
+// The same for whoever tells why not: the system's refusals, and 481 with the reason.
+Bitmap ImageRead(PictureFormat format, std::string_view path);
+
 // Reads a picture in the format of its extension, and scales it when a size is given.
 // Error 481 with the path and the reason when there is no such file, its format is not
 // read, or its content is not of that format; never another number for a bad file.
@@ -37,6 +40,9 @@ struct ImageSaveOptions {
     int32_t ColorDepth = 0;                        // bits; 0 keeps the bitmap's
     RescaleSize Size;
     ImageFilter Filter = ImageFilter::Bicubic;
+    // For a file that goes with this run: written in place, and nobody waits for the
+    // disk.
+    bool Scratch = false;
 };
 
 // Saves a copy, scaled and in another depth where that is asked or needed; the bitmap

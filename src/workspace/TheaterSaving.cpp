@@ -2,7 +2,7 @@
 
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
-#include "platform/Transaction.h"
+#include "platform/SavedOrKept.h"
 #include "theater/ElevationFiles.h"
 #include "theater/MissingSegments.h"
 #include "theater/TerrainStore.h"
@@ -44,25 +44,6 @@ bool Trapped(Dialogs& dialogs, Work work) {
             dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
         return false;
     }
-}
-
-// Runs `save`; when another program has changed what it would write over, the user is
-// asked whether it is to be written all the same. False when it is not.
-template <typename Save>
-bool SavedOrKept(Dialogs& dialogs, Save save) {
-    try {
-        save(IfChanged::Refuse);
-        return true;
-    } catch (const ChangedFileError& error) {
-        const std::string question =
-            error.Path() +
-            " was changed by another program since it was opened. Overwrite it?";
-        if (dialogs.MessageBox(question, "Confirm", BoxIcon::Warning,
-                               BoxButtons::YesNo) != BoxAnswer::Yes)
-            return false;
-    }
-    save(IfChanged::Overwrite);
-    return true;
 }
 
 // The kind that a filter of the dialogs stands for, when the name fits it.

@@ -120,15 +120,12 @@ TEST_F(FrmVXMapTest, ScrollingMovesTheViewAndPaints) {
     EXPECT_EQ(state_.Configuration.Y, 9);
 }
 
-TEST_F(FrmVXMapTest, ScrollingPaintsNothingWhileStartingOrBusy) {
+TEST_F(FrmVXMapTest, ScrollingPaintsNothingWhileStarting) {
     Open();
     state_.Starting = true;
     H().setValue(5);
-    state_.Starting = false;
-    world_.View.ScrollBusy = true;
-    H().setValue(6);
-    EXPECT_EQ(commands_.Story, "position position");
-    EXPECT_EQ(world_.View.MapLeftX, 6);
+    EXPECT_EQ(commands_.Story, "position");
+    EXPECT_EQ(world_.View.MapLeftX, 5);
 }
 
 TEST_F(FrmVXMapTest, APositionIsSetWithoutPainting) {
@@ -151,6 +148,30 @@ TEST_F(FrmVXMapTest, ANotchOfTheWheelIsZoomPosts) {
     Wheel({0, -240});
     EXPECT_EQ(V().value(), -28);
     EXPECT_EQ(H().value(), 30);
+}
+
+TEST_F(FrmVXMapTest, NothingMovesWhileFilesAreReadOrWritten) {
+    Open();
+    window_.SetPosition({10, 20});
+    commands_.Story.clear();
+    {
+        const ScrollBusyWhile saving(world_.View);
+        Wheel({0, -120});
+        Wheel({0, 240}, Qt::ShiftModifier);
+        Wheel({0, 120}, Qt::NoModifier, "HScroll1");
+        for (const int key : {Qt::Key_Right, Qt::Key_Up, Qt::Key_End, Qt::Key_PageDown})
+            QTest::keyClick(&window_, static_cast<Qt::Key>(key));
+        H().setValue(40); // as a drag does
+        V().setValue(-2);
+        EXPECT_EQ(H().value(), 10);
+        EXPECT_EQ(V().value(), -20);
+        EXPECT_EQ(world_.View.MapLeftX, 10);
+        EXPECT_EQ(world_.View.MapBottomY, 20);
+        EXPECT_EQ(commands_.Story, "");
+    }
+    Wheel({0, -120});
+    EXPECT_EQ(world_.View.MapBottomY, 18);
+    EXPECT_NE(commands_.Story, "");
 }
 
 TEST_F(FrmVXMapTest, WithShiftTheWheelGoesSideways) {

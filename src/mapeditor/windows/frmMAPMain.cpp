@@ -5,6 +5,7 @@
 #include "platform/KeyFilters.h"
 #include "platform/OpenPage.h"
 #include "platform/RuntimeError.h"
+#include "platform/SavedOrKept.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "ui_frmMAPMain.h"
@@ -111,7 +112,9 @@ bool frmMAPMain::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmMAPMain::OpenMapFile(const std::string& path) {
-    vardenix::OpenMapFile(path, state_.MapFileRecord);
+    const FileIdentity read = vardenix::OpenMapFile(path, state_.MapFileRecord);
+    if (SameFile(path, state_.MAPFile))
+        state_.MAPFileRead = read;
     path_ = path;
     mapDirty_ = false;
     ui_->cmdSaveMAP->setEnabled(false);
@@ -154,10 +157,16 @@ void frmMAPMain::TakeRecordBack() {
         SetEntryColor(state_.MapFileRecord.Palette[i], ui_->Command1->Color(i));
 }
 
-void frmMAPMain::SaveMapFile() {
+bool frmMAPMain::SaveMapFile() {
     TakeRecordBack();
-    vardenix::SaveMapFile(state_.MAPFile, state_.MapFileRecord);
+    const auto save = [this](IfChanged ifChanged) {
+        state_.MAPFileRead = vardenix::SaveMapFile(state_.MAPFile, state_.MapFileRecord,
+                                                   state_.MAPFileRead, ifChanged);
+    };
+    if (!SavedOrKept(platform_.Dialogs, save))
+        return false;
     path_ = state_.MAPFile;
+    return true;
 }
 
 void frmMAPMain::MAPNeedSave() {
@@ -207,7 +216,8 @@ void frmMAPMain::mnuOpen_Click() {
 void frmMAPMain::cmdSaveMAP_Click() {
     Trapped([this] {
         try {
-            SaveMapFile();
+            if (!SaveMapFile())
+                return;
         } catch (const MapFieldError& error) {
             ShowWrongNumber(error.Index());
             throw;

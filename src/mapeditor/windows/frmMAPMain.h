@@ -69,7 +69,8 @@ private:
     // The numbers and colours of the controls become those of the record, or none of
     // them.
     void TakeRecordBack();
-    void SaveMapFile();
+    // False when the user keeps what another program has written meanwhile.
+    bool SaveMapFile();
     void MAPNeedSave();
     void MAPSaved();
     // Whether changes that are not saved may be given up.
