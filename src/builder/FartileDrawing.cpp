@@ -56,14 +56,19 @@ std::array<uint8_t, 64> BlockAt(const std::vector<uint8_t>& pixels, size_t side,
 
 } // namespace
 
+size_t KnownBlocks::HashOf::operator()(const Colours& colours) const {
+    return std::hash<std::string_view>()(
+        {reinterpret_cast<const char*>(colours.data()), colours.size()});
+}
+
 uint64_t KnownBlocks::BlockOf(const std::array<uint8_t, 64>& pixels) {
-    const std::string_view key(reinterpret_cast<const char*>(pixels.data()),
-                               pixels.size());
-    Shard& shard = shards_[std::hash<std::string_view>()(key) % Shards];
-    std::string owned(key);
+    Colours colours;
+    for (size_t i = 0; i < 16; ++i)
+        std::memcpy(&colours[i * 3], &pixels[i * PixelBytes], 3);
+    Shard& shard = shards_[HashOf()(colours) % Shards];
     {
         const std::lock_guard lock(shard.Mutex);
-        const auto found = shard.Blocks.find(owned);
+        const auto found = shard.Blocks.find(colours);
         if (found != shard.Blocks.end())
             return found->second;
     }
@@ -72,7 +77,7 @@ uint64_t KnownBlocks::BlockOf(const std::array<uint8_t, 64>& pixels) {
     const std::lock_guard lock(shard.Mutex);
     if (shard.Blocks.size() >= MostInShard)
         shard.Blocks.clear();
-    shard.Blocks.emplace(std::move(owned), block);
+    shard.Blocks.emplace(colours, block);
     return block;
 }
 

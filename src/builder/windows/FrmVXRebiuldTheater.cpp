@@ -52,7 +52,7 @@ public:
         window_.stop_ = false;
         window_.clock_.start();
         window_.sinceEvents_.start();
-        window_.sincePicture_.start();
+        window_.sincePicture_.invalidate();
         window_.stepBegan_ = 0;
         window_.Lock(true);
     }
@@ -280,7 +280,7 @@ void FrmVXRebiuldTheater::BeginStep(int step, int steps) {
 
 void FrmVXRebiuldTheater::ShowFartile(std::span<const uint8_t> day,
                                       std::span<const uint8_t> night, int32_t farSize) {
-    if (!sincePicture_.hasExpired(MillisecondsBetweenPictures))
+    if (sincePicture_.isValid() && !sincePicture_.hasExpired(MillisecondsBetweenPictures))
         return;
     sincePicture_.start();
     const auto show = [&](QLabel* label, std::span<const uint8_t> bytes) {
