@@ -1,6 +1,7 @@
 // The colour of a post is looked for and changed with mouse and keys; files are read by
 // code of the test's own.
 #include "endtoend/WorkspaceOnDesktop.h"
+#include "support/TheaterMaker.h"
 
 namespace fs = std::filesystem;
 
@@ -32,15 +33,12 @@ protected:
     static std::string EntryOf(const std::string& map, int index) {
         return map.substr(static_cast<size_t>(28 + index * 4), 4);
     }
-    // The number in the title of the details over the chosen entry.
-    int ChosenEntry() {
-        desktop_.Key("shift+F10");
-        for (int index = 0; index < 256; ++index)
-            if (index == 0 ? WaitFor([&] { return desktop_.Active("^Palete Details"); })
-                           : true)
-                if (desktop_.Active("^Palete Details - #:" + std::to_string(index) + "$"))
-                    return index;
-        return -1;
+    // The palette entry of the post in the middle of the view.
+    int EntryOfPost() const {
+        const std::string terrain = theater_ + "/terrdata/sorrelund/terrain/theater.";
+        return ReadPair(terrain + "L2", terrain + "O2")
+            .At(60 + 2 + 1, 62 + 2 + 1)
+            .Palette;
     }
     void TypePath(const char* title, const std::string& path) {
         ASSERT_TRUE(WaitFor([&] { return desktop_.Active(title); }));
@@ -67,8 +65,9 @@ TEST_F(MapEditorEndToEnd, AColourIsFoundChangedExportedAndImported) {
     const Picture one = desktop_.Look(Editor);
     EXPECT_TRUE(WaitFor([&] { return desktop_.Look(Editor) != one; }));
 
-    const int index = ChosenEntry();
-    ASSERT_GE(index, 0);
+    const int index = EntryOfPost();
+    desktop_.Key("shift+F10");
+    ASSERT_TRUE(IsUp(("^Palete Details - #:" + std::to_string(index) + "$").c_str()));
     desktop_.Keys(
         {"1", "0", "Tab", "2", "0", "Tab", "3", "0", "Tab", "4", "0", "Return"});
     ASSERT_TRUE(IsUp(Unsaved));
