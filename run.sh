@@ -42,4 +42,12 @@ copy=(--l2 build/copy/theater.l2 --bin "$theater/texture/texture.bin"
       --map "$theater/terrain/theater.map" --dds "$theater/texture/texture")
 "$bin/vardenix-cli" fill 120 74 134 80 --tile 0 --elevation 300 "${copy[@]}"
 "$bin/vardenix-cli" render build/pictures/painted.png "${copy[@]}" "${view[@]}"
+echo "The copy's other levels and far tiles, and one of them as a picture:"
+cp "$theater"/terrain/theater.[LOlo][01345] build/copy
+mkdir -p build/copy/texture
+cp "$theater"/texture/[Tt]exture.bin build/copy/texture/texture.bin
+copy=(--l2 build/copy/theater.l2 --bin build/copy/texture/texture.bin
+      --map "$theater/terrain/theater.map" --dds "$theater/texture/texture")
+"$bin/vardenix-cli" rebuild --far "${copy[@]}"
+"$bin/vardenix-cli" far-tile 5000 build/pictures/fartile.png "${copy[@]}"
 echo "It took $((($(date +%s%N) - begin) / 1000000)) ms."

@@ -143,7 +143,71 @@ up '^About Vardenix$'
 picture FrmAbout.png '^About Vardenix$'
 keys Escape
 
+click "$panel" 117 530 # Open BIN Editor
+bin='^\*?BIN Editor v[0-9.]+$'
+up "$bin"
+click "$bin" 90 135 # set 3
+click "$bin" 581 186
+picture FrmBINTileEdit.jpg "$bin"
+click "$bin" 530 575 # Edit Tile
+detail='^\*?Tile #: '
+up "$detail"
+picture FrmBINTileDet.jpg "$detail"
+click "$detail" 560 170 # Edit an area
+up '^Edit Area$'
+picture FrmBINAreasEdit.png '^Edit Area$'
+keys Escape
+click "$detail" 560 362 # Edit a path
+up '^Edit Path$'
+picture FrmBINPathEdit.png '^Edit Path$'
+keys Escape Escape
+click "$bin" 973 192 # Options
+up '^BIN Editor Options$'
+picture FrmBINOPtions.png '^BIN Editor Options$'
+keys Escape
+click "$bin" 973 220 # Open Vardenix
+up "$map"
+
 keys ctrl+z ctrl+z ctrl+z ctrl+z
+
+features='^Features$'
+results='^Search Results$'
+cat >"$work/sorrelund.tdf" <<'TDF'
+AIRPORT 1 100,101 0 Kestrel Field
+AIRPORT 1 107,108 0 Nordhavn
+LABEL 1 104,98 0 Munster Bay
+CITY 5 100,104 104,104 105,107 102,108 100,106 0
+COAST 6 95,96 98,97 100,96 104,98 108,97 113,99 0
+RIVER 5 97,113 99,109 98,105 101,102 103,96 0
+ROAD 4 95,103 100,103.5 106,108 113,111 0
+TDF
+click "$panel" 223 449 # Show Tile Palette again: it goes
+click "$panel" 223 475 # Show Features Window
+up "$features"
+click "$features" 120 20
+up '^Open terrain features file'
+xdotool type "$work/sorrelund.tdf"
+keys Return
+for box in 30,75 30,143 262,143 30,233 262,233 30,323 262,323; do # all of them
+  click "$features" "${box%,*}" "${box#*,}"
+done
+click "$features" 150 168 # larger airports
+picture FrmVXFeatures.png "$features"
+click "$panel" 223 475 # it goes
+
+keys ctrl+f
+up '^Search For a Tile'
+xdotool type '>300'
+click '^Search For a Tile' 165 70 # the neighbour above
+click '^Search For a Tile' 470 85
+xdotool type '>5000'
+sleep 0.5
+picture frmVXSearchOptions.png '^Search For a Tile'
+keys Return
+up "$results"
+picture frmVXSearchResults.png "$results"
+click "$panel" 31 501 # it goes
+
 keys ctrl+l
 up '^Open$'
 xdotool type theater.L0

@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "app/BinEditorWindows.h"
 #include "app/BuilderWindows.h"
 #include "app/MapEditorWindows.h"
 #include "app/OverlayWindows.h"
@@ -43,6 +44,8 @@ bool Application::Begin() {
     platform_ =
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
     workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
+    binEditor_ =
+        std::make_unique<BinEditorWindows>(state_, *platform_, log_, *workspace_);
     builderWindows_ =
         std::make_unique<BuilderWindows>(state_, *platform_, log_, *workspace_);
     mapEditorWindows_ =

@@ -13,6 +13,7 @@
 
 namespace vardenix {
 
+class BinEditorWindows;
 class BuilderWindows;
 class FrmStartUp;
 class MapEditorWindows;
@@ -49,6 +50,7 @@ private:
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FrmStartUp> frmStartUp_;
     std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<BinEditorWindows> binEditor_;
     std::unique_ptr<BuilderWindows> builderWindows_;
     std::unique_ptr<MapEditorWindows> mapEditorWindows_;
     std::unique_ptr<QSocketNotifier> endSignal_;

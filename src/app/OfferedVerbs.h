@@ -33,6 +33,9 @@ struct OfferedVerbs {
     std::function<bool()> BinNeedsSave;
     std::function<bool()> MapNeedsSave;
 
+    // Level 2, or the finest elevations, have been saved from the panel.
+    std::function<void()> TheaterSaved;
+
     // The theater's theater.map has been read into the state.
     std::function<void()> MapFileOpened;
 

@@ -270,9 +270,9 @@ void OverlayWindows::PlaceWindows() {
 
 void OverlayWindows::StorePlaces() {
     if (features_)
-        state_.Configuration.FeatWinPos = PlaceOf(*features_);
+        state_.Configuration.FeatWinPos = StoredPlaceOf(*features_);
     if (searchResults_)
-        state_.Configuration.SearchResWinPos = PlaceOf(*searchResults_);
+        state_.Configuration.SearchResWinPos = StoredPlaceOf(*searchResults_);
 }
 
 } // namespace vardenix

@@ -49,8 +49,9 @@ WindowSize PaletteSize(const Configuration& settings) {
 
 } // namespace
 
-WindowPosition PlaceOf(const QWidget& window) {
-    return {.Top = TwipsOfPixels(window.y()), .Left = TwipsOfPixels(window.x())};
+WindowPosition StoredPlaceOf(const QWidget& window) {
+    const QPoint place = PlaceOf(window);
+    return {.Top = TwipsOfPixels(place.y()), .Left = TwipsOfPixels(place.x())};
 }
 
 void PlaceAt(QWidget& window, const WindowPosition& place) {
@@ -115,13 +116,13 @@ void WindowPlaces::PlaceAsStored() {
 }
 
 void WindowPlaces::Store() {
-    settings_.MainControlWinPos = PlaceOf(*windows_.Panel);
-    settings_.MainWinPos = PlaceOf(*windows_.Map);
-    settings_.ThPrevWinPos = PlaceOf(*windows_.Preview);
+    settings_.MainControlWinPos = StoredPlaceOf(*windows_.Panel);
+    settings_.MainWinPos = StoredPlaceOf(*windows_.Map);
+    settings_.ThPrevWinPos = StoredPlaceOf(*windows_.Preview);
     // One that fills the screen keeps the place it had before.
     if (windows_.Palette->isMaximized())
         return;
-    settings_.PalWinPos = PlaceOf(*windows_.Palette);
+    settings_.PalWinPos = StoredPlaceOf(*windows_.Palette);
     settings_.PalWinSizeW = TwipsOfPixels(windows_.Palette->width());
     settings_.PalWinSizeH = TwipsOfPixels(windows_.Palette->height());
 }
@@ -131,16 +132,18 @@ void WindowPlaces::ShowByBoxes() {
     // Before the map, which so ends up with the keyboard. The palette comes behind it, or
     // the desktop would not know what it is to lie over.
     RestorePreview();
-    if (!windows_.Map->isVisible())
+    if (!windows_.Map->isVisible()) {
         windows_.Palette->hide();
+        if (settings_.MainWinVis)
+            NoIcon(*windows_.Map); // as which it may have been hidden
+    }
     windows_.Map->setVisible(settings_.MainWinVis);
-    if (!settings_.MainWinVis)
-        NoIcon(*windows_.Map); // or it would come back as one
     RestoreChildWindows();
 }
 
 void WindowPlaces::ShowTicked() {
-    NoIcon(*windows_.Map);
+    if (windows_.Map->isVisible())
+        NoIcon(*windows_.Map);
     ShowByBoxes();
 }
 
@@ -161,7 +164,7 @@ void WindowPlaces::RestorePreview() {
 }
 
 bool WindowPlaces::SmallWindowsShown() const {
-    return placed_ && !windows_.Map->isMinimized();
+    return placed_ && !(windows_.Map->isVisible() && windows_.Map->isMinimized());
 }
 
 void WindowPlaces::HideAll() {

@@ -52,7 +52,7 @@ void KeepOverMap(QWidget& window, const WorkspaceWindows& windows);
 void NoIcon(QWidget& window);
 
 // Where a window stands, frame included, and back to there.
-WindowPosition PlaceOf(const QWidget& window);
+WindowPosition StoredPlaceOf(const QWidget& window);
 void PlaceAt(QWidget& window, const WindowPosition& place);
 
 } // namespace vardenix

@@ -150,6 +150,24 @@ void Workspace::ShowWorkspace() {
     RefreshPicArray();
 }
 
+void Workspace::ShowWorkspaceWith(uint8_t classCode) {
+    windows_.Palette->Refresh_Pal(classCode);
+    ShowWorkspace();
+}
+
+// The chosen tile is still the one that is painted; one that has gone is chosen no more.
+void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
+    undo_.TilesRenumbered(numbers);
+    renumberedSincePoint_ = true;
+    int32_t& chosen = interaction_.SelectedTile;
+    if (chosen < 0)
+        return;
+    const int32_t number = numbers.Of(chosen);
+    const bool gone = number == 0 && chosen != 0 && numbers.Of(0) == 0;
+    chosen = gone ? -1 : number;
+    windows_.Palette->ShowSelectedTile();
+}
+
 void Workspace::HideWorkspace() {
     ShowOfferedWindows(false);
     places_.HideAll();

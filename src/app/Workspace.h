@@ -31,6 +31,7 @@ public:
     void ApplySavedLayout();
 
     bool LeaveProgram() override;
+    void HideWorkspace() override;
     // Where the windows stand, and what the panel shows, into the settings.
     void StorePlaces();
 
@@ -42,6 +43,10 @@ public:
     UndoPoints& Undo() { return undo_; }
     TilePictures& Pictures() { return tilePictures_; }
     WorkspaceWindows& Windows() { return windows_; }
+    // A pass has given level 2 other tile numbers: whatever else holds some follows.
+    void TilesRenumbered(const TileRenumbering& numbers);
+    // The panel and the other windows, with the palette on a class of terrain.
+    void ShowWorkspaceWith(uint8_t classCode);
 
 private:
     class PanelVerbs;
@@ -62,7 +67,6 @@ private:
     void L2NeedSave() override;
     void L0NeedSave() override;
     void ShowWorkspace() override;
-    void HideWorkspace() override;
     void CommandsChanged() override;
     void WindowHidden(const char* checkBoxName) override;
 
@@ -83,6 +87,7 @@ private:
     std::unique_ptr<MapRenderer> renderer_;
     WorkspaceWindows windows_;
     WindowPlaces places_;
+    bool renumberedSincePoint_ = false; // and a restore point may be older
 };
 
 } // namespace vardenix

@@ -58,7 +58,10 @@ SavingParts Workspace::PanelVerbs::Saving() {
             *workspace_.windows_.Panel, workspace_.log_,  *workspace_.windows_.Panel};
 }
 
-void Workspace::PanelVerbs::SaveTheater(bool as) { CmdSaveTheater(Saving(), as); }
+void Workspace::PanelVerbs::SaveTheater(bool as) {
+    if (CmdSaveTheater(Saving(), as) && workspace_.offers_.TheaterSaved)
+        workspace_.offers_.TheaterSaved();
+}
 
 // A map of the finest elevations shows the new ones at once.
 void Workspace::PanelVerbs::LoadL0Elv() {
@@ -79,10 +82,14 @@ void Workspace::PanelVerbs::CreatePoint() {
     workspace_.windows_.Panel->LetEventsThrough();
     CreateRestorePoint(workspace_.state_.Terrain,
                        workspace_.state_.Folders.SystemTempPath);
+    workspace_.renumberedSincePoint_ = false;
 }
 
 void Workspace::PanelVerbs::Restore() {
     workspace_.windows_.Panel->LetEventsThrough();
+    if (workspace_.renumberedSincePoint_ &&
+        !MayRestoreOldNumbers(workspace_.platform_.Dialogs))
+        return;
     const Restored result = RestoreFromPoint(workspace_.state_.Terrain,
                                              workspace_.state_.Folders.SystemTempPath);
     if (result == Restored::Done)

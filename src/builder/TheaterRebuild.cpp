@@ -120,7 +120,7 @@ RebuildReport RebuildTheater(const RebuildParts& parts, const RebuildOptions& op
 std::string TextOfReport(const RebuildReport& report) {
     std::string text;
     for (const RebuiltFile& file : report.Files)
-        text += file.Path + ": " + std::to_string(file.Bytes) + " bytes" +
+        text += ShownPath(file.Path) + ": " + std::to_string(file.Bytes) + " bytes" +
                 (file.Unchanged ? ", unchanged" : "") + "\n";
     return text + std::to_string(report.Seconds) +
            (report.Seconds == 1 ? " second" : " seconds");

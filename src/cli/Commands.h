@@ -59,5 +59,18 @@ void AddRebuild(Command& all);
 void AddRebuildElevation(Command& all);
 void AddFarTile(Command& all);
 void AddSettings(Command& all);
+void AddBin(Command& all);
+void AddFeatures(Command& all);
+void AddSearch(Command& all);
+void AddRegion(Command& all);
+void AddDerived(Command& all);
+
+// Adds the features of files one after the other; error 53 and the like for the first
+// that cannot be read.
+void LoadFeatures(FeatureSet& features, const std::vector<std::string>& files);
+
+// Whoever sets fields that the file cannot keep hears of it: `segments` of those that
+// were reached into are all sea. Nothing for none.
+void TellSharedSea(int32_t segments);
 
 } // namespace vardenix

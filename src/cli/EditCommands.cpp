@@ -52,24 +52,13 @@ void RequireAField(const PostChange& change) {
             "--x1 and --x2");
 }
 
-// Whoever sets fields that the file cannot keep should hear of it.
-void TellSharedSea(const Terrain& terrain, const PostRectangle& posts,
-                   const PostChange& change) {
-    if (!change.Palette && !change.X1 && !change.X2)
-        return;
-    const int32_t sea = SeaSegments(terrain, posts);
-    if (sea > 0)
-        Tell("Segments that are all sea, here " + std::to_string(sea) +
-             ", share one block of the file: palette, X1 and X2 of the terrain's first "
-             "one stand for all.");
-}
-
 void SaveFilled(CommandContext& context, const EditOptions& options) {
     Terrain& terrain = context.State.Terrain;
     const PostRectangle posts{options.From0.X1 + 1, options.From0.Y1 + 1,
                               options.From0.X2 + 1, options.From0.Y2 + 1};
     const int64_t count = FillPosts(terrain, posts, options.Change);
-    TellSharedSea(terrain, posts, options.Change);
+    if (options.Change.Palette || options.Change.X1 || options.Change.X2)
+        TellSharedSea(SeaSegments(terrain, posts));
     if (!MaySaveOverGap(terrain, context.Dialogs))
         throw RuntimeError(ErrorNumber::InvalidCall,
                            terrain.LFilename +
@@ -88,6 +77,13 @@ void RequireFolderOf(const std::string& path) {
 }
 
 } // namespace
+
+void TellSharedSea(int32_t segments) {
+    if (segments > 0)
+        Tell("Segments that are all sea, here " + std::to_string(segments) +
+             ", share one block of the file: palette, X1 and X2 of the terrain's first "
+             "one stand for all.");
+}
 
 void AddSet(Command& all) {
     Command command = all.AddCommand("set", "Change fields of one post, and save");

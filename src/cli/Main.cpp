@@ -33,7 +33,8 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
         "vardenix-cli", ProgramVersion(),
         "Opens, checks, edits and paints the terrain of a theater. X and Y count from 0, "
         "as the map shows them.",
-        "Exit codes: 0 done, 1 a check found something, 2 usage, 3 run-time error.");
+        "Exit codes: 0 done, 1 a check found something or a search nothing, 2 usage, 3 "
+        "run-time error.");
     Command all = line.Root();
     AddInfo(all);
     AddCheck(all);
@@ -49,6 +50,11 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddRebuildElevation(all);
     AddFarTile(all);
     AddSettings(all);
+    AddBin(all);
+    AddFeatures(all);
+    AddSearch(all);
+    AddRegion(all);
+    AddDerived(all);
     try {
         const int code = RunParsed(line.Parse(arguments));
         FinishPrinting();

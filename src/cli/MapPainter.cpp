@@ -1,6 +1,5 @@
 #include "cli/MapPainter.h"
 
-#include "mapview/MapRenderer.h"
 #include "mapview/windows/QtDrawingSurface.h"
 #include "services/TilePictures.h"
 
@@ -31,8 +30,8 @@ Raster CopyOf(RasterView view) {
 
 } // namespace
 
-Raster PaintMap(ProgramState& state, const MapView& view, Progress& progress,
-                DebugLog& log) {
+Raster PaintMap(ProgramState& state, const MapView& view, FeatureLayer& features,
+                Progress& progress, DebugLog& log) {
     // The toolkit draws the texts, and wants to be started for that; no display is asked
     // for.
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -50,7 +49,7 @@ Raster PaintMap(ProgramState& state, const MapView& view, Progress& progress,
     QtDrawingSurface surface;
     surface.Resize(view.PictureSide());
     NoScreen screen;
-    renderer.RefreshPicArray(view, surface, screen, nullptr);
+    renderer.RefreshPicArray(view, surface, screen, &features);
     return CopyOf(surface.Pixels());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapview/MapRenderer.h"
 #include "mapview/MapView.h"
 #include "platform/Progress.h"
 #include "services/Raster.h"
@@ -10,7 +11,7 @@ namespace vardenix {
 
 // One view of the open theater, the pixels that the map window would show. Pictures that
 // cannot be read show "NoTile.jpg" of ShippedPath.
-Raster PaintMap(ProgramState& state, const MapView& view, Progress& progress,
-                DebugLog& log);
+Raster PaintMap(ProgramState& state, const MapView& view, FeatureLayer& features,
+                Progress& progress, DebugLog& log);
 
 } // namespace vardenix

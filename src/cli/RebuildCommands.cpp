@@ -41,12 +41,7 @@ struct FarTileArguments {
     bool Night = false;
 };
 
-void PrintReport(const RebuildReport& report) {
-    RebuildReport shown = report;
-    for (RebuiltFile& file : shown.Files)
-        file.Path = NameOnDisk(file.Path);
-    Print(TextOfReport(shown));
-}
+void PrintReport(const RebuildReport& report) { Print(TextOfReport(report)); }
 
 int Rebuild(CommandContext& context, const RebuildArguments& arguments) {
     context.Open(arguments.Files);

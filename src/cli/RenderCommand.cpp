@@ -4,6 +4,7 @@
 #include "cli/MapPainter.h"
 #include "cli/SavedPicture.h"
 #include "mapview/MapLayout.h"
+#include "overlays/FeatureDrawing.h"
 
 #include <memory>
 
@@ -23,6 +24,7 @@ struct RenderOptions {
     std::vector<bool MapView::*> Layers;
     int32_t Brightness = 0;
     uint8_t Alpha = InitialMapAlpha;
+    std::vector<std::string> FeatureFiles;
 };
 
 // The switch of the view that each name of --layers turns on.
@@ -81,6 +83,8 @@ void AddRenderOptions(Command& command, RenderOptions& options) {
                    RangeOf(BrightnessRange));
     command.Number("--alpha", options.Alpha, "Weight of the MAP colour",
                    RangeOf(TransRange));
+    command.Texts("--features", options.FeatureFiles,
+                  "Feature file whose features are drawn, all kinds of them");
 }
 
 } // namespace
@@ -102,7 +106,11 @@ void AddRender(Command& all) {
                       state.Terrain.LFilename);
         const MapView view = ViewOf(*options, state.Configuration);
         state.Configuration.UseSingleHeightColor = false;
-        Raster picture = PaintMap(state, view, context.Progress, context.Log);
+        LoadFeatures(state.Features, options->FeatureFiles);
+        FeatureSwitches switches{.ShowFeatures = true};
+        switches.Shown.fill(true);
+        DrawnFeatures features({state.Features, switches, state.Configuration});
+        Raster picture = PaintMap(state, view, features, context.Progress, context.Log);
         SavePicture(picture, options->Out);
         return ExitDone;
     });

@@ -99,7 +99,7 @@ std::string OwnTemporaryFolder() {
     const std::string base =
         TemporaryFolder() + "/vardenix-" + std::to_string(::geteuid());
     for (int i = 0; i < TemporaryNames; ++i) {
-        const std::string name = i == 0 ? base : base + "-" + std::to_string(i);
+        std::string name = i == 0 ? base : base + "-" + std::to_string(i);
         if (TakeForOneself(name))
             return name;
     }

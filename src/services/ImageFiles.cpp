@@ -10,8 +10,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstddef>
 #include <cstdlib>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <span>
@@ -97,9 +99,20 @@ int32_t DepthToWrite(const Bitmap& bitmap, PictureFormat format, int32_t asked) 
                        "");
 }
 
+void WriteScratch(const std::string& path, std::span<const std::byte> bytes) {
+    std::ofstream file(RealPath(path), std::ios::binary | std::ios::trunc);
+    file.write(reinterpret_cast<const char*>(bytes.data()),
+               static_cast<std::streamsize>(bytes.size()));
+    file.close();
+    if (!file)
+        ThrowSystemError(errno, "writing", path);
+}
+
 void Save(PictureFormat format, const Bitmap& bitmap, const std::string& path,
-          int32_t flags) {
-    const FileBytes bytes = ImageEncode(format, bitmap, path, flags);
+          const ImageSaveOptions& options) {
+    const FileBytes bytes = ImageEncode(format, bitmap, path, options.Flags);
+    if (options.Scratch)
+        return WriteScratch(path, bytes.Span());
     StagedFile file(path);
     file.Write(bytes.Span());
     file.Commit();
@@ -189,7 +202,7 @@ std::string ImageSaveEx(const Bitmap& bitmap, std::string_view path,
         changed = ImageConvertDepth(*current, static_cast<ImageDepth>(depth));
         current = &changed;
     }
-    Save(format, *current, name, options.Flags);
+    Save(format, *current, name, options);
     return name;
 }
 

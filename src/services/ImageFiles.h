@@ -40,6 +40,9 @@ struct ImageSaveOptions {
     int32_t ColorDepth = 0;                        // bits; 0 keeps the bitmap's
     RescaleSize Size;
     ImageFilter Filter = ImageFilter::Bicubic;
+    // For a file that goes with this run: written in place, and nobody waits for the
+    // disk.
+    bool Scratch = false;
 };
 
 // Saves a copy, scaled and in another depth where that is asked or needed; the bitmap

@@ -290,4 +290,16 @@ void TilePictures::Forget(Picture& picture) {
     picture.Cells.clear();
 }
 
+bool PaintWholeTile(TilePictures& pictures, const RasterView& target,
+                    std::string_view dayFile, std::string_view substitute) {
+    const ImageSession session;
+    const PixelRect whole{0, 0, target.Width, target.Height};
+    const auto painted = [&](std::string_view path, PictureFormat format) {
+        return !path.empty() &&
+               pictures.Paint(target, pictures.IdOf(path, format, TileUse::Day), whole);
+    };
+    return painted(dayFile, PictureFormat::Dds) ||
+           painted(substitute, PictureFormat::Jpeg);
+}
+
 } // namespace vardenix

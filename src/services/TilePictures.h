@@ -117,4 +117,9 @@ private:
     std::map<std::string, FolderIndex> folders_; // as read in this repaint
 };
 
+// Stretches a tile's day picture over the whole surface, or the substitute where there is
+// no such picture; false, and nothing painted, when there is neither.
+bool PaintWholeTile(TilePictures& pictures, const RasterView& target,
+                    std::string_view dayFile, std::string_view substitute);
+
 } // namespace vardenix

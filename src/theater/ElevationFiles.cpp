@@ -118,17 +118,15 @@ bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
     return true;
 }
 
-// What the file that is written is compared with: nothing, unless it is the loaded one.
-FileIdentity LoadedAs(const ElevationLayer& layer, const std::string& path,
-                      const FileIdentity& read) {
-    return SameFile(path, layer.Path) ? read : FileIdentity{};
-}
+// What a file that is written is compared with: nothing, unless it is the loaded one.
+const FileIdentity Unread;
 
 void SaveElv(ElevationLayer& layer, const std::string& path, Progress& progress,
              IfChanged ifChanged) {
     const auto locks = LockFoldersOf({TargetOf(path)}, FolderLock::Exclusive);
     Transaction files;
-    StagedFile& file = files.Stage(path, LoadedAs(layer, path, layer.Read), ifChanged);
+    const bool own = SameFile(path, layer.Path);
+    StagedFile& file = files.Stage(path, own ? layer.Read : Unread, ifChanged);
     const auto rowValues = static_cast<size_t>(layer.EMapWidth);
     for (int32_t y = 1; y <= layer.EMapWidth; ++y) {
         const auto row = layer.L0ElvArr.Values().subspan(
@@ -137,7 +135,7 @@ void SaveElv(ElevationLayer& layer, const std::string& path, Progress& progress,
         MoveBar(progress, y, layer.EMapWidth);
     }
     files.Commit();
-    if (SameFile(path, layer.Path))
+    if (own)
         layer.Read = file.Identity();
 }
 
@@ -147,10 +145,9 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress
     const FileBytes fileO = ReadWholeFile(pair.O);
     LevelBlocks fileL(ReadableFile(pair.L), layer.EMapWidth);
     Transaction files;
-    StagedFile& newL =
-        files.Stage(pair.L, LoadedAs(layer, pair.L, layer.Read), ifChanged);
-    StagedFile& newO =
-        files.Stage(pair.O, LoadedAs(layer, pair.L, layer.ReadO), ifChanged);
+    const bool own = SameFile(pair.L, layer.Path);
+    StagedFile& newL = files.Stage(pair.L, own ? layer.Read : Unread, ifChanged);
+    StagedFile& newO = files.Stage(pair.O, own ? layer.ReadO : Unread, ifChanged);
     BinaryReader offsets(fileO.Span(), pair.O);
     const int32_t segments = layer.EMapWidth / SegmentSide;
     int64_t shared = -1;
@@ -176,7 +173,7 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress
     // The entries are overwritten; what stands behind them stays.
     newO.Write(fileO.Span().subspan(offsets.Position()));
     files.Commit();
-    if (SameFile(pair.L, layer.Path)) {
+    if (own) {
         layer.Read = newL.Identity();
         layer.ReadO = newO.Identity();
     }

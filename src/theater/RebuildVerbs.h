@@ -2,7 +2,8 @@
 
 namespace vardenix {
 
-// What the rebuild window asks of the windows that level 2 is edited in. app/ fills it in.
+// What the rebuild window asks of the windows that level 2 is edited in. app/ fills it
+// in.
 class RebuildVerbs {
 public:
     RebuildVerbs() = default;

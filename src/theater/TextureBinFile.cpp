@@ -7,6 +7,7 @@
 #include "platform/RuntimeError.h"
 #include "platform/Transaction.h"
 #include "platform/Windows1252.h"
+#include "theater/PictureFolder.h"
 
 #include <algorithm>
 #include <bit>
@@ -77,36 +78,6 @@ TileSet ReadSet(BinaryReader& reader) {
     for (int32_t i = 1; i <= set.TileCount; ++i)
         set.Tiles.push_back(ReadTile(reader));
     return set;
-}
-
-// Whether day pictures are there, with one look at the folder for all of them.
-class PictureFolder {
-public:
-    explicit PictureFolder(const std::string& ddsFolder)
-        : ddsFolder_(ddsFolder), folder_(UpToLastSlash(ddsFolder)), index_(folder_) {}
-
-    bool Has(const std::string& file) const {
-        const std::string path = TilePicturePath(ddsFolder_, file);
-        return UpToLastSlash(path) == folder_ ? index_.HasFile(AfterLastSlash(path))
-                                              : FileExists(path);
-    }
-
-private:
-    std::string ddsFolder_;
-    std::string folder_;
-    FolderIndex index_;
-};
-
-TileInfo InfoOf(const TileRecord& tile, const TileSet& set,
-                const PictureFolder& pictures) {
-    TileInfo info;
-    info.Name = TrimBlanks(tile.TileName);
-    info.DayFile = TileFileName(info.Name, false);
-    info.NightFile = TileFileName(info.Name, true);
-    info.Terrain = set.Terrain;
-    info.UseCount = 0;
-    info.HasImage = pictures.Has(info.DayFile) ? 1 : 0;
-    return info;
 }
 
 void WriteFloat(StagedFile& file, float value) {
@@ -188,7 +159,7 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
         const TileSet& tileSet = bin.Sets[Count(set)];
         size_t number = Count(set - 1) * TilesPerSet;
         for (int32_t i = 1; i <= tileSet.TileCount; ++i, ++number) {
-            TileInfo info = InfoOf(tileSet.Tiles[Count(i)], tileSet, pictures);
+            TileInfo info = InfoOfTile(tileSet.Tiles[Count(i)], tileSet, pictures);
             if (info.HasImage == 0)
                 dialogs.Notice("File " + Utf8FromBytes(info.Name) + " wasn't found.", "",
                                BoxIcon::Information);

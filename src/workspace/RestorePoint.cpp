@@ -43,6 +43,14 @@ Restored RestoreFromPoint(Terrain& terrain, const std::string& systemTempPath) {
     return Restored::Done;
 }
 
+bool MayRestoreOldNumbers(Dialogs& dialogs) {
+    return dialogs.MessageBox(
+               "Tile numbers have changed in the BIN editor since the restore point was "
+               "made, so its posts would show other tiles. Do you want to restore it all "
+               "the same?",
+               "Attention", BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
+}
+
 std::string RestoreMessage(Restored result) {
     switch (result) {
     case Restored::NoPoint:

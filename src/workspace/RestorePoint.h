@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Dialogs.h"
 #include "theater/Terrain.h"
 
 #include <string>
@@ -25,6 +26,10 @@ enum class Restored {
 // Puts the point's posts in the place of all posts of level 2. The errors of reading (53,
 // 70, 75) change nothing.
 Restored RestoreFromPoint(Terrain& terrain, const std::string& systemTempPath);
+
+// Asked before a point is restored that was made before tile numbers changed: its posts
+// would show other tiles now. True when the user wants it all the same.
+bool MayRestoreOldNumbers(Dialogs& dialogs);
 
 // What the user is told of it; empty when all is done.
 std::string RestoreMessage(Restored result);

@@ -68,6 +68,13 @@ void UndoPoints::ShowButtons(bool l0Mode) {
         StepPostUndo(UndoPostPos(), true);
 }
 
+void UndoPoints::TilesRenumbered(const TileRenumbering& numbers) {
+    undoPosts_.ForEach([&numbers](UndoPostEntry& edit) {
+        edit.OldPost.TileOffset = numbers.Of(edit.OldPost.TileOffset);
+        edit.NewPost.TileOffset = numbers.Of(edit.NewPost.TileOffset);
+    });
+}
+
 bool UndoPoints::CanUndo(bool l0Mode) const {
     return l0Mode ? undoElv_.CanUndo() : undoPosts_.CanUndo();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "theater/Terrain.h"
+#include "theater/TileRenumbering.h"
 #include "theater/WorkspaceCommands.h"
 
 #include <cstdint>
@@ -42,6 +43,11 @@ public:
     int16_t UpperBound() const { return static_cast<int16_t>(entries_.size()); }
     int16_t Position() const { return position_; }
     void SetPosition(int16_t position) { position_ = position; }
+    template <typename Change>
+    void ForEach(Change change) {
+        for (Entry& entry : entries_)
+            change(entry);
+    }
     // From 1, the newest; std::out_of_range outside.
     const Entry& At(int16_t index) const {
         return entries_.at(static_cast<size_t>(index) - 1);
@@ -57,7 +63,7 @@ private:
 // Undo of single edits: a stack for the posts of level 2 and one for the finest
 // elevations. What changes posts in any other way (a stamped region, a restore point)
 // leaves the stacks alone, and an undo then writes its old value regardless.
-class UndoPoints {
+class UndoPoints : public RenumberingFollower {
 public:
     // Both are borrowed. Every step ends with the panel's buttons and a repaint.
     UndoPoints(Terrain& terrain, WorkspaceCommands& workspace)
@@ -83,6 +89,10 @@ public:
 
     bool CanUndo(bool l0Mode) const;
     bool CanRedo(bool l0Mode) const;
+
+    // Posts before and after each edit get the numbers that theirs have become, so that a
+    // step still shows the same pictures.
+    void TilesRenumbered(const TileRenumbering& numbers) override;
 
     // Level 2 has been read anew: an undo would write whole posts of before into it.
     void ForgetPosts() { undoPosts_.Clear(); }

@@ -185,13 +185,21 @@ TEST_F(EditCommands, MissingAndBrokenFilesAreRunTimeErrors) {
     EXPECT_EQ(PairOnDisk(), before);
 }
 
-TEST_F(EditCommands, PostsThatACutFileLacksAreSea) {
-    // As at every opening, what the L file does not hold is zero.
+// As at every opening, what the L file does not hold is zero; a save would make that
+// permanent, and nobody is there to be asked.
+TEST_F(EditCommands, PostsThatACutFileLacksAreSeaAndAreNotSavedAsSuch) {
     folder_.Write("my theater/terrain/theater.L2", "");
-    EXPECT_EQ(RunOn({"set", "1", "2", "--tile", "1"}).ExitCode, 0);
+    const std::string before = PairOnDisk();
+    const ProgramResult info = RunOn({"info"});
+    EXPECT_EQ(info.ExitCode, 0);
+    EXPECT_NE(info.Errors.find("4 of 4 segments"), std::string::npos) << info.Errors;
+    const ProgramResult result = RunOn({"set", "1", "2", "--tile", "1"});
+    EXPECT_EQ(result.ExitCode, 3);
+    EXPECT_NE(result.Errors.find("save-as under another name"), std::string::npos);
+    EXPECT_EQ(PairOnDisk(), before);
+    EXPECT_EQ(RunOn({"save-as", Terrain("copy.L2")}).ExitCode, 0);
     level_ = MadeLevel::Empty(32);
-    level_.At(2, 3).Tile = 1;
-    ExpectOnDisk();
+    EXPECT_EQ(ReadPair(Terrain("COPY.L2"), Terrain("COPY.O2")).Posts, level_.Posts);
 }
 
 } // namespace

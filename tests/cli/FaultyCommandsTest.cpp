@@ -123,6 +123,10 @@ protected:
             // All of the old or all of the new, and nothing lies about.
             ASSERT_TRUE(found == done || found == old_) << Difference(found);
             ASSERT_TRUE(code != 0 || found == done) << "done, but nothing is written";
+            // One refusal is told of before anything has changed, or is got over.
+            ASSERT_TRUE(std::string_view(mode) != "fail" || code != RunTimeError ||
+                        found == old_)
+                << "failed, but all is written";
             saved += code == 0 ? 1 : 0;
             if (code == 0 && calls < at)
                 break;

@@ -92,6 +92,8 @@ bool Child::Running() {
     return false;
 }
 
+void Child::Signal(int signal) const { kill(pid_, signal); }
+
 namespace {
 
 void Pass(int milliseconds) {

@@ -22,6 +22,7 @@ public:
     bool Running();
     // Lets it go on for a while, then kills it.
     void KillAfter(int milliseconds);
+    void Signal(int signal) const;
     // It does nothing for a while.
     void StopFor(int milliseconds) const;
     // -1 while it runs and when a signal ended it.

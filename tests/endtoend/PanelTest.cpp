@@ -15,7 +15,8 @@ protected:
         UseTheater(SAMPLE_FOLDER, {{"MAIN_WIN_VIS", "-1"},
                                    {"X", "60"},
                                    {"Y", "62"},
-                                   {"MAIN_WIN_POS_L", "9000"}});
+                                   {"MAIN_WIN_POS_L", "9000"},
+                                   {"PAL_WIN_POS_L", "9000"}});
         Start();
         ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Panel); }));
         places_ = PlacesOfControls(desktop_.WhereIs(Panel));

@@ -190,5 +190,23 @@ TEST_F(WorkspaceEndToEnd, EscStopsALongRepaint) {
     EXPECT_TRUE(Await([&](const Picture& map) { return unpainted(map) == 0; }));
 }
 
+TEST_F(WorkspaceEndToEnd, TheEndOfTheSessionEndsTheProgramCleanly) {
+    const std::string copy = folder_.File("copied theater");
+    fs::copy(SAMPLE_FOLDER, copy, fs::copy_options::recursive);
+    UseTheater(copy, {{"X", "10"}, {"Y", "10"}, {"ZOOM", "1"}});
+    for (const int signal : {SIGTERM, SIGHUP}) {
+        Start();
+        const Picture before = MapPicture();
+        desktop_.Key("Right");
+        ASSERT_TRUE(Await([&](const Picture& map) { return map != before; }));
+        EXPECT_TRUE(fs::exists(folder_.File("program/Temp")));
+        program_.Signal(signal);
+        ASSERT_TRUE(WaitFor([this] { return !program_.Running(); }));
+        EXPECT_EQ(program_.ExitCode(), 0);
+        EXPECT_FALSE(fs::exists(folder_.File("program/Temp")));
+    }
+    EXPECT_EQ(Setting("X"), 12);
+}
+
 } // namespace
 } // namespace vardenix::tests

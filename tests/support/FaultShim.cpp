@@ -4,7 +4,8 @@
 // FAULT_AT=N counts the calls from 1, FAULT_MODE says what the Nth does:
 // - kill: ends the program on the spot; full: the disk is full from then on; short:
 // writes
-//   half of what it was given. These count the calls that change the disk.
+//   half of what it was given; term: the program is asked to end. These count the calls
+//   that change the disk.
 // - fail, fail2, fail3: that call, or that and the next one or two, fails with an error
 // of
 //   the disk, or of memory where memory is asked for; killany: ends the program on the
@@ -13,11 +14,14 @@
 // - owner: every change of owner and group fails with EINVAL, as where users are mapped.
 // - shrink: somebody else cuts the file FAULT_FILE to 4 bytes just before the program
 //   opens it to read for the Nth time.
+// - touch: somebody else writes the file FAULT_TOUCHED just when the program opens
+//   FAULT_FILE for the Nth time.
 // - refuse: the disk fails when the program looks at FAULT_FILE for the Nth time.
 // - none: nothing; the calls are counted.
 #include "support/FaultShim.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdarg>
 #include <cstdlib>
 #include <dirent.h>
@@ -34,7 +38,19 @@ namespace {
 // Below that, memory is not what a program runs out of first.
 constexpr size_t MuchMemory = size_t{200} << 10;
 
-enum class Mode { None, Kill, Full, Short, Fail, KillAny, Owner, Shrink, Refuse };
+enum class Mode {
+    None,
+    Kill,
+    Full,
+    Short,
+    Term,
+    Fail,
+    KillAny,
+    Owner,
+    Shrink,
+    Touch,
+    Refuse
+};
 
 struct Plan {
     Mode How = Mode::None;
@@ -54,6 +70,8 @@ Plan PlanOf(std::string_view mode, int at) {
         made.How = Mode::Full;
     else if (mode == "short")
         made.How = Mode::Short;
+    else if (mode == "term")
+        made.How = Mode::Term;
     else if (mode.substr(0, 4) == "fail")
         made.How = Mode::Fail;
     else if (mode == "killany")
@@ -62,6 +80,8 @@ Plan PlanOf(std::string_view mode, int at) {
         made.How = Mode::Owner;
     else if (mode == "shrink")
         made.How = Mode::Shrink;
+    else if (mode == "touch")
+        made.How = Mode::Touch;
     else if (mode == "refuse")
         made.How = Mode::Refuse;
     if (made.How == Mode::Fail && mode.size() == 5)
@@ -92,6 +112,10 @@ Fault Next(Call call) {
     case Mode::KillAny:
         if (now.Calls == now.At)
             _exit(99);
+        return Fault::None;
+    case Mode::Term:
+        if (now.Calls == now.At)
+            raise(SIGTERM);
         return Fault::None;
     case Mode::Full:
         return now.Calls >= now.At ? Fault::Full : Fault::None;
@@ -270,6 +294,9 @@ int fchmod(int handle, mode_t rights) noexcept {
 
 int open(const char* path, int flags, ...) {
     REAL(open);
+    if (IsTheTimeFor(Mode::Touch, path) &&
+        utimensat(AT_FDCWD, std::getenv("FAULT_TOUCHED"), nullptr, 0) != 0)
+        return Refuse(EIO);
     if ((flags & O_CREAT) == 0) {
         if (IsTheTimeFor(Mode::Shrink, path) && truncate(path, 4) != 0)
             return Refuse(EIO);

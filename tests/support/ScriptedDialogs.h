@@ -16,6 +16,8 @@ public:
 
     // `text` is compared as a whole.
     void ExpectBox(const std::string& title, const std::string& text, BoxAnswer answer);
+    // Whatever its text, which is written to `text` unless that is null.
+    void ExpectAnyBox(const std::string& title, BoxAnswer answer, std::string* text);
     // The icon of the last box that was shown.
     BoxIcon LastIcon() const { return lastIcon_; }
     BoxButtons LastButtons() const { return lastButtons_; }
@@ -48,6 +50,8 @@ private:
     enum class Kind { Box, Open, Save, Folder, Color, Font, Cancel };
     struct Expected {
         Kind What;
+        bool AnyText = false;
+        std::string* SeenText = nullptr;
         std::string Title = {};
         std::string Text = {};
         BoxAnswer Answer = BoxAnswer::Ok;

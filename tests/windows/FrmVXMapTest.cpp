@@ -153,6 +153,30 @@ TEST_F(FrmVXMapTest, ANotchOfTheWheelIsZoomPosts) {
     EXPECT_EQ(H().value(), 30);
 }
 
+TEST_F(FrmVXMapTest, NothingMovesWhileFilesAreReadOrWritten) {
+    Open();
+    window_.SetPosition({10, 20});
+    commands_.Story.clear();
+    {
+        const ScrollBusyWhile saving(world_.View);
+        Wheel({0, -120});
+        Wheel({0, 240}, Qt::ShiftModifier);
+        Wheel({0, 120}, Qt::NoModifier, "HScroll1");
+        for (const int key : {Qt::Key_Right, Qt::Key_Up, Qt::Key_End, Qt::Key_PageDown})
+            QTest::keyClick(&window_, static_cast<Qt::Key>(key));
+        H().setValue(40); // as a drag does
+        V().setValue(-2);
+        EXPECT_EQ(H().value(), 10);
+        EXPECT_EQ(V().value(), -20);
+        EXPECT_EQ(world_.View.MapLeftX, 10);
+        EXPECT_EQ(world_.View.MapBottomY, 20);
+        EXPECT_EQ(commands_.Story, "");
+    }
+    Wheel({0, -120});
+    EXPECT_EQ(world_.View.MapBottomY, 18);
+    EXPECT_NE(commands_.Story, "");
+}
+
 TEST_F(FrmVXMapTest, WithShiftTheWheelGoesSideways) {
     Open();
     window_.SetPosition({30, 30});

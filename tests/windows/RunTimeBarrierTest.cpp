@@ -76,6 +76,17 @@ TEST_F(RunTimeBarrierTest, ContinueGivesDisabledWindowsAndThePointerBack) {
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
+TEST_F(RunTimeBarrierTest, ContinueLeavesAPanelAloneThatRunningWorkHasLocked) {
+    QWidget panel;
+    panel.setEnabled(false);
+    panel.setProperty(LockedByWork, true);
+    Window window([] { throw RuntimeError(ErrorNumber::Overflow); });
+    answers_.ExpectBox("Vardenix", "Run-time error '6':\n\nOverflow",
+                       BoxAnswer::Continue);
+    window.Click();
+    EXPECT_FALSE(panel.isEnabled());
+}
+
 TEST_F(RunTimeBarrierTest, EndRunsTheWayOut) {
     Window window([] { throw RuntimeError(ErrorNumber::Overflow); });
     answers_.ExpectBox("Vardenix", "Run-time error '6':\n\nOverflow", BoxAnswer::End);

@@ -5,6 +5,7 @@
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
+#include "theater/TerrainStore.h"
 
 #include <gtest/gtest.h>
 
@@ -101,6 +102,70 @@ TEST_F(TheaterSavingTest, SavesLevel2OverTheTheatersPair) {
     EXPECT_FALSE(view_.ScrollBusy);
     EXPECT_NE(bar_.Story().find("show"), std::string::npos);
     EXPECT_TRUE(bar_.Story().ends_with("hide"));
+}
+
+// Opens what is there, as the program does; then another program saves its own.
+class TheaterSavingOverOthers : public TheaterSavingTest {
+protected:
+    TheaterSavingOverOthers() {
+        WriteTheirs(1);
+        LoadLFile(terrain_, bar_, log_);
+        terrain_.LxArr(2).TileOffset = 99;
+        WriteTheirs(2);
+    }
+    void WriteTheirs(unsigned seed) {
+        const auto pair = tests::ScatteredPair(MadeLevel::Random(48, seed));
+        theirs_ = pair.L;
+        for (const auto& [path, bytes] : {std::pair(terrain_.LFilename, pair.L),
+                                          std::pair(terrain_.OFilename, pair.O)}) {
+            std::filesystem::remove(path);
+            tests::Spill(path, bytes);
+        }
+    }
+    void ExpectQuestion(BoxAnswer answer) {
+        dialogs_.ExpectBox(
+            "Confirm",
+            terrain_.LFilename +
+                " was changed by another program since it was opened. Overwrite it?",
+            answer);
+    }
+
+    std::string theirs_;
+};
+
+TEST_F(TheaterSavingOverOthers, IsAskedAboutAndNoKeepsTheirFile) {
+    ExpectQuestion(BoxAnswer::No);
+    EXPECT_FALSE(CmdSaveTheater(parts_, false));
+    EXPECT_EQ(dialogs_.LastButtons(), BoxButtons::YesNo);
+    EXPECT_EQ(Slurp(terrain_.LFilename), theirs_);
+    EXPECT_EQ(panel_.Story, "lock unlock");
+}
+
+TEST_F(TheaterSavingOverOthers, YesWritesAndTheNextSaveIsNotAskedAbout) {
+    ExpectQuestion(BoxAnswer::Yes);
+    EXPECT_TRUE(CmdSaveTheater(parts_, false));
+    EXPECT_EQ(tests::ReadPair(terrain_.LFilename, terrain_.OFilename).Posts[1].Tile, 99);
+    terrain_.LxArr(2).TileOffset = 98;
+    EXPECT_TRUE(CmdSaveTheater(parts_, false));
+    EXPECT_EQ(tests::ReadPair(terrain_.LFilename, terrain_.OFilename).Posts[1].Tile, 98);
+}
+
+TEST_F(TheaterSavingOverOthers, ConcernsHeightsAsWell) {
+    const std::string path = WriteElv("h.elv", 3, 192 * 192);
+    ASSERT_TRUE(Load(path, 2));
+    view_.L0Mode = true;
+    const std::string other(Slurp(path).size(), '\7');
+    std::filesystem::remove(path);
+    tests::Spill(path, other);
+    const std::string question =
+        path + " was changed by another program since it was opened. Overwrite it?";
+    dialogs_.ExpectBox("Confirm", question, BoxAnswer::No);
+    EXPECT_FALSE(CmdSaveTheater(parts_, false));
+    EXPECT_EQ(Slurp(path), other);
+    dialogs_.ExpectBox("Confirm", question, BoxAnswer::Yes);
+    EXPECT_TRUE(CmdSaveTheater(parts_, false));
+    EXPECT_NE(Slurp(path), other);
+    EXPECT_TRUE(CmdSaveTheater(parts_, false));
 }
 
 TEST_F(TheaterSavingTest, SaveAsAsksForAnL2File) {
@@ -241,7 +306,7 @@ TEST_F(TheaterSavingTest, AMissingO0FileLeavesEverythingAsItWas) {
 TEST_F(TheaterSavingTest, AFileThatIsGoneIsToldOf) {
     dialogs_.ExpectOpen("", folder_.File("gone.elv"), 2);
     dialogs_.ExpectBox("Error...",
-                       "ERROR number 53\nFile not found\nmeasuring " +
+                       "ERROR number 53\nFile not found\nopening " +
                            folder_.File("gone.elv") + ": No such file or directory",
                        BoxAnswer::Ok);
     EXPECT_FALSE(cmdLoadL0Elv(parts_));

@@ -286,9 +286,10 @@ void FrmVXRebiuldTheater::ShowFartile(std::span<const uint8_t> day,
     const auto show = [&](QLabel* label, std::span<const uint8_t> bytes) {
         Raster raster = FartilePicture(bytes, farSize);
         const RasterView pixels = raster.View();
-        label->setPixmap(QPixmap::fromImage(
-            QImage(reinterpret_cast<const uchar*>(pixels.Pixels), pixels.Width,
-                   pixels.Height, QImage::Format_RGB32)));
+        const QImage borrowed(reinterpret_cast<const uchar*>(pixels.Pixels), pixels.Width,
+                              pixels.Height, QImage::Format_RGB32);
+        // A pixmap would go on borrowing.
+        label->setPixmap(QPixmap::fromImage(borrowed.copy()));
     };
     show(ui_->PicFT, day);
     show(ui_->PicFTN, night);

@@ -5,6 +5,7 @@
 #include <QScreen>
 #include <QTimerEvent>
 #include <QWidget>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -12,7 +13,19 @@ namespace vardenix {
 
 namespace {
 
-bool Framed(const QWidget& window) { return window.frameGeometry() != window.geometry(); }
+// What the desktop has told; the widget itself hears of a frame only when it is moved or
+// resized after it.
+QMargins FrameOf(const QWidget& window) {
+    return window.windowHandle() == nullptr ? QMargins()
+                                            : window.windowHandle()->frameMargins();
+}
+
+QPoint CornerOfInside(const QWidget& window) {
+    const QMargins frame = FrameOf(window);
+    return {frame.left(), frame.top()};
+}
+
+bool Framed(const QWidget& window) { return !FrameOf(window).isNull(); }
 
 QPoint PlaceOnScreen(const QWidget& window, QPoint topLeft) {
     QList<QRect> screens;
@@ -38,12 +51,17 @@ public:
     }
 
     void timerEvent(QTimerEvent* event) override {
+        if (!window_.isVisible()) {
+            killTimer(event->timerId());
+            window_.installEventFilter(this); // till it comes up again
+            return;
+        }
         const QPoint place = PlaceOnScreen(window_, topLeft_);
-        switch (watch_.Look(Framed(window_), window_.pos() == place)) {
+        switch (watch_.Look(Framed(window_), PlaceOf(window_) == place)) {
         case PlaceWatch::Step::Wait:
             return;
         case PlaceWatch::Step::Move:
-            window_.move(place);
+            window_.windowHandle()->setPosition(place + CornerOfInside(window_));
             return;
         case PlaceWatch::Step::Done:
             killTimer(event->timerId());
@@ -63,8 +81,9 @@ private:
 
 PlaceWatch::Step PlaceWatch::Look(bool framed, bool inPlace) {
     constexpr int mostUnframed = 1500; // half a minute; some desktops have no frames
-    constexpr int mostFramed = 20;
-    constexpr int enoughRight = 3;
+    constexpr int mostFramed = 150;
+    // A window is taken to stand where it was moved until the desktop says otherwise.
+    constexpr int enoughRight = 25;
     if (!framed)
         return ++unframedLooks_ < mostUnframed            ? Step::Wait
                : inPlace || unframedLooks_ > mostUnframed ? Step::Done
@@ -90,9 +109,16 @@ QPoint PlaceWithin(const QRect& window, const QList<QRect>& screens) {
             pulled(window.top(), window.height(), screen.top(), screen.height())};
 }
 
+QPoint PlaceOf(const QWidget& window) {
+    return window.isVisible() && window.windowHandle() != nullptr
+               ? window.windowHandle()->framePosition()
+               : window.pos();
+}
+
 QSize FrameSize(const QWidget& window) {
     const auto own = [](const QWidget& up) {
-        return up.frameGeometry().size() - up.geometry().size();
+        const QMargins frame = FrameOf(up);
+        return QSize(frame.left() + frame.right(), frame.top() + frame.bottom());
     };
     QSize frame = own(window);
     for (const QWidget* other : QApplication::topLevelWidgets())

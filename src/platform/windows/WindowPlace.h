@@ -12,6 +12,9 @@ namespace vardenix {
 // its top left corner is kept.
 QPoint PlaceWithin(const QRect& window, const QList<QRect>& screens);
 
+// Where a window stands, frame included.
+QPoint PlaceOf(const QWidget& window);
+
 // What the desktop's frame adds to a window. Of one that has not been up yet it is that
 // of any other window of the program, as one desktop gives them all the same; nothing
 // where none is up.

@@ -3,12 +3,12 @@
 #include "mapview/MapView.h"
 #include "platform/Platform.h"
 #include "platform/Progress.h"
+#include "platform/windows/clsToolTip.h"
 #include "theater/ProgramState.h"
 #include "theater/WorkspaceCommands.h"
 #include "workspace/PanelRules.h"
 #include "workspace/TheaterSaving.h"
 #include "workspace/windows/PanelCommands.h"
-#include "workspace/windows/clsToolTip.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>

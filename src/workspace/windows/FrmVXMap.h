@@ -4,11 +4,11 @@
 #include "mapview/MapRenderer.h"
 #include "mapview/windows/QtDrawingSurface.h"
 #include "platform/windows/EscWatch.h"
+#include "platform/windows/clsToolTip.h"
 #include "theater/ProgramState.h"
 #include "theater/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/MapMouse.h"
-#include "workspace/windows/clsToolTip.h"
 
 #include <QCursor>
 #include <QMenu>

@@ -3,7 +3,6 @@
 #include "platform/Windows1252.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
-#include "services/ImageLayer.h"
 #include "theater/TextureBinFile.h"
 #include "theater/TypeNames.h"
 #include "ui_FrmVXTilePal.h"
@@ -153,16 +152,11 @@ QImage FrmVXTilePal::PictureOf(int32_t tile, int side) {
     QImage picture(side, side, QImage::Format_RGB32);
     if (picture.isNull() || index >= lookup.size())
         return {};
-    const ImageSession session;
     const RasterView view{reinterpret_cast<uint32_t*>(picture.bits()), side, side,
                           picture.bytesPerLine() / 4};
-    const PixelRect whole{0, 0, side, side};
-    const auto painted = [&](const std::string& path, PictureFormat format) {
-        return pictures_.Paint(view, pictures_.IdOf(path, format, TileUse::Day), whole);
-    };
-    if (painted(TilePicturePath(state_.Catalogue.DDSFolder, lookup[index].DayFile),
-                PictureFormat::Dds) ||
-        painted(state_.Folders.ShippedPath + "NoTile.jpg", PictureFormat::Jpeg))
+    if (PaintWholeTile(pictures_, view,
+                       TilePicturePath(state_.Catalogue.DDSFolder, lookup[index].DayFile),
+                       state_.Folders.ShippedPath + "NoTile.jpg"))
         return picture;
     return {};
 }

@@ -1,4 +1,4 @@
-#include "workspace/windows/clsToolTip.h"
+#include "platform/windows/clsToolTip.h"
 
 #include "platform/windows/ColorImage.h"
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Progress.h"
+#include "platform/Transaction.h"
+#include "theater/DebugLog.h"
+#include "theater/Terrain.h"
+#include "theater/TextureBin.h"
+
+namespace vardenix {
+
+// Writes the catalogue over BinPath and level 2 over its own pair, as one: after a kill
+// at any moment all three files are old or, from the next opening on, all are new. Error
+// 53 when there is no Texture.bin to replace, ChangedFileError when one of the files is
+// another than was read; the system's refusals. The old files then stand.
+void SaveBinAndLevelTwo(Catalogue& catalogue, Terrain& terrain, Progress& progress,
+                        DebugLog& log, IfChanged ifChanged = IfChanged::Refuse);
+
+} // namespace vardenix

@@ -1,0 +1,40 @@
+#include "bineditor/windows/BinDialogs.h"
+
+#include "bineditor/TileNumbers.h"
+#include "bineditor/windows/FrmBINOPtions.h"
+#include "bineditor/windows/FrmBINTileDet.h"
+#include "services/ImageFiles.h"
+#include "theater/TextureBinFile.h"
+
+namespace vardenix {
+
+namespace {
+
+Bitmap PictureOf(const ProgramState& state, const TileInfo& info) {
+    Bitmap picture;
+    if (info.HasImage == 1)
+        picture = ImageLoad(PictureFormat::Dds,
+                            TilePicturePath(state.Catalogue.DDSFolder, info.DayFile));
+    if (!picture)
+        picture =
+            ImageLoad(PictureFormat::Jpeg, state.Folders.ShippedPath + "NoTile.jpg");
+    return picture;
+}
+
+} // namespace
+
+EditedTile ShowTileDetails(ProgramState& state, const Platform& platform,
+                           const BinPlace& place, QWidget* parent) {
+    const int32_t number = FirstNumberOf(place.Set) + place.Slot;
+    FrmBINTileDet window({state.Catalogue, state.Configuration, platform.Dialogs}, number,
+                         PictureOf(state, InfoAt(state.Catalogue, number)), parent);
+    const bool written = window.exec() == QDialog::Accepted;
+    return {written, written && window.Changed()};
+}
+
+void ShowBinOptions(Configuration& settings, QWidget* parent) {
+    FrmBINOPtions window(settings, parent);
+    window.exec();
+}
+
+} // namespace vardenix

@@ -1,0 +1,143 @@
+#pragma once
+
+#include "bineditor/BinCommands.h"
+#include "bineditor/EditorVerbs.h"
+#include "platform/Platform.h"
+#include "platform/windows/clsToolTip.h"
+#include "services/TilePictures.h"
+#include "theater/DebugLog.h"
+#include "theater/ProgramState.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+namespace Ui {
+class FrmBINTileEdit;
+}
+
+namespace vardenix {
+
+class FrmBINWorking;
+class SetModel;
+class TileModel;
+
+// The BIN editor: the sets of the catalogue and their tiles. It works on the very arrays
+// that the map shows. As a Progress, it shows the bar PB5.
+class FrmBINTileEdit : public QWidget, public Progress, private BinWindow {
+    Q_OBJECT
+
+public:
+    // All are borrowed for the window's life. `Pictures` are those of the map.
+    struct Parts {
+        ProgramState& State;
+        TilePictures& Pictures;
+        const vardenix::Platform& Platform;
+        DebugLog& Log;
+        EditorVerbs& Verbs;
+    };
+    explicit FrmBINTileEdit(const Parts& parts);
+    ~FrmBINTileEdit() override;
+
+    // Everything anew, with a slot of a set selected.
+    void OpenAt(const BinPlace& place);
+    // With what was selected last.
+    void Open() { OpenAt({SelectedSet, SelectedTile}); }
+
+    // The catalogue differs from its file.
+    bool NeedSaveFlag() const { return needSave_; }
+    // The file is what the catalogue is: the flag falls, and the star with it.
+    void BinSaved();
+    // Level 2 is on the disk.
+    void L2Saved();
+    // A pass has given level 2 other numbers, and catalogue and level 2 are not both on
+    // the disk since: the files do not fit one another when only one of them is written.
+    bool Apart() const;
+
+    void SetPB5(int percent);
+    void ShowBar() override;
+    void HideBar() override;
+    void SetBar(int percent) override { SetPB5(percent); }
+    // The picture in work.
+    void SetText(const std::string& text) override;
+    void LetEventsThrough() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void DressControls();
+    void MakeToolTips();
+    void ConnectLists();
+    void ConnectSlots();
+    void ConnectButtons();
+    void ConnectMove();
+    void ConnectPalette();
+
+    // Lists, counters and selection; then the pictures.
+    void RefreshLists(const BinPlace& selected);
+    void RefreshTilePics(const BinPlace& selected);
+    void ShowDetails();
+    void ShowCommands();
+    void ShowTip(int slot);
+    void SelectFromSets(int row);
+    void SelectFromTiles(int row);
+    void SelectSlot(int slot);
+    void ShowTab(int tab);
+
+    BinParts Commands();
+    // Lists and form as a command has left them.
+    void Done(const std::optional<BinPlace>& place);
+    void AppendSet_Run(const DroppedFiles& dropped);
+    void AppendTile_Run(const DroppedFiles& dropped);
+    void cmdDeleteSet_Click();
+    void cmdDeleteTile_Click();
+    void cmdChangeSet_Click();
+    void cmdEditTile_Click();
+    void cmdSaveBIN_Click();
+    void cmdSaveBoth_Click();
+    void cmdOptions_Click();
+    void cmdOpenTerrain_Click();
+    void picTilePalette_Click();
+
+    void ShowMoveFrame(bool on);
+    void ShowMovePosition();
+    void cmdMoveOK_Click();
+
+    void PrepareForm(bool enable) override;
+    void NeedSave() override;
+    void LevelTwoRenumbered(const TileRenumbering& numbers, bool changed) override;
+    bool StopWanted() override;
+    void Tell(const QString& text);
+    void ShowApart();
+
+    // The names that theater makers know these by.
+    int32_t SelectedSet = 1;
+    int32_t SelectedTile = 0; // -1: none
+    int32_t MoveSource = 0;   // 0 while no set is being moved
+
+    ProgramState& state_;
+    TilePictures& pictures_;
+    const Platform& platform_;
+    DebugLog& log_;
+    EditorVerbs& verbs_;
+    std::unique_ptr<Ui::FrmBINTileEdit> ui_;
+    std::unique_ptr<SetModel> sets_;
+    std::unique_ptr<TileModel> tiles_;
+    std::unique_ptr<FrmBINWorking> working_;
+    clsToolTip slotTip_;
+    clsToolTip zipTip_;
+    clsToolTip paletteTip_;
+    bool needSave_ = false;
+    bool passUnsaved_ = false;
+    bool busy_ = false;
+    bool stop_ = false;
+    QPointer<QWidget> focusBefore_; // what had the keyboard when the form was disabled
+};
+
+} // namespace vardenix

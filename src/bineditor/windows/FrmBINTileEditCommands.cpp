@@ -1,0 +1,315 @@
+// What the buttons of FrmBINTileEdit do.
+#include "bineditor/TileLists.h"
+#include "bineditor/TileNumbers.h"
+#include "bineditor/UnusedPictures.h"
+#include "bineditor/windows/BinDialogs.h"
+#include "bineditor/windows/FrmBINTileEdit.h"
+#include "bineditor/windows/FrmBINWorking.h"
+#include "bineditor/windows/TileSlots.h"
+#include "platform/Processes.h"
+#include "platform/SavedOrKept.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "theater/TextureBinFile.h"
+#include "theater/TypeNames.h"
+#include "ui_FrmBINTileEdit.h"
+
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QShortcut>
+
+#include <cmath>
+
+namespace vardenix {
+
+namespace {
+
+// The bar: (percent - base) / scale of its full width.
+constexpr int ProgressScale = 100;
+constexpr int ProgressBase = 0;
+constexpr int FullWidth = 3495; // twips
+enum Page { ActionsPage, MovePage };
+
+} // namespace
+
+void FrmBINTileEdit::ConnectButtons() {
+    const auto join = [this](QAbstractButton* button, auto work) {
+        OnSignal(button, &QAbstractButton::clicked, this, work);
+    };
+    join(ui_->cmdAppendSet, [this] { AppendSet_Run({}); });
+    join(ui_->cmdAppendTile, [this] { AppendTile_Run({}); });
+    join(ui_->cmdDeleteSet, [this] { cmdDeleteSet_Click(); });
+    join(ui_->cmdDeleteTile, [this] { cmdDeleteTile_Click(); });
+    join(ui_->cmdChangeSet, [this] { cmdChangeSet_Click(); });
+    join(ui_->cmdEditTile, [this] { cmdEditTile_Click(); });
+    join(ui_->cmdSaveBIN, [this] { cmdSaveBIN_Click(); });
+    join(ui_->cmdSaveBoth, [this] { cmdSaveBoth_Click(); });
+    join(ui_->cmdOptions, [this] { cmdOptions_Click(); });
+    join(ui_->cmdOpenTerrain, [this] { cmdOpenTerrain_Click(); });
+    join(ui_->cmdDeleteUnusedDDS, [this] {
+        cmdDeleteUnusedDDS(state_.Catalogue, platform_.Dialogs);
+        RefreshTilePics({SelectedSet, SelectedTile});
+    });
+    join(ui_->cmdDocs,
+         [this] { platform_.Processes.Open(state_.Configuration.OnlineHelp); });
+    ui_->cmdSaveBIN->setShortcut(QKeySequence("Ctrl+S"));
+    ui_->cmdSaveBoth->setShortcut(QKeySequence("Ctrl+Shift+S"));
+    ui_->cmdDocs->setShortcut(QKeySequence("F1"));
+}
+
+void FrmBINTileEdit::ConnectMove() {
+    OnSignal(ui_->cmdMoveSet, &QAbstractButton::clicked, this, [this] {
+        MoveSource = SelectedSet;
+        ShowMoveFrame(true);
+    });
+    OnSignal(ui_->cmdMoveOK, &QAbstractButton::clicked, this,
+             [this] { cmdMoveOK_Click(); });
+    OnSignal(ui_->cmdMoveCancel, &QAbstractButton::clicked, this,
+             [this] { ShowMoveFrame(false); });
+    OnSignal(ui_->Option1_0, &QAbstractButton::toggled, this,
+             [this] { ShowMovePosition(); });
+}
+
+void FrmBINTileEdit::ConnectPalette() {
+    ui_->picTilePalette->setMouseTracking(true);
+    ui_->picTilePalette->installEventFilter(this);
+}
+
+bool FrmBINTileEdit::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == ui_->picTilePalette) {
+        if (event->type() == QEvent::MouseMove)
+            paletteTip_.SetToolText(*ui_->picTilePalette, "No Palette loaded...");
+        else if (event->type() == QEvent::MouseButtonPress)
+            picTilePalette_Click();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void FrmBINTileEdit::picTilePalette_Click() {
+    QGuiApplication::clipboard()->setText(clsToolTip::ToolText(*ui_->picTilePalette));
+    paletteTip_.SetToolText(*ui_->picTilePalette, "Copied to clipboard");
+}
+
+BinParts FrmBINTileEdit::Commands() {
+    return {state_.Terrain, state_.Catalogue,  state_.Configuration,
+            state_.Folders, platform_.Dialogs, *this,
+            *this};
+}
+
+void FrmBINTileEdit::Done(const std::optional<BinPlace>& place) {
+    RefreshLists(place.value_or(BinPlace{SelectedSet, SelectedTile}));
+    ShowApart();
+}
+
+// The type is taken before the dialog opens.
+void FrmBINTileEdit::AppendSet_Run(const DroppedFiles& dropped) {
+    const auto terrain =
+        static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex()));
+    Done(cmdAppendSet(Commands(), {SelectedSet, SelectedTile}, terrain, dropped));
+}
+
+void FrmBINTileEdit::AppendTile_Run(const DroppedFiles& dropped) {
+    Done(cmdAppendTile(Commands(), {SelectedSet, SelectedTile}, dropped));
+}
+
+void FrmBINTileEdit::cmdDeleteSet_Click() {
+    if (const auto place = cmdDeleteSet(Commands(), SelectedSet))
+        Done(place);
+}
+
+void FrmBINTileEdit::cmdDeleteTile_Click() {
+    if (const auto place = cmdDeleteTile(Commands(), {SelectedSet, SelectedTile}))
+        Done(place);
+}
+
+void FrmBINTileEdit::cmdChangeSet_Click() {
+    ChangeSetType(
+        state_.Catalogue, SelectedSet,
+        static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex())));
+    NeedSave();
+    Done({});
+}
+
+void FrmBINTileEdit::cmdEditTile_Click() {
+    const BinPlace place{SelectedSet, SelectedTile};
+    if (!HasTile(state_.Catalogue.Bin, place.Set, place.Slot))
+        return;
+    const EditedTile edited = ShowTileDetails(state_, platform_, place, this);
+    if (edited.Written)
+        RefreshLists(place);
+    if (edited.Changed)
+        NeedSave();
+}
+
+void FrmBINTileEdit::cmdSaveBIN_Click() {
+    if (SavedOrKept(platform_.Dialogs, [this](IfChanged ifChanged) {
+            SaveBinFile(state_.Catalogue, log_, ifChanged);
+        }))
+        BinSaved();
+}
+
+void FrmBINTileEdit::cmdSaveBoth_Click() {
+    if (verbs_.SaveBinAndL2())
+        Tell("Texture.bin and level 2 are saved.");
+}
+
+void FrmBINTileEdit::cmdOptions_Click() { ShowBinOptions(state_.Configuration, this); }
+
+void FrmBINTileEdit::cmdOpenTerrain_Click() {
+    const TextureBin& bin = state_.Catalogue.Bin;
+    verbs_.OpenWorkspace(HasSet(bin, SelectedSet) ? SetAt(bin, SelectedSet).Terrain : 0);
+}
+
+void FrmBINTileEdit::ShowMoveFrame(bool on) {
+    if (on)
+        ShowTab(0);
+    else
+        MoveSource = 0;
+    ui_->stack->setCurrentIndex(on ? MovePage : ActionsPage);
+    ui_->FraTileDetails->setEnabled(!on);
+    ui_->FraTiles->setEnabled(!on);
+    ui_->TabStrip1->setEnabled(!on);
+    if (!on)
+        return;
+    ui_->Label1->setText(QString::fromStdString(MoveSourceText(MoveSource)));
+    ShowMovePosition();
+    ui_->ListView1->setFocus();
+}
+
+void FrmBINTileEdit::ShowMovePosition() {
+    ui_->Label2->setText(QString::fromStdString(
+        MovePositionText(MoveSource, SelectedSet, ui_->Option1_0->isChecked())));
+    ui_->cmdMoveOK->setEnabled(SelectedSet != MoveSource);
+}
+
+// Called off, the frame stays as it is. Any other end leads back to the usual form.
+void FrmBINTileEdit::cmdMoveOK_Click() {
+    const int32_t source = MoveSource;
+    const auto place =
+        MoveSetNow(Commands(), source, SelectedSet, ui_->Option1_0->isChecked());
+    if (!place)
+        return;
+    ShowMoveFrame(false);
+    Done(place);
+}
+
+void FrmBINTileEdit::PrepareForm(bool enable) {
+    if (!enable)
+        focusBefore_ = QApplication::focusWidget();
+    busy_ = !enable;
+    stop_ = false;
+    for (QWidget* part : std::initializer_list<QWidget*>{
+             ui_->FraTileDetails, ui_->FraTiles, ui_->FraTileSets, ui_->FraTilePalette,
+             ui_->FraActions, ui_->FraMoveSet, ui_->cmdSaveBoth})
+        part->setEnabled(enable);
+    if (!enable)
+        setFocus(); // for Esc
+    else if (focusBefore_ != nullptr && focusBefore_->isEnabled())
+        focusBefore_->setFocus();
+}
+
+void FrmBINTileEdit::NeedSave() {
+    if (!needSave_)
+        setWindowTitle("*" + windowTitle());
+    needSave_ = true;
+    ui_->cmdSaveBIN->setEnabled(true);
+}
+
+void FrmBINTileEdit::BinSaved() {
+    ui_->cmdSaveBIN->setEnabled(false);
+    needSave_ = false;
+    if (windowTitle().startsWith('*'))
+        setWindowTitle(windowTitle().mid(1));
+    Tell("Texture.bin is saved.");
+    ShowApart();
+}
+
+void FrmBINTileEdit::L2Saved() { ShowApart(); }
+
+void FrmBINTileEdit::LevelTwoRenumbered(const TileRenumbering& numbers, bool changed) {
+    verbs_.TilesRenumbered(numbers);
+    if (!changed)
+        return;
+    passUnsaved_ = true;
+    verbs_.L2NeedSave();
+}
+
+bool FrmBINTileEdit::Apart() const {
+    return passUnsaved_ && (needSave_ || verbs_.L2Unsaved());
+}
+
+void FrmBINTileEdit::Tell(const QString& text) { ui_->lblStatus->setText(text); }
+
+// Files that do not fit one another are the user's loss when the program ends here.
+void FrmBINTileEdit::ShowApart() {
+    passUnsaved_ = Apart();
+    ui_->cmdSaveBoth->setVisible(passUnsaved_);
+    if (!passUnsaved_)
+        return;
+    Tell(needSave_ && verbs_.L2Unsaved()
+             ? "Tile numbers of level 2 have changed: save both files."
+         : needSave_ ? "Level 2 is saved with the new tile numbers; Texture.bin is still "
+                       "unsaved."
+                     : "Texture.bin is saved; level 2 with the new tile numbers is still "
+                       "unsaved.");
+}
+
+bool FrmBINTileEdit::StopWanted() {
+    LetEventsThrough();
+    return stop_;
+}
+
+void FrmBINTileEdit::SetPB5(int percent) {
+    ui_->PB5->setValue(static_cast<int>(std::lround(
+        static_cast<double>(percent - ProgressBase) / ProgressScale * FullWidth)));
+    if (ui_->PB5->isVisible())
+        ui_->PB5->repaint();
+}
+
+void FrmBINTileEdit::ShowBar() {
+    SetPB5(0);
+    ui_->PB5->show();
+}
+
+void FrmBINTileEdit::HideBar() { ui_->PB5->hide(); }
+
+void FrmBINTileEdit::SetText(const std::string& text) {
+    Tell(text.empty()
+             ? QString()
+             : QString::fromStdString(text) + " (Esc stops between two pictures)");
+    working_->ShowOver(text.empty() ? nullptr : this);
+}
+
+void FrmBINTileEdit::LetEventsThrough() { QCoreApplication::processEvents(); }
+
+void FrmBINTileEdit::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && busy_)
+        stop_ = true;
+    else if (event->key() == Qt::Key_Escape && MoveSource != 0)
+        ShowMoveFrame(false);
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void FrmBINTileEdit::dragEnterEvent(QDragEnterEvent* event) {
+    if (!busy_ && MoveSource == 0 && !DraggedDds(*event->mimeData()).empty())
+        event->acceptProposedAction();
+}
+
+// A set of what was dropped; a slot takes a file of its own.
+void FrmBINTileEdit::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    AppendSet_Run(DraggedDds(*event->mimeData()));
+}
+
+void FrmBINTileEdit::closeEvent(QCloseEvent* event) {
+    if (state_.Exiting)
+        return;
+    event->ignore();
+    if (!busy_)
+        verbs_.LeaveProgram();
+}
+
+} // namespace vardenix

@@ -1,0 +1,233 @@
+// search: posts by a pattern of conditions, told or overwritten.
+#include "cli/Commands.h"
+#include "cli/Printing.h"
+#include "companion/Vardenix.h"
+#include "overlays/SearchHits.h"
+#include "overlays/TileSearch.h"
+#include "platform/Numbers.h"
+#include "theater/TerrainStore.h"
+#include "workspace/PostFields.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <memory>
+#include <set>
+#include <utility>
+
+namespace vardenix {
+
+namespace {
+
+struct SearchOptions {
+    explicit SearchOptions(Command& command) : Files(command) {}
+    TheaterFiles Files;
+    std::vector<std::string> Cells;
+    std::vector<std::string> Sets;
+    bool AsJson = false;
+    bool CountOnly = false;
+    // What the texts above say.
+    SearchPattern Pattern;
+    PostChange Change;
+};
+
+struct FieldWord {
+    const char* Word;
+    std::string SearchCell::*Text;
+};
+constexpr std::array<FieldWord, 5> FieldWords{{{"tile", &SearchCell::CellTile},
+                                               {"elevation", &SearchCell::CellElevation},
+                                               {"palette", &SearchCell::CellPalette},
+                                               {"x1", &SearchCell::CellX1},
+                                               {"x2", &SearchCell::CellX2}}};
+constexpr const char* FieldList = "tile, elevation, palette, x1 or x2";
+
+[[noreturn]] void Refuse(const std::string& option, const std::string& text,
+                         const std::string& expected) {
+    throw UsageError(option, "'" + text + "' is not " + expected);
+}
+
+const FieldWord* FieldOf(std::string_view word) {
+    const auto found = std::ranges::find(FieldWords, word, &FieldWord::Word);
+    return found == FieldWords.end() ? nullptr : &*found;
+}
+
+// Digits, with a "-" in front or none.
+bool IsWhole(std::string_view text) {
+    if (text.starts_with('-'))
+        text.remove_prefix(1);
+    return !text.empty() &&
+           text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+// "elevation=>200"; false when it is none.
+bool TakeCondition(std::string_view text, SearchCell& cell) {
+    const size_t equals = std::min(text.find('='), text.size());
+    const FieldWord* field = FieldOf(text.substr(0, equals));
+    if (equals == text.size() || field == nullptr)
+        return false;
+    const std::string_view condition = text.substr(equals + 1);
+    const bool hasSign =
+        !condition.empty() &&
+        std::string_view("!<>").find(condition[0]) != std::string_view::npos;
+    if (!IsWhole(condition.substr(hasSign ? 1 : 0)))
+        return false;
+    std::string& kept = cell.*(field->Text);
+    if (!kept.empty())
+        throw UsageError("--cell",
+                         std::string(field->Word) + " is given twice for one post");
+    kept = condition;
+    return true;
+}
+
+// "1:elevation=>200,tile=5".
+void TakeCell(const std::string& text, SearchPattern& pattern) {
+    bool good = text.size() > 2 && text[0] >= '0' && text[0] <= '8' && text[1] == ':';
+    std::string_view rest = good ? std::string_view(text).substr(2) : "";
+    while (good && !rest.empty()) {
+        const size_t comma = std::min(rest.find(','), rest.size());
+        good = TakeCondition(rest.substr(0, comma),
+                             pattern[static_cast<size_t>(text[0] - '0')]);
+        rest.remove_prefix(std::min(comma + 1, rest.size()));
+    }
+    if (!good)
+        Refuse("--cell", text,
+               std::string("N:FIELD=CONDITION, N from 0 to 8, FIELD ") + FieldList +
+                   ", CONDITION a whole number with !, < or > in front or none");
+}
+
+template <typename Field>
+void TakeField(const std::string& text, std::string_view value,
+               std::optional<Field>& field, int64_t least = FittingField<Field>.Min) {
+    int64_t number = 0;
+    const auto read = std::from_chars(value.data(), value.data() + value.size(), number);
+    if (!IsWhole(value) || read.ec != std::errc() || number < least ||
+        number > FittingField<Field>.Max)
+        throw UsageError("--set", "'" + text + "' is no whole number from " +
+                                      std::to_string(least) + " to " +
+                                      std::to_string(FittingField<Field>.Max));
+    if (field)
+        throw UsageError("--set", text.substr(0, text.find('=')) + " is given twice");
+    field = static_cast<Field>(number);
+}
+
+// "palette=7".
+void TakeSet(const std::string& text, PostChange& change) {
+    const size_t equals = std::min(text.find('='), text.size());
+    const std::string_view word = std::string_view(text).substr(0, equals);
+    if (equals == text.size() || FieldOf(word) == nullptr)
+        Refuse("--set", text, std::string("FIELD=VALUE, FIELD ") + FieldList);
+    const std::string_view value = std::string_view(text).substr(equals + 1);
+    if (word == "tile") // a theater with a negative tile number cannot be opened
+        TakeField(text, value, change.TileOffset, 0);
+    else if (word == "elevation")
+        TakeField(text, value, change.Elevation);
+    else if (word == "palette")
+        TakeField(text, value, change.Palette);
+    else
+        TakeField(text, value, word == "x1" ? change.X1 : change.X2);
+}
+
+void TakeTexts(SearchOptions& options) {
+    for (const std::string& cell : options.Cells)
+        TakeCell(cell, options.Pattern);
+    for (const std::string& set : options.Sets)
+        TakeSet(set, options.Change);
+    if (!options.Sets.empty() && options.Cells.empty())
+        throw UsageError("--set", "would set every post of the terrain; say with --cell "
+                                  "which, or use fill");
+}
+
+std::pair<int, int> PlaceOf(int32_t serial, int32_t mapWidth) {
+    const PostXY post = SerialToXY(serial, mapWidth);
+    return {static_cast<int>(post.X) - 1, static_cast<int>(post.Y) - 1};
+}
+
+void PrintHits(const SearchResults& hits, int32_t mapWidth,
+               const SearchOptions& options) {
+    const size_t count = hits.size() - 1;
+    if (options.AsJson) {
+        JsonObject told{{"count", count}};
+        JsonArray places;
+        for (size_t i = 1; i < hits.size() && !options.CountOnly; ++i) {
+            const auto [x, y] = PlaceOf(hits[i], mapWidth);
+            places.emplace_back(JsonArray{x, y});
+        }
+        if (!options.CountOnly)
+            told.emplace_back("hits", std::move(places));
+        return PrintJson(told);
+    }
+    if (options.CountOnly)
+        return Print(std::to_string(count));
+    for (size_t i = 1; i < hits.size(); ++i) {
+        const auto [x, y] = PlaceOf(hits[i], mapWidth);
+        Print("X " + std::to_string(x) + ", Y " + std::to_string(y));
+    }
+}
+
+// Without those beyond the last whole segment, which a save would lose.
+SearchResults KeptHits(const SearchResults& hits, int32_t mapWidth) {
+    SearchResults kept(1);
+    const int32_t saved = SavedWidth(mapWidth);
+    for (size_t i = 1; i < hits.size(); ++i) {
+        const auto [x, y] = PlaceOf(hits[i], mapWidth);
+        if (x < saved && y < saved)
+            kept.push_back(hits[i]);
+    }
+    return kept;
+}
+
+// How many segments that hits lie in are all sea.
+int32_t SeaSegmentsOf(const Terrain& terrain, const SearchResults& hits) {
+    std::set<std::pair<int32_t, int32_t>> segments;
+    for (size_t i = 1; i < hits.size(); ++i) {
+        const auto [x, y] = PlaceOf(hits[i], terrain.MapWidth);
+        segments.emplace(x / SegmentSide + 1, y / SegmentSide + 1);
+    }
+    return static_cast<int32_t>(std::ranges::count_if(segments, [&](const auto& segment) {
+        return IsCommonSeg(terrain, segment.first, segment.second);
+    }));
+}
+
+void SetAndSave(CommandContext& context, const SearchOptions& options,
+                const SearchResults& hits) {
+    Terrain& terrain = context.State.Terrain;
+    const std::vector<uint8_t> all(hits.size(), 1);
+    const int64_t count = SetHits(terrain, hits, all, options.Change);
+    if (options.Change.Palette || options.Change.X1 || options.Change.X2)
+        TellSharedSea(SeaSegmentsOf(terrain, hits));
+    SaveTheater(terrain, "", context.Progress);
+    Tell(std::to_string(count) + (count == 1 ? " post" : " posts") + " set in " +
+         NameOnDisk(terrain.LFilename));
+}
+
+} // namespace
+
+void AddSearch(Command& all) {
+    Command command = all.AddCommand(
+        "search", "List the posts that a pattern fits; exit 1 if there are none");
+    const auto options = std::make_shared<SearchOptions>(command);
+    command.Texts("--cell", options->Cells,
+                  "Condition N:FIELD=CONDITION on the post itself (0) or a neighbour "
+                  "(1 above, then clockwise to 8): 0:tile=5, 1:elevation=>200, 3:x1=!0");
+    command.Texts("--set", options->Sets,
+                  "FIELD=VALUE that all posts found are set to, and saved");
+    command.Flag("--json", options->AsJson, "Print JSON");
+    command.Flag("--count", options->CountOnly, "Print the number of posts alone");
+    command.Check([options] { TakeTexts(*options); });
+    command.Run([options](CommandContext& context) {
+        context.Open(options->Files);
+        const Terrain& terrain = context.State.Terrain;
+        SearchResults hits;
+        SearchTiles(terrain, options->Pattern, context.Progress, hits);
+        const bool sets = !options->Change.Empty();
+        if (sets)
+            hits = KeptHits(hits, terrain.MapWidth);
+        if (sets && hits.size() > 1)
+            SetAndSave(context, *options, hits);
+        PrintHits(hits, terrain.MapWidth, *options);
+        return hits.size() > 1 ? ExitDone : ExitFound;
+    });
+}
+
+} // namespace vardenix

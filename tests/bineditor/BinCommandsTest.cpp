@@ -1,0 +1,287 @@
+#include "bineditor/BinCommands.h"
+
+#include "bineditor/MadeCatalogue.h"
+#include "platform/RuntimeError.h"
+#include "services/PictureMaker.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace vardenix {
+namespace {
+
+using tests::BlockTile;
+using tests::NamesByLookup;
+
+constexpr const char* Question =
+    "This action is going to change the tile number order, but the option to "
+    "automaticaly correct the L2 file is not enabled. Do you want to enable it now? "
+    "(Press Cancel to abort the operation).";
+constexpr const char* AppendTitle =
+    "Select ONLY normal tiles. Night tiles (if any) will be copied automatically.";
+
+class RecordingWindow : public BinWindow {
+public:
+    std::string Story;
+    bool Stop = false;
+
+    void PrepareForm(bool enable) override { Story += enable ? " on" : " off"; }
+    void NeedSave() override { Story += " save"; }
+    void LevelTwoRenumbered(const TileRenumbering&, bool changed) override {
+        Story += changed ? " pass" : " same";
+    }
+    bool StopWanted() override { return Stop; }
+};
+
+class BinCommandsTest : public testing::Test {
+protected:
+    BinCommandsTest() {
+        std::filesystem::create_directory(folder_.File("dds"));
+        std::filesystem::create_directory(folder_.File("Temp"));
+        folders_.AppPath = folder_.File("");
+        folders_.TempFolder = folder_.File("Temp/");
+        settings_.MTile = 8;
+        settings_.LTile = 4;
+        Begin({2, 2});
+    }
+    void Begin(const std::vector<int>& counts) {
+        catalogue_ = tests::CatalogueOf(counts, folder_.File("dds/"));
+        terrain_ = tests::TerrainOf(16, {0, 1, 16, 17});
+    }
+    BinParts Parts() {
+        return {terrain_, catalogue_, settings_, folders_, dialogs_, progress_, window_};
+    }
+    std::string Chosen(const std::string& name) {
+        return folder_.Write("from/" + name, BlockTile(8, 8, "DXT1"));
+    }
+    // Of the first four posts.
+    std::string Posts() const {
+        std::string text;
+        for (int serial = 1; serial <= 4; ++serial) {
+            const int32_t number = terrain_.LxArr(serial).TileOffset;
+            text += (text.empty() ? "" : " ") + std::to_string(number);
+        }
+        return text;
+    }
+
+    tests::TestFolder folder_;
+    Catalogue catalogue_;
+    Terrain terrain_;
+    Configuration settings_;
+    ProgramFolders folders_;
+    tests::ScriptedDialogs dialogs_;
+    tests::RecordingProgress progress_;
+    RecordingWindow window_;
+};
+
+TEST_F(BinCommandsTest, ASetIsAppendedBeforeTheSelectedOneAndPostsFollow) {
+    dialogs_.ExpectOpen(AppendTitle, Chosen("a.dds"));
+    const auto place = cmdAppendSet(Parts(), {2, 0}, 9);
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->Set, 2);
+    EXPECT_EQ(NamesByLookup(catalogue_, 18), "1A.PCX 1B.PCX - - - - - - - - - - - - - - "
+                                             "HA.PCX -");
+    EXPECT_EQ(catalogue_.Lookup[16].HasImage, 1);
+    EXPECT_EQ(catalogue_.Lookup[16].DayFile, "HA.dds");
+    EXPECT_EQ(catalogue_.Bin.Sets[2].Terrain, 9);
+    EXPECT_EQ(Posts(), "0 1 32 33");
+    EXPECT_EQ(window_.Story, " off save pass on");
+    EXPECT_EQ(progress_.Story().substr(0, 10), "show|bar 0");
+    EXPECT_TRUE(progress_.Story().ends_with("bar 100|text |hide"));
+    EXPECT_EQ(dialogs_.LastFilter(), "DDS File (*.dds)|*.dds");
+}
+
+TEST_F(BinCommandsTest, BehindTheLastSetNothingIsAskedAndNoNumberChanges) {
+    settings_.AutoL2 = false;
+    settings_.DefInsertAfter = true;
+    const auto place = cmdAppendSet(Parts(), {2, 0}, 9, {{Chosen("a.dds")}});
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->Set, 3);
+    EXPECT_EQ(Posts(), "0 1 16 17");
+    EXPECT_EQ(window_.Story, " off save on");
+    settings_.AutoL2 = true;
+    window_.Story.clear();
+    ASSERT_TRUE(cmdAppendSet(Parts(), {3, 0}, 9, {{Chosen("b.dds")}}));
+    EXPECT_EQ(window_.Story, " off save same on");
+}
+
+TEST_F(BinCommandsTest, ACancelledQuestionOrDialogChangesNothing) {
+    settings_.AutoL2 = false;
+    dialogs_.ExpectBox("Attention", Question, BoxAnswer::Cancel);
+    EXPECT_FALSE(cmdAppendSet(Parts(), {1, 0}, 9));
+    EXPECT_EQ(window_.Story, "");
+    settings_.AutoL2 = true;
+    dialogs_.ExpectCancel();
+    EXPECT_FALSE(cmdAppendSet(Parts(), {1, 0}, 9));
+    EXPECT_EQ(window_.Story, " off on");
+    EXPECT_TRUE(progress_.Story().ends_with("hide"));
+    EXPECT_EQ(catalogue_.Bin.NumSets, 2);
+}
+
+TEST_F(BinCommandsTest, SeventeenFilesAreRefusedBeforeAnyIsCopiedAndSixteenPass) {
+    std::vector<std::string> files;
+    for (char c = 'a'; c < 'a' + 17; ++c)
+        files.push_back(Chosen(std::string(1, c) + ".dds"));
+    dialogs_.ExpectBox("Error",
+                       "The maximum munber of tiles in a new set is 16. You selected 17 "
+                       "pictures to be imported.",
+                       BoxAnswer::Ok);
+    EXPECT_FALSE(cmdAppendSet(Parts(), {1, 0}, 9, files));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.File("dds")));
+    files.pop_back();
+    EXPECT_TRUE(cmdAppendSet(Parts(), {1, 0}, 9, files));
+    EXPECT_EQ(catalogue_.Bin.Sets[1].TileCount, 16);
+    EXPECT_EQ(catalogue_.Bin.NumTiles, 20);
+}
+
+TEST_F(BinCommandsTest, AFileThatIsNoDdsIsRefused) {
+    dialogs_.ExpectBox(
+        "Error", "The image a.tga you tried to load doesn't seem to be a valid image",
+        BoxAnswer::Ok);
+    EXPECT_FALSE(cmdAppendSet(Parts(), {1, 0}, 9, {{"/x/a.tga"}}));
+    dialogs_.ExpectBox("", "Invalid extension for pcx or dds image", BoxAnswer::Ok);
+    EXPECT_FALSE(cmdAppendTile(Parts(), {1, 0}, {{"/x/a.tga"}}));
+    dialogs_.ExpectBox(
+        "Error", "The image adds you tried to load doesn't seem to be a valid image",
+        BoxAnswer::Ok);
+    EXPECT_FALSE(cmdAppendTile(Parts(), {1, 0}, {{"/x/adds"}}));
+}
+
+TEST_F(BinCommandsTest, AFailureIsToldWithFileAndCauseAndTheFormCanBeUsedAgain) {
+    const std::string bad = folder_.Write("from/b.dds", "no picture");
+    const std::string names = NamesByLookup(catalogue_);
+    dialogs_.ExpectBox(
+        "", "Invalid picture\n" + bad + ": the file is cut: 128 bytes expected, found 10",
+        BoxAnswer::Ok);
+    EXPECT_FALSE(cmdAppendSet(Parts(), {1, 0}, 9, {{Chosen("a.dds"), bad}}));
+    EXPECT_EQ(window_.Story, " off on");
+    EXPECT_EQ(NamesByLookup(catalogue_), names);
+    EXPECT_EQ(Posts(), "0 1 16 17");
+}
+
+TEST_F(BinCommandsTest, AStopBetweenTwoPicturesChangesNothing) {
+    window_.Stop = true;
+    EXPECT_FALSE(cmdAppendSet(Parts(), {1, 0}, 9, {{Chosen("a.dds")}}));
+    EXPECT_EQ(catalogue_.Bin.NumSets, 2);
+    EXPECT_EQ(window_.Story, " off on");
+}
+
+TEST_F(BinCommandsTest, TheFirstSetOfACatalogueMovesNoNumber) {
+    Begin({});
+    EXPECT_TRUE(cmdAppendSet(Parts(), {0, -1}, 9, {{Chosen("a.dds")}}));
+    EXPECT_EQ(Posts(), "0 1 16 17");
+}
+
+TEST_F(BinCommandsTest, ATileLandsInTheFirstEmptySlotWhicheverWasClicked) {
+    dialogs_.ExpectOpen("", Chosen("new.DDS"));
+    const auto place = cmdAppendTile(Parts(), {2, 11});
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->Slot, 2);
+    EXPECT_EQ(catalogue_.Bin.Sets[2].TileCount, 3);
+    EXPECT_EQ(catalogue_.Bin.NumTiles, 5);
+    const TileInfo& info = catalogue_.Lookup[18];
+    // In the case that was chosen, until the next rebuild.
+    EXPECT_EQ(info.Name + " " + info.DayFile + " " + info.NightFile,
+              "HNEW.PCX Hnew.DDS HnewN.dds");
+    EXPECT_EQ(info.Terrain, 4);
+    EXPECT_EQ(info.UseCount, 0);
+    EXPECT_EQ(info.HasImage, 1);
+    EXPECT_EQ(catalogue_.Bin.Sets[2].Tiles[3].TileName, "HNEW.PCX            ");
+    EXPECT_EQ(Posts(), "0 1 16 17");
+}
+
+TEST_F(BinCommandsTest, AReplacedTileKeepsItsAreasAndLosesItsCount) {
+    TileRecord& tile = catalogue_.Bin.Sets[2].Tiles[1];
+    tile.NumAreas = 1;
+    tile.Areas.push_back({7, 1, 2, 3});
+    catalogue_.Lookup[16].UseCount = 64;
+    ASSERT_TRUE(cmdAppendTile(Parts(), {2, 0}, {{Chosen("r.dds")}}));
+    EXPECT_EQ(catalogue_.Bin.Sets[2].TileCount, 2);
+    EXPECT_EQ(catalogue_.Bin.NumTiles, 4);
+    EXPECT_EQ(catalogue_.Bin.Sets[2].Tiles[1].TileName, "HR.PCX              ");
+    EXPECT_EQ(catalogue_.Bin.Sets[2].Tiles[1].NumAreas, 1);
+    EXPECT_EQ(catalogue_.Lookup[16].UseCount, 0);
+    EXPECT_EQ(window_.Story, " off save on");
+}
+
+TEST_F(BinCommandsTest, WithoutASelectedSlotNothingHappens) {
+    EXPECT_FALSE(cmdAppendTile(Parts(), {2, -1}));
+    EXPECT_EQ(window_.Story, "");
+}
+
+TEST_F(BinCommandsTest, ADeletedSetZeroesItsPostsAndUsesAreCountedAnew) {
+    ASSERT_TRUE(cmdDeleteSet(Parts(), 1));
+    EXPECT_EQ(Posts(), "0 0 0 1");
+    EXPECT_EQ(NamesByLookup(catalogue_, 3), "2A.PCX 2B.PCX -");
+    EXPECT_EQ(tests::Uses(catalogue_, 3), "0:192 1:64 2:0");
+    EXPECT_EQ(catalogue_.Bin.NumTiles, 2);
+    EXPECT_EQ(window_.Story, " off save pass on");
+}
+
+TEST_F(BinCommandsTest, WithTheAnswerNoADeletedSetLeavesAllNumbersAlone) {
+    settings_.AutoL2 = false;
+    dialogs_.ExpectBox("Attention",
+                       "This action is going to change the tile number order, or the "
+                       "tiles affected are used by L2 but the option to automaticaly "
+                       "correct the L2 file is not enabled. Do you want to enable it "
+                       "now? (Press Cancel to abort the operation).\nIt is recommented "
+                       "to enable the automatic correction of L2 file, otherwise there "
+                       "might be errors when using the program (in case the selected "
+                       "tile is used in L2 it will be replaced by tile #0)",
+                       BoxAnswer::No);
+    ASSERT_TRUE(cmdDeleteSet(Parts(), 1));
+    EXPECT_EQ(Posts(), "0 1 16 17");
+    EXPECT_EQ(tests::Uses(catalogue_, 2), "0:64 1:64");
+    EXPECT_FALSE(settings_.AutoL2);
+}
+
+TEST_F(BinCommandsTest, TheSelectionStaysWithinTheSets) {
+    EXPECT_EQ(cmdDeleteSet(Parts(), 2)->Set, 1);
+    EXPECT_EQ(cmdDeleteSet(Parts(), 1)->Set, 0);
+    EXPECT_EQ(catalogue_.Bin.NumSets, 0);
+}
+
+TEST_F(BinCommandsTest, AnUnusedLastTileGoesWithoutAQuestionOrAPass) {
+    settings_.AutoL2 = false;
+    ASSERT_TRUE(cmdDeleteTile(Parts(), {2, 1}));
+    EXPECT_EQ(Posts(), "0 1 16 17");
+    settings_.AutoL2 = true;
+    Begin({2, 2});
+    window_.Story.clear();
+    ASSERT_TRUE(cmdDeleteTile(Parts(), {2, 1}));
+    // The count said unused, as it stands at 0 before it is counted.
+    EXPECT_EQ(Posts(), "0 1 16 17");
+    EXPECT_EQ(window_.Story, " off save on");
+}
+
+TEST_F(BinCommandsTest, ADeletedTileMovesTheLaterOnesOfItsSetAlone) {
+    const auto place = cmdDeleteTile(Parts(), {1, 0});
+    ASSERT_TRUE(place);
+    EXPECT_EQ(Posts(), "0 0 16 17");
+    EXPECT_EQ(NamesByLookup(catalogue_, 2), "1B.PCX -");
+    EXPECT_EQ(place->Slot, 0);
+    EXPECT_FALSE(CanDeleteTile(catalogue_.Bin, {1, 0})); // its last
+    EXPECT_TRUE(CanDeleteTile(catalogue_.Bin, {2, 1}));
+    EXPECT_FALSE(CanDeleteTile(catalogue_.Bin, {2, 2})); // empty
+}
+
+TEST_F(BinCommandsTest, AMoveAlwaysAsksAndItsPassGoesWithTheSets) {
+    settings_.AutoL2 = false;
+    dialogs_.ExpectBox("Attention", Question, BoxAnswer::Cancel);
+    EXPECT_FALSE(MoveSetNow(Parts(), 1, 2, false));
+    EXPECT_EQ(window_.Story, "");
+    dialogs_.ExpectBox("Attention", Question, BoxAnswer::Yes);
+    const auto place = MoveSetNow(Parts(), 1, 2, false);
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->Set, 2);
+    EXPECT_EQ(Posts(), "16 17 0 1");
+    EXPECT_TRUE(settings_.AutoL2);
+    EXPECT_EQ(window_.Story, " off save pass on");
+    EXPECT_EQ(tests::Uses(catalogue_, 2), "0:0 1:0");
+}
+
+} // namespace
+} // namespace vardenix

@@ -1,0 +1,186 @@
+// What lies about beside a theater, what other programs do to it, and what the system
+// refuses.
+#include "cli/CliTheater.h"
+#include "support/FaultShimLink.h"
+
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vardenix::tests {
+namespace {
+
+namespace fs = std::filesystem;
+
+class Safety : public CliTheater {
+protected:
+    static std::string Joined(const std::vector<std::string>& words) {
+        std::string line;
+        for (const std::string& word : words)
+            line += " '" + word + "'";
+        return line;
+    }
+    // vardenix-cli on the theater, with `before` as a line of the shell in front of it.
+    ProgramResult RunBehind(const std::string& before,
+                            std::vector<std::string> arguments) {
+        arguments.insert(arguments.begin(), VARDENIX_CLI);
+        arguments.insert(arguments.end(), {"--theater", folder_.File("my theater")});
+        return RunProgram({"/bin/sh", "-c", before + "; exec" + Joined(arguments)});
+    }
+    // A file of that many bytes that takes no room.
+    static void MakeGiant(const std::string& path, uintmax_t bytes) {
+        if (!fs::exists(path))
+            Spill(path, "");
+        fs::resize_file(path, bytes);
+    }
+    size_t FilesOfTerrain() const {
+        return static_cast<size_t>(
+            std::distance(fs::directory_iterator(Terrain("")), {}));
+    }
+    std::vector<std::string> TouchWhenStaged(const FaultShimLink& shim) const {
+        std::vector<std::string> environment = shim.Environment("touch", 1);
+        environment.push_back("FAULT_FILE=" + Terrain("theater.L2x"));
+        environment.push_back("FAULT_TOUCHED=" + Terrain("theater.L2"));
+        return environment;
+    }
+};
+
+constexpr uintmax_t ThreeGiB = uintmax_t{3} << 30;
+constexpr const char* LittleMemory = "ulimit -v 1000000";
+
+TEST_F(Safety, AStrayFileThatLooksStagedCostsNothing) {
+    const std::string before = PairOnDisk();
+    for (const char* name : {"theater.O2x", "theater.L2x", "vardenix.journal"}) {
+        folder_.Write(std::string("my theater/terrain/") + name, "");
+        EXPECT_EQ(RunOn({"info"}).ExitCode, 0) << name;
+        EXPECT_EQ(PairOnDisk(), before) << name;
+        EXPECT_EQ(FilesOfTerrain(), 3U) << name;
+    }
+}
+
+TEST_F(Safety, AFileThatAnotherProgramHasChangedIsLeftAloneUnlessToldOtherwise) {
+    const FaultShimLink shim(FAULT_SHIM);
+    const std::string before = PairOnDisk();
+    const ProgramResult refused =
+        RunOn({"set", "1", "1", "--tile", "1"}, TouchWhenStaged(shim));
+    EXPECT_EQ(refused.ExitCode, 3);
+    EXPECT_NE(refused.Errors.find("changed by another program since it was opened"),
+              std::string::npos)
+        << refused.Errors;
+    EXPECT_EQ(PairOnDisk(), before);
+    EXPECT_EQ(FilesOfTerrain(), 3U);
+    EXPECT_EQ(
+        RunOn({"set", "1", "1", "--tile", "1", "--overwrite"}, TouchWhenStaged(shim))
+            .ExitCode,
+        0);
+    EXPECT_EQ(OnDisk().At(2, 2).Tile, 1);
+}
+
+TEST_F(Safety, TheGroupIsKeptWhereTheOwnerCannotBe) {
+    const bool superuser = geteuid() == 0;
+    const uid_t user = superuser ? 12345 : geteuid();
+    const gid_t group = superuser ? 54321 : getegid();
+    ASSERT_EQ(chown(Terrain("theater.L2").c_str(), user, group), 0);
+    ASSERT_EQ(chmod(Terrain("theater.L2").c_str(), 0660), 0);
+    const FaultShimLink shim(FAULT_SHIM);
+    EXPECT_EQ(
+        RunOn({"set", "1", "1", "--tile", "1"}, shim.Environment("owner", 1)).ExitCode,
+        0);
+    struct stat status {};
+    ASSERT_EQ(stat(Terrain("theater.L2").c_str(), &status), 0);
+    EXPECT_EQ(status.st_gid, group);
+    EXPECT_EQ(status.st_uid, geteuid());
+    EXPECT_EQ(status.st_mode & 07777, 0660U);
+    EXPECT_EQ(OnDisk().At(2, 2).Tile, 1);
+}
+
+TEST_F(Safety, AReportIsWholeOrAsItWas) {
+    level_.At(3, 3).Tile = 700;
+    WriteLevel();
+    const std::string report = folder_.Write("report.txt", "an older one\r\n");
+    const FaultShimLink shim(FAULT_SHIM);
+    EXPECT_EQ(RunOn({"check", "--report", report}, shim.Environment("full", 2)).ExitCode,
+              3);
+    EXPECT_EQ(Slurp(report), "an older one\r\n");
+    EXPECT_EQ(RunOn({"check", "--report", report}).ExitCode, 1);
+    EXPECT_EQ(RunOn({"check", "--report", report}).ExitCode, 1);
+    const std::string text = Slurp(report);
+    EXPECT_EQ(text.find("an older one\r\n"), 0U);
+    const size_t first = text.find("X,Y\tTile Offset");
+    EXPECT_NE(first, std::string::npos);
+    EXPECT_NE(text.find("X,Y\tTile Offset", first + 1), std::string::npos);
+}
+
+TEST_F(Safety, AReportIsNoFileOfATheaterAndNoPipe) {
+    level_.At(3, 3).Tile = 700;
+    WriteLevel();
+    folder_.Write("my theater/terrain/THEATER.elv", "heights");
+    const std::string own = Terrain("report.txt");
+    fs::create_symlink(Terrain("theater.L2"), own);
+    const std::string before = PairOnDisk();
+    for (const std::string& path :
+         {Terrain("theater.L2"), Terrain("THEATER.O2"), Terrain("theater.L5"), own,
+          Terrain("theater.map"), Terrain("THEATER.elv"),
+          folder_.File("my theater/texture/texture.bin"), folder_.File("new.dds")})
+        EXPECT_EQ(RunOn({"check", "--report", path}).ExitCode, 2) << path;
+    EXPECT_EQ(PairOnDisk(), before);
+    const std::string pipe = folder_.File("pipe.txt");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
+    EXPECT_EQ(RunOn({"check", "--report", pipe}).ExitCode, 3);
+    EXPECT_TRUE(fs::is_fifo(pipe));
+}
+
+TEST_F(Safety, GiantsAreMeasuredBeforeTheyAreRead) {
+    MakeGiant(Terrain("theater.map"), ThreeGiB);
+    EXPECT_EQ(RunBehind(LittleMemory, {"info"}).ExitCode, 0); // 1112 bytes of it
+    // Blocks anywhere in it are found.
+    MakeGiant(Terrain("theater.L2"), ThreeGiB);
+    EXPECT_EQ(RunBehind(LittleMemory, {"set", "1", "1", "--tile", "1"}).ExitCode, 0);
+    level_.At(2, 2).Tile = 1;
+    EXPECT_TRUE(OnDisk().Posts == level_.Posts);
+
+    const std::string elv = Terrain("theater.elv");
+    MakeGiant(elv, ThreeGiB);
+    const ProgramResult height =
+        RunBehind(LittleMemory, {"elevation", "get", elv, "0", "0"});
+    EXPECT_EQ(height.ExitCode, 3);
+    EXPECT_NE(height.Errors.find("doesn't appear to be valid"), std::string::npos);
+
+    MakeGiant(folder_.File("my theater/texture/Texture.bin"), ThreeGiB);
+    const ProgramResult catalogue = RunBehind(LittleMemory, {"info"});
+    EXPECT_EQ(catalogue.ExitCode, 3);
+    EXPECT_NE(catalogue.Errors.find("at most 67108864"), std::string::npos)
+        << catalogue.Errors;
+    MakeGiant(Terrain("theater.O2"), ThreeGiB);
+    EXPECT_EQ(RunBehind(LittleMemory, {"info"}).ExitCode, 3);
+}
+
+TEST_F(Safety, ALimitOnTheSizeOfFilesIsAnErrorLikeAFullDisk) {
+    const std::string before = PairOnDisk();
+    const ProgramResult result =
+        RunBehind("ulimit -f 4", {"set", "1", "1", "--tile", "1"});
+    EXPECT_EQ(result.ExitCode, 3);
+    EXPECT_NE(result.Errors.find("Run-time error '61'"), std::string::npos)
+        << result.Errors;
+    EXPECT_EQ(PairOnDisk(), before);
+    EXPECT_EQ(FilesOfTerrain(), 3U);
+}
+
+TEST_F(Safety, TheWishToEndTakesAwayWhatWasStaged) {
+    const FaultShimLink shim(FAULT_SHIM);
+    const std::string before = PairOnDisk();
+    int untouched = 0;
+    for (int at = 1; at <= 8; ++at) {
+        WriteLevel();
+        const ProgramResult result =
+            RunOn({"set", "1", "1", "--tile", "1"}, shim.Environment("term", at));
+        EXPECT_EQ(result.ExitCode, -1) << at; // the signal ended it after all
+        EXPECT_EQ(FilesOfTerrain(), 3U) << at;
+        untouched += PairOnDisk() == before ? 1 : 0;
+    }
+    EXPECT_GE(untouched, 1);
+    EXPECT_LT(untouched, 8);
+}
+
+} // namespace
+} // namespace vardenix::tests

@@ -1,0 +1,275 @@
+#include "bineditor/windows/FrmBINTileDet.h"
+
+#include "bineditor/windows/FloatBox.h"
+#include "bineditor/windows/FrmBINAreasEdit.h"
+#include "bineditor/windows/FrmBINOPtions.h"
+#include "bineditor/windows/FrmBINPathEdit.h"
+#include "bineditor/windows/FrmBINWorking.h"
+#include "bineditor/windows/TilePicture.h"
+#include "services/ImageLayer.h"
+#include "support/ScriptedDialogs.h"
+#include "windows/WindowTest.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QTest>
+#include <QTreeWidget>
+
+namespace vardenix {
+namespace {
+
+using tests::Find;
+constexpr const char* Discard =
+    "You have made some changes. Are you sure you want to discard them?\n"
+    "Press Yes to discard them.\nPress No to return to the form.";
+
+class FrmBINTileDetTest : public testing::Test {
+protected:
+    FrmBINTileDetTest() {
+        catalogue_.Bin.NumSets = 1;
+        TileSet set;
+        set.TileCount = 1;
+        TileRecord tile;
+        tile.TileName = "HSEA.PCX            ";
+        tile.NumAreas = 1;
+        tile.Areas.push_back({3, 1640.42F, 820.21F, 2460.63F});
+        set.Tiles.push_back(tile);
+        catalogue_.Bin.Sets.push_back(set);
+        catalogue_.Lookup.resize(16);
+        catalogue_.Lookup[0].Name = "HSEA.PCX";
+        Open();
+    }
+    void Open() {
+        window_ = std::make_unique<FrmBINTileDet>(
+            FrmBINTileDet::Parts{catalogue_, settings_, dialogs_}, 0,
+            AllocateEx(256, 256, 0x404040));
+        window_->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window_.get()));
+    }
+    TileRecord& Tile() { return catalogue_.Bin.Sets[1].Tiles[1]; }
+    TilePicture& Picture() { return Find<TilePicture>(*window_, "TilePic"); }
+    QTreeWidget& List(const char* name) { return Find<QTreeWidget>(*window_, name); }
+    void Click(const char* name) { Find<QAbstractButton>(*window_, name).click(); }
+    std::string Label(const char* name) {
+        return Find<QLabel>(*window_, name).text().toStdString();
+    }
+    void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers keys) {
+        QTest::mousePress(&Picture(), Qt::LeftButton, keys, from);
+        QMouseEvent move(QEvent::MouseMove, QPointF(to),
+                         Picture().mapToGlobal(QPointF(to)), Qt::NoButton, Qt::LeftButton,
+                         keys);
+        QApplication::sendEvent(&Picture(), &move);
+        QTest::mouseRelease(&Picture(), Qt::LeftButton, keys, to);
+    }
+
+    Catalogue catalogue_;
+    Configuration settings_;
+    tests::ScriptedDialogs dialogs_;
+    std::unique_ptr<FrmBINTileDet> window_;
+};
+
+TEST_F(FrmBINTileDetTest, ShowsTheTileItsAreasAndTheZoom) {
+    EXPECT_EQ(window_->windowTitle(), "Tile #: 0 - Size: 256x256 - HSEA.PCX");
+    EXPECT_EQ(Label("lblZoom"), "1.000");
+    EXPECT_EQ(List("ListAreas").topLevelItem(0)->text(0), "Swamp");
+    EXPECT_EQ(List("ListAreas").topLevelItem(0)->text(3), "2460.62988");
+    EXPECT_EQ(List("ListPaths").topLevelItemCount(), 0);
+}
+
+TEST_F(FrmBINTileDetTest, AreasAreDrawnWhereTheyLieAtEveryZoom) {
+    settings_.TileAreasSelectedColor = 0x0000FF; // red
+    Tile().Areas[1].Radius = 410.105F;           // an eighth of the tile
+    Open();
+    for (const double zoom : {1.0, 2.0, 0.5}) {
+        while (Picture().width() != 256 * zoom)
+            Click(Picture().width() < 256 * zoom ? "cmdZoomin" : "cmdZoomOut");
+        const QImage seen = Picture().grab().toImage();
+        // X 820 up, Y 2460 to the right: three quarters across, three quarters down; the
+        // circle's lowest point an eighth below.
+        const QPoint centre(static_cast<int>(192 * zoom), static_cast<int>(192 * zoom));
+        bool red = false;
+        for (int y = -2; y <= 2; ++y)
+            red = red || seen.pixelColor(centre.x(),
+                                         centre.y() + static_cast<int>(32 * zoom) + y) ==
+                             QColor(Qt::red);
+        EXPECT_TRUE(red) << zoom;
+        EXPECT_EQ(seen.pixelColor(centre), QColor(0x40, 0x40, 0x40)) << zoom;
+    }
+}
+
+TEST_F(FrmBINTileDetTest, KeysZoomBetweenAnEighthAndEight) {
+    for (int i = 0; i < 6; ++i)
+        QTest::keyClick(window_.get(), Qt::Key_Plus);
+    EXPECT_EQ(Label("lblZoom"), "8.000");
+    for (int i = 0; i < 9; ++i)
+        QTest::keyClick(window_.get(), Qt::Key_Minus);
+    EXPECT_EQ(Label("lblZoom"), "0.125");
+    QTest::keyClick(window_.get(), Qt::Key_Equal);
+    EXPECT_EQ(Label("lblZoom"), "0.250");
+}
+
+TEST_F(FrmBINTileDetTest, AControlDragMakesAnArea) {
+    Drag({64, 192}, {64, 128}, Qt::ControlModifier);
+    ASSERT_EQ(List("ListAreas").topLevelItemCount(), 2);
+    EXPECT_EQ(List("ListAreas").topLevelItem(1)->text(0), "Water");
+    EXPECT_EQ(List("ListAreas").topLevelItem(1)->text(1), "820.21002");
+    EXPECT_EQ(List("ListAreas").topLevelItem(1)->text(2), "820.21002");
+    EXPECT_EQ(List("ListAreas").topLevelItem(1)->text(3), "820.21002");
+    EXPECT_TRUE(window_->windowTitle().startsWith("*"));
+    EXPECT_EQ(Tile().NumAreas, 1); // not yet
+    Click("cmdOK");
+    EXPECT_EQ(Tile().NumAreas, 2);
+    EXPECT_TRUE(window_->Changed());
+}
+
+TEST_F(FrmBINTileDetTest, AButtonIsGoodForOneDragAndAClickMakesAPathOfNoLength) {
+    Find<QComboBox>(*window_, "ComboPathType").setCurrentIndex(3);
+    Click("cmdAddArea");
+    Click("cmdAddPath");
+    Drag({0, 255}, {0, 255}, {});
+    Drag({9, 9}, {99, 99}, {});
+    EXPECT_EQ(List("ListAreas").topLevelItemCount(), 1);
+    ASSERT_EQ(List("ListPaths").topLevelItemCount(), 1);
+    EXPECT_EQ(List("ListPaths").topLevelItem(0)->text(0), "Bridge");
+    EXPECT_EQ(List("ListPaths").topLevelItem(0)->text(1), "50.00000");
+    EXPECT_EQ(List("ListPaths").topLevelItem(0)->text(2), "12.81578");
+}
+
+TEST_F(FrmBINTileDetTest, TheReadOutRunsUpThePicture) {
+    QMouseEvent move(QEvent::MouseMove, QPointF(128, 64), QPointF(), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&Picture(), &move);
+    EXPECT_EQ(Label("lblX"), "X: 2460.63");
+    EXPECT_EQ(Label("lblY"), "Y: 1640.42");
+}
+
+TEST_F(FrmBINTileDetTest, ADeleteIsConfirmed) {
+    const char* question = "Are you sure you want to delete the selected Area?";
+    dialogs_.ExpectBox("Please Confirm", question, BoxAnswer::No);
+    Click("cmdAreaDelete");
+    EXPECT_EQ(List("ListAreas").topLevelItemCount(), 1);
+    dialogs_.ExpectBox("Please Confirm", question, BoxAnswer::Yes);
+    Click("cmdAreaDelete");
+    EXPECT_EQ(List("ListAreas").topLevelItemCount(), 0);
+    // Nothing is left to edit or to delete.
+    Click("cmdAreaDelete");
+    Click("cmdAreaEdit");
+    Click("cmdPathDelete");
+}
+
+TEST_F(FrmBINTileDetTest, LeavingWithChangesIsAsked) {
+    window_->close();
+    EXPECT_FALSE(window_->isVisible());
+    Open();
+    Drag({9, 9}, {9, 9}, Qt::ShiftModifier);
+    dialogs_.ExpectBox("Please Confirm", Discard, BoxAnswer::No);
+    window_->close();
+    EXPECT_TRUE(window_->isVisible());
+    dialogs_.ExpectBox("Please Confirm", Discard, BoxAnswer::Yes);
+    Click("cmdCancel");
+    EXPECT_FALSE(window_->isVisible());
+    EXPECT_EQ(Tile().NumPaths, 0);
+}
+
+TEST_F(FrmBINTileDetTest, AColorIsStoredAndACancelLeavesIt) {
+    dialogs_.ExpectColor(settings_.TilePathsColor, 0x123456);
+    Click("cmdPathCol");
+    EXPECT_EQ(settings_.TilePathsColor, 0x123456U);
+    dialogs_.ExpectCancel();
+    Click("CmdPathColSel");
+    EXPECT_EQ(settings_.TilePathsSelectedColor, Configuration().TilePathsSelectedColor);
+}
+
+TEST_F(FrmBINTileDetTest, TheDialogsNumbersComeIntoTheRow) {
+    tests::WhenModal<FrmBINAreasEdit>([](FrmBINAreasEdit& dialog) {
+        EXPECT_EQ(Find<FloatBox>(dialog, "txtCenterX").text(), "820.21002");
+        Find<FloatBox>(dialog, "txtCenterX").setText("10.5");
+        Find<QComboBox>(dialog, "ComType").setCurrentIndex(1);
+        Find<QAbstractButton>(dialog, "cmdOK").click();
+    });
+    Click("cmdAreaEdit");
+    EXPECT_EQ(List("ListAreas").topLevelItem(0)->text(0), "Thick Forest");
+    EXPECT_EQ(List("ListAreas").topLevelItem(0)->text(2), "10.50000");
+    EXPECT_TRUE(window_->windowTitle().startsWith("*"));
+}
+
+TEST(FrmBINPathEdit, ABadBoxIsPinkAndThoseBeforeItAreWritten) {
+    TilePath path{2, 1, 1, 1, 1, 1};
+    FrmBINPathEdit dialog(path);
+    dialog.show();
+    Find<FloatBox>(dialog, "txtStartX").setText("7");
+    Find<FloatBox>(dialog, "txtStartY").clear();
+    Find<FloatBox>(dialog, "txtEndX").setText("9");
+    Find<QAbstractButton>(dialog, "cmdOK").click();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_FALSE(Find<FloatBox>(dialog, "txtStartX").Pink());
+    EXPECT_TRUE(Find<FloatBox>(dialog, "txtStartY").Pink());
+    EXPECT_EQ(Find<FloatBox>(dialog, "txtStartY").palette().color(QPalette::Base),
+              QColor(0xFF, 0xC0, 0xC0));
+    EXPECT_EQ(path.StartX, 7);
+    EXPECT_EQ(path.EndX, 1);
+    EXPECT_TRUE(dialog.Changed());
+    Find<FloatBox>(dialog, "txtStartY").setText("8");
+    Find<QAbstractButton>(dialog, "cmdOK").click();
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(path.StartY, 8);
+    EXPECT_EQ(path.EndX, 9);
+    EXPECT_EQ(path.Type, 2);
+}
+
+TEST(FrmBINPathEdit, BoxesTakeDigitsDotAndMinusAlone) {
+    TilePath path;
+    FrmBINPathEdit dialog(path);
+    auto& box = Find<FloatBox>(dialog, "txtWidth");
+    box.clear();
+    QTest::keyClicks(&box, "-1a2,.e5");
+    EXPECT_EQ(box.text(), "-12.5");
+}
+
+TEST(FrmBINAreasEdit, AnUnknownTypeStaysUnlessAnotherIsChosen) {
+    TileArea area{3, 1, 2.123456789F, 3};
+    FrmBINAreasEdit dialog(area);
+    Find<QAbstractButton>(dialog, "cmdOK").click();
+    EXPECT_EQ(area.Type, 3);
+    EXPECT_EQ(area.CenterX, 2.123456789F); // to the last bit
+}
+
+TEST(FrmBINOPtions, OkStoresTheFiveValuesAndAnOverflowNone) {
+    Configuration settings;
+    FrmBINOPtions dialog(settings);
+    EXPECT_EQ(Find<QLineEdit>(dialog, "txtM").text(), "64");
+    Find<QAbstractButton>(dialog, "chkAutomaticallyCorrect").setChecked(false);
+    Find<QAbstractButton>(dialog, "OptAfterSelected_0").setChecked(true);
+    Find<QLineEdit>(dialog, "txtM").setText("128");
+    Find<QLineEdit>(dialog, "txtT").setText("32768");
+    {
+        tests::BarrierAnswers answers;
+        answers.ExpectBox("Vardenix",
+                          "Run-time error '6':\n\nOverflow\n32768 does not fit",
+                          BoxAnswer::Continue);
+        Find<QAbstractButton>(dialog, "cmdOK").click();
+    }
+    EXPECT_TRUE(settings.AutoL2);
+    EXPECT_EQ(settings.MTile, 64);
+    Find<QLineEdit>(dialog, "txtT").setText("8");
+    Find<QAbstractButton>(dialog, "cmdOK").click();
+    EXPECT_FALSE(settings.AutoL2);
+    EXPECT_TRUE(settings.DefInsertAfter);
+    EXPECT_EQ(settings.MTile, 128);
+    EXPECT_EQ(settings.LTile, 32);
+    EXPECT_EQ(settings.TTile, 8);
+}
+
+TEST(FrmBINWorking, DotsComeUntilSevenAndBeginAnew) {
+    FrmBINWorking window;
+    auto& label = Find<QLabel>(window, "lblWorking");
+    EXPECT_EQ(label.text(), "Working");
+    for (int i = 0; i < 7; ++i)
+        window.Timer1_Timer();
+    EXPECT_EQ(label.text(), "Working.......");
+    window.Timer1_Timer();
+    EXPECT_EQ(label.text(), "Working");
+}
+
+} // namespace
+} // namespace vardenix

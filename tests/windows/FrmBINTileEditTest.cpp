@@ -1,0 +1,319 @@
+#include "bineditor/windows/FrmBINTileEdit.h"
+
+#include "bineditor/windows/BinList.h"
+#include "bineditor/windows/TileSlots.h"
+#include "support/FakePlatform.h"
+#include "support/TestFolder.h"
+#include "support/TheaterMaker.h"
+#include "theater/TextureBinFile.h"
+#include "theater/TileCheck.h"
+#include "windows/WindowTest.h"
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTest>
+
+namespace vardenix {
+namespace {
+
+using tests::Find;
+
+class ToldVerbs : public EditorVerbs {
+public:
+    std::string Story;
+    bool Unsaved = false;
+    std::function<void()> OnSaveBoth;
+
+    void OpenWorkspace(uint8_t classCode) override {
+        Story += " map" + std::to_string(classCode);
+    }
+    void L2NeedSave() override {
+        Unsaved = true;
+        Story += " L2";
+    }
+    bool L2Unsaved() const override { return Unsaved; }
+    bool SaveBinAndL2() override {
+        Story += " both";
+        Unsaved = false;
+        OnSaveBoth();
+        return true;
+    }
+    void TilesRenumbered(const TileRenumbering& numbers) override {
+        Story += " 0to" + std::to_string(numbers.Of(0));
+    }
+    bool LeaveProgram() override {
+        Story += " leave";
+        return false;
+    }
+};
+
+class FrmBINTileEditTest : public testing::Test {
+protected:
+    FrmBINTileEditTest() {
+        state_.Catalogue.BinPath = folder_.Write(
+            "Texture.bin", tests::CatalogueBytes({{1, {{"SEA.PCX", 1, 2}, {"SHORE.PCX"}}},
+                                                  {4, {{"LAND.PCX"}}},
+                                                  {9, {{"TOWN.PCX"}}}}));
+        std::filesystem::create_directory(folder_.File("dds"));
+        state_.Catalogue.DDSFolder = folder_.File("dds/");
+        state_.Catalogue.Bin =
+            ParseBinFile(ReadWholeFile(state_.Catalogue.BinPath).Span(), "");
+        NoProgress quiet;
+        RebuildTileLookup(state_.Catalogue, {}, quiet);
+        state_.Terrain.MapWidth = 16;
+        state_.Terrain.LxArr = PostArray(256);
+        state_.Terrain.LxArr(9).TileOffset = 16;
+        CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
+        window_ = std::make_unique<FrmBINTileEdit>(
+            FrmBINTileEdit::Parts{state_, pictures_, platform_.All, log_, verbs_});
+        verbs_.OnSaveBoth = [this] { window_->BinSaved(); };
+        window_->Open();
+    }
+
+    void Click(const char* name) { Find<QAbstractButton>(*window_, name).click(); }
+    bool Enabled(const char* name) { return Find<QWidget>(*window_, name).isEnabled(); }
+    bool Shown(const char* name) { return Find<QWidget>(*window_, name).isVisible(); }
+    std::string Label(const char* name) {
+        return Find<QLabel>(*window_, name).text().toStdString();
+    }
+    void ClickRow(const char* list, int row) {
+        auto& view = Find<BinList>(*window_, list);
+        const QModelIndex index = view.model()->index(row, 0);
+        view.scrollTo(index);
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                          view.visualRect(index).center());
+    }
+    int Row(const char* list) {
+        return Find<BinList>(*window_, list).currentIndex().row();
+    }
+    std::string Name() {
+        return Find<QLineEdit>(*window_, "txtTilename").text().toStdString();
+    }
+    std::string Sets() {
+        std::string text;
+        for (int32_t set = 1; set <= state_.Catalogue.Bin.NumSets; ++set)
+            text += std::to_string(state_.Catalogue.Bin.Sets[size_t(set)].Terrain);
+        return text;
+    }
+
+    tests::TestFolder folder_;
+    ProgramState state_;
+    TilePictures pictures_;
+    tests::FakePlatform platform_;
+    DebugLog log_{platform_.Clock};
+    ToldVerbs verbs_;
+    std::unique_ptr<FrmBINTileEdit> window_;
+};
+
+TEST_F(FrmBINTileEditTest, OpensAtTheFirstTileWithItsDetailsAndCounters) {
+    EXPECT_EQ(window_->windowTitle(), "BIN Editor v3.0.1");
+    EXPECT_EQ(Find<QGroupBox>(*window_, "FraTileSets").title(),
+              "3 Sets || 4 Tiles || 2 Tiles not used in L2");
+    EXPECT_EQ(Name(), "SEA.PCX");
+    EXPECT_EQ(Label("lblAreasPaths"), "1 Areas and 2 Paths");
+    EXPECT_EQ(Label("lblTileNum"), "Tile Number: 0");
+    EXPECT_FALSE(Enabled("cmdSaveBIN"));
+    EXPECT_FALSE(Shown("PB5"));
+    EXPECT_EQ(Find<QComboBox>(*window_, "ComboSetType").itemText(3), "Brush");
+}
+
+TEST_F(FrmBINTileEditTest, TheListsFollowOneAnother) {
+    ClickRow("ListView1", 2);
+    EXPECT_EQ(Row("ListView2"), 32);
+    EXPECT_EQ(Name(), "TOWN.PCX");
+    Find<QTabBar>(*window_, "TabStrip1").setCurrentIndex(1);
+    ClickRow("ListView2", 1);
+    EXPECT_EQ(Row("ListView1"), 0);
+    EXPECT_EQ(Name(), "SHORE.PCX");
+    ClickRow("ListView2", 18); // an empty slot of the second set
+    EXPECT_EQ(Row("ListView1"), 1);
+    EXPECT_EQ(Name(), "");
+    EXPECT_TRUE(Enabled("cmdAppendTile"));
+    EXPECT_FALSE(Enabled("cmdEditTile"));
+    EXPECT_FALSE(Enabled("cmdDeleteTile"));
+}
+
+TEST_F(FrmBINTileEditTest, ASlotIsSelectedByClickAndArrowKeys) {
+    auto& pictures = Find<TileSlots>(*window_, "PicTiles");
+    QTest::mouseClick(&pictures.At(1), Qt::LeftButton);
+    EXPECT_EQ(Name(), "SHORE.PCX");
+    EXPECT_EQ(pictures.Highlighted(), 1);
+    EXPECT_TRUE(Enabled("cmdDeleteTile"));
+    QTest::keyClick(&pictures, Qt::Key_Left);
+    EXPECT_EQ(Name(), "SEA.PCX");
+    QTest::keyClick(&pictures, Qt::Key_Down);
+    EXPECT_EQ(pictures.Highlighted(), 4);
+    EXPECT_EQ(Row("ListView2"), 4);
+}
+
+TEST_F(FrmBINTileEditTest, WhatIsTypedFindsATileByItsName) {
+    Find<QTabBar>(*window_, "TabStrip1").setCurrentIndex(1);
+    QTest::keyClicks(&Find<BinList>(*window_, "ListView2"), "tow");
+    EXPECT_EQ(Name(), "TOWN.PCX");
+}
+
+TEST_F(FrmBINTileEditTest, RowsAreBlackRedOrGreyByTheirUse) {
+    const auto color = [&](int row) {
+        return Find<BinList>(*window_, "ListView2")
+            .model()
+            ->index(row, 4)
+            .data(Qt::ForegroundRole)
+            .value<QColor>()
+            .name()
+            .toStdString();
+    };
+    EXPECT_EQ(color(0) + color(1) + color(2), "#000000#ff0000#c1c1c1");
+}
+
+TEST_F(FrmBINTileEditTest, AMoveTakesItsTargetFromTheList) {
+    Click("cmdMoveSet");
+    EXPECT_TRUE(Shown("FraMoveSet"));
+    EXPECT_FALSE(Shown("FraActions"));
+    EXPECT_FALSE(Enabled("cmdMoveOK"));
+    EXPECT_FALSE(Enabled("TabStrip1"));
+    EXPECT_FALSE(Enabled("FraTiles"));
+    EXPECT_EQ(Label("Label1"), "Selected Set to be Moved: 0");
+    const std::string click =
+        "Click on a set in the list above to define the move position.\n";
+    EXPECT_EQ(Label("Label2"), click + "Current move position: NONE SELECTED");
+    ClickRow("ListView1", 2);
+    EXPECT_EQ(Label("Label2"), click + "Current move position: Before Set# 2");
+    Click("Option1_1");
+    EXPECT_EQ(Label("Label2"), click + "Current move position: After Set# 2");
+    EXPECT_TRUE(Enabled("cmdMoveOK"));
+    ClickRow("ListView1", 0);
+    EXPECT_FALSE(Enabled("cmdMoveOK"));
+    ClickRow("ListView1", 2);
+    Click("cmdMoveOK");
+    EXPECT_EQ(Sets(), "491");
+    EXPECT_EQ(state_.Terrain.LxArr(9).TileOffset + 0, 0);
+    EXPECT_EQ(state_.Terrain.LxArr(1).TileOffset + 0, 32);
+    EXPECT_TRUE(Shown("FraActions"));
+    EXPECT_TRUE(Enabled("TabStrip1"));
+    EXPECT_EQ(verbs_.Story, " 0to32 L2");
+    EXPECT_EQ(window_->windowTitle(), "*BIN Editor v3.0.1");
+    EXPECT_EQ(Row("ListView1"), 2);
+    // Not counted anew yet.
+    EXPECT_EQ(Find<QGroupBox>(*window_, "FraTileSets").title(),
+              "3 Sets || 4 Tiles || 4 Tiles not used in L2");
+}
+
+TEST_F(FrmBINTileEditTest, ACancelledMoveChangesNothing) {
+    Click("cmdMoveSet");
+    ClickRow("ListView1", 1);
+    Click("cmdMoveCancel");
+    EXPECT_TRUE(Shown("FraActions"));
+    EXPECT_EQ(Sets(), "149");
+    EXPECT_FALSE(window_->NeedSaveFlag());
+}
+
+TEST_F(FrmBINTileEditTest, TheTypeOfASetIsChanged) {
+    Find<QComboBox>(*window_, "ComboSetType").setCurrentIndex(5);
+    Click("cmdChangeSet");
+    EXPECT_EQ(Sets(), "749");
+    EXPECT_TRUE(Enabled("cmdSaveBIN"));
+    EXPECT_EQ(verbs_.Story, "");
+}
+
+TEST_F(FrmBINTileEditTest, SavingTakesTheStarAwayAndTellsOfTheOtherFile) {
+    Click("cmdDeleteSet");
+    EXPECT_EQ(verbs_.Story, " 0to0 L2");
+    EXPECT_TRUE(Shown("cmdSaveBoth"));
+    Click("cmdSaveBIN");
+    EXPECT_EQ(window_->windowTitle(), "BIN Editor v3.0.1");
+    EXPECT_FALSE(Enabled("cmdSaveBIN"));
+    EXPECT_EQ(
+        Label("lblStatus"),
+        "Texture.bin is saved; level 2 with the new tile numbers is still unsaved.");
+    EXPECT_TRUE(window_->Apart());
+    verbs_.Unsaved = false;
+    window_->L2Saved();
+    EXPECT_FALSE(window_->Apart());
+    EXPECT_FALSE(Shown("cmdSaveBoth"));
+    EXPECT_EQ(ParseBinFile(ReadWholeFile(state_.Catalogue.BinPath).Span(), "").NumSets,
+              2);
+}
+
+TEST_F(FrmBINTileEditTest, BothAreSavedTogether) {
+    Click("cmdDeleteSet");
+    Click("cmdSaveBoth");
+    EXPECT_EQ(verbs_.Story, " 0to0 L2 both");
+    EXPECT_FALSE(window_->NeedSaveFlag());
+    EXPECT_FALSE(window_->Apart());
+}
+
+TEST_F(FrmBINTileEditTest, TheOnlySetCanGo) {
+    for (int i = 0; i < 3; ++i)
+        Click("cmdDeleteSet");
+    EXPECT_EQ(Find<QGroupBox>(*window_, "FraTileSets").title(),
+              "0 Sets || 0 Tiles || 0 Tiles not used in L2");
+    for (const char* name : {"cmdDeleteSet", "cmdChangeSet", "cmdMoveSet",
+                             "cmdAppendTile", "cmdEditTile", "cmdDeleteTile"})
+        EXPECT_FALSE(Enabled(name)) << name;
+    EXPECT_TRUE(Enabled("cmdAppendSet"));
+    EXPECT_EQ(Find<TileSlots>(*window_, "PicTiles").Highlighted(), -1);
+}
+
+TEST_F(FrmBINTileEditTest, ACancelledAppendLeavesTheFormUsable) {
+    platform_.Dialogs.ExpectCancel();
+    Click("cmdAppendSet");
+    EXPECT_TRUE(Enabled("FraTileSets"));
+    EXPECT_TRUE(Enabled("FraActions"));
+    EXPECT_FALSE(Shown("PB5"));
+    EXPECT_EQ(Sets(), "149");
+}
+
+TEST_F(FrmBINTileEditTest, TheMapComesBackWithTheSetsClass) {
+    ClickRow("ListView1", 2);
+    Click("cmdOpenTerrain");
+    EXPECT_EQ(verbs_.Story, " map9");
+}
+
+TEST_F(FrmBINTileEditTest, ClosingItAsksForTheWayOut) {
+    window_->close();
+    EXPECT_TRUE(window_->isVisible());
+    EXPECT_EQ(verbs_.Story, " leave");
+}
+
+TEST_F(FrmBINTileEditTest, DocsOpenTheHelp) {
+    Click("cmdDocs");
+    EXPECT_EQ(platform_.Processes.Story, "open " + state_.Configuration.OnlineHelp);
+}
+
+TEST_F(FrmBINTileEditTest, ThePaletteIsEmptyAndItsTipIsCopied) {
+    auto& palette = Find<QWidget>(*window_, "picTilePalette");
+    QTest::mouseMove(&palette, {5, 5});
+    EXPECT_EQ(palette.toolTip(), "No Palette loaded...");
+    QTest::mouseClick(&palette, Qt::LeftButton);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "No Palette loaded...");
+    EXPECT_EQ(palette.toolTip(), "Copied to clipboard");
+}
+
+TEST_F(FrmBINTileEditTest, AFileDroppedOnTheWindowBecomesASetAndIsChecked) {
+    QMimeData data;
+    data.setUrls(
+        {QUrl::fromLocalFile(QString::fromStdString(folder_.Write("a.tga", "x")))});
+    platform_.Dialogs.ExpectBox(
+        "Error", "The image a.tga you tried to load doesn't seem to be a valid image",
+        BoxAnswer::Ok);
+    const auto drop = [&](QWidget& onto) {
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(&onto, &enter);
+        EXPECT_TRUE(enter.isAccepted());
+        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&onto, &event);
+    };
+    drop(*window_);
+    platform_.Dialogs.ExpectBox("", "Invalid extension for pcx or dds image",
+                                BoxAnswer::Ok);
+    drop(Find<TileSlots>(*window_, "PicTiles").At(3));
+    EXPECT_EQ(Find<TileSlots>(*window_, "PicTiles").Highlighted(), 3);
+}
+
+} // namespace
+} // namespace vardenix
