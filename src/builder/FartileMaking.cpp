@@ -193,14 +193,6 @@ private:
 
 } // namespace
 
-std::string DayContainer(const std::string& textureFolder) {
-    return textureFolder + "fartiles.dds";
-}
-
-std::string NightContainer(const std::string& textureFolder) {
-    return textureFolder + "fartilesN.dds";
-}
-
 void MakeFartiles(const FartileParts& parts, const FartileList& list) {
     parts.View.SetLblTime("");
     parts.View.SetPB1_Max(list.UpperBound() - 1);
