@@ -53,9 +53,10 @@ TEST_F(MapEditorEndToEnd, AColourIsFoundChangedExportedAndImported) {
     Start();
     const std::string before = OnDisk();
     ASSERT_EQ(before.size(), 1112U);
+    const Picture map = MapPicture();
     desktop_.ClickIn(Map, Side / 2, Side / 2, 3);
-    ASSERT_TRUE(Await([first = MapPicture()](const Picture& now) {
-        return now != first; // the menu lies over it
+    ASSERT_TRUE(Await([&map](const Picture& now) {
+        return now != map; // the menu lies over it
     }));
     desktop_.Key("m");
     ASSERT_TRUE(IsUp(Saved));
