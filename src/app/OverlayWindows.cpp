@@ -9,7 +9,6 @@
 #include "overlays/windows/frmVXSearchResults.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
-#include "workspace/RestorePoint.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 
@@ -119,9 +118,7 @@ frmVXSearchResults& OverlayWindows::SearchResultsWindow() {
         searchResults_ = std::make_unique<frmVXSearchResults>(state_, workspace_);
         KeepOverMap(*searchResults_, workspace_.Windows());
         OnSignal(searchResults_.get(), &frmVXSearchResults::RestorePointWanted,
-                 searchResults_.get(), [this] {
-                     CreateRestorePoint(state_.Terrain, state_.Folders.SystemTempPath);
-                 });
+                 searchResults_.get(), [this] { workspace_.CreateRestorePoint(); });
         // Values may have changed when the map is painted anew.
         OnSignal(workspace_.Windows().Map.get(), &FrmVXMap::ViewPainted,
                  searchResults_.get(), [this] { searchResults_->PostsChanged(); });

@@ -188,6 +188,8 @@ void Workspace::StorePlaces() {
         store();
 }
 
+void Workspace::CreateRestorePoint() { panelVerbs_->Do(PanelVerb::CreateRestorePoint); }
+
 bool Workspace::LeaveProgram() {
     StorePlaces();
     const DirtyFlags flags{.BIN = offers_.BinNeedsSave && offers_.BinNeedsSave(),

@@ -43,6 +43,8 @@ public:
     UndoPoints& Undo() { return undo_; }
     TilePictures& Pictures() { return tilePictures_; }
     WorkspaceWindows& Windows() { return windows_; }
+    // As the panel's button makes it.
+    void CreateRestorePoint();
     // A pass has given level 2 other tile numbers: whatever else holds some follows.
     void TilesRenumbered(const TileRenumbering& numbers);
     // The panel and the other windows, with the palette on a class of terrain.

@@ -73,4 +73,9 @@ void LoadFeatures(FeatureSet& features, const std::vector<std::string>& files);
 // were reached into are all sea. Nothing for none.
 void TellSharedSea(int32_t segments);
 
+// Saves the level 2 that OpenToWrite has opened. Refused (error 5) where segments are
+// missing from the file that was read, and, unless told to overwrite, where another
+// program has changed it since.
+void SaveLevel2(CommandContext& context, bool overwrite);
+
 } // namespace vardenix

@@ -59,12 +59,7 @@ void SaveFilled(CommandContext& context, const EditOptions& options) {
     const int64_t count = FillPosts(terrain, posts, options.Change);
     if (options.Change.Palette || options.Change.X1 || options.Change.X2)
         TellSharedSea(SeaSegments(terrain, posts));
-    if (!MaySaveOverGap(terrain, context.Dialogs))
-        throw RuntimeError(ErrorNumber::InvalidCall,
-                           terrain.LFilename +
-                               " was left as it is; save-as under another name first, "
-                               "or bring back a backup");
-    SaveTheater(terrain, "", context.Progress, IfChangedOf(options.Overwrite));
+    SaveLevel2(context, options.Overwrite);
     Print(std::to_string(count) + (count == 1 ? " post" : " posts") + " set in " +
           NameOnDisk(terrain.LFilename));
 }
@@ -83,6 +78,16 @@ void TellSharedSea(int32_t segments) {
         Tell("Segments that are all sea, here " + std::to_string(segments) +
              ", share one block of the file: palette, X1 and X2 of the terrain's first "
              "one stand for all.");
+}
+
+void SaveLevel2(CommandContext& context, bool overwrite) {
+    Terrain& terrain = context.State.Terrain;
+    if (!MaySaveOverGap(terrain, context.Dialogs))
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           terrain.LFilename +
+                               " was left as it is; save-as under another name first, "
+                               "or bring back a backup");
+    SaveTheater(terrain, "", context.Progress, IfChangedOf(overwrite));
 }
 
 void AddSet(Command& all) {

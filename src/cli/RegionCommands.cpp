@@ -2,7 +2,6 @@
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Printing.h"
-#include "theater/TerrainStore.h"
 #include "workspace/PostFields.h"
 #include "workspace/RegionExchange.h"
 
@@ -28,6 +27,7 @@ struct RegionOptions {
     std::string File;
     RegionCorners Corners;
     bool Clip = false;
+    bool Overwrite = false;
 };
 
 // Only posts that a save keeps are stamped on, so nothing is lost without a word.
@@ -73,16 +73,17 @@ void AddRegionImport(Command& family) {
     AddPost(command, "X", options->Corners.X1, "Y", options->Corners.Y1);
     command.Flag("--clip", options->Clip,
                  "Import only the part that fits on the terrain");
+    AddOverwrite(command, options->Overwrite);
     command.Run([options](CommandContext& context) {
         const TileRegion region = ReadRegion(options->File);
         if (const auto width = options->Files.WidthOnDisk())
             RequireFit(*options, region, SavedWidth(*width));
-        context.Open(options->Files);
+        context.OpenToWrite(options->Files);
         Terrain& terrain = context.State.Terrain;
         RequireFit(*options, region, SavedWidth(terrain.MapWidth));
         StampRegion(terrain, region, options->Corners.X1, options->Corners.Y1,
                     context.Progress);
-        SaveTheater(terrain, "", context.Progress);
+        SaveLevel2(context, options->Overwrite);
         const int64_t count = KeptPosts(*options, region, SavedWidth(terrain.MapWidth));
         Print(std::to_string(count) + (count == 1 ? " post" : " posts") + " set in " +
               NameOnDisk(terrain.LFilename));

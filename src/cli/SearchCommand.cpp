@@ -26,6 +26,7 @@ struct SearchOptions {
     std::vector<std::string> Sets;
     bool AsJson = false;
     bool CountOnly = false;
+    bool Overwrite = false;
     // What the texts above say.
     SearchPattern Pattern;
     PostChange Change;
@@ -196,7 +197,7 @@ void SetAndSave(CommandContext& context, const SearchOptions& options,
     const int64_t count = SetHits(terrain, hits, all, options.Change);
     if (options.Change.Palette || options.Change.X1 || options.Change.X2)
         TellSharedSea(SeaSegmentsOf(terrain, hits));
-    SaveTheater(terrain, "", context.Progress);
+    SaveLevel2(context, options.Overwrite);
     Tell(std::to_string(count) + (count == 1 ? " post" : " posts") + " set in " +
          NameOnDisk(terrain.LFilename));
 }
@@ -214,13 +215,14 @@ void AddSearch(Command& all) {
                   "FIELD=VALUE that all posts found are set to, and saved");
     command.Flag("--json", options->AsJson, "Print JSON");
     command.Flag("--count", options->CountOnly, "Print the number of posts alone");
+    AddOverwrite(command, options->Overwrite);
     command.Check([options] { TakeTexts(*options); });
     command.Run([options](CommandContext& context) {
-        context.Open(options->Files);
+        const bool sets = !options->Change.Empty();
+        sets ? context.OpenToWrite(options->Files) : context.Open(options->Files);
         const Terrain& terrain = context.State.Terrain;
         SearchResults hits;
         SearchTiles(terrain, options->Pattern, context.Progress, hits);
-        const bool sets = !options->Change.Empty();
         if (sets)
             hits = KeptHits(hits, terrain.MapWidth);
         if (sets && hits.size() > 1)

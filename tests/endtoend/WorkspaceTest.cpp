@@ -193,7 +193,7 @@ TEST_F(WorkspaceEndToEnd, EscStopsALongRepaint) {
 TEST_F(WorkspaceEndToEnd, TheEndOfTheSessionEndsTheProgramCleanly) {
     const std::string copy = folder_.File("copied theater");
     fs::copy(SAMPLE_FOLDER, copy, fs::copy_options::recursive);
-    UseTheater(copy, {{"X", "10"}, {"Y", "10"}, {"ZOOM", "1"}});
+    UseTheater(copy, {{"X", "95"}, {"Y", "95"}, {"ZOOM", "1"}, {"MAIN_WIN_VIS", "-1"}});
     for (const int signal : {SIGTERM, SIGHUP}) {
         Start();
         const Picture before = MapPicture();
@@ -205,7 +205,7 @@ TEST_F(WorkspaceEndToEnd, TheEndOfTheSessionEndsTheProgramCleanly) {
         EXPECT_EQ(program_.ExitCode(), 0);
         EXPECT_FALSE(fs::exists(folder_.File("program/Temp")));
     }
-    EXPECT_EQ(Setting("X"), 12);
+    EXPECT_EQ(Setting("X"), 97);
 }
 
 } // namespace
