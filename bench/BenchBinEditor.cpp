@@ -4,11 +4,14 @@
 #include "bineditor/LevelTwoPass.h"
 #include "bineditor/TileIntake.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
+#include "platform/Clock.h"
 #include "platform/ForEachInParallel.h"
+#include "platform/Platform.h"
+#include "platform/Processes.h"
+#include "platform/Registry.h"
 #include "services/Dxt1Writer.h"
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
-#include "support/FakePlatform.h"
 #include "support/TestFolder.h"
 #include "theater/TileCheck.h"
 
@@ -76,17 +79,27 @@ public:
     bool LeaveProgram() override { return false; }
 };
 
+class NoRegistry : public Registry {
+public:
+    std::string ReadText(std::string_view, std::string_view) const override { return {}; }
+    void WriteText(std::string_view, std::string_view, std::string_view) override {}
+};
+
 void OpenWindowOnManySets(benchmark::State& state) {
     bench::NeedApplication();
     const tests::TestFolder folder;
     ProgramState program;
     Fill(program.Catalogue, program.Terrain, folder.File(""));
     TilePictures pictures;
-    tests::FakePlatform platform;
-    DebugLog log(platform.Clock);
+    bench::NoDialogs dialogs;
+    NoRegistry registry;
+    const SystemClock clock;
+    SystemProcesses processes;
+    const Platform platform{dialogs, registry, clock, processes};
+    DebugLog log(clock);
     NoVerbs verbs;
     for (auto _ : state) {
-        FrmBINTileEdit window({program, pictures, platform.All, log, verbs});
+        FrmBINTileEdit window({program, pictures, platform, log, verbs});
         window.Open();
         QApplication::processEvents();
     }

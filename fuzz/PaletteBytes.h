@@ -22,10 +22,12 @@ void ReadAndWriteAgain(const uint8_t* data, size_t size, size_t begin,
     for (int i = 0; i < PaletteSize; ++i)
         record.Palette[i] = {1, 2, 3, static_cast<uint8_t>(i)};
     const MapFileRecord before = record;
+    // Named, since GCC 12 takes the array for a pointer when it looks for overflows.
+    const MapPalette palette(std::begin(record.Palette), PaletteSize);
     try {
-        take(std::as_bytes(std::span(data, size)), "palette", record.Palette);
+        take(std::as_bytes(std::span(data, size)), "palette", palette);
         Require(size >= Length);
-        const auto bytes = write(record.Palette);
+        const auto bytes = write(palette);
         Require(std::memcmp(bytes.data() + begin, data + begin, Length - begin) == 0);
     } catch (const RuntimeError& error) {
         Require(size < Length && error.Number() == ErrorNumber::InputPastEnd);

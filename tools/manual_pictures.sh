@@ -124,6 +124,19 @@ click "$panel" 332 133 # Options...
 up '^Areas/Paths Options$'
 picture FrmVXAreasPathsOptions.png '^Areas/Paths Options$'
 keys Escape
+click "$map" 171 180 3 # the MAP editor, at the color of a post
+keys m
+up '^\*?MapEditor'
+sleep 5 # until it has flashed
+picture frmMAPMain.png '^\*?MapEditor'
+keys shift+F10
+up '^Palete Details'
+picture frmMAPDet.png '^Palete Details'
+keys Escape alt+l
+up '^Change all Alpha$'
+picture frmMAPSetAlpha.png '^Change all Alpha$'
+keys Escape alt+p
+up "$map"
 timeout 5 xdotool windowactivate --sync "$(window_of "$panel")"
 keys alt+p a
 up '^About Vardenix$'

@@ -29,7 +29,7 @@ def without_precompiled(command):
             skip = False
         elif word == "-include" and words[at + 1].endswith("cmake_pch.hxx"):
             skip = True
-        elif word not in ("-Winvalid-pch", "ccache"):
+        elif word not in ("-Winvalid-pch", "ccache", "-Wno-stringop-overflow"):
             kept.append(word)
     return kept
 

@@ -80,8 +80,8 @@ void Workspace::PanelVerbs::EditL0Elv(bool on) {
 
 void Workspace::PanelVerbs::CreatePoint() {
     workspace_.windows_.Panel->LetEventsThrough();
-    CreateRestorePoint(workspace_.state_.Terrain,
-                       workspace_.state_.Folders.SystemTempPath);
+    vardenix::CreateRestorePoint(workspace_.state_.Terrain,
+                                 workspace_.state_.Folders.SystemTempPath);
     workspace_.renumberedSincePoint_ = false;
 }
 

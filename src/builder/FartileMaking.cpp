@@ -146,8 +146,10 @@ private:
         const auto posts = parts_.Terrain.LxArr.Values();
         std::set<int32_t> tiles;
         for (int32_t index = range.First; index < range.Last; ++index)
-            for (const int32_t serial : list_.At(index).Serials)
-                tiles.insert(posts[static_cast<size_t>(serial) - 1].TileOffset);
+            for (const int32_t serial : list_.At(index).Serials) {
+                const int32_t number = posts[static_cast<size_t>(serial) - 1].TileOffset;
+                tiles.insert(number); // a field of a packed record has no address
+            }
         if (!tiles_.Require(tiles, Stop(), parts_.Threads))
             throw RebuildStopped();
     }
@@ -192,14 +194,6 @@ private:
 };
 
 } // namespace
-
-std::string DayContainer(const std::string& textureFolder) {
-    return textureFolder + "fartiles.dds";
-}
-
-std::string NightContainer(const std::string& textureFolder) {
-    return textureFolder + "fartilesN.dds";
-}
 
 void MakeFartiles(const FartileParts& parts, const FartileList& list) {
     parts.View.SetLblTime("");

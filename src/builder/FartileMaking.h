@@ -3,6 +3,7 @@
 #include "builder/Fartiles.h"
 #include "builder/RebuildView.h"
 #include "builder/RewrittenFile.h"
+#include "theater/RebuiltFiles.h"
 #include "theater/Terrain.h"
 #include "theater/TextureBin.h"
 
@@ -21,10 +22,6 @@ struct FartileParts {
     int32_t FarSize = 32; // pixels; one that FartileShape takes
     unsigned Threads = 0; // 0: as many as the machine has
 };
-
-// The containers of the far tiles, by day and by night.
-std::string DayContainer(const std::string& textureFolder);
-std::string NightContainer(const std::string& textureFolder);
 
 // Makes the far tiles of the list and stages both containers: the header, then the DXT1
 // data of each, in order. Error 9 with X and Y of a post whose tile number the catalogue

@@ -8,20 +8,6 @@
 
 namespace vardenix {
 
-LevelPair PairOfLevel(const std::string& folder, int32_t level) {
-    const std::string number = std::to_string(level);
-    return {folder + "theater.l" + number, folder + "theater.o" + number};
-}
-
-std::vector<std::string> FilesOfLevels(const std::string& folder) {
-    std::vector<std::string> files;
-    for (const int32_t level : {0, 1, 3, 4, 5}) {
-        const LevelPair pair = PairOfLevel(folder, level);
-        files.insert(files.end(), {pair.L, pair.O});
-    }
-    return files;
-}
-
 bool LevelNotExists(const std::string& folder, int32_t level) {
     const LevelPair pair = PairOfLevel(folder, level);
     if (!FileExists(pair.L))

@@ -4,6 +4,7 @@
 #include "builder/RebuildView.h"
 #include "builder/RewrittenFile.h"
 #include "platform/RuntimeError.h"
+#include "theater/RebuiltFiles.h"
 #include "theater/Terrain.h"
 #include "theater/TerrainStore.h"
 
@@ -11,7 +12,6 @@
 #include <functional>
 #include <span>
 #include <string>
-#include <vector>
 
 namespace vardenix {
 
@@ -22,13 +22,6 @@ struct LevelParts {
     RebuildFiles& Files;
     RebuildView& View;
 };
-
-// The pair of a level in a folder, under the names that a new one gets; an old one is
-// found under these names in any case.
-LevelPair PairOfLevel(const std::string& folder, int32_t level);
-
-// The files of all levels but the second, there or not.
-std::vector<std::string> FilesOfLevels(const std::string& folder);
 
 // Whether the L file of a level is not there. Error 53 for one that is there without its
 // O file.

@@ -40,13 +40,9 @@ public:
 
 private:
     std::vector<std::string> AllFiles() const {
-        std::vector<std::string> files = FilesOfLevels(levels_.LxFolder);
-        if (options_.MakeL3)
-            for (const std::string& container :
-                 {DayContainer(TextureFolderOf(parts_.Catalogue)),
-                  NightContainer(TextureFolderOf(parts_.Catalogue))})
-                files.push_back(container);
-        return files;
+        return options_.MakeL3
+                   ? FilesOfRebuild(levels_.LxFolder, TextureFolderOf(parts_.Catalogue))
+                   : FilesOfLevels(levels_.LxFolder);
     }
 
     // Everything that can be known beforehand, so that nobody waits for an error.

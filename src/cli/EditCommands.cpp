@@ -81,7 +81,7 @@ void TellSharedSea(int32_t segments) {
 }
 
 void SaveLevel2(CommandContext& context, bool overwrite) {
-    const Terrain& terrain = context.State.Terrain;
+    Terrain& terrain = context.State.Terrain;
     if (!MaySaveOverGap(terrain, context.Dialogs))
         throw RuntimeError(ErrorNumber::InvalidCall,
                            terrain.LFilename +

@@ -1,7 +1,6 @@
 // rebuild, rebuild-elevation and far-tile: the other levels of a theater, its far tiles
 // and its elevations.
 #include "builder/ElevationRebuild.h"
-#include "builder/FartileMaking.h"
 #include "builder/FartilePicture.h"
 #include "builder/FartileShape.h"
 #include "builder/TheaterRebuild.h"
@@ -12,6 +11,7 @@
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 #include "theater/ElevationFiles.h"
+#include "theater/RebuiltFiles.h"
 
 #include <memory>
 

@@ -4,6 +4,7 @@
 #include "platform/FileStatus.h"
 #include "platform/Mending.h"
 #include "theater/MissingSegments.h"
+#include "theater/RebuiltFiles.h"
 #include "theater/TerrainStore.h"
 #include "theater/TextureBinFile.h"
 #include "theater/TileCheck.h"
@@ -95,6 +96,11 @@ bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& 
     // Should it not be there, its tiles are missed one by one.
     state.Catalogue.DDSFolder = files.RealOf(paths.DDSFolder, PathKind::Folder) + "/";
     log.WriteLog("DDSFolder to open: " + state.Catalogue.DDSFolder);
+
+    // What an interrupted rebuild has left of the other levels and the far tiles.
+    LogMended(MendFiles(FilesOfRebuild(UpToLastSlash(terrain.LFilename),
+                                       UpToLastSlash(state.Catalogue.BinPath))),
+              log);
     return true;
 }
 

@@ -11,6 +11,7 @@ protected:
         Open();
         builder_ =
             std::make_unique<BuilderWindows>(state_, platform_.All, log_, *workspace_);
+        static_cast<WorkspaceCommands&>(*workspace_).CommandsChanged();
     }
     ~RebuildFromPanel() override { builder_.reset(); }
     static void ChooseRebuild() {

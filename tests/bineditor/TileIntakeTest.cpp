@@ -136,7 +136,11 @@ TEST_F(TileIntakeTest, SixteenComeTogetherWhateverTheThreads) {
             for (const char* night : {"", "N"})
                 EXPECT_NE(Pictures().find(letter + std::to_string(i) + night + ".dds"),
                           std::string::npos);
-    EXPECT_EQ(progress_.Story().substr(0, 24), "text 10.dds|bar 0|events");
+    // Told between two pictures; the other threads may have begun with the first ones.
+    const std::string story = progress_.Story();
+    EXPECT_TRUE(story.starts_with("text ")) << story;
+    EXPECT_NE(story.find(".dds|bar "), std::string::npos) << story;
+    EXPECT_NE(story.find("|events"), std::string::npos) << story;
 }
 
 TEST_F(TileIntakeTest, ABrokenPictureOfManyLeavesTheFolderAsItWas) {

@@ -8,7 +8,10 @@ namespace {
 
 class MapCommands : public CliTheater {
 protected:
-    MapCommands() { WriteMap(""); }
+    void SetUp() override {
+        CliTheater::SetUp();
+        WriteMap("");
+    }
 
     // Entry i has 4 i, 4 i + 1 ... as bytes, every number is 0 but for three.
     void WriteMap(const std::string& tail) {

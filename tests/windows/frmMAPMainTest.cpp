@@ -425,9 +425,8 @@ TEST_F(frmMAPMainTest, WhatAnotherProgramHasWrittenIsAskedFor) {
     EXPECT_TRUE(window_.MAPDirty() && CanSave());
     platform_.Dialogs.ExpectBox("Confirm", question, BoxAnswer::Yes);
     Click("cmdSaveMAP");
-    const std::string saved =
-        Pattern(1112).replace(4, 4, std::string("\5\0\0\0", 4)) +
-        std::string(2000 - 1112, '\x22');
+    const std::string saved = Pattern(1112).replace(4, 4, std::string("\5\0\0\0", 4)) +
+                              std::string(2000 - 1112, '\x22');
     EXPECT_EQ(OnDisk(), saved);
     // From now on what stands there is ours.
     Box(0).setText("6");

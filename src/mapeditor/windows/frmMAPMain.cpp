@@ -116,11 +116,8 @@ void frmMAPMain::OpenMapFile(const std::string& path) {
     if (SameFile(path, state_.MAPFile))
         state_.MAPFileRead = read;
     path_ = path;
-    mapDirty_ = false;
-    ui_->cmdSaveMAP->setEnabled(false);
-    EndFlashing();
+    MAPSaved();
     ShowRecord();
-    ShowTitle();
 }
 
 void frmMAPMain::MapFileOpened() {
@@ -130,6 +127,7 @@ void frmMAPMain::MapFileOpened() {
 }
 
 void frmMAPMain::ShowRecord() {
+    EndFlashing();
     controlsLoading_ = true;
     const MapFieldTexts texts = MapFieldTextsOf(state_.MapFileRecord);
     for (int i = 0; i < MapFieldCount; ++i) {

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+class QAbstractButton;
+
 namespace Ui {
 class FrmVXFeatures;
 }
@@ -38,7 +40,7 @@ private:
     struct KindControls;
     std::vector<KindControls> Kinds() const;
     void Connect(const KindControls& controls);
-    void JoinFont(class QAbstractButton* button, FontChoice Configuration::*font);
+    void JoinFont(QAbstractButton* button, FontChoice Configuration::*font);
     void CmdLoadFeatures_Click();
     void CmdClearFeatures_Click();
     void ShowCounts();

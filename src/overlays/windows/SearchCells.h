@@ -7,6 +7,8 @@
 
 #include <array>
 
+class QFrame;
+
 namespace vardenix {
 
 // The pattern of a search as it lies on the map: the frames Frame1_0 to Frame1_8 with
@@ -36,7 +38,7 @@ protected:
 
 private:
     struct CellFrame {
-        class QFrame* Frame = nullptr;
+        QFrame* Frame = nullptr;
         std::array<QLabel*, 5> Labels{};
     };
     CellFrame MakeFrame(int cell);
