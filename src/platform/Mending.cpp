@@ -24,11 +24,18 @@ using std::chrono::milliseconds;
 constexpr uint64_t LargestJournal = uint64_t{1} << 20;
 constexpr size_t PartBytes = size_t{1} << 20;
 
+// A name that is not there as it stands can only be found by listing its folder; where
+// that is forbidden nobody knows of a leftover beside it.
 std::vector<fs::path> TargetsOf(const std::vector<std::string>& paths) {
     std::vector<fs::path> targets;
     targets.reserve(paths.size());
     for (const std::string& path : paths)
-        targets.push_back(TargetOf(path));
+        try {
+            targets.push_back(TargetOf(path));
+        } catch (const RuntimeError& error) {
+            if (error.Number() != ErrorNumber::PermissionDenied)
+                throw;
+        }
     return targets;
 }
 
@@ -235,7 +242,7 @@ ReadingLock::ReadingLock(const std::vector<std::string>& paths)
             std::any_of(folders.begin(), folders.end(), [](const fs::path& folder) {
                 return IsMendable(JournalOf(folder));
             });
-        if (!journal || !locks_.front().Held())
+        if (!journal || locks_.empty() || !locks_.front().Held())
             return;
         locks_.clear();
         const auto more = MendFiles(paths);

@@ -137,8 +137,10 @@ TEST_F(OwnTemporary, IsNeverALinkOrAFileThatSomebodyPutThere) {
 TEST_F(OwnTemporary, IsNeverAFolderOfAnotherUser) {
     // What belongs to the superuser, or by a link to a folder of theirs.
     const std::string plain = folder_.File("tmp/vardenix-65534");
-    if (geteuid() == 0)
+    if (geteuid() == 0) {
         fs::create_directory(plain);
+        fs::permissions(plain, fs::perms::owner_all);
+    }
     const PlainUser user;
     if (Name() != plain)
         fs::create_directory_symlink("/usr", Name());

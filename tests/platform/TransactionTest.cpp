@@ -302,5 +302,15 @@ TEST_F(Mending, AJournalOfSomebodyElseInAFolderForAllIsLeftAlone) {
     EXPECT_EQ(Both(), given ? "new L|old O" : "new L|new O");
 }
 
+TEST_F(Mending, PassesOverNamesThatNobodyMayLookFor) {
+    tests::LetOthers(folder_.Path(), 1);
+    {
+        const tests::PlainUser user;
+        EXPECT_TRUE(MendFiles({pathL_, folder_.File("THEATER.L0")}).empty());
+        const ReadingLock reading({folder_.File("THEATER.L0")});
+    }
+    tests::LetOthers(folder_.Path(), 7);
+}
+
 } // namespace
 } // namespace vardenix
