@@ -112,7 +112,7 @@ void BareWrite(benchmark::State& state) {
 
 void Save(benchmark::State& state) {
     NoProgress progress;
-    const Terrain& terrain = Land::Of(state.range(0)).terrain;
+    Terrain& terrain = Land::Of(state.range(0)).terrain;
     for (auto _ : state)
         SaveTheater(terrain, "", progress);
 }
