@@ -233,6 +233,7 @@ BENCHMARK(Elevations)
     ->UseRealTime();
 BENCHMARK(FarTiles)
     ->Args({32, 0})
+    ->Args({32, 1})
     ->Args({30, 0})
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1)

@@ -46,7 +46,9 @@ if git ls-files 'tests/*.cpp' | xargs grep -nE '\b(u?sleep(_for)? *\(|DISABLED_|
   fault "a test sleeps or is skipped"
 fi
 
-tools/tidy.py "$build" $(git ls-files '*.cpp') || fault "clang-tidy found the above"
+# Test files that clang-tidy has not been over yet; to be emptied, never added to.
+mapfile -t ready < <(git ls-files '*.cpp' | grep -vxFf tools/lint-later.txt)
+tools/tidy.py "$build" "${ready[@]}" || fault "clang-tidy found the above"
 
 [ "$faults" -eq 0 ] && echo "lint: ${#sources[@]} files, nothing to say"
 exit $((faults > 0))

@@ -208,6 +208,12 @@ up "$results"
 picture frmVXSearchResults.png "$results"
 click "$panel" 31 501 # it goes
 
+click "$panel" 60 8
+keys b
+up '^Rebuild Theater$'
+picture rebuild-theater.png '^Rebuild Theater$'
+keys Escape
+
 keys ctrl+l
 up '^Open$'
 xdotool type theater.L0

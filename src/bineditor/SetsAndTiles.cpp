@@ -54,11 +54,11 @@ void TakeOrder(TextureBin& bin, const SetOrder& order, std::vector<TileSet>& roo
                TileSet* added) noexcept {
     room.emplace_back();
     for (size_t i = 1; i < order.size(); ++i) {
-        TileSet* from =
-            order[i] == added
-                ? added
-                : &bin.Sets[Index(static_cast<int32_t>(order[i] - bin.Sets.data()))];
-        room.push_back(std::move(*from));
+        if (added != nullptr && order[i] == added)
+            room.push_back(std::move(*added));
+        else
+            room.push_back(std::move(
+                bin.Sets[Index(static_cast<int32_t>(order[i] - bin.Sets.data()))]));
     }
     bin.Sets.swap(room);
     bin.NumSets = static_cast<int32_t>(order.size()) - 1;

@@ -48,7 +48,8 @@ std::span<const int16_t> HeightsOf(const ElevationGrids& grids, int32_t level, i
 void TakeHeights(const ElevationGrids& grids, int32_t level, int32_t y, int32_t x,
                  std::span<TerrainPost> block) {
     for (int32_t row = 0; row < SegmentSide; ++row) {
-        TerrainPost* post = &block[static_cast<size_t>(row * SegmentSide)];
+        const int32_t first = row * SegmentSide;
+        TerrainPost* post = &block[static_cast<size_t>(first)];
         for (const int16_t height : HeightsOf(grids, level, y, x, row))
             (post++)->Elevation = height;
     }

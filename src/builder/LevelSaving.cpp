@@ -56,7 +56,8 @@ bool MakeFineBlock(const Terrain& terrain, const LevelGeometry& geometry, int32_
                    int32_t x, bool wholePosts, std::span<TerrainPost> block) {
     bool blank = true;
     for (int32_t i = 0; i < SegmentSide; ++i) {
-        TerrainPost* post = &block[static_cast<size_t>(i * SegmentSide)];
+        const int32_t first = i * SegmentSide;
+        TerrainPost* post = &block[static_cast<size_t>(first)];
         for (const TerrainPost& from : SourceRow(terrain, geometry, y, x, i)) {
             const int32_t tile = Raised(from.TileOffset, geometry);
             for (int32_t j = 0; j < geometry.Finer; ++j, ++post) {

@@ -67,7 +67,7 @@ std::shared_ptr<MapOptions> AddTo(Command& command) {
 // Reads, changes and saves it while no other program does.
 template <typename Change>
 std::string Changed(const MapOptions& options, Change change) {
-    const std::string path = options.Choice.Path();
+    std::string path = options.Choice.Path();
     const auto locks = LockFoldersOf({TargetOf(path)}, FolderLock::Exclusive);
     MapFileRecord record;
     const FileIdentity read = OpenMapFile(path, record);

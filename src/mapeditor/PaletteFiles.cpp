@@ -125,8 +125,8 @@ void TakePalettePicture(const Bitmap& picture, MapPalette palette) {
         const uint32_t* pixels = stretched.Row(row * SquareSide + SquareSide / 2);
         for (int32_t column = 0; column < PaletteSide; ++column) {
             const uint32_t pixel = pixels[column * SquareSide + SquareSide / 2];
-            MapPaletteEntry& entry =
-                palette[static_cast<size_t>(row * PaletteSide + column)];
+            const int32_t index = row * PaletteSide + column;
+            MapPaletteEntry& entry = palette[static_cast<size_t>(index)];
             entry.Red = static_cast<uint8_t>(pixel >> 16);
             entry.Green = static_cast<uint8_t>(pixel >> 8);
             entry.Blue = static_cast<uint8_t>(pixel);

@@ -171,6 +171,7 @@ void MendJournal(const fs::path& folder, std::vector<std::string>& done) {
         return;
     const std::vector<FoundFile> files = LookAtAll(folder);
     std::vector<fs::path> targets;
+    targets.reserve(files.size());
     for (const FoundFile& file : files)
         targets.push_back(file.Target);
     const std::string name = files.empty()

@@ -19,6 +19,12 @@ constexpr int32_t Middle = 128;
 // Beyond it a sum, with its bias, could leave 32 bits.
 constexpr int LargestShift = 22;
 
+// Adds a half and cuts, whatever the sign.
+int32_t RoundedAsTheLibraryDoes(double value) {
+    const double raised = value + 0.5;
+    return static_cast<int32_t>(raised);
+}
+
 // The library's bicubic filter (B and C a third each), term by term.
 double Bicubic(double value) {
     constexpr double B = 1 / 3.0;
@@ -57,7 +63,7 @@ int32_t ExactSample(const ShrinkWeights& weights, const ShrinkWeights::Window& w
     for (size_t i = 0; i < window.Count; ++i)
         sum += weights.Exact[window.First + i] *
                static_cast<double>(row[window.Left + i] + Middle);
-    return std::clamp(static_cast<int32_t>(sum + 0.5), 0, 255);
+    return std::clamp(RoundedAsTheLibraryDoes(sum), 0, 255);
 }
 
 int32_t Sample(const ShrinkWeights& weights, const ShrinkWeights::Window& window,
@@ -126,8 +132,8 @@ ShrinkWeights::ShrinkWeights(int32_t from, int32_t to) : From(from), To(to) {
     double largest = 0;
     for (int32_t u = 0; u < to; ++u) {
         const double center = static_cast<double>(u) / scale + offset;
-        const int32_t left = std::max(0, static_cast<int32_t>(center - width + 0.5));
-        const int32_t right = std::min(static_cast<int32_t>(center + width + 0.5), from);
+        const int32_t left = std::max(0, RoundedAsTheLibraryDoes(center - width));
+        const int32_t right = std::min(RoundedAsTheLibraryDoes(center + width), from);
         Window window;
         window.Left = static_cast<size_t>(left);
         window.First = Exact.size();

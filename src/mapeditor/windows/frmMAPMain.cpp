@@ -68,7 +68,8 @@ void frmMAPMain::ConnectFile() {
     for (const auto& [key, button] : {std::pair(QKeySequence("Ctrl+S"), ui_->cmdSaveMAP),
                                       std::pair(QKeySequence("F1"), ui_->cmdDocs)}) {
         auto* shortcut = new QShortcut(key, this);
-        OnSignal(shortcut, &QShortcut::activated, button, [button] { button->click(); });
+        OnSignal(shortcut, &QShortcut::activated, button,
+                 [pressed = button] { pressed->click(); });
     }
 }
 

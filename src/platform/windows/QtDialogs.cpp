@@ -158,7 +158,9 @@ private:
     // name's extension.
     void GiveNameItsExtension() const {
         auto* box = findChild<QLineEdit*>("fileNameEdit");
-        const QString name = box == nullptr ? QString() : box->text();
+        if (box == nullptr)
+            return;
+        const QString name = box->text();
         const qsizetype pattern = name.lastIndexOf(".[");
         if (pattern >= 0 && !Extension().isEmpty())
             box->setText(name.left(pattern + 1) + Extension());

@@ -333,16 +333,15 @@ void FrmVXMap::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void FrmVXMap::dropEvent(QDropEvent* event) {
-    const std::vector<std::string> paths = DroppedFeatureFiles(*event->mimeData());
+    droppedPaths_ = DroppedFeatureFiles(*event->mimeData());
     event->acceptProposedAction();
     // Once the other program is done with its part: a box may come up.
-    QMetaObject::invokeMethod(
-        this,
-        [this, paths] {
-            static_cast<RunTimeBarrier*>(qApp)->Guard(
-                [&] { commands_.LoadFeatures(paths); });
-        },
-        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, "LoadDropped", Qt::QueuedConnection);
+}
+
+void FrmVXMap::LoadDropped() {
+    static_cast<RunTimeBarrier*>(qApp)->Guard(
+        [this] { commands_.LoadFeatures(droppedPaths_); });
 }
 
 bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {

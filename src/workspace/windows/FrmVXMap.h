@@ -68,6 +68,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    Q_INVOKABLE void LoadDropped();
     void wheelEvent(QWheelEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -108,6 +109,7 @@ private:
     EscWatch escWatch_;
     bool placing_ = false; // the program itself moves the bars
     QPoint wheelTurned_;   // what has not made a whole notch yet, eighths of a degree
+    std::vector<std::string> droppedPaths_; // to be loaded when events come next
 };
 
 } // namespace vardenix
