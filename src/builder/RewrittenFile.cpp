@@ -18,6 +18,7 @@ constexpr size_t CompareBytes = size_t{1} << 18;
 
 void RebuildFiles::Hold(const std::vector<std::string>& paths, DebugLog& log) {
     std::vector<std::filesystem::path> files;
+    files.reserve(paths.size());
     for (const std::string& path : paths)
         files.push_back(RealPath(path));
     Locks = LockFoldersOf(files, FolderLock::Exclusive);

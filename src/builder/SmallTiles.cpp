@@ -86,7 +86,7 @@ bool SmallTiles::Require(const std::set<int32_t>& tiles,
 // list it each time.
 std::string SmallTiles::PathOf(int32_t tile, DayOrNight when) const {
     const TileInfo& info = catalogue_.Lookup[static_cast<size_t>(tile)];
-    const std::string path = TilePicturePath(
+    std::string path = TilePicturePath(
         catalogue_.DDSFolder, when == DayOrNight::Day ? info.DayFile : info.NightFile);
     const std::string name = AfterLastSlash(path);
     if (path.size() - name.size() != catalogue_.DDSFolder.size())

@@ -1,8 +1,7 @@
 #include "bineditor/windows/FrmBINTileDet.h"
 
 #include "bineditor/TileNumbers.h"
-#include "bineditor/windows/FrmBINAreasEdit.h"
-#include "bineditor/windows/FrmBINPathEdit.h"
+#include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TilePicture.h"
 #include "bineditor/windows/TypeList.h"
 #include "platform/Numbers.h"
@@ -253,9 +252,7 @@ void FrmBINTileDet::UpdatePathListItem(int32_t row) {
 void FrmBINTileDet::cmdAreaEdit_Click() {
     if (selectedArea_ == 0)
         return;
-    FrmBINAreasEdit window(tile_.Area(selectedArea_), this);
-    window.exec();
-    if (!window.Changed())
+    if (!EditArea(tile_.Area(selectedArea_), this))
         return;
     UpdateAreaListItem(selectedArea_);
     RefreshForm();
@@ -265,9 +262,7 @@ void FrmBINTileDet::cmdAreaEdit_Click() {
 void FrmBINTileDet::cmdPathEdit_Click() {
     if (selectedPath_ == 0)
         return;
-    FrmBINPathEdit window(tile_.Path(selectedPath_), this);
-    window.exec();
-    if (!window.Changed())
+    if (!EditPath(tile_.Path(selectedPath_), this))
         return;
     UpdatePathListItem(selectedPath_);
     RefreshForm();

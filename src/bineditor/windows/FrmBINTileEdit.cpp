@@ -3,7 +3,7 @@
 #include "bineditor/TileLists.h"
 #include "bineditor/TileNumbers.h"
 #include "bineditor/windows/BinModels.h"
-#include "bineditor/windows/FrmBINWorking.h"
+#include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TileSlots.h"
 #include "platform/Windows1252.h"
 #include "platform/windows/RunTimeBarrier.h"
@@ -47,7 +47,7 @@ FrmBINTileEdit::FrmBINTileEdit(const Parts& parts)
       log_(parts.Log), verbs_(parts.Verbs), ui_(std::make_unique<Ui::FrmBINTileEdit>()),
       sets_(std::make_unique<SetModel>(parts.State.Catalogue)),
       tiles_(std::make_unique<TileModel>(parts.State.Catalogue)),
-      working_(std::make_unique<FrmBINWorking>()) {
+      working_(std::make_unique<WorkingNotice>()) {
     ui_->setupUi(this);
     DressControls();
     MakeToolTips();

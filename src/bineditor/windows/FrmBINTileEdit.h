@@ -19,7 +19,7 @@ class FrmBINTileEdit;
 
 namespace vardenix {
 
-class FrmBINWorking;
+class WorkingNotice;
 class SetModel;
 class TileModel;
 
@@ -129,7 +129,7 @@ private:
     std::unique_ptr<Ui::FrmBINTileEdit> ui_;
     std::unique_ptr<SetModel> sets_;
     std::unique_ptr<TileModel> tiles_;
-    std::unique_ptr<FrmBINWorking> working_;
+    std::unique_ptr<WorkingNotice> working_;
     clsToolTip slotTip_;
     clsToolTip zipTip_;
     clsToolTip paletteTip_;

@@ -4,7 +4,7 @@
 #include "bineditor/UnusedPictures.h"
 #include "bineditor/windows/BinDialogs.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
-#include "bineditor/windows/FrmBINWorking.h"
+#include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TileSlots.h"
 #include "platform/Processes.h"
 #include "platform/SavedOrKept.h"

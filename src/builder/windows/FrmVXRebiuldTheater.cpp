@@ -113,7 +113,7 @@ void FrmVXRebiuldTheater::cmdStartElv_Click() {
     if (!MayReplaceL2())
         return;
     Run([this] {
-        const RebuildReport report =
+        RebuildReport report =
             RebuildElevations({state_.Terrain, *this, platform_.Dialogs, log_}, master_,
                               Method(), Options());
         verbs_.L2Reloaded();
