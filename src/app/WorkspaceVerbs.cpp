@@ -3,8 +3,11 @@
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
 #include "workspace/RestorePoint.h"
+#include "workspace/StatusLine.h"
+#include "workspace/TilePalette.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
+#include "workspace/windows/FrmVXTilePal.h"
 
 namespace vardenix {
 
@@ -39,9 +42,9 @@ void Workspace::PanelVerbs::Do(PanelVerb verb) {
     case PanelVerb::LoadL0Elv:
         return LoadL0Elv();
     case PanelVerb::Undo:
-        return workspace_.undo_.Undo(workspace_.view_.L0Mode);
+        return UndoInView(workspace_.undo_, workspace_.view_, workspace_);
     case PanelVerb::Redo:
-        return workspace_.undo_.Redo(workspace_.view_.L0Mode);
+        return RedoInView(workspace_.undo_, workspace_.view_, workspace_);
     case PanelVerb::CreateRestorePoint:
         return CreatePoint();
     case PanelVerb::Restore:
@@ -59,7 +62,11 @@ SavingParts Workspace::PanelVerbs::Saving() {
 }
 
 void Workspace::PanelVerbs::SaveTheater(bool as) {
-    if (CmdSaveTheater(Saving(), as) && workspace_.offers_.TheaterSaved)
+    if (!CmdSaveTheater(Saving(), as))
+        return;
+    workspace_.undo_.Saved(workspace_.view_.L0Mode);
+    workspace_.Tell(SavedWords(workspace_.platform_.Clock.Now()));
+    if (workspace_.offers_.TheaterSaved)
         workspace_.offers_.TheaterSaved();
 }
 
@@ -92,11 +99,13 @@ void Workspace::PanelVerbs::Restore() {
         return;
     const Restored result = RestoreFromPoint(workspace_.state_.Terrain,
                                              workspace_.state_.Folders.SystemTempPath);
-    if (result == Restored::Done)
+    if (result == Restored::Done) {
+        workspace_.undo_.ChangedOtherwise();
         workspace_.RefreshPicArray();
-    else
+    } else {
         workspace_.platform_.Dialogs.Notice(RestoreMessage(result), {},
                                             BoxIcon::Information);
+    }
 }
 
 void Workspace::PanelVerbs::ShowWindow(PanelVerb window, bool on) {
@@ -161,6 +170,17 @@ void Workspace::MapVerbs::SubExportTDFs() {
 void Workspace::MapVerbs::ImportTiles() {
     if (workspace_.offers_.ImportTiles)
         workspace_.offers_.ImportTiles();
+}
+
+void Workspace::MapVerbs::PickTile(int32_t tileNumber) {
+    const TileLookup& lookup = workspace_.state_.Catalogue.Lookup;
+    if (!HasTile(lookup, tileNumber))
+        return workspace_.Tell("the catalogue has no tile " + std::to_string(tileNumber));
+    workspace_.windows_.Palette->ShowTile(tileNumber);
+}
+
+void Workspace::MapVerbs::SetZoom(int16_t zoomPosts) {
+    workspace_.windows_.Panel->SetZoom(zoomPosts);
 }
 
 void Workspace::MapVerbs::LoadFeatures(const std::vector<std::string>& paths) {

@@ -217,6 +217,20 @@ void Desktop::ClickIn(const std::string& title, int x, int y, int button) const 
          std::to_string(y), "click", std::to_string(button)});
 }
 
+void Desktop::DragIn(const std::string& title,
+                     const std::vector<std::pair<int, int>>& places) const {
+    const std::string window = WindowId(title);
+    std::vector<std::string> command{"xdotool"};
+    for (const auto& [x, y] : places) {
+        command.insert(command.end(), {"mousemove", "--window", window, std::to_string(x),
+                                       std::to_string(y)});
+        if (command.size() == 6)
+            command.insert(command.end(), {"mousedown", "1"});
+    }
+    command.insert(command.end(), {"mouseup", "1"});
+    Run(command);
+}
+
 void Desktop::HoverIn(const std::string& title, int x, int y) const {
     for (const int beside : {3, 0})
         Run({"xdotool", "mousemove", "--window", WindowId(title),

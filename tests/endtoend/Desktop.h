@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <sys/types.h>
+#include <utility>
 #include <vector>
 
 namespace vardenix::tests {
@@ -97,6 +98,11 @@ public:
     // The same in a window by its title; button 1 is the left one, 4 and 5 are the wheel
     // forward and backward.
     void ClickIn(const std::string& title, int x, int y, int button = 1) const;
+
+    // Presses the left button at the first place, moves over the others and lets it go at
+    // the last; pixels from the window's top left corner.
+    void DragIn(const std::string& title,
+                const std::vector<std::pair<int, int>>& places) const;
 
     // Moves the pointer there in two steps, as a hand would.
     void HoverIn(const std::string& title, int x, int y) const;
