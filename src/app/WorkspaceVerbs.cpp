@@ -66,6 +66,7 @@ void Workspace::PanelVerbs::SaveTheater(bool as) {
         return;
     workspace_.undo_.Saved(workspace_.view_.L0Mode);
     workspace_.Tell(SavedWords(workspace_.platform_.Clock.Now()));
+    workspace_.restoredUnsaved_ &= workspace_.view_.L0Mode;
     if (workspace_.offers_.TheaterSaved)
         workspace_.offers_.TheaterSaved();
 }
@@ -88,24 +89,37 @@ void Workspace::PanelVerbs::EditL0Elv(bool on) {
 void Workspace::PanelVerbs::CreatePoint() {
     workspace_.windows_.Panel->LetEventsThrough();
     vardenix::CreateRestorePoint(workspace_.state_.Terrain,
+                                 workspace_.platform_.Clock.Now(),
                                  workspace_.state_.Folders.SystemTempPath);
     workspace_.renumberedSincePoint_ = false;
+    ShowOriginOfPoint();
+    workspace_.Tell("restore point created");
 }
 
 void Workspace::PanelVerbs::Restore() {
     workspace_.windows_.Panel->LetEventsThrough();
-    if (workspace_.renumberedSincePoint_ &&
-        !MayRestoreOldNumbers(workspace_.platform_.Dialogs))
+    Terrain& terrain = workspace_.state_.Terrain;
+    Dialogs& dialogs = workspace_.platform_.Dialogs;
+    const std::string& folder = workspace_.state_.Folders.SystemTempPath;
+    // Another copy of the program may have made a point meanwhile.
+    ShowOriginOfPoint();
+    if (!MayRestoreOtherTheater(OriginOfPoint(folder), terrain.LFilename, dialogs) ||
+        (workspace_.renumberedSincePoint_ && !MayRestoreOldNumbers(dialogs)))
         return;
-    const Restored result = RestoreFromPoint(workspace_.state_.Terrain,
-                                             workspace_.state_.Folders.SystemTempPath);
+    const Restored result = RestoreFromPoint(terrain, folder);
+    if (const std::string message = RestoreMessage(result); !message.empty())
+        return dialogs.Notice(message, {}, BoxIcon::Information);
     if (result == Restored::Done) {
+        workspace_.restoredUnsaved_ = true;
         workspace_.undo_.ChangedOtherwise();
-        workspace_.RefreshPicArray();
-    } else {
-        workspace_.platform_.Dialogs.Notice(RestoreMessage(result), {},
-                                            BoxIcon::Information);
+        workspace_.Tell("the terrain now differs from the file");
     }
+    workspace_.RefreshPicArray();
+}
+
+void Workspace::PanelVerbs::ShowOriginOfPoint() {
+    workspace_.windows_.Panel->SetRestoreTip(
+        RestoreTip(OriginOfPoint(workspace_.state_.Folders.SystemTempPath)));
 }
 
 void Workspace::PanelVerbs::ShowWindow(PanelVerb window, bool on) {
