@@ -145,6 +145,28 @@ BENCHMARK(StrokeToPainted)
     ->ArgsProduct({{FewPosts, 2500, ManyPosts}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
 
+// A fill of a theater of 2048 posts a side from edge to edge, 4 million posts, and the
+// step back; without the repaint, which is that of any view.
+void FillFourMillion(benchmark::State& state) {
+    constexpr int32_t side = 2048;
+    Terrain terrain;
+    terrain.MapWidth = side;
+    terrain.LxArr = PostArray(int64_t{side} * side);
+    MapView view;
+    MapInteraction interaction;
+    interaction.Tool = MapTool::Fill;
+    interaction.SelectedTile = 7;
+    tests::RecordingCommands commands;
+    UndoPoints undo(terrain, commands);
+    EditGesture gesture(terrain, view, interaction, undo, commands);
+    for (auto _ : state) {
+        gesture.Begin(100, 100, {.Shift = true});
+        undo.Undo(false);
+        commands.Story.clear();
+    }
+}
+BENCHMARK(FillFourMillion)->Unit(benchmark::kMillisecond);
+
 // One step back and one forward again.
 void UndoAndRedo(benchmark::State& state) {
     EditedMap map(static_cast<int>(state.range(0)));

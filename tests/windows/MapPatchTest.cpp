@@ -29,8 +29,10 @@ public:
         if (kind != FeatureKind::Road)
             return;
         surface.SetPen(0x00FFFF, 2);
-        const PicturePoint upright[] = {{31.5, 3}, {31.5, 90.5}, {77, 90.5}};
-        surface.Polyline(upright);
+        const PicturePoint points[] = {{31.5, 3}, {31.5, 90.5}, {77, 90.5}, {2, 11}};
+        surface.Polyline(points);
+        surface.SetPen(0x00FF00, 1);
+        surface.Line({3, 5}, {157, 96});
         surface.SetFill(FillStyle::Solid, 0x800080);
         surface.Ellipse({40.5, 20}, {61, 44.5});
         surface.SetPen(0, 1);
@@ -59,6 +61,7 @@ protected:
         world_.AddArea(1, {7, 400, 1640, -1640}); // beyond its tile
         world_.AddArea(2, {1, 800, 3000, 1640});
         world_.AddPath(3, {10, 100, 1640, -900, 1640, 4000});
+        world_.AddPath(4, {11, 10, 200, 3000, 2900, 300});
     }
 
     void Change(TerrainPost& post) {
