@@ -96,7 +96,7 @@ public:
         Begin("Reloading Map...");
         ReloadLFile(parts_.Terrain, parts_.View, parts_.Log);
         parts_.View.SetStatus("All done...");
-        return {files_.Made, parts_.View.Seconds() - start};
+        return {files_.Made, files_.Fartiles, parts_.View.Seconds() - start};
     }
 
 private:
