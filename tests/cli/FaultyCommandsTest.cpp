@@ -4,6 +4,7 @@
 #include "cli/CliTheater.h"
 #include "cli/Commands.h"
 #include "platform/RuntimeError.h"
+#include "services/PictureMaker.h"
 #include "support/FaultShim.h"
 
 #include <algorithm>
@@ -26,8 +27,8 @@ constexpr int RunTimeError = 3;
 int RunHere(const std::vector<std::string>& arguments) {
     CommandLine line("vardenix-cli", "", "", "");
     Command all = line.Root();
-    for (const auto add :
-         {AddCheck, AddGet, AddSet, AddFill, AddSaveAs, AddElevation, AddPreview})
+    for (const auto add : {AddCheck, AddGet, AddSet, AddFill, AddSaveAs, AddElevation,
+                           AddPreview, AddRebuild, AddRebuildElevation})
         add(all);
     try {
         const ParsedLine parsed = line.Parse(arguments);
@@ -62,6 +63,21 @@ protected:
         folder_.Write("my theater/terrain/theater.elv",
                       std::string(size_t{128} * 128 * 2, '\1'));
     }
+    // The other levels, small pictures, and containers of before.
+    void WriteRebuilt() {
+        for (const int level : {0, 1, 3}) {
+            const int width = level < 2 ? 32 << (2 - level) : 32 >> (level - 2);
+            const PairBytes pair = ScatteredPair(MadeLevel::Random(width, 8));
+            folder_.Write("my theater/terrain/theater.L" + std::to_string(level), pair.L);
+            folder_.Write("my theater/terrain/theater.O" + std::to_string(level), pair.O);
+        }
+        for (const char* tile : {"sea", "seaN", "shore", "shoreN", "land", "landN"})
+            folder_.Write("my theater/texture/texture/" + std::string(tile) + ".dds",
+                          DdsHeader(8, 8, {"DXT1"}) + std::string(32, '\7'));
+        for (const char* container : {"fartiles.dds", "fartilesN.dds"})
+            folder_.Write("my theater/texture/" + std::string(container), "old");
+        old_ = OnDiskNow();
+    }
     // The exit code, -1 for a crash.
     int RunWith(const char* mode, int at, std::vector<std::string> arguments) {
         if (std::count(arguments.begin(), arguments.end(), "--dds") +
@@ -88,7 +104,9 @@ protected:
             if (entry.is_regular_file())
                 files[fs::relative(entry.path(), folder_.Path())] =
                     Slurp(entry.path().string());
-        // It tells the time.
+        // The far tiles are whole without it, and it tells the time.
+        files.erase("my theater/texture/fartiles.index");
+        // This one tells it as well.
         for (char& c : files["report.txt"])
             c = c >= '0' && c <= '9' ? '#' : c;
         return files;
@@ -103,19 +121,22 @@ protected:
                 folder_.Write(name, bytes);
     }
 
-    // `reading` is a command that opens what was written.
+    // `reading` is a command that opens what was written. Where `failing` is not 1, only
+    // each so manieth call fails; a kill and a full disk come at every one.
     void TryEveryCall(const std::vector<std::string>& writing,
-                      const std::vector<std::string>& reading) {
+                      const std::vector<std::string>& reading, int failing = 1) {
         ASSERT_EQ(RunWith("none", 0, writing), done_);
         const Files done = OnDiskNow();
         ASSERT_NE(done, old_);
-        for (const char* mode : {"fail", "full", "kill"})
-            TryEveryCall(mode, writing, reading, done);
+        TryEveryCall("fail", writing, reading, done, failing);
+        for (const char* mode : {"full", "kill"})
+            TryEveryCall(mode, writing, reading, done, 1);
     }
     void TryEveryCall(const char* mode, const std::vector<std::string>& writing,
-                      const std::vector<std::string>& reading, const Files& done) {
+                      const std::vector<std::string>& reading, const Files& done,
+                      int step) {
         int saved = 0;
-        for (int at = 1;; ++at) {
+        for (int at = 1;; at += step) {
             SCOPED_TRACE(std::string(mode) + " at call " + std::to_string(at));
             PutBack(old_);
             const int code = RunWith(mode, at, writing);
@@ -128,7 +149,7 @@ protected:
             ASSERT_TRUE(code != done_ || found == done) << "done, but nothing is written";
             // One refusal is told of before anything has changed, or is got over.
             ASSERT_TRUE(std::string_view(mode) != "fail" || code != RunTimeError ||
-                        found == old_)
+                        found == old_ || readsBack_)
                 << "failed, but all is written";
             saved += code == done_ ? 1 : 0;
             if (code == done_ && calls < at)
@@ -157,8 +178,9 @@ protected:
         return names;
     }
 
-    int done_ = 0;         // what the writing command ends with
-    int* calls_ = nullptr; // that the last command made
+    bool readsBack_ = false; // it reads what it has written, and may fail then
+    int done_ = 0;           // what the writing command ends with
+    int* calls_ = nullptr;   // that the last command made
     Files old_;
 };
 
@@ -208,6 +230,18 @@ TEST_F(FaultyCommands, PreviewLosesNothingOfAnOlderPicture) {
     folder_.Write("heights.bmp", "an older picture");
     old_ = OnDiskNow();
     TryEveryCall({"preview", folder_.File("heights.bmp")}, {"get", "0", "0"});
+}
+
+TEST_F(FaultyCommands, RebuildLosesNothing) {
+    WriteRebuilt();
+    TryEveryCall({"rebuild", "--far", "--far-size", "8"}, {"get", "0", "0"}, 17);
+}
+
+TEST_F(FaultyCommands, RebuildElevationLosesNothing) {
+    WriteRebuilt();
+    readsBack_ = true;
+    TryEveryCall({"rebuild-elevation", Terrain("theater.elv"), "--method", "mean"},
+                 {"get", "0", "0"}, 17);
 }
 
 } // namespace
