@@ -83,6 +83,18 @@ protected:
         keys.insert(keys.end(), static_cast<size_t>(set), "Down");
         desktop_.Keys(keys);
     }
+    // From a file manager.
+    void DropOn(const std::string& control, const std::string& file) {
+        files_ = Child({DRAG_SOURCE, file},
+                       {{"DISPLAY", desktop_.Display()}, {"QT_QPA_PLATFORM", "xcb"}},
+                       folder_.File("desktop/files.log"));
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Visible("^Files$"); }));
+        desktop_.Move("^Files$", 0, 0);
+        ASSERT_TRUE(WaitFor([&] { return desktop_.WhereIs("^Files$").Left < 20; }));
+        const Place& place = editor_->At(control);
+        desktop_.DragInto("^Files$", {30, 30}, Editor, {place.Left + 20, place.Top + 20});
+        desktop_.Activate(Editor);
+    }
     void Answer(const std::string& title, const std::string& text) {
         ASSERT_TRUE(IsUp(title));
         desktop_.Type(text);
@@ -98,6 +110,7 @@ protected:
     Picture start_; // of the map
     Picture ready_; // of a button of the editor
     std::optional<ControlsOnDesktop> editor_;
+    Child files_; // gives what was dropped as long as it runs
 };
 
 // The bytes of the picture of every post, by serial; each distinct one is kept once.
@@ -157,6 +170,7 @@ TEST_F(BinEditorEndToEnd, AnAppendedAndMovedSetLeavesTheLandscapeAsItWas) {
     }
     Offer("9003N", "HFARM003N");
     Offer("9100", "HSNOW001");
+    Offer("9101", "HSNOW002");
     OpenEditor();
 
     // Before the third set, with the type of the list: water.
@@ -189,15 +203,19 @@ TEST_F(BinEditorEndToEnd, AnAppendedAndMovedSetLeavesTheLandscapeAsItWas) {
     EXPECT_EQ(Catalogue().NumTiles, old.NumTiles + 16);
     EXPECT_TRUE(Landscape(theater_, contents) == before);
 
-    // One of its tiles gives way to another picture, one goes.
+    // Two of its tiles give way to other pictures, one goes.
     editor_->Press("PicTile_2");
     desktop_.Key("alt+r");
     ASSERT_NO_FATAL_FAILURE(Answer("^Open$", new_ + "/9100.dds"));
     ASSERT_TRUE(IsDone());
+    // Another one is dropped on its slot.
+    DropOn("PicTile_3", new_ + "/9101.dds");
+    ASSERT_TRUE(WaitFor([&] { return fs::exists(Pictures() + "H9101.dds"); }));
+    ASSERT_TRUE(IsDone());
     editor_->Press("PicTile_15");
     desktop_.Key("alt+l");
     ASSERT_TRUE(IsDone());
-    // The pictures of both are used no more.
+    // The pictures of all three are used no more.
     desktop_.Key("alt+u");
     ASSERT_NO_FATAL_FAILURE(SayYes("^Confirm$"));
     ASSERT_NO_FATAL_FAILURE(SayYes("^Confirm Again\\.\\.\\.$"));
@@ -205,6 +223,7 @@ TEST_F(BinEditorEndToEnd, AnAppendedAndMovedSetLeavesTheLandscapeAsItWas) {
     desktop_.Key("ctrl+s");
     ASSERT_TRUE(IsUp(Saved));
     expected.Sets[6].Tiles[2].Name = "H9100.PCX";
+    expected.Sets[6].Tiles[3].Name = "H9101.PCX";
     expected.Sets[6].Tiles.pop_back();
     EXPECT_EQ(Catalogue().Story(), expected.Story());
     EXPECT_EQ(FilesOf(Pictures()), FamiliesOf(expected));
