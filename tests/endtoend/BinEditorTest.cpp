@@ -184,12 +184,12 @@ TEST_F(BinEditorEndToEnd, AnAppendedAndMovedSetLeavesTheLandscapeAsItWas) {
     // Behind the one that now stands seventh.
     desktop_.Key("alt+m");
     ASSERT_TRUE(WaitFor([this] { return Button() != ready_; })); // it is hidden
-    desktop_.Keys({"Down", "Down", "Down", "Down", "alt+t", "alt+k"});
+    desktop_.Keys({"Down", "Down", "Down", "Down", "alt+a", "alt+o"});
     ASSERT_TRUE(IsDone());
 
     // Urban, the last of the types.
     editor_->Press("ComboSetType");
-    desktop_.Keys({"End", "Return", "alt+t"});
+    desktop_.Keys({"End", "Return", "alt+c"});
     EXPECT_EQ(Catalogue().Story(), old.Story()); // nothing is saved yet
     desktop_.Key("ctrl+shift+s");
     ASSERT_TRUE(IsUp(Saved));
