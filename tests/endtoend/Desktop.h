@@ -45,6 +45,11 @@ struct Place {
     bool operator==(const Place&) const = default;
 };
 
+struct Point {
+    int X = 0;
+    int Y = 0;
+};
+
 // What a window shows, without its frame.
 struct Picture {
     int Width = 0;
@@ -99,6 +104,17 @@ public:
     // forward and backward.
     void ClickIn(const std::string& title, int x, int y, int button = 1) const;
 
+    // Twice, quickly.
+    void DoubleClickIn(const std::string& title, int x, int y) const;
+    // The left button down at one place and up at the other, with a key held ("ctrl") or
+    // none.
+    void DragIn(const std::string& title, Point from, Point to,
+                const std::string& key = {}) const;
+    // The same from one window into another; the pointer comes there in several steps,
+    // as it has to for the two programs to talk.
+    void DragInto(const std::string& fromTitle, Point from, const std::string& toTitle,
+                  Point to) const;
+
     // Moves the pointer there in two steps, as a hand would.
     void HoverIn(const std::string& title, int x, int y) const;
 
@@ -110,6 +126,7 @@ public:
 
 private:
     std::string Run(const std::vector<std::string>& command) const;
+    void PointAt(const std::string& title, Point at) const;
     std::string WindowId(const std::string& title) const;
     Picture LookAt(const std::string& windowId, const Place& place) const;
 
