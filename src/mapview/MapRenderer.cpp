@@ -136,6 +136,24 @@ TilePictureId TileIds::Of(const Repaint& repaint, int32_t tileNumber,
     return id;
 }
 
+void TileIds::Prepare(Repaint& repaint) {
+    std::vector<TilePictureId> wanted;
+    for (int32_t i = 1; i <= repaint.Grid.Count(); ++i) {
+        const auto post = repaint.Grid.At(i);
+        if (!post)
+            continue;
+        const int32_t number = post->Post.TileOffset;
+        const TileInfo* entry = EntryOf(repaint.Sources.Catalogue, number);
+        if (entry != nullptr && entry->HasImage == 1 &&
+            ids_[static_cast<size_t>(number)] < 0)
+            wanted.push_back(Of(repaint, number, *entry));
+    }
+    repaint.Tools.Pictures.Prepare(wanted, repaint.Grid.CellSide(), [&repaint] {
+        repaint.Screen.LookForEsc();
+        return repaint.Tools.AbortPaint;
+    });
+}
+
 bool PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell) {
     try {
         return repaint.Surface.PaintTile(repaint.Tools.Pictures, id, cell,

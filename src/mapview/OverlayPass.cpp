@@ -137,6 +137,8 @@ void PaintNight(Repaint& repaint, TileIds& pictures, const PostCell& post) {
 bool PaintOverlays(Repaint& repaint) {
     const MapView& view = repaint.View;
     TileIds nightPictures(repaint, TileUse::Night);
+    if (view.ApplyNight)
+        nightPictures.Prepare(repaint);
     std::optional<HeightPrinter> printer;
     if (view.ShowHeights)
         printer.emplace(repaint.Surface, repaint.Sources.Settings);

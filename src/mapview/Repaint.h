@@ -37,6 +37,9 @@ public:
 
     TilePictureId Of(const Repaint& repaint, int32_t tileNumber, const TileInfo& entry);
 
+    // Makes the cells of all the view's pictures, by all processors, unless Esc ends it.
+    void Prepare(Repaint& repaint);
+
 private:
     TileUse use_;
     std::vector<TilePictureId> ids_; // by tile number, -1 until asked

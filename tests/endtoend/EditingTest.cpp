@@ -191,14 +191,14 @@ TEST_F(EditingEndToEnd, StrokesRectanglesAndFillsAreOnTheDiskAsTheyWereDrawn) {
     const Picture untouched = MapPicture();
     ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
 
-    desktop_.DragIn(Map,
-                    {{Across(0), Down(4)}, {Across(4), Down(4)}, {Across(4), Down(2)}});
+    desktop_.StrokeIn(Map,
+                      {{Across(0), Down(4)}, {Across(4), Down(4)}, {Across(4), Down(2)}});
     ASSERT_TRUE(Await([&](const Picture& map) {
         return CellOf(map, 4, 2) != CellOf(untouched, 4, 2);
     }));
     const Picture stroke = MapPicture();
     desktop_.Key("r");
-    desktop_.DragIn(Map, {{Across(1), Down(3)}, {Across(2), Down(2)}});
+    desktop_.StrokeIn(Map, {{Across(1), Down(3)}, {Across(2), Down(2)}});
     ASSERT_TRUE(Await([&](const Picture& map) { return map != stroke; }));
     const Picture rectangle = MapPicture();
     ASSERT_NO_FATAL_FAILURE(Save());
