@@ -11,14 +11,6 @@
 namespace vardenix {
 namespace {
 
-class NoScreen : public MapScreen {
-public:
-    void ClearPicShow() override {}
-    void CopyToPicShow() override {}
-    void LookForEsc() override {}
-    void MakeViewPort(const MapView&) override {}
-};
-
 // Lines and shapes across the view.
 class Shapes : public FeatureLayer {
 public:
