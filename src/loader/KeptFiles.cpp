@@ -12,7 +12,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -107,7 +106,7 @@ void KeptFiles::KeepOne(const Kept& file, size_t line) const {
         return;
     const fs::path from = PathOf(folder_, file.Name);
     const fs::path to = PathAsItStands(Aside(line));
-    if (::linkat(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), 0) == 0)
+    if (::link(from.c_str(), to.c_str()) == 0)
         return;
     const auto status = StatusOfLink(from);
     if (!IsFile(status))
