@@ -73,15 +73,29 @@ void KeptFiles::ReadList() {
     any_ = true;
 }
 
+void KeptFiles::Clear() {
+    any_ = false;
+    files_.clear();
+    DeleteFolderTree(aside_);
+    lock_.reset();
+}
+
 void KeptFiles::Keep(const std::vector<std::string>& names) {
     if (any_)
         throw RuntimeError(ErrorNumber::PermissionDenied,
                            aside_ + ": another update is at work");
-    lock_.reset();
-    DeleteFolderTree(aside_);
+    Clear();
     MakeScratchFolder(aside_);
     lock_.emplace(aside_, FolderLock::Exclusive, std::chrono::milliseconds(0));
-    files_.clear();
+    try {
+        KeepAll(names);
+    } catch (...) {
+        Clear();
+        throw;
+    }
+}
+
+void KeptFiles::KeepAll(const std::vector<std::string>& names) {
     std::string list;
     for (const std::string& name : names) {
         const auto status = StatusOfLink(PathOf(folder_, name));
@@ -136,10 +150,7 @@ void KeptFiles::PutBackOne(const Kept& file, size_t line) const {
 void KeptFiles::LetGo() {
     RemoveFile(PathOf(aside_, ListName));
     Flush(aside_);
-    any_ = false;
-    files_.clear();
-    DeleteFolderTree(aside_);
-    lock_.reset();
+    Clear();
 }
 
 bool PutBackInterrupted(const std::string& programFolder) {
@@ -151,10 +162,12 @@ bool PutBackInterrupted(const std::string& programFolder) {
             return false; // somebody is still at it
         throw;
     }
-    if (!kept->Any())
-        return false;
-    kept->PutBack();
-    return true;
+    const bool any = kept->Any();
+    if (any)
+        kept->PutBack();
+    else
+        kept->Clear();
+    return any;
 }
 
 } // namespace vardenix

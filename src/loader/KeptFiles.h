@@ -25,6 +25,8 @@ public:
 
     // Whether files are kept.
     bool Any() const { return any_; }
+    // Clears away what was to be kept and never was, or is no more.
+    void Clear();
     // Keeps these, each once, whether they are there or not; they are names of the folder
     // as the disk has them. Error 75 when one is no file.
     void Keep(const std::vector<std::string>& names);
@@ -44,6 +46,7 @@ private:
 
     std::string Aside(size_t line) const;
     void ReadList();
+    void KeepAll(const std::vector<std::string>& names);
     void KeepOne(const Kept& file, size_t line) const;
     void PutBackOne(const Kept& file, size_t line) const;
 

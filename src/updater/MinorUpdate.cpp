@@ -146,11 +146,15 @@ std::string WithoutFirst(const std::string& version) {
 }
 
 std::vector<std::string> NamesTouchedBy(const MinorUpdate& update) {
-    std::vector<std::string> names{"registry.ini"};
-    for (const auto& [name, source] : update.Files)
+    // With what a save that is killed leaves of the two files that are written here.
+    std::vector<std::string> names{"registry.ini", "registry.inix"};
+    for (const auto& [name, source] : update.Files) {
         names.push_back(name);
+        if (name.ends_with('$')) // what the loader will replace
+            names.push_back(name.substr(0, name.size() - 1));
+    }
     if (!update.Deferred.empty())
-        names.emplace_back(LoaderListName);
+        names.insert(names.end(), {LoaderListName, std::string(LoaderListName) + "x"});
     std::ranges::sort(names);
     names.erase(std::ranges::unique(names).begin(), names.end());
     return names;

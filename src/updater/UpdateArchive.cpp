@@ -15,13 +15,14 @@ namespace {
 
 // What is there beside the archive.
 std::vector<fs::path> OthersIn(const fs::path& folder, const std::string& archiveName) {
-    const FolderNames names = NamesIn(folder);
-    if (names.Refusal != 0)
-        ThrowSystemError(names.Refusal, "listing", TextOfPath(folder));
     std::vector<fs::path> others;
-    for (const std::string& name : names.Names)
-        if (name != archiveName)
-            others.push_back(folder / name);
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error);
+         !error && entry != fs::directory_iterator(); entry.increment(error))
+        if (entry->path().filename() != archiveName)
+            others.push_back(entry->path());
+    if (error)
+        ThrowSystemError(error.value(), "listing", TextOfPath(folder));
     return others;
 }
 
@@ -85,8 +86,12 @@ bool ExtractUpdate(const std::string& folder, const std::string& archiveName,
     if (!listing)
         return false;
     RequireHarmless(*listing, archiveName);
-    for (const fs::path& other : OthersIn(path, archiveName))
-        fs::remove_all(other);
+    for (const fs::path& other : OthersIn(path, archiveName)) {
+        std::error_code error;
+        fs::remove_all(other, error);
+        if (error)
+            ThrowSystemError(error.value(), "deleting", TextOfPath(other));
+    }
     if (tools.ZipExtract(archive, folder) != 0)
         return false;
     RequirePlainFiles(OthersIn(path, archiveName));

@@ -56,7 +56,7 @@ protected:
         std::string list;
         for (const auto& [name, bytes] : files) {
             const std::string path = folder_.Write("make/" + name, bytes);
-            std::string hash = RunProgram({"md5sum", path}).Output.substr(0, 33);
+            std::string hash = RunProgram({"/usr/bin/env", "md5sum", path}).Output.substr(0, 33);
             hash = hash.substr(hash[0] == '\\' ? 1 : 0, 32);
             std::ranges::transform(hash, hash.begin(), [](char letter) {
                 return static_cast<char>(std::toupper(letter));

@@ -7,6 +7,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <memory>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -90,18 +91,35 @@ TEST_F(ApplyUpdateTest, NoPassesOverTheNextEntry) {
               std::string::npos);
 }
 
+// A program that runs until the object goes.
+class Running {
+public:
+    explicit Running(const std::string& program) : process_(fork()) {
+        if (process_ == 0) {
+            ::execl(program.c_str(), "sleep", "30", nullptr);
+            _exit(1);
+        }
+        std::error_code error;
+        while (fs::read_symlink("/proc/" + std::to_string(process_) + "/exe", error) !=
+               fs::path(program)) {
+        }
+    }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+    ~Running() {
+        ::kill(process_, SIGKILL);
+        ::waitpid(process_, nullptr, 0);
+    }
+
+private:
+    pid_t process_;
+};
+
 // The way in which a file that runs is recognised: it cannot be written.
 TEST_F(ApplyUpdateTest, AFileInUseIsLeftForTheLoader) {
     fs::copy("/usr/bin/sleep", folder_.File("program/sleep"));
     const std::string runs = Slurp("/usr/bin/sleep");
-    const pid_t child = fork();
-    if (child == 0) {
-        ::execl(folder_.File("program/sleep").c_str(), "sleep", "1000", nullptr);
-        _exit(1);
-    }
-    while (fs::read_symlink("/proc/" + std::to_string(child) + "/exe") !=
-           fs::path(folder_.File("program/sleep"))) {
-    }
+    auto running = std::make_unique<Running>(folder_.File("program/sleep"));
     Pack({{"update.lst", Copy("sleep", NewFile)}, {"sleep", "a new file"}});
     ExpectFinished();
     Apply();
@@ -115,9 +133,7 @@ TEST_F(ApplyUpdateTest, AFileInUseIsLeftForTheLoader) {
     EXPECT_NE(Log().find(At("Files are marked for deletion/rename. Writing them down for "
                             "the loader")),
               std::string::npos);
-    ::kill(child, SIGKILL);
-    ::waitpid(child, nullptr, 0);
-
+    running.reset();
     FinishUpdate(Folders.AppPath);
     Files expected = Old;
     expected["sleep"] = "a new file";
@@ -306,7 +322,7 @@ TEST_F(ApplyUpdateTest, NamesInTheListThatLeaveTheFolderAreRefused) {
 TEST_F(ApplyUpdateTest, ASignatureIsAskedForWhereTheBuildHasAKey) {
     const std::string key = folder_.File("key.pem");
     const auto openssl = [](std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), "openssl");
+        arguments.insert(arguments.begin(), {"/usr/bin/env", "openssl"});
         const tests::ProgramResult result = tests::RunProgram(arguments);
         EXPECT_EQ(result.ExitCode, 0) << result.Errors;
         return result.Output;

@@ -58,7 +58,7 @@ protected:
 
     // By the real archive program, which this leaves alone with its arguments.
     static void SevenZip(std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), "7zz");
+        arguments.insert(arguments.begin(), {"/usr/bin/env", "7zz"});
         const ProgramResult result = RunProgram(arguments);
         if (result.ExitCode != 0)
             throw std::runtime_error(result.Output + result.Errors);
