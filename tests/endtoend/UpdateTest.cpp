@@ -56,7 +56,8 @@ protected:
         std::string list;
         for (const auto& [name, bytes] : files) {
             const std::string path = folder_.Write("make/" + name, bytes);
-            std::string hash = RunProgram({"/usr/bin/env", "md5sum", path}).Output.substr(0, 33);
+            std::string hash =
+                RunProgram({"/usr/bin/env", "md5sum", path}).Output.substr(0, 33);
             hash = hash.substr(hash[0] == '\\' ? 1 : 0, 32);
             std::ranges::transform(hash, hash.begin(), [](char letter) {
                 return static_cast<char>(std::toupper(letter));
@@ -65,8 +66,8 @@ protected:
         }
         folder_.Write("make/update.lst", list + more);
         fs::remove(folder_.File("u.7z"));
-        RunProgram(
-            {"7zz", "a", "-mx1", folder_.File("u.7z"), folder_.File("make") + "/."});
+        RunProgram({"/usr/bin/env", "7zz", "a", "-mx1", folder_.File("u.7z"),
+                    folder_.File("make") + "/*"});
         archive_ = Slurp(folder_.File("u.7z"));
         body_ = command + "*" + server_.Address() + "/u.7z*v3.1.0";
         offered_ = true;

@@ -24,8 +24,8 @@ TEST(ArchiveListing, OfARealArchiveSaysWhatItHolds) {
     folder.Write("in/a b.txt", "hello");
     folder.Write("in/sub/c", "");
     std::filesystem::create_symlink("/etc/passwd", folder.File("in/link"));
-    tests::RunProgram(
-        {"7zz", "a", "-snl", folder.File("u.7z"), folder.File("in") + "/."});
+    tests::RunProgram({"/usr/bin/env", "7zz", "a", "-snl", folder.File("u.7z"),
+                       folder.File("in") + "/*"});
     const auto listing = ToolRunner::ZipList(folder.File("u.7z"));
     ASSERT_TRUE(listing.has_value());
     EXPECT_EQ(listing->Type, "7z");
