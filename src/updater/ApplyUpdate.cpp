@@ -1,11 +1,8 @@
 #include "updater/ApplyUpdate.h"
 
-#include "loader/CopyFile.h"
-#include "loader/PlainName.h"
 #include "loader/UpdateLog.h"
 #include "platform/Dialogs.h"
 #include "platform/FileNames.h"
-#include "platform/FileStatus.h"
 #include "platform/Processes.h"
 #include "platform/ReadableFile.h"
 #include "platform/RuntimeError.h"
