@@ -103,13 +103,21 @@ click "$palette" 165 85 5 # the wheel, one row down
 click "$palette" 165 85   # the third of the first row
 picture FrmVXTilePal.png "$palette"
 
-for post in 150,180 171,180 192,180 171,159; do # a lake
+for post in 150,210 171,210 192,210 171,189; do # a lake
   click "$map" "${post%,*}" "${post#*,}"
 done
 xdotool mousemove_relative 20 20
 sleep 1.5 # until the read-out is up
 picture FrmVXMap.jpg "$map"
-click "$map" 171 180 3
+keys r bracketright bracketright
+xdotool mousemove --window "$(window_of "$map")" 215 115 mousedown 1
+xdotool mousemove_relative 60 60 mousemove_relative 40 30
+sleep 0.7
+picture MapTools.jpg "$map"
+keys Escape
+xdotool mouseup 1
+keys b bracketleft bracketleft
+click "$map" 171 210 3
 keys Down Return
 up "$details"
 picture FrmVXTileDetails.png "$details"
@@ -124,7 +132,7 @@ click "$panel" 332 133 # Options...
 up '^Areas/Paths Options$'
 picture FrmVXAreasPathsOptions.png '^Areas/Paths Options$'
 keys Escape
-click "$map" 171 180 3 # the MAP editor, at the color of a post
+click "$map" 171 210 3 # the MAP editor, at the color of a post
 keys m
 up '^\*?MapEditor'
 sleep 5 # until it has flashed

@@ -1,5 +1,6 @@
 #include "builder/DiskRoom.h"
 
+#include "builder/FartileIndex.h"
 #include "builder/LevelReader.h"
 #include "builder/LevelRewriting.h"
 #include "builder/PostsUnder.h"
@@ -138,6 +139,11 @@ FartileTotals CountFartiles(const Terrain& terrain) {
                           static_cast<uint64_t>(geometry.Coarser);
     }
     return totals;
+}
+
+uint64_t BytesOfFartiles(uint64_t count, const FartileShape& shape) {
+    return 2 * (FartileShape::HeaderBytes + count * shape.LinearSize()) +
+           BytesOfIndex(count);
 }
 
 } // namespace vardenix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "builder/FartileShape.h"
 #include "builder/Fartiles.h"
 #include "theater/Terrain.h"
 
@@ -43,5 +44,8 @@ struct FartileTotals {
     uint64_t Serials = 0;
 };
 FartileTotals CountFartiles(const Terrain& terrain);
+
+// What both containers and their index take.
+uint64_t BytesOfFartiles(uint64_t count, const FartileShape& shape);
 
 } // namespace vardenix

@@ -94,9 +94,9 @@ public:
         parts_.View.BeginTakingPlaces();
         files_.Commit(parts_.Log);
         Begin("Reloading Map...");
-        ReloadLFile(parts_.Terrain, parts_.View, parts_.Log);
+        ReadLevel2Back();
         parts_.View.SetStatus("All done...");
-        return {files_.Made, parts_.View.Seconds() - start};
+        return {files_.Made, files_.Fartiles, parts_.View.Seconds() - start};
     }
 
 private:
@@ -117,6 +117,18 @@ private:
             if (parts_.Dialogs.MessageBox(GoOnQuestion, "Error...", BoxIcon::Warning,
                                           BoxButtons::YesNo) != BoxAnswer::Yes)
                 throw RebuildStopped();
+        }
+    }
+
+    // What fails here comes too late to leave the old files.
+    void ReadLevel2Back() {
+        try {
+            ReloadLFile(parts_.Terrain, parts_.View, parts_.Log);
+        } catch (const RuntimeError& error) {
+            throw RuntimeError(error.Number(), error.Description(),
+                               error.Detail() +
+                                   "; all files were rebuilt, but level 2 could not be "
+                                   "read back. Open the theater again");
         }
     }
 

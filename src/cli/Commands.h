@@ -30,6 +30,10 @@ public:
     // other program reads or writes the folders of the theater's files, nor that of
     // `file` where one is named.
     void OpenToWrite(const TheaterFiles& files, const std::string& file = {});
+    // Single values of the theater; with the catalogue, but for its pictures, or without.
+    Level2Lookup OpenToLookUp(const TheaterFiles& files, bool catalogue);
+    // The locks of OpenToWrite, with nothing opened.
+    void LockToWrite(const TheaterFiles& files, const std::string& file);
 
     ProgramState State;
     TerminalDialogs Dialogs;

@@ -128,13 +128,14 @@ void FrmVXRebiuldTheater::Run(const std::function<RebuildReport()>& work) {
         report = work();
     } catch (const RuntimeError& error) {
         if (error.Number() != ErrorNumber::Cancelled) {
-            SetStatus("Failed. No file has changed.");
+            SetStatus(canStop_ ? "Failed. No file has changed." : "Failed.");
             throw;
         }
         SetStatus("Stopped. No file has changed.");
         return;
     }
-    platform_.Dialogs.Notice(TextOfReport(report), Title, BoxIcon::Information);
+    if (!state_.Exiting)
+        platform_.Dialogs.Notice(TextOfReport(report), Title, BoxIcon::Information);
 }
 
 // The run reads level 2 from the disk, so what is not there would be gone.
@@ -189,7 +190,7 @@ void FrmVXRebiuldTheater::Lock(bool locked) {
 }
 
 void FrmVXRebiuldTheater::AskWhetherToStop() {
-    if (!canStop_ || asking_ || stop_)
+    if (!canStop_ || asking_ || StopWanted())
         return;
     asking_ = true;
     stop_ = platform_.Dialogs.MessageBox(StopQuestion, Title, BoxIcon::Question,

@@ -154,6 +154,20 @@ TEST_F(FrmVXRebiuldTheaterTest, TheCloseBoxAsksTooAndNoGoesOn) {
     EXPECT_TRUE(window_->isVisible());
 }
 
+// The system ends the program, or somebody does: there is nobody to be asked.
+TEST_F(FrmVXRebiuldTheaterTest, TheEndOfTheProgramStopsARunWithoutAQuestion) {
+    const auto before = world_.Files();
+    window_->OnEvents = [&] {
+        state_.Exiting = true;
+        window_->close();
+    };
+    Click("chkMakeL3");
+    Click("cmdStart");
+    EXPECT_EQ(Text("LblStatus"), "Stopped. No file has changed.");
+    EXPECT_EQ(world_.Files() == before, true);
+    EXPECT_EQ(verbs_.Story, "");
+}
+
 TEST_F(FrmVXRebiuldTheaterTest, AnErrorIsReportedAndTheWindowCanBeUsedAgain) {
     BarrierAnswers answers;
     answers.ExpectAnyBox("Vardenix", BoxAnswer::Continue, nullptr);
