@@ -7,6 +7,7 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
+#include "workspace/RestorePoint.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTilePal.h"
@@ -86,7 +87,10 @@ void Workspace::MakeMap() {
 }
 
 // It is seen when the layout is applied, at its place.
-void Workspace::ShowMainPanel() { windows_.Panel->Form_Load(TheaterTitle(state_)); }
+void Workspace::ShowMainPanel() {
+    windows_.Panel->Form_Load(TheaterTitle(state_));
+    panelVerbs_->ShowOriginOfPoint();
+}
 
 // Made for the first theater. The tiles come with the layout, when the window has its
 // width; until then none of another theater may be chosen from.
@@ -196,6 +200,8 @@ bool Workspace::LeaveProgram() {
                            .L2 = windows_.Panel->L2NeedSaveFlag(),
                            .L0ELV = windows_.Panel->L0NeedSaveFlag(),
                            .MAP = offers_.MapNeedsSave && offers_.MapNeedsSave()};
+    if (restoredUnsaved_ && !flags.L2 && !MayLeaveRestored(platform_.Dialogs))
+        return false;
     if (!ConfirmExit(flags, platform_.Dialogs))
         return false;
     exitProgram_();

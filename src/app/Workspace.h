@@ -90,6 +90,7 @@ private:
     WorkspaceWindows windows_;
     WindowPlaces places_;
     bool renumberedSincePoint_ = false; // and a restore point may be older
+    bool restoredUnsaved_ = false;      // level 2 has posts of one that no file has
 };
 
 } // namespace vardenix

@@ -59,7 +59,10 @@ SavingParts Workspace::PanelVerbs::Saving() {
 }
 
 void Workspace::PanelVerbs::SaveTheater(bool as) {
-    if (CmdSaveTheater(Saving(), as) && workspace_.offers_.TheaterSaved)
+    if (!CmdSaveTheater(Saving(), as))
+        return;
+    workspace_.restoredUnsaved_ &= workspace_.view_.L0Mode;
+    if (workspace_.offers_.TheaterSaved)
         workspace_.offers_.TheaterSaved();
 }
 
@@ -81,22 +84,32 @@ void Workspace::PanelVerbs::EditL0Elv(bool on) {
 void Workspace::PanelVerbs::CreatePoint() {
     workspace_.windows_.Panel->LetEventsThrough();
     vardenix::CreateRestorePoint(workspace_.state_.Terrain,
+                                 workspace_.platform_.Clock.Now(),
                                  workspace_.state_.Folders.SystemTempPath);
     workspace_.renumberedSincePoint_ = false;
+    ShowOriginOfPoint();
 }
 
 void Workspace::PanelVerbs::Restore() {
     workspace_.windows_.Panel->LetEventsThrough();
-    if (workspace_.renumberedSincePoint_ &&
-        !MayRestoreOldNumbers(workspace_.platform_.Dialogs))
+    Terrain& terrain = workspace_.state_.Terrain;
+    Dialogs& dialogs = workspace_.platform_.Dialogs;
+    const std::string& folder = workspace_.state_.Folders.SystemTempPath;
+    // Another copy of the program may have made a point meanwhile.
+    ShowOriginOfPoint();
+    if (!MayRestoreOtherTheater(OriginOfPoint(folder), terrain.LFilename, dialogs) ||
+        (workspace_.renumberedSincePoint_ && !MayRestoreOldNumbers(dialogs)))
         return;
-    const Restored result = RestoreFromPoint(workspace_.state_.Terrain,
-                                             workspace_.state_.Folders.SystemTempPath);
-    if (result == Restored::Done)
-        workspace_.RefreshPicArray();
-    else
-        workspace_.platform_.Dialogs.Notice(RestoreMessage(result), {},
-                                            BoxIcon::Information);
+    const Restored result = RestoreFromPoint(terrain, folder);
+    if (const std::string message = RestoreMessage(result); !message.empty())
+        return dialogs.Notice(message, {}, BoxIcon::Information);
+    workspace_.restoredUnsaved_ |= result == Restored::Done;
+    workspace_.RefreshPicArray();
+}
+
+void Workspace::PanelVerbs::ShowOriginOfPoint() {
+    workspace_.windows_.Panel->SetRestoreTip(
+        RestoreTip(OriginOfPoint(workspace_.state_.Folders.SystemTempPath)));
 }
 
 void Workspace::PanelVerbs::ShowWindow(PanelVerb window, bool on) {

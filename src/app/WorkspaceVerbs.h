@@ -19,6 +19,9 @@ public:
     void ShowWindow(PanelVerb window, bool on) override;
     void SaveScreenshot(const std::string& path, int filterIndex) override;
 
+    // The tip of the panel's button that restores follows the point that is there.
+    void ShowOriginOfPoint();
+
 private:
     SavingParts Saving();
     void LoadL0Elv();

@@ -2,6 +2,7 @@
 
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
+#include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/TextLines.h"
@@ -152,6 +153,8 @@ void ParseFeatureLine(std::string_view line, FeatureSet& features) {
 }
 
 void LoadFeatureFile(const std::string& path, FeatureSet& features) {
+    // An export that a kill has cut short is finished or dropped first.
+    const ReadingLock lock({path});
     const FileBytes file = ReadWholeFile(path);
     std::string_view rest(reinterpret_cast<const char*>(file.data()), file.size());
     FeatureSet loaded;

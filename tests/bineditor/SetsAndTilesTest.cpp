@@ -34,6 +34,7 @@ public:
         : Posts(std::move(posts)) {
         for (size_t s = 0; s < counts.size(); ++s) {
             std::vector<std::string> names;
+            names.reserve(static_cast<size_t>(counts[s]));
             for (int i = 0; i < counts[s]; ++i)
                 names.push_back(std::to_string(s + 1) + static_cast<char>('A' + i) +
                                 ".PCX");
@@ -91,7 +92,7 @@ public:
             }
         }
         for (int32_t& t : Posts) {
-            const auto set = static_cast<size_t>(t / 16 + 1);
+            const auto set = static_cast<size_t>(t) / 16 + 1;
             if (set < map.size())
                 t = (static_cast<int32_t>(map[set]) - 1) * 16 + t % 16;
         }
@@ -390,10 +391,12 @@ TEST(SetsAndTiles, ThePassLeavesOtherFieldsAndPostsBeyondTheLastSegmentAlone) {
         RenumberLevelTwo(terrain, TileRenumbering::SetInserted(0, 16), {}, progress));
     for (int y = 0; y < 33; ++y)
         for (int x = 0; x < 33; ++x) {
-            TerrainPost expected = before[static_cast<size_t>(y * 33 + x)];
+            TerrainPost expected =
+                before[static_cast<size_t>(y) * 33 + static_cast<size_t>(x)];
             if (x < 32 && y < 32)
                 expected.TileOffset = 21;
-            ASSERT_TRUE(posts[static_cast<size_t>(y * 33 + x)] == expected);
+            ASSERT_TRUE(posts[static_cast<size_t>(y) * 33 + static_cast<size_t>(x)] ==
+                        expected);
         }
 }
 

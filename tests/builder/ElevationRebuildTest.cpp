@@ -20,7 +20,7 @@ namespace {
 struct ElevationWorld : RebuildWorld {
     explicit ElevationWorld(int width = 128) : RebuildWorld(width) {
         std::mt19937 random(21);
-        const auto side = static_cast<size_t>(4 * width);
+        const auto side = 4 * static_cast<size_t>(width);
         Heights.resize(side * side);
         for (size_t y = 40; y < 90 && y < side; ++y)
             for (size_t x = 30; x < 120 && x < side; ++x)

@@ -112,8 +112,11 @@ std::string Painted(const MadeLevel& level2, const SlowFartile& fartile, int far
                 const int toX = c * p + x;
                 const int toY = r * p + y;
                 if (toX < farSize && toY < farSize)
-                    canvas.replace(static_cast<size_t>((toY * farSize + toX) * 3), 3,
-                                   tile, static_cast<size_t>((y * p + x) * 3), 3);
+                    canvas.replace(
+                        (static_cast<size_t>(toY) * static_cast<size_t>(farSize) +
+                         static_cast<size_t>(toX)) *
+                            3,
+                        3, tile, static_cast<size_t>((y * p + x) * 3), 3);
             }
     }
     return canvas;
@@ -130,8 +133,8 @@ std::string Compressed(const std::string& canvas, int farSize) {
                         (std::min(y, farSize - 1) * farSize + std::min(x, farSize - 1)) *
                         3;
                     for (int colour = 0; colour < 3; ++colour)
-                        pixels.push_back(static_cast<squish::u8>(
-                            canvas.at(static_cast<size_t>(at + colour))));
+                        pixels.push_back(static_cast<squish::u8>(canvas.at(
+                            static_cast<size_t>(at) + static_cast<size_t>(colour))));
                     pixels.push_back(255);
                 }
             std::string block(8, '\0');

@@ -25,6 +25,7 @@ class RebuildCommands : public testing::Test {
 protected:
     RebuildCommands() {
         std::vector<MadeTile> tiles;
+        tiles.reserve(RebuildWorld::Tiles);
         for (int tile = 0; tile < RebuildWorld::Tiles; ++tile)
             tiles.push_back({"HTILE" + std::to_string(tile) + ".PCX"});
         world_.Folder.Write("texture/Texture.bin", CatalogueBytes({{1, tiles}}));

@@ -92,7 +92,11 @@ bool Child::Running() {
     return false;
 }
 
-void Child::Signal(int signal) const { kill(pid_, signal); }
+void Child::Signal(int signal) const {
+    // The number 0 would mean this test and all that stands around it.
+    if (pid_ > 0)
+        ::kill(pid_, signal);
+}
 
 namespace {
 
@@ -104,15 +108,16 @@ void Pass(int milliseconds) {
 } // namespace
 
 void Child::StopFor(int milliseconds) const {
-    ::kill(pid_, SIGSTOP);
+    Signal(SIGSTOP);
     Pass(milliseconds);
-    ::kill(pid_, SIGCONT);
+    Signal(SIGCONT);
 }
 
 void Child::KillAfter(int milliseconds) {
     Pass(milliseconds);
-    ::kill(pid_, SIGKILL);
-    ::waitpid(pid_, nullptr, 0);
+    Signal(SIGKILL);
+    if (pid_ > 0)
+        ::waitpid(pid_, nullptr, 0);
     pid_ = 0;
 }
 
@@ -156,17 +161,21 @@ Desktop::Desktop(std::string folder, int width, int height)
 }
 
 Child Desktop::StartEditor(const std::string& program,
-                           std::map<std::string, std::string> environment) const {
+                           std::map<std::string, std::string> environment,
+                           const std::vector<std::string>& arguments) const {
     environment.insert({{"DISPLAY", display_},
                         {"HOME", folder_},
                         {"XDG_RUNTIME_DIR", folder_},
                         {"WINEPREFIX", folder_ + "/no wine"},
                         {"QT_QPA_PLATFORM", "xcb"}});
-    return {{program}, environment, folder_ + "/program.log"};
+    std::vector<std::string> command{program};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return {command, environment, folder_ + "/program.log"};
 }
 
 std::string Desktop::Run(const std::vector<std::string>& command) const {
-    std::string line = "DISPLAY=" + Quoted(display_);
+    // A tool that waits for a window or a click that does not come is given up.
+    std::string line = "DISPLAY=" + Quoted(display_) + " timeout --kill-after=1 20";
     for (const std::string& word : command)
         line += " " + Quoted(word);
     line += " 2>/dev/null";
@@ -285,8 +294,11 @@ Picture Desktop::Look(const std::string& title) const {
 Picture Desktop::Screen() const { return LookAt("root", screen_); }
 
 Picture Desktop::LookAt(const std::string& windowId, const Place& place) const {
+    // Asked for a window that is not there, import waits for a click on another one.
+    const bool there = !windowId.empty() && (windowId == "root" ||
+                                             !Run({"xwininfo", "-id", windowId}).empty());
     const std::string bytes =
-        Run({"import", "-window", windowId, "-depth", "8", "rgb:-"});
+        there ? Run({"import", "-window", windowId, "-depth", "8", "rgb:-"}) : "";
     const auto byte = [&bytes](size_t i) {
         return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));
     };

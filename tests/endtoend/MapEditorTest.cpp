@@ -31,7 +31,7 @@ protected:
     }
     // The colours of entry N in a theater.map.
     static std::string EntryOf(const std::string& map, int index) {
-        return map.substr(static_cast<size_t>(28 + index * 4), 4);
+        return map.substr(28 + static_cast<size_t>(index) * 4, 4);
     }
     // The palette entry of the post in the middle of the view.
     int EntryOfPost() const {
@@ -76,7 +76,7 @@ TEST_F(MapEditorEndToEnd, AColourIsFoundChangedExportedAndImported) {
     desktop_.Key("ctrl+s");
     ASSERT_TRUE(IsUp(Saved));
     std::string expected = before;
-    expected.replace(static_cast<size_t>(28 + index * 4), 4, "\x0A\x14\x1E\x28");
+    expected.replace(28 + static_cast<size_t>(index) * 4, 4, "\x0A\x14\x1E\x28");
     EXPECT_EQ(OnDisk(), expected);
 
     // Out as ACT.

@@ -158,7 +158,7 @@ TEST(PaletteFiles, AShortFileChangesNothing) {
     for (const auto& [name, length] : {std::pair{"a.act", 768U}, {"a.pal", 1048U}})
         for (const size_t cut : {size_t{0}, size_t{1}, size_t{500}, size_t{length - 1}}) {
             folder.Write(name, std::string(cut, 'x'));
-            EXPECT_EQ(Refusal([&] {
+            EXPECT_EQ(Refusal([&, name = name] {
                           LoadPalette(*PaletteKindOf(name), folder.File(name), palette);
                       }),
                       62)
@@ -177,7 +177,8 @@ TEST(PaletteFiles, ABmpHasASquareForEachEntry) {
     EXPECT_EQ(bytes.substr(28, 2), Number(24, 2));
     for (int y = 0; y < 512; ++y)
         for (int x = 0; x < 512; ++x) {
-            const auto at = static_cast<size_t>(54 + (511 - y) * 1536 + x * 3);
+            const auto at =
+                54 + static_cast<size_t>(511 - y) * 1536 + static_cast<size_t>(x) * 3;
             const int index = y / 32 * 16 + x / 32;
             ASSERT_EQ(bytes[at], At(Sample(), index, 2)) << x << ", " << y;
             ASSERT_EQ(bytes[at + 1], At(Sample(), index, 1));
@@ -243,7 +244,7 @@ TEST(PaletteFiles, AFileLongerThanAnyPictureIsNotRead) {
          {std::pair{"a.bmp", 481}, {"a.act", 0}, {"a.pal", 0}}) {
         folder.Write(name, PalOf(Sample()));
         std::filesystem::resize_file(folder.File(name), uint64_t{20} << 30); // no disk
-        EXPECT_EQ(Refusal([&] {
+        EXPECT_EQ(Refusal([&, name = name] {
                       LoadPalette(*PaletteKindOf(name), folder.File(name), palette);
                   }),
                   error)

@@ -13,7 +13,6 @@ namespace vardenix {
 namespace {
 
 using tests::Slurp;
-using tests::Spill;
 using tests::TestFolder;
 
 TEST(StagedFile, TheOldFileStandsUntilTheCommit) {

@@ -71,8 +71,11 @@ std::string Difference(const Bitmap& source, const RgbaPicture& mine) {
         for (int x = 0; x < mine.Side; ++x)
             for (int colour = 0; colour < 3; ++colour) {
                 const int expected = theirs.Row(y)[x * bytes + 2 - colour];
-                const int found =
-                    mine.Pixels.at(static_cast<size_t>((y * mine.Side + x) * 4 + colour));
+                const int found = mine.Pixels.at(
+                    (static_cast<size_t>(y) * static_cast<size_t>(mine.Side) +
+                     static_cast<size_t>(x)) *
+                        4 +
+                    static_cast<size_t>(colour));
                 if (expected != found)
                     return std::to_string(source.Width()) + " to " +
                            std::to_string(mine.Side) + " at " + std::to_string(x) + "," +

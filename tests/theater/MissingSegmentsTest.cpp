@@ -13,7 +13,6 @@
 namespace vardenix {
 namespace {
 
-using tests::MadeLevel;
 using tests::TestFolder;
 
 class MissingSegments : public testing::Test {

@@ -110,6 +110,11 @@ QSize FrmVXMain::sizeHint() const {
     return {hint.width(), std::min(hint.height(), room)};
 }
 
+void FrmVXMain::SetRestoreTip(const std::string& text) {
+    ui_->Command4->setToolTip(
+        QString::fromStdString(text).toHtmlEscaped().replace('\n', "<br>"));
+}
+
 void FrmVXMain::Form_Load(const std::string& mapTitle) {
     titles_ = DirtyTitles(mapTitle);
     view_.MapAlpha = InitialMapAlpha;

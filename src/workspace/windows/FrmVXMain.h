@@ -41,6 +41,8 @@ public:
     // Everything as at the start of the work on a theater: controls from the settings,
     // no flags, level 2 edited. `mapTitle` is the caption of FrmVXMap.
     void Form_Load(const std::string& mapTitle);
+    // The tool tip of the button that restores.
+    void SetRestoreTip(const std::string& text);
     // Controls and their colours from the settings, without any effect.
     void ShowSettings();
 
