@@ -64,7 +64,7 @@ TEST(DiskRoom, OfARebuildIsWhatItsFilesTake) {
     for (const char* name : {"theater.L0", "theater.O0", "theater.L1", "theater.O1"})
         fs::remove(world.PathOf(name));
     ExpectExactRoom(world);
-    for (const char* name : {"theater.O0", "theater.O1", "theater.O4"})
+    for (const char* name : {"theater.o0", "theater.o1", "theater.O4"})
         Spill(world.PathOf(name), Slurp(world.PathOf(name)) + "and more");
     ExpectExactRoom(world);
 }
@@ -74,7 +74,6 @@ TEST(DiskRoom, OfALevelOfOneKindIsWhatItsFilesTake) {
     sea.OldLevels();
     ExpectExactRoom(sea);
     RebuildWorld land(32);
-    land.LandAt(0, 0, 32, 32, 4);
     for (MadePost& post : land.Level2.Posts)
         post.Tile = 1;
     land.TakeLevel2();
