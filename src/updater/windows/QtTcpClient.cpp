@@ -2,8 +2,8 @@
 
 #include "platform/windows/RunTimeBarrier.h"
 
-#include <QHostAddress>
-#include <QNetworkProxy>
+#include <QtNetwork/QHostAddress>
+#include <QtNetwork/QNetworkProxy>
 
 namespace vardenix {
 

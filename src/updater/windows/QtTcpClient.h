@@ -3,8 +3,8 @@
 #include "updater/TcpClient.h"
 #include "updater/Timer.h"
 
-#include <QTcpSocket>
 #include <QTimer>
+#include <QtNetwork/QTcpSocket>
 
 namespace vardenix {
 
