@@ -4,7 +4,6 @@
 #include "updater/Timer.h"
 
 #include <QTimer>
-#include <QtNetwork/QTcpSocket>
 
 #include <memory>
 
