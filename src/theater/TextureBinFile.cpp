@@ -114,6 +114,28 @@ FileBytes ReadBinFile(const std::string& path, FileIdentity& read) {
     return file.ReadAll();
 }
 
+// TileLookup with what `infoOf` tells of each tile; `afterSet` is called with the number
+// of each set, from 1.
+TileLookup
+LookupOf(const TextureBin& bin,
+         const std::function<TileInfo(const TileRecord&, const TileSet&)>& infoOf,
+         const std::function<void(int32_t)>& afterSet) {
+    TileLookup lookup(Count(bin.NumSets) * TilesPerSet);
+    for (int32_t set = 1; set <= bin.NumSets; ++set) {
+        const TileSet& tileSet = bin.Sets[Count(set)];
+        size_t number = Count(set - 1) * TilesPerSet;
+        for (int32_t i = 1; i <= tileSet.TileCount; ++i, ++number) {
+            TileInfo info = infoOf(tileSet.Tiles[Count(i)], tileSet);
+            // A set of more than 16 tiles runs into the next one's numbers, and past the
+            // end of the table there is no number left for them.
+            if (number < lookup.size())
+                lookup[number] = std::move(info);
+        }
+        afterSet(set);
+    }
+    return lookup;
+}
+
 } // namespace
 
 std::string TileFileName(const std::string& tileName, bool night) {
@@ -153,30 +175,39 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
     log.WriteLog("Number of Sets: " + std::to_string(bin.NumSets));
     log.WriteLog("Number of Tiles: " + std::to_string(bin.NumTiles));
 
-    TileLookup lookup(Count(bin.NumSets) * TilesPerSet);
     const PictureFolder pictures(catalogue.DDSFolder);
-    for (int32_t set = 1; set <= bin.NumSets; ++set) {
-        const TileSet& tileSet = bin.Sets[Count(set)];
-        size_t number = Count(set - 1) * TilesPerSet;
-        for (int32_t i = 1; i <= tileSet.TileCount; ++i, ++number) {
-            TileInfo info = InfoOfTile(tileSet.Tiles[Count(i)], tileSet, pictures);
+    TileLookup lookup = LookupOf(
+        bin,
+        [&](const TileRecord& tile, const TileSet& set) {
+            TileInfo info = InfoOfTile(tile, set, pictures);
             if (info.HasImage == 0)
                 dialogs.Notice("File " + Utf8FromBytes(info.Name) + " wasn't found.", "",
                                BoxIcon::Information);
-            // A set of more than 16 tiles runs into the next one's numbers, and past the
-            // end of the table there is no number left for them.
-            if (number < lookup.size())
-                lookup[number] = std::move(info);
-        }
-        progress.SetBar(Percent(set, bin.NumSets));
-        progress.LetEventsThrough();
-    }
+            return info;
+        },
+        [&](int32_t set) {
+            progress.SetBar(Percent(set, bin.NumSets));
+            progress.LetEventsThrough();
+        });
     catalogue.Bin = std::move(bin);
     catalogue.Read = read;
     catalogue.Lookup = std::move(lookup);
     catalogue.NewTilesList.clear();
     log.WriteLog("Closed BinPath...");
     log.WriteLog("Exiting OpenBinFile...");
+}
+
+void OpenBinFileAlone(Catalogue& catalogue) {
+    FileIdentity read;
+    const FileBytes file = ReadBinFile(catalogue.BinPath, read);
+    TextureBin bin = ParseBinFile(file.Span(), catalogue.BinPath);
+    catalogue.Lookup = LookupOf(
+        bin,
+        [](const TileRecord& tile, const TileSet& set) { return InfoOfTile(tile, set); },
+        [](int32_t) {});
+    catalogue.Bin = std::move(bin);
+    catalogue.Read = read;
+    catalogue.NewTilesList.clear();
 }
 
 void WriteBinFile(const TextureBin& bin, StagedFile& file) {
