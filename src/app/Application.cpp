@@ -87,7 +87,7 @@ void Application::EndAfterError() {
 
 void Application::End() {
     if (!state_.Exiting)
-        ExitProgram(state_, {}, *platform_, log_, *this);
+        ExitProgram(state_, workspace_->NextProgram(), *platform_, log_, *this);
 }
 
 void Application::UnloadWindows() {

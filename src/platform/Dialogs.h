@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -49,6 +50,15 @@ public:
     // the close box mean No.
     virtual BoxAnswer MessageBox(const std::string& text, const std::string& title,
                                  BoxIcon icon, BoxButtons buttons) = 0;
+    // One of several notices of a kind, of which `others` are still to come; `detail`
+    // says more than the text. True when the user has asked to be spared the others.
+    // Where nobody can ask for that, it is a notice like any other.
+    virtual bool NoticeOfSeveral(const std::string& text, const std::string& title,
+                                 BoxIcon icon, const std::string& /*detail*/,
+                                 size_t /*others*/) {
+        Notice(text, title, icon);
+        return false;
+    }
     // An existing file.
     virtual FileAnswer OpenFile(const FileQuestion& question) = 0;
     // One or more existing files of one folder.

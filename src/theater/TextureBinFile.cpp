@@ -114,6 +114,43 @@ FileBytes ReadBinFile(const std::string& path, FileIdentity& read) {
     return file.ReadAll();
 }
 
+// What is told of every tile of the catalogue, in its order, also of those that get no
+// number.
+std::vector<TileInfo> InfosOf(const TextureBin& bin, const std::string& ddsFolder) {
+    const PictureFolder pictures(ddsFolder);
+    std::vector<TileInfo> infos;
+    for (size_t set = 1; set < bin.Sets.size(); ++set)
+        for (size_t i = 1; i < bin.Sets[set].Tiles.size(); ++i)
+            infos.push_back(InfoOfTile(bin.Sets[set].Tiles[i], bin.Sets[set], pictures));
+    return infos;
+}
+
+// Tells of pictures that are not there, one by one, until nobody wants to hear of them.
+class MissingPictures {
+public:
+    MissingPictures(const std::vector<TileInfo>& infos, const std::string& ddsFolder,
+                    Dialogs& dialogs)
+        : ddsFolder_(ddsFolder), dialogs_(dialogs),
+          left_(std::count_if(infos.begin(), infos.end(),
+                              [](const TileInfo& info) { return info.HasImage == 0; })) {}
+
+    void Tell(const TileInfo& info) {
+        --left_;
+        if (!spared_)
+            spared_ = dialogs_.NoticeOfSeveral(
+                "File " + Utf8FromBytes(info.Name) + " wasn't found.", "",
+                BoxIcon::Information,
+                ShownPath(TilePicturePath(ddsFolder_, info.DayFile)),
+                static_cast<size_t>(left_));
+    }
+
+private:
+    const std::string& ddsFolder_;
+    Dialogs& dialogs_;
+    ptrdiff_t left_; // not told of yet
+    bool spared_ = false;
+};
+
 } // namespace
 
 std::string TileFileName(const std::string& tileName, bool night) {
@@ -154,19 +191,18 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
     log.WriteLog("Number of Tiles: " + std::to_string(bin.NumTiles));
 
     TileLookup lookup(Count(bin.NumSets) * TilesPerSet);
-    const PictureFolder pictures(catalogue.DDSFolder);
+    std::vector<TileInfo> infos = InfosOf(bin, catalogue.DDSFolder);
+    MissingPictures missing(infos, catalogue.DDSFolder, dialogs);
+    auto info = infos.begin();
     for (int32_t set = 1; set <= bin.NumSets; ++set) {
-        const TileSet& tileSet = bin.Sets[Count(set)];
         size_t number = Count(set - 1) * TilesPerSet;
-        for (int32_t i = 1; i <= tileSet.TileCount; ++i, ++number) {
-            TileInfo info = InfoOfTile(tileSet.Tiles[Count(i)], tileSet, pictures);
-            if (info.HasImage == 0)
-                dialogs.Notice("File " + Utf8FromBytes(info.Name) + " wasn't found.", "",
-                               BoxIcon::Information);
+        for (int32_t i = 1; i <= bin.Sets[Count(set)].TileCount; ++i, ++number, ++info) {
+            if (info->HasImage == 0)
+                missing.Tell(*info);
             // A set of more than 16 tiles runs into the next one's numbers, and past the
             // end of the table there is no number left for them.
             if (number < lookup.size())
-                lookup[number] = std::move(info);
+                lookup[number] = std::move(*info);
         }
         progress.SetBar(Percent(set, bin.NumSets));
         progress.LetEventsThrough();

@@ -103,6 +103,31 @@ TEST_F(TextureBinFile, EachMissingDayPictureIsToldOnce) {
     EXPECT_EQ(catalogue_.Lookup[2].HasImage, 0);
 }
 
+TEST_F(TextureBinFile, AMissingPictureIsToldWithItsPathAndHowManyAreToCome) {
+    const std::string folder = folder_.Path() + "/texture/";
+    Picture("b.DDS");
+    dialogs_.ExpectOneOfSeveral("File A.PCX wasn't found.", folder + "A.dds", 3, false);
+    dialogs_.ExpectOneOfSeveral("File C D.PCX wasn't found.", folder + "C D.dds", 2,
+                                false);
+    dialogs_.ExpectOneOfSeveral("File E.PCX wasn't found.", folder + "E.dds", 1, false);
+    dialogs_.ExpectOneOfSeveral("File F.PCX wasn't found.", folder + "F.dds", 0, false);
+    Open(CatalogueBytes(
+        {{1, {{"A.PCX"}, {"B.PCX"}, {"C D.PCX"}}}, {4, {{"E.PCX"}, {"F.PCX"}}}}));
+}
+
+// Tiles that run out of numbers are told of like any other, so they count.
+TEST_F(TextureBinFile, NobodyHearsOfTheOthersWhoHasAskedToBeSpared) {
+    dialogs_.ExpectOneOfSeveral("File A.PCX wasn't found.",
+                                folder_.Path() + "/texture/A.dds", 18, false);
+    dialogs_.ExpectOneOfSeveral("File T.PCX wasn't found.",
+                                folder_.Path() + "/texture/T.dds", 17, true);
+    const std::vector<tests::MadeTile> many(18, {"T.PCX"});
+    Open(CatalogueBytes({{1, {{"A.PCX"}}}, {4, many}}));
+    EXPECT_EQ(catalogue_.Lookup[0].HasImage, 0);
+    EXPECT_EQ(catalogue_.Lookup[16].HasImage, 0);
+    EXPECT_EQ(catalogue_.Lookup[31].HasImage, 0);
+}
+
 TEST_F(TextureBinFile, AFolderThatIsNotThereMissesEveryPicture) {
     catalogue_.BinPath = folder_.Write("Texture.bin", CatalogueBytes({{1, {{"A.PCX"}}}}));
     catalogue_.DDSFolder = folder_.Path() + "\\no such\\";

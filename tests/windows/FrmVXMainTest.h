@@ -60,6 +60,15 @@ public:
         story_ += path + " ";
         Tell("screenshot", filterIndex);
     }
+    std::vector<std::string> Recent;
+    bool AsOneWindow = false;
+    std::vector<std::string> RecentTheaters() override { return Recent; }
+    void OpenRecent(const std::string& folder) override { story_ += folder + " "; }
+    bool IsOneWindow() const override { return AsOneWindow; }
+    void SetOneWindow(bool on) override {
+        AsOneWindow = on;
+        Tell("one window", on);
+    }
     void ShowHeightColors() override { story_ += "heights "; }
     void ShowAreasPathsOptions() override { story_ += "areas "; }
     void ShowAbout() override { story_ += "about "; }

@@ -14,6 +14,9 @@ class QtDialogs : public Dialogs {
 public:
     BoxAnswer MessageBox(const std::string& text, const std::string& title, BoxIcon icon,
                          BoxButtons buttons) override;
+    // With a box to tick while others are to come: "The other 347 too".
+    bool NoticeOfSeveral(const std::string& text, const std::string& title, BoxIcon icon,
+                         const std::string& detail, size_t others) override;
     FileAnswer OpenFile(const FileQuestion& question) override;
     std::vector<std::string> OpenFiles(const FileQuestion& question) override;
     FileAnswer SaveFile(const FileQuestion& question) override;
