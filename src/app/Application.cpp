@@ -19,12 +19,19 @@ Application::Application(RunTimeBarrier& barrier, Dialogs& dialogs)
 
 Application::~Application() = default;
 
-int Application::Run() {
+int Application::Run(const std::string& theater) {
     if (!Begin())
         return 1;
     HearSystem();
     if (!barrier_.Guard([this] { ShowStartUp(); }))
         End(); // there would be no window to go on with
+    else if (!theater.empty())
+        QMetaObject::invokeMethod(
+            frmStartUp_.get(),
+            [this, theater] {
+                barrier_.Guard([&] { frmStartUp_->OpenTheater(theater); });
+            },
+            Qt::QueuedConnection);
     return state_.Exiting ? 0 : QApplication::exec();
 }
 

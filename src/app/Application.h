@@ -27,8 +27,9 @@ public:
     Application(RunTimeBarrier& barrier, Dialogs& dialogs);
     ~Application() override;
 
-    // From the first window to the end of the program; the process's exit code.
-    int Run();
+    // From the first window to the end of the program; the process's exit code. A theater
+    // that is named is opened at once.
+    int Run(const std::string& theater = {});
 
 private:
     bool Begin();

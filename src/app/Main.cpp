@@ -1,11 +1,20 @@
 #include "app/Application.h"
+#include "app/Arguments.h"
 #include "platform/windows/QtDialogs.h"
 #include "platform/windows/Theme.h"
 
 int main(int argc, char** argv) {
+    if (vardenix::OnlyAsks(argc, argv)) {
+        const QCoreApplication withoutDisplay(argc, argv);
+        return TellOf(vardenix::ReadArguments(QCoreApplication::arguments()));
+    }
     vardenix::QtDialogs dialogs;
     vardenix::RunTimeBarrier barrier(argc, argv, dialogs);
+    const vardenix::Arguments arguments =
+        vardenix::ReadArguments(QCoreApplication::arguments());
+    if (!arguments.Told.empty())
+        return TellOf(arguments);
     vardenix::ApplyTheme();
     vardenix::Application application(barrier, dialogs);
-    return application.Run();
+    return application.Run(arguments.Theater);
 }

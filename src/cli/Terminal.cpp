@@ -34,7 +34,10 @@ BoxAnswer TerminalDialogs::MessageBox(const std::string& text, const std::string
 FileAnswer TerminalDialogs::OpenFile(const FileQuestion&) { Refuse(); }
 std::vector<std::string> TerminalDialogs::OpenFiles(const FileQuestion&) { Refuse(); }
 FileAnswer TerminalDialogs::SaveFile(const FileQuestion&) { Refuse(); }
-std::optional<std::string> TerminalDialogs::Folder(const std::string&) { Refuse(); }
+std::optional<std::string> TerminalDialogs::Folder(const std::string&,
+                                                   const std::string&) {
+    Refuse();
+}
 uint32_t TerminalDialogs::Color(uint32_t) { Refuse(); }
 FontChoice TerminalDialogs::Font(const FontChoice&) { Refuse(); }
 

@@ -98,35 +98,6 @@ TheaterPaths ChooseTheater(int index, const Discovery& discovery,
     return PathsOfTheater(discovery.FalconBaseDir, Utf8FromBytes(theater.TerrainDir));
 }
 
-void BrowseTheaterPaths(TheaterPaths& paths, Configuration& configuration,
-                        Dialogs& dialogs, const std::function<void()>& show) {
-    const auto take = [&show](std::string& shown, std::string& stored,
-                              const std::string& path) {
-        shown = path;
-        stored = path;
-        show();
-    };
-    const auto open = [&dialogs](const char* title, const char* filter,
-                                 const std::string& current) {
-        return dialogs.OpenFile({title, filter, current}).Path;
-    };
-    try {
-        take(paths.L2File, configuration.L2File,
-             open("Open theater's L2 file...", "L2 Files | *.l2", paths.L2File));
-        take(paths.BinFile, configuration.BinFile,
-             open("Open theater's Texture.bin file...", "Bin Files | *.bin",
-                  paths.BinFile));
-        take(paths.MapFile, configuration.MapFile,
-             open("Open theater's MAP file...", "MAP Files | *.map", paths.MapFile));
-        const auto folder = dialogs.Folder("Select the DDS folder.");
-        if (folder && !folder->empty())
-            take(paths.DDSFolder, configuration.DdsPath, WithTrailingSlash(*folder));
-    } catch (const RuntimeError& error) {
-        if (error.Number() != ErrorNumber::Cancelled)
-            throw;
-    }
-}
-
 void ExitProgram(ProgramState& state, const std::string& commandLine,
                  const Platform& platform, DebugLog& log, ProgramEnd& end) {
     log.StopDebugLog();

@@ -48,11 +48,6 @@ int StoredTheaterIndex(Configuration& configuration, size_t entries);
 TheaterPaths ChooseTheater(int index, const Discovery& discovery,
                            Configuration& configuration);
 
-// Asks for the four paths one after the other; each answer goes into `paths` and into the
-// settings at once, and `show` is called. Cancelling a dialog leaves the rest as it is.
-void BrowseTheaterPaths(TheaterPaths& paths, Configuration& configuration,
-                        Dialogs& dialogs, const std::function<void()>& show);
-
 // What ending the program does to the windows and the process; app/ fills it in.
 class ProgramEnd {
 public:

@@ -161,13 +161,16 @@ Desktop::Desktop(std::string folder, int width, int height)
 }
 
 Child Desktop::StartEditor(const std::string& program,
-                           std::map<std::string, std::string> environment) const {
+                           std::map<std::string, std::string> environment,
+                           const std::vector<std::string>& arguments) const {
     environment.insert({{"DISPLAY", display_},
                         {"HOME", folder_},
                         {"XDG_RUNTIME_DIR", folder_},
                         {"WINEPREFIX", folder_ + "/no wine"},
                         {"QT_QPA_PLATFORM", "xcb"}});
-    return {{program}, environment, folder_ + "/program.log"};
+    std::vector<std::string> command{program};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return {command, environment, folder_ + "/program.log"};
 }
 
 std::string Desktop::Run(const std::vector<std::string>& command) const {

@@ -71,7 +71,8 @@ public:
     // Starts an editor as a user of this desktop, without a Wine prefix; its output goes
     // to "program.log". `environment` is added.
     Child StartEditor(const std::string& program,
-                      std::map<std::string, std::string> environment = {}) const;
+                      std::map<std::string, std::string> environment = {},
+                      const std::vector<std::string>& arguments = {}) const;
 
     // Whether a window whose title matches the expression is up and has the keyboard.
     bool Active(const std::string& title) const;

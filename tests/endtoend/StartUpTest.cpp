@@ -120,6 +120,21 @@ TEST_F(StartUpEndToEnd, TypedPathsOpenTheTheaterAndClosingThePanelEnds) {
     EXPECT_NE(Ini().find("[SYSTEM]"), std::string::npos);
 }
 
+TEST_F(StartUpEndToEnd, AFolderThatIsNamedOpensAtOnce) {
+    StartAnswered();
+    desktop_.Key("Escape");
+    ExpectEnd();
+    program_ = desktop_.StartEditor(folder_.File("program/vardenix"), {},
+                                    {folder_.File("my theater")});
+    ExpectPreview();
+    EXPECT_FALSE(desktop_.Visible(StartUp));
+    ClosePanel();
+    ExpectEnd();
+    program_ = desktop_.StartEditor(folder_.File("program/vardenix"), {}, {"one", "two"});
+    EXPECT_TRUE(WaitFor([this] { return !program_.Running(); }));
+    EXPECT_EQ(program_.ExitCode(), 2);
+}
+
 TEST_F(StartUpEndToEnd, TheUpdateAnswerIsKeptAndNotAskedAgain) {
     StartAnswered("y");
     desktop_.Key("Escape");

@@ -109,6 +109,7 @@ bool ScriptedDialogs::NoticeOfSeveral(const std::string& text, const std::string
 
 FileAnswer ScriptedDialogs::OpenFile(const FileQuestion& question) {
     lastFilter_ = question.Filter;
+    beganAt_.push_back(question.InitialPath);
     const Expected next = Take(Kind::Open, question.Title, {});
     return {next.Path.value_or(""), next.FilterIndex};
 }
@@ -119,11 +120,14 @@ std::vector<std::string> ScriptedDialogs::OpenFiles(const FileQuestion& question
 
 FileAnswer ScriptedDialogs::SaveFile(const FileQuestion& question) {
     lastFilter_ = question.Filter;
+    beganAt_.push_back(question.InitialPath);
     const Expected next = Take(Kind::Save, question.Title, {});
     return {next.Path.value_or(""), next.FilterIndex};
 }
 
-std::optional<std::string> ScriptedDialogs::Folder(const std::string& prompt) {
+std::optional<std::string> ScriptedDialogs::Folder(const std::string& prompt,
+                                                   const std::string& initial) {
+    beganAt_.push_back(initial);
     return Take(Kind::Folder, prompt, {}).Path;
 }
 

@@ -39,6 +39,8 @@ public:
     std::function<void()> WhileBoxIsUp;
     // The filter of the last file question.
     const std::string& LastFilter() const { return lastFilter_; }
+    // Where the dialogs for files and folders began, in their order.
+    const std::vector<std::string>& BeganAt() const { return beganAt_; }
     bool AllAnswered() const { return expected_.empty(); }
 
     BoxAnswer MessageBox(const std::string& text, const std::string& title, BoxIcon icon,
@@ -48,7 +50,8 @@ public:
     FileAnswer OpenFile(const FileQuestion& question) override;
     std::vector<std::string> OpenFiles(const FileQuestion& question) override;
     FileAnswer SaveFile(const FileQuestion& question) override;
-    std::optional<std::string> Folder(const std::string& prompt) override;
+    std::optional<std::string> Folder(const std::string& prompt,
+                                      const std::string& initial = {}) override;
     uint32_t Color(uint32_t current) override;
     FontChoice Font(const FontChoice& current) override;
 
@@ -77,6 +80,7 @@ private:
     BoxIcon lastIcon_ = BoxIcon::None;
     BoxButtons lastButtons_ = BoxButtons::Ok;
     std::string lastFilter_;
+    std::vector<std::string> beganAt_;
 };
 
 } // namespace vardenix::tests

@@ -167,52 +167,6 @@ TEST(StartUp, Entry0GivesTheLastManualPaths) {
     EXPECT_EQ(configuration.OptionTheaterListIndex, 0);
 }
 
-class Browsing : public testing::Test {
-protected:
-    void Browse() {
-        BrowseTheaterPaths(paths_, configuration_, dialogs_, [this] { ++shown_; });
-    }
-    tests::ScriptedDialogs dialogs_;
-    Configuration configuration_;
-    TheaterPaths paths_{"1", "2", "3", "4"};
-    int shown_ = 0;
-};
-
-TEST_F(Browsing, AsksForAllFourPathsInARow) {
-    dialogs_.ExpectOpen("Open theater's L2 file...", "/a b/theater.L2");
-    dialogs_.ExpectOpen("Open theater's Texture.bin file...", "/t.bin");
-    dialogs_.ExpectOpen("Open theater's MAP file...", "/t.map");
-    dialogs_.ExpectFolder("Select the DDS folder.", "/dds");
-    Browse();
-    EXPECT_EQ(paths_.L2File, "/a b/theater.L2");
-    EXPECT_EQ(paths_.BinFile, "/t.bin");
-    EXPECT_EQ(paths_.MapFile, "/t.map");
-    EXPECT_EQ(paths_.DDSFolder, "/dds\\");
-    EXPECT_EQ(configuration_.L2File, "/a b/theater.L2");
-    EXPECT_EQ(configuration_.BinFile, "/t.bin");
-    EXPECT_EQ(configuration_.MapFile, "/t.map");
-    EXPECT_EQ(configuration_.DdsPath, "/dds\\");
-    EXPECT_EQ(shown_, 4);
-}
-
-TEST_F(Browsing, CancellingLeavesTheRestAsItWas) {
-    dialogs_.ExpectOpen("Open theater's L2 file...", "/theater.L2");
-    dialogs_.ExpectCancel();
-    Browse();
-    EXPECT_EQ(paths_.L2File, "/theater.L2");
-    EXPECT_EQ(paths_.BinFile, "2");
-    EXPECT_EQ(configuration_.BinFile, "");
-}
-
-TEST_F(Browsing, NoFolderKeepsTheOldOne) {
-    dialogs_.ExpectOpen("Open theater's L2 file...", "l");
-    dialogs_.ExpectOpen("Open theater's Texture.bin file...", "b");
-    dialogs_.ExpectOpen("Open theater's MAP file...", "m");
-    dialogs_.ExpectFolder("Select the DDS folder.", std::nullopt);
-    Browse();
-    EXPECT_EQ(paths_.DDSFolder, "4");
-}
-
 // Writes down what it is asked.
 class FakeWindows : public OpeningWindows, public ProgramEnd {
 public:

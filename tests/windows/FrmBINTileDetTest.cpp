@@ -11,6 +11,7 @@
 #include "windows/WindowTest.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QLabel>
 #include <QTest>
 #include <QTreeWidget>

@@ -10,9 +10,11 @@
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -420,6 +422,46 @@ TEST_F(FrmStartUpTest, TheDebugLogIsWrittenWhenAskedFor) {
     const std::string log = tests::Slurp(folder_.File("Debug.txt"));
     EXPECT_NE(log.find("BinPath to open: "), std::string::npos);
     EXPECT_NE(log.find("Showing FrmVXMain..."), std::string::npos);
+}
+
+TEST_F(FrmStartUpTest, ADroppedTheaterFillsTheFourPaths) {
+    MakeGame();
+    state_.Configuration.OptionTheaterListIndex = 1;
+    MakeTheater("my theater");
+    Open();
+    const auto drop = [this](const std::string& path) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
+        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window_.get(), &event);
+    };
+    const std::string base = folder_.File("my theater");
+    drop(base);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return Text("Text1") == base + "/terrain/Theater.L2"; }));
+    EXPECT_EQ(Text("Text2"), base + "/texture/Texture.bin");
+    EXPECT_EQ(Text("Text4"), base + "/terrain/Theater.map");
+    EXPECT_EQ(Text("Text5"), base + "/texture/texture/");
+    EXPECT_EQ(Find<QComboBox>(*window_, "Combo1").currentText(), "MANUALLY OPEN PATH");
+    EXPECT_EQ(state_.Configuration.OptionTheaterListIndex, 0);
+    EXPECT_TRUE(Visible("Command1"));
+    ExpectUsable();
+
+    std::string text;
+    platform_.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, &text);
+    drop(folder_.File("game"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return platform_.Dialogs.AllAnswered(); }));
+    EXPECT_NE(text.find(folder_.File("game")), std::string::npos) << text;
+    EXPECT_EQ(Text("Text1"), base + "/terrain/Theater.L2");
+}
+
+TEST_F(FrmStartUpTest, ATheaterThatIsNamedOpensAtOnce) {
+    MakeTheater("my theater");
+    Open();
+    QSignalSpy opened(window_.get(), &FrmStartUp::TheaterOpened);
+    window_->OpenTheater(folder_.File("my theater"));
+    EXPECT_EQ(opened.count(), 1);
+    EXPECT_EQ(state_.Terrain.MapWidth, 32);
 }
 
 TEST_F(FrmStartUpTest, EscAndTheCloseBoxAskForTheExit) {

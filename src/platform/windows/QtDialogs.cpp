@@ -307,9 +307,10 @@ FileAnswer QtDialogs::SaveFile(const FileQuestion& question) {
     }
 }
 
-std::optional<std::string> QtDialogs::Folder(const std::string& prompt) {
+std::optional<std::string> QtDialogs::Folder(const std::string& prompt,
+                                             const std::string& initial) {
     QFileDialog dialog(QApplication::activeWindow(), QString::fromStdString(prompt));
-    BeginAt(dialog, {}, lastFolder_);
+    BeginAt(dialog, initial, lastFolder_);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     if (!Accepted(dialog))

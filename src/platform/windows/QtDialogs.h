@@ -20,7 +20,8 @@ public:
     FileAnswer OpenFile(const FileQuestion& question) override;
     std::vector<std::string> OpenFiles(const FileQuestion& question) override;
     FileAnswer SaveFile(const FileQuestion& question) override;
-    std::optional<std::string> Folder(const std::string& prompt) override;
+    std::optional<std::string> Folder(const std::string& prompt,
+                                      const std::string& initial = {}) override;
     uint32_t Color(uint32_t current) override;
     // The dialog has no colours: that of `current` stays.
     FontChoice Font(const FontChoice& current) override;

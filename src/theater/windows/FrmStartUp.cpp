@@ -5,13 +5,17 @@
 #include "platform/Processes.h"
 #include "platform/RuntimeError.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "theater/Browsing.h"
 #include "theater/windows/Sound.h"
 #include "ui_FrmStartUp.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QRandomGenerator>
 #include <QSignalBlocker>
+#include <QUrl>
 
 namespace vardenix {
 
@@ -22,6 +26,14 @@ constexpr const char* MakersPage = "http://www.vardenix.example/";
 constexpr int SoundCount = 14;
 
 std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
+
+// The first file or folder of this machine among what is dragged; empty when none is.
+QString DroppedPath(const QMimeData& data) {
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile())
+            return url.toLocalFile();
+    return {};
+}
 
 } // namespace
 
@@ -56,9 +68,12 @@ FrmStartUp::FrmStartUp(ProgramState& state, const Platform& platform, DebugLog& 
     ui_->Command1->setIcon(QIcon(":/browse.png"));
     ui_->CmdShowTheater->setIcon(QIcon(":/show.png"));
     ui_->CmdShowTheater->setIconSize(ui_->CmdShowTheater->iconSize() * 3 / 2);
-    for (QLineEdit* box : {ui_->Text1, ui_->Text2, ui_->Text4, ui_->Text5})
+    for (QLineEdit* box : {ui_->Text1, ui_->Text2, ui_->Text4, ui_->Text5}) {
         connect(box, &QLineEdit::textChanged, box, &QWidget::setToolTip);
+        box->setAcceptDrops(false); // a theater dropped on one is for all four
+    }
     ui_->PB1->hide();
+    setAcceptDrops(true);
     Connect();
 }
 
@@ -134,6 +149,44 @@ void FrmStartUp::Command1_Click() {
     TheaterPaths paths = ShownPaths();
     BrowseTheaterPaths(paths, state_.Configuration, platform_.Dialogs,
                        [&] { ShowPaths(paths); });
+}
+
+void FrmStartUp::OpenTheater(const std::string& folder) {
+    if (TakeFolder(folder))
+        CmdShowTheater_Click();
+}
+
+// The theater of a folder becomes the one that is given by hand.
+bool FrmStartUp::TakeFolder(const std::string& folder) {
+    TheaterPaths paths = ShownPaths();
+    try {
+        TakeTheaterFolder(folder, paths, state_.Configuration, [this] {
+            const QSignalBlocker quiet(ui_->Combo1);
+            ui_->Combo1->setCurrentIndex(0);
+        });
+    } catch (const RuntimeError& error) {
+        platform_.Dialogs.Notice(ReportText(error), "Error...", BoxIcon::Critical);
+        return false;
+    }
+    Combo1_Click();
+    return true;
+}
+
+void FrmStartUp::dragEnterEvent(QDragEnterEvent* event) {
+    if (!loading_ && !DroppedPath(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void FrmStartUp::dropEvent(QDropEvent* event) {
+    const std::string folder = DroppedPath(*event->mimeData()).toStdString();
+    event->acceptProposedAction();
+    // Once the other program is done with its part: a box may come up.
+    QMetaObject::invokeMethod(
+        this,
+        [this, folder] {
+            static_cast<RunTimeBarrier*>(qApp)->Guard([&] { TakeFolder(folder); });
+        },
+        Qt::QueuedConnection);
 }
 
 void FrmStartUp::CmdShowTheater_Click() {

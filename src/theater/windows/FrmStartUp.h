@@ -29,6 +29,8 @@ public:
     // of the installed game, the program's folders. What fails there is told, and paths
     // can still be given by hand.
     void Form_Load();
+    // Shows a theater that was named when the program was started.
+    void OpenTheater(const std::string& folder);
 
     // The bar stands at (value - SetPB1_val) / SetPB1_Max of its full width, which is
     // 7020 twips.
@@ -43,6 +45,8 @@ signals:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void reject() override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     class Loading;
@@ -53,6 +57,7 @@ private:
     void Command1_Click();
     void CmdShowTheater_Click();
     bool CheckPaths();
+    bool TakeFolder(const std::string& folder);
     void Image1_Click();
 
     TheaterPaths ShownPaths() const;

@@ -1,0 +1,59 @@
+#include "app/Arguments.h"
+
+#include "theater/ProgramVersion.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+
+namespace vardenix {
+
+bool OnlyAsks(int argc, char** argv) {
+    return std::any_of(argv + 1, argv + argc, [](std::string_view word) {
+        return word == "-h" || word == "--help" || word == "-v" || word == "--version";
+    });
+}
+
+Arguments ReadArguments(const QStringList& words) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Editor for the terrain of theaters.");
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    parser.addPositionalArgument(
+        "FOLDER", "The folder of a theater, which is opened at once.", "[FOLDER]");
+    Arguments arguments;
+    const auto complain = [&](const QString& fault) {
+        arguments.Told =
+            ("vardenix: " + fault + "\n\n" + parser.helpText()).toStdString();
+        arguments.Wrong = true;
+    };
+    const bool understood = parser.parse(words);
+    const QStringList folders = parser.positionalArguments();
+    if (!understood)
+        complain(parser.errorText());
+    else if (parser.isSet(help))
+        arguments.Told = parser.helpText().toStdString();
+    else if (parser.isSet(version))
+        arguments.Told = "vardenix " + ProgramVersion() + "\n";
+    else if (folders.size() > 1)
+        complain("one folder can be opened at a time");
+    else if (folders.size() == 1 && folders[0].isEmpty())
+        complain("the name of the folder is empty");
+    else if (folders.size() == 1)
+        arguments.Theater = QDir().absoluteFilePath(folders[0]).toStdString();
+    return arguments;
+}
+
+int TellOf(const Arguments& arguments) {
+    std::FILE* const stream = arguments.Wrong ? stderr : stdout;
+    const bool told =
+        std::fputs(arguments.Told.c_str(), stream) >= 0 && std::fflush(stream) == 0;
+    if (arguments.Wrong)
+        return 2;
+    return told ? 0 : 3;
+}
+
+} // namespace vardenix
