@@ -232,7 +232,7 @@ TEST_F(FrmVXTheaterPreviewTest, TheMapFollowsADrag) {
     move({500, -80}, Qt::LeftButton);
     QTest::mouseRelease(&picture, Qt::LeftButton, {}, {127, 0});
     move({60, 60}, Qt::NoButton);
-    EXPECT_EQ(commands_.Story, "scroll(120,112)scroll(124,112)scroll(511,511)");
+    EXPECT_EQ(commands_.Story, "scroll(120,112) scroll(124,112) scroll(511,511)");
 }
 
 // An event that comes while the map is painted must not be the one that gets lost.
@@ -262,7 +262,7 @@ TEST_F(FrmVXTheaterPreviewTest, TheLastPlaceOfADragIsTheOneThatCounts) {
         view_.ScrollBusy = false;
     };
     QTest::mousePress(&picture, Qt::LeftButton, {}, {30, 100});
-    EXPECT_EQ(slow.Story, "scroll(120,112)scroll(240,112)");
+    EXPECT_EQ(slow.Story, "scroll(120,112) scroll(240,112)");
 }
 
 TEST_F(FrmVXTheaterPreviewTest, EditsAreSeen) {
@@ -278,8 +278,7 @@ TEST_F(FrmVXTheaterPreviewTest, EditsAreSeen) {
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
     const auto color = [this](int x, int y) { // of the pixel that shows this post
         const QImage seen = Find<QWidget>(window_, "Picture1").grab().toImage();
-        const int scale = seen.width() / 16;
-        return seen.pixel(x / 4 * scale, (side - y) / 4 * scale);
+        return seen.pixel(x * seen.width() / side, (side - y) * seen.width() / side);
     };
     const auto raise = [this](int x, int y) {
         for (int i = 0; i < 4; ++i)

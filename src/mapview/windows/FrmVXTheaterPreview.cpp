@@ -165,7 +165,7 @@ void FrmVXTheaterPreview::FitRoundPicture() {
         wanted.rwidth() += scrollBar;
     if (wanted.width() > room.width())
         wanted.rheight() += scrollBar;
-    setMinimumSize(least, below * 2);
+    setMinimumSize(least, below + std::min(below, picture.height()));
     resize(wanted.boundedTo(room));
 }
 

@@ -107,7 +107,6 @@ void FrmVXTilePal::Clear() {
 void FrmVXTilePal::Build(const std::vector<int32_t>& tiles) {
     // A window that has not been up yet has its size, but its parts have not.
     layout()->activate();
-    shownTiles_ = 0; // until they are there
     FrameResized();
     const PaletteLayout layout =
         LayOutPalette(tiles.size(), TwipsOfPixels(ui_->Frame1->width()));
