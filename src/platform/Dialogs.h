@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -50,15 +49,6 @@ public:
     // the close box mean No.
     virtual BoxAnswer MessageBox(const std::string& text, const std::string& title,
                                  BoxIcon icon, BoxButtons buttons) = 0;
-    // One of several notices of a kind, of which `others` are still to come; `detail`
-    // says more than the text. True when the user has asked to be spared the others.
-    // Where nobody can ask for that, it is a notice like any other.
-    virtual bool NoticeOfSeveral(const std::string& text, const std::string& title,
-                                 BoxIcon icon, const std::string& /*detail*/,
-                                 size_t /*others*/) {
-        Notice(text, title, icon);
-        return false;
-    }
     // An existing file.
     virtual FileAnswer OpenFile(const FileQuestion& question) = 0;
     // One or more existing files of one folder.
@@ -66,7 +56,8 @@ public:
     // A file to be written; the user has agreed to lose one that is there. A name that
     // has no extension of a filter gets the first one of the chosen filter.
     virtual FileAnswer SaveFile(const FileQuestion& question) = 0;
-    // An existing folder; nothing when cancelled. Begins at `initial` where that is there.
+    // An existing folder; nothing when cancelled. Begins at `initial` where that is
+    // there.
     virtual std::optional<std::string> Folder(const std::string& prompt,
                                               const std::string& initial = {}) = 0;
     // 0x00BBGGRR.

@@ -5,6 +5,7 @@
 #include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/SeveralNotices.h"
 #include "platform/Transaction.h"
 #include "platform/Windows1252.h"
 #include "theater/PictureFolder.h"
@@ -131,23 +132,28 @@ public:
     MissingPictures(const std::vector<TileInfo>& infos, const std::string& ddsFolder,
                     Dialogs& dialogs)
         : ddsFolder_(ddsFolder), dialogs_(dialogs),
+          several_(dynamic_cast<SeveralNotices*>(&dialogs)),
           left_(std::count_if(infos.begin(), infos.end(),
                               [](const TileInfo& info) { return info.HasImage == 0; })) {}
 
     void Tell(const TileInfo& info) {
         --left_;
-        if (!spared_)
-            spared_ = dialogs_.NoticeOfSeveral(
-                "File " + Utf8FromBytes(info.Name) + " wasn't found.", "",
-                BoxIcon::Information,
-                ShownPath(TilePicturePath(ddsFolder_, info.DayFile)),
-                static_cast<size_t>(left_));
+        if (spared_)
+            return;
+        const std::string text = "File " + Utf8FromBytes(info.Name) + " wasn't found.";
+        if (several_ == nullptr)
+            return dialogs_.Notice(text, "", BoxIcon::Information);
+        spared_ = several_->NoticeOfSeveral(
+            text, "", BoxIcon::Information,
+            ShownPath(TilePicturePath(ddsFolder_, info.DayFile)),
+            static_cast<size_t>(left_));
     }
 
 private:
     const std::string& ddsFolder_;
     Dialogs& dialogs_;
-    ptrdiff_t left_; // not told of yet
+    SeveralNotices* several_; // null where nobody can ask to be spared
+    ptrdiff_t left_;          // not told of yet
     bool spared_ = false;
 };
 

@@ -28,17 +28,6 @@ void ScriptedDialogs::ExpectAnyBox(const std::string& title, BoxAnswer answer,
                          .Answer = answer});
 }
 
-void ScriptedDialogs::ExpectOneOfSeveral(const std::string& text,
-                                         const std::string& detail, size_t others,
-                                         bool spare) {
-    expected_.push_back({.What = Kind::Box,
-                         .Text = text,
-                         .Answer = spare ? BoxAnswer::Yes : BoxAnswer::Ok,
-                         .OneOfSeveral = true,
-                         .Detail = detail,
-                         .Others = others});
-}
-
 void ScriptedDialogs::ExpectOpen(const std::string& title, const std::string& path,
                                  int filterIndex) {
     expected_.push_back(
@@ -93,18 +82,6 @@ BoxAnswer ScriptedDialogs::MessageBox(const std::string& text, const std::string
     if (WhileBoxIsUp)
         WhileBoxIsUp();
     return Take(Kind::Box, title, text).Answer;
-}
-
-bool ScriptedDialogs::NoticeOfSeveral(const std::string& text, const std::string& title,
-                                      BoxIcon icon, const std::string& detail,
-                                      size_t others) {
-    lastIcon_ = icon;
-    const Expected next = Take(Kind::Box, title, text);
-    if (next.OneOfSeveral) {
-        EXPECT_EQ(detail, next.Detail);
-        EXPECT_EQ(others, next.Others);
-    }
-    return next.Answer == BoxAnswer::Yes;
 }
 
 FileAnswer ScriptedDialogs::OpenFile(const FileQuestion& question) {

@@ -31,10 +31,6 @@ public:
     void ExpectFont(const FontChoice& answer);
     // The next dialog, of whatever kind and words, is cancelled.
     void ExpectCancel();
-    // The next box is one of several: what it says besides, and how many are to come.
-    // `spare`: the user wants to hear of no more.
-    void ExpectOneOfSeveral(const std::string& text, const std::string& detail,
-                            size_t others, bool spare);
     // Called when a box comes up, before it is answered.
     std::function<void()> WhileBoxIsUp;
     // The filter of the last file question.
@@ -45,8 +41,6 @@ public:
 
     BoxAnswer MessageBox(const std::string& text, const std::string& title, BoxIcon icon,
                          BoxButtons buttons) override;
-    bool NoticeOfSeveral(const std::string& text, const std::string& title, BoxIcon icon,
-                         const std::string& detail, size_t others) override;
     FileAnswer OpenFile(const FileQuestion& question) override;
     std::vector<std::string> OpenFiles(const FileQuestion& question) override;
     FileAnswer SaveFile(const FileQuestion& question) override;
@@ -69,9 +63,6 @@ private:
         uint32_t Current = 0;
         uint32_t ColorAnswer = 0;
         FontChoice FontAnswer = {};
-        bool OneOfSeveral = false;
-        std::string Detail = {};
-        size_t Others = 0;
     };
     // The next expected answer, which must be of the kind; throws the cancel.
     Expected Take(Kind kind, const std::string& title, const std::string& text);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Dialogs.h"
+#include "platform/SeveralNotices.h"
 
 #include <QString>
 
@@ -10,7 +11,7 @@ namespace vardenix {
 
 // The dialogs on the screen. Each stands in front of the window in use. A file or folder
 // dialog that is not told where to begin does so where the last one ended.
-class QtDialogs : public Dialogs {
+class QtDialogs : public Dialogs, public SeveralNotices {
 public:
     BoxAnswer MessageBox(const std::string& text, const std::string& title, BoxIcon icon,
                          BoxButtons buttons) override;
