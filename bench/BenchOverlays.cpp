@@ -7,6 +7,7 @@
 #include "overlays/FeatureDrawing.h"
 #include "overlays/TileSearch.h"
 #include "overlays/windows/frmVXSearchResults.h"
+#include "platform/StagedFile.h"
 #include "support/RecordingCommands.h"
 
 #include <QAbstractItemView>
@@ -61,7 +62,7 @@ void Search(benchmark::State& state, const SearchPattern& pattern) {
 
 void SearchOneTile(benchmark::State& state) {
     SearchPattern pattern;
-    pattern[0].CellTile = "77";
+    pattern[0].CellTile = std::to_string(77);
     Search(state, pattern);
 }
 
@@ -77,6 +78,27 @@ std::string OutFile() {
     return (std::filesystem::temp_directory_path() / "vardenix bench out").string();
 }
 
+// One pass over the posts, and as many bytes written and flushed as the file has.
+void PassAndWrite(benchmark::State& state, int64_t bytes) {
+    const auto posts = TerrainOf(WidthOf(state)).LxArr.Values();
+    const std::vector<std::byte> content(static_cast<size_t>(bytes));
+    for (auto _ : state) {
+        int64_t sum = 0;
+        for (const TerrainPost& post : posts)
+            sum += post.TileOffset;
+        benchmark::DoNotOptimize(sum);
+        StagedFile file(OutFile());
+        file.Write(content);
+        file.Commit();
+    }
+}
+void BareMEA(benchmark::State& state) {
+    PassAndWrite(state, state.range(0) * state.range(0) / 32);
+}
+void BareTC(benchmark::State& state) { PassAndWrite(state, 2000 * 24); }
+void BareTM(benchmark::State& state) {
+    PassAndWrite(state, state.range(0) * state.range(0) * 2);
+}
 void MakeMEA(benchmark::State& state) {
     NoProgress progress;
     for (auto _ : state)
@@ -95,7 +117,7 @@ void MakeTM(benchmark::State& state) {
 }
 
 // 10,000 features of 20 points over a theater of 1024 posts, in a view of 50 posts a
-// side. Argument 0: where a quarter of them lies in view; 1: all of them elsewhere.
+// side. Argument 0: anywhere; 1: all of them outside the view; 2: a quarter in view.
 void DrawFeatures(benchmark::State& state) {
     bench::NeedApplication();
     MapView view;
@@ -111,8 +133,9 @@ void DrawFeatures(benchmark::State& state) {
     for (int i = 0; i < 10000; ++i) {
         Feature feature;
         feature.PointCount = 20;
-        const bool inView = state.range(0) == 0 && i % 4 == 0;
-        double x = inView ? any(500, 550) : any(0, 450);
+        const bool inView = state.range(0) == 2 && i % 4 == 0;
+        const double east = state.range(0) == 0 ? 1024 : 450;
+        double x = inView ? any(500, 550) : any(0, east);
         double y = inView ? any(500, 550) : any(0, 1024);
         for (int k = 0; k < 20; ++k)
             feature.Points.push_back({x += any(-1, 1), y += any(-1, 1)});
@@ -163,10 +186,13 @@ void SortHitList(benchmark::State& state) {
 BENCHMARK(Pass)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(SearchOneTile)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(SearchNineCells)->Arg(1024)->Unit(benchmark::kMillisecond);
+BENCHMARK(BareMEA)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(MakeMEA)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK(BareTC)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(MakeTC)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK(BareTM)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(MakeTM)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
-BENCHMARK(DrawFeatures)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(DrawFeatures)->Arg(0)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 BENCHMARK(OpenHitList)->Unit(benchmark::kMillisecond);
 BENCHMARK(SortHitList)->Unit(benchmark::kMillisecond);
 

@@ -9,6 +9,8 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
+#include "workspace/FirstView.h"
+#include "workspace/RestorePoint.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTilePal.h"
@@ -90,7 +92,10 @@ void Workspace::MakeMap() {
 }
 
 // It is seen when the layout is applied, at its place.
-void Workspace::ShowMainPanel() { windows_.Panel->Form_Load(TheaterTitle(state_)); }
+void Workspace::ShowMainPanel() {
+    windows_.Panel->Form_Load(TheaterTitle(state_));
+    panelVerbs_->ShowOriginOfPoint();
+}
 
 // Made for the first theater. The tiles come with the layout, when the window has its
 // width; until then none of another theater may be chosen from.
@@ -114,7 +119,11 @@ void Workspace::ShowOfferedWindows(bool workspaceShown) {
         show(workspaceShown);
 }
 
-void Workspace::InitForm() { windows_.Map->InitForm(); }
+void Workspace::InitForm() {
+    BeginWhereLandIs(state_.Configuration, state_.Terrain, state_.Catalogue.Lookup,
+                     view_.ViewPosts());
+    windows_.Map->InitForm();
+}
 
 void Workspace::ApplySavedLayout() {
     places_.Place();
@@ -151,9 +160,29 @@ void Workspace::ScrollTo(int x, int y) {
 
 void Workspace::PositionChanged() { windows_.Panel->PositionChanged(); }
 
-void Workspace::L2NeedSave() { windows_.Panel->L2NeedSave(); }
+void Workspace::L2NeedSave() {
+    undo_.Marked(false);
+    windows_.Panel->L2NeedSave();
+}
 
-void Workspace::L0NeedSave() { windows_.Panel->L0NeedSave(); }
+void Workspace::L0NeedSave() {
+    undo_.Marked(true);
+    windows_.Panel->L0NeedSave();
+}
+
+void Workspace::L2AsSaved() { windows_.Panel->L2Saved(); }
+
+void Workspace::L0AsSaved() { windows_.Panel->L0Saved(); }
+
+void Workspace::PlaceView(int x, int y) {
+    windows_.Map->SetPosition(ClampToScroll({x, y}, state_.Terrain.MapWidth));
+}
+
+void Workspace::Tell(const std::string& words) {
+    windows_.Map->ShowWord(QString::fromStdString(words));
+}
+
+void Workspace::SelectionChanged() { windows_.Map->ShowTools(); }
 
 void Workspace::CommandsChanged() { windows_.Panel->RefreshCommands(); }
 
@@ -228,6 +257,8 @@ bool Workspace::LeaveProgram() {
                            .L2 = windows_.Panel->L2NeedSaveFlag(),
                            .L0ELV = windows_.Panel->L0NeedSaveFlag(),
                            .MAP = offers_.MapNeedsSave && offers_.MapNeedsSave()};
+    if (restoredUnsaved_ && !flags.L2 && !MayLeaveRestored(platform_.Dialogs))
+        return false;
     if (!ConfirmExit(flags, platform_.Dialogs))
         return false;
     exitProgram_();

@@ -76,6 +76,11 @@ private:
     void PositionChanged() override;
     void L2NeedSave() override;
     void L0NeedSave() override;
+    void L2AsSaved() override;
+    void L0AsSaved() override;
+    void PlaceView(int x, int y) override;
+    void Tell(const std::string& words) override;
+    void SelectionChanged() override;
     void ShowWorkspace() override;
     void CommandsChanged() override;
     void WindowHidden(const char* checkBoxName) override;
@@ -102,6 +107,7 @@ private:
     DeskMemory desk_;
     std::string nextProgram_;
     bool renumberedSincePoint_ = false; // and a restore point may be older
+    bool restoredUnsaved_ = false;      // level 2 has posts of one that no file has
 };
 
 } // namespace vardenix

@@ -21,6 +21,9 @@ public:
     std::vector<std::string> RecentTheaters() override;
     void OpenRecent(const std::string& folder) override;
 
+    // The tip of the panel's button that restores follows the point that is there.
+    void ShowOriginOfPoint();
+
 private:
     SavingParts Saving();
     void LoadL0Elv();
@@ -42,6 +45,8 @@ public:
     void ExportTiles() override;
     void SubExportTDFs() override;
     void ImportTiles() override;
+    void PickTile(int32_t tileNumber) override;
+    void SetZoom(int16_t zoomPosts) override;
     void LoadFeatures(const std::vector<std::string>& paths) override;
     bool ExportWithShift() const override;
     void HideFrame7() override;

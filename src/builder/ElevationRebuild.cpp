@@ -94,9 +94,9 @@ public:
         parts_.View.BeginTakingPlaces();
         files_.Commit(parts_.Log);
         Begin("Reloading Map...");
-        ReloadLFile(parts_.Terrain, parts_.View, parts_.Log);
+        ReadLevel2Back();
         parts_.View.SetStatus("All done...");
-        return {files_.Made, parts_.View.Seconds() - start};
+        return {files_.Made, files_.Fartiles, parts_.View.Seconds() - start};
     }
 
 private:
@@ -120,12 +120,25 @@ private:
         }
     }
 
+    // What fails here comes too late to leave the old files.
+    void ReadLevel2Back() {
+        try {
+            ReloadLFile(parts_.Terrain, parts_.View, parts_.Log);
+        } catch (const RuntimeError& error) {
+            throw RuntimeError(error.Number(), error.Description(),
+                               error.Detail() +
+                                   "; all files were rebuilt, but level 2 could not be "
+                                   "read back. Open the theater again");
+        }
+    }
+
     void RequireRoomForAll() const {
         RoomNeeded need{levels_.LxFolder, 0};
         for (const int32_t level : {0, 1, 2})
-            need.Bytes += BytesOfWholeLevel(parts_.Terrain.MapWidth, level);
+            need.Bytes +=
+                BytesOfElevations(parts_.Terrain, levels_.LxFolder, level, grids_);
         for (const int32_t level : {3, 4, 5})
-            need.Bytes += BytesOfFarLevel(parts_.Terrain, level);
+            need.Bytes += BytesOfFarLevel(parts_.Terrain, levels_.LxFolder, level);
         RequireRoom({need}, options_.FreeRoom);
     }
 

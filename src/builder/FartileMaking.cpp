@@ -1,13 +1,18 @@
 #include "builder/FartileMaking.h"
 
+#include "builder/FartileContainers.h"
 #include "builder/FartileDrawing.h"
+#include "builder/FartileKeys.h"
+#include "builder/OldFartiles.h"
+#include "builder/TileNumbers.h"
 #include "platform/ForEachInParallel.h"
 #include "platform/RuntimeError.h"
 #include "services/ImageLayer.h"
 #include "theater/TerrainStore.h"
 
 #include <algorithm>
-#include <set>
+#include <map>
+#include <memory>
 #include <vector>
 
 namespace vardenix {
@@ -29,36 +34,16 @@ struct Range {
     int32_t Last = 0;
 };
 
-// The two containers while they are written.
-class Containers {
-public:
-    Containers(const FartileParts& parts, const FartileShape& shape)
-        : day_(parts.Files, DayContainer(parts.TextureFolder)),
-          night_(parts.Files, NightContainer(parts.TextureFolder)) {
-        const auto header = shape.Header();
-        day_.Write(std::as_bytes(std::span(header)));
-        night_.Write(std::as_bytes(std::span(header)));
-    }
-    void Add(std::span<const uint8_t> day, std::span<const uint8_t> night) {
-        day_.Write(std::as_bytes(day));
-        night_.Write(std::as_bytes(night));
-    }
-    void Finish() {
-        day_.Finish();
-        night_.Finish();
-    }
-
-private:
-    RewrittenFile day_;
-    RewrittenFile night_;
-};
-
 class Maker {
 public:
     Maker(const FartileParts& parts, const FartileList& list)
         : parts_(parts), list_(list), count_(list.UpperBound()), shape_(parts.FarSize),
-          tiles_(parts.Catalogue, shape_), drawing_(parts.Terrain, shape_, tiles_),
-          containers_(parts, shape_) {}
+          files_(parts.Catalogue), tiles_(files_, shape_),
+          drawing_(parts.Terrain, shape_, tiles_), keys_(shape_), pictures_(files_),
+          containers_(parts.Files, parts.TextureFolder, shape_) {
+        if (parts.Files.How == Rewriting::OnlyChanged)
+            old_ = OldFartiles::Trusted(parts.TextureFolder, shape_, parts.View);
+    }
 
     void MakeAll() {
         int64_t start = parts_.View.Seconds();
@@ -68,6 +53,7 @@ public:
             MakeBatch({first, std::min(first + BatchSize, count_)});
         }
         containers_.Finish();
+        parts_.Files.Fartiles = {count_ - copied_, copied_};
     }
 
 private:
@@ -82,30 +68,70 @@ private:
 
     // As many at a time as there is memory for their tiles, which is nearly always all.
     void MakeBatch(const Range& batch) {
+        for (int32_t index = batch.First; index < batch.Last; ++index)
+            for (const int32_t serial : list_.At(index).Serials)
+                RequireInCatalogue(TileOf(serial), serial);
+        LookForCopies(batch);
         for (int32_t first = batch.First; first < batch.Last;) {
-            std::set<int32_t> tiles;
+            TileNumbers tiles(files_.Count());
             int32_t last = first;
             while (last < batch.Last && AddTilesOf(last, tiles))
                 ++last;
-            DrawTiles({first, last}, tiles);
+            DrawTiles({first, last}, tiles.All());
             first = last;
         }
     }
 
-    // False, and nothing added, when there is no room for the tiles of one more.
-    bool AddTilesOf(int32_t index, std::set<int32_t>& tiles) const {
-        const auto posts = parts_.Terrain.LxArr.Values();
-        std::set<int32_t> more;
-        for (const int32_t serial : list_.At(index).Serials) {
-            const int32_t tile = posts[static_cast<size_t>(serial) - 1].TileOffset;
-            RequireInCatalogue(tile, serial);
-            if (!tiles.contains(tile))
-                more.insert(tile);
+    // Which far tiles of the old containers are those of the batch.
+    void LookForCopies(const Range& batch) {
+        if (!old_)
+            return;
+        TileNumbers tiles(files_.Count());
+        for (int32_t index = batch.First; index < batch.Last; ++index)
+            AddTilesUnder(index, tiles);
+        if (!pictures_.Require(tiles.All(), Stop(), parts_.Threads))
+            throw RebuildStopped();
+        copies_.clear();
+        for (int32_t index = batch.First; index < batch.Last; ++index) {
+            const Digest key = KeyOf(index, [&](int32_t tile) -> const TileDigests& {
+                return pictures_.Of(tile);
+            });
+            if (const int32_t from = old_->Find(key); from != OldFartiles::None)
+                copies_[index] = {from, key};
         }
-        if (!tiles.empty() && tiles.size() + more.size() > tiles_.TilesAtOnce())
-            return false;
-        tiles.merge(more);
-        return true;
+        copied_ += static_cast<int32_t>(copies_.size());
+    }
+
+    // False, and nothing added, when there is no room for the tiles of one more.
+    bool AddTilesOf(int32_t index, TileNumbers& tiles) const {
+        if (copies_.contains(index))
+            return true;
+        const size_t before = tiles.All().size();
+        AddTilesUnder(index, tiles);
+        if (before == 0 || tiles.All().size() <= tiles_.TilesAtOnce())
+            return true;
+        tiles.CutTo(before);
+        return false;
+    }
+
+    int32_t TileOf(int32_t serial) const {
+        return parts_.Terrain.LxArr.Values()[static_cast<size_t>(serial) - 1].TileOffset;
+    }
+
+    void AddTilesUnder(int32_t index, TileNumbers& tiles) const {
+        for (const int32_t serial : list_.At(index).Serials)
+            tiles.Add(TileOf(serial));
+    }
+
+    // `digestsOf` a tile number.
+    template <typename DigestsOf>
+    Digest KeyOf(int32_t index, DigestsOf digestsOf) const {
+        const FartileRecord record = list_.At(index);
+        std::vector<TileDigests> pictures;
+        pictures.reserve(record.Serials.size());
+        for (const int32_t serial : record.Serials)
+            pictures.push_back(digestsOf(TileOf(serial)));
+        return keys_.KeyOf(record.Level, pictures);
     }
 
     void RequireInCatalogue(int32_t tile, int32_t serial) const {
@@ -119,7 +145,7 @@ private:
                                ", which the catalogue does not have");
     }
 
-    void DrawTiles(const Range& range, const std::set<int32_t>& wanted) {
+    void DrawTiles(const Range& range, const std::vector<int32_t>& wanted) {
         tiles_.MakeRoomFor(wanted);
         for (int32_t first = range.First; first < range.Last;) {
             const int32_t next = (first / ShownEvery + 1) * ShownEvery;
@@ -143,15 +169,33 @@ private:
     }
 
     void RequireTiles(const Range& range) {
-        const auto posts = parts_.Terrain.LxArr.Values();
-        std::set<int32_t> tiles;
+        TileNumbers tiles(files_.Count());
         for (int32_t index = range.First; index < range.Last; ++index)
-            for (const int32_t serial : list_.At(index).Serials) {
-                const int32_t number = posts[static_cast<size_t>(serial) - 1].TileOffset;
-                tiles.insert(number); // a field of a packed record has no address
-            }
-        if (!tiles_.Require(tiles, Stop(), parts_.Threads))
+            if (!copies_.contains(index))
+                AddTilesUnder(index, tiles);
+        if (!tiles_.Require(tiles.All(), Stop(), parts_.Threads))
             throw RebuildStopped();
+    }
+
+    // The bytes of one far tile and what it was made of.
+    struct Drawn {
+        std::vector<uint8_t> Day;
+        std::vector<uint8_t> Night;
+        Digest Key{};
+    };
+
+    // The key is that of the pictures that were decoded: they may be others by now than
+    // when it was looked for copies.
+    Drawn Draw(int32_t index) {
+        if (const auto copy = copies_.find(index); copy != copies_.end())
+            return {old_->Read(copy->second.From, DayOrNight::Day),
+                    old_->Read(copy->second.From, DayOrNight::Night), copy->second.Key};
+        const FartileRecord record = list_.At(index);
+        return {drawing_.Draw(record, DayOrNight::Day),
+                drawing_.Draw(record, DayOrNight::Night),
+                KeyOf(index, [&](int32_t tile) -> const TileDigests& {
+                    return tiles_.Of(tile).Digests;
+                })};
     }
 
     void WriteTiles(const Range& range) {
@@ -159,20 +203,16 @@ private:
             std::max<size_t>(1, DrawnAtOnce / (2 * shape_.LinearSize())));
         for (int32_t first = range.First; first < range.Last; first += atOnce) {
             const auto count = static_cast<size_t>(std::min(range.Last - first, atOnce));
-            std::vector<std::vector<uint8_t>> drawn(2 * count);
+            std::vector<Drawn> drawn(count);
             const bool whole = ForEachInParallel(
                 count,
-                [&](size_t i) {
-                    const auto record = list_.At(first + static_cast<int32_t>(i));
-                    drawn[2 * i] = drawing_.Draw(record, DayOrNight::Day);
-                    drawn[2 * i + 1] = drawing_.Draw(record, DayOrNight::Night);
-                },
+                [&](size_t i) { drawn[i] = Draw(first + static_cast<int32_t>(i)); },
                 Stop(), parts_.Threads);
             if (!whole)
                 throw RebuildStopped();
-            for (size_t i = 0; i < count; ++i)
-                containers_.Add(drawn[2 * i], drawn[2 * i + 1]);
-            parts_.View.ShowFartile(drawn[2 * count - 2], drawn[2 * count - 1],
+            for (const Drawn& fartile : drawn)
+                containers_.Add(fartile.Day, fartile.Night, fartile.Key);
+            parts_.View.ShowFartile(drawn.back().Day, drawn.back().Night,
                                     shape_.FarSize());
         }
     }
@@ -188,9 +228,19 @@ private:
     const FartileList& list_;
     int32_t count_;
     FartileShape shape_;
+    TileFiles files_;
     SmallTiles tiles_;
     FartileDrawing drawing_;
-    Containers containers_;
+    FartileKeys keys_;
+    KnownPictures pictures_;
+    FartileContainers containers_;
+    std::unique_ptr<const OldFartiles> old_; // where far tiles may be copied
+    struct Copy {
+        int32_t From; // index in the old containers
+        Digest Key;
+    };
+    std::map<int32_t, Copy> copies_; // of this batch, by index
+    int32_t copied_ = 0;
 };
 
 } // namespace

@@ -24,9 +24,11 @@ struct FartileParts {
 };
 
 // Makes the far tiles of the list and stages both containers: the header, then the DXT1
-// data of each, in order. Error 9 with X and Y of a post whose tile number the catalogue
-// does not have; 481 with the path of a picture that is missing or cannot be read; 32755
-// when the user stops it.
+// data of each, in order; beside them the index by which the next run knows them. Where
+// only what has changed is rewritten, far tiles are copied from the containers that are
+// there, as far as their index can be trusted and tells of the same pictures. Error 9
+// with X and Y of a post whose tile number the catalogue does not have; 481 with the path
+// of a picture that is missing or cannot be read; 32755 when the user stops it.
 void MakeFartiles(const FartileParts& parts, const FartileList& list);
 
 // "About 2hours 05mins remaining.", with the hours left out below one.

@@ -6,7 +6,9 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
+#include <sys/stat.h>
 
 namespace vardenix {
 
@@ -53,6 +55,8 @@ void RewrittenFile::Write(std::span<const std::byte> bytes) {
         StageWhatAgreed();
     if (staged_ != nullptr)
         staged_->Write(bytes);
+    else
+        agreed_ = ChecksumOf(bytes, agreed_);
     position_ += bytes.size();
 }
 
@@ -67,6 +71,16 @@ void RewrittenFile::Finish() {
             StageWhatAgreed();
     }
     files_.Made.push_back({path_, position_, staged_ == nullptr});
+}
+
+FileStamp RewrittenFile::Stamp() {
+    struct stat old {};
+    if (staged_ == nullptr && ::fstat(old_.Handle(), &old) != 0)
+        ThrowSystemError(errno, "looking at", path_);
+    const FileIdentity file =
+        staged_ != nullptr ? staged_->Settle() : IdentityOfStatus(old);
+    return {file.Size, file.Seconds, file.Nanoseconds,
+            staged_ != nullptr ? staged_->Checksum() : agreed_};
 }
 
 bool RewrittenFile::AgreesWithOld(std::span<const std::byte> bytes) {

@@ -19,11 +19,28 @@ namespace vardenix {
 // With OnlyChanged a file that comes out the same is left alone.
 enum class Rewriting { Always, OnlyChanged };
 
+// What a file is known by: its size and time, and CRC-32 of its bytes.
+struct FileStamp {
+    uint64_t Size = 0;
+    int64_t Seconds = 0;
+    int64_t Nanoseconds = 0;
+    uint32_t Checksum = 0;
+
+    bool operator==(const FileStamp&) const = default;
+};
+
 // What a run has made of one file.
 struct RebuiltFile {
     std::string Path;
     uint64_t Bytes = 0;
     bool Unchanged = false; // the old one came out the same and stays
+};
+
+// Far tiles of a run: those that were drawn, and those taken over from the containers
+// that were there.
+struct FartileCounts {
+    int32_t Made = 0;
+    int32_t Copied = 0;
 };
 
 // The files of one run.
@@ -39,6 +56,7 @@ struct RebuildFiles {
     vardenix::Transaction Transaction;
     Rewriting How = Rewriting::Always;
     std::vector<RebuiltFile> Made;
+    FartileCounts Fartiles;
 };
 
 // A file that a run writes anew, inside its transaction. With OnlyChanged the bytes are
@@ -60,6 +78,8 @@ public:
 
     // All is written; the file counts among those made.
     void Finish();
+    // Of the file that stands in its place when all is done; once it is finished.
+    FileStamp Stamp();
 
 private:
     bool AgreesWithOld(std::span<const std::byte> bytes);
@@ -73,6 +93,7 @@ private:
     SystemFile old_;
     std::vector<std::byte> buffer_;
     uint64_t position_ = 0;
+    uint32_t agreed_ = 0; // CRC-32 of what agrees with the old file
 };
 
 } // namespace vardenix

@@ -1,9 +1,7 @@
 #include "builder/SmallTiles.h"
 
 #include "platform/ForEachInParallel.h"
-#include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
-#include "theater/TextureBinFile.h"
 
 #include <algorithm>
 #include <utility>
@@ -31,10 +29,9 @@ RgbaPicture RgbaOf(const Bitmap& bitmap) {
 
 } // namespace
 
-SmallTiles::SmallTiles(const Catalogue& catalogue, const FartileShape& shape,
+SmallTiles::SmallTiles(const TileFiles& files, const FartileShape& shape,
                        size_t memoryBound)
-    : catalogue_(catalogue), shape_(shape), folder_(catalogue.DDSFolder),
-      tiles_(catalogue.Lookup.size()) {
+    : files_(files), shape_(shape), tiles_(files.Count()) {
     size_t bytes = 0; // of a tile's pictures by day and night
     for (int32_t level = FirstFarLevel; level < FirstFarLevel + 3; ++level) {
         const auto side = static_cast<size_t>(shape.PixelsOfTile(level));
@@ -45,7 +42,7 @@ SmallTiles::SmallTiles(const Catalogue& catalogue, const FartileShape& shape,
     tilesAtOnce_ = std::max(most, memoryBound / std::max<size_t>(bytes, 1));
 }
 
-std::vector<int32_t> SmallTiles::MissingOf(const std::set<int32_t>& tiles) const {
+std::vector<int32_t> SmallTiles::MissingOf(const std::vector<int32_t>& tiles) const {
     std::vector<int32_t> missing;
     for (const int32_t tile : tiles)
         if (!tiles_[static_cast<size_t>(tile)])
@@ -53,7 +50,7 @@ std::vector<int32_t> SmallTiles::MissingOf(const std::set<int32_t>& tiles) const
     return missing;
 }
 
-void SmallTiles::MakeRoomFor(const std::set<int32_t>& tiles) {
+void SmallTiles::MakeRoomFor(const std::vector<int32_t>& tiles) {
     if (kept_ + MissingOf(tiles).size() <= tilesAtOnce_)
         return;
     for (auto& tile : tiles_)
@@ -61,7 +58,7 @@ void SmallTiles::MakeRoomFor(const std::set<int32_t>& tiles) {
     kept_ = 0;
 }
 
-bool SmallTiles::Require(const std::set<int32_t>& tiles,
+bool SmallTiles::Require(const std::vector<int32_t>& tiles,
                          const std::function<bool()>& stop, unsigned threads) {
     const std::vector<int32_t> missing = MissingOf(tiles);
     std::vector<std::unique_ptr<SmallTilePair>> made(missing.size());
@@ -71,7 +68,9 @@ bool SmallTiles::Require(const std::set<int32_t>& tiles,
         2 * missing.size(),
         [&](size_t item) {
             const auto when = static_cast<DayOrNight>(item % 2);
-            made[item / 2]->Tiles[item % 2] = Make(PathOf(missing[item / 2], when));
+            PictureFile file = files_.Read(missing[item / 2], when);
+            made[item / 2]->Digests[item % 2] = DigestOf(file);
+            made[item / 2]->Tiles[item % 2] = Make(std::move(file));
         },
         stop, threads);
     if (!whole)
@@ -82,21 +81,8 @@ bool SmallTiles::Require(const std::set<int32_t>& tiles,
     return true;
 }
 
-// The folder is listed once: asking the disk for thousands of names in another case would
-// list it each time.
-std::string SmallTiles::PathOf(int32_t tile, DayOrNight when) const {
-    const TileInfo& info = catalogue_.Lookup[static_cast<size_t>(tile)];
-    std::string path = TilePicturePath(
-        catalogue_.DDSFolder, when == DayOrNight::Day ? info.DayFile : info.NightFile);
-    const std::string name = AfterLastSlash(path);
-    if (path.size() - name.size() != catalogue_.DDSFolder.size())
-        return path;
-    const auto found = folder_.Find(name);
-    return found ? TextOfPath(*found) : path;
-}
-
-std::array<SmallTile, FarLevels> SmallTiles::Make(const std::string& path) {
-    std::vector<RgbaPicture> pictures = Scaled(ImageLoadEx(path));
+std::array<SmallTile, FarLevels> SmallTiles::Make(PictureFile file) {
+    std::vector<RgbaPicture> pictures = Scaled(ImageDecodeEx(std::move(file)));
     std::array<SmallTile, FarLevels> tiles;
     for (size_t i = 0; i < FarLevels; ++i) {
         if (shape_.InWholeBlocks(FirstFarLevel + static_cast<int32_t>(i)))

@@ -35,7 +35,7 @@ public:
         parts_.View.BeginTakingPlaces();
         files_.Commit(parts_.Log);
         parts_.View.SetStatus("All done...");
-        return {files_.Made, parts_.View.Seconds() - start};
+        return {files_.Made, files_.Fartiles, parts_.View.Seconds() - start};
     }
 
 private:
@@ -54,11 +54,10 @@ private:
         if (options_.MakeL3) {
             const FartileShape shape(options_.FarSize);
             for (const int32_t level : {3, 4, 5})
-                levels.Bytes += BytesOfFarLevel(parts_.Terrain, level);
+                levels.Bytes += BytesOfFarLevel(parts_.Terrain, levels_.LxFolder, level);
             needs.push_back(
                 {TextureFolderOf(parts_.Catalogue),
-                 2 * (FartileShape::HeaderBytes +
-                      CountFartiles(parts_.Terrain).Count * shape.LinearSize())});
+                 BytesOfFartiles(CountFartiles(parts_.Terrain).Count, shape)});
         }
         needs.push_back(levels);
         RequireRoom(needs, options_.FreeRoom);
@@ -118,6 +117,9 @@ std::string TextOfReport(const RebuildReport& report) {
     for (const RebuiltFile& file : report.Files)
         text += ShownPath(file.Path) + ": " + std::to_string(file.Bytes) + " bytes" +
                 (file.Unchanged ? ", unchanged" : "") + "\n";
+    if (report.Fartiles.Copied > 0)
+        text += std::to_string(report.Fartiles.Copied) + " far tiles taken over, " +
+                std::to_string(report.Fartiles.Made) + " made\n";
     return text + std::to_string(report.Seconds) +
            (report.Seconds == 1 ? " second" : " seconds");
 }

@@ -33,6 +33,7 @@ struct RebuildOptions {
 // What a run has made, in the order in which it was made.
 struct RebuildReport {
     std::vector<RebuiltFile> Files;
+    FartileCounts Fartiles;
     int64_t Seconds = 0;
 };
 
@@ -52,7 +53,8 @@ std::string TextureFolderOf(const Catalogue& catalogue);
 RebuildReport RebuildTheater(const RebuildParts& parts, const RebuildOptions& options,
                              Fartiles& fartiles);
 
-// What a report says: files, sizes, seconds, each on a line.
+// What a report says: files, sizes, far tiles where any were taken over, seconds, each on
+// a line.
 std::string TextOfReport(const RebuildReport& report);
 
 } // namespace vardenix

@@ -26,14 +26,22 @@ void CommandContext::Open(const TheaterFiles& files) {
     files.Open(State, Progress, platform_, Log);
 }
 
+Level2Lookup CommandContext::OpenToLookUp(const TheaterFiles& files, bool catalogue) {
+    return files.OpenToLookUp(State, Dialogs, Log, catalogue);
+}
+
 void CommandContext::OpenToWrite(const TheaterFiles& files, const std::string& file) {
+    LockToWrite(files, file);
+    Open(files);
+}
+
+void CommandContext::LockToWrite(const TheaterFiles& files, const std::string& file) {
     std::vector<std::filesystem::path> written;
     for (const std::string& path : files.WrittenFiles())
         written.push_back(TargetOf(path));
     if (!file.empty())
         written.push_back(TargetOf(file));
     locks_ = LockFoldersOf(written, FolderLock::Exclusive);
-    Open(files);
 }
 
 } // namespace vardenix

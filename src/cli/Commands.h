@@ -30,6 +30,10 @@ public:
     // other program reads or writes the folders of the theater's files, nor that of
     // `file` where one is named.
     void OpenToWrite(const TheaterFiles& files, const std::string& file = {});
+    // Single values of the theater; with the catalogue, but for its pictures, or without.
+    Level2Lookup OpenToLookUp(const TheaterFiles& files, bool catalogue);
+    // The locks of OpenToWrite, with nothing opened.
+    void LockToWrite(const TheaterFiles& files, const std::string& file);
 
     ProgramState State;
     TerminalDialogs Dialogs;
@@ -64,6 +68,7 @@ void AddFeatures(Command& all);
 void AddSearch(Command& all);
 void AddRegion(Command& all);
 void AddDerived(Command& all);
+void AddUpdate(Command& all);
 
 // Adds the features of files one after the other; error 53 and the like for the first
 // that cannot be read.

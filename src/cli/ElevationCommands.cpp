@@ -25,6 +25,16 @@ struct ElevationOptions {
     bool Writes = false;
 };
 
+// That it is there, and the post in it. A save of a L0 file keeps whole segments only.
+void RequireFile(const CommandContext& context, const ElevationOptions& options) {
+    if (!FileExists(options.File))
+        throw RuntimeError(ErrorNumber::FileNotFound, ShownPath(options.File));
+    const int32_t width = 4 * context.State.Terrain.MapWidth;
+    const bool isL0 = KindOfElevationFile(options.File) == ElevationKind::L0;
+    RequireInside({"X", options.X, "Y", options.Y}, isL0 ? SavedWidth(width) : width,
+                  options.File);
+}
+
 // Adds what both commands are told; `work` comes when that is found to be right.
 template <typename Work>
 std::shared_ptr<ElevationOptions> AddTo(Command& command, Work work) {
@@ -41,49 +51,41 @@ std::shared_ptr<ElevationOptions> AddTo(Command& command, Work work) {
     });
     command.Run([options, work](CommandContext& context) {
         if (options->Writes)
-            context.OpenToWrite(options->Files, options->File);
-        else
-            context.Open(options->Files);
+            context.LockToWrite(options->Files, options->File);
+        context.OpenToLookUp(options->Files, false);
+        RequireFile(context, *options);
         work(context, *options);
         return ExitDone;
     });
     return options;
 }
 
-// The layer's value at the given place, once the file is read. What the reader said on
-// the way is told already.
-int16_t& Load(CommandContext& context, const ElevationOptions& options) {
-    Terrain& terrain = context.State.Terrain;
-    const ElevationKind kind = KindOfElevationFile(options.File);
-    if (!FileExists(options.File))
-        throw RuntimeError(ErrorNumber::FileNotFound, ShownPath(options.File));
-    if (!LoadElevationData(terrain, kind, options.File, context.Progress, context.Dialogs,
-                           context.Log))
-        throw RuntimeError(ErrorNumber::InvalidCall,
-                           options.File + " was not read: a file of this theater has " +
-                               std::to_string(4 * terrain.MapWidth) +
-                               " elevations a side, and a L0 file its O0 file beside it");
-    context.Progress.HideBar();
-    ElevationLayer& layer = terrain.Elevations;
-    // A save of a L0 file keeps whole segments only.
-    RequireInside({"X", options.X, "Y", options.Y},
-                  kind == ElevationKind::L0 ? SavedWidth(layer.EMapWidth)
-                                            : layer.EMapWidth,
-                  options.File);
-    return layer.At(options.X + 1, options.Y + 1);
+[[noreturn]] void ThrowNotRead(const CommandContext& context,
+                               const ElevationOptions& options) {
+    throw RuntimeError(ErrorNumber::InvalidCall,
+                       options.File + " was not read: a file of this theater has " +
+                           std::to_string(4 * context.State.Terrain.MapWidth) +
+                           " elevations a side, and a L0 file its O0 file beside it");
 }
 
 void Get(CommandContext& context, const ElevationOptions& options) {
-    const int32_t feet = Load(context, options);
-    PrintValues({{"x", options.X}, {"y", options.Y}, {"elevation", feet}},
+    const auto feet = LookUpElevation(
+        context.State.Terrain, KindOfElevationFile(options.File), options.File,
+        options.X + 1, options.Y + 1, context.Dialogs, context.Log);
+    if (!feet)
+        ThrowNotRead(context, options);
+    PrintValues({{"x", options.X}, {"y", options.Y}, {"elevation", int32_t{*feet}}},
                 options.AsJson);
 }
 
 void Set(CommandContext& context, const ElevationOptions& options) {
-    Load(context, options) = options.Feet;
-    if (SaveElevationData(context.State.Terrain, ElevationKind::None, "",
-                          context.Progress, context.Dialogs,
-                          IfChangedOf(options.Overwrite)) != ElevationSave::Done)
+    const auto saved = SetElevation(
+        context.State.Terrain, KindOfElevationFile(options.File), options.File,
+        options.X + 1, options.Y + 1, options.Feet, context.Progress, context.Dialogs,
+        context.Log, IfChangedOf(options.Overwrite));
+    if (!saved)
+        ThrowNotRead(context, options);
+    if (*saved != ElevationSave::Done)
         throw RuntimeError(ErrorNumber::InvalidCall,
                            options.File + " was left as it is: its O0 file changed its "
                                           "size meanwhile; look who else writes it");

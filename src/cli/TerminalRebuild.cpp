@@ -2,8 +2,8 @@
 
 #include "builder/RunClock.h"
 #include "platform/Numbers.h"
+#include "platform/Signals.h"
 
-#include <csignal>
 #include <cstdio>
 #include <unistd.h>
 
@@ -13,36 +13,17 @@ namespace {
 
 using std::chrono::steady_clock;
 
-volatile std::sig_atomic_t interrupted = 0;
-
-void Interrupt(int) { interrupted = 1; }
-
-void OnInterrupt(void (*handler)(int)) {
-    struct sigaction action {};
-    action.sa_handler = handler;
-    ::sigaction(SIGINT, &action, nullptr);
-}
-
 } // namespace
 
-TerminalRebuild::TerminalRebuild() : terminal_(::isatty(STDERR_FILENO) == 1) {
-    interrupted = 0;
-    OnInterrupt(Interrupt);
-}
+TerminalRebuild::TerminalRebuild() : terminal_(::isatty(STDERR_FILENO) == 1) {}
 
-TerminalRebuild::~TerminalRebuild() {
-    Clear();
-    OnInterrupt(SIG_DFL);
-}
+TerminalRebuild::~TerminalRebuild() { Clear(); }
 
 void TerminalRebuild::BeginStep(int step, int steps) {
     step_ = step;
     steps_ = steps;
     stepBegan_ = Seconds();
 }
-
-// Files that take their places are not to be interrupted by what has come too late.
-void TerminalRebuild::BeginTakingPlaces() { OnInterrupt(SIG_IGN); }
 
 void TerminalRebuild::LetEventsThrough() {
     const auto now = steady_clock::now();
@@ -56,7 +37,7 @@ void TerminalRebuild::LetEventsThrough() {
         TextOfRun({step_, steps_, Seconds(), Seconds() - stepBegan_, bar_}).c_str());
 }
 
-bool TerminalRebuild::StopWanted() { return interrupted != 0; }
+bool TerminalRebuild::StopWanted() { return EndSignalHeard() != 0; }
 
 int64_t TerminalRebuild::Seconds() {
     return std::chrono::duration_cast<std::chrono::seconds>(steady_clock::now() - begin_)

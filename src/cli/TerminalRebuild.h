@@ -8,8 +8,8 @@
 namespace vardenix {
 
 // What a rebuild shows on a terminal: a line on the standard error that is written over
-// and over, with the step, its share and the time left. Ctrl-C stops the run as Esc does
-// in the window, and no file has changed.
+// and over, with the step, its share and the time left. Ctrl-C, and the system's wish
+// to end, stop the run as Esc does in the window, and no file has changed.
 class TerminalRebuild : public RebuildView {
 public:
     TerminalRebuild();
@@ -28,7 +28,8 @@ public:
     void BeginStep(int step, int steps) override;
     void ShowFartile(std::span<const uint8_t>, std::span<const uint8_t>,
                      int32_t) override {}
-    void BeginTakingPlaces() override;
+    // Nobody asks any more whether to stop.
+    void BeginTakingPlaces() override {}
     void LetEventsThrough() override;
     bool StopWanted() override;
     int64_t Seconds() override;

@@ -2,7 +2,6 @@
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Printing.h"
-#include "companion/Vardenix.h"
 #include "platform/FileNames.h"
 #include "platform/Windows1252.h"
 #include "theater/TerrainStore.h"
@@ -53,11 +52,9 @@ JsonObject PlaceOf(const Terrain& terrain, int32_t serial) {
             {"tile", int32_t{terrain.LxArr(serial).TileOffset}}};
 }
 
-JsonObject PostOf(const ProgramState& state, int32_t x, int32_t y) {
-    const TerrainPost post =
-        state.Terrain.LxArr(XYToSerial(x + 1, y + 1, state.Terrain.MapWidth));
+JsonObject PostOf(const TerrainPost& post, const TileLookup& lookup, int32_t x,
+                  int32_t y) {
     const auto number = static_cast<size_t>(post.TileOffset);
-    const TileLookup& lookup = state.Catalogue.Lookup;
     const bool known =
         post.TileOffset >= 0 && number < lookup.size() && lookup[number].Terrain != -1;
     return {{"x", x},
@@ -171,10 +168,12 @@ void AddGet(Command& all) {
             [](int32_t width) { return width; }, options->Files.L2File());
     });
     command.Run([options](CommandContext& context) {
-        context.Open(options->Files);
+        const Level2Lookup posts = context.OpenToLookUp(options->Files, true);
         RequireInside({"X", options->X, "Y", options->Y}, context.State.Terrain.MapWidth,
                       context.State.Terrain.LFilename);
-        PrintValues(PostOf(context.State, options->X, options->Y), options->AsJson);
+        PrintValues(PostOf(posts.At(options->X + 1, options->Y + 1),
+                           context.State.Catalogue.Lookup, options->X, options->Y),
+                    options->AsJson);
         return ExitDone;
     });
 }

@@ -60,9 +60,7 @@ std::optional<int32_t> TheaterFiles::WidthOnDisk() const {
 
 void TheaterFiles::Open(ProgramState& state, Progress& progress, const Platform& platform,
                         DebugLog& log) const {
-    const TheaterPaths paths = Paths();
-    if (!CheckTheaterPaths(state, paths, platform.Dialogs, log))
-        throw RuntimeError(ErrorNumber::FileNotFound, "the theater cannot be opened");
+    CheckPaths(state, platform.Dialogs, log);
     const ReadingLock reading({state.Terrain.LFilename, state.Terrain.OFilename,
                                state.Catalogue.BinPath, state.MAPFile});
     LogMended(reading.Mended(), log);
@@ -71,6 +69,29 @@ void TheaterFiles::Open(ProgramState& state, Progress& progress, const Platform&
     state.MAPFileRead = OpenMapFile(state.MAPFile, state.MapFileRecord);
     TellGap(state.Terrain, state.MapFileRecord, platform.Dialogs);
     progress.HideBar();
+}
+
+void TheaterFiles::CheckPaths(ProgramState& state, Dialogs& dialogs,
+                              DebugLog& log) const {
+    if (!CheckTheaterPaths(state, Paths(), dialogs, log))
+        throw RuntimeError(ErrorNumber::FileNotFound, "the theater cannot be opened");
+}
+
+Level2Lookup TheaterFiles::OpenToLookUp(ProgramState& state, Dialogs& dialogs,
+                                        DebugLog& log, bool catalogue) const {
+    CheckPaths(state, dialogs, log);
+    std::vector<std::string> files{state.Terrain.LFilename, state.Terrain.OFilename,
+                                   state.MAPFile};
+    if (catalogue)
+        files.push_back(state.Catalogue.BinPath);
+    const ReadingLock reading(files);
+    LogMended(reading.Mended(), log);
+    Level2Lookup posts(state.Terrain, log);
+    if (catalogue)
+        OpenBinFileAlone(state.Catalogue);
+    state.MAPFileRead = OpenMapFile(state.MAPFile, state.MapFileRecord);
+    TellGap(state.Terrain, state.MapFileRecord, dialogs);
+    return posts;
 }
 
 } // namespace vardenix

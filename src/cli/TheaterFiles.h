@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "platform/Progress.h"
 #include "theater/DebugLog.h"
+#include "theater/LevelLookup.h"
 #include "theater/ProgramState.h"
 #include "theater/TheaterOpening.h"
 
@@ -35,11 +36,18 @@ public:
     void Open(ProgramState& state, Progress& progress, const Platform& platform,
               DebugLog& log) const;
 
+    // The same for a command that wants single values: of level 2 the posts are not read,
+    // of the catalogue, where it is wanted at all, no picture is looked for.
+    Level2Lookup OpenToLookUp(ProgramState& state, Dialogs& dialogs, DebugLog& log,
+                              bool catalogue) const;
+
     // What commands write of it: the L2 file, Texture.bin and theater.map.
     std::vector<std::string> WrittenFiles() const;
 
 private:
     TheaterPaths Paths() const;
+    // Error 53 for a file that is not there.
+    void CheckPaths(ProgramState& state, Dialogs& dialogs, DebugLog& log) const;
 
     std::string folder_;
     std::string l2_;

@@ -1,5 +1,7 @@
 #include "mapview/MapRenderer.h"
 
+#include "mapview/MapPatch.h"
+#include "mapview/PatchSurface.h"
 #include "mapview/Repaint.h"
 #include "platform/Numbers.h"
 #include "services/ImageLayer.h"
@@ -64,8 +66,33 @@ bool MapRenderer::RefreshPicArray(const MapView& view, DrawingSurface& picture2,
         const ShownBar bar(tools_.PB3);
         finished = Paint(repaint, features);
     }
+    heightsLeftOut_ = repaint.HeightsLeftOut;
     screen.CopyToPicShow();
     return finished;
+}
+
+namespace {
+
+class NoScreen : public MapScreen {
+public:
+    void ClearPicShow() override {}
+    void CopyToPicShow() override {}
+    void LookForEsc() override {}
+    void MakeViewPort(const MapView&) override {}
+};
+
+} // namespace
+
+void MapRenderer::RepaintPatch(const MapView& view, DrawingSurface& small,
+                               const MapPatch& patch, FeatureLayer* features) {
+    NoProgress noBar;
+    NoScreen noScreen;
+    bool noAbort = false;
+    const MapTools tools{tools_.Pictures, noBar, tools_.Log, noAbort};
+    PatchSurface surface(small, patch.Clip.Left, patch.Clip.Top);
+    Repaint repaint{view,    sources_, tools,
+                    surface, noScreen, ViewGrid(view, sources_.Terrain, patch.Cells)};
+    Paint(repaint, features);
 }
 
 bool Repaint::GoOn(int32_t i, int32_t base) {
@@ -107,6 +134,24 @@ TilePictureId TileIds::Of(const Repaint& repaint, int32_t tileNumber,
                             use_ == TileUse::Day ? entry.DayFile : entry.NightFile),
             PictureFormat::Dds, use_);
     return id;
+}
+
+void TileIds::Prepare(Repaint& repaint) {
+    std::vector<TilePictureId> wanted;
+    for (int32_t i = 1; i <= repaint.Grid.Count(); ++i) {
+        const auto post = repaint.Grid.At(i);
+        if (!post)
+            continue;
+        const int32_t number = post->Post.TileOffset;
+        const TileInfo* entry = EntryOf(repaint.Sources.Catalogue, number);
+        if (entry != nullptr && entry->HasImage == 1 &&
+            ids_[static_cast<size_t>(number)] < 0)
+            wanted.push_back(Of(repaint, number, *entry));
+    }
+    repaint.Tools.Pictures.Prepare(wanted, repaint.Grid.CellSide(), [&repaint] {
+        repaint.Screen.LookForEsc();
+        return repaint.Tools.AbortPaint;
+    });
 }
 
 bool PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell) {

@@ -16,7 +16,8 @@ struct Repaint {
     DrawingSurface& Surface;
     MapScreen& Screen;
     ViewGrid Grid;
-    int32_t LastPercent = 0; // on the bar
+    int32_t LastPercent = 0;    // on the bar
+    int32_t HeightsLeftOut = 0; // that are wider than their cell
 
     // Called after cell `i` of a pass that fills half of the bar from `base` on. False
     // when the repaint shall end.
@@ -35,6 +36,9 @@ public:
     TileIds(const Repaint& repaint, TileUse use);
 
     TilePictureId Of(const Repaint& repaint, int32_t tileNumber, const TileInfo& entry);
+
+    // Makes the cells of all the view's pictures, by all processors, unless Esc ends it.
+    void Prepare(Repaint& repaint);
 
 private:
     TileUse use_;

@@ -25,6 +25,8 @@ public:
 
     TilePictureId NoTile() const { return noTile_; }
 
+    void Prepare(Repaint& repaint) { ids_.Prepare(repaint); }
+
 private:
     TileIds ids_;
     TilePictureId noTile_;
@@ -48,6 +50,7 @@ void PaintPost(Repaint& repaint, DayPictures& pictures, const PostCell& post) {
 
 bool PaintTiles(Repaint& repaint) {
     DayPictures pictures(repaint);
+    pictures.Prepare(repaint);
     for (int32_t i = 1; i <= repaint.Grid.Count(); ++i) {
         if (const auto post = repaint.Grid.At(i))
             PaintPost(repaint, pictures, *post);

@@ -46,6 +46,25 @@ std::string_view ExponentOf(std::string_view text) {
     return end == firstDigit ? std::string_view{} : text.substr(0, end);
 }
 
+// Of a number that no double holds: whether it is too small rather than too great.
+bool IsTiny(std::string_view number) {
+    const size_t mark = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view mantissa = number.substr(0, mark);
+    const auto point =
+        static_cast<int64_t>(std::min(mantissa.find('.'), mantissa.size()));
+    // There is one: 0 is held.
+    const auto first = static_cast<int64_t>(mantissa.find_first_not_of("0."));
+    const int64_t power = first < point ? point - first - 1 : point - first;
+    std::string_view text = number.substr(std::min(mark + 1, number.size()));
+    if (text.starts_with('+'))
+        text.remove_prefix(1);
+    int64_t exponent = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), exponent);
+    if (result.ec == std::errc::result_out_of_range)
+        return text.starts_with('-');
+    return power + exponent < 0;
+}
+
 } // namespace
 
 double RoundHalfEven(double value) {
@@ -95,11 +114,8 @@ double Val(std::string_view text) {
     double value = 0;
     const auto result =
         std::from_chars(number.data(), number.data() + number.size(), value);
-    if (result.ec == std::errc::result_out_of_range) {
-        const bool tiny = number.find("e-") != std::string::npos ||
-                          number.find("E-") != std::string::npos;
-        value = tiny ? 0 : std::numeric_limits<double>::infinity();
-    }
+    if (result.ec == std::errc::result_out_of_range)
+        value = IsTiny(number) ? 0 : std::numeric_limits<double>::infinity();
     return negative ? -value : value;
 }
 

@@ -41,11 +41,15 @@ size_t ReadableFile::ReadAt(uint64_t offset, std::span<std::byte> into) const {
     return done;
 }
 
-FileBytes ReadableFile::ReadAll() const {
-    FileBytes bytes(static_cast<size_t>(Size()));
-    if (ReadAt(0, {bytes.data(), bytes.size()}) < bytes.size())
+void ReadableFile::ReadMeasured(uint64_t offset, std::span<std::byte> into) const {
+    if (ReadAt(offset, into) < into.size())
         throw RuntimeError(ErrorNumber::InputPastEnd,
                            path_ + " became shorter while it was read");
+}
+
+FileBytes ReadableFile::ReadAll() const {
+    FileBytes bytes(static_cast<size_t>(Size()));
+    ReadMeasured(0, {bytes.data(), bytes.size()});
     return bytes;
 }
 

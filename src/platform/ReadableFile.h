@@ -25,6 +25,8 @@ public:
 
     // As many bytes from `offset` on as `into` takes and the file has.
     size_t ReadAt(uint64_t offset, std::span<std::byte> into) const;
+    // All of `into`, which lies inside Size; error 62 when the file has become shorter.
+    void ReadMeasured(uint64_t offset, std::span<std::byte> into) const;
     // Error 62 when it has become shorter, 7 when memory lacks.
     FileBytes ReadAll() const;
 

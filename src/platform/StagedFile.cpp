@@ -197,6 +197,14 @@ void StagedFile::Drain() {
     buffered_ = 0;
 }
 
+FileIdentity StagedFile::Settle() {
+    Drain();
+    struct stat made {};
+    if (::fstat(file_.Handle(), &made) != 0)
+        ThrowSystemError(errno, "looking at", text_);
+    return IdentityOfStatus(made);
+}
+
 void StagedFile::Finish() {
     Drain();
     // Writing has taken them away.

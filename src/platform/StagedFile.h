@@ -62,6 +62,12 @@ public:
     // Bytes written so far.
     uint64_t Position() const { return position_; }
 
+    // For a file beside it that tells how this one can be known. All is written; size and
+    // time are those that it will have in its place.
+    FileIdentity Settle();
+    // CRC-32 of what was written before Settle.
+    uint32_t Checksum() const { return checksum_; }
+
     // Of the file as it has taken its place; known once it is committed.
     const FileIdentity& Identity() const { return identity_; }
 
@@ -83,9 +89,6 @@ private:
     int TakePlace() noexcept;
     // From now on the staged file stays when this object goes, committed or not.
     void Keep() { staged_.LetGo(); }
-    // CRC-32 of what Finish has written.
-    uint32_t Checksum() const { return checksum_; }
-
     void Make(const struct ::stat* old);
     void Drain();
 

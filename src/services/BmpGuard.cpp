@@ -88,7 +88,7 @@ void TakeNewHeader(Header& header, const FileBytes& bytes) {
 void TakeMasks(Header& header, const FileBytes& bytes, std::string_view path) {
     const bool told = header.Packing == Masks;
     if (told)
-        CheckLength(bytes, MasksAt + 12, path);
+        CheckLength(bytes.size(), MasksAt + 12, path);
     for (uint32_t i = 0; i < 3; ++i) {
         const uint32_t usual =
             header.Bits == 16 ? 0x7C00U >> (5 * i) : 0xFF0000U >> (8 * i);
@@ -110,13 +110,13 @@ void TakePalette(Header& header, const FileBytes& bytes, uint32_t headerLength,
 }
 
 Header TakeHeader(const FileBytes& bytes, std::string_view path) {
-    CheckLength(bytes, FileHeaderLength + OldHeaderLength, path);
+    CheckLength(bytes.size(), FileHeaderLength + OldHeaderLength, path);
     if (ByteAt(bytes, 0) != 'B' || ByteAt(bytes, 1) != 'M')
         Refuse(path, "not a BMP file");
     const uint32_t length = Little32(bytes, HeaderLengthAt);
     if (!KnownLength(length))
         Refuse(path, "a header of " + std::to_string(length) + " bytes is not known");
-    CheckLength(bytes, FileHeaderLength + length, path);
+    CheckLength(bytes.size(), FileHeaderLength + length, path);
     Header header;
     if (length == OldHeaderLength)
         TakeOldHeader(header, bytes);
@@ -129,7 +129,7 @@ Header TakeHeader(const FileBytes& bytes, std::string_view path) {
     header.PixelsBegin = Little32(bytes, PixelsAt);
     if (header.PixelsBegin < FileHeaderLength + length)
         Refuse(path, "its pixels begin inside its header");
-    CheckLength(bytes, header.PixelsBegin, path);
+    CheckLength(bytes.size(), header.PixelsBegin, path);
     if (header.Indexed())
         TakePalette(header, bytes, length, path);
     else if (header.Bits != 24)
@@ -319,7 +319,7 @@ GuardedPicture GuardBmp(FileBytes bytes, std::string_view path) {
     if (header.Packed())
         CheckRunsFill(bytes, header, path);
     else
-        CheckLength(bytes, header.PixelsBegin + header.PixelsLength(), path);
+        CheckLength(bytes.size(), header.PixelsBegin + header.PixelsLength(), path);
     Rebuilt rebuilt(header);
     if (header.Indexed())
         CopyPalette(bytes, header, rebuilt);

@@ -5,8 +5,6 @@
 namespace vardenix::guard {
 namespace {
 
-constexpr uint64_t HeaderLength = 128;
-
 // Offsets in the file.
 constexpr size_t HeaderSizeAt = 4;
 constexpr size_t FlagsAt = 8;
@@ -28,9 +26,11 @@ void Put32(FileBytes& bytes, size_t offset, uint32_t value) {
         bytes.data()[offset + i] = static_cast<std::byte>(value >> (8 * i));
 }
 
+constexpr uint32_t CodeOfDxt1 = 0x31545844;
+
 uint32_t BlockBytes(const FileBytes& bytes, std::string_view path) {
     switch (Little32(bytes, CodeAt)) {
-    case 0x31545844: // DXT1
+    case CodeOfDxt1:
         return 8;
     case 0x33545844: // DXT3
     case 0x35545844: // DXT5
@@ -69,31 +69,53 @@ uint64_t ReadyRows(FileBytes& bytes, uint32_t width, uint32_t height,
     return padded ? uint64_t{pitch} * (height - 1) + row : uint64_t{row} * height;
 }
 
-} // namespace
+struct Sides {
+    uint32_t Width;
+    uint32_t Height;
+};
 
-GuardedPicture GuardDds(FileBytes bytes, std::string_view path) {
-    CheckLength(bytes, HeaderLength, path);
+// What every DDS picture has to tell; `bytes` begin with the header, `length` is the
+// file's.
+Sides CheckHeader(const FileBytes& bytes, uint64_t length, std::string_view path) {
+    CheckLength(length, DdsHeaderBytes, path);
     if (Little32(bytes, 0) != 0x20534444) // "DDS "
         Refuse(path, "not a DDS file");
     if (Little32(bytes, HeaderSizeAt) != 124 || Little32(bytes, PixelFormatSizeAt) != 32)
         Refuse(path, "header sizes 124 and 32 expected, found " +
                          std::to_string(Little32(bytes, HeaderSizeAt)) + " and " +
                          std::to_string(Little32(bytes, PixelFormatSizeAt)));
-    const uint32_t width = Little32(bytes, WidthAt);
-    const uint32_t height = Little32(bytes, HeightAt);
-    CheckSides(width, height, path);
+    const Sides sides{Little32(bytes, WidthAt), Little32(bytes, HeightAt)};
+    CheckSides(sides.Width, sides.Height, path);
+    return sides;
+}
 
+} // namespace
+
+GuardedPicture GuardDds(FileBytes bytes, std::string_view path) {
+    const auto [width, height] = CheckHeader(bytes, bytes.size(), path);
     const uint32_t kind = Little32(bytes, PixelFormatFlagsAt);
-    uint64_t needed = HeaderLength;
+    uint64_t needed = DdsHeaderBytes;
     if ((kind & HasColours) != 0)
         needed += ReadyRows(bytes, width, height, path);
     else if ((kind & HasCode) != 0)
         needed += ReadyBlocks(bytes, width, height, path);
     else
         Refuse(path, "neither colours nor DXT blocks in it");
-    CheckLength(bytes, needed, path);
+    CheckLength(bytes.size(), needed, path);
     return {std::move(bytes), static_cast<size_t>(needed), static_cast<int32_t>(width),
             static_cast<int32_t>(height)};
+}
+
+std::optional<Dxt1Layout> FindDxt1(const FileBytes& header, uint64_t length,
+                                   std::string_view path) {
+    const auto [width, height] = CheckHeader(header, length, path);
+    const uint32_t kind = Little32(header, PixelFormatFlagsAt);
+    if ((kind & HasColours) != 0 || (kind & HasCode) == 0 ||
+        Little32(header, CodeAt) != CodeOfDxt1)
+        return std::nullopt;
+    const uint64_t blocks = uint64_t{(width + 3) / 4} * ((height + 3) / 4);
+    CheckLength(length, DdsHeaderBytes + 8 * blocks, path);
+    return Dxt1Layout{static_cast<int32_t>(width), static_cast<int32_t>(height)};
 }
 
 } // namespace vardenix::guard

@@ -118,6 +118,31 @@ void Save(PictureFormat format, const Bitmap& bitmap, const std::string& path,
     file.Commit();
 }
 
+// The bytes of a picture that may be decoded.
+FileBytes BytesOfPicture(PictureFormat format, std::string_view path) {
+    if (!SupportsReading(format))
+        throw RuntimeError(ErrorNumber::InvalidPicture,
+                           std::string(path) + ": pictures of this kind are not read");
+    if (FileLength(path) > PictureLargestFile)
+        throw RuntimeError(ErrorNumber::InvalidPicture,
+                           std::string(path) + ": the file is too long for a picture");
+    return ReadWholeFile(path);
+}
+
+// What `work` gives; every error of it is 481.
+template <typename Work>
+auto WithError481(std::string_view path, Work work) {
+    try {
+        return work();
+    } catch (const RuntimeError& error) {
+        if (error.Number() == ErrorNumber::InvalidPicture)
+            throw;
+        // The system's refusals name the file themselves where they know more.
+        throw RuntimeError(ErrorNumber::InvalidPicture,
+                           std::string(path) + ": " + error.Description());
+    }
+}
+
 } // namespace
 
 Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path) {
@@ -153,13 +178,7 @@ FileBytes ImageEncode(PictureFormat format, const Bitmap& bitmap, std::string_vi
 }
 
 Bitmap ImageRead(PictureFormat format, std::string_view path) {
-    if (!SupportsReading(format))
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": pictures of this kind are not read");
-    if (FileLength(path) > PictureLargestFile)
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": the file is too long for a picture");
-    return ImageDecode(format, ReadWholeFile(path), path);
+    return ImageDecode(format, BytesOfPicture(format, path), path);
 }
 
 Bitmap ImageLoad(PictureFormat format, std::string_view path) {
@@ -170,18 +189,20 @@ Bitmap ImageLoad(PictureFormat format, std::string_view path) {
     }
 }
 
+PictureFile ImageFileEx(std::string_view path) {
+    const PictureFormat format = FormatFromFileName(path);
+    return {std::string(path), format,
+            WithError481(path, [&] { return BytesOfPicture(format, path); })};
+}
+
+Bitmap ImageDecodeEx(PictureFile file) {
+    return WithError481(file.Path, [&] {
+        return ImageDecode(file.Format, std::move(file.Bytes), file.Path);
+    });
+}
+
 Bitmap ImageLoadEx(std::string_view path, const RescaleSize& size, ImageFilter filter) {
-    Bitmap bitmap;
-    try {
-        bitmap = ImageRead(FormatFromFileName(path), path);
-    } catch (const RuntimeError& error) {
-        if (error.Number() == ErrorNumber::InvalidPicture)
-            throw;
-        // The system's refusals name the file themselves where they know more.
-        throw RuntimeError(ErrorNumber::InvalidPicture,
-                           std::string(path) + ": " + error.Description());
-    }
-    return ImageRescaleEx(std::move(bitmap), size, filter);
+    return ImageRescaleEx(ImageDecodeEx(ImageFileEx(path)), size, filter);
 }
 
 std::string ImageSaveEx(const Bitmap& bitmap, std::string_view path,

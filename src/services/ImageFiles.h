@@ -23,6 +23,18 @@ Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path)
 // The same for whoever tells why not: the system's refusals, and 481 with the reason.
 Bitmap ImageRead(PictureFormat format, std::string_view path);
 
+// A file that is read and not decoded yet.
+struct PictureFile {
+    std::string Path;
+    PictureFormat Format = PictureFormat::Unknown; // by its extension
+    FileBytes Bytes;
+};
+
+// ImageLoadEx in two steps, for whoever wants to know a picture by its bytes; the same
+// errors.
+PictureFile ImageFileEx(std::string_view path);
+Bitmap ImageDecodeEx(PictureFile file);
+
 // Reads a picture in the format of its extension, and scales it when a size is given.
 // Error 481 with the path and the reason when there is no such file, its format is not
 // read, or its content is not of that format; never another number for a bad file.

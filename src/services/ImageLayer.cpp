@@ -26,6 +26,8 @@ uint8_t Part(uint32_t color, int shift) {
 ImageSession::ImageSession() { FreeImage_Initialise(FALSE); }
 ImageSession::~ImageSession() { FreeImage_DeInitialise(); }
 
+std::string ImageLibraryVersion() { return FreeImage_GetVersion(); }
+
 Bitmap Clone(const Bitmap& bitmap) { return Bitmap(FreeImage_Clone(bitmap.Handle())); }
 
 Bitmap AllocateEx(int32_t width, int32_t height, uint32_t color) {

@@ -24,6 +24,9 @@ public:
     ~ImageSession();
 };
 
+// Of the library: another one may decode and scale to other pixels.
+std::string ImageLibraryVersion();
+
 Bitmap Clone(const Bitmap& bitmap);
 
 // 24 bits, all of one colour 0x00BBGGRR. Error 5 for a side outside 1 to

@@ -20,10 +20,10 @@ void CheckSides(uint32_t width, uint32_t height, std::string_view path) {
                          std::to_string(width) + " by " + std::to_string(height));
 }
 
-void CheckLength(const FileBytes& bytes, uint64_t needed, std::string_view path) {
-    if (bytes.size() < needed)
+void CheckLength(uint64_t length, uint64_t needed, std::string_view path) {
+    if (length < needed)
         Refuse(path, "the file is cut: " + std::to_string(needed) +
-                         " bytes expected, found " + std::to_string(bytes.size()));
+                         " bytes expected, found " + std::to_string(length));
 }
 
 } // namespace guard
@@ -42,6 +42,13 @@ GuardedPicture GuardPicture(PictureFormat format, FileBytes bytes,
     default:
         guard::Refuse(path, "pictures of this kind are not read");
     }
+}
+
+std::optional<Dxt1Layout> GuardDxt1(const FileBytes& header, uint64_t length,
+                                    std::string_view path) {
+    if (length > PictureLargestFile)
+        guard::Refuse(path, "the file is too long for a picture");
+    return guard::FindDxt1(header, length, path);
 }
 
 } // namespace vardenix

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace vardenix {
@@ -35,5 +36,20 @@ struct GuardedPicture {
 // reason for what is no such picture, is cut, has a side outside 1 to PictureLargestSide,
 // or is of another kind than Bmp, Jpeg, Targa and Dds.
 GuardedPicture GuardPicture(PictureFormat format, FileBytes bytes, std::string_view path);
+
+// Bytes before the pixels of a DDS file.
+constexpr uint64_t DdsHeaderBytes = 128;
+
+// A DXT1 picture that is all there: its rows of blocks, the last ones padded to whole
+// blocks, follow the header without gaps.
+struct Dxt1Layout {
+    int32_t Width = 0;
+    int32_t Height = 0;
+};
+
+// The same guard for a DDS file of `length` bytes of which only the header is there.
+// Nothing for a picture that is not of DXT1 blocks, which GuardPicture has to look at.
+std::optional<Dxt1Layout> GuardDxt1(const FileBytes& header, uint64_t length,
+                                    std::string_view path);
 
 } // namespace vardenix

@@ -27,9 +27,11 @@ inline uint32_t Big16(const FileBytes& bytes, size_t offset) {
 void CheckSides(uint32_t width, uint32_t height, std::string_view path);
 
 // Refuses a file that ends before `needed` bytes.
-void CheckLength(const FileBytes& bytes, uint64_t needed, std::string_view path);
+void CheckLength(uint64_t length, uint64_t needed, std::string_view path);
 
 GuardedPicture GuardDds(FileBytes bytes, std::string_view path);
+std::optional<Dxt1Layout> FindDxt1(const FileBytes& header, uint64_t length,
+                                   std::string_view path);
 GuardedPicture GuardTarga(FileBytes bytes, std::string_view path);
 GuardedPicture GuardJpeg(FileBytes bytes, std::string_view path);
 GuardedPicture GuardBmp(FileBytes bytes, std::string_view path);

@@ -45,7 +45,7 @@ void TakeMap(Header& header, const FileBytes& bytes, std::string_view path) {
 }
 
 Header TakeHeader(const FileBytes& bytes, std::string_view path) {
-    CheckLength(bytes, HeaderLength, path);
+    CheckLength(bytes.size(), HeaderLength, path);
     Header header;
     header.NoteLength = ByteAt(bytes, 0);
     const uint32_t kind = ByteAt(bytes, 2);
@@ -63,7 +63,7 @@ Header TakeHeader(const FileBytes& bytes, std::string_view path) {
     header.Width = Little16(bytes, 12);
     header.Height = Little16(bytes, 14);
     CheckSides(header.Width, header.Height, path);
-    CheckLength(bytes, header.PixelsBegin(), path);
+    CheckLength(bytes.size(), header.PixelsBegin(), path);
     return header;
 }
 
@@ -123,7 +123,7 @@ FileBytes Rebuild(const FileBytes& bytes, const Header& header) {
 GuardedPicture GuardTarga(FileBytes bytes, std::string_view path) {
     const Header header = TakeHeader(bytes, path);
     if (!header.Packed)
-        CheckLength(bytes, header.PixelsBegin() + header.PixelsLength(), path);
+        CheckLength(bytes.size(), header.PixelsBegin() + header.PixelsLength(), path);
     else if (!Unpack(bytes, header, nullptr))
         Refuse(path, "the file is cut: its " + std::to_string(bytes.size()) +
                          " bytes do not fill the picture");

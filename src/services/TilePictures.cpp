@@ -1,6 +1,10 @@
 #include "services/TilePictures.h"
 
+#include "platform/FileNames.h"
+#include "platform/FileStatus.h"
+#include "platform/ForEachInParallel.h"
 #include "platform/RuntimeError.h"
+#include "services/Dxt1Sampling.h"
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
 #include "services/ImagePainting.h"
@@ -58,22 +62,31 @@ size_t PixelBytes(int64_t width, int64_t height) {
     return static_cast<size_t>(width * height) * sizeof(uint32_t);
 }
 
-// Stretches first and masks then, which is the same and costs only the pixels that are
-// seen. Empty when there is no memory for the mask.
-Raster CellOf(const Bitmap& bitmap, int32_t width, int32_t height, TileUse use) {
-    Raster raster(width, height);
-    ImagePaintDC(raster.View(), bitmap, WholeInto(bitmap, {0, 0, width, height}));
+// A picture is stretched first and masked then, which is the same and costs only the
+// pixels that are seen. Empty when there is no memory for the mask.
+Raster CellOf(Raster stretched, TileUse use) {
     if (use == TileUse::Day)
-        return raster;
-    const Bitmap masked = MaskNightPicture(PictureToBitmap(raster.View()));
+        return stretched;
+    const Bitmap masked = MaskNightPicture(PictureToBitmap(stretched.View()));
     return masked ? BitmapToPicture(masked) : Raster();
 }
+
+Raster Stretched(const Bitmap& bitmap, int32_t width, int32_t height) {
+    Raster raster(width, height);
+    ImagePaintDC(raster.View(), bitmap, WholeInto(bitmap, {0, 0, width, height}));
+    return raster;
+}
+
+// Fewer are made by one thread sooner than another one is started.
+constexpr size_t WorthThreads = 8;
+// Pictures made at a time; the memory bound is looked at in between.
+constexpr size_t Batch = 64;
 
 } // namespace
 
 void TilePictures::BeginRepaint() {
     ++repaint_;
-    folders_.clear();
+    folders_.LookAgain();
 }
 
 TilePictureId TilePictures::IdOf(std::string_view path, PictureFormat format,
@@ -87,6 +100,8 @@ TilePictureId TilePictures::IdOf(std::string_view path, PictureFormat format,
     if (isNew) {
         Picture& picture = pictures_.emplace_back();
         picture.Path = path;
+        picture.AsTold = path;
+        std::replace(picture.AsTold.begin(), picture.AsTold.end(), '\\', '/');
         picture.Format = format;
         picture.Use = use;
     }
@@ -96,9 +111,7 @@ TilePictureId TilePictures::IdOf(std::string_view path, PictureFormat format,
 bool TilePictures::Paint(const RasterView& target, TilePictureId id,
                          const PixelRect& cell) {
     Picture& picture = pictures_.at(static_cast<size_t>(id));
-    if (picture.SeenAtRepaint != repaint_)
-        LookAtFile(picture);
-    if (!picture.Present)
+    if (!Look(picture))
         return false;
     if (cell.Width < 1 || cell.Height < 1) {
         const bool isPicture = !picture.Cells.empty() || Decode(id);
@@ -130,18 +143,61 @@ bool TilePictures::Paint(const RasterView& target, TilePictureId id,
     return true;
 }
 
+void TilePictures::Prepare(std::span<const TilePictureId> ids, int32_t side,
+                           const std::function<bool()>& stop) {
+    const PixelRect size{0, 0, side, side};
+    if (side < 1 || PixelBytes(side, side) > memoryBound_ / 2)
+        return;
+    std::vector<TilePictureId> missing;
+    for (const TilePictureId id : ids) {
+        Picture& picture = pictures_.at(static_cast<size_t>(id));
+        if (picture.Format == PictureFormat::Dds && Look(picture) &&
+            FindCell(picture, size) == nullptr)
+            missing.push_back(id);
+    }
+    const size_t most = memoryBound_ / 2 / PixelBytes(side, side);
+    missing.resize(std::min(missing.size(), most));
+    for (size_t begin = 0; begin < missing.size(); begin += Batch) {
+        const auto batch =
+            std::span(missing).subspan(begin, std::min(Batch, missing.size() - begin));
+        if (!PrepareBatch(batch, side, stop))
+            return;
+    }
+}
+
+bool TilePictures::PrepareBatch(std::span<const TilePictureId> ids, int32_t side,
+                                const std::function<bool()>& stop) {
+    std::vector<MadeCell> made(ids.size());
+    const auto make = [&](size_t i) {
+        made[i] = MakeFromBlocks(pictures_[static_cast<size_t>(ids[i])], side, side);
+    };
+    if (!ForEachInParallel(ids.size(), make, stop, ids.size() < WorthThreads ? 1 : 0))
+        return false;
+    for (size_t i = 0; i < ids.size(); ++i) {
+        Picture& picture = pictures_[static_cast<size_t>(ids[i])];
+        if (TakeMade(picture, made[i]))
+            KeepCell(ids[i], std::move(*made[i].Pixels));
+    }
+    return true;
+}
+
+bool TilePictures::Look(Picture& picture) {
+    if (picture.SeenAtRepaint != repaint_)
+        LookAtFile(picture);
+    return picture.Present;
+}
+
 // Most files are found under the name told or where they were before; only for the others
-// the folder is read, once per repaint, since there may be thousands of them.
+// the folder is read.
 void TilePictures::LookAtFile(Picture& picture) {
     picture.SeenAtRepaint = repaint_;
-    std::string asTold = picture.Path;
-    std::replace(asTold.begin(), asTold.end(), '\\', '/');
-    if (TakeFile(picture, asTold))
+    if (TakeFile(picture, picture.AsTold))
         return;
-    if (!picture.File.empty() && TakeFile(picture, fs::path(picture.File)))
+    if (!picture.File.empty() && picture.File != picture.AsTold &&
+        TakeFile(picture, std::string(picture.File)))
         return;
     const auto found = FindInFolder(picture.Path);
-    if (found && TakeFile(picture, *found))
+    if (found && TakeFile(picture, TextOfPath(*found)))
         return;
     picture.Present = false;
     Forget(picture);
@@ -151,31 +207,24 @@ void TilePictures::LookAtFile(Picture& picture) {
 // that cannot be painted.
 std::optional<fs::path> TilePictures::FindInFolder(const std::string& path) {
     try {
-        return IndexOf(UpToLastSlash(path)).Find(AfterLastSlash(path));
+        const std::string folder = UpToLastSlash(path);
+        return folders_.Of(folder.empty() ? "." : folder).Find(AfterLastSlash(path));
     } catch (const RuntimeError&) {
         return std::nullopt;
     }
 }
 
-bool TilePictures::TakeFile(Picture& picture, const fs::path& file) {
-    std::error_code error;
-    if (!fs::is_regular_file(file, error))
+bool TilePictures::TakeFile(Picture& picture, const std::string& file) {
+    struct stat status {};
+    if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
         return false;
-    const auto time = fs::last_write_time(file, error);
-    const auto length = error ? 0 : fs::file_size(file, error);
-    if (error)
-        return false;
-    if (file != picture.File || time != picture.Time || length != picture.Length)
+    const FileIdentity identity = IdentityOfStatus(status);
+    if (file != picture.File || identity != picture.Identity)
         Forget(picture);
     picture.File = file;
-    picture.Time = time;
-    picture.Length = length;
+    picture.Identity = identity;
     picture.Present = true;
     return true;
-}
-
-const FolderIndex& TilePictures::IndexOf(const std::string& folder) {
-    return folders_.try_emplace(folder, folder.empty() ? "." : folder).first->second;
 }
 
 TilePictures::Cell* TilePictures::FindCell(Picture& picture, const PixelRect& size) {
@@ -193,19 +242,52 @@ TilePictures::Cell* TilePictures::FindCell(Picture& picture, const PixelRect& si
     return nullptr;
 }
 
+TilePictures::MadeCell TilePictures::MakeFromBlocks(const Picture& picture, int32_t width,
+                                                    int32_t height) {
+    try {
+        auto pixels = LoadDxt1(picture.File, width, height);
+        if (!pixels)
+            return {};
+        Raster cell = CellOf(std::move(*pixels), picture.Use);
+        const bool broken = cell.Width() == 0;
+        return {std::move(cell), broken};
+    } catch (const RuntimeError&) {
+        return {std::nullopt, true};
+    }
+}
+
+bool TilePictures::TakeMade(Picture& picture, const MadeCell& made) {
+    if (made.Pixels || made.Broken)
+        ++decodes_;
+    picture.Present = picture.Present && !made.Broken;
+    return made.Pixels && !made.Broken;
+}
+
 TilePictures::Cell* TilePictures::MakeCell(TilePictureId id, const PixelRect& size) {
+    Picture& picture = pictures_[static_cast<size_t>(id)];
+    if (picture.Format == PictureFormat::Dds && !picture.Decoded) {
+        MadeCell made = MakeFromBlocks(picture, size.Width, size.Height);
+        if (TakeMade(picture, made))
+            return KeepCell(id, std::move(*made.Pixels));
+        if (made.Broken)
+            return nullptr;
+    }
     if (!Decode(id))
         return nullptr;
+    Raster pixels =
+        CellOf(Stretched(picture.Decoded, size.Width, size.Height), picture.Use);
+    return pixels.Width() == 0 ? nullptr : KeepCell(id, std::move(pixels));
+}
+
+TilePictures::Cell* TilePictures::KeepCell(TilePictureId id, Raster pixels) {
     Picture& picture = pictures_[static_cast<size_t>(id)];
     auto cell = std::make_unique<Cell>();
-    cell->Pixels = CellOf(picture.Decoded, size.Width, size.Height, picture.Use);
-    if (cell->Pixels.Width() == 0)
-        return nullptr;
-    cell->Place =
-        Keep(cells_, {id, size.Width, size.Height, cell->Pixels.Bytes(), repaint_});
-    Cell* made = picture.Cells.insert(picture.Cells.begin(), std::move(cell))->get();
+    cell->Pixels = std::move(pixels);
+    cell->Place = Keep(cells_, {id, cell->Pixels.Width(), cell->Pixels.Height(),
+                                cell->Pixels.Bytes(), repaint_});
+    Cell* kept = picture.Cells.insert(picture.Cells.begin(), std::move(cell))->get();
     Trim();
-    return made;
+    return kept;
 }
 
 bool TilePictures::Decode(TilePictureId id) {
@@ -215,7 +297,7 @@ bool TilePictures::Decode(TilePictureId id) {
         return true;
     }
     ++decodes_;
-    Bitmap bitmap = ImageLoad(picture.Format, TextOfPath(picture.File));
+    Bitmap bitmap = ImageLoad(picture.Format, picture.File);
     if (bitmap && bitmap.BitsPerPixel() != 32)
         bitmap = ConvertTo32Bits(bitmap);
     if (!bitmap) {

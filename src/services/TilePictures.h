@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/FileNames.h"
+#include "platform/FileIdentity.h"
+#include "platform/KeptFolders.h"
 #include "services/Bitmap.h"
 #include "services/PictureFormat.h"
 #include "services/Raster.h"
@@ -8,10 +9,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <list>
-#include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -26,9 +28,10 @@ enum class TileUse { Day, Night };
 // A number for a path, a format and a use; for as long as the cache lives.
 using TilePictureId = int32_t;
 
-// Tile pictures, decoded once and stretched once to each cell size, within a memory
-// bound. What Paint leaves on a surface is, pixel for pixel, what loading the file and
-// ImagePaintDC (day) or ImagePaintTransparent with alpha 255 (night) would leave.
+// Tile pictures, made once for each cell size, within a memory bound. Those of DXT1
+// blocks are unpacked straight to the size of the cell; the others are decoded once and
+// stretched. What Paint leaves on a surface is, pixel for pixel, what loading the file
+// and ImagePaintDC (day) or ImagePaintTransparent with alpha 255 (night) would leave.
 class TilePictures {
 public:
     static constexpr size_t DecodedShare = 32;
@@ -45,6 +48,12 @@ public:
     // about a file a second time, and one that could not be read is not tried again.
     void BeginRepaint();
 
+    // Makes the cells of `side` pixels that are not there yet, by all processors, for a
+    // repaint that is going to paint these pictures. Ends early where memory is short or
+    // `stop`, asked now and then, says so: Paint makes what is still missing.
+    void Prepare(std::span<const TilePictureId> ids, int32_t side,
+                 const std::function<bool()>& stop = {});
+
     // Whoever paints many posts asks once per tile and keeps the number.
     TilePictureId IdOf(std::string_view path, PictureFormat format, TileUse use);
 
@@ -53,7 +62,7 @@ public:
     // or cannot be decoded. `id` is one that IdOf gave.
     bool Paint(const RasterView& target, TilePictureId id, const PixelRect& cell);
 
-    // Bytes kept now, and pictures decoded so far.
+    // Bytes kept now, and how often a picture has been decoded, whole or to a size.
     size_t MemoryInUse() const { return memoryInUse_; }
     uint64_t Decodes() const { return decodes_; }
 
@@ -76,25 +85,38 @@ private:
 
     struct Picture {
         std::string Path;
+        std::string AsTold; // with the system's slashes
         PictureFormat Format;
         TileUse Use;
         uint64_t SeenAtRepaint = 0;
         bool Present = false; // in this repaint
-        std::filesystem::path File;
-        std::filesystem::file_time_type Time{};
-        uintmax_t Length = 0;
+        std::string File;
+        FileIdentity Identity;
         Bitmap Decoded; // 32 bits, or none
         KeptList::iterator DecodedPlace;
         std::vector<std::unique_ptr<Cell>> Cells; // those in use at the front
     };
 
+    // A cell made from the picture's blocks.
+    struct MadeCell {
+        std::optional<Raster> Pixels; // none for a picture of another kind
+        bool Broken = false;
+    };
+    static MadeCell MakeFromBlocks(const Picture& picture, int32_t width, int32_t height);
+
+    bool Look(Picture& picture);
     void LookAtFile(Picture& picture);
-    bool TakeFile(Picture& picture, const std::filesystem::path& file);
+    bool TakeFile(Picture& picture, const std::string& file);
     std::optional<std::filesystem::path> FindInFolder(const std::string& path);
-    const FolderIndex& IndexOf(const std::string& folder);
 
     Cell* FindCell(Picture& picture, const PixelRect& size);
     Cell* MakeCell(TilePictureId id, const PixelRect& size);
+    Cell* KeepCell(TilePictureId id, Raster pixels);
+    // Counts it. False when there are no pixels; a broken picture is not tried again in
+    // this repaint.
+    bool TakeMade(Picture& picture, const MadeCell& made);
+    bool PrepareBatch(std::span<const TilePictureId> ids, int32_t side,
+                      const std::function<bool()>& stop);
     bool Decode(TilePictureId id);
 
     KeptList::iterator Keep(KeptList& list, const Kept& kept);
@@ -114,7 +136,7 @@ private:
     std::unordered_map<std::string, TilePictureId> idByKey_;
     KeptList decoded_;
     KeptList cells_;
-    std::map<std::string, FolderIndex> folders_; // as read in this repaint
+    KeptFolders folders_;
 };
 
 // Stretches a tile's day picture over the whole surface, or the substitute where there is

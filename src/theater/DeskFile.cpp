@@ -10,52 +10,11 @@ namespace vardenix {
 
 namespace {
 
-constexpr size_t MostLayoutBytes = 16384;
-constexpr const char* HexDigits = "0123456789ABCDEF";
-
 std::string DeskPath(std::string_view appPath) {
     return std::string(appPath) + "Desk.ini";
 }
 
 std::string KeyOfRecent(size_t index) { return "THEATER" + std::to_string(index + 1); }
-std::string KeyOfLayout(size_t line) { return "LAYOUT" + std::to_string(line + 1); }
-
-std::string HexOf(std::string_view bytes) {
-    std::string text;
-    for (const char byte : bytes) {
-        const auto value = static_cast<unsigned char>(byte);
-        text += HexDigits[value >> 4];
-        text += HexDigits[value & 15];
-    }
-    return text;
-}
-
-// Empty for a text that is not all digits in pairs.
-std::string BytesOf(std::string_view hex) {
-    const std::string_view digits(HexDigits);
-    std::string bytes;
-    if (hex.size() % 2 != 0)
-        return {};
-    for (size_t i = 0; i < hex.size(); i += 2) {
-        const size_t high = digits.find(hex[i]);
-        const size_t low = digits.find(hex[i + 1]);
-        if (high == std::string_view::npos || low == std::string_view::npos)
-            return {};
-        bytes += static_cast<char>(high * 16 + low);
-    }
-    return bytes;
-}
-
-std::string ReadLayout(const ProfileFile& file) {
-    std::string hex;
-    for (size_t line = 0; hex.size() <= 2 * MostLayoutBytes; ++line) {
-        const std::string value = file.Read("WINDOWS", KeyOfLayout(line));
-        if (value.empty())
-            return BytesOf(hex);
-        hex += value;
-    }
-    return {};
-}
 
 // As one text for all ways to write the same path.
 std::string Compared(const std::string& path) {
@@ -79,8 +38,6 @@ Desk ReadDesk(std::string_view appPath) {
                                          folder) == desk.Recent.end())
             desk.Recent.push_back(folder);
     }
-    desk.OneWindow = file.Read("WINDOWS", "ONE_WINDOW") == "1";
-    desk.Layout = ReadLayout(file);
     return desk;
 }
 
@@ -88,13 +45,6 @@ std::string DeskText(const Desk& desk) {
     ProfileWriter file;
     for (size_t i = 0; i < desk.Recent.size(); ++i)
         file.Write("RECENT", KeyOfRecent(i), desk.Recent[i]);
-    file.Write("WINDOWS", "ONE_WINDOW", desk.OneWindow ? "1" : "0");
-    const std::string hex = HexOf(desk.Layout);
-    constexpr size_t lineLength = ProfileValueBytes - ProfileValueBytes % 2;
-    if (desk.Layout.size() <= MostLayoutBytes)
-        for (size_t line = 0; line * lineLength < hex.size(); ++line)
-            file.Write("WINDOWS", KeyOfLayout(line),
-                       hex.substr(line * lineLength, lineLength));
     return file.Text();
 }
 

@@ -15,9 +15,6 @@ struct Desk {
     // Folders of the theaters opened last, UTF-8 without a slash at the end, the newest
     // first; each is there once.
     std::vector<std::string> Recent;
-    bool OneWindow = false;
-    // How the parts of the one window stand, bytes of the toolkit's own; may be empty.
-    std::string Layout;
 };
 
 constexpr size_t MostRecent = 9;

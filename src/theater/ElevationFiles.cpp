@@ -7,6 +7,7 @@
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "platform/Transaction.h"
+#include "theater/LevelLookup.h"
 #include "theater/TerrainStore.h"
 
 #include <algorithm>
@@ -49,10 +50,9 @@ void MoveBar(Progress& progress, int32_t row, int32_t rows) {
 }
 
 // Nobody else waits while the user reads a box.
-bool TellWrongWidth(Dialogs& dialogs, std::optional<ReadingLock>& reading) {
+void TellWrongWidth(Dialogs& dialogs, std::optional<ReadingLock>& reading) {
     reading.reset();
     dialogs.Notice(WrongWidth, "Error!", BoxIcon::Critical);
-    return false;
 }
 
 Block BlockAt(LevelBlocks& fileL, int32_t offset) {
@@ -73,22 +73,33 @@ void ForEachElevation(std::span<int16_t> heights, int32_t width, int32_t segX,
                   heights[first + j * static_cast<size_t>(width) + i]);
 }
 
-bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
-             Dialogs& dialogs) {
+// An .elv file that is one of the theater's, held still. Takes its width and identity
+// into the layer; nothing when the user was told that it is none.
+struct OpenElv {
+    std::optional<ReadingLock> Reading;
+    ReadableFile File;
+};
+std::optional<OpenElv> OpenElvOf(const Terrain& terrain, ElevationLayer& layer,
+                                 Dialogs& dialogs) {
     std::optional<ReadingLock> reading(std::in_place, std::vector{layer.Path});
-    const ReadableFile file(layer.Path);
-    if (WidthFromElvFile(file.Size()) != 4.0 * terrain.MapWidth)
-        return TellWrongWidth(dialogs, reading);
+    ReadableFile file(layer.Path);
+    if (WidthFromElvFile(file.Size()) != 4.0 * terrain.MapWidth) {
+        TellWrongWidth(dialogs, reading);
+        return std::nullopt;
+    }
     layer.EMapWidth = 4 * terrain.MapWidth;
-    layer.L0ElvArr = ReadElvHeights(
-        file.ReadAll().Span(), layer.EMapWidth,
-        [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
     layer.Read = file.Identity();
-    return true;
+    return OpenElv{std::move(reading), std::move(file)};
 }
 
-bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
-            Dialogs& dialogs, DebugLog& log) {
+// The same of a L0 file and the O0 file beside it.
+struct OpenL0 {
+    std::optional<ReadingLock> Reading;
+    ReadableFile FileL;
+    ReadableFile FileO;
+};
+std::optional<OpenL0> OpenL0Of(const Terrain& terrain, ElevationLayer& layer,
+                               Dialogs& dialogs, DebugLog& log) {
     layer.OffsetPath = PairOfL0(layer.Path).O;
     const std::string& pathO = layer.OffsetPath;
     std::optional<ReadingLock> reading(std::in_place, std::vector{layer.Path, pathO});
@@ -96,22 +107,50 @@ bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
     if (!FileExists(pathO)) {
         reading.reset();
         dialogs.Notice(".O0 File not found\n" + pathO, "Error...", BoxIcon::Critical);
-        return false;
+        return std::nullopt;
     }
-    const ReadableFile fileO(pathO);
+    ReadableFile fileO(pathO);
     ReadableFile fileL(layer.Path);
     const double width = RootOfOffsetFile(fileO.Size());
     log.WriteLog("Opened L&O Files...");
     log.WriteLog("EMapWidth is " + Format0(width));
-    if (width != 4.0 * terrain.MapWidth)
-        return TellWrongWidth(dialogs, reading);
+    if (width != 4.0 * terrain.MapWidth) {
+        TellWrongWidth(dialogs, reading);
+        return std::nullopt;
+    }
     layer.EMapWidth = 4 * terrain.MapWidth;
-    log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
     layer.Read = fileL.Identity();
     layer.ReadO = fileO.Identity();
-    LevelBlocks blocks(std::move(fileL), layer.EMapWidth);
+    return OpenL0{std::move(reading), std::move(fileL), std::move(fileO)};
+}
+
+ElevationLayer LayerOf(ElevationKind kind, const std::string& path) {
+    ElevationLayer layer;
+    layer.Kind = kind;
+    layer.Path = TextOfPath(RealPath(path, PathKind::File));
+    return layer;
+}
+
+bool LoadElv(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
+             Dialogs& dialogs) {
+    const auto open = OpenElvOf(terrain, layer, dialogs);
+    if (!open)
+        return false;
+    layer.L0ElvArr = ReadElvHeights(
+        open->File.ReadAll().Span(), layer.EMapWidth,
+        [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
+    return true;
+}
+
+bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
+            Dialogs& dialogs, DebugLog& log) {
+    auto open = OpenL0Of(terrain, layer, dialogs, log);
+    if (!open)
+        return false;
+    log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
+    LevelBlocks blocks(std::move(open->FileL), layer.EMapWidth);
     layer.L0ElvArr = ReadL0Heights(
-        blocks, fileO.ReadAll().Span(), layer.EMapWidth, pathO,
+        blocks, open->FileO.ReadAll().Span(), layer.EMapWidth, layer.OffsetPath,
         [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
     log.WriteLog("Loaded L&O Files...");
     log.WriteLog("Closed L&O Files...");
@@ -139,8 +178,36 @@ void SaveElv(ElevationLayer& layer, const std::string& path, Progress& progress,
         layer.Read = file.Identity();
 }
 
-// The old terrain of a L0 pair with the elevations of the layer.
-void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress,
+// Gives the records of a segment their new elevations.
+using ElevationsOf = std::function<void(int32_t segX, int32_t segY, Block& block)>;
+
+ElevationsOf AllOf(ElevationLayer& layer) {
+    return [&layer](int32_t segX, int32_t segY, Block& block) {
+        ForEachElevation(
+            layer.L0ElvArr.Values(), layer.EMapWidth, segX, segY, block,
+            [](TerrainPost& record, int16_t elevation) { record.Elevation = elevation; });
+    };
+}
+
+// All stay but that of the post (x, y), from 1.
+ElevationsOf OneAt(int32_t x, int32_t y, int16_t feet) {
+    return [=](int32_t segX, int32_t segY, Block& block) {
+        const int32_t i = x - 1 - (segX - 1) * SegmentSide;
+        const int32_t j = y - 1 - (segY - 1) * SegmentSide;
+        if (i >= 0 && i < SegmentSide && j >= 0 && j < SegmentSide)
+            block[static_cast<size_t>(j * SegmentSide + i)].Elevation = feet;
+    };
+}
+
+bool IsSeaOfL0(const Block& block) {
+    return std::all_of(block.begin(), block.end(), [](const TerrainPost& record) {
+        return record.Elevation == 0 && record.TileOffset == SeaTileOfL0;
+    });
+}
+
+// The old terrain of a L0 pair with other elevations.
+void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
+                const ElevationsOf& changeBlock, Progress& progress,
                 IfChanged ifChanged) {
     const FileBytes fileO = ReadWholeFile(pair.O);
     LevelBlocks fileL(ReadableFile(pair.L), layer.EMapWidth);
@@ -154,13 +221,8 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair, Progress& progress
     for (int32_t segY = 1; segY <= segments; ++segY) {
         for (int32_t segX = 1; segX <= segments; ++segX) {
             Block block = BlockAt(fileL, offsets.Int32());
-            bool sea = true;
-            ForEachElevation(layer.L0ElvArr.Values(), layer.EMapWidth, segX, segY, block,
-                             [&sea](TerrainPost& record, int16_t elevation) {
-                                 record.Elevation = elevation;
-                                 sea = sea && elevation == 0 &&
-                                       record.TileOffset == SeaTileOfL0;
-                             });
+            changeBlock(segX, segY, block);
+            const bool sea = IsSeaOfL0(block);
             const auto position = static_cast<int64_t>(newL.Position());
             if (!sea || shared == -1)
                 newL.Write(std::as_bytes(std::span(block)));
@@ -194,7 +256,8 @@ ElevationSave SaveEmptyPair(const LevelPair& pair, Dialogs& dialogs) {
 }
 
 ElevationSave SaveL0(ElevationLayer& layer, const LevelPair& pair, int32_t mapWidth,
-                     Progress& progress, Dialogs& dialogs, IfChanged ifChanged) {
+                     const ElevationsOf& changeBlock, Progress& progress,
+                     Dialogs& dialogs, IfChanged ifChanged) {
     if (SameFile(pair.L, pair.O))
         throw RuntimeError(ErrorNumber::PathFileAccess,
                            pair.L + " would be the L0 file and the O0 file at once");
@@ -215,7 +278,7 @@ ElevationSave SaveL0(ElevationLayer& layer, const LevelPair& pair, int32_t mapWi
                            BoxButtons::YesNo);
         return ElevationSave::Refused;
     }
-    SaveIntoL0(layer, pair, progress, ifChanged);
+    SaveIntoL0(layer, pair, changeBlock, progress, ifChanged);
     return ElevationSave::Done;
 }
 
@@ -252,27 +315,28 @@ HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
 HeightArray ReadL0Heights(LevelBlocks& fileL, std::span<const std::byte> fileO,
                           int32_t width, const std::string& pathO,
                           const std::function<void(int32_t, int32_t)>& afterRow) {
-    HeightArray heights(int64_t{width} * width);
     const int32_t segments = width / SegmentSide;
-    BinaryReader offsets(fileO, pathO);
-    for (int32_t segY = 1; segY <= segments; ++segY) {
-        for (int32_t segX = 1; segX <= segments; ++segX) {
-            Block block = BlockAt(fileL, offsets.Int32());
-            ForEachElevation(heights.Values(), width, segX, segY, block,
-                             [](const TerrainPost& record, int16_t& elevation) {
-                                 elevation = record.Elevation;
-                             });
-        }
-        afterRow(segY, segments);
-    }
+    const std::vector<int32_t> offsets = ReadOffsets(fileO, segments, pathO);
+    HeightArray heights(int64_t{width} * width);
+    int32_t read = 0;
+    fileL.ReadEach(offsets, [&](size_t segment, std::span<const std::byte> bytes) {
+        Block block{};
+        CopyBlock(bytes, block.data(), SegmentSide);
+        const auto place = static_cast<int32_t>(segment);
+        ForEachElevation(heights.Values(), width, place % segments + 1,
+                         place / segments + 1, block,
+                         [](const TerrainPost& record, int16_t& elevation) {
+                             elevation = record.Elevation;
+                         });
+        if (++read % segments == 0)
+            afterRow(read / segments, segments);
+    });
     return heights;
 }
 
 bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
                        Progress& progress, Dialogs& dialogs, DebugLog& log) {
-    ElevationLayer loaded;
-    loaded.Kind = kind;
-    loaded.Path = TextOfPath(RealPath(path, PathKind::File));
+    ElevationLayer loaded = LayerOf(kind, path);
     const bool good = kind == ElevationKind::Elv
                           ? LoadElv(terrain, loaded, progress, dialogs)
                           : LoadL0(terrain, loaded, progress, dialogs, log);
@@ -293,9 +357,49 @@ ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
     if (as != ElevationKind::Elv)
         return SaveL0(layer,
                       path.empty() ? LevelPair{to, layer.OffsetPath} : PairOfL0(to),
-                      terrain.MapWidth, progress, dialogs, ifChanged);
+                      terrain.MapWidth, AllOf(layer), progress, dialogs, ifChanged);
     SaveElv(layer, to, progress, ifChanged);
     return ElevationSave::Done;
+}
+
+std::optional<int16_t> LookUpElevation(const Terrain& terrain, ElevationKind kind,
+                                       const std::string& path, int32_t x, int32_t y,
+                                       Dialogs& dialogs, DebugLog& log) {
+    ElevationLayer layer = LayerOf(kind, path);
+    if (kind == ElevationKind::Elv) {
+        const auto open = OpenElvOf(terrain, layer, dialogs);
+        if (!open)
+            return std::nullopt;
+        const int64_t place = int64_t{y - 1} * layer.EMapWidth + x - 1;
+        return ValueAt<int16_t>(open->File, static_cast<uint64_t>(place) * 2);
+    }
+    const auto open = OpenL0Of(terrain, layer, dialogs, log);
+    if (!open)
+        return std::nullopt;
+    const int32_t segments = layer.EMapWidth / SegmentSide;
+    RequireOffsets(open->FileO, segments);
+    return PostAt(open->FileL, OffsetAt(open->FileO, segments, x, y), x, y).Elevation;
+}
+
+std::optional<ElevationSave> SetElevation(const Terrain& terrain, ElevationKind kind,
+                                          const std::string& path, int32_t x, int32_t y,
+                                          int16_t feet, Progress& progress,
+                                          Dialogs& dialogs, DebugLog& log,
+                                          IfChanged ifChanged) {
+    ElevationLayer layer = LayerOf(kind, path);
+    if (kind == ElevationKind::Elv) {
+        if (!LoadElv(terrain, layer, progress, dialogs))
+            return std::nullopt;
+        layer.At(x, y) = feet;
+        RequireSameName(layer.Path);
+        SaveElv(layer, layer.Path, progress, ifChanged);
+        return ElevationSave::Done;
+    }
+    if (!OpenL0Of(terrain, layer, dialogs, log))
+        return std::nullopt;
+    RequireSameName(layer.Path);
+    return SaveL0(layer, {layer.Path, layer.OffsetPath}, terrain.MapWidth,
+                  OneAt(x, y, feet), progress, dialogs, ifChanged);
 }
 
 } // namespace vardenix

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -38,6 +39,13 @@ HeightArray ReadL0Heights(LevelBlocks& fileL, std::span<const std::byte> fileO,
 bool LoadElevationData(Terrain& terrain, ElevationKind kind, const std::string& path,
                        Progress& progress, Dialogs& dialogs, DebugLog& log);
 
+// One of the finest elevations, at (x, y) from 1 inside the whole segments of the file; 0
+// where the file does not hold it. Nothing, as LoadElevationData answers false, and
+// errors as there; but only the bytes of that elevation are read.
+std::optional<int16_t> LookUpElevation(const Terrain& terrain, ElevationKind kind,
+                                       const std::string& path, int32_t x, int32_t y,
+                                       Dialogs& dialogs, DebugLog& log);
+
 enum class ElevationSave {
     Done,      // a file holds the elevations
     Refused,   // nothing was changed
@@ -59,5 +67,14 @@ ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
                                 const std::string& path, Progress& progress,
                                 Dialogs& dialogs,
                                 IfChanged ifChanged = IfChanged::Refuse);
+
+// What LoadElevationData, one change at (x, y) from 1, and SaveElevationData would leave
+// on the disk, with a L0 file read once; the terrain's own layer is not touched. Nothing
+// where LoadElevationData would answer false.
+std::optional<ElevationSave> SetElevation(const Terrain& terrain, ElevationKind kind,
+                                          const std::string& path, int32_t x, int32_t y,
+                                          int16_t feet, Progress& progress,
+                                          Dialogs& dialogs, DebugLog& log,
+                                          IfChanged ifChanged = IfChanged::Refuse);
 
 } // namespace vardenix

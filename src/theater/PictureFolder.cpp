@@ -13,14 +13,20 @@ bool PictureFolder::Has(const std::string& file) const {
                                           : FileExists(path);
 }
 
-TileInfo InfoOfTile(const TileRecord& tile, const TileSet& set,
-                    const PictureFolder& pictures) {
+TileInfo InfoOfTile(const TileRecord& tile, const TileSet& set) {
     TileInfo info;
     info.Name = TrimBlanks(tile.TileName);
     info.DayFile = TileFileName(info.Name, false);
     info.NightFile = TileFileName(info.Name, true);
     info.Terrain = set.Terrain;
     info.UseCount = 0;
+    info.HasImage = 0;
+    return info;
+}
+
+TileInfo InfoOfTile(const TileRecord& tile, const TileSet& set,
+                    const PictureFolder& pictures) {
+    TileInfo info = InfoOfTile(tile, set);
     info.HasImage = pictures.Has(info.DayFile) ? 1 : 0;
     return info;
 }

@@ -21,7 +21,9 @@ private:
     FolderIndex index_;
 };
 
-// What TileLookup holds of a tile of that set, with no use counted yet.
+// What TileLookup holds of a tile of that set, with no use counted yet; without a folder
+// no picture is looked for, and HasImage is 0.
+TileInfo InfoOfTile(const TileRecord& tile, const TileSet& set);
 TileInfo InfoOfTile(const TileRecord& tile, const TileSet& set,
                     const PictureFolder& pictures);
 

@@ -15,6 +15,10 @@ std::string NightContainer(const std::string& textureFolder) {
     return textureFolder + "fartilesN.dds";
 }
 
+std::string IndexOfFartiles(const std::string& textureFolder) {
+    return textureFolder + "fartiles.index";
+}
+
 std::vector<std::string> FilesOfLevels(const std::string& lxFolder) {
     std::vector<std::string> files;
     for (const int32_t level : {0, 1, 3, 4, 5}) {
@@ -28,7 +32,8 @@ std::vector<std::string> FilesOfRebuild(const std::string& lxFolder,
                                         const std::string& textureFolder) {
     std::vector<std::string> files = FilesOfLevels(lxFolder);
     files.insert(files.end(),
-                 {DayContainer(textureFolder), NightContainer(textureFolder)});
+                 {DayContainer(textureFolder), NightContainer(textureFolder),
+                  IndexOfFartiles(textureFolder)});
     return files;
 }
 

@@ -17,6 +17,8 @@ LevelPair PairOfLevel(const std::string& lxFolder, int32_t level);
 // The containers of the far tiles, by day and by night.
 std::string DayContainer(const std::string& textureFolder);
 std::string NightContainer(const std::string& textureFolder);
+// What their far tiles were made of, for a rebuild of what has changed.
+std::string IndexOfFartiles(const std::string& textureFolder);
 
 // The files of all levels but the second, there or not.
 std::vector<std::string> FilesOfLevels(const std::string& lxFolder);

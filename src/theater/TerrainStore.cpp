@@ -1,7 +1,6 @@
 #include "theater/TerrainStore.h"
 
 #include "companion/Vardenix.h"
-#include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
 #include "platform/Mending.h"
 #include "platform/Numbers.h"
@@ -80,16 +79,27 @@ PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte>
 PostArray ReadPosts(LevelBlocks& fileL, std::span<const std::byte> fileO, int32_t width,
                     const std::string& pathO,
                     const std::function<void(int32_t, int32_t)>& afterRow) {
-    PostArray posts(int64_t{width} * width);
     const int32_t segments = width / SegmentSide;
-    BinaryReader offsets(fileO, pathO);
-    for (int32_t segY = 1; segY <= segments; ++segY) {
-        for (int32_t segX = 1; segX <= segments; ++segX)
-            fileL.Read(offsets.Int32(), &posts.Values()[FirstPostOf(segX, segY, width)],
-                       width);
-        afterRow(segY, segments);
-    }
+    const std::vector<int32_t> offsets = ReadOffsets(fileO, segments, pathO);
+    PostArray posts(int64_t{width} * width);
+    int32_t read = 0;
+    fileL.ReadEach(offsets, [&](size_t segment, std::span<const std::byte> block) {
+        const auto place = static_cast<int32_t>(segment);
+        const size_t first =
+            FirstPostOf(place % segments + 1, place / segments + 1, width);
+        CopyBlock(block, &posts.Values()[first], width);
+        if (++read % segments == 0)
+            afterRow(read / segments, segments);
+    });
     return posts;
+}
+
+Level2Files::Level2Files(const Terrain& terrain, DebugLog& log)
+    : fileO_(terrain.OFilename), fileL_(terrain.LFilename) {
+    log.WriteLog("Opened L&O Files...");
+    width_ = WidthFromOffsetFile(fileO_.Size(), terrain.OFilename);
+    log.WriteLog("MapWidth is " + std::to_string(width_));
+    RequireOneSegment(width_, terrain.OFilename);
 }
 
 void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
@@ -97,25 +107,21 @@ void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
     progress.SetText("Loading L2 File...");
     const ReadingLock reading({terrain.LFilename, terrain.OFilename});
     LogMended(reading.Mended(), log);
-    const ReadableFile fileO(terrain.OFilename);
-    ReadableFile fileL(terrain.LFilename);
-    log.WriteLog("Opened L&O Files...");
-
-    const int32_t width = WidthFromOffsetFile(fileO.Size(), terrain.OFilename);
-    log.WriteLog("MapWidth is " + std::to_string(width));
-    RequireOneSegment(width, terrain.OFilename);
+    Level2Files files(terrain, log);
+    const int32_t width = files.Width();
     log.WriteLog("Redimed LxArr, 1 to " + std::to_string(int64_t{width} * width));
-    const FileIdentity readL = fileL.Identity();
-    LevelBlocks blocks(std::move(fileL), width);
-    PostArray posts = ReadPosts(blocks, fileO.ReadAll().Span(), width, terrain.OFilename,
-                                [&progress](int32_t row, int32_t rows) {
-                                    progress.SetBar(Percent(row, rows));
-                                    progress.LetEventsThrough();
-                                });
+    const FileIdentity readL = files.L().Identity();
+    LevelBlocks blocks(std::move(files.L()), width);
+    PostArray posts =
+        ReadPosts(blocks, files.O().ReadAll().Span(), width, terrain.OFilename,
+                  [&progress](int32_t row, int32_t rows) {
+                      progress.SetBar(Percent(row, rows));
+                      progress.LetEventsThrough();
+                  });
     terrain.MapWidth = width;
     terrain.LxArr = std::move(posts);
     terrain.ReadL = readL;
-    terrain.ReadO = fileO.Identity();
+    terrain.ReadO = files.O().Identity();
     const int64_t segments = width / SegmentSide;
     terrain.Gap = {blocks.Missing(), segments * segments};
 

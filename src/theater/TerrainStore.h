@@ -44,6 +44,22 @@ PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte>
                     int32_t width, const std::string& pathO,
                     const std::function<void(int32_t, int32_t)>& afterRow);
 
+// LFilename and OFilename, open and measured: errors as LoadLFile has them before it
+// reads a post. The caller holds a ReadingLock.
+class Level2Files {
+public:
+    Level2Files(const Terrain& terrain, DebugLog& log);
+
+    int32_t Width() const { return width_; } // posts a side
+    ReadableFile& L() { return fileL_; }
+    const ReadableFile& O() const { return fileO_; }
+
+private:
+    ReadableFile fileO_;
+    ReadableFile fileL_;
+    int32_t width_ = 0;
+};
+
 // Reads LFilename and OFilename into MapWidth and LxArr, after mending what an
 // interrupted save may have left. The width comes from the O file alone. Posts that the L
 // file does not hold stay zero, and their segments are counted in Gap. Whole segments

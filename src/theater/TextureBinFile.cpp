@@ -115,26 +115,41 @@ FileBytes ReadBinFile(const std::string& path, FileIdentity& read) {
     return file.ReadAll();
 }
 
-// What is told of every tile of the catalogue, in its order, also of those that get no
-// number.
-std::vector<TileInfo> InfosOf(const TextureBin& bin, const std::string& ddsFolder) {
-    const PictureFolder pictures(ddsFolder);
-    std::vector<TileInfo> infos;
-    for (size_t set = 1; set < bin.Sets.size(); ++set)
-        for (size_t i = 1; i < bin.Sets[set].Tiles.size(); ++i)
-            infos.push_back(InfoOfTile(bin.Sets[set].Tiles[i], bin.Sets[set], pictures));
-    return infos;
+// TileLookup with what `infoOf` tells of each tile; `afterSet` is called with the number
+// of each set, from 1.
+TileLookup
+LookupOf(const TextureBin& bin,
+         const std::function<TileInfo(const TileRecord&, const TileSet&)>& infoOf,
+         const std::function<void(int32_t)>& afterSet) {
+    TileLookup lookup(Count(bin.NumSets) * TilesPerSet);
+    for (int32_t set = 1; set <= bin.NumSets; ++set) {
+        const TileSet& tileSet = bin.Sets[Count(set)];
+        size_t number = Count(set - 1) * TilesPerSet;
+        for (int32_t i = 1; i <= tileSet.TileCount; ++i, ++number) {
+            TileInfo info = infoOf(tileSet.Tiles[Count(i)], tileSet);
+            // A set of more than 16 tiles runs into the next one's numbers, and past the
+            // end of the table there is no number left for them.
+            if (number < lookup.size())
+                lookup[number] = std::move(info);
+        }
+        afterSet(set);
+    }
+    return lookup;
 }
 
 // Tells of pictures that are not there, one by one, until nobody wants to hear of them.
 class MissingPictures {
 public:
-    MissingPictures(const std::vector<TileInfo>& infos, const std::string& ddsFolder,
-                    Dialogs& dialogs)
+    MissingPictures(const TextureBin& bin, const PictureFolder& pictures,
+                    const std::string& ddsFolder, Dialogs& dialogs)
         : ddsFolder_(ddsFolder), dialogs_(dialogs),
-          several_(dynamic_cast<SeveralNotices*>(&dialogs)),
-          left_(std::count_if(infos.begin(), infos.end(),
-                              [](const TileInfo& info) { return info.HasImage == 0; })) {}
+          several_(dynamic_cast<SeveralNotices*>(&dialogs)) {
+        // Also tiles that get no number.
+        for (const TileSet& set : bin.Sets)
+            for (size_t i = 1; i < set.Tiles.size(); ++i)
+                if (InfoOfTile(set.Tiles[i], set, pictures).HasImage == 0)
+                    ++left_;
+    }
 
     void Tell(const TileInfo& info) {
         --left_;
@@ -145,15 +160,14 @@ public:
             return dialogs_.Notice(text, "", BoxIcon::Information);
         spared_ = several_->NoticeOfSeveral(
             text, "", BoxIcon::Information,
-            ShownPath(TilePicturePath(ddsFolder_, info.DayFile)),
-            static_cast<size_t>(left_));
+            ShownPath(TilePicturePath(ddsFolder_, info.DayFile)), left_);
     }
 
 private:
     const std::string& ddsFolder_;
     Dialogs& dialogs_;
     SeveralNotices* several_; // null where nobody can ask to be spared
-    ptrdiff_t left_;          // not told of yet
+    size_t left_ = 0;         // not told of yet
     bool spared_ = false;
 };
 
@@ -196,29 +210,39 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
     log.WriteLog("Number of Sets: " + std::to_string(bin.NumSets));
     log.WriteLog("Number of Tiles: " + std::to_string(bin.NumTiles));
 
-    TileLookup lookup(Count(bin.NumSets) * TilesPerSet);
-    std::vector<TileInfo> infos = InfosOf(bin, catalogue.DDSFolder);
-    MissingPictures missing(infos, catalogue.DDSFolder, dialogs);
-    auto info = infos.begin();
-    for (int32_t set = 1; set <= bin.NumSets; ++set) {
-        size_t number = Count(set - 1) * TilesPerSet;
-        for (int32_t i = 1; i <= bin.Sets[Count(set)].TileCount; ++i, ++number, ++info) {
-            if (info->HasImage == 0)
-                missing.Tell(*info);
-            // A set of more than 16 tiles runs into the next one's numbers, and past the
-            // end of the table there is no number left for them.
-            if (number < lookup.size())
-                lookup[number] = std::move(*info);
-        }
-        progress.SetBar(Percent(set, bin.NumSets));
-        progress.LetEventsThrough();
-    }
+    const PictureFolder pictures(catalogue.DDSFolder);
+    MissingPictures missing(bin, pictures, catalogue.DDSFolder, dialogs);
+    TileLookup lookup = LookupOf(
+        bin,
+        [&](const TileRecord& tile, const TileSet& set) {
+            TileInfo info = InfoOfTile(tile, set, pictures);
+            if (info.HasImage == 0)
+                missing.Tell(info);
+            return info;
+        },
+        [&](int32_t set) {
+            progress.SetBar(Percent(set, bin.NumSets));
+            progress.LetEventsThrough();
+        });
     catalogue.Bin = std::move(bin);
     catalogue.Read = read;
     catalogue.Lookup = std::move(lookup);
     catalogue.NewTilesList.clear();
     log.WriteLog("Closed BinPath...");
     log.WriteLog("Exiting OpenBinFile...");
+}
+
+void OpenBinFileAlone(Catalogue& catalogue) {
+    FileIdentity read;
+    const FileBytes file = ReadBinFile(catalogue.BinPath, read);
+    TextureBin bin = ParseBinFile(file.Span(), catalogue.BinPath);
+    catalogue.Lookup = LookupOf(
+        bin,
+        [](const TileRecord& tile, const TileSet& set) { return InfoOfTile(tile, set); },
+        [](int32_t) {});
+    catalogue.Bin = std::move(bin);
+    catalogue.Read = read;
+    catalogue.NewTilesList.clear();
 }
 
 void WriteBinFile(const TextureBin& bin, StagedFile& file) {

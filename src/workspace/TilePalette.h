@@ -33,6 +33,9 @@ std::vector<int32_t> TilesOfClass(const TileLookup& lookup, int32_t classCode);
 std::vector<int32_t> TilesNamed(const TileLookup& lookup,
                                 const std::vector<int32_t>& tiles, std::string_view part);
 
+// Whether the catalogue has a tile of this number, which can be chosen so.
+bool HasTile(const TileLookup& lookup, int32_t tile);
+
 // A place within Frame1.
 struct PalettePlace {
     int32_t Left = 0;

@@ -1,13 +1,14 @@
 #include "app/Arguments.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
+#include <gtest/gtest.h>
 
 namespace vardenix {
 namespace {
 
-Arguments Read(const QStringList& words) { return ReadArguments(QStringList{"vardenix"} + words); }
+Arguments Read(const QStringList& words) {
+    return ReadArguments(QStringList{"vardenix"} + words);
+}
 
 TEST(Arguments, WithoutAFolderTheUserChooses) {
     EXPECT_EQ(Read({}).Theater, "");

@@ -127,6 +127,48 @@ TEST_F(EditingTest, ARestoreBringsAllPostsBackAndMarksNothing) {
     EXPECT_EQ(Tile(4, 2), 0);
 }
 
+TEST_F(EditingTest, APointTellsItsTheaterAndOfAnotherOneIsAskedAbout) {
+    Open();
+    const auto tip = [] {
+        return Find<QWidget>(Window("FrmVXMain"), "Command4").toolTip().toStdString();
+    };
+    EXPECT_EQ(tip().find(state_.Terrain.LFilename), std::string::npos);
+    Click("Command3");
+    EXPECT_NE(tip().find(state_.Terrain.LFilename), std::string::npos) << tip();
+    folder_.Write("VXUndo.txt", "noon\n/other/theater.L2");
+    ChooseTileOne();
+    PressPost(3, 2);
+    std::string text;
+    platform_.Dialogs.ExpectAnyBox("Attention", BoxAnswer::No, &text);
+    Click("Command4");
+    EXPECT_NE(text.find("/other/theater.L2"), std::string::npos) << text;
+    EXPECT_EQ(Tile(3, 2), 1);
+    EXPECT_NE(tip().find("noon"), std::string::npos) << tip();
+    platform_.Dialogs.ExpectAnyBox("Attention", BoxAnswer::Yes, &text);
+    Click("Command4");
+    EXPECT_EQ(Tile(3, 2), 0);
+}
+
+TEST_F(EditingTest, LeavingMentionsPostsOfARestoreThatAreNotSaved) {
+    Open();
+    Click("Command3");
+    ChooseTileOne();
+    PressPost(3, 2);
+    Click("CmdSaveTheater");
+    Click("Command4");
+    std::string text;
+    platform_.Dialogs.ExpectAnyBox("Attention", BoxAnswer::No, &text);
+    Window("FrmVXMain").close();
+    EXPECT_NE(text.find("restore point"), std::string::npos) << text;
+    EXPECT_EQ(ends_, 0);
+    // Marked work is asked for in the usual words, once.
+    PressPost(4, 2);
+    ExpectQuestionAtTheEnd("The L2 file has");
+    Click("CmdSaveTheater");
+    Window("FrmVXMain").close();
+    EXPECT_EQ(ends_, 1);
+}
+
 TEST_F(EditingTest, WithoutAPointOrWithOneOfAnotherTheaterTheUserIsTold) {
     Open();
     platform_.Dialogs.ExpectBox("", "You must first create an Undo Point", BoxAnswer::Ok);

@@ -3,6 +3,7 @@
 #include "builder/RebuildWorld.h"
 #include "builder/SlowRebuild.h"
 #include "platform/RuntimeError.h"
+#include "services/PictureMaker.h"
 #include "support/ScriptedDialogs.h"
 
 #include <gtest/gtest.h>
@@ -244,6 +245,25 @@ struct BrowseWorld : ElevationWorld {
         return FitsTheater({ElevationKind::Elv, Folder.Write("any.elv", bytes)}, 16);
     }
 };
+
+// It is all done by then, and that is said.
+TEST(RebuildElevations, Level2ThatCannotBeReadBackIsTold) {
+    ElevationWorld world;
+    world.OldLevels();
+    world.View.OnStatus = [&](const std::string& status) {
+        if (status == "Reloading Map...")
+            fs::resize_file(world.PathOf("theater.O2"), 3);
+    };
+    const ElevationMaster master = world.ElvMaster();
+    ScriptedDialogs dialogs;
+    const RuntimeError error = ErrorOf([&] {
+        RebuildElevations({world.Terrain, world.View, dialogs, world.Log}, master,
+                          Downsampling::Max, {});
+    });
+    EXPECT_NE(error.Detail().find("all files were rebuilt, but level 2 could not"),
+              std::string::npos)
+        << error.Detail();
+}
 
 TEST(BrowseElevationFile, TakesAFileOfTheTheatersSize) {
     BrowseWorld world;

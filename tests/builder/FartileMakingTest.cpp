@@ -227,9 +227,10 @@ TEST(MakeFartiles, FewTilesAtATimeGiveTheSameBytes) {
     world.OldLevels();
     // Pictures so large that a few fill the memory.
     const FartileShape shape(32);
-    SmallTiles few(world.Catalogue, shape, 1);
+    const TileFiles files(world.Catalogue);
+    SmallTiles few(files, shape, 1);
     EXPECT_EQ(few.TilesAtOnce(), 64U);
-    EXPECT_GT(SmallTiles(world.Catalogue, shape).TilesAtOnce(), 100000U);
+    EXPECT_GT(SmallTiles(files, shape).TilesAtOnce(), 100000U);
     const auto never = [] { return false; };
     EXPECT_TRUE(few.Require({1, 2}, never, 1));
     const auto blocks = few.Of(2).Of(DayOrNight::Night, 3).Blocks;

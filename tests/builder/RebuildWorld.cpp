@@ -97,6 +97,12 @@ std::map<std::string, std::string> RebuildWorld::Files() const {
     return files;
 }
 
+std::map<std::string, std::string> RebuildWorld::PlayedFiles() const {
+    auto files = Files();
+    files.erase("fartiles.index");
+    return files;
+}
+
 int RebuildWorld::ErrorOf(const RebuildOptions& options) {
     try {
         Rebuild(options);

@@ -45,6 +45,9 @@ struct RebuildWorld {
     std::string PicturePathOf(int tile, bool night) const;
     // Every file of the theater with its bytes, by name.
     std::map<std::string, std::string> Files() const;
+    // Those that the simulator reads: without the index of the far tiles, which tells
+    // the time of the containers.
+    std::map<std::string, std::string> PlayedFiles() const;
 
     RebuildReport Rebuild(const RebuildOptions& options) {
         return RebuildTheater({Terrain, Catalogue, View, Log}, options, Made);

@@ -15,6 +15,7 @@ class RecordingView : public RebuildView {
 public:
     std::vector<std::string> Lines;
     std::function<void()> OnEvents;
+    std::function<void(const std::string&)> OnStatus;
     bool Stop = false;
     int64_t Now = 0;
     std::vector<size_t> Shown; // bytes by day and by night, and the size, of a far tile
@@ -43,6 +44,8 @@ public:
     void SetPB2_val(int32_t value) override { Tell("val2", value); }
     void SetStatus(const std::string& text) override {
         Lines.push_back("status " + text);
+        if (OnStatus)
+            OnStatus(text);
     }
     void SetLabel2(const std::string& text) override {
         Lines.push_back("label2 " + text);

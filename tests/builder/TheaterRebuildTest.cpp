@@ -123,12 +123,6 @@ TEST(RebuildTheater, AsksForTheRoomBeforeTheFirstByte) {
     EXPECT_EQ(world.ErrorOf(options), 61);
     room = needed;
     ASSERT_EQ(world.ErrorOf(options), 0);
-    uint64_t made = 0;
-    for (const auto& [name, bytes] : world.Files())
-        if (name != "theater.L2" && name != "theater.O2")
-            made += bytes.size();
-    EXPECT_LE(made, needed);
-    EXPECT_GT(made, needed / 2);
 }
 
 TEST(RequireRoom, CountsWhatLiesOnOneDiskTogether) {
@@ -181,8 +175,8 @@ TEST(OnlyChanged, LeavesFilesAloneThatWouldComeOutTheSame) {
     const auto before = world.Files();
     options.OnlyChanged = true;
     const RebuildReport report = world.Rebuild(options);
-    EXPECT_EQ(report.Files.size(), 12U);
-    EXPECT_EQ(Unchanged(report), 12);
+    EXPECT_EQ(report.Files.size(), 13U);
+    EXPECT_EQ(Unchanged(report), 13);
     EXPECT_EQ(world.Files() == before, true);
     for (const auto& [name, time] : times)
         EXPECT_EQ(fs::last_write_time(world.PathOf(name)), time) << name;
@@ -217,8 +211,8 @@ TEST(OnlyChanged, GivesTheBytesOfAFullRun) {
         full.Rebuild(options);
         options.OnlyChanged = true;
         const RebuildReport report = changed.Rebuild(options);
-        EXPECT_EQ(full.Files() == changed.Files(), true) << edit;
-        EXPECT_LT(Unchanged(report), 12) << edit;
+        EXPECT_EQ(full.PlayedFiles() == changed.PlayedFiles(), true) << edit;
+        EXPECT_LT(Unchanged(report), 13) << edit;
     }
 }
 

@@ -18,12 +18,14 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // `reading` is a command that opens what was written.
+    // `reading` is a command that opens what was written. Only each `failing`th call
+    // fails where a command makes very many; a kill and a full disk come at every one.
     void TryEveryCall(const std::vector<std::string>& writing,
-                      const std::vector<std::string>& reading);
+                      const std::vector<std::string>& reading, int failing = 1);
     Files OnDiskNow() const;
 
-    int done_ = 0; // what the writing command ends with
+    bool readsBack_ = false; // it reads what it has written, and may fail then
+    int done_ = 0;           // what the writing command ends with
     Files old_;
     // Files that no theater has, and in what a kill has left of their writing: it stays
     // until they are written the next time.
@@ -31,7 +33,8 @@ protected:
 
 private:
     void TryEveryCall(const char* mode, const std::vector<std::string>& writing,
-                      const std::vector<std::string>& reading, const Files& done);
+                      const std::vector<std::string>& reading, const Files& done,
+                      int step);
     int RunWith(const char* mode, int at, std::vector<std::string> arguments);
     void WriteFinest();
     void PutBack(const Files& files) const;

@@ -113,11 +113,13 @@ TEST_F(Output, ATerminalDoesNotObeyNamesOfFiles) {
     WriteLevel();
     const Terminal terminal;
     const std::string toTerminal = ">" + terminal.Name() + " 2>&1";
+    EXPECT_EQ(RunLed(toTerminal, {"info"}).ExitCode, 0);
+    const std::string told = terminal.Shown();
+    EXPECT_NE(told.find("File A\\u001b[2J\\u0007\\u007f.PCX wasn't found."),
+              std::string::npos)
+        << told;
     EXPECT_EQ(RunLed(toTerminal, {"get", "0", "0"}).ExitCode, 0);
     const std::string shown = terminal.Shown();
-    EXPECT_NE(shown.find("File A\\u001b[2J\\u0007\\u007f.PCX wasn't found."),
-              std::string::npos)
-        << shown;
     EXPECT_NE(shown.find("name: A\\u001b[2J\\u0007\\u007f.PCX"), std::string::npos);
     RunLed(toTerminal, {"get", "0", "0", "--json"});
     const std::string json = terminal.Shown();

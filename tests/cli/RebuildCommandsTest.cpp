@@ -1,6 +1,7 @@
-// The commands that rebuild, over a theater with pictures, and a hundred rebuilds that
-// are killed at some moment.
+// The commands that rebuild, over a theater with pictures, and rebuilds that are killed
+// at some moment.
 #include "builder/RebuildWorld.h"
+#include "support/FaultShimLink.h"
 #include "support/RunProgram.h"
 
 #include <gtest/gtest.h>
@@ -18,11 +19,7 @@ namespace {
 using std::chrono::microseconds;
 using Clock = std::chrono::steady_clock;
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int Kills = 20; // everything is several times slower there
-#else
-constexpr int Kills = 100;
-#endif
+constexpr int Kills = 25;
 
 class RebuildCommands : public testing::Test {
 protected:
@@ -56,14 +53,14 @@ TEST_F(RebuildCommands, RebuildMakesWhatTheWindowMakes) {
     const auto old = world_.Files();
     const ProgramResult result = Run({"rebuild", "--far", "--far-size", "8"});
     ASSERT_EQ(result.ExitCode, 0) << result.Errors;
-    const auto made = world_.Files();
+    const auto made = world_.PlayedFiles();
     EXPECT_EQ(result.Output.substr(0, result.Output.find('\n')),
               world_.PathOf("theater.L0") + ": " +
                   std::to_string(made.at("theater.L0").size()) + " bytes");
     EXPECT_NE(result.Output.find(" second"), std::string::npos);
     PutBack(old);
     world_.Rebuild(WithFarTiles(8));
-    EXPECT_EQ(world_.Files() == made, true);
+    EXPECT_EQ(world_.PlayedFiles() == made, true);
 }
 
 TEST_F(RebuildCommands, RebuildElevationMakesWhatTheWindowMakes) {
@@ -119,6 +116,30 @@ TEST_F(RebuildCommands, AMasterOfAnotherTheaterIsRefused) {
     EXPECT_EQ(world_.Files() == before, true);
 }
 
+// It comes between any two writing calls of the run.
+TEST_F(RebuildCommands, TheWishToEndStopsARunAndTakesAwayWhatWasStaged) {
+    const FaultShimLink shim(FAULT_SHIM);
+    const auto old = world_.Files();
+    int stopped = 0;
+    for (int at = 1;; at += 4) {
+        const ProgramResult result =
+            RunProgram(Command({"rebuild", "--far", "--far-size", "8"}),
+                       shim.Environment("term", at));
+        if (result.ExitCode == 0)
+            break;
+        EXPECT_EQ(result.ExitCode, -1) << at << result.Errors; // by the signal
+        if (result.Errors.empty())
+            continue; // too late, all is in its place
+        ++stopped;
+        EXPECT_NE(result.Errors.find("stopped; no file has changed"), std::string::npos)
+            << result.Errors;
+        ASSERT_TRUE(world_.Files() == old) << at;
+    }
+    EXPECT_GE(stopped, 3);
+    EXPECT_TRUE(fs::exists(world_.TexturePathOf("fartiles.dds")));
+    EXPECT_FALSE(fs::exists(world_.TexturePathOf("fartiles.ddsx")));
+}
+
 // All twelve files of a rebuild are the old ones or the new ones once the theater has
 // been opened again.
 TEST_F(RebuildCommands, AKilledRebuildLeavesAllOldFilesOrAllNewOnes) {
@@ -130,7 +151,7 @@ TEST_F(RebuildCommands, AKilledRebuildLeavesAllOldFilesOrAllNewOnes) {
     const auto begin = Clock::now();
     ASSERT_EQ(RunProgram(rebuild).ExitCode, 0);
     auto whole = std::chrono::duration_cast<microseconds>(Clock::now() - begin);
-    const auto made = world_.Files();
+    const auto made = world_.PlayedFiles();
     ASSERT_FALSE(made == old);
 
     std::mt19937 random(31);
@@ -138,6 +159,7 @@ TEST_F(RebuildCommands, AKilledRebuildLeavesAllOldFilesOrAllNewOnes) {
     int olds = 0;
     int news = 0;
     for (int i = 0; i < Kills; ++i) {
+        fs::remove(world_.TexturePathOf("fartiles.index"));
         PutBack(old);
         const double share = moment(random);
         const auto start = Clock::now();
@@ -150,10 +172,11 @@ TEST_F(RebuildCommands, AKilledRebuildLeavesAllOldFilesOrAllNewOnes) {
         else if (share > 1)
             whole += whole / 10;
         ASSERT_EQ(Run({"get", "0", "0"}).ExitCode, 0);
-        const auto now = world_.Files();
+        const auto now = world_.PlayedFiles();
         olds += now == old ? 1 : 0;
         news += now == made ? 1 : 0;
         ASSERT_TRUE(now == old || now == made) << "killed at " << share;
+        ASSERT_EQ(world_.Files().contains("fartiles.index"), now == made);
     }
     EXPECT_GT(olds, 0);
     EXPECT_GT(news, 0);

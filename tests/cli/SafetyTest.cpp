@@ -60,20 +60,32 @@ TEST_F(Safety, AStrayFileThatLooksStagedCostsNothing) {
 
 TEST_F(Safety, AFileThatAnotherProgramHasChangedIsLeftAloneUnlessToldOtherwise) {
     const FaultShimLink shim(FAULT_SHIM);
+    // A region of one post: tile 1.
+    const std::string region =
+        folder_.Write("one.exp", std::string("\1\0\0\0\1\0\0\0\1\0\0\0", 12));
     const std::string before = PairOnDisk();
-    const ProgramResult refused =
-        RunOn({"set", "1", "1", "--tile", "1"}, TouchWhenStaged(shim));
-    EXPECT_EQ(refused.ExitCode, 3);
-    EXPECT_NE(refused.Errors.find("changed by another program since it was opened"),
-              std::string::npos)
-        << refused.Errors;
-    EXPECT_EQ(PairOnDisk(), before);
-    EXPECT_EQ(FilesOfTerrain(), 3U);
-    EXPECT_EQ(
-        RunOn({"set", "1", "1", "--tile", "1", "--overwrite"}, TouchWhenStaged(shim))
-            .ExitCode,
-        0);
-    EXPECT_EQ(OnDisk().At(2, 2).Tile, 1);
+    const std::string level = Slurp(Terrain("theater.L2"));
+    const std::string offsets = Slurp(Terrain("theater.O2"));
+    const std::string tile = std::to_string(OnDisk().At(2, 2).Tile);
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"set", "1", "1", "--tile", "1"},
+          {"search", "--cell", "0:tile=" + tile, "--set", "tile=1"},
+          {"region", "import", region, "1", "1"}}) {
+        SCOPED_TRACE(command[0]);
+        const ProgramResult refused = RunOn(command, TouchWhenStaged(shim));
+        EXPECT_EQ(refused.ExitCode, 3);
+        EXPECT_NE(refused.Errors.find("changed by another program since it was opened"),
+                  std::string::npos)
+            << refused.Errors;
+        EXPECT_EQ(PairOnDisk(), before);
+        EXPECT_EQ(FilesOfTerrain(), 3U);
+        std::vector<std::string> told = command;
+        told.emplace_back("--overwrite");
+        EXPECT_EQ(RunOn(told, TouchWhenStaged(shim)).ExitCode, 0);
+        EXPECT_EQ(OnDisk().At(2, 2).Tile, 1);
+        Spill(Terrain("theater.L2"), level);
+        Spill(Terrain("theater.O2"), offsets);
+    }
 }
 
 TEST_F(Safety, TheGroupIsKeptWhereTheOwnerCannotBe) {

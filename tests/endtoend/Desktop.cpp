@@ -226,6 +226,46 @@ void Desktop::ClickIn(const std::string& title, int x, int y, int button) const 
          std::to_string(y), "click", std::to_string(button)});
 }
 
+void Desktop::DoubleClickIn(const std::string& title, int x, int y) const {
+    Run({"xdotool", "mousemove", "--window", WindowId(title), std::to_string(x),
+         std::to_string(y), "click", "--repeat", "2", "--delay", "30", "1"});
+}
+
+void Desktop::PointAt(const std::string& title, Point at) const {
+    Run({"xdotool", "mousemove", "--window", WindowId(title), std::to_string(at.X),
+         std::to_string(at.Y)});
+}
+
+void Desktop::DragIn(const std::string& title, Point from, Point to,
+                     const std::string& key) const {
+    if (!key.empty())
+        Run({"xdotool", "keydown", key});
+    PointAt(title, from);
+    Run({"xdotool", "mousedown", "1"});
+    PointAt(title, {(from.X + to.X) / 2, (from.Y + to.Y) / 2});
+    PointAt(title, to);
+    Run({"xdotool", "mouseup", "1"});
+    if (!key.empty())
+        Run({"xdotool", "keyup", key});
+}
+
+void Desktop::StrokeIn(const std::string& title, const std::vector<Point>& places) const {
+    PointAt(title, places.front());
+    Run({"xdotool", "mousedown", "1"});
+    for (const Point& place : places)
+        PointAt(title, place);
+    Run({"xdotool", "mouseup", "1"});
+}
+
+void Desktop::DragInto(const std::string& fromTitle, Point from,
+                       const std::string& toTitle, Point to) const {
+    PointAt(fromTitle, from);
+    Run({"xdotool", "mousedown", "1"});
+    for (const int beside : {60, 30, 10, 3, 0})
+        PointAt(toTitle, {to.X + beside, to.Y});
+    Run({"xdotool", "mouseup", "1"});
+}
+
 void Desktop::HoverIn(const std::string& title, int x, int y) const {
     for (const int beside : {3, 0})
         Run({"xdotool", "mousemove", "--window", WindowId(title),

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <sys/types.h>
+#include <utility>
 #include <vector>
 
 namespace vardenix::tests {
@@ -43,6 +44,11 @@ struct Place {
     int Width = 0;
     int Height = 0;
     bool operator==(const Place&) const = default;
+};
+
+struct Point {
+    int X = 0;
+    int Y = 0;
 };
 
 // What a window shows, without its frame.
@@ -99,6 +105,19 @@ public:
     // forward and backward.
     void ClickIn(const std::string& title, int x, int y, int button = 1) const;
 
+    // Twice, quickly.
+    void DoubleClickIn(const std::string& title, int x, int y) const;
+    // The left button down at one place and up at the other, with a key held ("ctrl") or
+    // none.
+    void DragIn(const std::string& title, Point from, Point to,
+                const std::string& key = {}) const;
+    // The button is held along several places.
+    void StrokeIn(const std::string& title, const std::vector<Point>& places) const;
+    // The same from one window into another; the pointer comes there in several steps,
+    // as it has to for the two programs to talk.
+    void DragInto(const std::string& fromTitle, Point from, const std::string& toTitle,
+                  Point to) const;
+
     // Moves the pointer there in two steps, as a hand would.
     void HoverIn(const std::string& title, int x, int y) const;
 
@@ -110,6 +129,7 @@ public:
 
 private:
     std::string Run(const std::vector<std::string>& command) const;
+    void PointAt(const std::string& title, Point at) const;
     std::string WindowId(const std::string& title) const;
     Picture LookAt(const std::string& windowId, const Place& place) const;
 

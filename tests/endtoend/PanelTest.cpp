@@ -1,9 +1,10 @@
 // Real clicks on the control panel; what they did is read from the screen, and from
 // VX.ini when the program has gone.
+#include "endtoend/ControlsOnDesktop.h"
 #include "endtoend/WorkspaceOnDesktop.h"
 
 #include <algorithm>
-#include <sstream>
+#include <optional>
 
 namespace vardenix::tests {
 namespace {
@@ -19,16 +20,12 @@ protected:
                                    {"PAL_WIN_POS_L", "9000"}});
         Start();
         ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Panel); }));
-        places_ = PlacesOfControls(desktop_.WhereIs(Panel));
+        panel_.emplace(desktop_, folder_.File("desktop"), "FrmVXMain", Panel);
     }
 
     // At a share of the control's width.
     void Press(const std::string& control, double share = 0.5) {
-        const Place place = places_.at(control);
-        // A check box is as wide as its column, and answers only on its caption.
-        const int left =
-            control.starts_with("chk") ? 10 : static_cast<int>((place.Width - 1) * share);
-        desktop_.ClickIn(Panel, place.Left + left, place.Top + place.Height / 2);
+        panel_->Press(control, share);
     }
     void PressTillChanged(const std::string& control, Picture& map, double share = 0.5) {
         SCOPED_TRACE(control);
@@ -42,24 +39,7 @@ protected:
         desktop_.Type(text);
     }
 
-    std::map<std::string, Place> places_;
-
-private:
-    std::map<std::string, Place> PlacesOfControls(const Place& panel) {
-        const std::string list = folder_.File("desktop/places");
-        Child child({"sh", "-c", "exec \"$0\" \"$@\" >'" + list + "'", CONTROL_PLACES,
-                     std::to_string(panel.Width), std::to_string(panel.Height)},
-                    {{"DISPLAY", desktop_.Display()}, {"QT_QPA_PLATFORM", "xcb"}},
-                    folder_.File("desktop/places.log"));
-        EXPECT_TRUE(WaitFor([&] { return !child.Running(); }));
-        std::map<std::string, Place> places;
-        std::istringstream lines(Slurp(list));
-        Place place;
-        for (std::string name;
-             lines >> name >> place.Left >> place.Top >> place.Width >> place.Height;)
-            places[name] = place;
-        return places;
-    }
+    std::optional<ControlsOnDesktop> panel_;
 };
 
 unsigned Channel(unsigned color, int shift) { return color >> shift & 0xFF; }
@@ -69,11 +49,12 @@ TEST_F(PanelEndToEnd, ZoomButtonsShowMoreAndFewerPosts) {
     const Picture near = MapPicture();
     Picture map = near;
     PressTillChanged("cmdminus", map);
-    // A cell of two posts by two: the lower left quarter is all that was seen before, of
-    // which every other pixel is left.
+    // A cell of two posts by two: about the middle is all that was seen before, two posts
+    // from the left and from below, and every other pixel of it is left.
     for (int y = 0; y < Side / 2; ++y)
         for (int x = 0; x < Side / 2; ++x)
-            ASSERT_EQ(map.At(x, Side / 2 + y), near.At(2 * x, 2 * y)) << x << ", " << y;
+            ASSERT_EQ(map.At(Cell + x, Side / 2 - Cell + y), near.At(2 * x, 2 * y))
+                << x << ", " << y;
     PressTillChanged("cmdplus", map);
     EXPECT_TRUE(map == near);
     PressTillChanged("ZoomScroll", map, 0.0); // a page of five posts to the far side
@@ -90,8 +71,8 @@ TEST_F(PanelEndToEnd, GridAndTileSizeChangeTheWindow) {
     // The upper row and the right column have gone.
     ASSERT_TRUE(WaitFor([&] {
         const Picture now = desktop_.Look(Map);
-        return now.Width == width - Cell && now.Height >= Side - Cell &&
-               now.Part({0, 0, Side - Cell, Side - Cell}) ==
+        return now.Width == width - Cell && now.Height >= Strip + Side - Cell &&
+               now.Part({0, Strip, Side - Cell, Side - Cell}) ==
                    before.Part({0, Cell, Side - Cell, Side - Cell});
     }));
     Press("cmdZoomOut");
@@ -174,7 +155,7 @@ TEST_F(PanelEndToEnd, ATipIsShownWhileTheMapHasTheKeyboard) {
     constexpr unsigned tip = 0xFFF7A1; // 10614783
     ASSERT_TRUE(desktop_.Active(Map));
     EXPECT_EQ(desktop_.Screen().Count(tip), 0);
-    const Place load = places_.at("cmdLoadL0Elv");
+    const Place load = panel_->At("cmdLoadL0Elv");
     desktop_.HoverIn(Panel, load.Left + 10, load.Top + 10);
     EXPECT_TRUE(WaitFor([&] { return desktop_.Screen().Count(tip) > 500; }));
     EXPECT_TRUE(desktop_.Active(Map));

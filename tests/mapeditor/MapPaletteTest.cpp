@@ -138,6 +138,7 @@ TEST(PaletteFlash, ChangesUntilItsTicksAreOver) {
     EXPECT_EQ(Story(flash), "icicicic");
     EXPECT_EQ(Story(StartFlashing(9, 0xFFFFFF, 1, 1000)), "icc");
     EXPECT_EQ(StartFlashing(0, 0, 5, 100).FlashMax, 50);
+    EXPECT_EQ(StartFlashing(0, 0, 5, 1).FlashMax, 5000);
     EXPECT_EQ(Story(StartFlashing(0, 0, 5, 100)).size(), 52U);
     // The division is rounded: 1000 / 300 is 3, 1000 / 400 is 2, 1000 / 667 is 1.
     EXPECT_EQ(StartFlashing(0, 0, 5, 300).FlashMax, 15);

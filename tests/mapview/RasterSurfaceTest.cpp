@@ -32,6 +32,11 @@ protected:
     MemorySurface surface_{6};
 };
 
+TEST_F(OnRaster, ClearingTakesEveryPixel) {
+    surface_.Clear(0x112233);
+    EXPECT_EQ(Drawn(surface_), "pppppp\npppppp\npppppp\npppppp\npppppp\npppppp\n");
+}
+
 TEST_F(OnRaster, ColoursArePaintedBlueGreenRed) {
     surface_.Clear(0x00C08040);
     EXPECT_EQ(surface_.Pixels().Row(5)[5], 0xFF4080C0);

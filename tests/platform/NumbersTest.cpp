@@ -87,6 +87,14 @@ TEST(Numbers, ValOfAbsurdExponentsStaysDefined) {
     EXPECT_EQ(Val("-1e999"), -std::numeric_limits<double>::infinity());
     EXPECT_EQ(Val("1e-999"), 0);
     EXPECT_EQ(Val("9e99999999999999999999"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Val("9e-99999999999999999999"), 0);
+    // By their digits alone, or against their exponents.
+    const std::string zeros(400, '0');
+    EXPECT_EQ(Val("0." + zeros + "1"), 0);
+    EXPECT_EQ(Val("0." + zeros + "1e+20"), 0);
+    EXPECT_EQ(Val("-1" + zeros + "E-5"), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Val("00." + zeros + "1e800"), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Val("1" + zeros + "e-400"), 1);
 }
 
 TEST(Numbers, FormatsRoundHalfToEvenAndNeverShowMinusZero) {

@@ -191,6 +191,24 @@ TEST(WineRegistry, UndoesTheEscapes) {
     EXPECT_EQ(WineRegistryText(hive, "a", "n"), std::string("a\0", 2));
 }
 
+TEST(WineRegistry, KnowsWhereTheKindsOfLettersMeet) {
+    const auto letter = [](const std::string& escape) {
+        return WineRegistryText("[a] 1\n\"t\"=\"" + escape + "\"\n", "a", "t");
+    };
+    EXPECT_EQ(letter("\\x007f"), "\x7F");
+    EXPECT_EQ(letter("\\x0080"), "\xC2\x80");
+    EXPECT_EQ(letter("\\x07ff"), "\xDF\xBF");
+    EXPECT_EQ(letter("\\x0800"), "\xE0\xA0\x80");
+    EXPECT_EQ(letter("\\xffff"), "\xEF\xBF\xBF");
+    EXPECT_EQ(letter("\\xd800\\xdc00"), "\xF0\x90\x80\x80");
+    EXPECT_EQ(letter("\\xdbff\\xdfff"), "\xF4\x8F\xBF\xBF");
+    // Halves of a pair that stand alone, and what lies beside them.
+    EXPECT_EQ(letter("\\xdc00"), "\xEF\xBF\xBD");
+    EXPECT_EQ(letter("\\xd800\\xdbff"), "\xEF\xBF\xBD\xEF\xBF\xBD");
+    EXPECT_EQ(letter("\\xd800\\xe000"), "\xEF\xBF\xBD\xEE\x80\x80");
+    EXPECT_EQ(letter("\\xd7ff"), "\xED\x9F\xBF");
+}
+
 TEST(WineRegistry, ReadsAStringStoredWithoutItsEnd) {
     EXPECT_EQ(WineRegistryText(Hive, Key, "Raw"), "D\xC3\xA9 \xF0\x9F\x98\x80");
 }

@@ -79,6 +79,30 @@ TEST(StagedFile, RightsAreKeptAndALinkIsFollowed) {
     EXPECT_EQ(status.st_mode & 0777, 0640U);
 }
 
+TEST(StagedFile, RightsThatWritingTakesAwayAreGivenBack) {
+    const TestFolder folder;
+    const std::string path = folder.Write("file", "old");
+    ASSERT_EQ(chmod(path.c_str(), 02755), 0);
+    StagedFile file(path);
+    file.WriteText("new");
+    file.Commit();
+    struct stat status {};
+    ASSERT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 02755U);
+}
+
+TEST(StagedFile, ANewFileHasTheRightsThatTheUserGivesToNewFiles) {
+    const TestFolder folder;
+    const mode_t old = umask(0);
+    StagedFile file(folder.File("file"));
+    umask(old);
+    file.WriteText("new");
+    file.Commit();
+    struct stat status {};
+    ASSERT_EQ(stat(folder.File("file").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0666U);
+}
+
 TEST(StagedFile, AStagedFileOfAnEarlierRunIsReplaced) {
     const TestFolder folder;
     folder.Write("ax", "left over");

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <iconv.h>
 
 namespace vardenix {
 namespace {
@@ -26,6 +27,27 @@ TEST(Windows1252, EveryByteSurvivesBothWays) {
 
 TEST(Windows1252, LettersBecomeUtf8) {
     EXPECT_EQ(Utf8FromBytes("a\xE9\x80\x9F"), "a\xC3\xA9\xE2\x82\xAC\xC5\xB8");
+}
+
+// The system's own table of it, which has no letter for five bytes.
+TEST(Windows1252, EveryLetterIsTheOneThatTheSystemKnows) {
+    const iconv_t table = iconv_open("UTF-8", "WINDOWS-1252");
+    ASSERT_NE(table, reinterpret_cast<iconv_t>(-1));
+    int unknown = 0;
+    for (int i = 1; i < 256; ++i) {
+        char letter = static_cast<char>(i);
+        char utf8[8] = {};
+        char* in = &letter;
+        char* out = utf8;
+        size_t inLeft = 1;
+        size_t outLeft = sizeof utf8 - 1;
+        if (iconv(table, &in, &inLeft, &out, &outLeft) == 0)
+            EXPECT_EQ(Utf8FromBytes(std::string(1, static_cast<char>(i))), utf8) << i;
+        else
+            ++unknown;
+    }
+    iconv_close(table);
+    EXPECT_EQ(unknown, 5);
 }
 
 TEST(Windows1252, LettersBesideTheTableHaveNoByte) {

@@ -85,6 +85,11 @@ TEST_F(Transactions, ReachOverFoldersAndMakeNewFiles) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder_.File("texture")), {}), 1);
 }
 
+TEST_F(Transactions, OfNoFileDoNothing) {
+    Transaction nothing;
+    EXPECT_NO_THROW(nothing.Commit());
+}
+
 TEST_F(Transactions, RefuseTheSameFileTwice) {
     Transaction files;
     files.Stage(pathL_);

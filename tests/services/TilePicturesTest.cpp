@@ -99,7 +99,8 @@ TEST(TilePictures, PaintsWhatLoadingAndStretchingWouldPaint) {
             }
         }
     }
-    EXPECT_EQ(pictures.Decodes(), 8u);
+    // Two of blocks, to six sizes, and two others; by day and by night.
+    EXPECT_EQ(pictures.Decodes(), 2u * (2 * 6 + 2));
 }
 
 TEST(TilePictures, NightPicturesReplaceTheDayOnlyWhereTheyAreBright) {
@@ -117,7 +118,8 @@ TEST(TilePictures, NightPicturesReplaceTheDayOnlyWhereTheyAreBright) {
 TEST(TilePictures, DecodesEachPictureOnce) {
     const TestFolder folder;
     TilePictures pictures;
-    const auto id = pictures.IdOf(folder.Write("a.dds", Tile(16, 0)), Dds, TileUse::Day);
+    const auto id = pictures.IdOf(folder.Write("a.dds", BlockTile(16, 16, "DXT3")), Dds,
+                                  TileUse::Day);
     EXPECT_EQ(pictures.IdOf(folder.File("a.dds"), Dds, TileUse::Day), id);
     EXPECT_NE(pictures.IdOf(folder.File("a.dds"), Dds, TileUse::Night), id);
     EXPECT_NE(pictures.IdOf(folder.File("a.dds"), PictureFormat::Jpeg, TileUse::Day), id);
@@ -129,6 +131,68 @@ TEST(TilePictures, DecodesEachPictureOnce) {
     }
     EXPECT_EQ(pictures.Decodes(), 1u);
     EXPECT_EQ(pictures.MemoryInUse(), 4u * (16 * 16 + 6 * 6 + 7 * 7 + 50 * 50));
+}
+
+TEST(TilePictures, UnpacksBlocksOnceForEachSize) {
+    const TestFolder folder;
+    TilePictures pictures;
+    const auto id = pictures.IdOf(folder.Write("a.dds", Tile(16, 0)), Dds, TileUse::Day);
+    Raster raster(100, 100);
+    for (int repaint = 0; repaint < 3; ++repaint) {
+        pictures.BeginRepaint();
+        for (const int side : {6, 7, 6, 50})
+            EXPECT_TRUE(PaintCell(pictures, id, raster, side));
+    }
+    EXPECT_EQ(pictures.Decodes(), 3u);
+    EXPECT_EQ(pictures.MemoryInUse(), 4u * (6 * 6 + 7 * 7 + 50 * 50));
+}
+
+// By day and by night, blocks and others, missing and broken ones.
+TEST(TilePictures, PreparedPicturesPaintWhatOthersDo) {
+    const TestFolder folder;
+    for (const size_t bound : {size_t{1} << 20, size_t{9000}, size_t{0}}) {
+        TilePictures prepared(bound);
+        TilePictures others(bound);
+        for (const auto use : {TileUse::Day, TileUse::Night}) {
+            std::vector<std::string> paths{
+                folder.File("missing.dds"), folder.Write("broken.dds", "broken"),
+                folder.Write("dxt5.dds", BlockTile(16, 16, "DXT5"))};
+            for (int tile = 0; tile < 70; ++tile)
+                paths.push_back(
+                    folder.Write(std::to_string(tile) + ".dds", Tile(21, tile * 20)));
+            std::vector<TilePictureId> ids;
+            for (const std::string& path : paths)
+                ids.push_back(prepared.IdOf(path, Dds, use));
+            prepared.BeginRepaint();
+            prepared.Prepare(ids, 9);
+            EXPECT_LE(prepared.MemoryInUse(), bound);
+            const uint64_t decodes = prepared.Decodes();
+            for (size_t i = 0; i < paths.size(); ++i) {
+                Raster one(9, 9, Ground);
+                Raster other(9, 9, Ground);
+                const bool painted = PaintCell(prepared, ids[i], one, 9);
+                EXPECT_EQ(painted,
+                          PaintCell(others, others.IdOf(paths[i], Dds, use), other, 9));
+                EXPECT_EQ(painted, i > 1);
+                ASSERT_EQ(PixelsOf(one), PixelsOf(other)) << paths[i];
+            }
+            if (bound > 100000) {
+                EXPECT_EQ(prepared.Decodes(), decodes + 1); // the one without blocks
+            }
+        }
+    }
+}
+
+TEST(TilePictures, PreparingEndsWhenItIsTold) {
+    const TestFolder folder;
+    TilePictures pictures;
+    const auto ids = TilesOf(pictures, folder, 20, 16);
+    pictures.BeginRepaint();
+    pictures.Prepare(ids, 8, [] { return true; });
+    EXPECT_LT(pictures.Decodes(), 20u);
+    Raster raster(8, 8);
+    for (const auto id : ids)
+        EXPECT_TRUE(PaintCell(pictures, id, raster, 8));
 }
 
 TEST(TilePictures, SeesAChangedFileAtTheNextRepaint) {
@@ -157,7 +221,7 @@ TEST(TilePictures, SeesAChangedFileAtTheNextRepaint) {
     EXPECT_TRUE(PaintCell(pictures, id, raster, 1));
     EXPECT_EQ(raster.Row(0)[0], 0xFF000000u);
     EXPECT_EQ(pictures.Decodes(), 3u);
-    EXPECT_EQ(pictures.MemoryInUse(), 4u * (4 * 4 + 1));
+    EXPECT_EQ(pictures.MemoryInUse(), 4u);
 }
 
 TEST(TilePictures, HasNoPictureForAMissingOrBrokenFile) {

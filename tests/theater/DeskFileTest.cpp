@@ -15,43 +15,30 @@ TEST(DeskFile, NothingIsRememberedWithoutTheFile) {
     const TestFolder folder;
     const Desk desk = ReadDesk(folder.Path() + "/");
     EXPECT_TRUE(desk.Recent.empty());
-    EXPECT_FALSE(desk.OneWindow);
-    EXPECT_EQ(desk.Layout, "");
     EXPECT_EQ(folder.Names(), "");
 }
 
 TEST(DeskFile, HoldsWhatWasWritten) {
     const TestFolder folder;
-    std::string layout;
-    for (int i = 0; i < 2000; ++i)
-        layout += static_cast<char>(i * 7);
     const std::vector<std::string> recent{"/a b/Nor\xC3\xB0urland", " /blank first",
                                           "'q'", "/50%;[x]=y"};
-    WriteDesk(folder.Path() + "/", {recent, true, layout});
+    WriteDesk(folder.Path() + "/", {recent});
     EXPECT_EQ(folder.Names(), "Desk.ini");
     const Desk desk = ReadDesk(folder.Path() + "/");
     EXPECT_EQ(desk.Recent, recent);
-    EXPECT_TRUE(desk.OneWindow);
-    EXPECT_EQ(desk.Layout, layout);
 }
 
 TEST(DeskFile, IsAPlainProfileFile) {
-    EXPECT_EQ(DeskText({{"/new", "/old"}, false, "\x01\xAB"}),
-              "[RECENT]\r\nTHEATER1=/new\r\nTHEATER2=/old\r\n"
-              "[WINDOWS]\r\nONE_WINDOW=0\r\nLAYOUT1=01AB\r\n");
+    EXPECT_EQ(DeskText({{"/new", "/old"}}),
+              "[RECENT]\r\nTHEATER1=/new\r\nTHEATER2=/old\r\n");
 }
 
 TEST(DeskFile, OneThatIsBrokenRemembersWhatCanBeRead) {
     const TestFolder folder;
     folder.Write("Desk.ini",
-                 "[RECENT]\nTHEATER1=\nTHEATER2=/x\nTHEATER3=/x\nTHEATER12=/far\n"
-                 "[WINDOWS]\nONE_WINDOW=yes\nLAYOUT1=0G\n");
+                 "[RECENT]\nTHEATER1=\nTHEATER2=/x\nTHEATER3=/x\nTHEATER12=/far\n");
     const Desk desk = ReadDesk(folder.Path() + "/");
     EXPECT_EQ(desk.Recent, std::vector<std::string>{"/x"});
-    EXPECT_FALSE(desk.OneWindow);
-    EXPECT_EQ(desk.Layout, "");
-    folder.Write("Desk.ini", "[WINDOWS]\nLAYOUT1=012\n");
-    EXPECT_EQ(ReadDesk(folder.Path() + "/").Layout, "");
 }
 
 TEST(DeskFile, AFolderInItsPlaceIsNotAbsence) {

@@ -2,6 +2,7 @@
 
 #include "bineditor/windows/BinList.h"
 #include "bineditor/windows/TileSlots.h"
+#include "services/Dxt1Writer.h"
 #include "support/FakePlatform.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
@@ -100,6 +101,16 @@ protected:
         for (int32_t set = 1; set <= state_.Catalogue.Bin.NumSets; ++set)
             text += std::to_string(state_.Catalogue.Bin.Sets[size_t(set)].Terrain);
         return text;
+    }
+
+    // As the toolkit hands it over; false when it is not wanted there.
+    static bool Drop(const QMimeData& data, QWidget& onto) {
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(&onto, &enter);
+        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&onto, &event);
+        return enter.isAccepted();
     }
 
     tests::TestFolder folder_;
@@ -295,6 +306,34 @@ TEST_F(FrmBINTileEditTest, ThePaletteIsEmptyAndItsTipIsCopied) {
     EXPECT_EQ(palette.toolTip(), "Copied to clipboard");
 }
 
+TEST_F(FrmBINTileEditTest, EscBetweenTwoPicturesLeavesEverythingAsItWas) {
+    std::filesystem::create_directory(folder_.File("Temp"));
+    state_.Folders.TempFolder = folder_.File("Temp/");
+    const auto picture = Dxt1File(std::vector<uint8_t>(8 * 8 * 4, 200), 8, 8, {});
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const char* name : {"1.dds", "2.dds", "3.dds"})
+        urls.append(QUrl::fromLocalFile(QString::fromStdString(
+            folder_.Write(name, std::string(picture.begin(), picture.end())))));
+    data.setUrls(urls);
+    // Seen when the intake lets events through.
+    QCoreApplication::postEvent(
+        window_.get(), new QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier));
+    EXPECT_TRUE(Drop(data, *window_));
+    EXPECT_EQ(Sets(), "149");
+    EXPECT_EQ(verbs_.Story, "");
+    EXPECT_EQ(window_->windowTitle(), "BIN Editor v3.0.1");
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.File("dds")));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.File("Temp")));
+    EXPECT_TRUE(Enabled("cmdAppendSet"));
+    EXPECT_FALSE(Shown("PB5"));
+
+    Drop(data, *window_); // the next one goes its way
+    EXPECT_EQ(Sets(), "1149");
+    EXPECT_EQ(Name(), "H1.PCX");
+    EXPECT_EQ(window_->windowTitle(), "*BIN Editor v3.0.1");
+}
+
 TEST_F(FrmBINTileEditTest, AFileDroppedOnTheWindowBecomesASetAndIsChecked) {
     QMimeData data;
     data.setUrls(
@@ -302,18 +341,10 @@ TEST_F(FrmBINTileEditTest, AFileDroppedOnTheWindowBecomesASetAndIsChecked) {
     platform_.Dialogs.ExpectBox(
         "Error", "The image a.tga you tried to load doesn't seem to be a valid image",
         BoxAnswer::Ok);
-    const auto drop = [&](QWidget& onto) {
-        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton,
-                              Qt::NoModifier);
-        QApplication::sendEvent(&onto, &enter);
-        EXPECT_TRUE(enter.isAccepted());
-        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&onto, &event);
-    };
-    drop(*window_);
+    EXPECT_TRUE(Drop(data, *window_));
     platform_.Dialogs.ExpectBox("", "Invalid extension for pcx or dds image",
                                 BoxAnswer::Ok);
-    drop(Find<TileSlots>(*window_, "PicTiles").At(3));
+    EXPECT_TRUE(Drop(data, Find<TileSlots>(*window_, "PicTiles").At(3)));
     EXPECT_EQ(Find<TileSlots>(*window_, "PicTiles").Highlighted(), 3);
 }
 

@@ -40,7 +40,7 @@ TEST_F(FrmVXMainTest, TheMenusStandInTheirOrder) {
                   "Heights|Ctrl+4", "Segments|Ctrl+5", "Night colors|Ctrl+6",
                   "MAP color|Ctrl+7", "-", "Main window|F5", "Theater preview|F6",
                   "Search results|F7", "Tile palette|F8", "Features|F9", "-",
-                  "One window", "Bring all to front"}));
+                  "Bring all to front"}));
 }
 
 TEST_F(FrmVXMainTest, AnEntryPressesTheControlThatItStandsFor) {
@@ -90,8 +90,6 @@ TEST_F(FrmVXMainTest, EveryLayerAndWindowHasAKey) {
     EXPECT_EQ(press(Qt::Key_F8, Qt::NoModifier),
               (shown ? "hide " : "show ") +
                   std::to_string(static_cast<int>(PanelVerb::ShowTile)) + " ");
-    EXPECT_EQ(press(Qt::Key_F11, Qt::NoModifier), "one window 1 ");
-    EXPECT_EQ(press(Qt::Key_F11, Qt::NoModifier), "one window 0 ");
 }
 
 TEST_F(FrmVXMainTest, EntriesLookLikeTheirControlsWhenTheMenuComes) {
@@ -107,9 +105,6 @@ TEST_F(FrmVXMainTest, EntriesLookLikeTheirControlsWhenTheMenuComes) {
     PullDown(Find<QMenu>("mnuView"));
     EXPECT_TRUE(Find<QAction>("mnuShowGrid").isChecked());
     EXPECT_FALSE(Find<QAction>("mnuShowHeights").isChecked());
-    commands_.AsOneWindow = true;
-    PullDown(Find<QMenu>("mnuView"));
-    EXPECT_TRUE(Find<QAction>("mnuOneWindow").isChecked());
 }
 
 TEST_F(FrmVXMainTest, RecentTheatersAreListedWhenTheMenuComes) {
@@ -132,8 +127,7 @@ TEST_F(FrmVXMainTest, RecentTheatersAreListedWhenTheMenuComes) {
 TEST_F(FrmVXMainTest, KeysOfALockedPanelDoNothing) {
     Show();
     window_.LockPanel(true);
-    for (const char* entry :
-         {"mnuOpenTheater", "mnuOneWindow", "mnuSaveAs", "mnuUndo", "mnusearchTiles"})
+    for (const char* entry : {"mnuOpenTheater", "mnuSaveAs", "mnuUndo", "mnusearchTiles"})
         EXPECT_EQ(StoryOfMenu(entry), "") << entry;
     window_.LockPanel(false);
 }

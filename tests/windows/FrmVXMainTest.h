@@ -28,6 +28,12 @@ public:
         Story += "scroll " + std::to_string(x) + "," + std::to_string(y) + " ";
     }
     void PositionChanged() override {}
+    ViewPosition Placed; // no part of the story
+    void PlaceView(int x, int y) override { Placed = {x, y}; }
+    void Tell(const std::string&) override {}
+    void SelectionChanged() override {}
+    void L2AsSaved() override {}
+    void L0AsSaved() override {}
     void L2NeedSave() override {}
     void L0NeedSave() override {}
     void ShowWorkspace() override {}
@@ -61,14 +67,8 @@ public:
         Tell("screenshot", filterIndex);
     }
     std::vector<std::string> Recent;
-    bool AsOneWindow = false;
     std::vector<std::string> RecentTheaters() override { return Recent; }
     void OpenRecent(const std::string& folder) override { story_ += folder + " "; }
-    bool IsOneWindow() const override { return AsOneWindow; }
-    void SetOneWindow(bool on) override {
-        AsOneWindow = on;
-        Tell("one window", on);
-    }
     void ShowHeightColors() override { story_ += "heights "; }
     void ShowAreasPathsOptions() override { story_ += "areas "; }
     void ShowAbout() override { story_ += "about "; }

@@ -402,6 +402,30 @@ TEST(QtDialogsFont, KeepsWhatTheDialogDoesNotAsk) {
     ExpectCancelled([&current] { QtDialogs().Font(current); });
 }
 
+// Settings come from machines with other fonts and go back there.
+TEST(QtDialogsFont, AFontThatIsNotThereKeepsItsNameUntilAnotherIsChosen) {
+    const FontChoice current{.Name = "Absent Grotesque", .Size = 9.25F};
+    WhenModal<QFontDialog>([](QFontDialog& dialog) {
+        auto* strikeout = dialog.findChild<QCheckBox*>();
+        ASSERT_NE(strikeout, nullptr);
+        strikeout->click(); // the first of the effects
+        dialog.accept();
+    });
+    const FontChoice same = QtDialogs().Font(current);
+    EXPECT_EQ(same.Name, "Absent Grotesque");
+    EXPECT_EQ(same.Size, 9.25F);
+    EXPECT_TRUE(same.Strikethrough);
+    WhenModal<QFontDialog>([](QFontDialog& dialog) {
+        QFont font = dialog.currentFont();
+        font.setFamily("Liberation Serif");
+        dialog.setCurrentFont(font);
+        dialog.accept();
+    });
+    EXPECT_EQ(QtDialogs().Font(current).Name, "Liberation Serif");
+    WhenModal<QFontDialog>([](QFontDialog& dialog) { dialog.accept(); });
+    EXPECT_EQ(QtDialogs().FontAndColor(current).Name, "Absent Grotesque");
+}
+
 TEST(QtDialogsFont, AsksForTheColorWhereItIsWanted) {
     const FontChoice current{.Name = "Liberation Sans", .Size = 12, .Color = 0x8000FF};
     WhenModal<QFontDialog>([](QFontDialog& dialog) {

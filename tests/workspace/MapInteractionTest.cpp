@@ -67,6 +67,15 @@ TEST(PostUnderCursor, ACellBelowAPixelCountsAsOne) {
     EXPECT_EQ(PostUnderCursor(View(2, 16, 20), 5, 31), Post(5, 9));
 }
 
+TEST(OnElevations, FirstAndLastQuartersAreIn) {
+    Terrain terrain;
+    terrain.Elevations.EMapWidth = 64;
+    EXPECT_TRUE(OnElevations(Post(1, 1), terrain));
+    EXPECT_TRUE(OnElevations(Post(64, 64), terrain));
+    for (const CursorPost outside : {Post(0, 1), Post(1, 0), Post(65, 1), Post(1, 65)})
+        EXPECT_FALSE(OnElevations(outside, terrain));
+}
+
 TEST(ElevationUnderCursor, CountsQuartersOfACellFromOne) {
     MapView view = View(5, 128, 1);
     EXPECT_EQ(ElevationUnderCursor(view, 0, 640), Post(1, 1));
@@ -184,14 +193,14 @@ TEST_F(ElevationReadOutTest, BeyondTheEdgeThereIsNoHeight) {
 
 TEST(PointerFor, AWaitedForCornerComesBeforeTheBrush) {
     MapInteraction interaction;
-    EXPECT_EQ(PointerFor(interaction), MapPointer::Default);
+    EXPECT_EQ(PointerFor(interaction, MapView()), MapPointer::Default);
     interaction.SelectedTile = 0;
-    EXPECT_EQ(PointerFor(interaction), MapPointer::Brush);
+    EXPECT_EQ(PointerFor(interaction, MapView()), MapPointer::Brush);
     for (bool MapInteraction::*wait :
          {&MapInteraction::WaitExportCorner1, &MapInteraction::WaitExportCorner2,
           &MapInteraction::WaitImportCorner}) {
         interaction.*wait = true;
-        EXPECT_EQ(PointerFor(interaction), MapPointer::Cross);
+        EXPECT_EQ(PointerFor(interaction, MapView()), MapPointer::Cross);
         interaction.*wait = false;
     }
     EXPECT_EQ(static_cast<int>(MapPointer::Brush), 99);

@@ -79,9 +79,17 @@ TEST_F(RegionExchangeTest, TheExportsBarKeepsItsSum) {
 
 TEST_F(RegionExchangeTest, ACornerOutsideTheTerrainIsRefused) {
     tests::Spill(path_, "old");
-    for (const RegionCorners& corners :
-         {RegionCorners{-1, 0, 1, 1}, {0, -1, 1, 1}, {0, 0, 16, 1}, {0, 0, 1, 16}})
+    for (const RegionCorners& corners : {RegionCorners{-1, 0, 1, 1},
+                                         {0, -1, 1, 1},
+                                         {0, 0, 16, 1},
+                                         {0, 0, 1, 16},
+                                         {0, 0, 1, 99}})
         EXPECT_THROW(Exported(Numbered(16), corners), RuntimeError);
+    try {
+        Exported(Numbered(16), {3, 99, 0, 1});
+    } catch (const RuntimeError& error) {
+        EXPECT_EQ(error.Detail(), "posts 0, 1 to 3, 99 of 0 to 15");
+    }
     EXPECT_EQ(tests::Slurp(path_), "old");
 }
 

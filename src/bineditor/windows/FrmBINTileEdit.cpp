@@ -76,6 +76,8 @@ void FrmBINTileEdit::DressControls() {
         ui_->ComboSetType->addItem(
             TextOf(TerrainName(static_cast<uint8_t>(TerrainFromIndex(index)))));
     ui_->PB5->hide();
+    // The line at the bottom keeps its height when bar or button come up in it.
+    ui_->lblStatus->setMinimumHeight(ui_->cmdSaveBoth->sizeHint().height());
     ui_->cmdSaveBoth->hide();
     // FraMoveSet takes no more room than FraActions.
     ui_->stack->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);

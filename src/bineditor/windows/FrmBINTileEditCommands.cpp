@@ -57,6 +57,11 @@ void FrmBINTileEdit::ConnectButtons() {
     ui_->cmdSaveBIN->setShortcut(QKeySequence("Ctrl+S"));
     ui_->cmdSaveBoth->setShortcut(QKeySequence("Ctrl+Shift+S"));
     ui_->cmdDocs->setShortcut(QKeySequence("F1"));
+    // Captions whose first letter another one has already.
+    ui_->cmdAppendTile->setShortcut(QKeySequence("Alt+R"));
+    ui_->cmdDeleteTile->setShortcut(QKeySequence("Alt+L"));
+    ui_->cmdDeleteUnusedDDS->setShortcut(QKeySequence("Alt+U"));
+    ui_->cmdOpenTerrain->setShortcut(QKeySequence("Alt+V"));
 }
 
 void FrmBINTileEdit::ConnectMove() {

@@ -100,6 +100,10 @@ void FrmVXRebiuldTheater::Form_Load() {
     pb2_ = {0, 100};
     ShowBars();
     ShowMaster();
+    // As high as its texts are; the toolkit would take no more than two thirds of the
+    // screen and cut them.
+    const int width = sizeHint().width();
+    resize(width, heightForWidth(width));
 }
 
 void FrmVXRebiuldTheater::cmdStart_Click() {
@@ -128,13 +132,14 @@ void FrmVXRebiuldTheater::Run(const std::function<RebuildReport()>& work) {
         report = work();
     } catch (const RuntimeError& error) {
         if (error.Number() != ErrorNumber::Cancelled) {
-            SetStatus("Failed. No file has changed.");
+            SetStatus(canStop_ ? "Failed. No file has changed." : "Failed.");
             throw;
         }
         SetStatus("Stopped. No file has changed.");
         return;
     }
-    platform_.Dialogs.Notice(TextOfReport(report), Title, BoxIcon::Information);
+    if (!state_.Exiting)
+        platform_.Dialogs.Notice(TextOfReport(report), Title, BoxIcon::Information);
 }
 
 // The run reads level 2 from the disk, so what is not there would be gone.
@@ -189,7 +194,7 @@ void FrmVXRebiuldTheater::Lock(bool locked) {
 }
 
 void FrmVXRebiuldTheater::AskWhetherToStop() {
-    if (!canStop_ || asking_ || stop_)
+    if (!canStop_ || asking_ || StopWanted())
         return;
     asking_ = true;
     stop_ = platform_.Dialogs.MessageBox(StopQuestion, Title, BoxIcon::Question,

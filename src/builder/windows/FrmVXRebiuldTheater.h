@@ -75,7 +75,7 @@ private:
                      int32_t farSize) override;
     void BeginTakingPlaces() override;
     void LetEventsThrough() override;
-    bool StopWanted() override { return stop_; }
+    bool StopWanted() override { return stop_ || state_.Exiting; }
     int64_t Seconds() override;
 
     ProgramState& state_;

@@ -2,6 +2,7 @@
 
 #include "platform/KeyFilters.h"
 
+#include <QFocusEvent>
 #include <QValidator>
 
 #include <algorithm>
@@ -41,8 +42,12 @@ void NumberBox::TakeKeys(std::function<bool(char32_t)> takes, int maxLength) {
 
 void NumberBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    // The press of the mouse that gave the focus would take the selection away again.
-    QMetaObject::invokeMethod(this, "selectAll", Qt::QueuedConnection);
+    // The press of the mouse that gave the focus would take the selection away again; a
+    // key that follows Tab at once must not be typed before it.
+    if (event->reason() == Qt::MouseFocusReason)
+        QMetaObject::invokeMethod(this, "selectAll", Qt::QueuedConnection);
+    else
+        selectAll();
 }
 
 } // namespace vardenix

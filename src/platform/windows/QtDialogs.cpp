@@ -180,14 +180,24 @@ QFont FontOf(const FontChoice& choice) {
     return font;
 }
 
-FontChoice ChoiceOf(const QFont& font, uint32_t color) {
-    return {.Name = font.family().toStdString(),
-            .Size = static_cast<float>(font.pointSizeF()),
-            .Bold = font.bold(),
-            .Italic = font.italic(),
-            .Strikethrough = font.strikeOut(),
-            .Underline = font.underline(),
-            .Color = color};
+// Shows the dialog. What the user leaves as it is shown stays as it was, also where the
+// toolkit shows something else: the name of a font that this machine does not have, a
+// size that it has not.
+FontChoice ChosenFont(QFontDialog& dialog, const FontChoice& current) {
+    const QFont shown = dialog.currentFont();
+    if (dialog.exec() != QDialog::Accepted)
+        Cancel();
+    const QFont font = dialog.selectedFont();
+    FontChoice choice = current;
+    if (font.family() != shown.family())
+        choice.Name = font.family().toStdString();
+    if (font.pointSizeF() != shown.pointSizeF())
+        choice.Size = static_cast<float>(font.pointSizeF());
+    choice.Bold = font.bold();
+    choice.Italic = font.italic();
+    choice.Strikethrough = font.strikeOut();
+    choice.Underline = font.underline();
+    return choice;
 }
 
 // Below the boxes for strikeout and underline.
@@ -327,12 +337,8 @@ uint32_t QtDialogs::Color(uint32_t current) {
 }
 
 FontChoice QtDialogs::Font(const FontChoice& current) {
-    bool chosen = false;
-    const QFont font =
-        QFontDialog::getFont(&chosen, FontOf(current), QApplication::activeWindow());
-    if (!chosen)
-        Cancel();
-    return ChoiceOf(font, current.Color);
+    QFontDialog dialog(FontOf(current), QApplication::activeWindow());
+    return ChosenFont(dialog, current);
 }
 
 FontChoice QtDialogs::FontAndColor(const FontChoice& current) {
@@ -349,9 +355,9 @@ FontChoice QtDialogs::FontAndColor(const FontChoice& current) {
             button->SetColor(ValueOf(color));
     });
     AddToEffects(dialog, *button);
-    if (dialog.exec() != QDialog::Accepted)
-        Cancel();
-    return ChoiceOf(dialog.selectedFont(), button->Color());
+    FontChoice choice = ChosenFont(dialog, current);
+    choice.Color = button->Color();
+    return choice;
 }
 
 } // namespace vardenix

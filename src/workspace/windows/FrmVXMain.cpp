@@ -5,6 +5,7 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "ui_FrmVXMain.h"
+#include "workspace/ZoomAndDrag.h"
 #include "workspace/windows/Actions.h"
 
 #include <QCloseEvent>
@@ -110,6 +111,11 @@ QSize FrmVXMain::sizeHint() const {
     return {hint.width(), std::min(hint.height(), room)};
 }
 
+void FrmVXMain::SetRestoreTip(const std::string& text) {
+    ui_->Command4->setToolTip(
+        QString::fromStdString(text).toHtmlEscaped().replace('\n', "<br>"));
+}
+
 void FrmVXMain::Form_Load(const std::string& mapTitle) {
     titles_ = DirtyTitles(mapTitle);
     view_.MapAlpha = InitialMapAlpha;
@@ -155,7 +161,10 @@ void FrmVXMain::ShowSettings() {
 }
 
 void FrmVXMain::ShowCaptions() {
-    ui_->Label1->setText(QString::number(ui_->ZoomScroll->value()));
+    const int32_t zoom = ui_->ZoomScroll->value();
+    ui_->Label1->setText(QString::number(zoom));
+    ui_->lblZoomUnit->setText(zoom == 1 ? tr("post a cell") : tr("posts a cell"));
+    ui_->ZoomScroll->setToolTip(QString::fromStdString(ZoomWords(zoom)));
     ui_->Label2->setText(QString::fromStdString(GridCaption(view_)));
     ui_->lblTrans->setText(QString::number(ui_->sldrTrans->value()));
     ui_->lblBrightness->setText(QString::number(ui_->sldrBrightness->value()));

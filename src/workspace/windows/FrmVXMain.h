@@ -41,6 +41,8 @@ public:
     // Everything as at the start of the work on a theater: controls from the settings,
     // no flags, level 2 edited. `mapTitle` is the caption of FrmVXMap.
     void Form_Load(const std::string& mapTitle);
+    // The tool tip of the button that restores.
+    void SetRestoreTip(const std::string& text);
     // Controls and their colours from the settings, without any effect.
     void ShowSettings();
 
@@ -70,6 +72,8 @@ public:
     enum class Hint { None, Export, Import };
     void ShowHint(Hint hint);
 
+    // ZoomPosts with its slider and caption; nothing is laid out or painted.
+    void SetZoom(int16_t zoomPosts);
     // LabelX and LabelY follow the view.
     void PositionChanged();
     // The box of a window, without showing or hiding that.

@@ -22,7 +22,7 @@ struct VerbControl {
 };
 
 // Of each verb, the control that is enabled when it can be done.
-constexpr std::array<VerbControl, 25> VerbControls{{
+constexpr std::array<VerbControl, 24> VerbControls{{
     {PanelVerb::OpenBIN, "cmdOpenBIN"},
     {PanelVerb::OpenMap, "cmdOpenMap"},
     {PanelVerb::Import, "CmdImport"},
@@ -41,7 +41,6 @@ constexpr std::array<VerbControl, 25> VerbControls{{
     {PanelVerb::RebuildTheater, "mnuRebuildTheater"},
     {PanelVerb::SaveScreenshot, "mnuSaveScreeshot"},
     {PanelVerb::OpenTheater, "mnuOpenTheater"},
-    {PanelVerb::OneWindow, "mnuOneWindow"},
     {PanelVerb::BringAllToFront, "mnuBringAll"},
     {PanelVerb::ShowMain, "chkShowMain"},
     {PanelVerb::ShowResults, "chkShowResults"},
@@ -72,7 +71,6 @@ void FrmVXMain::ConnectCommands() {
         case PanelVerb::SaveTheater:
         case PanelVerb::EditL0Elv:
         case PanelVerb::SaveScreenshot:
-        case PanelVerb::OneWindow:
             break; // these say more than the verb
         default:
             if (row.Verb < PanelVerb::ShowMain)
@@ -110,13 +108,6 @@ void FrmVXMain::ConnectMenus() {
     OnSignal(ui_->mnuFile, &QMenu::aboutToShow, this, [this] {
         ui_->mnuRecent->setEnabled(commands_.Can(PanelVerb::OpenTheater) &&
                                    !commands_.RecentTheaters().empty());
-    });
-    OnSignal(ui_->mnuView, &QMenu::aboutToShow, this,
-             [this] { ui_->mnuOneWindow->setChecked(commands_.IsOneWindow()); });
-    OnSignal(ui_->mnuOneWindow, &QAction::triggered, this, [this] {
-        if (isEnabled())
-            commands_.SetOneWindow(!commands_.IsOneWindow());
-        ui_->mnuOneWindow->setChecked(commands_.IsOneWindow());
     });
     // Without an action.
     ui_->mnumkTHR->setEnabled(false);

@@ -86,13 +86,17 @@ void FrmVXTilePal::Refresh_Pal(int32_t classCode) {
     }
     // Pictures that have changed since are read again.
     pictures_.BeginRepaint();
-    const TileLookup& lookup = state_.Catalogue.Lookup;
-    Build(TilesNamed(lookup, TilesOfClass(lookup, classCode),
-                     BytesFromUtf8(ui_->txtFilter->text().toStdString())));
+    Build(ShownTiles(classCode));
     // Another class is seen from its beginning.
     if (shownClass_ != classCode)
         ui_->VScroll->setValue(0);
     shownClass_ = classCode;
+}
+
+std::vector<int32_t> FrmVXTilePal::ShownTiles(int32_t classCode) const {
+    const TileLookup& lookup = state_.Catalogue.Lookup;
+    return TilesNamed(lookup, TilesOfClass(lookup, classCode),
+                      BytesFromUtf8(ui_->txtFilter->text().toStdString()));
 }
 
 void FrmVXTilePal::Command1_Click() {
@@ -117,6 +121,21 @@ void FrmVXTilePal::Build(const std::vector<int32_t>& tiles) {
     ShowSelectedTile();
 }
 
+void FrmVXTilePal::ShowTile(int32_t tile) {
+    const TileLookup& lookup = state_.Catalogue.Lookup;
+    const int32_t classCode = lookup.at(static_cast<size_t>(tile)).Terrain;
+    const std::string filter = BytesFromUtf8(ui_->txtFilter->text().toStdString());
+    if (TilesNamed(lookup, {tile}, filter).empty())
+        ui_->txtFilter->clear();
+    if (classCode != shownClass_)
+        Refresh_Pal(classCode);
+    Select(tile);
+    const std::vector<int32_t> tiles = ShownTiles(classCode);
+    const auto at = std::find(tiles.begin(), tiles.end(), tile) - tiles.begin();
+    const auto row = static_cast<int32_t>(at) / std::max(ui_->Frame1->Columns(), 1);
+    ui_->VScroll->setValue(ScrollToRow(row, ui_->VScroll->value(), WholeRows()));
+}
+
 void FrmVXTilePal::ShowSelectedTile() {
     const int32_t tile = interaction_.SelectedTile;
     ui_->Frame1->SetChosen(tile);
@@ -139,6 +158,7 @@ void FrmVXTilePal::Op2_Click(int32_t tile) {
 void FrmVXTilePal::Select(int32_t tile) {
     interaction_.SelectedTile = tile;
     ShowSelectedTile();
+    commands_.SelectionChanged();
 }
 
 void FrmVXTilePal::FrameResized() {

@@ -34,6 +34,8 @@ public:
     void Command1_Click();
     // No buttons, until the next of the above.
     void Clear();
+    // Chooses a tile that the catalogue has, with its class, scrolled to its button.
+    void ShowTile(int32_t tile);
     // Button and status bar follow MapInteraction::SelectedTile.
     void ShowSelectedTile();
 
@@ -45,6 +47,8 @@ protected:
 
 private:
     void DressControls();
+    // Of a class, those that the filter lets through.
+    std::vector<int32_t> ShownTiles(int32_t classCode) const;
     void Build(const std::vector<int32_t>& tiles);
     void VScroll_Change();
     void Op2_Click(int32_t tile);

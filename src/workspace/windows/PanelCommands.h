@@ -25,7 +25,6 @@ enum class PanelVerb {
     RebuildTheater,
     SaveScreenshot,
     OpenTheater,
-    OneWindow,
     BringAllToFront,
     // The windows that the panel's boxes show and hide.
     ShowMain,
@@ -61,9 +60,6 @@ public:
     // opened in place of this one.
     virtual std::vector<std::string> RecentTheaters() { return {}; }
     virtual void OpenRecent(const std::string& /*folder*/) {}
-    // All parts of the workspace in one window, or each in its own.
-    virtual bool IsOneWindow() const { return false; }
-    virtual void SetOneWindow(bool /*on*/) {}
 
     // Dialogs; they have ended when the call returns.
     virtual void ShowHeightColors() = 0;

@@ -85,6 +85,13 @@ TEST_F(FrmVXRebiuldTheaterTest, ShowsItsTextsAndFolders) {
     EXPECT_TRUE(Enabled("cmdStart"));
 }
 
+TEST_F(FrmVXRebiuldTheaterTest, IsHighEnoughForItsTexts) {
+    for (const char* name : {"lblWithThis", "lblWithThis2"}) {
+        const auto& label = Find<QLabel>(*window_, name);
+        EXPECT_GE(label.height(), label.heightForWidth(label.width())) << name;
+    }
+}
+
 TEST_F(FrmVXRebiuldTheaterTest, TheSizeTakesDigitsAlone) {
     auto& box = Find<QLineEdit>(*window_, "txtFarSize");
     box.clear();
@@ -152,6 +159,20 @@ TEST_F(FrmVXRebiuldTheaterTest, TheCloseBoxAsksTooAndNoGoesOn) {
     Click("cmdStart");
     EXPECT_EQ(Text("LblStatus"), "All done...");
     EXPECT_TRUE(window_->isVisible());
+}
+
+// The system ends the program, or somebody does: there is nobody to be asked.
+TEST_F(FrmVXRebiuldTheaterTest, TheEndOfTheProgramStopsARunWithoutAQuestion) {
+    const auto before = world_.Files();
+    window_->OnEvents = [&] {
+        state_.Exiting = true;
+        window_->close();
+    };
+    Click("chkMakeL3");
+    Click("cmdStart");
+    EXPECT_EQ(Text("LblStatus"), "Stopped. No file has changed.");
+    EXPECT_EQ(world_.Files() == before, true);
+    EXPECT_EQ(verbs_.Story, "");
 }
 
 TEST_F(FrmVXRebiuldTheaterTest, AnErrorIsReportedAndTheWindowCanBeUsedAgain) {

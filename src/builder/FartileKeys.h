@@ -1,0 +1,50 @@
+#pragma once
+
+#include "builder/FartileShape.h"
+#include "builder/TileFiles.h"
+#include "platform/Digest.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace vardenix {
+
+// What far tiles are known by: two with the same key have the same bytes by day and by
+// night. In the key are the level, the pictures that lie under the far tile, each in its
+// place, and all else that decides about the bytes: the size, and how this program and
+// its libraries make them.
+class FartileKeys {
+public:
+    explicit FartileKeys(const FartileShape& shape);
+
+    // `pictures` in the order of the record's serials.
+    Digest KeyOf(int32_t level, std::span<const TileDigests> pictures) const;
+
+private:
+    Digest making_;
+};
+
+// The digests of tile pictures, each file read once a run.
+class KnownPictures {
+public:
+    // Borrowed.
+    explicit KnownPictures(const TileFiles& files);
+
+    // Reads those of the tiles that were not read yet, several at a time. Errors and
+    // `stop` as SmallTiles::Require.
+    bool Require(const std::vector<int32_t>& tiles, const std::function<bool()>& stop,
+                 unsigned threads);
+    // Of one that was required.
+    const TileDigests& Of(int32_t tile) const {
+        return *digests_[static_cast<size_t>(tile)];
+    }
+
+private:
+    const TileFiles& files_;
+    std::vector<std::optional<TileDigests>> digests_; // by number
+};
+
+} // namespace vardenix
