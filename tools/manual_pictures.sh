@@ -98,7 +98,6 @@ click "$panel" 223 449 # Show Tile Palette
 up "$palette"
 xdotool windowsize "$(window_of "$palette")" 420 325
 sleep 0.5
-click "$palette" 210 20   # Refresh: six tiles a row
 click "$palette" 165 85 5 # the wheel, one row down
 click "$palette" 165 85   # the third of the first row
 picture FrmVXTilePal.png "$palette"
