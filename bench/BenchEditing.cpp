@@ -15,13 +15,16 @@ namespace vardenix {
 namespace {
 
 constexpr int FewPosts = 25;
+constexpr int ManyPosts = 40000;
 
 // The map with its window up, whose edits repaint it as in the program.
 class EditedMap {
 public:
     explicit EditedMap(int posts) {
         bench::NeedApplication();
-        bench::FillWorld(world_, posts == FewPosts ? bench::Near : bench::Middle);
+        bench::FillWorld(world_, posts == FewPosts    ? bench::Near
+                                 : posts == ManyPosts ? bench::Far
+                                                      : bench::Middle);
         if (posts == FewPosts)
             world_.View.GridCells = 5;
         state_.Starting = false;
@@ -45,6 +48,25 @@ public:
     }
 
     void ClickTheNextTile() { Click(next_ = (next_ + 1) % Brushes); }
+    void ShowEveryLayer() {
+        MapView& view = world_.View;
+        view.ShowGrid = view.ShowHeights = view.ShowSegments = view.ShowAreasPaths = true;
+        view.ApplyMAP = true;
+        view.Brightness = 10;
+        world_.Settings.HeightsFont.Name = "Liberation Sans";
+        window_->RefreshPicArray();
+    }
+    void BeginStroke() {
+        interaction_.SelectedTile = next_ = (next_ + 1) % Brushes;
+        Mouse(QEvent::MouseButtonPress, StrokeBegin, Qt::LeftButton);
+    }
+    // Some posts farther on, and what the window system would then ask for.
+    void GoOn(int step) {
+        Mouse(QEvent::MouseMove,
+              StrokeBegin + QPointF(step % 120 * 9.0, step / 120 * 9.0), Qt::NoButton);
+        QApplication::processEvents();
+    }
+    void EndStroke() { Mouse(QEvent::MouseButtonRelease, StrokeBegin, Qt::LeftButton); }
     void Undo() {
         undo_.Undo(false);
         Show();
@@ -56,6 +78,14 @@ public:
 
 private:
     static constexpr int Brushes = 8;
+    static constexpr QPointF StrokeBegin{100, 100};
+
+    void Mouse(QEvent::Type type, QPointF at, Qt::MouseButton button) {
+        QMouseEvent event(type, at, picShow_->mapToGlobal(at), button, Qt::LeftButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(picShow_, &event);
+        commands_.Story.clear();
+    }
 
     void Click(int tile) {
         interaction_.SelectedTile = tile;
@@ -90,6 +120,52 @@ void ClickToPainted(benchmark::State& state) {
         map.ClickTheNextTile();
 }
 BENCHMARK(ClickToPainted)->Arg(FewPosts)->Arg(2500)->Unit(benchmark::kMillisecond);
+
+// A stroke over 500 posts and more, from one event of the mouse to the painted posts in
+// the window; `layers` of the map are shown.
+void StrokeToPainted(benchmark::State& state) {
+    EditedMap map(static_cast<int>(state.range(0)));
+    if (state.range(1) != 0)
+        map.ShowEveryLayer();
+    int step = 0;
+    for (auto _ : state) {
+        if (step == 0)
+            map.BeginStroke();
+        map.GoOn(++step);
+        if (step == 500) {
+            state.PauseTiming();
+            map.EndStroke();
+            step = 0;
+            state.ResumeTiming();
+        }
+    }
+}
+BENCHMARK(StrokeToPainted)
+    ->ArgNames({"posts", "layers"})
+    ->ArgsProduct({{FewPosts, 2500, ManyPosts}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
+
+// A fill of a theater of 2048 posts a side from edge to edge, 4 million posts, and the
+// step back; without the repaint, which is that of any view.
+void FillFourMillion(benchmark::State& state) {
+    constexpr int32_t side = 2048;
+    Terrain terrain;
+    terrain.MapWidth = side;
+    terrain.LxArr = PostArray(int64_t{side} * side);
+    MapView view;
+    MapInteraction interaction;
+    interaction.Tool = MapTool::Fill;
+    interaction.SelectedTile = 7;
+    tests::RecordingCommands commands;
+    UndoPoints undo(terrain, commands);
+    EditGesture gesture(terrain, view, interaction, undo, commands);
+    for (auto _ : state) {
+        gesture.Begin(100, 100, {.Shift = true});
+        undo.Undo(false);
+        commands.Story.clear();
+    }
+}
+BENCHMARK(FillFourMillion)->Unit(benchmark::kMillisecond);
 
 // One step back and one forward again.
 void UndoAndRedo(benchmark::State& state) {

@@ -365,7 +365,28 @@ def brush():
                  stroke=INK, thickness=1)
     picture.path("M11 19 Q8 19.5 7.5 23 Q7 26 4 27 Q11 29 14 25.5 Q15.8 23.5 15 22.3 Z",
                  "#3a73a6", stroke=INK, thickness=1)
-    picture.write("brush", [("brush", 1)])
+    two_sizes(picture, "brush")
+
+
+def map_tools():
+    """Pointers and buttons: a frame at 6, 6; a bucket that pours at 6, 25; a pipette, 4, 28."""
+    frame = Picture(32, 32)
+    frame.path("M6 1 L6 11 M1 6 L11 6", stroke=INK, thickness=1.4)
+    frame.path("M10 12 L28 12 L28 27 L10 27 Z", SEA[4], stroke=INK, thickness=1.4)
+    two_sizes(frame, "rectangle")
+    bucket = Picture(32, 32)
+    bucket.path("M13 13 Q14 3 19 4 Q23 5 22.5 12", stroke=INK, thickness=1.4)
+    bucket.path("M10.5 16 L20.5 8 L29.5 17.5 L19.5 26.5 Z", "#c9d1d8", stroke=INK, thickness=1.2)
+    bucket.path("M12 17.4 L27 16.4 L19.5 25 Z", "#3a73a6")
+    bucket.path("M10.5 16 Q5 18.5 4.6 23 Q4.7 26.4 6.4 26.4 Q8 26.4 8 23 Q8.2 20.5 11.5 17.6 Z",
+                "#3a73a6", stroke=INK, thickness=1)
+    two_sizes(bucket, "fill")
+    pipette = Picture(32, 32)
+    pipette.path("M4 28 L6 22 L17 11 L21 15 L10 26 Z", PAPER, stroke=INK, thickness=1.2)
+    pipette.path("M4 28 L6 22 L9.5 18.5 L13.5 22.5 L10 26 Z", "#3a73a6", stroke=INK, thickness=1)
+    pipette.path("M15 9 L18.5 10 L24 4.5 Q26 3 28 4.5 Q29.3 6.5 27.6 8.2 L22 13.8 L23 17 Z",
+                 INK, stroke=INK, thickness=1)
+    two_sizes(pipette, "pick")
 
 
 def no_tile():
@@ -421,5 +442,5 @@ def sounds():
 
 if __name__ == "__main__":
     for draw in (banner, icon, folder, show, globe, scale, signs, magnifiers, arrows,
-                 disk, regions, places, brush, no_tile, sounds):
+                 disk, regions, places, brush, map_tools, no_tile, sounds):
         draw()

@@ -4,7 +4,7 @@ import re
 import sys
 from pathlib import Path
 
-LOGIC = ["companion", "platform", "services", "theater", "mapeditor", "mapview",
+LOGIC = ["companion", "platform", ("services", "loader"), "theater", "mapeditor", "mapview",
          ("overlays", "workspace", "bineditor", "builder", "updater")]
 FLOORS = {room: floor for floor, rooms in enumerate(LOGIC)
           for room in ([rooms] if isinstance(rooms, str) else rooms)}

@@ -21,7 +21,7 @@ trap finish EXIT
 mkdir "$work/program" "$work/home"
 chmod 700 "$work/home"
 cp -r "$sample" "$work/game"
-cp "$bin"/{vardenix,vardenix-cli,NoTile.jpg,libVardenix.so} "$work/program"
+cp "$bin"/{vardenix,vardenix-cli,Loader,NoTile.jpg,libVardenix.so} "$work/program"
 cd "$work/program"
 printf '[SOFTWARE\\Microprose\\Falcon\\4.0]\nbaseDir=%s/game\n' "$work" >registry.ini
 ./vardenix-cli settings --theater-index 1 --x 95 --y 95 --zoom 6 >/dev/null
@@ -103,13 +103,21 @@ click "$palette" 165 85 5 # the wheel, one row down
 click "$palette" 165 85   # the third of the first row
 picture FrmVXTilePal.png "$palette"
 
-for post in 150,180 171,180 192,180 171,159; do # a lake
+for post in 150,210 171,210 192,210 171,189; do # a lake
   click "$map" "${post%,*}" "${post#*,}"
 done
 xdotool mousemove_relative 20 20
 sleep 1.5 # until the read-out is up
 picture FrmVXMap.jpg "$map"
-click "$map" 171 180 3
+keys r bracketright bracketright
+xdotool mousemove --window "$(window_of "$map")" 215 115 mousedown 1
+xdotool mousemove_relative 60 60 mousemove_relative 40 30
+sleep 0.7
+picture MapTools.jpg "$map"
+keys Escape
+xdotool mouseup 1
+keys b bracketleft bracketleft
+click "$map" 171 210 3
 keys Down Return
 up "$details"
 picture FrmVXTileDetails.png "$details"
@@ -124,7 +132,7 @@ click "$panel" 332 133 # Options...
 up '^Areas/Paths Options$'
 picture FrmVXAreasPathsOptions.png '^Areas/Paths Options$'
 keys Escape
-click "$map" 171 180 3 # the MAP editor, at the color of a post
+click "$map" 171 210 3 # the MAP editor, at the color of a post
 keys m
 up '^\*?MapEditor'
 sleep 5 # until it has flashed
@@ -220,3 +228,61 @@ xdotool type theater.L0
 keys Return
 keys F2
 picture FrmVXMain-L0ELV.png "$panel"
+
+# An update: a second editor, and a service that stops in the middle of the archive until it may go on.
+mkdir "$work/updated" "$work/update"
+cp "$bin"/{vardenix,Loader,NoTile.jpg,libVardenix.so} VX.ini "$work/updated"
+head -c 3000000 /dev/urandom >"$work/update/manual.pdf"
+cat >"$work/update/What is new.txt" <<'TEXT'
+Vardenix 3.1.0
+
+* The palette shows the tiles of a set in the order of the catalogue.
+* Heights of the finest elevations can be smoothed.
+* Far tiles are made twice as fast.
+
+The folder of your theater needs no change.
+TEXT
+(
+  cd "$work/update"
+  md5sum manual.pdf 'What is new.txt' |
+    while read -r hash name; do printf 'COPY*%s*%s\r\n' "$name" "${hash^^}"; done >update.lst
+  printf 'README*What is new.txt\r\n' >>update.lst
+  7zz a -mx0 u.7z ./* >/dev/null
+)
+cat >"$work/service.py" <<'PYTHON'
+import http.server, os, sys, time
+work = sys.argv[1]
+class Service(http.server.BaseHTTPRequestHandler):
+    def do_GET(self):
+        port = self.server.server_address[1]
+        archive = self.path == "/u.7z"
+        body = (open(work + "/update/u.7z", "rb").read() if archive else
+                b"<title>Vardenix version check</title><body>#Patch*http://127.0.0.1:%d/u.7z*v3.1.0</body>" % port)
+        half = len(body) * 3 // 5 if archive else len(body)
+        self.wfile.write(b"HTTP/1.0 200 OK\r\nContent-Length: %d\r\n\r\n" % len(body) + body[:half])
+        while archive and not os.path.exists(work + "/go on"):
+            time.sleep(0.1)
+        self.wfile.write(body[half:])
+    def log_message(self, *words):
+        pass
+server = http.server.HTTPServer(("127.0.0.1", 0), Service)
+with open(work + "/port.new", "w") as file:
+    file.write(str(server.server_address[1]))
+os.rename(work + "/port.new", work + "/port")
+server.serve_forever()
+PYTHON
+python3 "$work/service.py" "$work" &
+children+=($!)
+until_true test -s "$work/port"
+cd "$work/updated"
+sed -i -e 's/^AUTO_CHECK_FOR_UPDATES=.*/AUTO_CHECK_FOR_UPDATES=1\r/' \
+  -e "s|^VERSION CHECK=.*|VERSION CHECK=http://127.0.0.1:$(cat "$work/port")/v\r|" VX.ini
+./vardenix &
+children+=($!)
+up '^New update'
+keys y
+up '^Update$'
+picture frmDownload.png '^Update$'
+touch "$work/go on"
+up '^Read me$'
+picture frmDispTxt.png '^Read me$'

@@ -4,6 +4,7 @@
 #include "app/BuilderWindows.h"
 #include "app/MapEditorWindows.h"
 #include "app/OverlayWindows.h"
+#include "app/UpdaterWindows.h"
 #include "app/Workspace.h"
 #include "platform/OwnFolders.h"
 #include "platform/RuntimeError.h"
@@ -58,6 +59,8 @@ bool Application::Begin() {
     mapEditorWindows_ =
         std::make_unique<MapEditorWindows>(state_, *platform_, *workspace_);
     overlays_ = std::make_unique<OverlayWindows>(state_, *platform_, log_, *workspace_);
+    updater_ = std::make_unique<UpdaterWindows>(
+        state_, *platform_, [this](const std::string& commandLine) { End(commandLine); });
     return true;
 }
 
@@ -80,6 +83,7 @@ void Application::ShowStartUp() {
     OnSignal(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_, [this] { End(); });
     OnSignal(frmStartUp_.get(), &FrmStartUp::TheaterOpened, &barrier_,
              [this] { workspace_->ApplySavedLayout(); });
+    updater_->Join(*frmStartUp_);
     frmStartUp_->Form_Load();
     frmStartUp_->show();
 }
@@ -92,9 +96,9 @@ void Application::EndAfterError() {
         workspace_->LeaveProgram();
 }
 
-void Application::End() {
+void Application::End(const std::string& commandLine) {
     if (!state_.Exiting)
-        ExitProgram(state_, {}, *platform_, log_, *this);
+        ExitProgram(state_, commandLine, *platform_, log_, *this);
 }
 
 void Application::UnloadWindows() {

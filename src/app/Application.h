@@ -10,6 +10,7 @@
 #include <QSocketNotifier>
 
 #include <memory>
+#include <string>
 
 namespace vardenix {
 
@@ -18,6 +19,7 @@ class BuilderWindows;
 class FrmStartUp;
 class MapEditorWindows;
 class OverlayWindows;
+class UpdaterWindows;
 class Workspace;
 
 // Makes the state and the windows and joins them.
@@ -34,7 +36,7 @@ public:
 private:
     bool Begin();
     void ShowStartUp();
-    void End();
+    void End(const std::string& commandLine = {});
     void EndAfterError();
     void HearSystem();
 
@@ -56,6 +58,7 @@ private:
     std::unique_ptr<MapEditorWindows> mapEditorWindows_;
     std::unique_ptr<QSocketNotifier> endSignal_;
     std::unique_ptr<OverlayWindows> overlays_;
+    std::unique_ptr<UpdaterWindows> updater_;
 };
 
 } // namespace vardenix

@@ -74,7 +74,9 @@ void BinEditorWindows::ShowApart() {
                             : "The BIN file is saved; L2 that fits it is not.");
 }
 
-void BinEditorWindows::L2NeedSave() { workspace_.Windows().Panel->L2NeedSave(); }
+void BinEditorWindows::L2NeedSave() {
+    static_cast<WorkspaceCommands&>(workspace_).L2NeedSave();
+}
 
 bool BinEditorWindows::L2Unsaved() const {
     return workspace_.Windows().Panel->L2NeedSaveFlag();
@@ -91,6 +93,7 @@ bool BinEditorWindows::SaveBinAndL2() {
         }))
         return false;
     workspace_.Windows().Panel->L2Saved();
+    workspace_.Undo().Saved(false);
     editor_->BinSaved();
     return true;
 }

@@ -33,8 +33,11 @@ bool BuilderWindows::SaveL2() {
     MapView view = workspace_.View();
     view.L0Mode = false;
     FrmVXMain& panel = *workspace_.Windows().Panel;
-    return CmdSaveTheater({state_.Terrain, view, platform_.Dialogs, panel, log_, panel},
-                          false);
+    if (!CmdSaveTheater({state_.Terrain, view, platform_.Dialogs, panel, log_, panel},
+                        false))
+        return false;
+    workspace_.Undo().Saved(false);
+    return true;
 }
 
 void BuilderWindows::L2Reloaded() {

@@ -1,5 +1,6 @@
 #include "app/Application.h"
 #include "app/Arguments.h"
+#include "app/UpdaterWindows.h"
 #include "platform/windows/QtDialogs.h"
 #include "platform/windows/Theme.h"
 
@@ -8,6 +9,7 @@ int main(int argc, char** argv) {
         const QCoreApplication withoutDisplay(argc, argv);
         return TellOf(vardenix::ReadArguments(QCoreApplication::arguments()));
     }
+    const std::string notPutBack = vardenix::PutBackInterruptedUpdate(argv);
     vardenix::QtDialogs dialogs;
     vardenix::RunTimeBarrier barrier(argc, argv, dialogs);
     const vardenix::Arguments arguments =
@@ -15,6 +17,8 @@ int main(int argc, char** argv) {
     if (!arguments.Told.empty())
         return TellOf(arguments);
     vardenix::ApplyTheme();
+    if (!notPutBack.empty())
+        dialogs.Notice(notPutBack, "Vardenix", vardenix::BoxIcon::Critical);
     vardenix::Application application(barrier, dialogs);
     return application.Run(arguments.Theater);
 }

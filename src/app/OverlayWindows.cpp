@@ -9,6 +9,7 @@
 #include "overlays/windows/frmVXSearchResults.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
+#include "workspace/StatusLine.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 
@@ -211,6 +212,8 @@ void OverlayWindows::SearchTiles() {
     SearchResultsWindow().activateWindow();
     panel.LetEventsThrough();
     FollowHits();
+    static_cast<WorkspaceCommands&>(workspace_)
+        .Tell(HitWords(state_.Search.Results.size() - 1));
 }
 
 void OverlayWindows::LoadFeatures(const std::vector<std::string>& paths) {

@@ -7,6 +7,7 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
+#include "workspace/FirstView.h"
 #include "workspace/RestorePoint.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
@@ -114,7 +115,11 @@ void Workspace::ShowOfferedWindows(bool workspaceShown) {
         show(workspaceShown);
 }
 
-void Workspace::InitForm() { windows_.Map->InitForm(); }
+void Workspace::InitForm() {
+    BeginWhereLandIs(state_.Configuration, state_.Terrain, state_.Catalogue.Lookup,
+                     view_.ViewPosts());
+    windows_.Map->InitForm();
+}
 
 void Workspace::ApplySavedLayout() {
     places_.Place();
@@ -142,9 +147,29 @@ void Workspace::ScrollTo(int x, int y) {
 
 void Workspace::PositionChanged() { windows_.Panel->PositionChanged(); }
 
-void Workspace::L2NeedSave() { windows_.Panel->L2NeedSave(); }
+void Workspace::L2NeedSave() {
+    undo_.Marked(false);
+    windows_.Panel->L2NeedSave();
+}
 
-void Workspace::L0NeedSave() { windows_.Panel->L0NeedSave(); }
+void Workspace::L0NeedSave() {
+    undo_.Marked(true);
+    windows_.Panel->L0NeedSave();
+}
+
+void Workspace::L2AsSaved() { windows_.Panel->L2Saved(); }
+
+void Workspace::L0AsSaved() { windows_.Panel->L0Saved(); }
+
+void Workspace::PlaceView(int x, int y) {
+    windows_.Map->SetPosition(ClampToScroll({x, y}, state_.Terrain.MapWidth));
+}
+
+void Workspace::Tell(const std::string& words) {
+    windows_.Map->ShowWord(QString::fromStdString(words));
+}
+
+void Workspace::SelectionChanged() { windows_.Map->ShowTools(); }
 
 void Workspace::CommandsChanged() { windows_.Panel->RefreshCommands(); }
 

@@ -68,6 +68,11 @@ private:
     void PositionChanged() override;
     void L2NeedSave() override;
     void L0NeedSave() override;
+    void L2AsSaved() override;
+    void L0AsSaved() override;
+    void PlaceView(int x, int y) override;
+    void Tell(const std::string& words) override;
+    void SelectionChanged() override;
     void ShowWorkspace() override;
     void CommandsChanged() override;
     void WindowHidden(const char* checkBoxName) override;

@@ -3,8 +3,11 @@
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
 #include "workspace/RestorePoint.h"
+#include "workspace/StatusLine.h"
+#include "workspace/TilePalette.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
+#include "workspace/windows/FrmVXTilePal.h"
 
 namespace vardenix {
 
@@ -39,9 +42,9 @@ void Workspace::PanelVerbs::Do(PanelVerb verb) {
     case PanelVerb::LoadL0Elv:
         return LoadL0Elv();
     case PanelVerb::Undo:
-        return workspace_.undo_.Undo(workspace_.view_.L0Mode);
+        return UndoInView(workspace_.undo_, workspace_.view_, workspace_);
     case PanelVerb::Redo:
-        return workspace_.undo_.Redo(workspace_.view_.L0Mode);
+        return RedoInView(workspace_.undo_, workspace_.view_, workspace_);
     case PanelVerb::CreateRestorePoint:
         return CreatePoint();
     case PanelVerb::Restore:
@@ -61,6 +64,8 @@ SavingParts Workspace::PanelVerbs::Saving() {
 void Workspace::PanelVerbs::SaveTheater(bool as) {
     if (!CmdSaveTheater(Saving(), as))
         return;
+    workspace_.undo_.Saved(workspace_.view_.L0Mode);
+    workspace_.Tell(SavedWords(workspace_.platform_.Clock.Now()));
     workspace_.restoredUnsaved_ &= workspace_.view_.L0Mode;
     if (workspace_.offers_.TheaterSaved)
         workspace_.offers_.TheaterSaved();
@@ -88,6 +93,7 @@ void Workspace::PanelVerbs::CreatePoint() {
                                  workspace_.state_.Folders.SystemTempPath);
     workspace_.renumberedSincePoint_ = false;
     ShowOriginOfPoint();
+    workspace_.Tell("restore point created");
 }
 
 void Workspace::PanelVerbs::Restore() {
@@ -103,7 +109,11 @@ void Workspace::PanelVerbs::Restore() {
     const Restored result = RestoreFromPoint(terrain, folder);
     if (const std::string message = RestoreMessage(result); !message.empty())
         return dialogs.Notice(message, {}, BoxIcon::Information);
-    workspace_.restoredUnsaved_ |= result == Restored::Done;
+    if (result == Restored::Done) {
+        workspace_.restoredUnsaved_ = true;
+        workspace_.undo_.ChangedOtherwise();
+        workspace_.Tell("the terrain now differs from the file");
+    }
     workspace_.RefreshPicArray();
 }
 
@@ -174,6 +184,17 @@ void Workspace::MapVerbs::SubExportTDFs() {
 void Workspace::MapVerbs::ImportTiles() {
     if (workspace_.offers_.ImportTiles)
         workspace_.offers_.ImportTiles();
+}
+
+void Workspace::MapVerbs::PickTile(int32_t tileNumber) {
+    const TileLookup& lookup = workspace_.state_.Catalogue.Lookup;
+    if (!HasTile(lookup, tileNumber))
+        return workspace_.Tell("the catalogue has no tile " + std::to_string(tileNumber));
+    workspace_.windows_.Palette->ShowTile(tileNumber);
+}
+
+void Workspace::MapVerbs::SetZoom(int16_t zoomPosts) {
+    workspace_.windows_.Panel->SetZoom(zoomPosts);
 }
 
 void Workspace::MapVerbs::LoadFeatures(const std::vector<std::string>& paths) {

@@ -43,6 +43,8 @@ public:
     void ExportTiles() override;
     void SubExportTDFs() override;
     void ImportTiles() override;
+    void PickTile(int32_t tileNumber) override;
+    void SetZoom(int16_t zoomPosts) override;
     void LoadFeatures(const std::vector<std::string>& paths) override;
     bool ExportWithShift() const override;
     void HideFrame7() override;

@@ -55,6 +55,7 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
     AddSearch(all);
     AddRegion(all);
     AddDerived(all);
+    AddUpdate(all);
     try {
         const int code = RunParsed(line.Parse(arguments));
         FinishPrinting();

@@ -78,6 +78,10 @@ public:
     // `topLeft` of the text's rectangle, which stays unpainted behind it.
     virtual void DrawText(PicturePoint topLeft, std::string_view text,
                           uint32_t color) = 0;
+    // The same with a rim of one pixel round the letters, so that they can be read on any
+    // ground.
+    virtual void DrawRimmedText(PicturePoint topLeft, std::string_view text,
+                                uint32_t color, uint32_t rim);
 };
 
 // BeginSteps to End, or to the error that keeps from it.
@@ -96,6 +100,13 @@ private:
     DrawingSurface& surface_;
 };
 
+// Black round light letters, white round dark ones.
+constexpr uint32_t RimOf(uint32_t color) {
+    const uint32_t light =
+        299 * (color & 0xFF) + 587 * (color >> 8 & 0xFF) + 114 * (color >> 16 & 0xFF);
+    return light >= 128000 ? 0 : 0xFFFFFF;
+}
+
 // The pixel of a real coordinate, a half going to the even neighbour. Far beyond any
 // picture the answer is a million: still outside, and no sum of two of them leaves 32
 // bits.
@@ -112,6 +123,18 @@ inline int32_t PixelAt(double coordinate) {
 // 0x00BBGGRR as an opaque pixel of a raster.
 constexpr uint32_t OpaquePixel(uint32_t color) {
     return OpaqueBlack | (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
+}
+
+inline void DrawingSurface::DrawRimmedText(PicturePoint topLeft, std::string_view text,
+                                           uint32_t color, uint32_t rim) {
+    // Rounded first: neighbouring pixels stay neighbours.
+    const double x = PixelAt(topLeft.X);
+    const double y = PixelAt(topLeft.Y);
+    DrawText({x - 1, y}, text, rim);
+    DrawText({x + 1, y}, text, rim);
+    DrawText({x, y - 1}, text, rim);
+    DrawText({x, y + 1}, text, rim);
+    DrawText({x, y}, text, color);
 }
 
 } // namespace vardenix

@@ -1,5 +1,7 @@
 #include "mapview/MapRenderer.h"
 
+#include "mapview/MapPatch.h"
+#include "mapview/PatchSurface.h"
 #include "mapview/Repaint.h"
 #include "platform/Numbers.h"
 #include "services/ImageLayer.h"
@@ -64,8 +66,33 @@ bool MapRenderer::RefreshPicArray(const MapView& view, DrawingSurface& picture2,
         const ShownBar bar(tools_.PB3);
         finished = Paint(repaint, features);
     }
+    heightsLeftOut_ = repaint.HeightsLeftOut;
     screen.CopyToPicShow();
     return finished;
+}
+
+namespace {
+
+class NoScreen : public MapScreen {
+public:
+    void ClearPicShow() override {}
+    void CopyToPicShow() override {}
+    void LookForEsc() override {}
+    void MakeViewPort(const MapView&) override {}
+};
+
+} // namespace
+
+void MapRenderer::RepaintPatch(const MapView& view, DrawingSurface& small,
+                               const MapPatch& patch, FeatureLayer* features) {
+    NoProgress noBar;
+    NoScreen noScreen;
+    bool noAbort = false;
+    const MapTools tools{tools_.Pictures, noBar, tools_.Log, noAbort};
+    PatchSurface surface(small, patch.Clip.Left, patch.Clip.Top);
+    Repaint repaint{view,    sources_, tools,
+                    surface, noScreen, ViewGrid(view, sources_.Terrain, patch.Cells)};
+    Paint(repaint, features);
 }
 
 bool Repaint::GoOn(int32_t i, int32_t base) {

@@ -16,6 +16,8 @@
 
 namespace vardenix {
 
+struct MapPatch;
+
 // What a repaint reads. Everything is borrowed for the renderer's life.
 struct MapSources {
     const vardenix::Terrain& Terrain;
@@ -84,9 +86,19 @@ public:
     bool RefreshPicArray(const MapView& view, DrawingSurface& picture2, MapScreen& screen,
                          FeatureLayer* features);
 
+    // Paints what a change of some posts of level 2, counted from 0, can have altered, as
+    // the whole repaint would have it: on `small`, which has been given room for `patch`
+    // (PatchOf). There is no bar, and it cannot be ended.
+    void RepaintPatch(const MapView& view, DrawingSurface& small, const MapPatch& patch,
+                      FeatureLayer* features);
+    const MapSources& Sources() const { return sources_; }
+    // Of the last whole repaint: heights that were wider than their cell, and left out.
+    int32_t HeightsLeftOut() const { return heightsLeftOut_; }
+
 private:
     MapSources sources_;
     MapTools tools_;
+    int32_t heightsLeftOut_ = 0;
 };
 
 // What lies where no post is, 0x00BBGGRR.

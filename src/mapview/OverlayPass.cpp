@@ -27,13 +27,18 @@ public:
         surface.SetFont(settings.HeightsFont);
     }
 
-    // Centred in a box.
+    // Centred in a box. Digits that would run into those of the next one are left out.
     void Print(int16_t elevation, const Box& box) {
         const Printed& printed = Of(elevation);
-        surface_.DrawText({box.Left + (box.Width - printed.Size.Width) / 2,
-                           box.Top + (box.Height - printed.Size.Height) / 2},
-                          printed.Text, printed.Color);
+        if (printed.Size.Width > box.Width) {
+            ++leftOut_;
+            return;
+        }
+        surface_.DrawRimmedText({box.Left + (box.Width - printed.Size.Width) / 2,
+                                 box.Top + (box.Height - printed.Size.Height) / 2},
+                                printed.Text, printed.Color, RimOf(printed.Color));
     }
+    int32_t LeftOut() const { return leftOut_; }
 
 private:
     struct Printed {
@@ -55,6 +60,7 @@ private:
 
     DrawingSurface& surface_;
     const Configuration& settings_;
+    int32_t leftOut_ = 0;
     std::vector<Printed> printed_;
     // Of each of the 65,536 elevations, its place in the above from 1; 0 without one.
     std::vector<uint32_t> places_ = std::vector<uint32_t>(65536);
@@ -140,6 +146,8 @@ bool PaintEveryPost(Repaint& repaint, TileIds& nightPictures, HeightPrinter* pri
         if (!repaint.GoOn(i, 50))
             return false;
     }
+    if (printer != nullptr)
+        repaint.HeightsLeftOut = printer->LeftOut();
     return true;
 }
 

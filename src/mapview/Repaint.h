@@ -16,7 +16,8 @@ struct Repaint {
     DrawingSurface& Surface;
     MapScreen& Screen;
     ViewGrid Grid;
-    int32_t LastPercent = 0; // on the bar
+    int32_t LastPercent = 0;    // on the bar
+    int32_t HeightsLeftOut = 0; // that are wider than their cell
 
     // Called after cell `i` of a pass that fills half of the bar from `base` on. False
     // when the repaint shall end.

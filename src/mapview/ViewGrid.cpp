@@ -9,7 +9,12 @@
 namespace vardenix {
 
 ViewGrid::ViewGrid(const MapView& view, const Terrain& terrain)
-    : viewPosts_(std::max(view.ViewPosts(), 0)),
+    : ViewGrid(view, terrain, {0, 0, view.ViewPosts() - 1, view.ViewPosts() - 1}) {}
+
+ViewGrid::ViewGrid(const MapView& view, const Terrain& terrain, const PostBox& cells)
+    : viewPosts_(std::max(view.ViewPosts(), 0)), firstColumn_(cells.X1),
+      firstRow_(cells.Y1), columns_(std::max(cells.X2 - cells.X1 + 1, 0)),
+      rows_(std::max(cells.Y2 - cells.Y1 + 1, 0)),
       cellSide_(ClampToInt32(std::ceil(view.CellSize()))), mapLeftX_(view.MapLeftX),
       mapBottomY_(view.MapBottomY), terrain_(terrain) {
     edges_.reserve(static_cast<size_t>(viewPosts_) + 1);
@@ -18,8 +23,8 @@ ViewGrid::ViewGrid(const MapView& view, const Terrain& terrain)
 }
 
 std::optional<PostCell> ViewGrid::At(int32_t i) const {
-    const int32_t column = (i - 1) % viewPosts_;
-    const int32_t row = (i - 1) / viewPosts_;
+    const int32_t column = firstColumn_ + (i - 1) % columns_;
+    const int32_t row = firstRow_ + (i - 1) / columns_;
     const int64_t x = int64_t{column} + mapLeftX_ + 1;
     const int64_t y = int64_t{row} + mapBottomY_ + 1;
     if (x < 1 || y < 1 || x > terrain_.MapWidth || y > terrain_.MapWidth)

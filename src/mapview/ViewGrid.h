@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
 #include "services/Raster.h"
 #include "theater/Terrain.h"
@@ -26,9 +27,11 @@ struct PostCell {
 class ViewGrid {
 public:
     ViewGrid(const MapView& view, const Terrain& terrain);
+    // Of some cells of the view only: columns from the left and rows from below, from 0.
+    ViewGrid(const MapView& view, const Terrain& terrain, const PostBox& cells);
 
-    // Cells of the view, whether posts lie there or not.
-    int32_t Count() const { return viewPosts_ * viewPosts_; }
+    // Its cells, whether posts lie there or not.
+    int32_t Count() const { return columns_ * rows_; }
 
     // Pixels along a side of the squares that pictures are stretched to, the same for all
     // cells: each picture is then wanted in one size only.
@@ -39,6 +42,10 @@ public:
 
 private:
     int32_t viewPosts_;
+    int32_t firstColumn_;
+    int32_t firstRow_;
+    int32_t columns_;
+    int32_t rows_;
     int32_t cellSide_;
     int32_t mapLeftX_;
     int32_t mapBottomY_;

@@ -1,8 +1,12 @@
 #include "platform/RunAndWait.h"
 
+#include "platform/RunAndRead.h"
 #include "platform/RuntimeError.h"
+#include "platform/SystemFile.h"
 
+#include <array>
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -14,16 +18,18 @@ namespace vardenix {
 
 namespace {
 
-// No terminal for the program: neither input nor output.
+// No terminal for the program: neither input nor output, unless somebody reads it.
 class QuietFiles {
 public:
-    QuietFiles() {
+    explicit QuietFiles(int output = -1) {
         ::posix_spawn_file_actions_init(&actions_);
         ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY,
                                            0);
-        for (const int output : {STDOUT_FILENO, STDERR_FILENO})
-            ::posix_spawn_file_actions_addopen(&actions_, output, "/dev/null", O_WRONLY,
+        for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+            ::posix_spawn_file_actions_addopen(&actions_, stream, "/dev/null", O_WRONLY,
                                                0);
+        if (output >= 0)
+            ::posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
     }
     QuietFiles(const QuietFiles&) = delete;
     QuietFiles& operator=(const QuietFiles&) = delete;
@@ -35,27 +41,65 @@ private:
     posix_spawn_file_actions_t actions_{};
 };
 
-} // namespace
-
-int RunAndWait(std::vector<std::string> arguments) {
+// The number of the program that was started; 0 when there is none of that name.
+pid_t Begin(std::vector<std::string>& arguments, const QuietFiles& files) {
     std::vector<char*> pointers;
     pointers.reserve(arguments.size() + 1);
     for (std::string& argument : arguments)
         pointers.push_back(argument.data());
     pointers.push_back(nullptr);
-    const QuietFiles files;
     pid_t child = 0;
     const int failure = ::posix_spawnp(&child, pointers[0], files.Actions(), nullptr,
                                        pointers.data(), environ);
     if (failure == ENOENT || failure == ENOTDIR)
-        return -1;
+        return 0;
     if (failure != 0)
         ThrowSystemError(failure, "starting", arguments.front());
+    return child;
+}
+
+int ExitCodeOf(pid_t child) {
     int status = 0;
     while (::waitpid(child, &status, 0) < 0)
         if (errno != EINTR)
             return -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+} // namespace
+
+int RunAndWait(std::vector<std::string> arguments) {
+    const pid_t child = Begin(arguments, QuietFiles());
+    return child == 0 ? -1 : ExitCodeOf(child);
+}
+
+ProgramOutput RunAndRead(std::vector<std::string> arguments, size_t most) {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+        ThrowSystemError(errno, "starting", arguments.front());
+    const SystemFile reading(ends[0]);
+    SystemFile writing(ends[1]);
+    const pid_t child = Begin(arguments, QuietFiles(writing.Handle()));
+    writing.Close();
+    ProgramOutput output;
+    if (child == 0)
+        return output;
+    std::array<char, 4096> room{};
+    ssize_t count = 0;
+    while ((count = ::read(reading.Handle(), room.data(), room.size())) != 0) {
+        if (count < 0 && errno != EINTR)
+            break;
+        if (count < 0)
+            continue;
+        if (output.Text.size() + static_cast<size_t>(count) > most) {
+            output.Whole = false;
+            ::kill(child, SIGKILL);
+            break;
+        }
+        output.Text.append(room.data(), static_cast<size_t>(count));
+    }
+    output.ExitCode = ExitCodeOf(child);
+    return output;
 }
 
 } // namespace vardenix

@@ -3,6 +3,7 @@
 #include "platform/BinaryReader.h"
 #include "platform/FileNames.h"
 #include "platform/ForEachInParallel.h"
+#include "platform/RunAndRead.h"
 #include "platform/RunAndWait.h"
 #include "platform/RuntimeError.h"
 #include "services/Dxt1Writer.h"
@@ -11,6 +12,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <utility>
 
 namespace vardenix {
@@ -41,17 +43,25 @@ std::vector<uint8_t> Converted(const std::string& sourceFile) {
 }
 
 // The archive program under the names it has; a text of ours is a path from the root,
-// which it cannot take for a switch or a list.
-int RunArchiver(const std::vector<std::string>& arguments) {
+// which it cannot take for a switch or a list. `run` gives -1 where there is none.
+void RunArchiver(const std::vector<std::string>& arguments,
+                 const std::function<int(std::vector<std::string>)>& run) {
     for (const char* program : {"7zz", "7z"}) {
         std::vector<std::string> line{program};
         line.insert(line.end(), arguments.begin(), arguments.end());
-        const int exitCode = RunAndWait(std::move(line));
-        if (exitCode != -1)
-            return exitCode;
+        if (run(std::move(line)) != -1)
+            return;
     }
     throw RuntimeError(ErrorNumber::FileNotFound,
                        "neither 7zz nor 7z could be run; install the package 7zip");
+}
+
+int RunArchiver(const std::vector<std::string>& arguments) {
+    int exitCode = -1;
+    RunArchiver(arguments, [&exitCode](std::vector<std::string> line) {
+        return exitCode = RunAndWait(std::move(line));
+    });
+    return exitCode;
 }
 
 std::string FromRoot(const std::string& path) {
@@ -115,6 +125,19 @@ int ToolRunner::ZipExtract(const std::string& archivePath,
                           Quoted(targetFolder) + " -y "});
     return RunArchiver(
         {"e", "-y", "-spd", "-o" + FromRoot(targetFolder), "--", FromRoot(archivePath)});
+}
+
+std::optional<ArchiveListing> ToolRunner::ZipList(const std::string& archivePath) {
+    constexpr size_t most = 4 << 20; // of any archive that is worth extracting
+    ProgramOutput output;
+    RunArchiver({"l", "-slt", "-sccUTF-8", "-spd", "--", FromRoot(archivePath)},
+                [&output](std::vector<std::string> line) {
+                    output = RunAndRead(std::move(line), most);
+                    return output.Whole ? output.ExitCode : 1;
+                });
+    if (!output.Whole || output.ExitCode != 0)
+        return std::nullopt;
+    return ParseArchiveListing(output.Text);
 }
 
 } // namespace vardenix

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/Transaction.h"
+#include "services/ArchiveListing.h"
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -45,6 +47,8 @@ public:
     // Takes everything out of an archive into one folder, over what is there, without the
     // archive's own folders. Exit code and error as above.
     int ZipExtract(const std::string& archivePath, const std::string& targetFolder);
+    // What an archive says that it holds; nothing when it cannot be read. Error as above.
+    static std::optional<ArchiveListing> ZipList(const std::string& archivePath);
 
 private:
     void WriteList(const std::string& name, const std::vector<std::string>& lines) const;

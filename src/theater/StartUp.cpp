@@ -51,8 +51,10 @@ void BeginProgram(ProgramState& state, const std::string& ownFolder,
 void DecideUpdateCheck(Configuration& configuration, Dialogs& dialogs) {
     if (configuration.AutoCheckForUpdates <= AutoCheckOn)
         return;
-    const BoxAnswer answer = dialogs.MessageBox(UpdateQuestion, "Confirm",
-                                                BoxIcon::Question, BoxButtons::YesNo);
+    // Nobody agrees to what is not shown.
+    const BoxAnswer answer = dialogs.MessageBox(
+        UpdateQuestion + ("\n\nThe address that is asked: " + configuration.VersionCheck),
+        "Confirm", BoxIcon::Question, BoxButtons::YesNo);
     configuration.AutoCheckForUpdates =
         answer == BoxAnswer::Yes ? AutoCheckOn : AutoCheckOff;
 }

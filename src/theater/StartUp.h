@@ -20,8 +20,8 @@ std::string AppPathOf(const std::string& folder);
 void BeginProgram(ProgramState& state, const std::string& ownFolder,
                   const std::string& programFolder);
 
-// Asks once whether to check for new versions, when that was never decided (a stored
-// value above 1).
+// Asks once whether to check for new versions, and shows where, when that was never
+// decided (a stored value above 1).
 void DecideUpdateCheck(Configuration& configuration, Dialogs& dialogs);
 
 // The title of the start-up window.

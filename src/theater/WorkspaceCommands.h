@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 namespace vardenix {
 
 // What the windows of the workspace ask of one another. app/ fills it in; no window knows
@@ -17,11 +19,20 @@ public:
     virtual void LoadImageControls() = 0;
     // Scrolls to a post, clamped to the scroll ranges, and repaints.
     virtual void ScrollTo(int x, int y) = 0;
+    // The view begins at a post, clamped likewise; nothing is painted yet.
+    virtual void PlaceView(int x, int y) = 0;
+    // A word on what was done, UTF-8, for the line under the map.
+    virtual void Tell(const std::string& words) = 0;
+    // Another tile is chosen: the line under the map follows.
+    virtual void SelectionChanged() = 0;
     // The map's position has changed: LabelX and LabelY follow.
     virtual void PositionChanged() = 0;
     // Level 2, or the finest elevations, have changes that are not on the disk.
     virtual void L2NeedSave() = 0;
     virtual void L0NeedSave() = 0;
+    // Steps of undo have led back to what is on the disk.
+    virtual void L2AsSaved() = 0;
+    virtual void L0AsSaved() = 0;
     // The workspace comes or goes while an editor has the screen.
     virtual void ShowWorkspace() = 0;
     virtual void HideWorkspace() = 0;

@@ -50,6 +50,12 @@ ReadOut PostReadOut(const Terrain& terrain, const TileLookup& lookup, CursorPost
 
 } // namespace
 
+void ChooseTool(MapInteraction& interaction, MapTool tool) {
+    if (tool != MapTool::Pick)
+        interaction.ToolBeforePick = tool;
+    interaction.Tool = tool;
+}
+
 CursorPost PostUnderCursor(const MapView& view, double x, double y) {
     const int32_t side = CellPixels(view);
     const CursorPost cell = Cells(x, y, view.ViewPosts() * side, side);
@@ -73,10 +79,20 @@ bool OnElevations(CursorPost place, const Terrain& terrain) {
     return place.X >= 1 && place.Y >= 1 && place.X <= width && place.Y <= width;
 }
 
-MapPointer PointerFor(const MapInteraction& interaction) {
+bool EditsHeights(const MapInteraction& interaction, const MapView& view) {
+    return view.L0Mode && interaction.Heights != HeightTool::None;
+}
+
+MapPointer PointerFor(const MapInteraction& interaction, const MapView& view) {
     if (interaction.Waits())
         return MapPointer::Cross;
-    return interaction.SelectedTile == -1 ? MapPointer::Default : MapPointer::Brush;
+    if (interaction.Tool == MapTool::Pick)
+        return MapPointer::Pick;
+    if (interaction.SelectedTile == -1 && !EditsHeights(interaction, view))
+        return MapPointer::Default;
+    return interaction.Tool == MapTool::Rectangle ? MapPointer::Rectangle
+           : interaction.Tool == MapTool::Fill    ? MapPointer::Fill
+                                                  : MapPointer::Brush;
 }
 
 std::optional<PostBox> BoxAtCursor(const MapInteraction& interaction, const MapView& view,

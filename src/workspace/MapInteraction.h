@@ -12,10 +12,22 @@
 
 namespace vardenix {
 
+// What the left button does on the map.
+enum class MapTool : int16_t { Brush, Rectangle, Fill, Pick };
+// What the tools do to the finest elevations while these are edited; with None they go on
+// giving tiles to posts.
+enum class HeightTool : int16_t { None, Set, Raise, Lower, Smooth };
+
 // What the mouse does on the map, beside the view itself. Owned by app/ for the whole
 // run; the palette, the panel and the map window set it.
 struct MapInteraction {
     int32_t SelectedTile = -1; // the tile number that a left click paints; -1 for none
+
+    MapTool Tool = MapTool::Brush;
+    MapTool ToolBeforePick = MapTool::Brush; // comes back when a tile has been picked
+    int32_t BrushSize = 1;                   // squares along a side, 1 to 9
+    HeightTool Heights = HeightTool::None;
+    int16_t Feet = 100; // that heights are set to, or raised or lowered by
 
     // Of the regions to export and to stamp: which corner the next left click gives.
     bool WaitExportCorner1 = false;
@@ -36,6 +48,9 @@ struct MapInteraction {
     int32_t PopupSerial = 0; // of the post under the last right click; 0 beyond the edge
 };
 
+// The tool in hand; what comes back after a pick is the one before it.
+void ChooseTool(MapInteraction& interaction, MapTool tool);
+
 // What lies under a position of the mouse on the picture, in pixels from the upper left.
 struct CursorPost {
     int32_t X = 0;
@@ -54,9 +69,19 @@ CursorPost ElevationUnderCursor(const MapView& view, double x, double y);
 bool OnTerrain(CursorPost post, const Terrain& terrain);
 bool OnElevations(CursorPost place, const Terrain& terrain);
 
-// The pointer over the map, by the platform's old codes.
-enum class MapPointer { Default = 0, Cross = 2, Brush = 99 };
-MapPointer PointerFor(const MapInteraction& interaction);
+// Whether the tools work on the finest elevations now, rather than on tiles.
+bool EditsHeights(const MapInteraction& interaction, const MapView& view);
+
+// The pointer over the map: the first three by the platform's old codes.
+enum class MapPointer {
+    Default = 0,
+    Cross = 2,
+    Brush = 99,
+    Rectangle = 100,
+    Fill = 101,
+    Pick = 102
+};
+MapPointer PointerFor(const MapInteraction& interaction, const MapView& view);
 
 // The catalogue's name of a tile, Windows-1252; empty for a number without a tile, and
 // "Not Specified in BIN File" for one outside the table.

@@ -7,7 +7,8 @@ namespace vardenix {
 MapMouse::MapMouse(Terrain& terrain, MapView& view, MapInteraction& interaction,
                    UndoPoints& undo, WorkspaceCommands& workspace, MapCommands& commands)
     : terrain_(terrain), view_(view), interaction_(interaction), undo_(undo),
-      workspace_(workspace), commands_(commands) {}
+      workspace_(workspace), commands_(commands),
+      gesture_(terrain, view, interaction, undo, workspace) {}
 
 void MapMouse::MiddleDown(double x, double y) {
     if (view_.ScrollBusy)
@@ -34,7 +35,9 @@ void MapMouse::EditElevationAt(CursorPost place) {
     if (!OnElevations(place, terrain_))
         return;
     const int16_t old = terrain_.Elevations.At(place.X, place.Y);
+    undo_.ExpectEdit(true);
     const std::optional<int16_t> entered = commands_.EditElevation(old);
+    undo_.ExpectEdit(false);
     if (!entered)
         return;
     terrain_.Elevations.At(place.X, place.Y) = *entered;
@@ -42,7 +45,7 @@ void MapMouse::EditElevationAt(CursorPost place) {
     workspace_.L0NeedSave();
 }
 
-void MapMouse::LeftDown(double x, double y) {
+void MapMouse::LeftDown(double x, double y, GestureKeys keys) {
     if (view_.ScrollBusy)
         return;
     const CursorPost post = PostUnderCursor(view_, x, y);
@@ -68,18 +71,9 @@ void MapMouse::LeftDown(double x, double y) {
         interaction_.WaitImportCorner = false;
         commands_.HideFrame7();
         commands_.ImportTiles();
-    } else if (interaction_.SelectedTile != -1) {
-        Paint(post);
+    } else if (const auto picked = gesture_.Begin(x, y, keys)) {
+        commands_.PickTile(*picked);
     }
-}
-
-void MapMouse::Paint(CursorPost post) {
-    if (!OnTerrain(post, terrain_))
-        return;
-    const int32_t serial = XYToSerial(post.X + 1, post.Y + 1, terrain_.MapWidth);
-    TerrainPost painted = terrain_.LxArr(serial);
-    painted.TileOffset = interaction_.SelectedTile;
-    ChangePost(serial, painted);
 }
 
 void MapMouse::ChangePost(int32_t serial, const TerrainPost& to) {
@@ -92,7 +86,9 @@ void MapMouse::ChangePost(int32_t serial, const TerrainPost& to) {
 void MapMouse::mnuTileProperties() {
     if (!PopupOnTerrain())
         return;
+    undo_.ExpectEdit(true);
     const auto entered = commands_.EditPost(terrain_.LxArr(interaction_.PopupSerial));
+    undo_.ExpectEdit(false);
     if (entered)
         ChangePost(interaction_.PopupSerial, *entered);
 }

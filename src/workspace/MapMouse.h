@@ -3,6 +3,7 @@
 #include "mapview/MapView.h"
 #include "theater/Terrain.h"
 #include "theater/WorkspaceCommands.h"
+#include "workspace/EditGesture.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/UndoPoints.h"
 
@@ -38,6 +39,10 @@ public:
     virtual void SubExportTDFs() {}
     virtual void ImportTiles() {}
     virtual bool ExportWithShift() const { return false; }
+    // The tile of a post has been chosen on the map: the palette shows it.
+    virtual void PickTile(int32_t /*tileNumber*/) {}
+    // ZoomPosts, 1 to 20, with the panel's slider; the map lays itself out and paints.
+    virtual void SetZoom(int16_t /*zoomPosts*/) {}
     // Feature files that were dropped on the map.
     virtual void LoadFeatures(const std::vector<std::string>& /*paths*/) {}
     // Frame7 of the panel, which tells what is waited for.
@@ -58,8 +63,13 @@ public:
     // A height of the finest elevations is edited in the dialog. Otherwise the post is
     // remembered for the context menu; true when that is to be shown.
     bool RightDown(double x, double y);
-    // Gives the corner that is waited for, or paints the selected tile.
-    void LeftDown(double x, double y);
+    // Gives the corner that is waited for, or begins what the tool in hand does.
+    void LeftDown(double x, double y, GestureKeys keys = {});
+    // While the left button is held. The posts of level 2 that have changed, from 0, and
+    // are to be painted anew; nothing when none has.
+    std::optional<PostBox> LeftMove(double x, double y) { return gesture_.Move(x, y); }
+    void LeftUp(double x, double y) { gesture_.End(x, y); }
+    EditGesture& Gesture() { return gesture_; }
 
     // The context menu, over the post of the last right click.
     bool PopupOnTerrain() const { return interaction_.PopupSerial > 0; }
@@ -69,7 +79,6 @@ public:
 
 private:
     void EditElevationAt(CursorPost place);
-    void Paint(CursorPost post);
     void ChangePost(int32_t serial, const TerrainPost& to);
 
     Terrain& terrain_;
@@ -78,6 +87,7 @@ private:
     UndoPoints& undo_;
     WorkspaceCommands& workspace_;
     MapCommands& commands_;
+    EditGesture gesture_;
 };
 
 } // namespace vardenix

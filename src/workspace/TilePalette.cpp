@@ -22,6 +22,11 @@ std::vector<int32_t> TilesOfClass(const TileLookup& lookup, int32_t classCode) {
     return tiles;
 }
 
+bool HasTile(const TileLookup& lookup, int32_t tile) {
+    return tile >= 0 && static_cast<size_t>(tile) < lookup.size() &&
+           !lookup[static_cast<size_t>(tile)].Name.empty();
+}
+
 PaletteLayout LayOutPalette(size_t buttons, int32_t frameWidth) {
     PaletteLayout layout;
     layout.Columns = std::max(1, frameWidth / PaletteButtonSide);

@@ -28,6 +28,9 @@ int PaletteIndex(int32_t classCode);
 // The tile numbers that a class shows, rising. Numbers without a name are left out.
 std::vector<int32_t> TilesOfClass(const TileLookup& lookup, int32_t classCode);
 
+// Whether the catalogue has a tile of this number, which can be chosen so.
+bool HasTile(const TileLookup& lookup, int32_t tile);
+
 // A place within Frame1.
 struct PalettePlace {
     int32_t Left = 0;

@@ -1,24 +1,142 @@
 #include "workspace/UndoPoints.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace vardenix {
+
+namespace {
+
+// Finest elevations along a side of a post.
+constexpr int32_t HeightsPerPost = 4;
+
+// The edit of the entry's own post, and then the stroke's; backwards for an undo.
+void WriteStep(PostArray& posts, const UndoPostEntry& step, bool undo) {
+    if (undo) {
+        WriteOld(posts, step.Stroke);
+        posts(step.Serial) = step.OldPost;
+    } else {
+        posts(step.Serial) = step.NewPost;
+        WriteNew(posts, step.Stroke);
+    }
+}
+
+void WriteStep(ElevationLayer& layer, const UndoElvEntry& step, bool undo) {
+    if (undo) {
+        WriteOld(layer.L0ElvArr, step.Stroke);
+        layer.At(step.X, step.Y) = step.OldValue;
+    } else {
+        layer.At(step.X, step.Y) = step.NewValue;
+        WriteNew(layer.L0ElvArr, step.Stroke);
+    }
+}
+
+// Adds up what runs of a grid `width` squares a side have changed.
+class Changes {
+public:
+    Changes(int32_t width, int32_t squaresPerPost, const PostBox& part)
+        : width_(width), perPost_(squaresPerPost), part_(part) {}
+
+    void Add(int32_t serial, int32_t count) {
+        const int32_t y = (serial - 1) / width_ / perPost_;
+        const int32_t x1 = (serial - 1) % width_ / perPost_;
+        const int32_t x2 = ((serial - 1) % width_ + count - 1) / perPost_;
+        PostBox& box = changed_.Box;
+        box = {std::min(box.X1, x1), std::min(box.Y1, y), std::max(box.X2, x2),
+               std::max(box.Y2, y)};
+        changed_.AnyIn = changed_.AnyIn || (y >= part_.Y1 && y <= part_.Y2 &&
+                                            x1 <= part_.X2 && x2 >= part_.X1);
+    }
+    template <typename Value>
+    void Add(const std::vector<ValueRun<Value>>& runs) {
+        for (const ValueRun<Value>& run : runs)
+            Add(run.Serial, run.Count);
+    }
+    const ChangedPosts& Result() const { return changed_; }
+
+private:
+    static constexpr int32_t Far = std::numeric_limits<int32_t>::max();
+
+    int32_t width_;
+    int32_t perPost_;
+    PostBox part_;
+    ChangedPosts changed_{{Far, Far, -1, -1}, false};
+};
+
+template <typename Value>
+void Append(std::vector<ValueRun<Value>>& to, std::vector<ValueRun<Value>> more) {
+    to.insert(to.end(), more.begin(), more.end());
+}
+
+} // namespace
 
 void UndoPoints::AddPostUndo(const TerrainPost& oldPost, const TerrainPost& newPost,
                              int32_t serial) {
+    strokeOpen_ = false;
+    remembered_ = true;
     undoPosts_.Add({serial, oldPost, newPost});
     StepPostUndo(0, true);
 }
 
 void UndoPoints::AddElvUndo(int16_t oldValue, int16_t newValue, int32_t y, int32_t x) {
+    strokeOpen_ = false;
+    remembered_ = true;
     undoElv_.Add({x, y, newValue, oldValue});
     StepElvUndo(0, true);
+}
+
+void UndoPoints::AddStroke(std::vector<TileRun> runs) {
+    if (runs.empty())
+        return;
+    const TileRun& first = runs.front();
+    UndoPostEntry entry{first.Serial, terrain_.LxArr(first.Serial),
+                        terrain_.LxArr(first.Serial)};
+    entry.OldPost.TileOffset = first.OldValue;
+    entry.NewPost.TileOffset = first.NewValue;
+    entry.Stroke = std::move(runs);
+    remembered_ = true;
+    undoPosts_.Add(std::move(entry));
+    strokeOpen_ = true;
+    StepPostUndo(0, true);
+}
+
+void UndoPoints::AddStroke(std::vector<HeightRun> runs) {
+    if (runs.empty())
+        return;
+    const HeightRun& first = runs.front();
+    const int32_t width = terrain_.Elevations.EMapWidth;
+    UndoElvEntry entry{(first.Serial - 1) % width + 1, (first.Serial - 1) / width + 1,
+                       first.NewValue, first.OldValue};
+    entry.Stroke = std::move(runs);
+    remembered_ = true;
+    undoElv_.Add(std::move(entry));
+    strokeOpen_ = true;
+    StepElvUndo(0, true);
+}
+
+void UndoPoints::ExtendStroke(std::vector<TileRun> runs) {
+    if (runs.empty())
+        return;
+    if (!strokeOpen_)
+        return AddStroke(std::move(runs));
+    remembered_ = true;
+    undoPosts_.Extend([&](UndoPostEntry& step) { Append(step.Stroke, std::move(runs)); });
+}
+
+void UndoPoints::ExtendStroke(std::vector<HeightRun> runs) {
+    if (runs.empty())
+        return;
+    if (!strokeOpen_)
+        return AddStroke(std::move(runs));
+    remembered_ = true;
+    undoElv_.Extend([&](UndoElvEntry& step) { Append(step.Stroke, std::move(runs)); });
 }
 
 void UndoPoints::StepPostUndo(int16_t position, bool buttonsOnly) {
     if (!buttonsOnly) {
         const bool undo = position > undoPosts_.Position();
         const int entry = undo ? position : position + 1;
-        const UndoPostEntry& edit = undoPosts_.At(static_cast<int16_t>(entry));
-        terrain_.LxArr(edit.Serial) = undo ? edit.OldPost : edit.NewPost;
+        WriteStep(terrain_.LxArr, undoPosts_.At(static_cast<int16_t>(entry)), undo);
     }
     undoPosts_.SetPosition(position);
     ShowStep();
@@ -28,8 +146,7 @@ void UndoPoints::StepElvUndo(int16_t position, bool buttonsOnly) {
     if (!buttonsOnly) {
         const bool undo = position > undoElv_.Position();
         const int entry = undo ? position : position + 1;
-        const UndoElvEntry& edit = undoElv_.At(static_cast<int16_t>(entry));
-        terrain_.Elevations.At(edit.X, edit.Y) = undo ? edit.OldValue : edit.NewValue;
+        WriteStep(terrain_.Elevations, undoElv_.At(static_cast<int16_t>(entry)), undo);
     }
     undoElv_.SetPosition(position);
     ShowStep();
@@ -51,27 +168,86 @@ void UndoPoints::Redo(bool l0Mode) {
 }
 
 void UndoPoints::Step(bool l0Mode, int16_t by) {
-    const int position = (l0Mode ? UndoElvPos() : UndoPostPos()) + by;
+    strokeOpen_ = false;
+    const auto position =
+        static_cast<int16_t>((l0Mode ? UndoElvPos() : UndoPostPos()) + by);
+    if (l0Mode)
+        StepElvUndo(position, false);
+    else
+        StepPostUndo(position, false);
+    const bool asSaved = l0Mode ? undoElv_.IsAsSaved() : undoPosts_.IsAsSaved();
+    remembered_ = !asSaved;
+    if (asSaved)
+        l0Mode ? workspace_.L0AsSaved() : workspace_.L2AsSaved();
+    else
+        l0Mode ? workspace_.L0NeedSave() : workspace_.L2NeedSave();
+}
+
+std::optional<ChangedPosts> UndoPoints::NextUndo(bool l0Mode, const PostBox& part) const {
+    if (!CanUndo(l0Mode))
+        return std::nullopt;
+    return ChangedBy(l0Mode, (l0Mode ? UndoElvPos() : UndoPostPos()) + 1, part);
+}
+
+std::optional<ChangedPosts> UndoPoints::NextRedo(bool l0Mode, const PostBox& part) const {
+    if (!CanRedo(l0Mode))
+        return std::nullopt;
+    return ChangedBy(l0Mode, l0Mode ? UndoElvPos() : UndoPostPos(), part);
+}
+
+std::optional<ChangedPosts> UndoPoints::ChangedBy(bool l0Mode, int entry,
+                                                  const PostBox& part) const {
+    const auto index = static_cast<int16_t>(entry);
+    const int32_t width = l0Mode ? terrain_.Elevations.EMapWidth : terrain_.MapWidth;
+    if (width <= 0)
+        return std::nullopt;
+    Changes changes(width, l0Mode ? HeightsPerPost : 1, part);
     if (l0Mode) {
-        StepElvUndo(static_cast<int16_t>(position), false);
-        workspace_.L0NeedSave();
+        const UndoElvEntry& step = undoElv_.At(index);
+        changes.Add((step.Y - 1) * width + step.X, 1);
+        changes.Add(step.Stroke);
     } else {
-        StepPostUndo(static_cast<int16_t>(position), false);
-        workspace_.L2NeedSave();
+        const UndoPostEntry& step = undoPosts_.At(index);
+        changes.Add(step.Serial, 1);
+        changes.Add(step.Stroke);
     }
+    return changes.Result();
 }
 
 void UndoPoints::ShowButtons(bool l0Mode) {
+    strokeOpen_ = false;
     if (l0Mode)
         StepElvUndo(UndoElvPos(), true);
     else
         StepPostUndo(UndoPostPos(), true);
 }
 
+void UndoPoints::Saved(bool l0Mode) {
+    if (l0Mode)
+        undoElv_.Saved();
+    else
+        undoPosts_.Saved();
+}
+
+void UndoPoints::Marked(bool l0Mode) {
+    if (std::exchange(remembered_, false))
+        return;
+    if (l0Mode)
+        undoElv_.ChangedOtherwise();
+    else
+        undoPosts_.ChangedOtherwise();
+}
+
 void UndoPoints::TilesRenumbered(const TileRenumbering& numbers) {
-    undoPosts_.ForEach([&numbers](UndoPostEntry& edit) {
-        edit.OldPost.TileOffset = numbers.Of(edit.OldPost.TileOffset);
-        edit.NewPost.TileOffset = numbers.Of(edit.NewPost.TileOffset);
+    strokeOpen_ = false;
+    undoPosts_.ChangedOtherwise();
+    undoPosts_.ForEach([&numbers](UndoPostEntry& step) {
+        step.OldPost.TileOffset = numbers.Of(step.OldPost.TileOffset);
+        step.NewPost.TileOffset = numbers.Of(step.NewPost.TileOffset);
+        for (TileRun& run : step.Stroke) {
+            run.OldValue = numbers.Of(run.OldValue);
+            run.NewValue = numbers.Of(run.NewValue);
+        }
     });
 }
 
@@ -81,6 +257,34 @@ bool UndoPoints::CanUndo(bool l0Mode) const {
 
 bool UndoPoints::CanRedo(bool l0Mode) const {
     return l0Mode ? undoElv_.CanRedo() : undoPosts_.CanRedo();
+}
+
+namespace {
+
+PostBox InView(const MapView& view) {
+    return {view.MapLeftX, view.MapBottomY, view.MapLeftX + view.ViewPosts() - 1,
+            view.MapBottomY + view.ViewPosts() - 1};
+}
+
+// Its lower left post is put where every command puts its post.
+void ScrollToHidden(const std::optional<ChangedPosts>& changed,
+                    WorkspaceCommands& workspace) {
+    if (changed && !changed->AnyIn)
+        workspace.ScrollTo(changed->Box.X1, changed->Box.Y1);
+}
+
+} // namespace
+
+void UndoInView(UndoPoints& undo, const MapView& view, WorkspaceCommands& workspace) {
+    const auto changed = undo.NextUndo(view.L0Mode, InView(view));
+    undo.Undo(view.L0Mode);
+    ScrollToHidden(changed, workspace);
+}
+
+void RedoInView(UndoPoints& undo, const MapView& view, WorkspaceCommands& workspace) {
+    const auto changed = undo.NextRedo(view.L0Mode, InView(view));
+    undo.Redo(view.L0Mode);
+    ScrollToHidden(changed, workspace);
 }
 
 } // namespace vardenix

@@ -50,7 +50,7 @@ protected:
     void OpenEditor() {
         Start();
         start_ = MapPicture();
-        desktop_.ClickIn(Map, Side / 2, Side / 2, 3);
+        desktop_.ClickIn(Map, Side / 2, Strip + Side / 2, 3);
         ASSERT_TRUE(Await([this](const Picture& now) { return now != start_; }));
         desktop_.Key("b");
         ASSERT_TRUE(IsUp(Saved));

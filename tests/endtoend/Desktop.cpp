@@ -249,6 +249,14 @@ void Desktop::DragIn(const std::string& title, Point from, Point to,
         Run({"xdotool", "keyup", key});
 }
 
+void Desktop::StrokeIn(const std::string& title, const std::vector<Point>& places) const {
+    PointAt(title, places.front());
+    Run({"xdotool", "mousedown", "1"});
+    for (const Point& place : places)
+        PointAt(title, place);
+    Run({"xdotool", "mouseup", "1"});
+}
+
 void Desktop::DragInto(const std::string& fromTitle, Point from,
                        const std::string& toTitle, Point to) const {
     PointAt(fromTitle, from);

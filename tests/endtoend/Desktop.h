@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <sys/types.h>
+#include <utility>
 #include <vector>
 
 namespace vardenix::tests {
@@ -110,6 +111,8 @@ public:
     // none.
     void DragIn(const std::string& title, Point from, Point to,
                 const std::string& key = {}) const;
+    // The button is held along several places.
+    void StrokeIn(const std::string& title, const std::vector<Point>& places) const;
     // The same from one window into another; the pointer comes there in several steps,
     // as it has to for the two programs to talk.
     void DragInto(const std::string& fromTitle, Point from, const std::string& toTitle,

@@ -4,6 +4,7 @@
 #include "support/TheaterMaker.h"
 
 #include <random>
+#include <set>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -50,7 +51,7 @@ protected:
 
     // The middle of a post of the view, from its lower left.
     static int Across(int x) { return x * Cell + Cell / 2; }
-    static int Down(int y) { return Side - y * Cell - Cell / 2; }
+    static int Down(int y) { return Strip + Side - y * Cell - Cell / 2; }
     void ClickPost(int x, int y, int button) {
         desktop_.ClickIn(Map, Across(x), Down(y), button);
     }
@@ -146,6 +147,87 @@ TEST_F(EditingEndToEnd, PaintsUndoesEditsSavesAndFindsItAgain) {
     EXPECT_TRUE(Await([&](const Picture& map) { return map == painted; }));
     Leave();
     EXPECT_TRUE(Differences(saved, Level2()).empty());
+}
+
+using SomePosts = std::set<std::pair<int, int>>;
+
+// Posts of the view, of which the level holds one tile now, and the rest as it was.
+void ExpectPainted(const MadeLevel& before, const MadeLevel& saved,
+                   const SomePosts& painted, int32_t tile) {
+    ASSERT_EQ(saved.Posts.size(), before.Posts.size());
+    MadeLevel expected = before;
+    for (const auto& [x, y] : painted)
+        expected
+            .Posts[SerialOf(static_cast<size_t>(ViewX + x),
+                            static_cast<size_t>(ViewY + y), Posts) -
+                   1]
+            .Tile = tile;
+    EXPECT_TRUE(Differences(expected, saved).empty());
+}
+
+// The posts round a place of the view that hang together with it in its own tile, in the
+// segments that are in view: one asks the next.
+void Connected(const MadeLevel& level, int x, int y, int32_t tile, SomePosts& found) {
+    const int column = ViewX + x;
+    const int row = ViewY + y;
+    const int low = ViewX / 16 * 16;
+    const int high = (ViewX + 4) / 16 * 16 + 15;
+    if (column < low || row < low || column > high || row > high ||
+        level.Posts[SerialOf(static_cast<size_t>(column), static_cast<size_t>(row),
+                             Posts) -
+                    1]
+                .Tile != tile ||
+        !found.insert({x, y}).second)
+        return;
+    Connected(level, x + 1, y, tile, found);
+    Connected(level, x - 1, y, tile, found);
+    Connected(level, x, y + 1, tile, found);
+    Connected(level, x, y - 1, tile, found);
+}
+
+TEST_F(EditingEndToEnd, StrokesRectanglesAndFillsAreOnTheDiskAsTheyWereDrawn) {
+    const MadeLevel before = Level2();
+    Start();
+    const Picture untouched = MapPicture();
+    ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
+
+    desktop_.StrokeIn(Map,
+                      {{Across(0), Down(4)}, {Across(4), Down(4)}, {Across(4), Down(2)}});
+    ASSERT_TRUE(Await([&](const Picture& map) {
+        return CellOf(map, 4, 2) != CellOf(untouched, 4, 2);
+    }));
+    const Picture stroke = MapPicture();
+    desktop_.Key("r");
+    desktop_.StrokeIn(Map, {{Across(1), Down(3)}, {Across(2), Down(2)}});
+    ASSERT_TRUE(Await([&](const Picture& map) { return map != stroke; }));
+    const Picture rectangle = MapPicture();
+    ASSERT_NO_FATAL_FAILURE(Save());
+
+    const MadeLevel saved = Level2();
+    const int32_t tile = saved.Posts[SerialOf(ViewX + 4, ViewY + 2, Posts) - 1].Tile;
+    const SomePosts drawn{{0, 4}, {1, 4}, {2, 4}, {3, 4}, {4, 4}, {4, 3},
+                          {4, 2}, {1, 2}, {1, 3}, {2, 2}, {2, 3}};
+    ASSERT_NO_FATAL_FAILURE(ExpectPainted(before, saved, drawn, tile));
+
+    // Each was one step; the way back to what is saved takes the star away.
+    desktop_.Key("ctrl+z");
+    ASSERT_TRUE(Await([&](const Picture& map) { return map == stroke; }));
+    EXPECT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+    desktop_.Key("ctrl+z");
+    ASSERT_TRUE(Await([&](const Picture& map) { return map == untouched; }));
+    desktop_.Keys({"ctrl+y", "ctrl+y"});
+    ASSERT_TRUE(Await([&](const Picture& map) { return map == rectangle; }));
+    EXPECT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
+
+    SomePosts filled;
+    Connected(saved, 3, 3, saved.Posts[SerialOf(ViewX + 3, ViewY + 3, Posts) - 1].Tile,
+              filled);
+    desktop_.Key("f");
+    ClickPost(3, 3, 1);
+    ASSERT_TRUE(Await([&](const Picture& map) { return map != rectangle; }));
+    ASSERT_NO_FATAL_FAILURE(Save());
+    ASSERT_NO_FATAL_FAILURE(ExpectPainted(saved, Level2(), filled, tile));
+    Leave();
 }
 
 TEST_F(EditingEndToEnd, LoadsAL0FileEditsAHeightAndSavesIt) {

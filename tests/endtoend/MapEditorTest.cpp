@@ -54,7 +54,7 @@ TEST_F(MapEditorEndToEnd, AColourIsFoundChangedExportedAndImported) {
     const std::string before = OnDisk();
     ASSERT_EQ(before.size(), 1112U);
     const Picture map = MapPicture();
-    desktop_.ClickIn(Map, Side / 2, Side / 2, 3);
+    desktop_.ClickIn(Map, Side / 2, Strip + Side / 2, 3);
     ASSERT_TRUE(Await([&map](const Picture& now) {
         return now != map; // the menu lies over it
     }));

@@ -54,7 +54,7 @@ protected:
     }
     // Post x, y of the view, from its lower left.
     void ClickPost(int x, int y) {
-        desktop_.ClickIn(Map, x * Cell + Cell / 2, Side - y * Cell - Cell / 2);
+        desktop_.ClickIn(Map, x * Cell + Cell / 2, Strip + Side - y * Cell - Cell / 2);
     }
     void Save() {
         ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));

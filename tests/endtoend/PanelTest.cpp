@@ -49,11 +49,12 @@ TEST_F(PanelEndToEnd, ZoomButtonsShowMoreAndFewerPosts) {
     const Picture near = MapPicture();
     Picture map = near;
     PressTillChanged("cmdminus", map);
-    // A cell of two posts by two: the lower left quarter is all that was seen before, of
-    // which every other pixel is left.
+    // A cell of two posts by two: about the middle is all that was seen before, two posts
+    // from the left and from below, and every other pixel of it is left.
     for (int y = 0; y < Side / 2; ++y)
         for (int x = 0; x < Side / 2; ++x)
-            ASSERT_EQ(map.At(x, Side / 2 + y), near.At(2 * x, 2 * y)) << x << ", " << y;
+            ASSERT_EQ(map.At(Cell + x, Side / 2 - Cell + y), near.At(2 * x, 2 * y))
+                << x << ", " << y;
     PressTillChanged("cmdplus", map);
     EXPECT_TRUE(map == near);
     PressTillChanged("ZoomScroll", map, 0.0); // a page of five posts to the far side
@@ -70,8 +71,8 @@ TEST_F(PanelEndToEnd, GridAndTileSizeChangeTheWindow) {
     // The upper row and the right column have gone.
     ASSERT_TRUE(WaitFor([&] {
         const Picture now = desktop_.Look(Map);
-        return now.Width == width - Cell && now.Height >= Side - Cell &&
-               now.Part({0, 0, Side - Cell, Side - Cell}) ==
+        return now.Width == width - Cell && now.Height >= Strip + Side - Cell &&
+               now.Part({0, Strip, Side - Cell, Side - Cell}) ==
                    before.Part({0, Cell, Side - Cell, Side - Cell});
     }));
     Press("cmdZoomOut");

@@ -136,6 +136,11 @@ TEST_F(StartUpEndToEnd, AFolderThatIsNamedOpensAtOnce) {
 }
 
 TEST_F(StartUpEndToEnd, TheUpdateAnswerIsKeptAndNotAskedAgain) {
+    // Nobody answers there, and nobody else is asked.
+    std::string ini = Slurp(FIRST_SETTINGS);
+    const size_t at = ini.find("VERSION CHECK=") + 14;
+    ini.replace(at, ini.find('\r', at) - at, "http://127.0.0.1:9/v");
+    folder_.Write("program/VX.ini", ini);
     StartAnswered("y");
     desktop_.Key("Escape");
     ExpectEnd();

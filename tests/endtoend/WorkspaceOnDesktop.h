@@ -20,6 +20,7 @@ inline constexpr const char* Preview = "^Theater Preview$";
 inline constexpr const char* Palette = "^Tile Palette$";
 inline constexpr int Cell = 128;      // pixels of a post on a first start
 inline constexpr int Side = 5 * Cell; // of the picture
+inline constexpr int Strip = 30;      // of tools, above the picture
 inline constexpr int Posts = 128;     // of the sample theater, a side
 inline constexpr unsigned Background = 0xF0F0F0;
 
@@ -82,9 +83,9 @@ protected:
 
     Picture MapPicture() const {
         const Picture window = desktop_.Look(Map);
-        if (window.Width < Side || window.Height < Side)
+        if (window.Width < Side || window.Height < Strip + Side)
             return {};
-        return window.Part({0, 0, Side, Side});
+        return window.Part({0, Strip, Side, Side});
     }
 
     // Until the map looks as wanted.

@@ -33,9 +33,11 @@ TEST_F(WorkspaceEndToEnd, AFirstStartShowsMapPanelAndPreviewSideBySide) {
         EXPECT_LE(place.Left + place.Width, 1280);
         EXPECT_LE(place.Top + place.Height, 900);
     }
-    // The lower left corner of the theater is open sea.
-    for (const unsigned color : ColorsOf(MapPicture()))
-        EXPECT_GT(color & 0xFF, color >> 16) << std::hex << color;
+    // The lower left corner of the theater is open sea; the view begins where land is.
+    const auto colors = ColorsOf(MapPicture());
+    EXPECT_TRUE(std::any_of(colors.begin(), colors.end(), [](unsigned color) {
+        return (color & 0xFF) < (color >> 16);
+    }));
 }
 
 TEST_F(WorkspaceEndToEnd, AClickOnThePreviewMovesTheMap) {
@@ -145,7 +147,7 @@ TEST_F(WorkspaceEndToEnd, ThePaletteLiesOverTheMapAtItsStoredPlace) {
     // Away from the pointer in the middle of the screen, which a button shows.
     const auto look = [&] { return desktop_.Look(Palette).Part({0, 0, 420, 200}); };
     const Picture before = look();
-    desktop_.ClickIn(Map, 20, Side - 20); // which brings the map up
+    desktop_.ClickIn(Map, 20, Strip + Side - 20); // which brings the map up
     const Picture map = MapPicture();
     desktop_.Key("Right");
     ASSERT_TRUE(Await([&](const Picture& now) { return now != map; }));

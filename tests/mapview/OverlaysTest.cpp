@@ -159,9 +159,10 @@ TEST_F(Overlay, HeightsStandInTheMiddleOfTheirCells) {
     world_.Post(1, 2).Elevation = 100;
     world_.Post(2, 2).Elevation = 7;
     // Six pixels a letter, ten high.
-    EXPECT_THAT(Painted("text"),
-                ElementsAre("text 120 55,187 99E0FF", "text -32768 174,187 0000FF",
-                            "text 100 55,59 ABF2FF", "text 7 189,59 D3F7FF"));
+    EXPECT_THAT(Painted("text"), ElementsAre("text 120 55,187 99E0FF rim 000000",
+                                             "text -32768 174,187 0000FF rim FFFFFF",
+                                             "text 100 55,59 ABF2FF rim 000000",
+                                             "text 7 189,59 D3F7FF rim 000000"));
     EXPECT_THAT(story_.Lines("font"),
                 ElementsAre("font Courier New 8.5 bold italic strike underline"));
 }
@@ -175,6 +176,31 @@ TEST_F(Overlay, EachDistinctHeightIsMeasuredOnce) {
     EXPECT_EQ(Painted("text").size(), 256U);
     EXPECT_THAT(story_.Lines("measure"),
                 ElementsAre("measure 1", "measure 2", "measure 0"));
+}
+
+// Cells of 16 pixels have room for two letters of six.
+TEST_F(Overlay, HeightsWiderThanTheirCellAreLeftOutAndCounted) {
+    world_.View.ShowHeights = true;
+    world_.View.ZoomPosts = 8;
+    world_.Post(1, 1).Elevation = 100;
+    world_.Post(2, 1).Elevation = -10;
+    world_.Post(3, 1).Elevation = 99;
+    MapRenderer renderer = world_.Renderer();
+    renderer.RefreshPicArray(world_.View, surface_, screen_, nullptr);
+    EXPECT_EQ(renderer.HeightsLeftOut(), 2);
+    EXPECT_EQ(story_.Lines("text").size(), 254U);
+    EXPECT_EQ(story_.Lines("text").at(0).substr(0, 8), "text 99 ");
+    world_.View.ShowHeights = false;
+    renderer.RefreshPicArray(world_.View, surface_, screen_, nullptr);
+    EXPECT_EQ(renderer.HeightsLeftOut(), 0);
+}
+
+TEST(Rim, IsTheOtherOfBlackAndWhite) {
+    EXPECT_EQ(RimOf(0xFFFFFF), 0U);
+    EXPECT_EQ(RimOf(0), 0xFFFFFFU);
+    EXPECT_EQ(RimOf(0x0000FF), 0xFFFFFFU); // red
+    EXPECT_EQ(RimOf(0x00FF00), 0U);        // green
+    EXPECT_EQ(RimOf(0xFF0000), 0xFFFFFFU); // blue
 }
 
 class FinestHeights : public Overlay {
@@ -197,11 +223,11 @@ TEST_F(FinestHeights, SixteenStandInAPostTheTopRowFirst) {
     const Lines texts = Painted("text");
     ASSERT_EQ(texts.size(), 16U);
     // Quarters of 32 pixels, texts of 12 by 10.
-    EXPECT_EQ(texts[0], "text 14 10,139 D3F7FF");
-    EXPECT_EQ(texts[1], "text 24 42,139 D3F7FF");
-    EXPECT_EQ(texts[3], "text 44 106,139 D3F7FF");
-    EXPECT_EQ(texts[4], "text 13 10,171 D3F7FF");
-    EXPECT_EQ(texts[15], "text 41 106,235 D3F7FF");
+    EXPECT_EQ(texts[0], "text 14 10,139 D3F7FF rim 000000");
+    EXPECT_EQ(texts[1], "text 24 42,139 D3F7FF rim 000000");
+    EXPECT_EQ(texts[3], "text 44 106,139 D3F7FF rim 000000");
+    EXPECT_EQ(texts[4], "text 13 10,171 D3F7FF rim 000000");
+    EXPECT_EQ(texts[15], "text 41 106,235 D3F7FF rim 000000");
 }
 
 TEST_F(FinestHeights, ASecondPostHasItsOwn) {
@@ -212,7 +238,7 @@ TEST_F(FinestHeights, ASecondPostHasItsOwn) {
     layer.L0ElvArr = HeightArray(64);
     layer.At(5, 8) = 77; // upper left of post (2, 2)
     world_.View.ShowHeights = true;
-    EXPECT_EQ(Painted("text").at(48), "text 77 138,11 ABF2FF");
+    EXPECT_EQ(Painted("text").at(48), "text 77 138,11 ABF2FF rim 000000");
 }
 
 TEST_F(FinestHeights, NoneAreShownWithoutALayerThatFits) {

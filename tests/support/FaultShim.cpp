@@ -273,6 +273,12 @@ int rename(const char* from, const char* to) noexcept {
     return refusal != 0 ? Refuse(refusal) : real(from, to);
 }
 
+int link(const char* from, const char* to) noexcept {
+    REAL(link);
+    const int refusal = Refusal();
+    return refusal != 0 ? Refuse(refusal) : real(from, to);
+}
+
 int unlink(const char* path) noexcept {
     REAL(unlink);
     // A full disk still lets files go.

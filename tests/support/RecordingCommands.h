@@ -23,6 +23,15 @@ public:
     void ScrollTo(int x, int y) override {
         Say("scroll(" + std::to_string(x) + "," + std::to_string(y) + ")");
     }
+    void PlaceView(int x, int y) override {
+        Say("place(" + std::to_string(x) + "," + std::to_string(y) + ")");
+    }
+    // What was told last; no part of the story.
+    std::string Told;
+    void Tell(const std::string& words) override { Told = words; }
+    void SelectionChanged() override {}
+    void L2AsSaved() override { Say("L2saved"); }
+    void L0AsSaved() override { Say("L0saved"); }
     void PositionChanged() override { Say("position"); }
     void L2NeedSave() override { Say("L2"); }
     void L0NeedSave() override { Say("L0"); }

@@ -107,6 +107,12 @@ public:
         story_.Tell("text " + std::string(text) + " " + At(topLeft) + " " + Six(color));
     }
 
+    void DrawRimmedText(PicturePoint topLeft, std::string_view text, uint32_t color,
+                        uint32_t rim) override {
+        story_.Tell("text " + std::string(text) + " " + At(topLeft) + " " + Six(color) +
+                    " rim " + Six(rim));
+    }
+
 private:
     static std::string Number(double value) {
         std::ostringstream text;

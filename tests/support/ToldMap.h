@@ -2,6 +2,7 @@
 
 #include "workspace/MapMouse.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -39,6 +40,15 @@ public:
     void ExportTiles() override { story_ += " export"; }
     void SubExportTDFs() override { story_ += " tdfs"; }
     void ImportTiles() override { story_ += " import"; }
+    void PickTile(int32_t tileNumber) override {
+        story_ += " pick " + std::to_string(tileNumber);
+    }
+    // Sets the zoom, as the panel would.
+    std::function<void(int16_t)> OnZoom;
+    void SetZoom(int16_t zoomPosts) override {
+        if (OnZoom)
+            OnZoom(zoomPosts);
+    }
     void LoadFeatures(const std::vector<std::string>& paths) override {
         for (const std::string& path : paths)
             story_ += " load " + path;

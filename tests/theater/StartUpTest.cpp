@@ -37,7 +37,9 @@ TEST(StartUp, TheUpdateQuestionComesOnlyWhileUndecided) {
                                  "enable or disable it. Do you "
                                  "want to enable the autoupdate feature? (You can "
                                  "enable/disable it later from the "
-                                 "startup window)";
+                                 "startup window)\n\nThe address that is asked: "
+                                 "http://www.vardenix.example/Vardenix/Version/"
+                                 "Version.php";
     for (const auto& [answer, stored] :
          {std::pair{BoxAnswer::Yes, 1}, {BoxAnswer::No, 0}}) {
         configuration.AutoCheckForUpdates = 2;

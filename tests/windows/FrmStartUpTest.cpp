@@ -232,11 +232,48 @@ TEST_F(FrmStartUpTest, TheAnswerToTheUpdateQuestionIsShown) {
         "This program has an autoupdate feature. Since the usage or not of this feature "
         "is not defined in the ini file, you have the option to enable or disable it. "
         "Do you want to enable the autoupdate feature? (You can enable/disable it later "
-        "from the startup window)",
+        "from the startup window)\n\nThe address that is asked: "
+        "http://www.vardenix.example/Vardenix/Version/Version.php",
         BoxAnswer::Yes);
     Open();
     EXPECT_TRUE(Find<QCheckBox>(*window_, "chkCheckupdate").isChecked());
     EXPECT_EQ(state_.Configuration.AutoCheckForUpdates, 1);
+}
+
+TEST_F(FrmStartUpTest, TheVersionCheckFollowsItsBox) {
+    state_.Configuration.AutoCheckForUpdates = AutoCheckOn;
+    window_ = std::make_unique<FrmStartUp>(state_, platform_.All, log_, windows_);
+    QSignalSpy wanted(window_.get(), &FrmStartUp::CheckWanted);
+    QSignalSpy ends(window_.get(), &FrmStartUp::CheckEnds);
+    window_->Form_Load();
+    window_->show();
+    EXPECT_EQ(wanted.size(), 1);
+    window_->ShowCheck("Checking for a new version...");
+    const auto& label = Find<QLabel>(*window_, "Label2");
+    EXPECT_TRUE(label.isVisible());
+    EXPECT_EQ(label.text(), "Checking for a new version...");
+    ends.clear();
+    Click("chkCheckupdate");
+    EXPECT_EQ(ends.size(), 1);
+    EXPECT_EQ(label.text(), "");
+    EXPECT_EQ(wanted.size(), 1);
+    Click("chkCheckupdate");
+    EXPECT_EQ(wanted.size(), 2);
+}
+
+TEST_F(FrmStartUpTest, TheVersionCheckEndsWhenATheaterIsReadOrTheWindowCloses) {
+    OpenOnTheater();
+    QSignalSpy ends(window_.get(), &FrmStartUp::CheckEnds);
+    windows_.OnPreview = [this] {
+        window_->ShowCheck("too late");
+        EXPECT_NE(Find<QLabel>(*window_, "Label2").text(), "too late");
+    };
+    Click("CmdShowTheater");
+    EXPECT_EQ(ends.size(), 1);
+    Open();
+    QSignalSpy more(window_.get(), &FrmStartUp::CheckEnds);
+    window_->close();
+    EXPECT_EQ(more.size(), 1);
 }
 
 TEST_F(FrmStartUpTest, TheCheckBoxesSwitchTheirSettings) {
@@ -432,6 +469,10 @@ TEST_F(FrmStartUpTest, ADroppedTheaterFillsTheFourPaths) {
     const auto drop = [this](const std::string& path) {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        enter.setAccepted(false);
+        QApplication::sendEvent(window_.get(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
         QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(window_.get(), &event);
     };

@@ -224,7 +224,12 @@ TEST_F(FrmVXMainTest, ZoomStepsByOnePostBetweenOneAndTwenty) {
     EXPECT_EQ(view_.ZoomPosts, 2);
     EXPECT_EQ(state_.Configuration.Zoom, 2);
     EXPECT_EQ(Shown("Label1"), "2");
+    EXPECT_EQ(Shown("lblZoomUnit"), "posts a cell");
+    view_.MapLeftX = 50; // to 59; five posts have the same middle from 52 on
+    view_.MapBottomY = 70;
     EXPECT_EQ(StoryOf("cmdplus"), "layout paint ");
+    EXPECT_EQ(workspace_.Placed, (ViewPosition{52, 72}));
+    EXPECT_EQ(Shown("lblZoomUnit"), "post a cell");
     EXPECT_EQ(view_.ZoomPosts, 1);
     Slider("ZoomScroll").setValue(20);
     EXPECT_EQ(StoryOf("cmdminus"), "");

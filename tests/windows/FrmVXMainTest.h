@@ -28,6 +28,12 @@ public:
         Story += "scroll " + std::to_string(x) + "," + std::to_string(y) + " ";
     }
     void PositionChanged() override {}
+    ViewPosition Placed; // no part of the story
+    void PlaceView(int x, int y) override { Placed = {x, y}; }
+    void Tell(const std::string&) override {}
+    void SelectionChanged() override {}
+    void L2AsSaved() override {}
+    void L0AsSaved() override {}
     void L2NeedSave() override {}
     void L0NeedSave() override {}
     void ShowWorkspace() override {}

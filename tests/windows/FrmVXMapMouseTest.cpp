@@ -3,6 +3,10 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QSpinBox>
+
+#include <set>
+#include <tuple>
 
 namespace vardenix {
 namespace {
@@ -34,6 +38,13 @@ protected:
                           Qt::NoModifier);
         QApplication::sendEvent(&PicShow(), &event);
     }
+    // The same with the left button held.
+    void Drag(int x, int y) {
+        QMouseEvent event(QEvent::MouseMove, Middle(x, y),
+                          PicShow().mapToGlobal(Middle(x, y)), Qt::NoButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&PicShow(), &event);
+    }
     TerrainPost& Post(int x, int y) { return state_.Terrain.LxArr(y * 64 + x + 1); }
     int32_t Tile(int x, int y) { return Post(x, y).TileOffset; }
     QMenu& Popup() { return Find<QMenu>(window_, "mnupup1"); }
@@ -48,15 +59,52 @@ TEST_F(FrmVXMapMouseTest, ALeftPressPaintsTheChosenTile) {
     EXPECT_EQ(commands_.Story, "commands refresh L2");
 }
 
-TEST_F(FrmVXMapMouseTest, DraggingPaintsNothingMore) {
+TEST_F(FrmVXMapMouseTest, MovingWithoutTheButtonPaintsNothingMore) {
     interaction_.SelectedTile = 5;
-    QTest::mousePress(&PicShow(), Qt::LeftButton, {}, Middle(0, 0));
+    Press(Qt::LeftButton, 0, 0);
     MoveTo(1, 0);
     MoveTo(2, 0);
-    QTest::mouseRelease(&PicShow(), Qt::LeftButton, {}, Middle(2, 0));
     EXPECT_EQ(Tile(10, 20), 5);
     EXPECT_EQ(Tile(11, 20), 0);
     EXPECT_EQ(Tile(12, 20), 0);
+}
+
+TEST_F(FrmVXMapMouseTest, AStrokePaintsOnlyWhatChangedAndIsOneStep) {
+    interaction_.SelectedTile = 5;
+    world_.View.ShowGrid = true;
+    window_.RefreshPicArray();
+    world_.View.GridColor = 0x0000FF; // so that what is painted anew can be told
+    commands_.OnRefresh = {};
+    QTest::mousePress(&PicShow(), Qt::LeftButton, {}, Middle(0, 0));
+    commands_.Story.clear();
+    Drag(2, 0);
+    EXPECT_EQ(commands_.Story, "L2");
+    EXPECT_EQ(window_.Picture2().Image().pixel(2 * 64, 224), qRgb(255, 0, 0));
+    EXPECT_EQ(window_.Picture2().Image().pixel(2 * 64, 100), qRgb(0, 0, 0));
+    QTest::mouseRelease(&PicShow(), Qt::LeftButton, {}, Middle(2, 0));
+    for (const int x : {10, 11, 12})
+        EXPECT_EQ(Tile(x, 20), 5);
+    undo_.Undo(false);
+    for (const int x : {10, 11, 12})
+        EXPECT_EQ(Tile(x, 20), 0);
+    Drag(3, 3); // a move whose press went to another window
+    EXPECT_EQ(Tile(13, 23), 0);
+}
+
+TEST_F(FrmVXMapMouseTest, ARectangleIsFramedWhileItIsDrawn) {
+    interaction_.SelectedTile = 5;
+    interaction_.Tool = MapTool::Rectangle;
+    world_.View.ExportColor = 0x0000FF;
+    QTest::mousePress(&PicShow(), Qt::LeftButton, {}, Middle(0, 0));
+    Drag(1, 1);
+    const QImage drawn = PicShow().grab().toImage();
+    EXPECT_EQ(drawn.pixel(1, 128), qRgb(255, 0, 0));
+    EXPECT_EQ(Tile(10, 20), 0);
+    QTest::mouseRelease(&PicShow(), Qt::LeftButton, {}, Middle(1, 1));
+    EXPECT_EQ(Tile(10, 20), 5);
+    EXPECT_EQ(Tile(11, 21), 5);
+    EXPECT_EQ(Tile(12, 21), 0);
+    EXPECT_NE(PicShow().grab().toImage().pixel(1, 128), qRgb(255, 0, 0));
 }
 
 TEST_F(FrmVXMapMouseTest, AMiddlePressScrollsToThePost) {
@@ -185,6 +233,142 @@ TEST_F(FrmVXMapMouseTest, TheReadOutIsATipInItsOwnColors) {
     EXPECT_EQ(shown()->pos() - before, QPoint(64, 0));
     QTest::mousePress(&PicShow(), Qt::LeftButton, {}, Middle(3, 1));
     EXPECT_EQ(shown(), nullptr);
+}
+
+TEST_F(FrmVXMapMouseTest, EveryToolHasAKeyAButtonAndAPointer) {
+    interaction_.SelectedTile = 5;
+    std::set<qint64> pointers;
+    for (const auto& [key, name, tool] :
+         {std::tuple{Qt::Key_R, "cmdRectangle", MapTool::Rectangle},
+          std::tuple{Qt::Key_F, "cmdFill", MapTool::Fill},
+          std::tuple{Qt::Key_I, "cmdPick", MapTool::Pick},
+          std::tuple{Qt::Key_B, "cmdBrush", MapTool::Brush}}) {
+        QTest::keyClick(&window_, key);
+        EXPECT_EQ(interaction_.Tool, tool);
+        EXPECT_TRUE(Find<QAbstractButton>(window_, name).isChecked());
+        EXPECT_TRUE(Find<QAbstractButton>(window_, name)
+                        .toolTip()
+                        .contains(QKeySequence(key).toString()));
+        pointers.insert(PicShow().cursor().pixmap().cacheKey());
+        interaction_.Tool = MapTool::Brush;
+        Find<QAbstractButton>(window_, name).click();
+        EXPECT_EQ(interaction_.Tool, tool);
+    }
+    EXPECT_EQ(pointers.size(), 4U);
+    QTest::keyClick(&window_, Qt::Key_F, Qt::AltModifier);
+    EXPECT_EQ(interaction_.Tool, MapTool::Brush);
+}
+
+TEST_F(FrmVXMapMouseTest, BracketsMakeTheBrushWiderAndSmaller) {
+    auto& size = Find<QSpinBox>(window_, "spnBrushSize");
+    QTest::keyClick(&window_, Qt::Key_BracketLeft);
+    EXPECT_EQ(interaction_.BrushSize, 1);
+    for (int i = 0; i < 9; ++i)
+        QTest::keyClick(&window_, Qt::Key_BracketRight);
+    EXPECT_EQ(interaction_.BrushSize, 9);
+    EXPECT_EQ(size.value(), 9);
+    QTest::keyClick(&window_, Qt::Key_BracketLeft);
+    EXPECT_EQ(size.value(), 8);
+    size.setValue(3);
+    EXPECT_EQ(interaction_.BrushSize, 3);
+    EXPECT_EQ(Find<QLabel>(window_, "lblTool").text(), "Brush 3: no tile chosen");
+}
+
+TEST_F(FrmVXMapMouseTest, HeightsHaveTheirBoxInL0ModeOnly) {
+    auto& what = Find<QComboBox>(window_, "ComHeights");
+    auto& feet = Find<QSpinBox>(window_, "spnFeet");
+    EXPECT_FALSE(what.isVisible());
+    world_.View.L0Mode = true;
+    window_.RefreshPicArray();
+    EXPECT_TRUE(what.isVisible());
+    EXPECT_FALSE(feet.isVisible()); // tiles are painted still
+    what.setCurrentIndex(2);
+    EXPECT_EQ(interaction_.Heights, HeightTool::Raise);
+    EXPECT_TRUE(feet.isVisible());
+    feet.setValue(-70);
+    EXPECT_EQ(interaction_.Feet, -70);
+    EXPECT_EQ(Find<QLabel>(window_, "lblTool").text(), "Brush 1: raise by -70 ft");
+    what.setCurrentIndex(4);
+    EXPECT_EQ(interaction_.Heights, HeightTool::Smooth);
+    EXPECT_FALSE(feet.isVisible());
+}
+
+TEST_F(FrmVXMapMouseTest, APickIsHandedOn) {
+    Post(12, 21).TileOffset = 5;
+    QTest::mouseClick(&PicShow(), Qt::LeftButton, Qt::AltModifier, Middle(2, 1));
+    EXPECT_EQ(commands_.Story, " pick 5");
+}
+
+TEST_F(FrmVXMapMouseTest, EscGivesUpARectangle) {
+    interaction_.SelectedTile = 5;
+    interaction_.Tool = MapTool::Rectangle;
+    QTest::mousePress(&PicShow(), Qt::LeftButton, {}, Middle(0, 0));
+    Drag(1, 1);
+    QTest::keyClick(&window_, Qt::Key_Escape);
+    QTest::mouseRelease(&PicShow(), Qt::LeftButton, {}, Middle(1, 1));
+    EXPECT_EQ(Tile(10, 20), 0);
+    EXPECT_FALSE(undo_.CanUndo(false));
+}
+
+TEST_F(FrmVXMapMouseTest, TheLineUnderTheMapTellsThePost) {
+    Post(12, 21).TileOffset = 5;
+    MoveTo(2, 1);
+    EXPECT_EQ(Find<QLabel>(window_, "lblPost").text(),
+              "X 12  Y 21   0 ft   Tile 5 HRIVER05   Palette 0");
+    window_.ShowWord("saved at 14:05");
+    EXPECT_EQ(Find<QLabel>(window_, "lblWord").text(), "saved at 14:05");
+}
+
+TEST_F(FrmVXMapMouseTest, ADragOfTheMiddleButtonMovesTheMap) {
+    QTest::mousePress(&PicShow(), Qt::MiddleButton, {}, Middle(1, 1));
+    EXPECT_EQ(commands_.Story, "");
+    const auto drag = [this](QPoint to) {
+        QMouseEvent event(QEvent::MouseMove, to, PicShow().mapToGlobal(to), Qt::NoButton,
+                          Qt::MiddleButton, Qt::NoModifier);
+        QApplication::sendEvent(&PicShow(), &event);
+    };
+    drag(Middle(1, 1) + QPoint(3, 3)); // a hand shakes
+    EXPECT_EQ(world_.View.MapLeftX, 10);
+    drag(Middle(2, 0));
+    EXPECT_EQ(world_.View.MapLeftX, 9);
+    EXPECT_EQ(world_.View.MapBottomY, 21);
+    drag(Middle(1, 1)); // back again is no click
+    EXPECT_EQ(world_.View.MapLeftX, 10);
+    QTest::mouseRelease(&PicShow(), Qt::MiddleButton, {}, Middle(1, 1));
+    EXPECT_EQ(commands_.Story.find("scroll"), std::string::npos);
+}
+
+TEST_F(FrmVXMapMouseTest, WithTheBlankHeldTheLeftButtonMovesTheMap) {
+    interaction_.SelectedTile = 5;
+    QTest::keyPress(&window_, Qt::Key_Space);
+    EXPECT_EQ(PicShow().cursor().shape(), Qt::OpenHandCursor);
+    QTest::mousePress(&PicShow(), Qt::LeftButton, {}, Middle(1, 1));
+    Drag(3, 1);
+    QTest::mouseRelease(&PicShow(), Qt::LeftButton, {}, Middle(3, 1));
+    QTest::keyRelease(&window_, Qt::Key_Space);
+    EXPECT_EQ(world_.View.MapLeftX, 8);
+    EXPECT_EQ(Tile(11, 21), 0);
+    EXPECT_EQ(PicShow().cursor().shape(), Qt::BitmapCursor);
+    Press(Qt::LeftButton, 1, 1);
+    EXPECT_EQ(Tile(9, 21), 5);
+}
+
+TEST_F(FrmVXMapMouseTest, CtrlAndWheelZoomWhereThePointerIs) {
+    map_.OnZoom = [this](int16_t zoom) { world_.View.ZoomPosts = zoom; };
+    QWheelEvent away(Middle(2, 1), PicShow().mapToGlobal(Middle(2, 1)), {}, {0, -120},
+                     Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+    // The pointer stands nowhere on this screen: the middle of the picture.
+    QApplication::sendEvent(&PicShow(), &away);
+    EXPECT_EQ(world_.View.ZoomPosts, 2);
+    EXPECT_EQ(world_.View.MapLeftX, 8);
+    EXPECT_EQ(world_.View.MapBottomY, 18);
+    QTest::keyClick(&window_, Qt::Key_Plus);
+    EXPECT_EQ(world_.View.ZoomPosts, 1);
+    EXPECT_EQ(world_.View.MapLeftX, 10);
+    QTest::keyClick(&window_, Qt::Key_Plus);
+    EXPECT_EQ(world_.View.ZoomPosts, 1);
+    QTest::keyClick(&window_, Qt::Key_Minus);
+    EXPECT_EQ(world_.View.ZoomPosts, 2);
 }
 
 } // namespace

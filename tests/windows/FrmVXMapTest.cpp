@@ -41,13 +41,15 @@ TEST_F(FrmVXMapTest, TheWindowFitsRoundPictureAndScrollBars) {
     Open();
     const QWidget& ground = Find<QWidget>(window_, "ground");
     EXPECT_EQ(PicShow().size(), QSize(256, 256));
-    EXPECT_EQ(ground.geometry(), QRect(0, 0, 256, 256));
-    EXPECT_EQ(H().geometry().topLeft(), QPoint(0, 256));
+    const int strip = Find<QWidget>(window_, "strip").height();
+    const int status = Find<QWidget>(window_, "status").height();
+    EXPECT_EQ(ground.geometry(), QRect(0, strip, 256, 256));
+    EXPECT_EQ(H().geometry().topLeft(), QPoint(0, strip + 256));
     EXPECT_EQ(H().width(), 256);
-    EXPECT_EQ(V().geometry().topLeft(), QPoint(256, 0));
+    EXPECT_EQ(V().geometry().topLeft(), QPoint(256, strip));
     EXPECT_EQ(V().height(), 256);
     EXPECT_EQ(window_.width(), 256 + V().width() + 4);
-    EXPECT_EQ(window_.height(), 256 + H().height() + 4);
+    EXPECT_EQ(window_.height(), strip + 256 + H().height() + status + 4);
 }
 
 TEST_F(FrmVXMapTest, AnotherPictureSizeFitsTheWindowAgain) {

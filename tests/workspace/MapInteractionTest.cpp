@@ -193,14 +193,14 @@ TEST_F(ElevationReadOutTest, BeyondTheEdgeThereIsNoHeight) {
 
 TEST(PointerFor, AWaitedForCornerComesBeforeTheBrush) {
     MapInteraction interaction;
-    EXPECT_EQ(PointerFor(interaction), MapPointer::Default);
+    EXPECT_EQ(PointerFor(interaction, MapView()), MapPointer::Default);
     interaction.SelectedTile = 0;
-    EXPECT_EQ(PointerFor(interaction), MapPointer::Brush);
+    EXPECT_EQ(PointerFor(interaction, MapView()), MapPointer::Brush);
     for (bool MapInteraction::*wait :
          {&MapInteraction::WaitExportCorner1, &MapInteraction::WaitExportCorner2,
           &MapInteraction::WaitImportCorner}) {
         interaction.*wait = true;
-        EXPECT_EQ(PointerFor(interaction), MapPointer::Cross);
+        EXPECT_EQ(PointerFor(interaction, MapView()), MapPointer::Cross);
         interaction.*wait = false;
     }
     EXPECT_EQ(static_cast<int>(MapPointer::Brush), 99);

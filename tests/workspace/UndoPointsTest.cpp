@@ -180,6 +180,8 @@ TEST_F(UndoPointsTest, EachModeHasItsOwnStack) {
 TEST_F(UndoPointsTest, AStepRepaintsAndMarksWhatDiffersFromTheDisk) {
     Paint(3, 10);
     Raise(1, 1, 5);
+    undo_.Saved(false);
+    undo_.Saved(true);
     workspace_.Story.clear();
     undo_.Undo(false);
     EXPECT_EQ(workspace_.Story, "commands refresh L2");

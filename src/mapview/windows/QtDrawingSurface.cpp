@@ -70,6 +70,17 @@ void QtDrawingSurface::Clear(uint32_t color) {
     RasterSurface::Clear(color);
 }
 
+void QtDrawingSurface::Put(const QtDrawingSurface& patch, const PixelRect& part) {
+    ClosePainter();
+    pixels_ = reinterpret_cast<uint32_t*>(image_.bits());
+    const RasterView to = Pixels();
+    for (int32_t y = 0; y < part.Height; ++y) {
+        const auto* from =
+            reinterpret_cast<const uint32_t*>(patch.image_.constScanLine(y));
+        std::copy_n(from, part.Width, to.Row(part.Top + y) + part.Left);
+    }
+}
+
 void QtDrawingSurface::SetPen(uint32_t color, int32_t width) {
     RasterSurface::SetPen(color, width);
     penOrFillChanged_ = true;

@@ -29,6 +29,10 @@ public:
     // makes that repaint pay for a copy.
     const QImage& Image() const { return image_; }
 
+    // The upper left part of another surface is laid over a part of this one, which is
+    // wholly on the picture.
+    void Put(const QtDrawingSurface& patch, const PixelRect& part);
+
     RasterView Pixels() override;
     void Clear(uint32_t color) override;
 

@@ -170,6 +170,8 @@ void frmVXSearchResults::Command1_Click() {
     PostsChanged();
     ui_->lblHits->setText(
         tr("%1 set").arg(CountText(static_cast<size_t>(count), "post", "posts")));
+    commands_.Tell(CountText(static_cast<size_t>(count), "post changed", "posts changed")
+                       .toStdString());
     commands_.RefreshPicArray();
 }
 

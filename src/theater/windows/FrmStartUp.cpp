@@ -92,6 +92,10 @@ void FrmStartUp::Connect() {
              [this](bool on) { log_.DebugFlag = on; });
     OnSignal(ui_->chkCheckupdate, &QAbstractButton::toggled, this, [this](bool on) {
         state_.Configuration.AutoCheckForUpdates = on ? AutoCheckOn : AutoCheckOff;
+        emit CheckEnds();
+        ShowCheck({});
+        if (on)
+            emit CheckWanted();
     });
     OnSignal(ui_->Image1, &QAbstractButton::clicked, this, [this] { Image1_Click(); });
     OnSignal(ui_->Image3, &QAbstractButton::clicked, this,
@@ -103,6 +107,12 @@ void FrmStartUp::Form_Load() {
         return;
     theaterShown_ = false;
     DecideUpdateCheck(state_.Configuration, platform_.Dialogs);
+    ui_->chkCheckupdate->setToolTip(
+        "<p>" +
+        QString::fromStdString("Ask for a newer Vardenix at every start: " +
+                               state_.Configuration.VersionCheck)
+            .toHtmlEscaped() +
+        "</p>");
     ui_->chkCheckupdate->setChecked(state_.Configuration.AutoCheckForUpdates ==
                                     AutoCheckOn);
     setWindowTitle(QString::fromStdString(StartUpCaption()));
@@ -232,6 +242,8 @@ void FrmStartUp::ShowPaths(const TheaterPaths& paths) {
 
 void FrmStartUp::ShowLoading(bool loading) {
     loading_ = loading;
+    if (loading)
+        emit CheckEnds();
     ui_->stackStart->setCurrentWidget(loading ? ui_->pageLoading : ui_->pageShow);
     ui_->CmdShowTheater->setVisible(!loading);
     ui_->Command1->setVisible(!loading && ui_->Combo1->currentIndex() == 0);
@@ -258,6 +270,11 @@ void FrmStartUp::ShowBar() {
 
 void FrmStartUp::HideBar() { ui_->PB1->hide(); }
 
+void FrmStartUp::ShowCheck(const std::string& text) {
+    if (!loading_)
+        ui_->Label2->setText(QString::fromStdString(text));
+}
+
 void FrmStartUp::SetText(const std::string& text) {
     ui_->Label2->setText(QString::fromStdString(text));
 }
@@ -276,8 +293,10 @@ void FrmStartUp::closeEvent(QCloseEvent* event) {
     }
     event->ignore();
     // A half-read theater is of no use; the window goes by itself when it is read.
-    if (!loading_)
-        emit ExitWanted();
+    if (loading_)
+        return;
+    emit CheckEnds();
+    emit ExitWanted();
 }
 
 } // namespace vardenix

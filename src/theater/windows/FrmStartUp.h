@@ -32,6 +32,9 @@ public:
     // Shows a theater that was named when the program was started.
     void OpenTheater(const std::string& folder);
 
+    // What the version check has to say, UTF-8; nothing is said while a theater is read.
+    void ShowCheck(const std::string& text);
+
     // The bar stands at (value - SetPB1_val) / SetPB1_Max of its full width, which is
     // 7020 twips.
     void SetPB1(int value);
@@ -41,6 +44,10 @@ signals:
     void TheaterOpened();
     // The user closed the window instead.
     void ExitWanted();
+    // The user wants to know whether there is a newer version; and does not want to, or
+    // cannot be told, any more. ShowCheck tells.
+    void CheckWanted();
+    void CheckEnds();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

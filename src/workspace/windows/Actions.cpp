@@ -15,7 +15,7 @@ namespace {
 
 using Kind = Action::Kind;
 
-constexpr std::array<Action, 44> Table{{
+constexpr std::array<Action, 51> Table{{
     {Kind::MenuEntry, "mnyExit", "E&xit", "Ctrl+Q", "Leave the program"},
     {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "",
      "Highest elevation of every 8 by 8 posts"},
@@ -74,6 +74,18 @@ constexpr std::array<Action, 44> Table{{
     {Kind::Key, "PicShow",
      "Stop painting the map, or waiting for a corner; in the palette, choose no tile",
      "Esc", ""},
+    {Kind::Key, "cmdBrush", "Brush", "B", "Paints every post that the pointer crosses"},
+    {Kind::Key, "cmdRectangle", "Rectangle", "R",
+     "Press at one corner, let go at the opposite one"},
+    {Kind::Key, "cmdFill", "Fill", "F",
+     "Fills the connected posts of the same tile, as far as the segments in view reach; "
+     "with Shift as far as the tile does"},
+    {Kind::Key, "cmdPick", "Pick a tile", "I",
+     "Takes the tile of a post; Alt and a click do so with any tool"},
+    {Kind::Key, "spnBrushSize", "Smaller brush, wider brush", "[ ]",
+     "Posts along a side of the brush"},
+    {Kind::Key, "PicShow", "Zoom in or out round the pointer", "+ = -", ""},
+    {Kind::Key, "PicShow", "While held: the left button moves the map", "Space", ""},
     {Kind::Key, "PicShow", "Context menu of the post under the cursor", "Menu Shift+F10",
      ""},
 }};
@@ -123,11 +135,33 @@ QString CaptionOf(const char* name) {
     return {};
 }
 
-QKeySequence KeyOf(const char* name) {
+namespace {
+
+const Action* KeyRow(const char* name) {
     for (const Action& action : Table)
         if (action.What == Kind::Key && QLatin1String(action.Name) == QLatin1String(name))
-            return KeysOf(action).value(0);
-    return {};
+            return &action;
+    return nullptr;
+}
+
+} // namespace
+
+QKeySequence KeyOf(const char* name) {
+    const Action* row = KeyRow(name);
+    return row == nullptr ? QKeySequence() : KeysOf(*row).value(0);
+}
+
+QString CaptionOfKey(const char* name) {
+    const Action* row = KeyRow(name);
+    return row == nullptr ? QString() : QString(row->Caption);
+}
+
+QString KeyTip(const char* name) {
+    const Action* row = KeyRow(name);
+    if (row == nullptr)
+        return {};
+    const QString keys = QString(row->Keys).replace(' ', ", ");
+    return QString("%1 (%2)\n%3").arg(row->Caption, keys, row->ToolTip);
 }
 
 QString ShortcutList() {

@@ -36,6 +36,9 @@ void ApplyActions(QMainWindow& panel);
 QString CaptionOf(const char* name);
 // The first key of a row of the kind Key, by its name.
 QKeySequence KeyOf(const char* name);
+// Its caption, and its tool tip behind caption and keys.
+QString CaptionOfKey(const char* name);
+QString KeyTip(const char* name);
 
 // The manual's list of keys, a Markdown table.
 QString ShortcutList();

@@ -5,6 +5,7 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
 #include "ui_FrmVXMain.h"
+#include "workspace/ZoomAndDrag.h"
 #include "workspace/windows/Actions.h"
 
 #include <QCloseEvent>
@@ -160,7 +161,10 @@ void FrmVXMain::ShowSettings() {
 }
 
 void FrmVXMain::ShowCaptions() {
-    ui_->Label1->setText(QString::number(ui_->ZoomScroll->value()));
+    const int32_t zoom = ui_->ZoomScroll->value();
+    ui_->Label1->setText(QString::number(zoom));
+    ui_->lblZoomUnit->setText(zoom == 1 ? tr("post a cell") : tr("posts a cell"));
+    ui_->ZoomScroll->setToolTip(QString::fromStdString(ZoomWords(zoom)));
     ui_->Label2->setText(QString::fromStdString(GridCaption(view_)));
     ui_->lblTrans->setText(QString::number(ui_->sldrTrans->value()));
     ui_->lblBrightness->setText(QString::number(ui_->sldrBrightness->value()));

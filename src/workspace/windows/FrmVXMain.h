@@ -72,6 +72,8 @@ public:
     enum class Hint { None, Export, Import };
     void ShowHint(Hint hint);
 
+    // ZoomPosts with its slider and caption; nothing is laid out or painted.
+    void SetZoom(int16_t zoomPosts);
     // LabelX and LabelY follow the view.
     void PositionChanged();
     // The box of a window, without showing or hiding that.

@@ -4,6 +4,7 @@
 #include "platform/Numbers.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "ui_FrmVXMain.h"
+#include "workspace/ZoomAndDrag.h"
 #include "workspace/windows/FrmVXMain.h"
 
 #include <QSignalBlocker>
@@ -38,11 +39,22 @@ void FrmVXMain::ConnectView() {
 }
 
 void FrmVXMain::ZoomScroll_Change(int value) {
-    view_.ZoomPosts = static_cast<int16_t>(value); // the slider's range
-    state_.Configuration.Zoom = view_.ZoomPosts;
-    ShowCaptions();
+    const auto zoomPosts = static_cast<int16_t>(value); // the slider's range
+    const ViewPosition position =
+        ZoomedAtMiddle(view_, zoomPosts, state_.Terrain.MapWidth);
+    SetZoom(zoomPosts);
     workspace_.LoadImageControls();
+    if (!state_.Starting)
+        workspace_.PlaceView(position.X, position.Y);
     Repaint();
+}
+
+void FrmVXMain::SetZoom(int16_t zoomPosts) {
+    view_.ZoomPosts = zoomPosts;
+    state_.Configuration.Zoom = zoomPosts;
+    const QSignalBlocker quiet(ui_->ZoomScroll);
+    ui_->ZoomScroll->setValue(zoomPosts);
+    ShowCaptions();
 }
 
 void FrmVXMain::GridCellsChanged() {

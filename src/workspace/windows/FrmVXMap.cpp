@@ -1,11 +1,13 @@
 #include "workspace/windows/FrmVXMap.h"
 
 #include "mapview/ExportBox.h"
+#include "mapview/MapPatch.h"
 #include "platform/Windows1252.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/WindowPlace.h"
 #include "ui_FrmVXMap.h"
+#include "workspace/StatusLine.h"
 #include "workspace/windows/Actions.h"
 
 #include <QCloseEvent>
@@ -27,15 +29,11 @@ namespace vardenix {
 
 namespace {
 
-constexpr int WheelNotch = QWheelEvent::DefaultDeltasPerStep;
 // Below that there would be nothing left to take hold of.
 constexpr int LeastSide = 120;
 // The read-out stays as long as somebody may want to read it.
 constexpr int ReadOutTime = 120000; // ms
 constexpr int ReadOutWidth = 240;   // pixels
-// Where the brush's hairs end in its picture.
-constexpr QPoint BrushTip{4, 27};
-
 // The local files among what was dropped that are feature files by their names.
 std::vector<std::string> DroppedFeatureFiles(const QMimeData& dropped) {
     std::vector<std::string> paths;
@@ -60,8 +58,7 @@ FrmVXMap::FrmVXMap(const Parts& parts)
       features_(parts.Features),
       mouse_(parts.State.Terrain, parts.View, parts.Interaction, parts.Undo,
              parts.Workspace, parts.Commands),
-      ui_(std::make_unique<Ui::FrmVXMap>()),
-      brush_(QPixmap(":/brush.png"), BrushTip.x(), BrushTip.y()) {
+      ui_(std::make_unique<Ui::FrmVXMap>()) {
     ui_->setupUi(this);
     ui_->ground->setBackgroundRole(QPalette::Mid);
     ui_->ground->horizontalScrollBar()->setToolTip(tr("Reaches the rest of the picture"));
@@ -76,6 +73,32 @@ FrmVXMap::FrmVXMap(const Parts& parts)
     setAcceptDrops(true);
     MakePopup();
     MakeToolTip();
+    MakeStrip();
+}
+
+void FrmVXMap::MakeStrip() {
+    ui_->strip->Join(interaction_, view_);
+    OnSignal(ui_->strip, &MapToolStrip::ToolsChanged, this, [this] {
+        mouse_.Gesture().Cancel();
+        ShowTools();
+        ShowPointer();
+    });
+    OnSignal(ui_->strip, &MapToolStrip::Done, this, [this] { setFocus(); });
+    // Where there is no room for all, the tool's end is cut off; its tip has the whole.
+    for (QLabel* label : {ui_->lblPost, ui_->lblTool, ui_->lblWord})
+        label->setMinimumWidth(1);
+    ui_->lblTool->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    ShowTools();
+}
+
+void FrmVXMap::ShowWord(const QString& word) { ui_->lblWord->setText(word); }
+
+void FrmVXMap::ShowTools() {
+    ui_->strip->ShowTools();
+    const QString words = QString::fromStdString(
+        Utf8FromBytes(ToolWords(interaction_, view_, state_.Catalogue.Lookup)));
+    ui_->lblTool->setText(words);
+    ui_->lblTool->setToolTip(words);
 }
 
 void FrmVXMap::MakePopup() {
@@ -136,7 +159,8 @@ void FrmVXMap::FitRoundPicture(const MapLayout& layout) {
     ui_->ground->setMaximumSize(side, side);
     ui_->HScroll1->setMaximumWidth(side);
     ui_->VScroll1->setMaximumHeight(side);
-    const QSize form(layout.FormWidth, layout.FormHeight);
+    const QSize form(layout.FormWidth,
+                     layout.FormHeight + ui_->strip->height() + ui_->status->height());
     const QSize room = screen()->availableSize() - FrameSize(*this);
     setMinimumSize(std::min(form.width(), LeastSide), std::min(form.height(), LeastSide));
     // There is nothing to be seen beside the picture.
@@ -183,9 +207,31 @@ void FrmVXMap::Scroll_Change() {
 void FrmVXMap::RefreshPicArray() {
     escWatch_.Begin();
     renderer_.RefreshPicArray(view_, picture2_, *this, features_);
+    ShowTools();
+    ShowLeftOut();
     // Another post may lie under the cursor, or the same with other values.
     if (ui_->PicShow->underMouse())
-        PicShow_MouseMove(ui_->PicShow->mapFromGlobal(QCursor::pos()));
+        PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
+}
+
+void FrmVXMap::ShowLeftOut() {
+    const QString word = tr("heights wider than their cell are left out");
+    if (renderer_.HeightsLeftOut() > 0)
+        ShowWord(word);
+    else if (ui_->lblWord->text() == word)
+        ShowWord({});
+}
+
+void FrmVXMap::RepaintPosts(const PostBox& posts) {
+    const MapPatch patch =
+        PatchOf(view_, posts, ReachOf(view_, renderer_.Sources(), patch_));
+    const PixelRect& clip = patch.Clip;
+    if (clip.Width <= 0 || clip.Height <= 0)
+        return;
+    patch_.Resize(std::max(clip.Width, clip.Height));
+    renderer_.RepaintPatch(view_, patch_, patch, features_);
+    picture2_.Put(patch_, clip);
+    ui_->PicShow->update(clip.Left, clip.Top, clip.Width, clip.Height);
 }
 
 void FrmVXMap::CopyToPicShow() { ui_->PicShow->update(); }
@@ -196,136 +242,6 @@ void FrmVXMap::LookForEsc() {
 }
 
 void FrmVXMap::MakeViewPort(const MapView&) { emit ViewPainted(); }
-
-void FrmVXMap::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && StopWaiting())
-        return;
-    if (event->key() == Qt::Key_Escape && !ui_->VScroll1->isEnabled())
-        state_.AbortPaint = true;
-    using Slide = QAbstractSlider::SliderAction;
-    const auto move = [](QScrollBar* bar, Slide how) { bar->triggerAction(how); };
-    switch (event->key()) {
-    case Qt::Key_Left:
-        return move(ui_->HScroll1, Slide::SliderSingleStepSub);
-    case Qt::Key_Right:
-        return move(ui_->HScroll1, Slide::SliderSingleStepAdd);
-    case Qt::Key_Home:
-        return move(ui_->HScroll1, Slide::SliderPageStepSub);
-    case Qt::Key_End:
-        return move(ui_->HScroll1, Slide::SliderPageStepAdd);
-    case Qt::Key_Up:
-        return move(ui_->VScroll1, Slide::SliderSingleStepSub);
-    case Qt::Key_Down:
-        return move(ui_->VScroll1, Slide::SliderSingleStepAdd);
-    case Qt::Key_PageUp:
-        return move(ui_->VScroll1, Slide::SliderPageStepSub);
-    case Qt::Key_PageDown:
-        return move(ui_->VScroll1, Slide::SliderPageStepAdd);
-    default:
-        QWidget::keyPressEvent(event);
-    }
-}
-
-// The menu key stands for a right click where the cursor is. The click itself has been
-// handled as it came.
-void FrmVXMap::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() != QContextMenuEvent::Keyboard)
-        return;
-    const QPoint at = ui_->PicShow->underMouse()
-                          ? ui_->PicShow->mapFromGlobal(QCursor::pos())
-                          : ui_->PicShow->visibleRegion().boundingRect().center();
-    if (mouse_.RightDown(at.x(), at.y()))
-        ShowPopup(ui_->PicShow->mapToGlobal(at));
-}
-
-// With Alt some desktops turn the wheel's axis, and so do sideways wheels. Forward goes
-// to the bar's lower values.
-void FrmVXMap::wheelEvent(QWheelEvent* event) {
-    event->accept();
-    const QPoint turned = event->angleDelta();
-    const bool sideways =
-        event->modifiers().testFlag(Qt::ShiftModifier) || turned.y() == 0;
-    int& sum = sideways ? wheelTurned_.rx() : wheelTurned_.ry();
-    sum += turned.y() != 0 ? turned.y() : turned.x();
-    const int notches = sum / WheelNotch;
-    sum -= notches * WheelNotch;
-    QScrollBar* bar = sideways ? ui_->HScroll1 : ui_->VScroll1;
-    bar->setValue(
-        AfterWheel(bar->value(), -notches, view_, {bar->minimum(), bar->maximum()}));
-}
-
-void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
-    setFocus(Qt::MouseFocusReason);
-    const QPointF at = event.position();
-    switch (event.button()) {
-    case Qt::MiddleButton:
-        return mouse_.MiddleDown(at.x(), at.y());
-    case Qt::RightButton:
-        if (mouse_.RightDown(at.x(), at.y()))
-            ShowPopup(event.globalPosition().toPoint());
-        return;
-    case Qt::LeftButton:
-        // A box of the click's own may come up over the band.
-        ui_->PicShow->SetBand({}, {});
-        return mouse_.LeftDown(at.x(), at.y());
-    default:
-        return;
-    }
-}
-
-void FrmVXMap::ShowPopup(QPoint globalPosition) {
-    const bool onTerrain = mouse_.PopupOnTerrain();
-    for (QAction* entry : mnupup1_->actions()) {
-        const bool can = entry->objectName() == "mnuLocInBIN" ? commands_.CanLocateInBIN()
-                         : entry->objectName() == "mnuLocColMAP"
-                             ? commands_.CanLocateColorInMAP()
-                             : true;
-        entry->setEnabled(onTerrain && can);
-    }
-    mnupup1_->popup(globalPosition);
-}
-
-void FrmVXMap::PicShow_MouseMove(QPointF position) {
-    switch (PointerFor(interaction_)) {
-    case MapPointer::Brush:
-        ui_->PicShow->setCursor(brush_);
-        break;
-    case MapPointer::Cross:
-        ui_->PicShow->setCursor(Qt::CrossCursor);
-        break;
-    case MapPointer::Default:
-        ui_->PicShow->unsetCursor();
-        break;
-    }
-    ShowBand(position);
-    const ReadOut out = ReadOutAt(view_, state_.Terrain, state_.Catalogue.Lookup,
-                                  position.x(), position.y());
-    toolTip_.SetBackColor(out.BackColor);
-    toolTip_.SetToolTipHeader(QString::fromStdString(out.Header));
-    toolTip_.SetToolTipHeaderShow(!out.Header.empty());
-    toolTip_.SetToolText(*ui_->PicShow, QString::fromStdString(Utf8FromBytes(out.Text)));
-}
-
-void FrmVXMap::ShowBand(QPointF position) {
-    const auto box = BoxAtCursor(interaction_, view_,
-                                 PostUnderCursor(view_, position.x(), position.y()));
-    if (!box)
-        return ui_->PicShow->SetBand({}, {});
-    const PictureBox band = BoxOnPicture(view_, *box);
-    const QPoint topLeft(PixelAt(band.LowerLeft.X), PixelAt(band.UpperRight.Y));
-    const QPoint bottomRight(PixelAt(band.UpperRight.X), PixelAt(band.LowerLeft.Y));
-    const QSize size(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y());
-    ui_->PicShow->SetBand(QRect(topLeft, size), ColorOf(view_.ExportColor));
-}
-
-bool FrmVXMap::StopWaiting() {
-    if (!interaction_.Waits())
-        return false;
-    interaction_.StopWaiting();
-    commands_.HideFrame7();
-    PicShow_MouseMove(ui_->PicShow->mapFromGlobal(QCursor::pos()));
-    return true;
-}
 
 void FrmVXMap::dragEnterEvent(QDragEnterEvent* event) {
     if (!DroppedFeatureFiles(*event->mimeData()).empty())
@@ -357,7 +273,11 @@ bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {
         break;
     case QEvent::MouseMove:
         if (watched == ui_->PicShow)
-            PicShow_MouseMove(static_cast<QMouseEvent*>(event)->position());
+            PicShow_MouseMove(*static_cast<QMouseEvent*>(event));
+        break;
+    case QEvent::MouseButtonRelease:
+        if (watched == ui_->PicShow)
+            PicShow_MouseUp(*static_cast<QMouseEvent*>(event));
         break;
     default:
         break;

@@ -10,11 +10,11 @@
 #include "workspace/MapInteraction.h"
 #include "workspace/MapMouse.h"
 
-#include <QCursor>
 #include <QMenu>
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class FrmVXMap;
@@ -54,6 +54,11 @@ public:
     // Sets both scroll bars without a repaint; values outside the theater are clamped.
     void SetPosition(ViewPosition position);
 
+    // A word on what was done, in the line under the map.
+    void ShowWord(const QString& word);
+    // What the tools do, and the tile that is chosen, have changed elsewhere.
+    void ShowTools();
+
     // The back buffer: what the last repaint has left.
     QtDrawingSurface& Picture2() { return picture2_; }
 
@@ -65,6 +70,8 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -80,11 +87,29 @@ private:
     void ShowPositionOfView();
     void MakePopup();
     void MakeToolTip();
+    void MakeStrip();
+    bool ToolKey(const QKeyEvent& event);
+    bool ScrollKey(int key);
     void PicShow_MouseDown(QMouseEvent& event);
-    void PicShow_MouseMove(QPointF position);
+    void PicShow_MouseMove(const QMouseEvent& event);
+    // Pointer, read-out and frame for a place on the picture.
+    void PointAt(QPointF position);
     void ShowPopup(QPoint globalPosition);
+    void ShowPointer();
+    // The map goes along with the mouse while a button is held. False when it does not.
+    bool Pan(const QMouseEvent& event);
+    void ShowHand(bool open);
+    // The pointer's place on the picture, or its middle.
+    QPointF PlaceOfPointer() const;
+    // Another ZoomPosts, with the post under a place of the picture kept there.
+    void ZoomAt(QPointF place, int16_t zoomPosts);
+    void ShowStatus(QPointF position);
+    void ShowLeftOut();
     // What the next click would export or stamp over is framed while the mouse moves.
     void ShowBand(QPointF position);
+    void PicShow_MouseUp(QMouseEvent& event);
+    // Posts of level 2, from 0, as they are now.
+    void RepaintPosts(const PostBox& posts);
     // No corner is waited for any more. False when none was.
     bool StopWaiting();
 
@@ -104,11 +129,21 @@ private:
     std::unique_ptr<Ui::FrmVXMap> ui_;
     QMenu* mnupup1_ = nullptr;
     clsToolTip toolTip_;
-    QCursor brush_;
     QtDrawingSurface picture2_;
+    QtDrawingSurface patch_; // parts of the picture that are painted anew
     EscWatch escWatch_;
     bool placing_ = false; // the program itself moves the bars
-    QPoint wheelTurned_;   // what has not made a whole notch yet, eighths of a degree
+    // The map is being moved by hand.
+    struct Panning {
+        Qt::MouseButton Button;
+        QPointF From; // pixels of the screen
+        MapView View; // as it was then
+        bool Moved = false;
+    };
+    std::optional<Panning> panning_;
+    bool spaceHeld_ = false;
+    int zoomTurned_ = 0; // of the wheel with Ctrl, as below
+    QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree
     std::vector<std::string> droppedPaths_; // to be loaded when events come next
 };
 

@@ -110,6 +110,18 @@ void FrmVXTilePal::Build(const std::vector<int32_t>& tiles) {
     ShowSelectedTile();
 }
 
+void FrmVXTilePal::ShowTile(int32_t tile) {
+    const TileLookup& lookup = state_.Catalogue.Lookup;
+    const int32_t classCode = lookup.at(static_cast<size_t>(tile)).Terrain;
+    if (classCode != shownClass_)
+        Refresh_Pal(classCode);
+    Select(tile);
+    const std::vector<int32_t> tiles = TilesOfClass(lookup, classCode);
+    const auto at = std::find(tiles.begin(), tiles.end(), tile) - tiles.begin();
+    const auto row = static_cast<int32_t>(at) / std::max(ui_->Frame1->Columns(), 1);
+    ui_->VScroll->setValue(ScrollToRow(row, ui_->VScroll->value(), WholeRows()));
+}
+
 void FrmVXTilePal::ShowSelectedTile() {
     const int32_t tile = interaction_.SelectedTile;
     ui_->Frame1->SetChosen(tile);
@@ -132,6 +144,7 @@ void FrmVXTilePal::Op2_Click(int32_t tile) {
 void FrmVXTilePal::Select(int32_t tile) {
     interaction_.SelectedTile = tile;
     ShowSelectedTile();
+    commands_.SelectionChanged();
 }
 
 void FrmVXTilePal::FrameResized() {

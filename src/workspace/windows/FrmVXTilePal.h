@@ -34,6 +34,8 @@ public:
     void Command1_Click();
     // No buttons, until the next of the above.
     void Clear();
+    // Chooses a tile that the catalogue has, with its class, scrolled to its button.
+    void ShowTile(int32_t tile);
     // Button and status bar follow MapInteraction::SelectedTile.
     void ShowSelectedTile();
 

@@ -1,0 +1,98 @@
+#include "app/UpdaterWindows.h"
+
+#include "loader/KeptFiles.h"
+#include "platform/OwnFolders.h"
+#include "platform/RuntimeError.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "theater/windows/FrmStartUp.h"
+#include "updater/UpdateSignature.h"
+#include "updater/windows/QtTcpClient.h"
+#include "updater/windows/frmDispTxt.h"
+#include "updater/windows/frmDownload.h"
+
+#include <QApplication>
+
+#include <unistd.h>
+
+namespace vardenix {
+
+namespace {
+
+std::vector<std::string> ProgramArguments() {
+    std::vector<std::string> arguments;
+    for (const QString& argument : QApplication::arguments().mid(1))
+        arguments.push_back(argument.toStdString());
+    return arguments;
+}
+
+} // namespace
+
+UpdaterWindows::UpdaterWindows(ProgramState& state, const Platform& platform,
+                               std::function<void(const std::string&)> exitProgram)
+    : state_(state), platform_(platform), exitProgram_(std::move(exitProgram)),
+      ws1_(std::make_unique<QtTcpClient>()), timer1_(std::make_unique<QtTimer>()),
+      check_(std::make_unique<VersionCheck>(
+          *ws1_, *timer1_, static_cast<VersionCheckView&>(*this), platform_, offer_)) {}
+
+UpdaterWindows::~UpdaterWindows() = default;
+
+void UpdaterWindows::Join(FrmStartUp& startUp) {
+    startUp_ = &startUp;
+    OnSignal(startUp_, &FrmStartUp::CheckWanted, ws1_.get(), [this] { StartCheck(); });
+    OnSignal(startUp_, &FrmStartUp::CheckEnds, ws1_.get(), [this] { check_->Stop(); });
+}
+
+void UpdaterWindows::StartCheck() {
+    if (MayUpdateItself(state_.Folders.AppPath, state_.Folders.ShippedPath))
+        check_->Start(state_.Configuration.VersionCheck);
+    else
+        ShowCheck(UpdatedBySystem);
+}
+
+void UpdaterWindows::ShowCheck(const std::string& text) { startUp_->ShowCheck(text); }
+
+void UpdaterWindows::LetEventsThrough() {
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void UpdaterWindows::StartDownload(const std::string& url) {
+    // Not from within the window's own event of an earlier download.
+    if (!frmDownload_)
+        frmDownload_ = std::make_unique<frmDownload>(
+            platform_.Dialogs, state_.Folders.UpdateTempFolder,
+            [this](const std::string& name) { ApplyArchive(name); });
+    frmDownload_->SetUrl(url);
+    frmDownload_->Init_Download();
+}
+
+void UpdaterWindows::ApplyArchive(const std::string& archiveName) {
+    ApplyUpdate(archiveName,
+                {state_.Folders, platform_, offer_, static_cast<UpdateEnd&>(*this),
+                 UpdateKey(), ProgramArguments()});
+}
+
+void UpdaterWindows::HideDownload() { frmDownload_->hide(); }
+
+void UpdaterWindows::ShowText(const std::string& path) {
+    frmDispTxt window;
+    window.OpenTxtFile(path);
+    window.exec();
+}
+
+void UpdaterWindows::ExitProgram(const std::string& commandLine) {
+    exitProgram_(commandLine);
+}
+
+std::string PutBackInterruptedUpdate(char** arguments) {
+    const std::string folder = ProgramFolder();
+    try {
+        if (OwnFilesFolder(folder) != folder || !PutBackInterrupted(folder))
+            return {};
+    } catch (const RuntimeError& error) {
+        return ReportText(error);
+    }
+    ::execv((folder + "/vardenix").c_str(), arguments);
+    return {}; // this one does as well
+}
+
+} // namespace vardenix

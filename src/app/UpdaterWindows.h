@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "theater/ProgramState.h"
+#include "updater/ApplyUpdate.h"
+#include "updater/UpdateOffer.h"
+#include "updater/VersionCheck.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vardenix {
+
+class FrmStartUp;
+class QtTcpClient;
+class QtTimer;
+class frmDownload;
+
+// The check for a newer version from the start-up window, and what follows from it.
+class UpdaterWindows : private VersionCheckView, private UpdateEnd {
+public:
+    // All are borrowed; `exitProgram` ends the program and starts a command line last.
+    UpdaterWindows(ProgramState& state, const Platform& platform,
+                   std::function<void(const std::string&)> exitProgram);
+    ~UpdaterWindows() override;
+
+    // From now on the window's wishes are heard.
+    void Join(FrmStartUp& startUp);
+
+private:
+    void StartCheck();
+    void ApplyArchive(const std::string& archiveName);
+
+    void ShowCheck(const std::string& text) override;
+    void LetEventsThrough() override;
+    void StartDownload(const std::string& url) override;
+    void HideDownload() override;
+    void ShowText(const std::string& path) override;
+    void ExitProgram(const std::string& commandLine) override;
+
+    ProgramState& state_;
+    const Platform& platform_;
+    std::function<void(const std::string&)> exitProgram_;
+    FrmStartUp* startUp_ = nullptr;
+    UpdateOffer offer_;
+    std::unique_ptr<QtTcpClient> ws1_;
+    std::unique_ptr<QtTimer> timer1_;
+    std::unique_ptr<VersionCheck> check_;
+    std::unique_ptr<frmDownload> frmDownload_;
+};
+
+// What an update has left half done is put back, and the program that was there before
+// takes the place of this one. Called before anything else; what kept it from doing so,
+// as a sentence, else nothing.
+std::string PutBackInterruptedUpdate(char** arguments);
+
+} // namespace vardenix

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "mapview/DrawingSurface.h"
+#include "mapview/ExportBox.h"
+#include "mapview/MapRenderer.h"
+#include "mapview/MapView.h"
+
+#include <cstdint>
+
+namespace vardenix {
+
+// The part of a view that a change of some posts can have altered.
+struct MapPatch {
+    PixelRect Clip; // on the picture; empty when none of the posts is in view
+    PostBox Cells;  // columns from the left and rows from below whose posts draw in there
+};
+
+// How far a post can draw beyond its cell, pixels: lines of the grid, heights wider than
+// it, areas and paths of the catalogue. `texts` measures.
+int32_t ReachOf(const MapView& view, const MapSources& sources, DrawingSurface& texts);
+
+// For posts of level 2, counted from 0.
+MapPatch PatchOf(const MapView& view, const PostBox& posts, int32_t reach);
+
+} // namespace vardenix

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "mapview/ExportBox.h"
+#include "mapview/MapView.h"
+#include "theater/Terrain.h"
+#include "theater/WorkspaceCommands.h"
+#include "workspace/HeightShaping.h"
+#include "workspace/MapInteraction.h"
+#include "workspace/UndoPoints.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// Held while the left button was pressed.
+struct GestureKeys {
+    bool Shift = false;
+    bool Alt = false;
+};
+
+// What the left button does with the tool in hand, from its press to its release: a
+// stroke of the brush, a rectangle, a fill, a pick. Each is one step of undo. Positions
+// are pixels on the picture; the mouse may leave it while the button is held.
+class EditGesture {
+public:
+    // All are borrowed.
+    EditGesture(Terrain& terrain, const MapView& view, MapInteraction& interaction,
+                UndoPoints& undo, WorkspaceCommands& workspace)
+        : terrain_(terrain), view_(view), interaction_(interaction), undo_(undo),
+          workspace_(workspace) {}
+
+    // A brush one post wide edits the post as a click always has. The tile number that
+    // was picked, when that is what the press did.
+    std::optional<int32_t> Begin(double x, double y, GestureKeys keys);
+    // The posts of level 2 that have changed and are to be painted anew, from 0; nothing
+    // when none has. While the program moves the view nothing is done.
+    std::optional<PostBox> Move(double x, double y);
+    void End(double x, double y);
+    // The button is let go where nothing more shall come of it: no rectangle then.
+    void Cancel();
+    // A button is held for one of the tools that go on with it.
+    bool Goes() const { return stroke_ || corner_; }
+
+    // What a release would fill, on the picture.
+    std::optional<PictureBox> Preview() const;
+
+private:
+    struct Position {
+        double X = 0;
+        double Y = 0;
+    };
+
+    int32_t GridWidth() const;
+    CursorPost SquareAt(Position position) const;
+    bool CanEdit() const { return heights_ || interaction_.SelectedTile != -1; }
+    std::optional<int32_t> Pick(Position position);
+    void PaintPost(CursorPost post);
+    std::optional<PostBox> Brush(const std::vector<CursorPost>& line, bool begins);
+    void Fill(CursorPost start, bool everywhere);
+    void FillRectangle(CursorPost opposite);
+    PostBox FillLimits(bool everywhere) const;
+    // Carries out what the tool makes of some squares. The posts that have changed.
+    std::optional<PostBox> Edit(const std::vector<RowSpan>& spans, bool goesOn);
+    std::optional<PostBox> EditTiles(const std::vector<RowSpan>& spans, bool goesOn);
+    std::optional<PostBox> EditHeights(const std::vector<RowSpan>& spans, bool goesOn);
+    void TellChanged();
+
+    Terrain& terrain_;
+    const MapView& view_;
+    MapInteraction& interaction_;
+    UndoPoints& undo_;
+    WorkspaceCommands& workspace_;
+
+    bool heights_ = false; // what this gesture edits
+    bool stroke_ = false;
+    Position last_;                    // of the stroke
+    std::optional<CursorPost> corner_; // of the rectangle
+    CursorPost opposite_;
+    HeightsBefore before_; // the stroke
+    int64_t changed_ = 0;  // squares, by this gesture
+};
+
+// The part of a line from one position of the mouse to another that lies on a picture
+// `side` pixels a side; false when none does.
+bool CutToPicture(int32_t side, double& x1, double& y1, double& x2, double& y2);
+
+} // namespace vardenix

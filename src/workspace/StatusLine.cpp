@@ -1,0 +1,86 @@
+#include "workspace/StatusLine.h"
+
+#include "companion/Vardenix.h"
+#include "platform/Numbers.h"
+
+namespace vardenix {
+
+namespace {
+
+std::string Place(int32_t x, int32_t y) {
+    return "X " + std::to_string(x) + "  Y " + std::to_string(y);
+}
+
+std::string TileWords(int32_t tile, const TileLookup& lookup) {
+    const std::string name = TileNameOf(tile, lookup);
+    return std::to_string(tile) + (name.empty() ? "" : " " + name);
+}
+
+std::string FeetWords(int16_t feet) { return Format0(feet) + " ft"; }
+
+std::string HeightWords(const MapInteraction& interaction) {
+    const std::string feet = FeetWords(interaction.Feet);
+    switch (interaction.Heights) {
+    case HeightTool::Set:
+        return "set to " + feet;
+    case HeightTool::Raise:
+        return "raise by " + feet;
+    case HeightTool::Lower:
+        return "lower by " + feet;
+    default:
+        return "smooth";
+    }
+}
+
+std::string NameOf(const MapInteraction& interaction) {
+    switch (interaction.Tool) {
+    case MapTool::Rectangle:
+        return "Rectangle";
+    case MapTool::Fill:
+        return "Fill";
+    case MapTool::Pick:
+        return "Pick";
+    default:
+        return "Brush " + std::to_string(interaction.BrushSize);
+    }
+}
+
+} // namespace
+
+std::string PostWords(const MapView& view, const Terrain& terrain,
+                      const TileLookup& lookup, double x, double y) {
+    if (view.L0Mode) {
+        const CursorPost place = ElevationUnderCursor(view, x, y);
+        if (!OnElevations(place, terrain))
+            return {};
+        return Place(place.X - 1, place.Y - 1) + "   " +
+               FeetWords(terrain.Elevations.At(place.X, place.Y));
+    }
+    const CursorPost at = PostUnderCursor(view, x, y);
+    if (!OnTerrain(at, terrain))
+        return {};
+    const TerrainPost& post =
+        terrain.LxArr(XYToSerial(at.X + 1, at.Y + 1, terrain.MapWidth));
+    return Place(at.X, at.Y) + "   " + FeetWords(post.Elevation) + "   Tile " +
+           TileWords(post.TileOffset, lookup) + "   Palette " +
+           std::to_string(post.Palette);
+}
+
+std::string ToolWords(const MapInteraction& interaction, const MapView& view,
+                      const TileLookup& lookup) {
+    if (interaction.Tool == MapTool::Pick)
+        return NameOf(interaction);
+    const std::string what = EditsHeights(interaction, view) ? HeightWords(interaction)
+                             : interaction.SelectedTile == -1
+                                 ? "no tile chosen"
+                                 : "tile " + TileWords(interaction.SelectedTile, lookup);
+    return NameOf(interaction) + ": " + what;
+}
+
+std::string SavedWords(const LocalTime& now) { return "saved at " + HoursMinutes(now); }
+
+std::string HitWords(size_t hits) {
+    return std::to_string(hits) + (hits == 1 ? " hit" : " hits");
+}
+
+} // namespace vardenix

@@ -1,0 +1,331 @@
+// What mouse, wheel and keys do on the map.
+
+#include "mapview/ExportBox.h"
+#include "platform/Windows1252.h"
+#include "platform/windows/ColorImage.h"
+#include "ui_FrmVXMap.h"
+#include "workspace/StatusLine.h"
+#include "workspace/ZoomAndDrag.h"
+#include "workspace/windows/FrmVXMap.h"
+
+#include <QContextMenuEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace vardenix {
+
+namespace {
+
+constexpr int WheelNotch = QWheelEvent::DefaultDeltasPerStep;
+
+// Where the pointers point in their pictures.
+const std::map<MapPointer, QCursor>& Pointers() {
+    static const std::map<MapPointer, QCursor> pointers{
+        {MapPointer::Brush, QCursor(QPixmap(":/brush.png"), 4, 27)},
+        {MapPointer::Rectangle, QCursor(QPixmap(":/rectangle.png"), 6, 6)},
+        {MapPointer::Fill, QCursor(QPixmap(":/fill.png"), 6, 25)},
+        {MapPointer::Pick, QCursor(QPixmap(":/pick.png"), 4, 28)},
+        {MapPointer::Cross, QCursor(Qt::CrossCursor)}};
+    return pointers;
+}
+
+GestureKeys KeysOf(const QMouseEvent& event) {
+    return {.Shift = event.modifiers().testFlag(Qt::ShiftModifier),
+            .Alt = event.modifiers().testFlag(Qt::AltModifier)};
+}
+
+} // namespace
+
+void FrmVXMap::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && StopWaiting())
+        return;
+    if (event->key() == Qt::Key_Escape && !ui_->VScroll1->isEnabled())
+        state_.AbortPaint = true;
+    if (!ToolKey(*event) && !ScrollKey(event->key()))
+        QWidget::keyPressEvent(event);
+}
+
+void FrmVXMap::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
+        spaceHeld_ = false;
+        ShowPointer();
+    }
+    QWidget::keyReleaseEvent(event);
+}
+
+void FrmVXMap::focusOutEvent(QFocusEvent* event) {
+    // Its release would be told elsewhere.
+    spaceHeld_ = false;
+    ShowPointer();
+    QWidget::focusOutEvent(event);
+}
+
+bool FrmVXMap::ToolKey(const QKeyEvent& event) {
+    if ((event.modifiers() &
+         (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != Qt::NoModifier)
+        return false;
+    switch (event.key()) {
+    case Qt::Key_B:
+        ui_->strip->Choose(MapTool::Brush);
+        return true;
+    case Qt::Key_R:
+        ui_->strip->Choose(MapTool::Rectangle);
+        return true;
+    case Qt::Key_F:
+        ui_->strip->Choose(MapTool::Fill);
+        return true;
+    case Qt::Key_I:
+        ui_->strip->Choose(MapTool::Pick);
+        return true;
+    case Qt::Key_BracketLeft:
+        ui_->strip->SetBrushSize(interaction_.BrushSize - 1);
+        return true;
+    case Qt::Key_BracketRight:
+        ui_->strip->SetBrushSize(interaction_.BrushSize + 1);
+        return true;
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+        ZoomAt(PlaceOfPointer(), ZoomAfterWheel(view_.ZoomPosts, -1));
+        return true;
+    case Qt::Key_Minus:
+        ZoomAt(PlaceOfPointer(), ZoomAfterWheel(view_.ZoomPosts, 1));
+        return true;
+    case Qt::Key_Space:
+        spaceHeld_ = true;
+        ShowPointer();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool FrmVXMap::ScrollKey(int key) {
+    using Slide = QAbstractSlider::SliderAction;
+    const auto move = [](QScrollBar* bar, Slide how) {
+        bar->triggerAction(how);
+        return true;
+    };
+    switch (key) {
+    case Qt::Key_Left:
+        return move(ui_->HScroll1, Slide::SliderSingleStepSub);
+    case Qt::Key_Right:
+        return move(ui_->HScroll1, Slide::SliderSingleStepAdd);
+    case Qt::Key_Home:
+        return move(ui_->HScroll1, Slide::SliderPageStepSub);
+    case Qt::Key_End:
+        return move(ui_->HScroll1, Slide::SliderPageStepAdd);
+    case Qt::Key_Up:
+        return move(ui_->VScroll1, Slide::SliderSingleStepSub);
+    case Qt::Key_Down:
+        return move(ui_->VScroll1, Slide::SliderSingleStepAdd);
+    case Qt::Key_PageUp:
+        return move(ui_->VScroll1, Slide::SliderPageStepSub);
+    case Qt::Key_PageDown:
+        return move(ui_->VScroll1, Slide::SliderPageStepAdd);
+    default:
+        return false;
+    }
+}
+
+// The menu key stands for a right click where the cursor is. The click itself has been
+// handled as it came.
+void FrmVXMap::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() != QContextMenuEvent::Keyboard)
+        return;
+    const QPoint at = PlaceOfPointer().toPoint();
+    if (mouse_.RightDown(at.x(), at.y()))
+        ShowPopup(ui_->PicShow->mapToGlobal(at));
+}
+
+// With Alt some desktops turn the wheel's axis, and so do sideways wheels. Forward goes
+// to the bar's lower values.
+void FrmVXMap::wheelEvent(QWheelEvent* event) {
+    event->accept();
+    const QPoint turned = event->angleDelta();
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        zoomTurned_ += turned.y();
+        const int steps = zoomTurned_ / WheelNotch;
+        zoomTurned_ -= steps * WheelNotch;
+        return ZoomAt(PlaceOfPointer(), ZoomAfterWheel(view_.ZoomPosts, -steps));
+    }
+    const bool sideways =
+        event->modifiers().testFlag(Qt::ShiftModifier) || turned.y() == 0;
+    int& sum = sideways ? wheelTurned_.rx() : wheelTurned_.ry();
+    sum += turned.y() != 0 ? turned.y() : turned.x();
+    const int notches = sum / WheelNotch;
+    sum -= notches * WheelNotch;
+    QScrollBar* bar = sideways ? ui_->HScroll1 : ui_->VScroll1;
+    bar->setValue(
+        AfterWheel(bar->value(), -notches, view_, {bar->minimum(), bar->maximum()}));
+}
+
+void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
+    setFocus(Qt::MouseFocusReason);
+    const QPointF at = event.position();
+    const bool moves = event.button() == Qt::MiddleButton ||
+                       (event.button() == Qt::LeftButton && spaceHeld_);
+    if (moves) {
+        mouse_.Gesture().Cancel();
+        panning_ = Panning{event.button(), event.globalPosition(), view_};
+        return ShowHand(false);
+    }
+    switch (event.button()) {
+    case Qt::RightButton:
+        if (mouse_.RightDown(at.x(), at.y()))
+            ShowPopup(event.globalPosition().toPoint());
+        return;
+    case Qt::LeftButton:
+        // A box of the click's own may come up over the band.
+        ui_->PicShow->SetBand({}, {});
+        mouse_.LeftDown(at.x(), at.y(), KeysOf(event));
+        return ShowTools(); // a pick may have changed them
+    default:
+        return;
+    }
+}
+
+void FrmVXMap::PicShow_MouseUp(QMouseEvent& event) {
+    if (panning_ && event.button() == panning_->Button) {
+        const bool click = !panning_->Moved && event.button() == Qt::MiddleButton;
+        panning_.reset();
+        ShowPointer();
+        // Only now is it known that it was no drag.
+        if (click)
+            mouse_.MiddleDown(event.position().x(), event.position().y());
+        return;
+    }
+    if (event.button() != Qt::LeftButton || !mouse_.Gesture().Goes())
+        return;
+    mouse_.LeftUp(event.position().x(), event.position().y());
+    PicShow_MouseMove(event);
+}
+
+void FrmVXMap::ShowPopup(QPoint globalPosition) {
+    const bool onTerrain = mouse_.PopupOnTerrain();
+    for (QAction* entry : mnupup1_->actions()) {
+        const bool can = entry->objectName() == "mnuLocInBIN" ? commands_.CanLocateInBIN()
+                         : entry->objectName() == "mnuLocColMAP"
+                             ? commands_.CanLocateColorInMAP()
+                             : true;
+        entry->setEnabled(onTerrain && can);
+    }
+    mnupup1_->popup(globalPosition);
+}
+
+void FrmVXMap::PicShow_MouseMove(const QMouseEvent& event) {
+    if (Pan(event))
+        return;
+    const QPointF at = event.position();
+    if (event.buttons().testFlag(Qt::LeftButton)) {
+        if (const auto changed = mouse_.LeftMove(at.x(), at.y()))
+            RepaintPosts(*changed);
+    } else if (mouse_.Gesture().Goes()) {
+        mouse_.Gesture().Cancel(); // let go where nobody told
+    }
+    PointAt(at);
+}
+
+bool FrmVXMap::Pan(const QMouseEvent& event) {
+    if (!panning_)
+        return false;
+    if (!event.buttons().testFlag(panning_->Button)) {
+        panning_.reset();
+        return false;
+    }
+    const QPointF by = event.globalPosition() - panning_->From;
+    panning_->Moved =
+        panning_->Moved || std::abs(by.x()) > ClickSlip || std::abs(by.y()) > ClickSlip;
+    if (!panning_->Moved || view_.ScrollBusy)
+        return true;
+    const ViewPosition now{view_.MapLeftX, view_.MapBottomY};
+    const ViewPosition wanted =
+        Dragged(panning_->View, by.x(), by.y(), state_.Terrain.MapWidth);
+    if (!(wanted == now)) {
+        SetPosition(wanted);
+        workspace_.RefreshPicArray();
+    }
+    return true;
+}
+
+void FrmVXMap::PointAt(QPointF position) {
+    ShowPointer();
+    ShowBand(position);
+    ShowStatus(position);
+    const ReadOut out = ReadOutAt(view_, state_.Terrain, state_.Catalogue.Lookup,
+                                  position.x(), position.y());
+    toolTip_.SetBackColor(out.BackColor);
+    toolTip_.SetToolTipHeader(QString::fromStdString(out.Header));
+    toolTip_.SetToolTipHeaderShow(!out.Header.empty());
+    toolTip_.SetToolText(*ui_->PicShow, QString::fromStdString(Utf8FromBytes(out.Text)));
+}
+
+void FrmVXMap::ShowPointer() {
+    if (panning_ || spaceHeld_)
+        return ShowHand(!panning_);
+    const auto pointer = Pointers().find(PointerFor(interaction_, view_));
+    if (pointer == Pointers().end())
+        ui_->PicShow->unsetCursor();
+    else
+        ui_->PicShow->setCursor(pointer->second);
+}
+
+void FrmVXMap::ShowHand(bool open) {
+    ui_->PicShow->setCursor(open ? Qt::OpenHandCursor : Qt::ClosedHandCursor);
+}
+
+void FrmVXMap::ShowStatus(QPointF position) {
+    ui_->lblPost->setText(QString::fromStdString(Utf8FromBytes(PostWords(
+        view_, state_.Terrain, state_.Catalogue.Lookup, position.x(), position.y()))));
+}
+
+QPointF FrmVXMap::PlaceOfPointer() const {
+    if (ui_->PicShow->underMouse())
+        return ui_->PicShow->mapFromGlobal(QCursor::pos());
+    return ui_->PicShow->visibleRegion().boundingRect().center();
+}
+
+void FrmVXMap::ZoomAt(QPointF place, int16_t zoomPosts) {
+    if (view_.ScrollBusy || zoomPosts == view_.ZoomPosts || state_.Terrain.MapWidth == 0)
+        return;
+    const ViewPosition position =
+        ZoomedAt(view_, zoomPosts, place.x(), place.y(), state_.Terrain.MapWidth);
+    commands_.SetZoom(zoomPosts);
+    LoadImageControls();
+    SetPosition(position);
+    workspace_.RefreshPicArray();
+}
+
+void FrmVXMap::ShowBand(QPointF position) {
+    std::optional<PictureBox> shown = mouse_.Gesture().Preview();
+    if (!shown)
+        if (const auto box = BoxAtCursor(
+                interaction_, view_, PostUnderCursor(view_, position.x(), position.y())))
+            shown = BoxOnPicture(view_, *box);
+    if (!shown)
+        return ui_->PicShow->SetBand({}, {});
+    const PictureBox& band = *shown;
+    const QPoint topLeft(PixelAt(band.LowerLeft.X), PixelAt(band.UpperRight.Y));
+    const QPoint bottomRight(PixelAt(band.UpperRight.X), PixelAt(band.LowerLeft.Y));
+    const QSize size(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y());
+    ui_->PicShow->SetBand(QRect(topLeft, size), ColorOf(view_.ExportColor));
+}
+
+bool FrmVXMap::StopWaiting() {
+    if (mouse_.Gesture().Goes()) {
+        mouse_.Gesture().Cancel();
+        PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
+        return true;
+    }
+    if (!interaction_.Waits())
+        return false;
+    interaction_.StopWaiting();
+    commands_.HideFrame7();
+    PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
+    return true;
+}
+
+} // namespace vardenix
