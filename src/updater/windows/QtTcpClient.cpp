@@ -4,6 +4,7 @@
 
 #include <QHostAddress>
 #include <QNetworkProxy>
+#include <QTcpSocket>
 
 namespace vardenix {
 
@@ -14,19 +15,25 @@ constexpr int32_t LastPort = 65535;
 
 } // namespace
 
-QtTcpClient::QtTcpClient() {
-    socket_.setProxy(QNetworkProxy::NoProxy);
-    socket_.setReadBufferSize(WaitingBytes);
-    OnSignal(&socket_, &QTcpSocket::connected, this, [this] {
+QtTcpClient::QtTcpClient() : socket_(std::make_unique<QTcpSocket>()) {
+    socket_->setProxy(QNetworkProxy::NoProxy);
+    socket_->setReadBufferSize(WaitingBytes);
+    OnSignal(socket_.get(), &QTcpSocket::connected, this, [this] {
         if (events_ != nullptr)
             events_->TcpConnected();
     });
-    OnSignal(&socket_, &QTcpSocket::readyRead, this, [this] { HandOver(); });
-    OnSignal(&socket_, &QTcpSocket::disconnected, this, [this] { Ended(); });
-    OnSignal(&socket_, &QTcpSocket::errorOccurred, this,
+    OnSignal(socket_.get(), &QTcpSocket::readyRead, this, [this] { HandOver(); });
+    OnSignal(socket_.get(), &QTcpSocket::disconnected, this, [this] { Ended(); });
+    OnSignal(socket_.get(), &QTcpSocket::errorOccurred, this,
              [this](QAbstractSocket::SocketError error) { Failed(error); });
-    OnSignal(&socket_, &QTcpSocket::bytesWritten, this,
+    OnSignal(socket_.get(), &QTcpSocket::bytesWritten, this,
              [this](qint64 count) { Written(count); });
+}
+
+QtTcpClient::~QtTcpClient() {
+    // Nobody is left to be told of the end.
+    events_ = nullptr;
+    socket_->disconnect(this);
 }
 
 void QtTcpClient::Connect(const std::string& host, int32_t port, TcpEvents& events) {
@@ -35,33 +42,33 @@ void QtTcpClient::Connect(const std::string& host, int32_t port, TcpEvents& even
     sent_ = 0;
     // Port 0 is nobody's, and is refused as one by the system.
     const auto number = static_cast<quint16>(port > LastPort ? 0 : port);
-    socket_.connectToHost(QString::fromStdString(host), number);
+    socket_->connectToHost(QString::fromStdString(host), number);
 }
 
 void QtTcpClient::Send(std::string_view bytes) {
-    socket_.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    socket_->write(bytes.data(), static_cast<qint64>(bytes.size()));
 }
 
 void QtTcpClient::Close() {
     events_ = nullptr;
-    socket_.abort();
+    socket_->abort();
 }
 
 TcpState QtTcpClient::State() const {
     if (events_ == nullptr)
         return TcpState::Closed;
-    return socket_.state() == QAbstractSocket::ConnectedState ? TcpState::Connected
-                                                              : TcpState::Connecting;
+    return socket_->state() == QAbstractSocket::ConnectedState ? TcpState::Connected
+                                                               : TcpState::Connecting;
 }
 
 std::string QtTcpClient::RemoteHostIP() const {
-    return socket_.peerAddress().toString().toStdString();
+    return socket_->peerAddress().toString().toStdString();
 }
 
 // A handler may close the connection, or open another one.
 void QtTcpClient::HandOver() {
-    while (events_ != nullptr && socket_.bytesAvailable() > 0) {
-        const QByteArray bytes = socket_.readAll();
+    while (events_ != nullptr && socket_->bytesAvailable() > 0) {
+        const QByteArray bytes = socket_->readAll();
         events_->TcpData({bytes.data(), static_cast<size_t>(bytes.size())});
     }
 }
@@ -73,12 +80,12 @@ void QtTcpClient::Ended() {
         events->TcpClosed();
 }
 
-void QtTcpClient::Failed(QAbstractSocket::SocketError error) {
+void QtTcpClient::Failed(int error) {
     // That the server has closed is told by the signal that follows.
     if (error == QAbstractSocket::RemoteHostClosedError || events_ == nullptr)
         return;
     TcpEvents* events = events_;
-    const std::string text = socket_.errorString().toStdString();
+    const std::string text = socket_->errorString().toStdString();
     Close();
     events->TcpError(error, text, "QTcpSocket");
 }
@@ -88,8 +95,8 @@ void QtTcpClient::Written(qint64 count) {
     TcpEvents* events = events_;
     if (events == nullptr)
         return;
-    events->TcpSendProgress(sent_, socket_.bytesToWrite());
-    if (socket_.bytesToWrite() == 0)
+    events->TcpSendProgress(sent_, socket_->bytesToWrite());
+    if (socket_->bytesToWrite() == 0)
         events->TcpSendCompleted();
 }
 

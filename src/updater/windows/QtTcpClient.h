@@ -3,8 +3,12 @@
 #include "updater/TcpClient.h"
 #include "updater/Timer.h"
 
-#include <QTcpSocket>
+#include <QObject>
 #include <QTimer>
+
+#include <memory>
+
+class QTcpSocket;
 
 namespace vardenix {
 
@@ -12,6 +16,7 @@ namespace vardenix {
 class QtTcpClient : public QObject, public TcpClient {
 public:
     QtTcpClient();
+    ~QtTcpClient() override;
 
     void Connect(const std::string& host, int32_t port, TcpEvents& events) override;
     void Send(std::string_view bytes) override;
@@ -22,10 +27,10 @@ public:
 private:
     void HandOver();
     void Ended();
-    void Failed(QAbstractSocket::SocketError error);
+    void Failed(int error);
     void Written(qint64 count);
 
-    QTcpSocket socket_;
+    std::unique_ptr<QTcpSocket> socket_;
     TcpEvents* events_ = nullptr;
     int64_t sent_ = 0;
 };
