@@ -198,7 +198,9 @@ class NoDialogs : public Dialogs {
     FileAnswer OpenFile(const FileQuestion&) override { return {}; }
     std::vector<std::string> OpenFiles(const FileQuestion&) override { return {}; }
     FileAnswer SaveFile(const FileQuestion&) override { return {}; }
-    std::optional<std::string> Folder(const std::string&) override { return {}; }
+    std::optional<std::string> Folder(const std::string&, const std::string&) override {
+        return {};
+    }
     uint32_t Color(uint32_t current) override { return current; }
     FontChoice Font(const FontChoice& current) override { return current; }
 };
@@ -222,6 +224,25 @@ void FarTiles(benchmark::State& state) {
     state.counters["tiles"] = TheWorld().fartiles.FartileCount;
 }
 
+// After one post was painted.
+void FarTilesOnlyChanged(benchmark::State& state) {
+    World& world = TheWorld();
+    world.MakePictures();
+    RebuildOptions options;
+    options.MakeL3 = true;
+    RebuildTheater(world.parts, options, world.fartiles);
+    options.OnlyChanged = true;
+    int64_t post = 1;
+    FartileCounts counts;
+    for (auto _ : state) {
+        TerrainPost& painted = world.terrain.LxArr(post += 1000);
+        painted.TileOffset = (painted.TileOffset + 1) % Tiles;
+        counts = RebuildTheater(world.parts, options, world.fartiles).Fartiles;
+    }
+    state.counters["made"] = counts.Made;
+    state.counters["copied"] = counts.Copied;
+}
+
 BENCHMARK(BareFine)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(Fine)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BareElevations)->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -235,6 +256,11 @@ BENCHMARK(FarTiles)
     ->Args({32, 0})
     ->Args({32, 1})
     ->Args({30, 0})
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->MeasureProcessCPUTime();
+
+BENCHMARK(FarTilesOnlyChanged)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1)
     ->MeasureProcessCPUTime();

@@ -6,18 +6,89 @@
 #include "builder/PostsUnder.h"
 #include "platform/FileNames.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <map>
-#include <set>
+#include <optional>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
+#include <unordered_map>
+#include <vector>
 
 namespace vardenix {
 
 namespace {
 
-uint64_t BytesOfPair(const LevelGeometry& geometry, uint64_t blocks) {
-    return blocks * BlockBytes + static_cast<uint64_t>(geometry.AllBlocks()) * 4;
+// `isBlank(y, x)` of each block; blank ones share one.
+template <typename IsBlank>
+uint64_t BytesOfPair(const LevelGeometry& geometry, uint64_t behindEntries,
+                     IsBlank isBlank) {
+    uint64_t blocks = 0;
+    bool anyBlank = false;
+    for (int32_t y = 0; y < geometry.Blocks; ++y)
+        for (int32_t x = 0; x < geometry.Blocks; ++x) {
+            const bool blank = isBlank(y, x);
+            blocks += blank && anyBlank ? 0 : 1;
+            anyBlank = anyBlank || blank;
+        }
+    return blocks * BlockBytes + static_cast<uint64_t>(geometry.AllBlocks()) * 4 +
+           behindEntries;
+}
+
+// The blocks of a level that is there, each read once however many share it.
+class OldBlocks {
+public:
+    OldBlocks(const LevelPair& pair, const LevelGeometry& geometry)
+        : blocks_(geometry.Blocks), reader_(pair, geometry.Blocks) {}
+
+    uint64_t BehindEntries() const { return reader_.BehindEntries().size(); }
+
+    // Whether one of its posts is such; always asked for the same.
+    template <typename IsSuch>
+    bool Has(int32_t y, int32_t x, IsSuch isSuch) {
+        const int32_t offset =
+            reader_.Offsets()[static_cast<size_t>(int64_t{y} * blocks_ + x)];
+        const auto [known, isNew] = known_.try_emplace(offset, false);
+        if (isNew) {
+            reader_.ReadBlock(offset, posts_);
+            known->second = std::any_of(posts_.begin(), posts_.end(), isSuch);
+        }
+        return known->second;
+    }
+
+private:
+    int32_t blocks_;
+    LevelReader reader_;
+    std::unordered_map<int32_t, bool> known_; // by offset
+    std::array<TerrainPost, PostsPerSegment> posts_{};
+};
+
+// None for a level that is not there or has no block.
+std::optional<OldBlocks> OldBlocksOf(const std::string& folder,
+                                     const LevelGeometry& geometry) {
+    std::optional<OldBlocks> old;
+    if (geometry.Blocks > 0 && !LevelNotExists(folder, geometry.Level))
+        old.emplace(PairOfLevel(folder, geometry.Level), geometry);
+    return old;
+}
+
+uint64_t BehindEntries(const std::optional<OldBlocks>& old) {
+    return old ? old->BehindEntries() : 0;
+}
+
+// Whether the finest grid has a height under fine block (x, y).
+bool HasHeight(const ElevationGrids& grids, const LevelGeometry& geometry, int32_t y,
+               int32_t x) {
+    const int32_t side = SegmentSide << geometry.Level;
+    for (int64_t row = int64_t{y} * side; row < (int64_t{y} + 1) * side; ++row) {
+        const auto heights = grids.Heights(0).subspan(
+            static_cast<size_t>(row * grids.WidthOf(0) + int64_t{x} * side),
+            static_cast<size_t>(side));
+        if (std::any_of(heights.begin(), heights.end(), [](int16_t h) { return h != 0; }))
+            return true;
+    }
+    return false;
 }
 
 // Calls visit(y, x, empty, blank) for every post of a far level that lies in a whole
@@ -85,43 +156,50 @@ void RequireRoom(const std::vector<RoomNeeded>& needs, const AskFreeRoom& ask) {
 uint64_t BytesOfFineLevel(const Terrain& terrain, const std::string& folder,
                           int32_t level) {
     const LevelGeometry geometry = GeometryOf(level, terrain.MapWidth);
-    const bool notExists = LevelNotExists(folder, level);
-    std::set<int32_t> others; // blocks of the old level that may hold elevations
-    std::vector<int32_t> offsets;
-    if (!notExists && geometry.Blocks > 0) {
-        const LevelReader reader(PairOfLevel(folder, level), geometry.Blocks);
-        offsets.assign(reader.Offsets().begin(), reader.Offsets().end());
-    }
-    uint64_t blocks = 0;
-    for (int32_t y = 0; y < geometry.Blocks; ++y)
-        for (int32_t x = 0; x < geometry.Blocks; ++x) {
-            if (HasTile(terrain, geometry, y, x, notExists))
-                ++blocks;
-            else
-                others.insert(
-                    notExists
-                        ? 0
-                        : offsets[static_cast<size_t>(int64_t{y} * geometry.Blocks + x)]);
-        }
-    // An offset met twice with an elevation in its block is written twice; files that a
-    // save or rebuild has written share blocks only where there is none.
-    return BytesOfPair(geometry, blocks + others.size());
+    auto old = OldBlocksOf(folder, geometry);
+    return BytesOfPair(geometry, BehindEntries(old), [&](int32_t y, int32_t x) {
+        if (HasTile(terrain, geometry, y, x, !old))
+            return false;
+        return !old || !old->Has(y, x, [](const TerrainPost& post) {
+            return post.Elevation != 0;
+        });
+    });
 }
 
-uint64_t BytesOfFarLevel(const Terrain& terrain, int32_t level) {
+uint64_t BytesOfFarLevel(const Terrain& terrain, const std::string& folder,
+                         int32_t level) {
     const LevelGeometry geometry = GeometryOf(level, terrain.MapWidth);
-    std::set<int64_t> full;
+    std::vector<bool> full(static_cast<size_t>(geometry.AllBlocks()));
+    const auto place = [&](int32_t y, int32_t x) {
+        return static_cast<size_t>(int64_t{y} * geometry.Blocks + x);
+    };
     ForEachFarPost(terrain, geometry, [&](int32_t y, int32_t x, const PostsUnder& posts) {
         if (!posts.Blank())
-            full.insert(int64_t{y / SegmentSide} * geometry.Blocks + x / SegmentSide);
+            full[place(y / SegmentSide, x / SegmentSide)] = true;
     });
-    const auto all = static_cast<uint64_t>(geometry.AllBlocks());
-    return BytesOfPair(geometry, full.size() + (full.size() < all ? 1 : 0));
+    const auto old = OldBlocksOf(folder, geometry);
+    return BytesOfPair(geometry, BehindEntries(old),
+                       [&](int32_t y, int32_t x) { return !full[place(y, x)]; });
 }
 
-uint64_t BytesOfWholeLevel(int32_t mapWidth, int32_t level) {
-    const LevelGeometry geometry = GeometryOf(level, mapWidth);
-    return BytesOfPair(geometry, static_cast<uint64_t>(geometry.AllBlocks()));
+uint64_t BytesOfElevations(const Terrain& terrain, const std::string& folder,
+                           int32_t level, const ElevationGrids& grids) {
+    const LevelGeometry geometry = GeometryOf(level, terrain.MapWidth);
+    if (level == 2) {
+        const OldBlocks old({terrain.LFilename, terrain.OFilename}, geometry);
+        return BytesOfPair(geometry, old.BehindEntries(),
+                           [](int32_t, int32_t) { return false; });
+    }
+    auto old = OldBlocksOf(folder, geometry);
+    return BytesOfPair(geometry, BehindEntries(old), [&](int32_t y, int32_t x) {
+        if (HasHeight(grids, geometry, y, x))
+            return false;
+        return old ? !old->Has(y, x,
+                               [&](const TerrainPost& post) {
+                                   return post.TileOffset != geometry.Base;
+                               })
+                   : !HasTile(terrain, geometry, y, x, false);
+    });
 }
 
 FartileTotals CountFartiles(const Terrain& terrain) {

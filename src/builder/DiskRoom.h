@@ -1,5 +1,6 @@
 #pragma once
 
+#include "builder/ElevationGrids.h"
 #include "builder/FartileShape.h"
 #include "builder/Fartiles.h"
 #include "theater/Terrain.h"
@@ -30,13 +31,16 @@ FreeRoom FreeRoomAt(const std::string& folder);
 // folders of one file system count together.
 void RequireRoom(const std::vector<RoomNeeded>& needs, const AskFreeRoom& ask);
 
-// At most so many bytes will the pair of a rebuilt level take. An old level's blocks
-// without a tile may keep elevations, and then take room of their own.
+// The bytes that the pair of a rebuilt level will take, entries behind those of the level
+// included. Blocks without a tile are looked at in the old level: they keep elevations.
 uint64_t BytesOfFineLevel(const Terrain& terrain, const std::string& folder,
                           int32_t level);
-uint64_t BytesOfFarLevel(const Terrain& terrain, int32_t level);
-// The same for a run that replaces elevations, whatever they are.
-uint64_t BytesOfWholeLevel(int32_t mapWidth, int32_t level);
+uint64_t BytesOfFarLevel(const Terrain& terrain, const std::string& folder,
+                         int32_t level);
+// The same for level 0 to 2 of a run that replaces elevations by those of its finest
+// grid. Level 1 may take less: elevations that are rounded to 0 count here.
+uint64_t BytesOfElevations(const Terrain& terrain, const std::string& folder,
+                           int32_t level, const ElevationGrids& grids);
 
 // How many far tiles a rebuild will make, and over how many level 2 posts they lie.
 struct FartileTotals {

@@ -135,9 +135,10 @@ private:
     void RequireRoomForAll() const {
         RoomNeeded need{levels_.LxFolder, 0};
         for (const int32_t level : {0, 1, 2})
-            need.Bytes += BytesOfWholeLevel(parts_.Terrain.MapWidth, level);
+            need.Bytes +=
+                BytesOfElevations(parts_.Terrain, levels_.LxFolder, level, grids_);
         for (const int32_t level : {3, 4, 5})
-            need.Bytes += BytesOfFarLevel(parts_.Terrain, level);
+            need.Bytes += BytesOfFarLevel(parts_.Terrain, levels_.LxFolder, level);
         RequireRoom({need}, options_.FreeRoom);
     }
 

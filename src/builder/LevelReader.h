@@ -36,6 +36,10 @@ public:
     // the order of the file. `row` holds blocks * PostsPerSegment. Posts that the L file
     // does not hold are zero, and so is a block with a negative offset.
     void ReadRow(int32_t y, std::span<TerrainPost> row);
+    // The same for the one block at an offset.
+    void ReadBlock(int32_t offset, std::span<TerrainPost> block) {
+        ReadBlocks(offset, std::as_writable_bytes(block));
+    }
 
 private:
     void ReadBlocks(int32_t offset, std::span<std::byte> bytes);

@@ -54,7 +54,7 @@ private:
         if (options_.MakeL3) {
             const FartileShape shape(options_.FarSize);
             for (const int32_t level : {3, 4, 5})
-                levels.Bytes += BytesOfFarLevel(parts_.Terrain, level);
+                levels.Bytes += BytesOfFarLevel(parts_.Terrain, levels_.LxFolder, level);
             needs.push_back(
                 {TextureFolderOf(parts_.Catalogue),
                  BytesOfFartiles(CountFartiles(parts_.Terrain).Count, shape)});

@@ -1,6 +1,7 @@
 #include "services/Dxt1Writer.h"
 
 #include "platform/RuntimeError.h"
+#include "services/ClusterFit.h"
 
 #include <squish.h>
 
@@ -68,7 +69,12 @@ std::vector<uint8_t> CompressDxt1(std::span<const uint8_t> rgba, int32_t width,
         for (std::size_t x = 0; x < BlocksAlong(width); ++x) {
             const BlockPixels pixels =
                 TakeBlock(rgba, width, height, x, y, options.Alpha);
-            squish::Compress(pixels.data(), target, flags);
+            const bool done =
+                options.Fit == Dxt1Fit::Cluster && options.Alpha == Dxt1Alpha::Opaque &&
+                ClusterFit(pixels,
+                           std::span<uint8_t, Dxt1BlockBytes>(target, Dxt1BlockBytes));
+            if (!done)
+                squish::Compress(pixels.data(), target, flags);
             target += Dxt1BlockBytes;
         }
     }

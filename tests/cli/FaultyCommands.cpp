@@ -2,7 +2,6 @@
 
 #include "cli/Commands.h"
 #include "platform/RuntimeError.h"
-#include "services/PictureMaker.h"
 #include "support/FaultShim.h"
 
 #include <algorithm>
@@ -85,21 +84,6 @@ int FaultyCommands::RunWith(const char* mode, int at,
     int status = 0;
     waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-void FaultyCommands::WriteRebuilt() {
-    for (const int level : {0, 1, 3}) {
-        const int width = level < 2 ? 32 << (2 - level) : 32 >> (level - 2);
-        const PairBytes pair = ScatteredPair(MadeLevel::Random(width, 8));
-        folder_.Write("my theater/terrain/theater.L" + std::to_string(level), pair.L);
-        folder_.Write("my theater/terrain/theater.O" + std::to_string(level), pair.O);
-    }
-    for (const char* tile : {"sea", "seaN", "shore", "shoreN", "land", "landN"})
-        folder_.Write("my theater/texture/texture/" + std::string(tile) + ".dds",
-                      DdsHeader(8, 8, {"DXT1"}) + std::string(32, '\7'));
-    for (const char* container : {"fartiles.dds", "fartilesN.dds"})
-        folder_.Write("my theater/texture/" + std::string(container), "old");
-    old_ = OnDiskNow();
 }
 
 Files FaultyCommands::OnDiskNow() const {

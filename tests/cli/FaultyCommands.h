@@ -18,12 +18,10 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // `reading` is a command that opens what was written. Where `failing` is not 1, only
-    // each so manieth call fails; a kill and a full disk come at every one.
+    // `reading` is a command that opens what was written. Only each `failing`th call
+    // fails where a command makes very many; a kill and a full disk come at every one.
     void TryEveryCall(const std::vector<std::string>& writing,
                       const std::vector<std::string>& reading, int failing = 1);
-    // The other levels, small pictures, and containers of before.
-    void WriteRebuilt();
     Files OnDiskNow() const;
 
     bool readsBack_ = false; // it reads what it has written, and may fail then

@@ -51,17 +51,5 @@ TEST_F(FaultyCommands, PreviewLosesNothingOfAnOlderPicture) {
     TryEveryCall({"preview", folder_.File("heights.bmp")}, {"get", "0", "0"});
 }
 
-TEST_F(FaultyCommands, RebuildLosesNothing) {
-    WriteRebuilt();
-    TryEveryCall({"rebuild", "--far", "--far-size", "8"}, {"get", "0", "0"}, 17);
-}
-
-TEST_F(FaultyCommands, RebuildElevationLosesNothing) {
-    WriteRebuilt();
-    readsBack_ = true;
-    TryEveryCall({"rebuild-elevation", Terrain("theater.elv"), "--method", "mean"},
-                 {"get", "0", "0"}, 17);
-}
-
 } // namespace
 } // namespace vardenix::tests

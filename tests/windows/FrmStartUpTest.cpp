@@ -469,6 +469,10 @@ TEST_F(FrmStartUpTest, ADroppedTheaterFillsTheFourPaths) {
     const auto drop = [this](const std::string& path) {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
+        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        enter.setAccepted(false);
+        QApplication::sendEvent(window_.get(), &enter);
+        EXPECT_TRUE(enter.isAccepted());
         QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(window_.get(), &event);
     };

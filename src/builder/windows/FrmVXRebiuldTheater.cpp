@@ -100,6 +100,10 @@ void FrmVXRebiuldTheater::Form_Load() {
     pb2_ = {0, 100};
     ShowBars();
     ShowMaster();
+    // As high as its texts are; the toolkit would take no more than two thirds of the
+    // screen and cut them.
+    const int width = sizeHint().width();
+    resize(width, heightForWidth(width));
 }
 
 void FrmVXRebiuldTheater::cmdStart_Click() {

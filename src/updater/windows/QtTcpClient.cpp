@@ -6,6 +6,8 @@
 #include <QNetworkProxy>
 #include <QTcpSocket>
 
+#include <utility>
+
 namespace vardenix {
 
 namespace {
@@ -80,14 +82,14 @@ void QtTcpClient::Ended() {
         events->TcpClosed();
 }
 
-void QtTcpClient::Failed(int error) {
+void QtTcpClient::Failed(int socketError) {
     // That the server has closed is told by the signal that follows.
-    if (error == QAbstractSocket::RemoteHostClosedError || events_ == nullptr)
+    if (socketError == QAbstractSocket::RemoteHostClosedError || events_ == nullptr)
         return;
     TcpEvents* events = events_;
     const std::string text = socket_->errorString().toStdString();
     Close();
-    events->TcpError(error, text, "QTcpSocket");
+    events->TcpError(socketError, text, "QTcpSocket");
 }
 
 void QtTcpClient::Written(qint64 count) {

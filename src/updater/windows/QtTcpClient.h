@@ -3,7 +3,6 @@
 #include "updater/TcpClient.h"
 #include "updater/Timer.h"
 
-#include <QObject>
 #include <QTimer>
 
 #include <memory>
@@ -27,7 +26,7 @@ public:
 private:
     void HandOver();
     void Ended();
-    void Failed(int error);
+    void Failed(int socketError);
     void Written(qint64 count);
 
     std::unique_ptr<QTcpSocket> socket_;

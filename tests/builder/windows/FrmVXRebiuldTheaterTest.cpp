@@ -85,6 +85,13 @@ TEST_F(FrmVXRebiuldTheaterTest, ShowsItsTextsAndFolders) {
     EXPECT_TRUE(Enabled("cmdStart"));
 }
 
+TEST_F(FrmVXRebiuldTheaterTest, IsHighEnoughForItsTexts) {
+    for (const char* name : {"lblWithThis", "lblWithThis2"}) {
+        const auto& label = Find<QLabel>(*window_, name);
+        EXPECT_GE(label.height(), label.heightForWidth(label.width())) << name;
+    }
+}
+
 TEST_F(FrmVXRebiuldTheaterTest, TheSizeTakesDigitsAlone) {
     auto& box = Find<QLineEdit>(*window_, "txtFarSize");
     box.clear();
