@@ -56,28 +56,25 @@ std::array<uint8_t, 64> BlockAt(const std::vector<uint8_t>& pixels, size_t side,
 
 } // namespace
 
-size_t KnownBlocks::HashOf::operator()(const Colours& colours) const {
-    return std::hash<std::string_view>()(
-        {reinterpret_cast<const char*>(colours.data()), colours.size()});
-}
-
 uint64_t KnownBlocks::BlockOf(const std::array<uint8_t, 64>& pixels) {
     Colours colours;
     for (size_t i = 0; i < 16; ++i)
         std::memcpy(&colours[i * 3], &pixels[i * PixelBytes], 3);
-    Shard& shard = shards_[HashOf()(colours) % Shards];
+    const size_t hash = std::hash<std::string_view>()(
+        {reinterpret_cast<const char*>(colours.data()), colours.size()});
+    Shard& shard = shards_[hash % Shards];
+    const size_t at = hash / Shards % PlacesOfShard;
     {
         const std::lock_guard lock(shard.Mutex);
-        const auto found = shard.Blocks.find(colours);
-        if (found != shard.Blocks.end())
-            return found->second;
+        shard.Places.resize(PlacesOfShard);
+        const Place& place = shard.Places[at];
+        if (place.Used && place.Pixels == colours)
+            return place.Block;
     }
     uint64_t block = 0;
     std::memcpy(&block, Compressed(pixels).data(), sizeof block);
     const std::lock_guard lock(shard.Mutex);
-    if (shard.Blocks.size() >= MostInShard)
-        shard.Blocks.clear();
-    shard.Blocks.emplace(colours, block);
+    shard.Places[at] = {colours, block, true};
     return block;
 }
 

@@ -7,7 +7,6 @@
 #include <array>
 #include <cstdint>
 #include <mutex>
-#include <unordered_map>
 #include <vector>
 
 namespace vardenix {
@@ -20,18 +19,21 @@ public:
     uint64_t BlockOf(const std::array<uint8_t, 64>& pixels);
 
 private:
-    // All shards full take some 160 MB; a theater with fewer pairs of neighbours takes
-    // less.
-    static constexpr size_t Shards = 64;
-    static constexpr size_t MostInShard = 32768;
     // Red, green and blue of the pixels; all are opaque.
     using Colours = std::array<uint8_t, 48>;
-    struct HashOf {
-        size_t operator()(const Colours& colours) const;
+    // A line of the processor's cache: a look costs one way to the memory. A block goes
+    // when another one wants its place.
+    struct alignas(64) Place {
+        Colours Pixels{};
+        uint64_t Block = 0;
+        bool Used = false;
     };
+    // All shards in use take 128 MB.
+    static constexpr size_t Shards = 64;
+    static constexpr size_t PlacesOfShard = 32768;
     struct Shard {
         std::mutex Mutex;
-        std::unordered_map<Colours, uint64_t, HashOf> Blocks;
+        std::vector<Place> Places; // none until it is used
     };
     std::array<Shard, Shards> shards_;
 };

@@ -293,8 +293,8 @@ private:
 
     static int To565(const Colour& colour) {
         const auto whole = [](float value, int most) {
-            return std::clamp(static_cast<int>(value * static_cast<float>(most) + 0.5F),
-                              0, most);
+            const float raised = value * static_cast<float>(most) + 0.5F;
+            return std::clamp(static_cast<int>(raised), 0, most);
         };
         return whole(colour[0], 31) << 11 | whole(colour[1], 63) << 5 |
                whole(colour[2], 31);
