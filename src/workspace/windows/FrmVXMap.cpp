@@ -74,6 +74,7 @@ FrmVXMap::FrmVXMap(const Parts& parts)
     MakePopup();
     MakeToolTip();
     MakeStrip();
+    setFocus(); // not the tools, whenever the window has the keyboard
 }
 
 void FrmVXMap::MakeStrip() {
