@@ -274,6 +274,7 @@ TEST_F(FrmVXTheaterPreviewTest, EditsAreSeen) {
     view_.MapLeftX = 8;
     view_.MapBottomY = 16;
     window_.PreviewChanged();
+    window_.resize(600, 700); // several pixels a post
     window_.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
     const auto color = [this](int x, int y) { // of the pixel that shows this post
