@@ -15,6 +15,7 @@
 #include "support/TestFolder.h"
 #include "theater/TileCheck.h"
 
+#include <QAbstractItemView>
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
@@ -26,6 +27,16 @@ namespace {
 constexpr int32_t ManySets = 2000;
 constexpr int32_t Width = 1024;
 constexpr int32_t Side = 512;
+
+// The bytes of a DDS of 512 pixels.
+std::string NoisyPicture(unsigned seed) {
+    std::mt19937 random(seed);
+    std::vector<uint8_t> rgba(size_t{Side} * Side * 4);
+    for (uint8_t& value : rgba)
+        value = static_cast<uint8_t>(random());
+    const auto file = Dxt1File(rgba, Side, Side, {Dxt1Fit::Range});
+    return {file.begin(), file.end()};
+}
 
 TileSet FullSet(int32_t number) {
     TileSet set;
@@ -106,17 +117,46 @@ void OpenWindowOnManySets(benchmark::State& state) {
 }
 BENCHMARK(OpenWindowOnManySets)->Unit(benchmark::kMillisecond);
 
+// One set after the other is chosen in the list, each with 16 pictures of 512 pixels
+// that were shown before.
+void ShowASet(benchmark::State& state) {
+    bench::NeedApplication();
+    const tests::TestFolder folder;
+    const std::string picture = NoisyPicture(1);
+    for (int tile = 0; tile < 2 * TilesPerSet; ++tile)
+        folder.Write("H" + std::to_string(tile) + ".dds", picture);
+    ProgramState program;
+    Fill(program.Catalogue, program.Terrain, folder.File(""));
+    TilePictures pictures;
+    bench::NoDialogs dialogs;
+    NoRegistry registry;
+    const SystemClock clock;
+    SystemProcesses processes;
+    const Platform platform{dialogs, registry, clock, processes};
+    DebugLog log(clock);
+    NoVerbs verbs;
+    FrmBINTileEdit window({program, pictures, platform, log, verbs});
+    window.Open();
+    auto* sets = window.findChild<QAbstractItemView*>("ListView1");
+    int row = 0;
+    const auto show = [&] {
+        row = 1 - row;
+        sets->setCurrentIndex(sets->model()->index(row, 0));
+        QApplication::processEvents();
+    };
+    show();
+    show();
+    for (auto _ : state)
+        show();
+}
+BENCHMARK(ShowASet)->Unit(benchmark::kMillisecond);
+
 // Sixteen noisy pictures with a night picture each.
 class Pictures {
 public:
     Pictures() {
-        std::mt19937 random(2);
-        std::vector<uint8_t> rgba(size_t{Side} * Side * 4);
         for (int i = 10; i < 10 + TilesPerSet; ++i) {
-            for (uint8_t& value : rgba)
-                value = static_cast<uint8_t>(random());
-            const auto file = Dxt1File(rgba, Side, Side, {Dxt1Fit::Range});
-            const std::string bytes(file.begin(), file.end());
+            const std::string bytes = NoisyPicture(static_cast<unsigned>(i));
             const std::string name = "from/" + std::to_string(i);
             Chosen.push_back(folder_.Write(name + ".dds", bytes));
             Night.push_back(folder_.Write(name + "N.dds", bytes));

@@ -22,7 +22,9 @@ public:
     FileAnswer OpenFile(const FileQuestion&) override { std::abort(); }
     std::vector<std::string> OpenFiles(const FileQuestion&) override { std::abort(); }
     FileAnswer SaveFile(const FileQuestion&) override { std::abort(); }
-    std::optional<std::string> Folder(const std::string&) override { std::abort(); }
+    std::optional<std::string> Folder(const std::string&, const std::string&) override {
+        std::abort();
+    }
     uint32_t Color(uint32_t) override { std::abort(); }
     FontChoice Font(const FontChoice&) override { std::abort(); }
 };

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Times `vardenix-cli render` beside the rasterizer of a tile map editor, on maps of the same size:
 as many cells, as many distinct tiles of the same side, the same picture. Both start, read their
-files, paint without smoothing and write a bitmap.
+files, paint without smoothing and write the picture, as a bitmap and as PNG.
 
 usage: compare_rasterizer.py BIN      the folder with vardenix-cli and make_sample_theater
 """
@@ -10,6 +10,7 @@ import os
 import pathlib
 import random
 import shutil
+import statistics
 import struct
 import subprocess
 import sys
@@ -80,12 +81,14 @@ def write_map(folder, rows):
 
 
 def picture_side(path):
-    """The width that a bitmap's header tells."""
-    return struct.unpack_from("<i", path.read_bytes()[:26], 18)[0]
+    """The width that the header of a bitmap or a PNG file tells."""
+    head = path.read_bytes()[:26]
+    return (struct.unpack_from("<i", head, 18) if head[:2] == b"BM"
+            else struct.unpack_from(">i", head, 16))[0]
 
 
-def best(commands):
-    """The least seconds of each command; they take turns."""
+def medians(commands):
+    """The median of the seconds of each command; they take turns."""
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", QT_LOGGING_RULES="*=false")
     times = [[] for _ in commands]
     for _ in range(ROUNDS):
@@ -93,7 +96,7 @@ def best(commands):
             begin = time.perf_counter()
             subprocess.run(command, check=True, env=environment, capture_output=True)
             taken.append(time.perf_counter() - begin)
-    return [min(taken) for taken in times]
+    return [statistics.median(taken) for taken in times]
 
 
 def main():
@@ -108,23 +111,27 @@ def main():
         subprocess.run([programs / "make_sample_theater", scratch / "sample",
                         "--posts", str(POSTS)], check=True, capture_output=True)
         theater = scratch / "sample/terrdata/sorrelund"
-        print("| posts | distinct tiles | rasterizer, ms | vardenix-cli render, ms | ratio |")
-        print("|---|---|---|---|---|")
+        print("| posts | distinct tiles | picture | rasterizer, ms | vardenix-cli render, ms "
+              "| ratio | bytes, theirs and ours |")
+        print("|---|---|---|---|---|---|---|")
         for zoom in (1, 5, 20):
             side = GRID * zoom
             left = bottom = (POSTS - side) // 2
             path, distinct = write_map(scratch / f"map {zoom}",
                                        tile_numbers(theater, left, bottom, side))
-            theirs, ours = scratch / "theirs.bmp", scratch / "ours.bmp"
-            other, own = best([
-                [RASTERIZER, "--no-smoothing", "--size", str(GRID * CELL), path, theirs],
-                [programs / "vardenix-cli", "render", ours, "--theater", theater,
-                 "--x", str(left), "--y", str(bottom), "--zoom", str(zoom),
-                 "--grid", str(GRID), "--tile-pixels", str(CELL)]])
-            if picture_side(theirs) != picture_side(ours):
-                sys.exit(f"{picture_side(theirs)} pixels a side against {picture_side(ours)}")
-            print(f"| {side * side} | {distinct} | {other * 1000:.0f} | {own * 1000:.0f} "
-                  f"| {own / other:.2f} |")
+            for kind in ("bmp", "png"):
+                theirs, ours = scratch / f"theirs.{kind}", scratch / f"ours.{kind}"
+                other, own = medians([
+                    [RASTERIZER, "--no-smoothing", "--size", str(GRID * CELL), path, theirs],
+                    [programs / "vardenix-cli", "render", ours, "--theater", theater,
+                     "--x", str(left), "--y", str(bottom), "--zoom", str(zoom),
+                     "--grid", str(GRID), "--tile-pixels", str(CELL)]])
+                if picture_side(theirs) != picture_side(ours):
+                    sys.exit(f"{picture_side(theirs)} pixels a side against "
+                             f"{picture_side(ours)}")
+                print(f"| {side * side} | {distinct} | {kind} | {other * 1000:.0f} "
+                      f"| {own * 1000:.0f} | {own / other:.2f} "
+                      f"| {theirs.stat().st_size >> 10} and {ours.stat().st_size >> 10} KiB |")
 
 
 main()

@@ -98,7 +98,6 @@ click "$panel" 223 449 # Show Tile Palette
 up "$palette"
 xdotool windowsize "$(window_of "$palette")" 420 325
 sleep 0.5
-click "$palette" 210 20   # Refresh: six tiles a row
 click "$palette" 165 85 5 # the wheel, one row down
 click "$palette" 165 85   # the third of the first row
 picture FrmVXTilePal.png "$palette"
@@ -173,6 +172,21 @@ click "$bin" 973 192 # Options
 up '^BIN Editor Options$'
 picture FrmBINOPtions.png '^BIN Editor Options$'
 keys Escape
+# Pictures large enough for a look at the small window that comes up meanwhile.
+mkdir "$work/new"
+convert -size 2048x2048 plasma: -define dds:compression=dxt1 -define dds:mipmaps=0 "$work/new/10.dds"
+for n in $(seq 11 25); do cp "$work/new/10.dds" "$work/new/$n.dds"; done
+keys alt+a
+up '^Select ONLY normal tiles'
+xdotool type "$work/new"
+keys Return
+xdotool type "$(seq -f '"%g.dds"' -s ' ' 10 25)"
+xdotool key Return
+until_true window_of '^BIN Editor$'
+sleep 0.3
+picture FrmBINWorking.png '^BIN Editor$'
+xdotool key Escape
+sleep 2
 click "$bin" 973 220 # Open Vardenix
 up "$map"
 

@@ -98,7 +98,8 @@ void Application::EndAfterError() {
 
 void Application::End(const std::string& commandLine) {
     if (!state_.Exiting)
-        ExitProgram(state_, commandLine, *platform_, log_, *this);
+        ExitProgram(state_, commandLine.empty() ? workspace_->NextProgram() : commandLine,
+                    *platform_, log_, *this);
 }
 
 void Application::UnloadWindows() {

@@ -4,6 +4,8 @@
 #include "mapeditor/MapFile.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/FileNames.h"
+#include "platform/OwnFolders.h"
+#include "platform/Processes.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
@@ -12,6 +14,8 @@
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTilePal.h"
+
+#include <QApplication>
 
 #include <string>
 #include <string_view>
@@ -46,7 +50,7 @@ Workspace::Workspace(ProgramState& state, const Platform& platform, DebugLog& lo
       view_(ViewOfSettings(state.Configuration)), undo_(state.Terrain, *this),
       panelVerbs_(std::make_unique<PanelVerbs>(*this)),
       mapVerbs_(std::make_unique<MapVerbs>(*this)),
-      places_(state.Configuration, windows_) {}
+      places_(state.Configuration, windows_), desk_(state.Folders.AppPath, log) {}
 
 Workspace::~Workspace() = default;
 
@@ -130,6 +134,15 @@ void Workspace::ApplySavedLayout() {
     places_.ShowByBoxes();
     ShowOfferedWindows(true);
     RefreshPicArray();
+    RememberTheater();
+}
+
+void Workspace::RememberTheater() {
+    const std::string folder =
+        FolderOfTheater({state_.Terrain.LFilename, state_.Catalogue.BinPath,
+                         state_.MAPFile, state_.Catalogue.DDSFolder});
+    if (!folder.empty())
+        desk_.Change([&folder](Desk& desk) { NoteTheater(desk, folder); });
 }
 
 void Workspace::RefreshPicArray() { windows_.Map->RefreshPicArray(); }
@@ -218,6 +231,25 @@ void Workspace::StorePlaces() {
 }
 
 void Workspace::CreateRestorePoint() { panelVerbs_->Do(PanelVerb::CreateRestorePoint); }
+
+void Workspace::StartAnew(const std::string& folder) {
+    nextProgram_ = QuotedWord(ProgramFile());
+    if (!folder.empty())
+        nextProgram_ += " " + QuotedWord(folder);
+    if (!LeaveProgram())
+        nextProgram_.clear();
+}
+
+// An icon among them is one no more; the window in use stays that.
+void Workspace::BringAllToFront() {
+    QWidget* inUse = QApplication::activeWindow();
+    places_.ShowTicked();
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->isWindow())
+            window->raise();
+    if (inUse != nullptr)
+        inUse->activateWindow();
+}
 
 bool Workspace::LeaveProgram() {
     StorePlaces();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/DeskMemory.h"
 #include "app/OfferedVerbs.h"
 #include "app/WindowPlaces.h"
 #include "app/WorkspaceWindows.h"
@@ -15,6 +16,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace vardenix {
 
@@ -34,6 +36,12 @@ public:
     void HideWorkspace() override;
     // Where the windows stand, and what the panel shows, into the settings.
     void StorePlaces();
+
+    // Leaves the program as LeaveProgram does, and has it started anew: with the theater
+    // of a folder, or with the start-up window where that is empty.
+    void StartAnew(const std::string& folder);
+    // What is to be started when the program has ended; may be empty.
+    const std::string& NextProgram() const { return nextProgram_; }
 
     // For the subsystems whose windows open from the workspace to fill in, before the
     // first theater is opened, and for what they ask of the workspace in turn.
@@ -79,6 +87,8 @@ private:
 
     void MakeMap();
     void ShowOfferedWindows(bool workspaceShown);
+    void RememberTheater();
+    void BringAllToFront();
 
     ProgramState& state_;
     const Platform& platform_;
@@ -94,6 +104,8 @@ private:
     std::unique_ptr<MapRenderer> renderer_;
     WorkspaceWindows windows_;
     WindowPlaces places_;
+    DeskMemory desk_;
+    std::string nextProgram_;
     bool renumberedSincePoint_ = false; // and a restore point may be older
     bool restoredUnsaved_ = false;      // level 2 has posts of one that no file has
 };

@@ -1,5 +1,6 @@
 #include "app/WorkspaceVerbs.h"
 
+#include "platform/FileNames.h"
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
 #include "workspace/RestorePoint.h"
@@ -27,6 +28,8 @@ bool Workspace::PanelVerbs::Can(PanelVerb verb) const {
     case PanelVerb::CreateRestorePoint:
     case PanelVerb::Restore:
     case PanelVerb::SaveScreenshot:
+    case PanelVerb::OpenTheater:
+    case PanelVerb::BringAllToFront:
     case PanelVerb::ShowMain:
     case PanelVerb::ShowTheater:
     case PanelVerb::ShowTile:
@@ -49,6 +52,10 @@ void Workspace::PanelVerbs::Do(PanelVerb verb) {
         return CreatePoint();
     case PanelVerb::Restore:
         return Restore();
+    case PanelVerb::OpenTheater:
+        return workspace_.StartAnew({});
+    case PanelVerb::BringAllToFront:
+        return workspace_.BringAllToFront();
     default:
         if (const auto offer = workspace_.offers_.Panel.find(verb);
             offer != workspace_.offers_.Panel.end())
@@ -146,6 +153,19 @@ void Workspace::PanelVerbs::SaveScreenshot(const std::string& path, int filterIn
     options.ColorDepth = 24;
     ImageSaveEx(PictureToBitmap(workspace_.windows_.Map->Picture2().Pixels()), path,
                 options);
+}
+
+std::vector<std::string> Workspace::PanelVerbs::RecentTheaters() {
+    return workspace_.desk_.Read().Recent;
+}
+
+// One that has gone is told of before anything is left for it.
+void Workspace::PanelVerbs::OpenRecent(const std::string& folder) {
+    const std::string l2File = folder + "/terrain/theater.L2";
+    if (FileExists(l2File))
+        return workspace_.StartAnew(folder);
+    workspace_.platform_.Dialogs.Notice("L2 File not found\n" + ShownPath(l2File),
+                                        "Error...", BoxIcon::Critical);
 }
 
 Workspace::MapVerbs::MapVerbs(Workspace& workspace)

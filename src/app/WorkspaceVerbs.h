@@ -18,6 +18,8 @@ public:
     void EditL0Elv(bool on) override;
     void ShowWindow(PanelVerb window, bool on) override;
     void SaveScreenshot(const std::string& path, int filterIndex) override;
+    std::vector<std::string> RecentTheaters() override;
+    void OpenRecent(const std::string& folder) override;
 
     // The tip of the panel's button that restores follows the point that is there.
     void ShowOriginOfPoint();

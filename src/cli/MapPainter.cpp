@@ -12,15 +12,6 @@ namespace vardenix {
 
 namespace {
 
-// Nobody sees the repaint or ends it.
-class NoScreen : public MapScreen {
-public:
-    void ClearPicShow() override {}
-    void CopyToPicShow() override {}
-    void LookForEsc() override {}
-    void MakeViewPort(const MapView&) override {}
-};
-
 Raster CopyOf(RasterView view) {
     Raster copy(view.Width, view.Height);
     for (int32_t y = 0; y < view.Height; ++y)

@@ -96,6 +96,7 @@ void DrawTile(Repaint& repaint, const TileRecord& tile, const PixelRect& cell) {
 
 void PaintAreasAndPaths(Repaint& repaint) {
     const Catalogue& catalogue = repaint.Sources.Catalogue;
+    StepsTogether steps(repaint.Surface);
     for (int32_t i = 1; i <= repaint.Grid.Count(); ++i) {
         const auto post = repaint.Grid.At(i);
         if (!post || EntryOf(catalogue, post->Post.TileOffset) == nullptr)
@@ -103,6 +104,7 @@ void PaintAreasAndPaths(Repaint& repaint) {
         if (const TileRecord* tile = RecordOf(catalogue.Bin, post->Post.TileOffset))
             DrawTile(repaint, *tile, post->Cell);
     }
+    steps.End();
     repaint.Surface.SetPen(0, 1);
 }
 

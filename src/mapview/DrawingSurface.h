@@ -39,6 +39,14 @@ public:
     virtual RasterView Pixels() = 0;
     virtual void Clear(uint32_t color) = 0;
 
+    // Whoever draws a lot says when it begins and ends: a surface may put off what is
+    // drawn in between and do it together, so that it shows at the end only. The picture
+    // is the same. DropSteps gives up what has been put off; nothing between two
+    // repaints.
+    virtual void BeginSteps() {}
+    virtual void EndSteps() {}
+    virtual void DropSteps() {}
+
     // The whole picture is stretched to a square of `side` pixels, without smoothing, and
     // its upper left part fills the cell, which is no larger; night pictures are laid
     // over it by their mask. False, and nothing painted, when there is no picture. Called
@@ -74,6 +82,22 @@ public:
     // ground.
     virtual void DrawRimmedText(PicturePoint topLeft, std::string_view text,
                                 uint32_t color, uint32_t rim);
+};
+
+// BeginSteps to End, or to the error that keeps from it.
+class StepsTogether {
+public:
+    explicit StepsTogether(DrawingSurface& surface) : surface_(surface) {
+        surface.BeginSteps();
+    }
+    StepsTogether(const StepsTogether&) = delete;
+    StepsTogether& operator=(const StepsTogether&) = delete;
+    ~StepsTogether() { surface_.DropSteps(); }
+
+    void End() { surface_.EndSteps(); }
+
+private:
+    DrawingSurface& surface_;
 };
 
 // Black round light letters, white round dark ones.

@@ -71,18 +71,6 @@ bool MapRenderer::RefreshPicArray(const MapView& view, DrawingSurface& picture2,
     return finished;
 }
 
-namespace {
-
-class NoScreen : public MapScreen {
-public:
-    void ClearPicShow() override {}
-    void CopyToPicShow() override {}
-    void LookForEsc() override {}
-    void MakeViewPort(const MapView&) override {}
-};
-
-} // namespace
-
 void MapRenderer::RepaintPatch(const MapView& view, DrawingSurface& small,
                                const MapPatch& patch, FeatureLayer* features) {
     NoProgress noBar;

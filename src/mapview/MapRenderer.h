@@ -71,6 +71,15 @@ public:
     virtual void MakeViewPort(const MapView& view) = 0;
 };
 
+// Nobody sees the repaint or ends it.
+class NoScreen : public MapScreen {
+public:
+    void ClearPicShow() override {}
+    void CopyToPicShow() override {}
+    void LookForEsc() override {}
+    void MakeViewPort(const MapView&) override {}
+};
+
 // Paints one view of the terrain from nothing, the same for the map window, the
 // screenshot and the command line. From bottom to top: tiles, MAP colour, brightness over
 // both, areas and paths, night tiles, then heights and grid post by post, segments, the

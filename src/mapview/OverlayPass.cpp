@@ -132,21 +132,13 @@ void PaintNight(Repaint& repaint, TileIds& pictures, const PostCell& post) {
     LogPainting(repaint, "Night Tile");
 }
 
-} // namespace
-
-bool PaintOverlays(Repaint& repaint) {
+bool PaintEveryPost(Repaint& repaint, TileIds& nightPictures, HeightPrinter* printer) {
     const MapView& view = repaint.View;
-    TileIds nightPictures(repaint, TileUse::Night);
-    if (view.ApplyNight)
-        nightPictures.Prepare(repaint);
-    std::optional<HeightPrinter> printer;
-    if (view.ShowHeights)
-        printer.emplace(repaint.Surface, repaint.Sources.Settings);
     for (int32_t i = 1; i <= repaint.Grid.Count(); ++i) {
         if (const auto post = repaint.Grid.At(i)) {
             if (view.ApplyNight)
                 PaintNight(repaint, nightPictures, *post);
-            if (printer)
+            if (printer != nullptr)
                 PrintHeights(repaint, *printer, *post);
             if (view.ShowGrid)
                 DrawGrid(repaint, *post);
@@ -154,9 +146,25 @@ bool PaintOverlays(Repaint& repaint) {
         if (!repaint.GoOn(i, 50))
             return false;
     }
-    if (printer)
+    if (printer != nullptr)
         repaint.HeightsLeftOut = printer->LeftOut();
     return true;
+}
+
+} // namespace
+
+bool PaintOverlays(Repaint& repaint) {
+    TileIds nightPictures(repaint, TileUse::Night);
+    if (repaint.View.ApplyNight)
+        nightPictures.Prepare(repaint);
+    std::optional<HeightPrinter> printer;
+    if (repaint.View.ShowHeights)
+        printer.emplace(repaint.Surface, repaint.Sources.Settings);
+    StepsTogether steps(repaint.Surface);
+    const bool finished =
+        PaintEveryPost(repaint, nightPictures, printer ? &*printer : nullptr);
+    steps.End();
+    return finished;
 }
 
 } // namespace vardenix

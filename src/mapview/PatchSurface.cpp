@@ -6,6 +6,7 @@ namespace vardenix {
 
 void PatchSurface::Polygon(std::span<const PicturePoint> points) {
     std::vector<PicturePoint> moved;
+    moved.reserve(points.size());
     for (const PicturePoint& point : points)
         moved.push_back(Moved(point));
     small_.Polygon(moved);
@@ -13,6 +14,7 @@ void PatchSurface::Polygon(std::span<const PicturePoint> points) {
 
 void PatchSurface::Polyline(std::span<const PicturePoint> points) {
     std::vector<PicturePoint> moved;
+    moved.reserve(points.size());
     for (const PicturePoint& point : points)
         moved.push_back(Moved(point));
     small_.Polyline(moved);

@@ -27,13 +27,19 @@ struct ViewPort {
 
 // Pixels along a side of the visible picture: a quarter of a pixel for each post.
 int32_t PreviewSide(int32_t mapWidth);
+// The same in a window with room for more: the largest square, never less than that.
+int32_t PreviewSideWithin(int32_t mapWidth, int32_t roomAcross, int32_t roomDown);
+// Posts along a side of one pixel of a picture of that side.
+double PreviewScale(int32_t previewSide, int32_t mapWidth);
 
 // The red box round what the map shows and, with ShowExport, the box round the region to
 // export; the posts of both corners lie inside it. Drawn in this order, one pixel wide,
 // over the height picture.
-ViewPort MakeViewPort(const MapView& view, int32_t previewSide);
+ViewPort MakeViewPort(const MapView& view, int32_t previewSide,
+                      double postsOfPixel = PreviewPosts);
 
-// Where the map goes after a left click on a pixel of the preview.
+// Where the map goes after a left click on a pixel of the preview, or while the pointer
+// is drawn over it; pixels beyond the picture count as its edge.
 ViewPosition PreviewClick(int32_t pixelX, int32_t pixelY, int32_t previewSide,
                           int32_t mapWidth);
 

@@ -1,11 +1,48 @@
 #include "mapview/RasterSurface.h"
 
 #include "services/ImageLayer.h"
-#include "services/ImagePainting.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vardenix {
+
+namespace {
+
+PixelBox BoxOf(const PixelRect& rect) {
+    return {rect.Left, rect.Top, rect.Left + rect.Width, rect.Top + rect.Height};
+}
+
+} // namespace
+
+void RasterSurface::BeginSteps() { putOff_ = true; }
+
+void RasterSurface::EndSteps() {
+    DoSteps();
+    putOff_ = false;
+}
+
+void RasterSurface::DropSteps() {
+    steps_.Drop();
+    putOff_ = false;
+}
+
+void RasterSurface::Draw(const DrawingStep& step) {
+    if (!putOff_)
+        return DoStep(Pixels(), step);
+    steps_.Add(step);
+    if (steps_.IsFull())
+        DoSteps();
+}
+
+void RasterSurface::DoSteps() {
+    if (steps_.IsEmpty())
+        return;
+    DrawingSteps steps;
+    std::swap(steps, steps_); // Pixels may ask for them to be done
+    steps.Do(Pixels());
+    std::swap(steps, steps_);
+}
 
 void RasterSurface::Clear(uint32_t color) {
     const RasterView view = Pixels();
@@ -15,6 +52,22 @@ void RasterSurface::Clear(uint32_t color) {
 
 bool RasterSurface::PaintTile(TilePictures& pictures, TilePictureId id,
                               const PixelRect& cell, int32_t side) {
+    if (putOff_) {
+        const ReadyPicture ready = pictures.Ready(id, side);
+        if (!ready.IsPicture)
+            return false;
+        if (ready.Cell != nullptr) {
+            Draw({.What = ready.Use == TileUse::Day ? DrawingStep::Kind::Copy
+                                                    : DrawingStep::Kind::CopyOpaque,
+                  .Box = BoxOf(cell),
+                  .X = cell.Left,
+                  .Y = cell.Top,
+                  .Pixels = ready.Cell});
+            return true;
+        }
+        // Making a cell may drop one that a step waits for.
+        DoSteps();
+    }
     // Where the cell begins left of the picture or above it, so does the square.
     return pictures.Paint(Part(cell), id,
                           {std::min(cell.Left, 0), std::min(cell.Top, 0), side, side});
@@ -31,11 +84,18 @@ RasterView RasterSurface::Part(const PixelRect& rect) {
 }
 
 void RasterSurface::BlendColor(const PixelRect& rect, uint32_t color, uint8_t alpha) {
-    vardenix::BlendColor(Pixels(), rect, OpaquePixel(color), alpha);
+    Draw({.What = DrawingStep::Kind::Blend,
+          .Alpha = alpha,
+          .Color = OpaquePixel(color),
+          .Box = BoxOf(rect)});
 }
 
 void RasterSurface::AdjustBrightness(double percent) {
-    AdjustPictureBrightness(Pixels(), percent);
+    DoSteps();
+    const BrightnessTable table(percent);
+    const RasterView picture = Pixels();
+    InBands(picture, 0, picture.Height,
+            [&table](const RasterView& band, int32_t) { table.Apply(band); });
 }
 
 void RasterSurface::SetPen(uint32_t color, int32_t width) {
@@ -54,7 +114,8 @@ void RasterSurface::Line(PicturePoint from, PicturePoint to) {
     const int32_t x2 = PixelAt(to.X);
     const int32_t y2 = PixelAt(to.Y);
     if (x1 == x2 || y1 == y2)
-        Stroke({std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)});
+        Stroke({std::min(x1, x2), std::min(y1, y2), std::max(x1, x2), std::max(y1, y2)},
+               DrawingStep::Kind::Fill);
     else
         SlantedLine(from, to);
 }
@@ -73,30 +134,23 @@ void RasterSurface::Rectangle(PicturePoint corner, PicturePoint opposite) {
              inside.Top <= inside.Bottom)
         HatchedRectangle({inside.Left, inside.Top, inside.Right - inside.Left + 1,
                           inside.Bottom - inside.Top + 1});
-    Stroke({box.Left, box.Top, box.Right, box.Top});
-    Stroke({box.Left, box.Bottom, box.Right, box.Bottom});
-    Stroke({box.Left, box.Top, box.Left, box.Bottom});
-    Stroke({box.Right, box.Top, box.Right, box.Bottom});
+    Stroke(box, DrawingStep::Kind::Frame);
 }
 
-void RasterSurface::Stroke(const Bounds& bounds) {
+void RasterSurface::Stroke(const Bounds& bounds, DrawingStep::Kind kind) {
     const int32_t before = (penWidth_ - 1) / 2;
-    const int32_t behind = penWidth_ / 2;
-    FillBounds({bounds.Left - before, bounds.Top - before, bounds.Right + behind,
-                bounds.Bottom + behind},
-               penColor_);
+    const int32_t behind = penWidth_ / 2 + 1;
+    Draw({.What = kind,
+          .Color = OpaquePixel(penColor_),
+          .Box = {bounds.Left - before, bounds.Top - before, bounds.Right + behind,
+                  bounds.Bottom + behind},
+          .X = penWidth_});
 }
 
 void RasterSurface::FillBounds(const Bounds& bounds, uint32_t color) {
-    const RasterView view = Pixels();
-    const int32_t left = std::max(bounds.Left, 0);
-    const int32_t right = std::min(bounds.Right, view.Width - 1);
-    const int32_t bottom = std::min(bounds.Bottom, view.Height - 1);
-    if (left > right)
-        return;
-    const uint32_t pixel = OpaquePixel(color);
-    for (int32_t y = std::max(bounds.Top, 0); y <= bottom; ++y)
-        std::fill_n(view.Row(y) + left, right - left + 1, pixel);
+    Draw({.What = DrawingStep::Kind::Fill,
+          .Color = OpaquePixel(color),
+          .Box = {bounds.Left, bounds.Top, bounds.Right + 1, bounds.Bottom + 1}});
 }
 
 } // namespace vardenix

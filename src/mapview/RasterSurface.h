@@ -1,14 +1,20 @@
 #pragma once
 
+#include "mapview/DrawingSteps.h"
 #include "mapview/DrawingSurface.h"
 
 namespace vardenix {
 
 // What of a surface is done on the bare pixels, for every surface that has some: the
 // pictures and everything that is upright and level. A toolkit adds the slanted and the
-// round, and texts.
+// round, and texts. Between BeginSteps and EndSteps what is drawn is put off, and whoever
+// reads or changes pixels in another way has it done first (DoSteps).
 class RasterSurface : public DrawingSurface {
 public:
+    void BeginSteps() override;
+    void EndSteps() override;
+    void DropSteps() override;
+
     void Clear(uint32_t color) override;
     bool PaintTile(TilePictures& pictures, TilePictureId id, const PixelRect& cell,
                    int32_t side) override;
@@ -29,6 +35,10 @@ protected:
     virtual void SlantedLine(PicturePoint from, PicturePoint to) = 0;
     virtual void HatchedRectangle(const PixelRect& inside) = 0;
 
+    // At once, or together with others.
+    void Draw(const DrawingStep& step);
+    void DoSteps();
+
     uint32_t PenColor() const { return penColor_; }
     int32_t PenWidth() const { return penWidth_; }
     uint32_t FillColor() const { return fillColor_; }
@@ -42,7 +52,11 @@ private:
     };
     RasterView Part(const PixelRect& rect);
     void FillBounds(const Bounds& bounds, uint32_t color);
-    void Stroke(const Bounds& bounds);
+    // Of the pen's width; where the bounds are no wider than a line, it is one.
+    void Stroke(const Bounds& bounds, DrawingStep::Kind kind);
+
+    DrawingSteps steps_;
+    bool putOff_ = false;
 
     uint32_t penColor_ = 0;
     int32_t penWidth_ = 1;

@@ -46,11 +46,7 @@ void PaintPost(Repaint& repaint, DayPictures& pictures, const PostCell& post) {
     LogPainting(repaint, "Tile");
 }
 
-} // namespace
-
-bool PaintTiles(Repaint& repaint) {
-    DayPictures pictures(repaint);
-    pictures.Prepare(repaint);
+bool PaintEveryPost(Repaint& repaint, DayPictures& pictures) {
     for (int32_t i = 1; i <= repaint.Grid.Count(); ++i) {
         if (const auto post = repaint.Grid.At(i))
             PaintPost(repaint, pictures, *post);
@@ -58,6 +54,17 @@ bool PaintTiles(Repaint& repaint) {
             return false;
     }
     return true;
+}
+
+} // namespace
+
+bool PaintTiles(Repaint& repaint) {
+    DayPictures pictures(repaint);
+    pictures.Prepare(repaint);
+    StepsTogether steps(repaint.Surface);
+    const bool finished = PaintEveryPost(repaint, pictures);
+    steps.End();
+    return finished;
 }
 
 } // namespace vardenix

@@ -73,6 +73,15 @@ std::string ProgramFolder() {
     return error ? TextOfPath(fs::current_path()) : TextOfPath(program.parent_path());
 }
 
+std::string ProgramFile() {
+    constexpr std::string_view replaced = " (deleted)"; // as the system shows it
+    std::error_code error;
+    std::string program = TextOfPath(fs::read_symlink("/proc/self/exe", error));
+    if (program.ends_with(replaced) && !fs::exists(program, error))
+        program.resize(program.size() - replaced.size());
+    return program;
+}
+
 std::string OwnFilesFolder(const std::string& programFolder) {
     if (::access(PathAsItStands(programFolder).c_str(), W_OK) == 0)
         return programFolder;

@@ -11,6 +11,10 @@ namespace vardenix {
 // The folder of the running program, without a slash behind it.
 std::string ProgramFolder();
 
+// The running program's own file, to start it once more; the file that is in its place
+// now should an update have replaced it meanwhile.
+std::string ProgramFile();
+
 // The folder for the program's own files: `programFolder` when files can be made there,
 // else the user's data folder of the platform, which need not be there yet. Without a
 // slash behind it; empty for a user who has no home.

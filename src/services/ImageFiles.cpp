@@ -4,9 +4,8 @@
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
 #include "services/ImageLayer.h"
+#include "services/ImageLibrary.h"
 #include "services/PictureGuard.h"
-
-#include <FreeImage.h>
 
 #include <algorithm>
 #include <array>
@@ -25,7 +24,7 @@ namespace {
 constexpr int LoadFlags = 0;
 
 struct CloseMemory {
-    void operator()(FIMEMORY* memory) const { FreeImage_CloseMemory(memory); }
+    void operator()(FIMEMORY* memory) const { ImageLibrary().CloseMemory(memory); }
 };
 using Memory = std::unique_ptr<FIMEMORY, CloseMemory>;
 
@@ -66,8 +65,8 @@ PictureFormat FormatToWrite(const Bitmap& bitmap, std::string_view path,
                            "from the filename given.",
                            std::string(path));
     if (!SupportsWriting(format) ||
-        FreeImage_FIFSupportsExportType(LibraryFormat(format),
-                                        FreeImage_GetImageType(bitmap.Handle())) == FALSE)
+        ImageLibrary().FIFSupportsExportType(
+            LibraryFormat(format), ImageLibrary().GetImageType(bitmap.Handle())) == FALSE)
         throw RuntimeError(ErrorNumber::InvalidCall,
                            Plugin(format) +
                                "is unable to write images of the image format requested.",
@@ -148,13 +147,13 @@ auto WithError481(std::string_view path, Work work) {
 Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path) {
     GuardedPicture picture = GuardPicture(format, std::move(bytes), path);
     const Memory memory(
-        FreeImage_OpenMemory(reinterpret_cast<BYTE*>(picture.Bytes.data()),
-                             static_cast<DWORD>(picture.Length)));
+        ImageLibrary().OpenMemory(reinterpret_cast<BYTE*>(picture.Bytes.data()),
+                                  static_cast<DWORD>(picture.Length)));
     Bitmap bitmap(
-        FreeImage_LoadFromMemory(LibraryFormat(format), memory.get(), LoadFlags));
+        ImageLibrary().LoadFromMemory(LibraryFormat(format), memory.get(), LoadFlags));
     if (bitmap && (bitmap.Width() != picture.Width || bitmap.Height() != picture.Height))
-        bitmap =
-            Bitmap(FreeImage_Copy(bitmap.Handle(), 0, 0, picture.Width, picture.Height));
+        bitmap = Bitmap(
+            ImageLibrary().Copy(bitmap.Handle(), 0, 0, picture.Width, picture.Height));
     if (!bitmap || bitmap.Width() != picture.Width || bitmap.Height() != picture.Height)
         throw RuntimeError(ErrorNumber::InvalidPicture,
                            std::string(path) + ": the picture in it is broken");
@@ -163,12 +162,12 @@ Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path)
 
 FileBytes ImageEncode(PictureFormat format, const Bitmap& bitmap, std::string_view path,
                       int32_t flags) {
-    const Memory memory(FreeImage_OpenMemory());
+    const Memory memory(ImageLibrary().OpenMemory(nullptr, 0));
     BYTE* bytes = nullptr;
     DWORD length = 0;
-    if (FreeImage_SaveToMemory(LibraryFormat(format), bitmap.Handle(), memory.get(),
-                               flags) == FALSE ||
-        FreeImage_AcquireMemory(memory.get(), &bytes, &length) == FALSE)
+    if (ImageLibrary().SaveToMemory(LibraryFormat(format), bitmap.Handle(), memory.get(),
+                                    flags) == FALSE ||
+        ImageLibrary().AcquireMemory(memory.get(), &bytes, &length) == FALSE)
         throw RuntimeError(ErrorNumber::InvalidCall,
                            std::string(path) + ": the picture cannot be written as " +
                                FormatName(format));

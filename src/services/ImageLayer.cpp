@@ -1,9 +1,9 @@
 #include "services/ImageLayer.h"
 
+#include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
+#include "services/ImageLibrary.h"
 #include "services/ImageScaling.h"
-
-#include <FreeImage.h>
 
 #include <cstring>
 #include <utility>
@@ -23,12 +23,21 @@ uint8_t Part(uint32_t color, int shift) {
 
 } // namespace
 
-ImageSession::ImageSession() { FreeImage_Initialise(FALSE); }
-ImageSession::~ImageSession() { FreeImage_DeInitialise(); }
+// A library that is not open yet makes itself ready when it is opened.
+ImageSession::ImageSession() : open_(ImageLibraryIsOpen()) {
+    if (open_)
+        ImageLibrary().Initialise(FALSE);
+}
+ImageSession::~ImageSession() {
+    if (open_)
+        ImageLibrary().DeInitialise();
+}
 
-std::string ImageLibraryVersion() { return FreeImage_GetVersion(); }
+std::string ImageLibraryVersion() { return ImageLibrary().GetVersion(); }
 
-Bitmap Clone(const Bitmap& bitmap) { return Bitmap(FreeImage_Clone(bitmap.Handle())); }
+Bitmap Clone(const Bitmap& bitmap) {
+    return Bitmap(ImageLibrary().Clone(bitmap.Handle()));
+}
 
 Bitmap AllocateEx(int32_t width, int32_t height, uint32_t color) {
     if (width < 1 || height < 1 || width > ImageLargestSide || height > ImageLargestSide)
@@ -36,27 +45,29 @@ Bitmap AllocateEx(int32_t width, int32_t height, uint32_t color) {
                            "a picture of " + std::to_string(width) + " by " +
                                std::to_string(height) + " pixels");
     const RGBQUAD quad{Part(color, 16), Part(color, 8), Part(color, 0), 0};
-    Bitmap bitmap(FreeImage_AllocateEx(width, height, 24, &quad));
+    Bitmap bitmap(
+        ImageLibrary().AllocateEx(width, height, 24, &quad, 0, nullptr, 0, 0, 0));
     if (!bitmap)
         throw RuntimeError(ErrorNumber::OutOfMemory);
     return bitmap;
 }
 
 Bitmap Threshold(const Bitmap& bitmap, uint8_t threshold) {
-    return Bitmap(FreeImage_Threshold(bitmap.Handle(), threshold));
+    return Bitmap(ImageLibrary().Threshold(bitmap.Handle(), threshold));
 }
 
 Bitmap ConvertToGreyscale(const Bitmap& bitmap) {
-    return Bitmap(FreeImage_ConvertToGreyscale(bitmap.Handle()));
+    return Bitmap(ImageLibrary().ConvertToGreyscale(bitmap.Handle()));
 }
 
 Bitmap ConvertTo32Bits(const Bitmap& bitmap) {
-    return Bitmap(FreeImage_ConvertTo32Bits(bitmap.Handle()));
+    return Bitmap(ImageLibrary().ConvertTo32Bits(bitmap.Handle()));
 }
 
 bool SetChannel(Bitmap& bitmap, const Bitmap& source, int32_t channel) {
-    return FreeImage_SetChannel(bitmap.Handle(), source.Handle(),
-                                static_cast<FREE_IMAGE_COLOR_CHANNEL>(channel)) != FALSE;
+    return ImageLibrary().SetChannel(bitmap.Handle(), source.Handle(),
+                                     static_cast<FREE_IMAGE_COLOR_CHANNEL>(channel)) !=
+           FALSE;
 }
 
 // The library sets alpha in 32-bit bitmaps only, and a night picture of 24 bits has its
@@ -87,7 +98,7 @@ Raster BitmapToPicture(const Bitmap& bitmap) { return BitmapToHBitmap(bitmap); }
 Bitmap PictureToBitmap(const RasterView& picture) {
     if (picture.Width < 1 || picture.Height < 1)
         throw RuntimeError(ErrorNumber::InvalidCall, "a picture without pixels");
-    Bitmap bitmap(FreeImage_Allocate(picture.Width, picture.Height, 32));
+    Bitmap bitmap(ImageLibrary().Allocate(picture.Width, picture.Height, 32, 0, 0, 0));
     if (!bitmap)
         throw RuntimeError(ErrorNumber::OutOfMemory);
     for (int32_t y = 0; y < picture.Height; ++y)
@@ -101,7 +112,7 @@ Bitmap AdjustPictureBrightness(const Bitmap& picture, double percentage) {
     if (bits != 8 && bits != 24 && bits != 32)
         return {};
     Bitmap result = Clone(picture);
-    if (!result || FreeImage_AdjustBrightness(result.Handle(), percentage) == FALSE)
+    if (!result || ImageLibrary().AdjustBrightness(result.Handle(), percentage) == FALSE)
         return {};
     return result;
 }
@@ -109,29 +120,54 @@ Bitmap AdjustPictureBrightness(const Bitmap& picture, double percentage) {
 void AdjustPictureBrightness(const RasterView& picture, double percentage) {
     if (picture.Width < 1 || picture.Height < 1 || percentage == 0)
         return;
-    // A bitmap over the surface's own pixels, rows the wrong way up, which is all the
-    // same here.
-    const Bitmap borrowed(FreeImage_ConvertFromRawBitsEx(
-        FALSE, reinterpret_cast<BYTE*>(picture.Pixels), FIT_BITMAP, picture.Width,
-        picture.Height, static_cast<int>(picture.Stride * ptrdiff_t{sizeof(uint32_t)}),
-        32, FI_RGBA_RED_MASK, FI_RGBA_GREEN_MASK, FI_RGBA_BLUE_MASK, FALSE));
-    if (!borrowed)
+    BrightnessTable(percentage).Apply(picture);
+}
+
+BrightnessTable::BrightnessTable(double percentage) {
+    Bitmap greys(ImageLibrary().Allocate(256, 1, 32, 0, 0, 0));
+    if (!greys)
         throw RuntimeError(ErrorNumber::OutOfMemory);
-    FreeImage_AdjustBrightness(borrowed.Handle(), percentage);
+    auto* row = reinterpret_cast<uint32_t*>(greys.Row(0));
+    for (uint32_t value = 0; value < 256; ++value)
+        row[value] = OpaqueBlack | value * 0x010101U;
+    if (percentage != 0 &&
+        ImageLibrary().AdjustBrightness(greys.Handle(), percentage) == FALSE)
+        throw RuntimeError(ErrorNumber::OutOfMemory);
+    for (size_t value = 0; value < 256; ++value)
+        values_[value] = static_cast<uint8_t>(row[value]);
+}
+
+void BrightnessTable::Apply(const RasterView& picture) const {
+    const auto part = [this](uint32_t pixel, int shift) {
+        return uint32_t{values_[pixel >> shift & 255]} << shift;
+    };
+    for (int32_t y = 0; y < picture.Height; ++y) {
+        uint32_t* const row = picture.Row(y);
+        for (int32_t x = 0; x < picture.Width; ++x)
+            row[x] = (row[x] & OpaqueBlack) | part(row[x], 16) | part(row[x], 8) |
+                     part(row[x], 0);
+    }
 }
 
 PictureFormat FormatFromFileName(std::string_view path) {
+    // What is asked for most is known without the library.
+    const std::string name = UpperCase(AfterLastSlash(path));
+    for (const auto& [extension, format] : {std::pair{".DDS", PictureFormat::Dds},
+                                            {".PNG", PictureFormat::Png},
+                                            {".BMP", PictureFormat::Bmp}})
+        if (name.ends_with(extension))
+            return format;
     return static_cast<PictureFormat>(
-        FreeImage_GetFIFFromFilename(std::string(path).c_str()));
+        ImageLibrary().GetFIFFromFilename(std::string(path).c_str()));
 }
 
 std::string FormatName(PictureFormat format) {
-    const char* name = FreeImage_GetFormatFromFIF(LibraryFormat(format));
+    const char* name = ImageLibrary().GetFormatFromFIF(LibraryFormat(format));
     return name == nullptr ? "" : name;
 }
 
 std::string FormatExtensions(PictureFormat format) {
-    const char* list = FreeImage_GetFIFExtensionList(LibraryFormat(format));
+    const char* list = ImageLibrary().GetFIFExtensionList(LibraryFormat(format));
     return list == nullptr ? "" : list;
 }
 
@@ -141,14 +177,14 @@ bool SupportsReading(PictureFormat format) {
 }
 
 bool SupportsWriting(PictureFormat format) {
-    return FreeImage_FIFSupportsWriting(LibraryFormat(format)) == TRUE;
+    return ImageLibrary().FIFSupportsWriting(LibraryFormat(format)) == TRUE;
 }
 
 // The library's 32 bits of a JPEG file are four inks, not alpha, and saving fails.
 bool SupportsDepth(PictureFormat format, int32_t bits) {
     if (format == PictureFormat::Jpeg && bits == 32)
         return false;
-    return FreeImage_FIFSupportsExportBPP(LibraryFormat(format), bits) == TRUE;
+    return ImageLibrary().FIFSupportsExportBPP(LibraryFormat(format), bits) == TRUE;
 }
 
 } // namespace vardenix

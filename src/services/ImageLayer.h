@@ -4,6 +4,7 @@
 #include "services/PictureFormat.h"
 #include "services/Raster.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -22,6 +23,9 @@ public:
     ImageSession(const ImageSession&) = delete;
     ImageSession& operator=(const ImageSession&) = delete;
     ~ImageSession();
+
+private:
+    bool open_; // by the time that it began
 };
 
 // Of the library: another one may decode and scale to other pixels.
@@ -62,6 +66,19 @@ Bitmap PictureToBitmap(const RasterView& picture);
 Bitmap AdjustPictureBrightness(const Bitmap& picture, double percentage);
 // The same on a surface in place; alpha stays.
 void AdjustPictureBrightness(const RasterView& picture, double percentage);
+
+// What that does to each value of a colour. Relies on the library's treating every pixel
+// and every colour alike, so that 256 greys that it has brightened tell all of it.
+class BrightnessTable {
+public:
+    // Error 7 when there is no memory.
+    explicit BrightnessTable(double percentage);
+
+    void Apply(const RasterView& picture) const;
+
+private:
+    std::array<uint8_t, 256> values_;
+};
 
 // Format questions.
 PictureFormat FormatFromFileName(std::string_view path); // by its extension alone

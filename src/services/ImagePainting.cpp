@@ -86,11 +86,9 @@ void BlendColor(const RasterView& target, const PixelRect& rect, uint32_t color,
     const int64_t top = std::max<int64_t>(rect.Top, 0);
     const int64_t bottom =
         std::min<int64_t>(int64_t{rect.Top} + rect.Height, target.Height);
-    for (int64_t y = top; y < bottom; ++y) {
-        uint32_t* row = target.Row(static_cast<int32_t>(y));
-        for (int64_t x = left; x < right; ++x)
-            row[x] = BlendPixel(row[x], color, alpha);
-    }
+    for (int64_t y = top; y < bottom && left < right; ++y)
+        BlendRow(target.Row(static_cast<int32_t>(y)) + left, color, alpha,
+                 static_cast<size_t>(right - left));
 }
 
 } // namespace vardenix

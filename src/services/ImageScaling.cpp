@@ -3,8 +3,7 @@
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
 #include "services/ImageLayer.h"
-
-#include <FreeImage.h>
+#include "services/ImageLibrary.h"
 
 #include <algorithm>
 #include <cmath>
@@ -67,9 +66,9 @@ Bitmap Made(FIBITMAP* handle) {
 }
 
 Bitmap Rescaled(const Bitmap& source, const Size& size, ImageFilter filter) {
-    return Made(FreeImage_Rescale(source.Handle(), CheckedSide(size.Width),
-                                  CheckedSide(size.Height),
-                                  static_cast<FREE_IMAGE_FILTER>(filter)));
+    return Made(ImageLibrary().Rescale(source.Handle(), CheckedSide(size.Width),
+                                       CheckedSide(size.Height),
+                                       static_cast<FREE_IMAGE_FILTER>(filter)));
 }
 
 // Nothing when the source is to be taken as it stands.
@@ -86,7 +85,8 @@ bool HasDepth(const Bitmap& bitmap, ImageDepth depth) {
     const int32_t bits = bitmap.BitsPerPixel();
     if (bits != 16)
         return bits == static_cast<int32_t>(depth);
-    const bool is565 = FreeImage_GetGreenMask(bitmap.Handle()) == FI16_565_GREEN_MASK;
+    const bool is565 =
+        ImageLibrary().GetGreenMask(bitmap.Handle()) == FI16_565_GREEN_MASK;
     return depth == (is565 ? ImageDepth::Bits16As565 : ImageDepth::Bits16As555);
 }
 
@@ -94,27 +94,29 @@ Bitmap ToDepth(const Bitmap& source, ImageDepth depth, BlackAndWhite how) {
     FIBITMAP* handle = source.Handle();
     switch (depth) {
     case ImageDepth::Bits1:
-        return Made(how.Dither ? FreeImage_Dither(handle, FID_FS)
-                               : FreeImage_Threshold(handle, how.Threshold));
+        return Made(how.Dither ? ImageLibrary().Dither(handle, FID_FS)
+                               : ImageLibrary().Threshold(handle, how.Threshold));
     case ImageDepth::Bits4:
-        return Made(FreeImage_ConvertTo4Bits(handle));
+        return Made(ImageLibrary().ConvertTo4Bits(handle));
     case ImageDepth::Bits8: {
-        const Bitmap colours = Made(FreeImage_ConvertTo24Bits(handle));
-        return Made(FreeImage_ColorQuantize(colours.Handle(), FIQ_WUQUANT));
+        const Bitmap colours = Made(ImageLibrary().ConvertTo24Bits(handle));
+        return Made(ImageLibrary().ColorQuantize(colours.Handle(), FIQ_WUQUANT));
     }
     case ImageDepth::Bits16As555:
-        return Made(FreeImage_ConvertTo16Bits555(handle));
+        return Made(ImageLibrary().ConvertTo16Bits555(handle));
     case ImageDepth::Bits16As565:
-        return Made(FreeImage_ConvertTo16Bits565(handle));
+        return Made(ImageLibrary().ConvertTo16Bits565(handle));
     case ImageDepth::Bits24:
-        return Made(FreeImage_ConvertTo24Bits(handle));
+        return Made(ImageLibrary().ConvertTo24Bits(handle));
     case ImageDepth::Bits32:
-        return Made(FreeImage_ConvertTo32Bits(handle));
+        return Made(ImageLibrary().ConvertTo32Bits(handle));
     }
     throw RuntimeError(ErrorNumber::InvalidCall, "no such depth of a picture");
 }
 
-Bitmap Copied(const Bitmap& source) { return Made(FreeImage_Clone(source.Handle())); }
+Bitmap Copied(const Bitmap& source) {
+    return Made(ImageLibrary().Clone(source.Handle()));
+}
 
 } // namespace
 

@@ -181,6 +181,14 @@ bool TilePictures::PrepareBatch(std::span<const TilePictureId> ids, int32_t side
     return true;
 }
 
+ReadyPicture TilePictures::Ready(TilePictureId id, int32_t side) {
+    Picture& picture = pictures_.at(static_cast<size_t>(id));
+    if (!Look(picture))
+        return {};
+    const Cell* cell = FindCell(picture, {0, 0, side, side});
+    return {true, picture.Use, cell == nullptr ? nullptr : &cell->Pixels};
+}
+
 bool TilePictures::Look(Picture& picture) {
     if (picture.SeenAtRepaint != repaint_)
         LookAtFile(picture);

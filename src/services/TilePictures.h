@@ -28,6 +28,15 @@ enum class TileUse { Day, Night };
 // A number for a path, a format and a use; for as long as the cache lives.
 using TilePictureId = int32_t;
 
+// What is known of a picture for a square of a size.
+struct ReadyPicture {
+    bool IsPicture = false; // as far as it has been looked at
+    TileUse Use = TileUse::Day;
+    // Null until it has been made. Opaque by day; by night pixels that stay away have no
+    // alpha. Good until the next call of Paint, Prepare or BeginRepaint.
+    const Raster* Cell = nullptr;
+};
+
 // Tile pictures, made once for each cell size, within a memory bound. Those of DXT1
 // blocks are unpacked straight to the size of the cell; the others are decoded once and
 // stretched. What Paint leaves on a surface is, pixel for pixel, what loading the file
@@ -56,6 +65,10 @@ public:
 
     // Whoever paints many posts asks once per tile and keeps the number.
     TilePictureId IdOf(std::string_view path, PictureFormat format, TileUse use);
+
+    // The square of `side` pixels that Paint would stretch the picture to; nothing is
+    // made for it.
+    ReadyPicture Ready(TilePictureId id, int32_t side);
 
     // Stretches the whole picture into `cell`, which may reach past the surface and may
     // be empty. False, and nothing painted, when there is no picture: the file is missing

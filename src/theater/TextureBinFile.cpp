@@ -5,6 +5,7 @@
 #include "platform/Mending.h"
 #include "platform/Numbers.h"
 #include "platform/RuntimeError.h"
+#include "platform/SeveralNotices.h"
 #include "platform/Transaction.h"
 #include "platform/Windows1252.h"
 #include "theater/PictureFolder.h"
@@ -136,6 +137,40 @@ LookupOf(const TextureBin& bin,
     return lookup;
 }
 
+// Tells of pictures that are not there, one by one, until nobody wants to hear of them.
+class MissingPictures {
+public:
+    MissingPictures(const TextureBin& bin, const PictureFolder& pictures,
+                    const std::string& ddsFolder, Dialogs& dialogs)
+        : ddsFolder_(ddsFolder), dialogs_(dialogs),
+          several_(dynamic_cast<SeveralNotices*>(&dialogs)) {
+        // Also tiles that get no number.
+        for (const TileSet& set : bin.Sets)
+            for (size_t i = 1; i < set.Tiles.size(); ++i)
+                if (InfoOfTile(set.Tiles[i], set, pictures).HasImage == 0)
+                    ++left_;
+    }
+
+    void Tell(const TileInfo& info) {
+        --left_;
+        if (spared_)
+            return;
+        const std::string text = "File " + Utf8FromBytes(info.Name) + " wasn't found.";
+        if (several_ == nullptr)
+            return dialogs_.Notice(text, "", BoxIcon::Information);
+        spared_ = several_->NoticeOfSeveral(
+            text, "", BoxIcon::Information,
+            ShownPath(TilePicturePath(ddsFolder_, info.DayFile)), left_);
+    }
+
+private:
+    const std::string& ddsFolder_;
+    Dialogs& dialogs_;
+    SeveralNotices* several_; // null where nobody can ask to be spared
+    size_t left_ = 0;         // not told of yet
+    bool spared_ = false;
+};
+
 } // namespace
 
 std::string TileFileName(const std::string& tileName, bool night) {
@@ -176,13 +211,13 @@ void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
     log.WriteLog("Number of Tiles: " + std::to_string(bin.NumTiles));
 
     const PictureFolder pictures(catalogue.DDSFolder);
+    MissingPictures missing(bin, pictures, catalogue.DDSFolder, dialogs);
     TileLookup lookup = LookupOf(
         bin,
         [&](const TileRecord& tile, const TileSet& set) {
             TileInfo info = InfoOfTile(tile, set, pictures);
             if (info.HasImage == 0)
-                dialogs.Notice("File " + Utf8FromBytes(info.Name) + " wasn't found.", "",
-                               BoxIcon::Information);
+                missing.Tell(info);
             return info;
         },
         [&](int32_t set) {

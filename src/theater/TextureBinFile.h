@@ -32,7 +32,8 @@ constexpr int32_t MaxSets = 32768;
 constexpr uint64_t MaxBinBytes = uint64_t{64} << 20;
 
 // Reads BinPath into the model and makes TileLookup anew. A tile whose day picture is not
-// in DDSFolder is told of in a box, one for each, and keeps HasImage 0. The bar moves and
+// in DDSFolder is told of in a box, one for each until the user takes the others as told,
+// with the path that was looked for, and keeps HasImage 0. The bar moves and
 // events pass once per set. On any error the catalogue is what it was. `afterReading` is
 // called once the file's bytes are there, before anybody is told anything: whoever holds
 // a lock over the reading lets go of it.

@@ -52,8 +52,9 @@ PostBox CutToGrid(const PostBox& box, int32_t width) {
 
 std::vector<RowSpan> SpansOf(const PostBox& ordered) {
     std::vector<RowSpan> spans;
-    if (ordered.X2 < ordered.X1)
+    if (ordered.X2 < ordered.X1 || ordered.Y2 < ordered.Y1)
         return spans;
+    spans.reserve(static_cast<size_t>(ordered.Y2 - ordered.Y1) + 1);
     for (int32_t y = ordered.Y1; y <= ordered.Y2; ++y)
         spans.push_back({y, ordered.X1, ordered.X2});
     return spans;
@@ -71,6 +72,7 @@ std::vector<RowSpan> BrushedSpans(const std::vector<CursorPost>& line, int32_t s
         }
     }
     std::vector<RowSpan> spans;
+    spans.reserve(rows.size());
     for (const auto& [y, span] : rows)
         spans.push_back(span);
     return spans;

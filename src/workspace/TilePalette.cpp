@@ -1,5 +1,6 @@
 #include "workspace/TilePalette.h"
 
+#include "platform/FileNames.h"
 #include "platform/Numbers.h"
 #include "theater/TypeNames.h"
 
@@ -20,6 +21,18 @@ std::vector<int32_t> TilesOfClass(const TileLookup& lookup, int32_t classCode) {
         if (!lookup[tile].Name.empty() && lookup[tile].Terrain == classCode)
             tiles.push_back(static_cast<int32_t>(tile));
     return tiles;
+}
+
+std::vector<int32_t> TilesNamed(const TileLookup& lookup,
+                                const std::vector<int32_t>& tiles,
+                                std::string_view part) {
+    const std::string wanted = UpperCase(TrimBlanks(part));
+    std::vector<int32_t> named;
+    for (const int32_t tile : tiles)
+        if (UpperCase(lookup.at(static_cast<size_t>(tile)).Name).find(wanted) !=
+            std::string::npos)
+            named.push_back(tile);
+    return named;
 }
 
 bool HasTile(const TileLookup& lookup, int32_t tile) {
@@ -47,6 +60,13 @@ PaletteLayout LayOutPalette(size_t buttons, int32_t frameWidth) {
 
 int32_t PaletteScrollMax(int32_t frame1Height) {
     return ToInt32(frame1Height / double{PaletteButtonSide} - 1);
+}
+
+int32_t PaletteScrollEnd(const PaletteLayout& layout, int32_t wholeRows) {
+    if (layout.Buttons.empty())
+        return 0;
+    const int32_t rows = layout.Buttons.back().Top / PaletteButtonSide + 1;
+    return std::clamp(rows - wholeRows, 0, PaletteScrollMax(layout.Frame1Height));
 }
 
 int32_t Frame1Top(int32_t scrollValue) {

@@ -28,6 +28,11 @@ int PaletteIndex(int32_t classCode);
 // The tile numbers that a class shows, rising. Numbers without a name are left out.
 std::vector<int32_t> TilesOfClass(const TileLookup& lookup, int32_t classCode);
 
+// Those of `tiles` whose names hold `part`, in their order; blanks round it and the case
+// of the letters A to Z do not count. Bytes as the catalogue has them.
+std::vector<int32_t> TilesNamed(const TileLookup& lookup,
+                                const std::vector<int32_t>& tiles, std::string_view part);
+
 // Whether the catalogue has a tile of this number, which can be chosen so.
 bool HasTile(const TileLookup& lookup, int32_t tile);
 
@@ -47,7 +52,11 @@ struct PaletteLayout {
 // buttons which fill their last row have an empty row behind them.
 PaletteLayout LayOutPalette(size_t buttons, int32_t frameWidth);
 
+// The last row is at the top then; nobody would scroll so far who sees it before.
 int32_t PaletteScrollMax(int32_t frame1Height);
+// The lowest value at which the last row of buttons is seen whole: beyond it there is
+// only emptiness. 0 where all rows are seen at once.
+int32_t PaletteScrollEnd(const PaletteLayout& layout, int32_t wholeRows);
 int32_t Frame1Top(int32_t scrollValue);
 
 // The scroll value that shows a row whole, changed from `scrollValue` no more than it

@@ -193,6 +193,26 @@ TEST_F(BinCommandsTest, ATileLandsInTheFirstEmptySlotWhicheverWasClicked) {
     EXPECT_EQ(Posts(), "0 1 16 17");
 }
 
+// Other programs leave such sets behind.
+TEST_F(BinCommandsTest, ASetWithoutTilesTakesATileMovesAndGoes) {
+    Begin({2, 0, 1});
+    terrain_.LxArr(4).TileOffset = 32;
+    EXPECT_FALSE(CanDeleteTile(catalogue_.Bin, {2, 0}));
+    ASSERT_TRUE(cmdAppendTile(Parts(), {2, 5}, {{Chosen("first.dds")}}));
+    EXPECT_EQ(catalogue_.Lookup[16].Name, "HFIRST.PCX");
+    EXPECT_EQ(catalogue_.Bin.NumTiles, 4);
+
+    Begin({2, 0, 1});
+    terrain_.LxArr(4).TileOffset = 32;
+    settings_.AutoL2 = true;
+    ASSERT_TRUE(MoveSetNow(Parts(), 2, 1, true));
+    EXPECT_EQ(Posts(), "16 17 0 32");
+    ASSERT_TRUE(cmdDeleteSet(Parts(), 1));
+    EXPECT_EQ(Posts(), "0 1 0 16");
+    EXPECT_EQ(catalogue_.Bin.NumSets, 2);
+    EXPECT_EQ(catalogue_.Bin.NumTiles, 3);
+}
+
 TEST_F(BinCommandsTest, AReplacedTileKeepsItsAreasAndLosesItsCount) {
     TileRecord& tile = catalogue_.Bin.Sets[2].Tiles[1];
     tile.NumAreas = 1;

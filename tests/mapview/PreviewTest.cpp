@@ -57,5 +57,29 @@ TEST(Preview, ClicksAtTheEdgesAreClampedToTheScrollRanges) {
     EXPECT_EQ(PreviewClick(-5, 300, 256, 1024), (ViewPosition{0, 0}));
 }
 
+TEST(Preview, GrowsWithItsRoomAndNeverShrinks) {
+    EXPECT_EQ(PreviewSideWithin(1024, 500, 900), 500);
+    EXPECT_EQ(PreviewSideWithin(1024, 900, 300), 300);
+    EXPECT_EQ(PreviewSideWithin(1024, 100, 900), 256);
+    EXPECT_EQ(PreviewSideWithin(16, 0, 0), 4);
+}
+
+TEST(Preview, ALargerPictureHasItsOwnScale) {
+    EXPECT_EQ(PreviewScale(256, 1024), 4);
+    EXPECT_EQ(PreviewScale(512, 1024), 2);
+    EXPECT_EQ(PreviewScale(2048, 1024), 0.5);
+    EXPECT_EQ(PreviewScale(4, 18), 4); // as always, though a little is left over
+    EXPECT_EQ(PreviewScale(0, 0), 4);
+    MapView view;
+    view.MapLeftX = 10;
+    view.MapBottomY = 41;
+    view.GridCells = 5;
+    view.ZoomPosts = 3;
+    ExpectBox(MakeViewPort(view, 512, 2).View, 5, 484, 12.5, 491.5);
+    EXPECT_EQ(PreviewClick(20, 400, 512, 1024), (ViewPosition{40, 224}));
+    EXPECT_EQ(PreviewClick(21, 0, 2048, 1024), (ViewPosition{10, 1023}));
+    EXPECT_EQ(PreviewClick(-30, 9999, 512, 1024), (ViewPosition{0, 0}));
+}
+
 } // namespace
 } // namespace vardenix

@@ -1,6 +1,7 @@
 #include "theater/TextureBinFile.h"
 
 #include "platform/RuntimeError.h"
+#include "platform/SeveralNotices.h"
 #include "support/RecordingProgress.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
@@ -24,10 +25,11 @@ class TextureBinFile : public testing::Test {
 protected:
     // A day picture that is there, in another case than the catalogue's.
     void Picture(const std::string& name) { folder_.Write("texture/" + name, "DDS"); }
-    void Open(const std::string& bytes) {
+    void Open(const std::string& bytes) { OpenTelling(bytes, dialogs_); }
+    void OpenTelling(const std::string& bytes, Dialogs& dialogs) {
         catalogue_.BinPath = folder_.Write("Texture.bin", bytes);
         catalogue_.DDSFolder = folder_.Path() + "\\texture\\";
-        OpenBinFile(catalogue_, progress_, dialogs_, log_);
+        OpenBinFile(catalogue_, progress_, dialogs, log_);
     }
     RuntimeError ErrorOf(const std::string& bytes) {
         try {
@@ -101,6 +103,51 @@ TEST_F(TextureBinFile, EachMissingDayPictureIsToldOnce) {
     EXPECT_EQ(catalogue_.Lookup[0].HasImage, 0);
     EXPECT_EQ(catalogue_.Lookup[1].HasImage, 1);
     EXPECT_EQ(catalogue_.Lookup[2].HasImage, 0);
+}
+
+// Writes down the notices, and asks to be spared after `patience` of them.
+class ImpatientDialogs : public tests::ScriptedDialogs, public SeveralNotices {
+public:
+    explicit ImpatientDialogs(int patience) : patience_(patience) {}
+
+    std::string Story;
+
+    bool NoticeOfSeveral(const std::string& text, const std::string& title, BoxIcon icon,
+                         const std::string& detail, size_t others) override {
+        EXPECT_EQ(title, "");
+        EXPECT_EQ(icon, BoxIcon::Information);
+        Story += text + " " + detail + " +" + std::to_string(others) + "\n";
+        return --patience_ == 0;
+    }
+
+private:
+    int patience_;
+};
+
+TEST_F(TextureBinFile, AMissingPictureIsToldWithItsPathAndHowManyAreToCome) {
+    Picture("b.DDS");
+    ImpatientDialogs dialogs(100);
+    OpenTelling(CatalogueBytes({{1, {{"A.PCX"}, {"B.PCX"}, {"C D.PCX"}}},
+                                {4, {{"E.PCX"}, {"F.PCX"}}}}),
+                dialogs);
+    const std::string folder = folder_.Path() + "/texture/";
+    EXPECT_EQ(dialogs.Story, "File A.PCX wasn't found. " + folder + "A.dds +3\n" +
+                                 "File C D.PCX wasn't found. " + folder + "C D.dds +2\n" +
+                                 "File E.PCX wasn't found. " + folder + "E.dds +1\n" +
+                                 "File F.PCX wasn't found. " + folder + "F.dds +0\n");
+}
+
+// Tiles that run out of numbers are told of like any other, so they count.
+TEST_F(TextureBinFile, NobodyHearsOfTheOthersWhoHasAskedToBeSpared) {
+    ImpatientDialogs dialogs(2);
+    const std::vector<tests::MadeTile> many(18, {"T.PCX"});
+    OpenTelling(CatalogueBytes({{1, {{"A.PCX"}}}, {4, many}}), dialogs);
+    const std::string folder = folder_.Path() + "/texture/";
+    EXPECT_EQ(dialogs.Story, "File A.PCX wasn't found. " + folder + "A.dds +18\n" +
+                                 "File T.PCX wasn't found. " + folder + "T.dds +17\n");
+    EXPECT_EQ(catalogue_.Lookup[0].HasImage, 0);
+    EXPECT_EQ(catalogue_.Lookup[16].HasImage, 0);
+    EXPECT_EQ(catalogue_.Lookup[31].HasImage, 0);
 }
 
 TEST_F(TextureBinFile, AFolderThatIsNotThereMissesEveryPicture) {

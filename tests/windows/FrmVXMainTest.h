@@ -66,6 +66,9 @@ public:
         story_ += path + " ";
         Tell("screenshot", filterIndex);
     }
+    std::vector<std::string> Recent;
+    std::vector<std::string> RecentTheaters() override { return Recent; }
+    void OpenRecent(const std::string& folder) override { story_ += folder + " "; }
     void ShowHeightColors() override { story_ += "heights "; }
     void ShowAreasPathsOptions() override { story_ += "areas "; }
     void ShowAbout() override { story_ += "about "; }

@@ -7,8 +7,11 @@
 #include "windows/WindowTest.h"
 
 #include <QImage>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
+
+#include <utility>
 
 namespace vardenix {
 namespace {
@@ -190,6 +193,109 @@ TEST_F(FrmVXTheaterPreviewTest, AClickWhileTheMapIsBeingScrolledDoesNothing) {
     view_.ScrollBusy = true;
     QTest::mouseClick(&Find<QWidget>(window_, "Picture1"), Qt::LeftButton, {}, {30, 30});
     EXPECT_EQ(commands_.Story, "");
+}
+
+TEST_F(FrmVXTheaterPreviewTest, ThePictureGrowsWithItsWindowAndItsBoxesToo) {
+    Show(512);
+    view_.MapLeftX = 40;
+    view_.MapBottomY = 80;
+    view_.GridCells = 5;
+    view_.ZoomPosts = 8;
+    window_.MakeViewPort();
+    const int below = window_.height() - 128;
+    window_.resize(700, 256 + below);
+    auto& picture = Find<QWidget>(window_, "Picture1");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return picture.width() == 256; }));
+    EXPECT_EQ(picture.height(), 256);
+    EXPECT_NEAR(picture.mapTo(&window_, QPoint(0, 0)).x(), (700 - 256) / 2, 1);
+    const QImage seen = picture.grab().toImage();
+    // Columns 20 to 40; rows 256 - 40 up to 256 - 60.
+    for (const QPoint& corner : {QPoint(20, 216), QPoint(40, 196)})
+        EXPECT_EQ(seen.pixel(corner), qRgb(255, 0, 0))
+            << corner.x() << ", " << corner.y();
+    EXPECT_EQ(seen.pixel(30, 206), qRgb(15, 0, 0x72));
+    QTest::mouseClick(&picture, Qt::LeftButton, {}, {60, 200});
+    EXPECT_EQ(commands_.Story, "scroll(120,112)");
+}
+
+TEST_F(FrmVXTheaterPreviewTest, TheMapFollowsADrag) {
+    Show(512);
+    auto& picture = Find<QWidget>(window_, "Picture1");
+    const auto move = [&picture](QPoint to, Qt::MouseButtons held) {
+        QMouseEvent event(QEvent::MouseMove, to, picture.mapToGlobal(to), Qt::NoButton,
+                          held, Qt::NoModifier);
+        QApplication::sendEvent(&picture, &event);
+    };
+    QTest::mousePress(&picture, Qt::LeftButton, {}, {30, 100});
+    move({31, 100}, Qt::LeftButton);
+    move({31, 100}, Qt::LeftButton); // where it is already
+    move({500, -80}, Qt::LeftButton);
+    QTest::mouseRelease(&picture, Qt::LeftButton, {}, {127, 0});
+    move({60, 60}, Qt::NoButton);
+    EXPECT_EQ(commands_.Story, "scroll(120,112) scroll(124,112) scroll(511,511)");
+}
+
+// An event that comes while the map is painted must not be the one that gets lost.
+TEST_F(FrmVXTheaterPreviewTest, TheLastPlaceOfADragIsTheOneThatCounts) {
+    class Slow : public tests::RecordingCommands {
+    public:
+        std::function<void()> Meanwhile;
+        void ScrollTo(int x, int y) override {
+            RecordingCommands::ScrollTo(x, y);
+            if (const auto once = std::exchange(Meanwhile, nullptr))
+                once();
+        }
+    } slow;
+    FrmVXTheaterPreview window(state_, view_, dialogs_, slow);
+    Show(512);
+    window.PreviewChanged();
+    auto& picture = Find<QWidget>(window, "Picture1");
+    const auto drag = [&picture](QPoint to) {
+        QMouseEvent event(QEvent::MouseMove, to, picture.mapToGlobal(to), Qt::NoButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&picture, &event);
+    };
+    slow.Meanwhile = [&] {
+        view_.ScrollBusy = true;
+        drag({50, 100});
+        drag({60, 100});
+        view_.ScrollBusy = false;
+    };
+    QTest::mousePress(&picture, Qt::LeftButton, {}, {30, 100});
+    EXPECT_EQ(slow.Story, "scroll(120,112) scroll(240,112)");
+}
+
+TEST_F(FrmVXTheaterPreviewTest, EditsAreSeen) {
+    constexpr int side = 64;
+    state_.Terrain.MapWidth = side;
+    state_.Terrain.LxArr = PostArray(int64_t{side} * side);
+    state_.Preview.Side = side;
+    state_.Preview.Pixels.assign(size_t{side} * side, 0x720000); // the sea's colour
+    view_.MapLeftX = 8;
+    view_.MapBottomY = 16;
+    window_.PreviewChanged();
+    window_.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
+    const auto color = [this](int x, int y) { // of the pixel that shows this post
+        const QImage seen = Find<QWidget>(window_, "Picture1").grab().toImage();
+        return seen.pixel(x * seen.width() / side, (side - y) * seen.width() / side);
+    };
+    const auto raise = [this](int x, int y) {
+        for (int i = 0; i < 4; ++i)
+            for (int j = -3; j < 1; ++j)
+                state_.Terrain.LxArr((y + j) * side + x + i + 1).Elevation = 9000;
+    };
+    raise(8, 20);
+    window_.MakeViewPort();
+    EXPECT_EQ(color(10, 18), qRgb(0x87, 0x67, 0x20)); // the highest class
+    raise(40, 48);                                    // outside the view
+    window_.MakeViewPort();
+    EXPECT_EQ(color(41, 47), qRgb(0, 0, 0x72));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return color(41, 47) == qRgb(0x87, 0x67, 0x20); }));
+}
+
+TEST_F(FrmVXTheaterPreviewTest, TheButtonSaysWhatItSaves) {
+    EXPECT_EQ(Find<QPushButton>(window_, "Command1").toolTip(), "Save the picture");
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollBar>
@@ -315,17 +316,29 @@ TEST_F(FrmVXTilePalTest, EscChoosesNone) {
     EXPECT_EQ(interaction_.SelectedTile, -1);
 }
 
-TEST_F(FrmVXTilePalTest, TheScrollBarCountsRows) {
-    AddTiles(0, 30, 1);
+TEST_F(FrmVXTilePalTest, TheScrollBarCountsRowsAndEndsWithTheLastOne) {
+    AddTiles(0, 31, 1);
     Open(400, 300);
     const int columns = Frame1().width() / Side;
+    const int rows = (31 + columns - 1) / columns;
+    const int whole = Frame2().contentsRect().height() / Side;
     EXPECT_EQ(VScroll().minimum(), 0);
-    EXPECT_EQ(VScroll().maximum(), 30 / columns);
-    EXPECT_EQ(Frame1().height(), (30 / columns + 1) * Side);
+    EXPECT_EQ(VScroll().maximum(), rows - whole);
     EXPECT_EQ(Frame1().pos(), QPoint(0, 0));
     EXPECT_LE(Frame1().mapTo(&Frame2(), QPoint()).y(), 3); // at the top of Frame2
     VScroll().setValue(2);
     EXPECT_EQ(Scrolled(), 2 * Side);
+    VScroll().setValue(1000);
+    const QRect last(Op2(31)->mapTo(&Frame2(), QPoint(0, 0)), Op2(31)->size());
+    EXPECT_TRUE(Frame2().contentsRect().contains(last));
+    EXPECT_LT(Frame2().contentsRect().bottom() - last.bottom(), Side);
+    // A higher window shows no emptiness either.
+    window_.resize(400, 600);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Frame2().height() > 500; }));
+    EXPECT_EQ(VScroll().maximum(),
+              std::max(0, rows - Frame2().contentsRect().height() / Side));
+    EXPECT_LE(VScroll().value(), VScroll().maximum());
+    EXPECT_EQ(Scrolled(), VScroll().value() * Side);
 }
 
 TEST_F(FrmVXTilePalTest, TheFramesBorderIsNeverCovered) {
@@ -411,16 +424,45 @@ TEST_F(FrmVXTilePalTest, FrameAndScrollBarFillTheWindowButForTheMargin) {
     check();
 }
 
-TEST_F(FrmVXTilePalTest, ResizingLeavesTheButtonsUntilRefresh) {
+TEST_F(FrmVXTilePalTest, AnotherWidthLaysTheSameButtonsOutAnew) {
     AddTiles(0, 30, 1);
     Open(400, 300);
-    const QRect before = Op2(8)->geometry();
-    ASSERT_GT(before.y(), 0);
+    const QAbstractButton* button = Op2(8);
+    ASSERT_GT(button->y(), 0);
+    Click(2);
     window_.resize(900, 300);
     ASSERT_TRUE(QTest::qWaitFor([this] { return Frame1().width() > 800; }));
-    EXPECT_EQ(Op2(8)->geometry(), before);
-    QTest::mouseClick(&Find<QPushButton>(window_, "Command1"), Qt::LeftButton);
-    EXPECT_EQ(Op2(8)->geometry(), QRect(7 * Side, 0, Side, Side));
+    EXPECT_EQ(Op2(8), button);
+    EXPECT_EQ(button->geometry(), QRect(7 * Side, 0, Side, Side));
+    EXPECT_TRUE(Op2(2)->isChecked());
+    Op2(1)->setFocus();
+    Key(Qt::Key_Down);
+    EXPECT_EQ(FocusName(), "Op2_" + QString::number(1 + Frame1().width() / Side));
+}
+
+TEST_F(FrmVXTilePalTest, TheFilterShowsTheTilesOfThatName) {
+    AddTiles(0, 300, 1);
+    AddTiles(300, 20, 3);
+    Open();
+    VScroll().setValue(4);
+    Click(13);
+    auto& filter = Find<QLineEdit>(window_, "txtFilter");
+    filter.setFocus();
+    QTest::keyClicks(&filter, "h12");
+    EXPECT_EQ(ButtonCount(), 11); // H12 and H120 to H129
+    EXPECT_EQ(VScroll().value(), 0);
+    EXPECT_EQ(Op2(13)->pos(), QPoint(0, 0));
+    EXPECT_TRUE(Op2(13)->isChecked());
+    EXPECT_EQ(Find<QLabel>(window_, "lblCount").text(), "11 tiles");
+    EXPECT_EQ(FocusName(), "txtFilter");
+    Combo1().setCurrentIndex(1);
+    EXPECT_EQ(ButtonCount(), 0);
+    filter.setFocus();
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(ButtonCount(), 20);
+    EXPECT_EQ(interaction_.SelectedTile, 12);
+    Key(Qt::Key_Escape);
+    EXPECT_EQ(interaction_.SelectedTile, -1);
 }
 
 TEST_F(FrmVXTilePalTest, ArrowKeysMoveAndScroll) {
@@ -476,6 +518,8 @@ TEST_F(FrmVXTilePalTest, TabReachesOneButtonOnly) {
     Open();
     Click(4);
     Combo1().setFocus();
+    Key(Qt::Key_Tab);
+    EXPECT_EQ(FocusName(), "txtFilter");
     Key(Qt::Key_Tab);
     EXPECT_EQ(FocusName(), "Command1");
     Key(Qt::Key_Tab);

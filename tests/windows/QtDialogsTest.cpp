@@ -7,6 +7,7 @@
 #include "windows/WindowTest.h"
 
 #include <QAbstractButton>
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -82,6 +83,29 @@ TEST(QtDialogsBox, HasTheProgramsNameWithoutATitle) {
         box.accept();
     });
     QtDialogs().Notice("File A.dds wasn't found.", "", BoxIcon::Warning);
+}
+
+TEST(QtDialogsBox, OneOfSeveralCanSpareTheOthers) {
+    const auto tell = [](size_t others, bool tick) {
+        WhenModal<QMessageBox>([=](QMessageBox& box) {
+            EXPECT_EQ(box.text(), "File A.PCX wasn't found.");
+            EXPECT_EQ(box.informativeText(), "/tiles/A.dds");
+            auto* rest = box.findChild<QCheckBox*>("chkOthers");
+            EXPECT_EQ(rest == nullptr, others == 0);
+            if (rest != nullptr) {
+                EXPECT_EQ(rest->text().remove('&').toStdString(),
+                          "The other " + std::to_string(others) + " too");
+                EXPECT_FALSE(rest->isChecked());
+                rest->setChecked(tick);
+            }
+            box.accept();
+        });
+        return QtDialogs().NoticeOfSeveral("File A.PCX wasn't found.", "",
+                                           BoxIcon::Information, "/tiles/A.dds", others);
+    };
+    EXPECT_TRUE(tell(347, true));
+    EXPECT_FALSE(tell(347, false));
+    EXPECT_FALSE(tell(0, true));
 }
 
 TEST(QtDialogsBox, ALongPathDoesNotMakeItWiderThanAScreen) {

@@ -53,6 +53,32 @@ TEST(TilePalette, ShowsTheNamedTilesOfTheClassInTheirOrder) {
     EXPECT_THAT(TilesOfClass(lookup, 4), ElementsAre(1));
 }
 
+TEST(TilePalette, AFilterLeavesTheTilesWhoseNamesHoldIt) {
+    const TileLookup lookup{Tile("HSEA1.PCX", 1), Tile("HCOAST.PCX", 1),
+                            Tile("hsea2.pcx", 1), Tile("\xC5SEA.PCX", 1)};
+    const std::vector<int32_t> all{0, 1, 2, 3};
+    EXPECT_THAT(TilesNamed(lookup, all, "sea"), ElementsAre(0, 2, 3));
+    EXPECT_THAT(TilesNamed(lookup, all, " SEA2 "), ElementsAre(2));
+    EXPECT_THAT(TilesNamed(lookup, all, "\xC5"), ElementsAre(3));
+    EXPECT_THAT(TilesNamed(lookup, all, ""), ElementsAre(0, 1, 2, 3));
+    EXPECT_THAT(TilesNamed(lookup, {1, 2}, ".p"), ElementsAre(1, 2));
+    EXPECT_THAT(TilesNamed(lookup, all, "river"), IsEmpty());
+}
+
+// Rows by hand: a frame of three buttons, of which it shows two rows whole.
+TEST(TilePalette, ScrollingEndsWithTheLastRowSeenWhole) {
+    const auto end = [](size_t buttons, int32_t wholeRows) {
+        return PaletteScrollEnd(LayOutPalette(buttons, 3 * 960), wholeRows);
+    };
+    EXPECT_EQ(end(0, 2), 0);
+    EXPECT_EQ(end(6, 2), 0);
+    EXPECT_EQ(end(7, 2), 1);
+    EXPECT_EQ(end(9, 2), 1); // the empty row behind a full one counts for nothing
+    EXPECT_EQ(end(10, 2), 2);
+    EXPECT_EQ(end(10, 1), 3);
+    EXPECT_EQ(end(10, 50), 0);
+}
+
 TEST(TilePalette, AClassWithoutTilesShowsNone) {
     const TileLookup lookup{Tile("SEA.PCX", 1), Tile("", -1)};
     EXPECT_THAT(TilesOfClass(lookup, 9), IsEmpty());

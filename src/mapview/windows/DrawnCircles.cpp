@@ -22,23 +22,22 @@ bool DrawnCircles::Takes(int32_t width, int32_t height) {
            std::abs(width - height) <= 1;
 }
 
-void DrawnCircles::Draw(const RasterView& picture, const PixelRect& box, bool filled,
-                        uint32_t outline, uint32_t inside) {
+void DrawnCircles::Drawn::LayOver(const RasterView& picture, int32_t left, int32_t top,
+                                  uint32_t color, uint32_t other) const {
     const auto fill = [&](const std::vector<Run>& runs, uint32_t pixel) {
         for (const Run& run : runs) {
-            const int32_t y = box.Top + run.Y;
-            const int32_t left = std::max(box.Left + run.X, 0);
-            const int32_t right = std::min(box.Left + run.X + run.Length, picture.Width);
-            if (y >= 0 && y < picture.Height && left < right)
-                std::fill_n(picture.Row(y) + left, right - left, pixel);
+            const int32_t y = top + run.Y;
+            const int32_t begin = std::max(left + run.X, 0);
+            const int32_t end = std::min(left + run.X + run.Length, picture.Width);
+            if (y >= 0 && y < picture.Height && begin < end)
+                std::fill_n(picture.Row(y) + begin, end - begin, pixel);
         }
     };
-    const Drawn& drawn = Of(box.Width, box.Height, filled);
-    fill(drawn.Inside, inside);
-    fill(drawn.Outline, outline);
+    fill(Inside, other);
+    fill(Outline, color);
 }
 
-const DrawnCircles::Drawn& DrawnCircles::Of(int32_t width, int32_t height, bool filled) {
+const Stamp& DrawnCircles::Of(int32_t width, int32_t height, bool filled) {
     const int32_t size = width * (LargestSide + 1) + height;
     const auto [place, isNew] = drawn_.try_emplace(size * 2 + (filled ? 1 : 0));
     if (isNew)

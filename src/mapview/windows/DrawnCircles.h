@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapview/DrawingSteps.h"
 #include "services/Raster.h"
 
 #include <cstdint>
@@ -16,23 +17,25 @@ public:
     // pixels does. The toolkit draws flatter ones in another way at every place.
     static bool Takes(int32_t width, int32_t height);
 
-    // The outline lies on the edges of `box`, as the toolkit draws it, so that the circle
-    // is one pixel wider and higher. Pixels are 0xAARRGGBB; without `filled` what lies
-    // inside stays. Cut at the picture's edges.
-    void Draw(const RasterView& picture, const PixelRect& box, bool filled,
-              uint32_t outline, uint32_t inside);
+    // The outline lies on the edges of a box of that size at the corner, as the toolkit
+    // draws it, so that the circle is one pixel wider and higher. `color` is the
+    // outline's, `other` the inside's; without `filled` what lies inside stays. Good for
+    // as long as this object.
+    const Stamp& Of(int32_t width, int32_t height, bool filled);
 
 private:
     // Pixels of one row, from the box's corner.
     struct Run {
         int32_t X, Y, Length;
     };
-    struct Drawn {
+    struct Drawn : Stamp {
         std::vector<Run> Inside; // none without a fill
         std::vector<Run> Outline;
+
+        void LayOver(const RasterView& picture, int32_t left, int32_t top, uint32_t color,
+                     uint32_t other) const override;
     };
 
-    const Drawn& Of(int32_t width, int32_t height, bool filled);
     // The fill of the smallest covers some of their outline, so each kind is drawn apart.
     static Drawn Make(int32_t width, int32_t height, bool filled);
 

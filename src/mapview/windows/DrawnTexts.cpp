@@ -6,7 +6,7 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <limits>
+#include <iterator>
 
 namespace vardenix {
 
@@ -43,63 +43,75 @@ QImage NewSheet(QSize size) {
     return sheet;
 }
 
-// Row by row, from the left.
-void AddDot(DrawnText& drawn, int x, int y, uint8_t alpha) {
-    constexpr int reach = std::numeric_limits<uint8_t>::max();
-    std::vector<DrawnText::Stretch>& stretches = drawn.Stretches;
-    if (stretches.empty() || stretches.back().Y != y || x - stretches.back().X > reach)
-        stretches.push_back({static_cast<int16_t>(x), static_cast<int16_t>(y), 0});
-    DrawnText::Stretch& stretch = stretches.back();
-    drawn.Dots.push_back({static_cast<uint8_t>(x - stretch.X), alpha});
-    ++stretch.Count;
+// From the first pixel with ink to behind the last.
+struct Reach {
+    int Begin;
+    int End;
+};
+
+Reach InkOf(const QRgb* row, int width) {
+    const auto hasInk = [](QRgb pixel) { return qAlpha(pixel) != 0; };
+    const auto* first = std::find_if(row, row + width, hasInk);
+    if (first == row + width)
+        return {0, 0};
+    const auto last = std::find_if(std::make_reverse_iterator(row + width),
+                                   std::make_reverse_iterator(first), hasInk);
+    return {static_cast<int>(first - row), static_cast<int>(last.base() - row)};
+}
+
+void AddRow(DrawnText& drawn, const QRgb* row, const Reach& reach, DrawnText::Row place) {
+    constexpr size_t atOnce = PixelsAtOnce;
+    const auto inked = static_cast<size_t>(reach.End - reach.Begin);
+    const size_t count = (inked + atOnce - 1) / atOnce * atOnce;
+    place.Count = static_cast<uint16_t>(count);
+    drawn.Rows.push_back(place);
+    for (size_t i = 0; i < count; ++i)
+        drawn.Alphas.push_back(i < inked ? static_cast<uint8_t>(qAlpha(
+                                               row[static_cast<size_t>(reach.Begin) + i]))
+                                         : uint8_t{0});
 }
 
 void TakeInk(const QImage& sheet, int margin, DrawnText& drawn) {
     int left = sheet.width();
-    int top = sheet.height();
-    int right = -1;
-    int bottom = -1;
+    int right = 0;
     for (int y = 0; y < sheet.height(); ++y) {
         const auto* row = reinterpret_cast<const QRgb*>(sheet.constScanLine(y));
-        for (int x = 0; x < sheet.width(); ++x) {
-            if (qAlpha(row[x]) == 0)
-                continue;
-            AddDot(drawn, x - margin, y - margin, static_cast<uint8_t>(qAlpha(row[x])));
-            left = std::min(left, x);
-            right = std::max(right, x);
-            top = std::min(top, y);
-            bottom = y;
-        }
+        const Reach reach = InkOf(row, sheet.width());
+        if (reach.Begin == reach.End)
+            continue;
+        AddRow(drawn, row, reach,
+               {static_cast<int16_t>(reach.Begin - margin),
+                static_cast<int16_t>(y - margin), 0});
+        left = std::min(left, reach.Begin);
+        right = std::max(right, reach.Begin + int{drawn.Rows.back().Count});
     }
-    drawn.Stretches.shrink_to_fit();
-    drawn.Dots.shrink_to_fit();
-    if (right >= 0)
-        drawn.Ink = {left - margin, top - margin, right - left + 1, bottom - top + 1};
+    drawn.Rows.shrink_to_fit();
+    drawn.Alphas.shrink_to_fit();
+    if (!drawn.Rows.empty())
+        drawn.Ink = {left - margin, drawn.Rows.front().Y, right - left,
+                     drawn.Rows.back().Y - drawn.Rows.front().Y + 1};
 }
 
 } // namespace
 
 void DrawnText::LayOver(const RasterView& picture, int32_t left, int32_t top,
-                        uint32_t color) const {
-    const uint32_t ink = OpaquePixel(color);
-    const bool whole = left + Ink.Left >= 0 && top + Ink.Top >= 0 &&
-                       left + Ink.Left + Ink.Width <= picture.Width &&
-                       top + Ink.Top + Ink.Height <= picture.Height;
-    const Dot* dot = Dots.data();
-    for (const Stretch& stretch : Stretches) {
-        const Dot* const end = dot + stretch.Count;
-        const int32_t y = top + stretch.Y;
-        if (y < 0 || y >= picture.Height) {
-            dot = end;
+                        uint32_t color, uint32_t /*other*/) const {
+    const uint8_t* alphas = Alphas.data();
+    for (const Row& row : Rows) {
+        const uint8_t* const rowAlphas = alphas;
+        alphas += row.Count;
+        const int32_t y = top + row.Y;
+        if (y < 0 || y >= picture.Height)
             continue;
-        }
-        uint32_t* const pixels = picture.Row(y);
-        const int32_t first = left + stretch.X;
-        for (; dot != end; ++dot) {
-            const int32_t x = first + dot->X;
-            if (whole || (x >= 0 && x < picture.Width))
-                pixels[x] = BlendPixel(pixels[x], ink, dot->Alpha);
-        }
+        const int32_t first = left + row.X;
+        if (first >= 0 && first + row.Count <= picture.Width)
+            BlendRow(picture.Row(y) + first, color, rowAlphas, row.Count);
+        else
+            for (int32_t i = 0; i < row.Count; ++i)
+                if (first + i >= 0 && first + i < picture.Width) {
+                    uint32_t& pixel = picture.Row(y)[first + i];
+                    pixel = BlendPixel(pixel, color, rowAlphas[i]);
+                }
     }
 }
 
@@ -110,10 +122,12 @@ const DrawnText& DrawnTexts::Of(std::string_view text) {
     const auto found = texts_.find(text);
     if (found != texts_.end())
         return found->second;
-    if (texts_.size() >= MostTexts)
+    if (IsFull())
         texts_.clear();
     return texts_.emplace(std::string(text), Draw(text)).first->second;
 }
+
+bool DrawnTexts::IsFull() const { return texts_.size() >= MostTexts; }
 
 DrawnText DrawnTexts::Draw(std::string_view text) const {
     const QString line =

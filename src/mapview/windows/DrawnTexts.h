@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapview/DrawingSteps.h"
 #include "mapview/DrawingSurface.h"
 #include "platform/Dialogs.h"
 
@@ -15,28 +16,24 @@
 
 namespace vardenix {
 
-// One text in one font, drawn: every pixel with ink and how much of it, so that laying it
-// over a picture touches nothing else. Kept small, since thousands take turns. Places
-// count from the corner of the text's rectangle; italics reach out of it.
-struct DrawnText {
-    struct Dot {
-        uint8_t X; // from the stretch's
-        uint8_t Alpha;
-    };
-    // The next dots, of one row.
-    struct Stretch {
+// One text in one font, drawn: how much ink each pixel has, row by row, from the first
+// one with ink to the last. Kept small, since thousands take turns. Places count from the
+// corner of the text's rectangle; italics reach out of it.
+class DrawnText : public Stamp {
+public:
+    struct Row {
         int16_t X, Y;
-        uint16_t Count;
+        uint16_t
+            Count; // a multiple of PixelsAtOnce; those added to make it one are empty
     };
 
     TextSize Size;
-    PixelRect Ink; // what all dots lie in
-    std::vector<Stretch> Stretches;
-    std::vector<Dot> Dots;
+    PixelRect Ink; // what all rows lie in
+    std::vector<Row> Rows;
+    std::vector<uint8_t> Alphas; // of all rows, one after the other
 
-    // In one colour 0x00BBGGRR, cut at the picture's edges.
-    void LayOver(const RasterView& picture, int32_t left, int32_t top,
-                 uint32_t color) const;
+    void LayOver(const RasterView& picture, int32_t left, int32_t top, uint32_t color,
+                 uint32_t other) const override;
 };
 
 // The texts of one font, each drawn at its first use and kept.
@@ -44,8 +41,10 @@ class DrawnTexts {
 public:
     explicit DrawnTexts(const FontChoice& font);
 
-    // UTF-8, one line. Good until the next call.
+    // UTF-8, one line. Good until the next call, and as long as IsFull says no.
     const DrawnText& Of(std::string_view text);
+    // A text that comes new now makes room for itself by all others' going.
+    bool IsFull() const;
 
 private:
     struct TextHash {

@@ -1,5 +1,6 @@
 #include "mapview/windows/FrmVXTheaterPreview.h"
 
+#include "mapview/PreviewHeights.h"
 #include "platform/RuntimeError.h"
 #include "platform/StagedFile.h"
 #include "platform/windows/ColorImage.h"
@@ -9,10 +10,13 @@
 
 #include <QBuffer>
 #include <QCloseEvent>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QStyle>
+#include <QTimerEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace vardenix {
 
@@ -21,6 +25,10 @@ namespace {
 constexpr int GapAboveCommand1 = PixelsOfTwips(90); // and as much below
 // A picture of a small theater would leave no room for the title.
 constexpr int LeastLetters = 42;
+// The map has come to rest when it has not been painted for so long; then so many posts
+// are looked at in one turn.
+constexpr int SweepAfter = 300; // ms
+constexpr int32_t PostsOfTurn = 1 << 18;
 
 QByteArray BitmapOf(const QImage& picture) {
     QByteArray bytes;
@@ -45,32 +53,103 @@ FrmVXTheaterPreview::FrmVXTheaterPreview(const ProgramState& state, const MapVie
              [this] { Command1_Click(); });
     OnSignal(ui_->Picture1, &StretchedPicture::Pressed, this,
              [this](QPoint pixel) { Picture1_MouseDown(pixel); });
+    OnSignal(ui_->Picture1, &StretchedPicture::Dragged, this,
+             [this](QPoint pixel) { Picture1_MouseMove(pixel); });
 }
 
 FrmVXTheaterPreview::~FrmVXTheaterPreview() = default;
 
 void FrmVXTheaterPreview::PreviewChanged() {
-    picture0_ = ImageOf(state_.Preview.Pixels, state_.Preview.Side);
-    ui_->Picture1->SetPicture(picture0_);
+    ui_->Picture1->SetPicture(ImageOf(state_.Preview.Pixels, state_.Preview.Side));
     const int side = PreviewSide(state_.Preview.Side);
     ui_->Picture1->setFixedSize(side, side);
     FitRoundPicture();
 }
 
 void FrmVXTheaterPreview::MakeViewPort() {
-    const ViewPort port = vardenix::MakeViewPort(view_, ui_->Picture1->height());
+    UpdatePart({view_.MapLeftX, view_.MapBottomY}, view_.ViewPosts(), view_.ViewPosts());
+    sweptRows_ = 0;
+    sweep_.start(SweepAfter, this);
+    ShowBoxes();
+}
+
+void FrmVXTheaterPreview::ShowBoxes() {
+    const int side = ui_->Picture1->height();
+    const ViewPort port =
+        vardenix::MakeViewPort(view_, side, PreviewScale(side, state_.Preview.Side));
     std::vector<PreviewBox> boxes{port.View};
     if (port.HasExport)
         boxes.push_back(port.Export);
     ui_->Picture1->SetBoxes(std::move(boxes));
 }
 
-void FrmVXTheaterPreview::Picture1_MouseDown(QPoint pixel) {
-    if (view_.ScrollBusy)
+void FrmVXTheaterPreview::UpdatePart(ViewPosition lowerLeft, int32_t across,
+                                     int32_t down) {
+    QImage& picture = ui_->Picture1->Picture();
+    const RasterView pixels{reinterpret_cast<uint32_t*>(picture.bits()), picture.width(),
+                            picture.height(), picture.bytesPerLine() / 4};
+    const Configuration& settings = state_.Configuration;
+    if (UpdateHeights(state_.Terrain,
+                      {settings.PreviewSeaColor, settings.PreviewLevelColors}, lowerLeft,
+                      across, down, pixels))
+        ui_->Picture1->update();
+}
+
+// Posts anywhere may have changed. They are looked at in turns that nobody notices, and
+// not while files are read or written.
+void FrmVXTheaterPreview::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != sweep_.timerId())
+        return QWidget::timerEvent(event);
+    if (view_.ScrollBusy || state_.AbortPaint)
         return;
+    const int32_t width = std::max(state_.Terrain.MapWidth, 1);
+    const int32_t rows = std::max(PostsOfTurn / width, 1);
+    UpdatePart({0, sweptRows_}, width, rows);
+    sweptRows_ += rows;
+    if (sweptRows_ >= width)
+        sweep_.stop();
+    else
+        sweep_.start(0, this);
+}
+
+void FrmVXTheaterPreview::Picture1_MouseDown(QPoint pixel) {
+    last_.reset();
+    Picture1_MouseMove(pixel);
+}
+
+void FrmVXTheaterPreview::Picture1_MouseMove(QPoint pixel) {
     const ViewPosition position = PreviewClick(
         pixel.x(), pixel.y(), ui_->Picture1->height(), state_.Terrain.MapWidth);
-    commands_.ScrollTo(position.X, position.Y);
+    if (scrolling_)
+        wanted_ = position;
+    else if (!view_.ScrollBusy && (!last_ || !(*last_ == position)))
+        ScrollTo(position);
+}
+
+// The pointer may be drawn on while events are let through; the map ends up where it was
+// drawn last.
+void FrmVXTheaterPreview::ScrollTo(ViewPosition position) {
+    const QScopedValueRollback scrolling(scrolling_, true);
+    wanted_ = position;
+    while (wanted_) {
+        last_ = *std::exchange(wanted_, std::nullopt);
+        commands_.ScrollTo(last_->X, last_->Y);
+    }
+}
+
+void FrmVXTheaterPreview::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    FitPicture();
+}
+
+void FrmVXTheaterPreview::FitPicture() {
+    layout()->activate();
+    const QSize room = ui_->ground->maximumViewportSize();
+    const int side = PreviewSideWithin(state_.Preview.Side, room.width(), room.height());
+    if (ui_->Picture1->width() == side)
+        return;
+    ui_->Picture1->setFixedSize(side, side);
+    ShowBoxes();
 }
 
 void FrmVXTheaterPreview::FitRoundPicture() {
@@ -86,7 +165,7 @@ void FrmVXTheaterPreview::FitRoundPicture() {
         wanted.rwidth() += scrollBar;
     if (wanted.width() > room.width())
         wanted.rheight() += scrollBar;
-    setMinimumSize(least, below * 2);
+    setMinimumSize(least, below + std::min(below, picture.height()));
     resize(wanted.boundedTo(room));
 }
 
@@ -99,7 +178,7 @@ void FrmVXTheaterPreview::Command1_Click() {
             return;
         throw;
     }
-    const QByteArray bytes = BitmapOf(picture0_);
+    const QByteArray bytes = BitmapOf(ui_->Picture1->Picture());
     StagedFile file(answer.Path);
     file.WriteText({bytes.constData(), static_cast<size_t>(bytes.size())});
     file.Commit();

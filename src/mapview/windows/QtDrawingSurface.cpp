@@ -57,12 +57,14 @@ void QtDrawingSurface::Resize(int32_t side) {
 }
 
 RasterView QtDrawingSurface::Pixels() {
+    DoSteps();
     return {pixels_, image_.width(), image_.height(),
             image_.bytesPerLine() / static_cast<ptrdiff_t>(sizeof(uint32_t))};
 }
 
 void QtDrawingSurface::Clear(uint32_t color) {
     // A repaint begins: what somebody else has kept of the last one stays theirs.
+    DropSteps();
     ClosePainter();
     pixels_ = reinterpret_cast<uint32_t*>(image_.bits());
     RasterSurface::Clear(color);
@@ -90,6 +92,7 @@ void QtDrawingSurface::SetFill(FillStyle style, uint32_t color) {
 }
 
 QPainter& QtDrawingSurface::Painter() {
+    DoSteps();
     if (!painter_.isActive()) {
         painter_.begin(&image_);
         pixels_ = reinterpret_cast<uint32_t*>(image_.bits());
@@ -134,9 +137,15 @@ void QtDrawingSurface::Ellipse(PicturePoint corner, PicturePoint opposite) {
         return;
     const bool plain = PenWidth() == 1 && Fill() != FillStyle::CrossHatch;
     if (plain && DrawnCircles::Takes(box.width(), box.height()))
-        circles_.Draw(Pixels(), {box.x(), box.y(), box.width(), box.height()},
-                      Fill() == FillStyle::Solid, OpaquePixel(PenColor()),
-                      OpaquePixel(FillColor()));
+        Draw({.What = DrawingStep::Kind::Lay,
+              .Color = OpaquePixel(PenColor()),
+              .Other = OpaquePixel(FillColor()),
+              .Box = {box.x(), box.y(), box.x() + box.width() + 1,
+                      box.y() + box.height() + 1},
+              .X = box.x(),
+              .Y = box.y(),
+              .Drawn =
+                  &circles_.Of(box.width(), box.height(), Fill() == FillStyle::Solid)});
     else if (box.width() == 0 || box.height() == 0)
         Painter().drawLine(a, b); // too flat to have an inside
     else
@@ -164,7 +173,11 @@ void QtDrawingSurface::SetFont(const FontChoice& font) {
 }
 
 const DrawnText& QtDrawingSurface::TextOf(std::string_view text) {
-    return (textsOfFont_ != nullptr ? *textsOfFont_ : TextsOf(Font())).Of(text);
+    DrawnTexts& texts = textsOfFont_ != nullptr ? *textsOfFont_ : TextsOf(Font());
+    // Steps may wait for texts that go.
+    if (texts.IsFull())
+        DoSteps();
+    return texts.Of(text);
 }
 
 TextSize QtDrawingSurface::MeasureText(std::string_view text) {
@@ -173,7 +186,17 @@ TextSize QtDrawingSurface::MeasureText(std::string_view text) {
 
 void QtDrawingSurface::DrawText(PicturePoint topLeft, std::string_view text,
                                 uint32_t color) {
-    TextOf(text).LayOver(Pixels(), PixelAt(topLeft.X), PixelAt(topLeft.Y), color);
+    const DrawnText& drawn = TextOf(text);
+    const int32_t left = PixelAt(topLeft.X);
+    const int32_t top = PixelAt(topLeft.Y);
+    const PixelRect& ink = drawn.Ink;
+    Draw({.What = DrawingStep::Kind::Lay,
+          .Color = OpaquePixel(color),
+          .Box = {left + ink.Left, top + ink.Top, left + ink.Left + ink.Width,
+                  top + ink.Top + ink.Height},
+          .X = left,
+          .Y = top,
+          .Drawn = &drawn});
 }
 
 } // namespace vardenix

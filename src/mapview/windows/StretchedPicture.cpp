@@ -35,4 +35,9 @@ void StretchedPicture::mousePressEvent(QMouseEvent* event) {
         emit Pressed(event->position().toPoint());
 }
 
+void StretchedPicture::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons().testFlag(Qt::LeftButton))
+        emit Dragged(event->position().toPoint());
+}
+
 } // namespace vardenix

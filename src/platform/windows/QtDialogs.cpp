@@ -7,6 +7,7 @@
 #include "platform/windows/FileFilter.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
@@ -206,16 +207,21 @@ void AddToEffects(QFontDialog& dialog, QWidget& control) {
     place->addWidget(&control);
 }
 
-} // namespace
-
-BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& title,
-                                BoxIcon icon, BoxButtons buttons) {
-    QMessageBox box(QApplication::activeWindow());
+void Dress(QMessageBox& box, const std::string& text, const std::string& title,
+           BoxIcon icon) {
     box.setIcon(IconOf(icon));
     box.setWindowTitle(title.empty() ? "Vardenix" : QString::fromStdString(title));
     box.setTextFormat(Qt::PlainText);
     box.setText(Breakable(text));
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+}
+
+} // namespace
+
+BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& title,
+                                BoxIcon icon, BoxButtons buttons) {
+    QMessageBox box(QApplication::activeWindow());
+    Dress(box, text, title, icon);
     switch (buttons) {
     case BoxButtons::Ok:
         box.setStandardButtons(QMessageBox::Ok);
@@ -243,6 +249,24 @@ BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& titl
     box.setEscapeButton(goOn);
     box.exec();
     return box.clickedButton() == end ? BoxAnswer::End : BoxAnswer::Continue;
+}
+
+bool QtDialogs::NoticeOfSeveral(const std::string& text, const std::string& title,
+                                BoxIcon icon, const std::string& detail, size_t others) {
+    QMessageBox box(QApplication::activeWindow());
+    Dress(box, text, title, icon);
+    box.setInformativeText(Breakable(detail));
+    box.setStandardButtons(QMessageBox::Ok);
+    if (others == 0) {
+        box.exec();
+        return false;
+    }
+    auto* rest = new QCheckBox("&The other " + QString::number(others) + " too");
+    rest->setObjectName("chkOthers");
+    rest->setToolTip("Says no more of them");
+    box.setCheckBox(rest);
+    box.exec();
+    return rest->isChecked();
 }
 
 bool QtDialogs::Accepted(QFileDialog& dialog) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Dialogs.h"
+#include "platform/SeveralNotices.h"
 
 #include <QString>
 
@@ -10,10 +11,13 @@ namespace vardenix {
 
 // The dialogs on the screen. Each stands in front of the window in use. A file or folder
 // dialog that is not told where to begin does so where the last one ended.
-class QtDialogs : public Dialogs {
+class QtDialogs : public Dialogs, public SeveralNotices {
 public:
     BoxAnswer MessageBox(const std::string& text, const std::string& title, BoxIcon icon,
                          BoxButtons buttons) override;
+    // With a box to tick while others are to come: "The other 347 too".
+    bool NoticeOfSeveral(const std::string& text, const std::string& title, BoxIcon icon,
+                         const std::string& detail, size_t others) override;
     FileAnswer OpenFile(const FileQuestion& question) override;
     std::vector<std::string> OpenFiles(const FileQuestion& question) override;
     FileAnswer SaveFile(const FileQuestion& question) override;

@@ -32,7 +32,11 @@ QtTcpClient::QtTcpClient() : socket_(std::make_unique<QTcpSocket>()) {
              [this](qint64 count) { Written(count); });
 }
 
-QtTcpClient::~QtTcpClient() = default;
+QtTcpClient::~QtTcpClient() {
+    // Nobody is left to be told of the end.
+    events_ = nullptr;
+    socket_->disconnect(this);
+}
 
 void QtTcpClient::Connect(const std::string& host, int32_t port, TcpEvents& events) {
     Close();

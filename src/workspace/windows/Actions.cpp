@@ -5,8 +5,10 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QMainWindow>
+#include <QMenu>
 #include <QShortcut>
 
+#include <algorithm>
 #include <array>
 
 namespace vardenix {
@@ -15,8 +17,32 @@ namespace {
 
 using Kind = Action::Kind;
 
-constexpr std::array<Action, 51> Table{{
+constexpr auto Table = std::to_array<Action>({
+    {Kind::TwinEntry, "mnuSave", "&Save", "", "Over the files that were opened",
+     "CmdSaveTheater"},
+    {Kind::MenuEntry, "mnuSaveAs", "Save &as...", "Ctrl+Shift+S",
+     "Under a name that you are asked for"},
+    {Kind::TwinEntry, "mnuLoadHeights", "Load &heights...", "",
+     "A file of the finest elevations, L0 or ELV", "cmdLoadL0Elv"},
+    {Kind::MenuEntry, "mnuOpenTheater", "&Open another theater...", "Ctrl+O",
+     "Leaves this theater, and starts the program anew"},
     {Kind::MenuEntry, "mnyExit", "E&xit", "Ctrl+Q", "Leave the program"},
+    {Kind::TwinEntry, "mnuUndo", "&Undo", "", "", "cmdUndo"},
+    {Kind::TwinEntry, "mnuRedo", "&Redo", "", "", "cmdRedo"},
+    {Kind::TwinEntry, "mnuShowAreas", "&Areas and paths", "", "", "chkShowAreas"},
+    {Kind::TwinEntry, "mnuShowGrid", "&Grid", "", "", "chkShowGrid"},
+    {Kind::TwinEntry, "mnuShowExport", "&Export area", "", "", "chkShowExport"},
+    {Kind::TwinEntry, "mnuShowHeights", "&Heights", "", "", "chkShowHeights"},
+    {Kind::TwinEntry, "mnuShowSegments", "&Segments", "", "", "chkShowSegments"},
+    {Kind::TwinEntry, "mnuApplyNight", "&Night colors", "", "", "chkApplyNight"},
+    {Kind::TwinEntry, "mnuApplyMAP", "&MAP color", "", "", "chkApplyMAP"},
+    {Kind::TwinEntry, "mnuWinMain", "Ma&in window", "", "", "chkShowMain"},
+    {Kind::TwinEntry, "mnuWinTheater", "Theater &preview", "", "", "chkShowTheater"},
+    {Kind::TwinEntry, "mnuWinResults", "Search &results", "", "", "chkShowResults"},
+    {Kind::TwinEntry, "mnuWinTile", "&Tile palette", "", "", "chkShowTile"},
+    {Kind::TwinEntry, "mnuWinFeatures", "&Features", "", "", "chkShowFeatures"},
+    {Kind::MenuEntry, "mnuBringAll", "&Bring all to front", "F12",
+     "Every window of the program comes over those of others"},
     {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "",
      "Highest elevation of every 8 by 8 posts"},
     {Kind::MenuEntry, "mnumkTHR", "Ma&ke THR File", "",
@@ -32,7 +58,6 @@ constexpr std::array<Action, 51> Table{{
 
     {Kind::Button, "CmdSaveTheater", "Save", "Ctrl+S",
      "Use shift for save with a different name."},
-    {Kind::Key, "CmdSaveTheater", "Save as...", "Ctrl+Shift+S", ""},
     {Kind::Button, "CmdImport", "Import", "Ctrl+I",
      "Stamp a region from a file. It cannot be undone: create a restore point first."},
     {Kind::Button, "CmdExport", "Export", "Ctrl+E",
@@ -41,6 +66,18 @@ constexpr std::array<Action, 51> Table{{
     {Kind::Button, "cmdRedo", "Redo", "Ctrl+Y Ctrl+Shift+Z", "Redo (not for importing)"},
     {Kind::Button, "cmdLoadL0Elv", "Load a L0 or ELV file", "Ctrl+L", ""},
     {Kind::Button, "chkL0ELV", "L0/ELV Edit mode", "F2", ""},
+    {Kind::Button, "chkShowAreas", "Show Areas/Paths", "Ctrl+1", ""},
+    {Kind::Button, "chkShowGrid", "ShowGrid", "Ctrl+2", ""},
+    {Kind::Button, "chkShowExport", "Show Export Area", "Ctrl+3", ""},
+    {Kind::Button, "chkShowHeights", "Show Heights", "Ctrl+4", ""},
+    {Kind::Button, "chkShowSegments", "Show Segments", "Ctrl+5", ""},
+    {Kind::Button, "chkApplyNight", "Apply Night Colors", "Ctrl+6", ""},
+    {Kind::Button, "chkApplyMAP", "Apply MAP Color", "Ctrl+7", ""},
+    {Kind::Button, "chkShowMain", "Show Main Window", "F5", ""},
+    {Kind::Button, "chkShowTheater", "Show Theater Preview", "F6", ""},
+    {Kind::Button, "chkShowResults", "Show Results window", "F7", ""},
+    {Kind::Button, "chkShowTile", "Show Tile Palette", "F8", ""},
+    {Kind::Button, "chkShowFeatures", "Show Features Window", "F9", ""},
     {Kind::Button, "cmdplus", "Nearer", "", "Zoom in: fewer posts in a cell"},
     {Kind::Button, "cmdminus", "Farther", "", "Zoom out: more posts in a cell"},
     {Kind::Button, "cmdZoomin", "Fewer grid cells",
@@ -88,7 +125,7 @@ constexpr std::array<Action, 51> Table{{
     {Kind::Key, "PicShow", "While held: the left button moves the map", "Space", ""},
     {Kind::Key, "PicShow", "Context menu of the post under the cursor", "Menu Shift+F10",
      ""},
-}};
+});
 
 QList<QKeySequence> KeysOf(const Action& action) {
     QList<QKeySequence> keys;
@@ -104,8 +141,51 @@ void Apply(const Action& action, QAction& entry) {
     entry.setShortcutContext(Qt::ApplicationShortcut);
 }
 
+const Action* ButtonRow(const char* control) {
+    for (const Action& action : Table)
+        if (action.What == Kind::Button &&
+            QLatin1String(action.Name) == QLatin1String(control))
+            return &action;
+    return nullptr;
+}
+
+// A tip that says the key as well; the tips below are known by heart as they are.
+QString TipOf(const Action& action) {
+    static constexpr auto known =
+        std::to_array<const char*>({"CmdSaveTheater", "CmdExport", "cmdUndo", "cmdRedo",
+                                    "cmdLoadL0Elv", "chkL0ELV", "chkApplyMAP"});
+    const QString tip = action.ToolTip;
+    const bool isKnown =
+        std::any_of(known.begin(), known.end(), [&action](const char* name) {
+            return QLatin1String(action.Name) == QLatin1String(name);
+        });
+    const QList<QKeySequence> keys = KeysOf(action);
+    if (isKnown || keys.isEmpty())
+        return tip;
+    const QString key = keys.first().toString(QKeySequence::NativeText);
+    return tip.isEmpty() ? key : tip + " (" + key + ")";
+}
+
+void ApplyTwin(const Action& action, QMainWindow& panel) {
+    auto* entry = panel.findChild<QAction*>(action.Name);
+    auto* control = panel.findChild<QAbstractButton*>(action.Control);
+    entry->setCheckable(control->isCheckable());
+    entry->setToolTip(action.ToolTip);
+    // Told only: the control itself listens to its keys, and two listeners are none.
+    const Action* row = ButtonRow(action.Control);
+    const QKeySequence key = row == nullptr ? QKeySequence() : KeysOf(*row).value(0);
+    entry->setText(action.Caption + ("\t" + key.toString(QKeySequence::NativeText)));
+    OnSignal(entry, &QAction::triggered, control, [control] { control->click(); });
+    for (QMenu* menu : panel.findChildren<QMenu*>())
+        if (menu->actions().contains(entry))
+            OnSignal(menu, &QMenu::aboutToShow, entry, [entry, control] {
+                entry->setEnabled(control->isEnabled());
+                entry->setChecked(control->isChecked());
+            });
+}
+
 void Apply(const Action& action, QMainWindow& panel, QAbstractButton& button) {
-    button.setToolTip(action.ToolTip);
+    button.setToolTip(TipOf(action));
     button.setAccessibleName(action.Caption);
     for (const QKeySequence& key : KeysOf(action)) {
         auto* shortcut = new QShortcut(key, &panel);
@@ -124,6 +204,8 @@ void ApplyActions(QMainWindow& panel) {
             Apply(action, *panel.findChild<QAction*>(action.Name));
         else if (action.What == Kind::Button)
             Apply(action, panel, *panel.findChild<QAbstractButton*>(action.Name));
+        else if (action.What == Kind::TwinEntry)
+            ApplyTwin(action, panel);
     }
 }
 

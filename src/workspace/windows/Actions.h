@@ -13,6 +13,7 @@ namespace vardenix {
 struct Action {
     enum class Kind {
         MenuEntry,  // of the control panel
+        TwinEntry,  // of its menus: presses the control that it stands for
         PopupEntry, // of the map's context menu
         Button,     // of the control panel
         Key         // looked after by the window itself
@@ -22,6 +23,7 @@ struct Action {
     const char* Caption;
     const char* Keys;    // as Qt writes them, in English; several are parted by a blank
     const char* ToolTip; // may be empty
+    const char* Control = ""; // of a TwinEntry, whose keys are that control's
 };
 
 // In the order of the menus and of the panel.
@@ -29,11 +31,13 @@ std::span<const Action> PanelActions();
 
 // Gives the menu entries of `panel` their captions and keys, its buttons their tool tips,
 // accessible names and keys. The keys hold in every window of the program while the panel
-// can be used.
+// can be used. Twin entries press their controls, and look as these do whenever their
+// menu comes up.
 void ApplyActions(QMainWindow& panel);
 
 // The caption of a row of the kind PopupEntry, by its name.
 QString CaptionOf(const char* name);
+
 // The first key of a row of the kind Key, by its name.
 QKeySequence KeyOf(const char* name);
 // Its caption, and its tool tip behind caption and keys.

@@ -135,6 +135,7 @@ private:
     void cmdGoXY_Click();
     void CmdSaveTheater_Click(bool as);
     void CmdExport_Click();
+    void FillRecent();
     void mnuOnlineHelp_Click();
     void mnuSaveScreeshot_Click();
 

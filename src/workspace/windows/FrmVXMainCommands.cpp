@@ -5,10 +5,9 @@
 #include "platform/RuntimeError.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "ui_FrmVXMain.h"
-#include "workspace/windows/Actions.h"
 #include "workspace/windows/FrmVXMain.h"
 
-#include <QShortcut>
+#include <QMenu>
 
 #include <algorithm>
 #include <array>
@@ -23,7 +22,7 @@ struct VerbControl {
 };
 
 // Of each verb, the control that is enabled when it can be done.
-constexpr std::array<VerbControl, 22> VerbControls{{
+constexpr std::array<VerbControl, 24> VerbControls{{
     {PanelVerb::OpenBIN, "cmdOpenBIN"},
     {PanelVerb::OpenMap, "cmdOpenMap"},
     {PanelVerb::Import, "CmdImport"},
@@ -41,6 +40,8 @@ constexpr std::array<VerbControl, 22> VerbControls{{
     {PanelVerb::SearchTiles, "mnusearchTiles"},
     {PanelVerb::RebuildTheater, "mnuRebuildTheater"},
     {PanelVerb::SaveScreenshot, "mnuSaveScreeshot"},
+    {PanelVerb::OpenTheater, "mnuOpenTheater"},
+    {PanelVerb::BringAllToFront, "mnuBringAll"},
     {PanelVerb::ShowMain, "chkShowMain"},
     {PanelVerb::ShowResults, "chkShowResults"},
     {PanelVerb::ShowTheater, "chkShowTheater"},
@@ -51,7 +52,11 @@ constexpr std::array<VerbControl, 22> VerbControls{{
 } // namespace
 
 void FrmVXMain::JoinVerb(const char* control, PanelVerb verb) {
-    const auto act = [this, verb] { commands_.Do(verb); };
+    // Keys come here also while the panel is locked.
+    const auto act = [this, verb] {
+        if (isEnabled())
+            commands_.Do(verb);
+    };
     if (auto* entry = findChild<QAction*>(control))
         OnSignal(entry, &QAction::triggered, this, act);
     else
@@ -76,9 +81,8 @@ void FrmVXMain::ConnectCommands() {
              [this] { CmdSaveTheater_Click(shiftDown_); });
     OnSignal(ui_->CmdExport, &QAbstractButton::clicked, this,
              [this] { CmdExport_Click(); });
-    auto* saveAs = new QShortcut(KeyOf("CmdSaveTheater"), this);
-    saveAs->setContext(Qt::ApplicationShortcut);
-    OnSignal(saveAs, &QShortcut::activated, this, [this] { CmdSaveTheater_Click(true); });
+    OnSignal(ui_->mnuSaveAs, &QAction::triggered, this,
+             [this] { CmdSaveTheater_Click(true); });
 }
 
 void FrmVXMain::CmdSaveTheater_Click(bool as) {
@@ -100,9 +104,29 @@ void FrmVXMain::ConnectMenus() {
     OnSignal(ui_->mnuAbout, &QAction::triggered, this, [this] { commands_.ShowAbout(); });
     OnSignal(ui_->mnuSaveScreeshot, &QAction::triggered, this,
              [this] { mnuSaveScreeshot_Click(); });
+    OnSignal(ui_->mnuRecent, &QMenu::aboutToShow, this, [this] { FillRecent(); });
+    OnSignal(ui_->mnuFile, &QMenu::aboutToShow, this, [this] {
+        ui_->mnuRecent->setEnabled(commands_.Can(PanelVerb::OpenTheater) &&
+                                   !commands_.RecentTheaters().empty());
+    });
     // Without an action.
     ui_->mnumkTHR->setEnabled(false);
     ui_->mnuThStats->setEnabled(false);
+}
+
+void FrmVXMain::FillRecent() {
+    ui_->mnuRecent->clear();
+    int number = 0;
+    for (const std::string& folder : commands_.RecentTheaters()) {
+        const QString shown = QString::fromStdString(folder).replace('&', "&&");
+        QAction* entry =
+            ui_->mnuRecent->addAction("&" + QString::number(++number) + "  " + shown);
+        entry->setToolTip("Leaves this theater, and starts the program with that one");
+        OnSignal(entry, &QAction::triggered, this, [this, folder] {
+            if (isEnabled())
+                commands_.OpenRecent(folder);
+        });
+    }
 }
 
 void FrmVXMain::mnuOnlineHelp_Click() {
@@ -130,6 +154,7 @@ void FrmVXMain::RefreshCommands() {
         else
             findChild<QWidget*>(row.Control)->setEnabled(can);
     }
+    ui_->mnuSaveAs->setEnabled(commands_.Can(PanelVerb::SaveTheater));
     if (l0FileName_.empty())
         ui_->chkL0ELV->setEnabled(false);
     if (view_.L0Mode) {

@@ -74,6 +74,7 @@ FrmVXMap::FrmVXMap(const Parts& parts)
     MakePopup();
     MakeToolTip();
     MakeStrip();
+    setFocus(); // not the tools, whenever the window has the keyboard
 }
 
 void FrmVXMap::MakeStrip() {
@@ -84,8 +85,8 @@ void FrmVXMap::MakeStrip() {
         ShowPointer();
     });
     OnSignal(ui_->strip, &MapToolStrip::Done, this, [this] { setFocus(); });
-    // Where there is no room for all, the tool's end is cut off; its tip has the whole.
-    for (QLabel* label : {ui_->lblPost, ui_->lblTool, ui_->lblWord})
+    // Where there is no room for all, the word stays whole; the tool's tip has all of it.
+    for (QLabel* label : {ui_->lblPost, ui_->lblTool})
         label->setMinimumWidth(1);
     ui_->lblTool->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     ShowTools();

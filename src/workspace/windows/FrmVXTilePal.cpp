@@ -45,6 +45,10 @@ FrmVXTilePal::FrmVXTilePal(const ProgramState& state, MapInteraction& interactio
              [this] { ui_->VScroll->setValue(0); });
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
              [this] { Command1_Click(); });
+    OnSignal(ui_->txtFilter, &QLineEdit::textChanged, this, [this] {
+        Command1_Click();
+        ui_->VScroll->setValue(0);
+    });
     OnSignal(ui_->VScroll, &QAbstractSlider::valueChanged, this,
              [this] { VScroll_Change(); });
     OnSignal(ui_->Frame1, &TileGrid::TileClicked, this,
@@ -82,11 +86,17 @@ void FrmVXTilePal::Refresh_Pal(int32_t classCode) {
     }
     // Pictures that have changed since are read again.
     pictures_.BeginRepaint();
-    Build(TilesOfClass(state_.Catalogue.Lookup, classCode));
+    Build(ShownTiles(classCode));
     // Another class is seen from its beginning.
     if (shownClass_ != classCode)
         ui_->VScroll->setValue(0);
     shownClass_ = classCode;
+}
+
+std::vector<int32_t> FrmVXTilePal::ShownTiles(int32_t classCode) const {
+    const TileLookup& lookup = state_.Catalogue.Lookup;
+    return TilesNamed(lookup, TilesOfClass(lookup, classCode),
+                      BytesFromUtf8(ui_->txtFilter->text().toStdString()));
 }
 
 void FrmVXTilePal::Command1_Click() {
@@ -105,7 +115,8 @@ void FrmVXTilePal::Build(const std::vector<int32_t>& tiles) {
     const PaletteLayout layout =
         LayOutPalette(tiles.size(), TwipsOfPixels(ui_->Frame1->width()));
     ui_->Frame1->Build(tiles, layout, state_.Catalogue.Lookup);
-    ui_->VScroll->setMaximum(PaletteScrollMax(layout.Frame1Height));
+    shownTiles_ = tiles.size();
+    PlaceButtons();
     ui_->lblCount->setText(QString::fromStdString(TileCount(tiles.size())));
     ShowSelectedTile();
 }
@@ -113,10 +124,13 @@ void FrmVXTilePal::Build(const std::vector<int32_t>& tiles) {
 void FrmVXTilePal::ShowTile(int32_t tile) {
     const TileLookup& lookup = state_.Catalogue.Lookup;
     const int32_t classCode = lookup.at(static_cast<size_t>(tile)).Terrain;
+    const std::string filter = BytesFromUtf8(ui_->txtFilter->text().toStdString());
+    if (TilesNamed(lookup, {tile}, filter).empty())
+        ui_->txtFilter->clear();
     if (classCode != shownClass_)
         Refresh_Pal(classCode);
     Select(tile);
-    const std::vector<int32_t> tiles = TilesOfClass(lookup, classCode);
+    const std::vector<int32_t> tiles = ShownTiles(classCode);
     const auto at = std::find(tiles.begin(), tiles.end(), tile) - tiles.begin();
     const auto row = static_cast<int32_t>(at) / std::max(ui_->Frame1->Columns(), 1);
     ui_->VScroll->setValue(ScrollToRow(row, ui_->VScroll->value(), WholeRows()));
@@ -150,11 +164,19 @@ void FrmVXTilePal::Select(int32_t tile) {
 void FrmVXTilePal::FrameResized() {
     ui_->ground->setGeometry(ui_->Frame2->contentsRect().marginsRemoved(
         {BorderGap, BorderGap, BorderGap, BorderGap}));
-    // The buttons stay where they are until they are laid out anew.
     ui_->Frame1->resize(ui_->ground->width(), ui_->Frame1->height());
     ui_->Frame1->SetWholeRows(WholeRows());
     ui_->VScroll->setPageStep(WholeRows());
+    PlaceButtons();
     VScroll_Change();
+}
+
+void FrmVXTilePal::PlaceButtons() {
+    const PaletteLayout layout =
+        LayOutPalette(shownTiles_, TwipsOfPixels(ui_->Frame1->width()));
+    if (layout.Columns != ui_->Frame1->Columns())
+        ui_->Frame1->Place(layout);
+    ui_->VScroll->setMaximum(PaletteScrollEnd(layout, WholeRows()));
 }
 
 int FrmVXTilePal::WholeRows() const { return std::max(1, ui_->ground->height() / Side); }
@@ -175,10 +197,13 @@ QImage FrmVXTilePal::PictureOf(int32_t tile, int side) {
 }
 
 void FrmVXTilePal::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape)
-        Select(-1);
+    if (event->key() != Qt::Key_Escape)
+        return QWidget::keyPressEvent(event);
+    // A filter that hides tiles goes before the choice does.
+    if (ui_->txtFilter->hasFocus() && !ui_->txtFilter->text().isEmpty())
+        ui_->txtFilter->clear();
     else
-        QWidget::keyPressEvent(event);
+        Select(-1);
 }
 
 // One row a message, however far the wheel went; forward goes up.

@@ -27,8 +27,8 @@ public:
                  TilePictures& pictures, WorkspaceCommands& commands);
     ~FrmVXTilePal() override;
 
-    // The tiles of a class laid out anew in the width that Frame1 has now, and Combo1 on
-    // that class. What is chosen stays chosen, shown here or not.
+    // The tiles of a class that the filter lets through, read anew, and Combo1 on that
+    // class. What is chosen stays chosen, shown here or not.
     void Refresh_Pal(int32_t classCode);
     // The class of Combo1.
     void Command1_Click();
@@ -47,11 +47,15 @@ protected:
 
 private:
     void DressControls();
+    // Of a class, those that the filter lets through.
+    std::vector<int32_t> ShownTiles(int32_t classCode) const;
     void Build(const std::vector<int32_t>& tiles);
     void VScroll_Change();
     void Op2_Click(int32_t tile);
     void Select(int32_t tile);
     void FrameResized();
+    // The buttons in the width and height that Frame1 is seen in.
+    void PlaceButtons();
     int WholeRows() const;
     QImage PictureOf(int32_t tile, int side);
 
@@ -61,6 +65,7 @@ private:
     WorkspaceCommands& commands_;
     std::unique_ptr<Ui::FrmVXTilePal> ui_;
     int32_t shownClass_ = -1;
+    size_t shownTiles_ = 0;
     int wheelTurned_ = 0; // eighths of a degree, less than a notch
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -23,6 +24,8 @@ enum class PanelVerb {
     SearchTiles,
     RebuildTheater,
     SaveScreenshot,
+    OpenTheater,
+    BringAllToFront,
     // The windows that the panel's boxes show and hide.
     ShowMain,
     ShowResults,
@@ -52,6 +55,11 @@ public:
     // The map as it was painted last, over a file that is there: a BMP for filter index
     // 1, a JPEG for 2.
     virtual void SaveScreenshot(const std::string& /*path*/, int /*filterIndex*/) {}
+
+    // Folders of the theaters opened last, UTF-8, the newest first; and one of them to be
+    // opened in place of this one.
+    virtual std::vector<std::string> RecentTheaters() { return {}; }
+    virtual void OpenRecent(const std::string& /*folder*/) {}
 
     // Dialogs; they have ended when the call returns.
     virtual void ShowHeightColors() = 0;

@@ -149,6 +149,14 @@ void TileGrid::Build(const std::vector<int32_t>& tiles, const PaletteLayout& lay
         buttons_[static_cast<size_t>(current_)]->setFocus(Qt::ActiveWindowFocusReason);
 }
 
+void TileGrid::Place(const PaletteLayout& layout) {
+    columns_ = layout.Columns;
+    resize(width(), PixelsOfTwips(layout.Frame1Height));
+    for (size_t i = 0; i < buttons_.size(); ++i)
+        buttons_[i]->move(PixelsOfTwips(layout.Buttons[i].Left),
+                          PixelsOfTwips(layout.Buttons[i].Top));
+}
+
 void TileGrid::Unload() {
     // In the order in which they were made, which is the one that the toolkit is quick
     // in.

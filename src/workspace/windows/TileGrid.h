@@ -55,6 +55,8 @@ public:
     // Takes the place of what was there. A tile that had the keyboard keeps it.
     void Build(const std::vector<int32_t>& tiles, const PaletteLayout& layout,
                const TileLookup& lookup);
+    // The same buttons at other places.
+    void Place(const PaletteLayout& layout);
     // The button of this tile, if there is one, looks chosen.
     void SetChosen(int32_t tile);
     // Rows that are seen whole, for the keys that turn pages.

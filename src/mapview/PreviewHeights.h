@@ -1,0 +1,18 @@
+#pragma once
+
+#include "mapview/MapLayout.h"
+#include "services/Raster.h"
+#include "theater/HeightPicture.h"
+
+namespace vardenix {
+
+// Brings part of the height picture that ShowLFile has painted up to date with posts that
+// were edited since: those from `lowerLeft`, counted from 0, `across` columns and `down`
+// rows of them; what of that lies outside the terrain is passed over. `picture` has one
+// pixel for each post, 0xFFRRGGBB. True when a pixel has changed; nothing is done, and
+// the result false, while the picture is that of another theater.
+bool UpdateHeights(const Terrain& terrain, const PreviewColors& colors,
+                   ViewPosition lowerLeft, int32_t across, int32_t down,
+                   const RasterView& picture);
+
+} // namespace vardenix

@@ -1,0 +1,93 @@
+// Leaving for another theater, and what is remembered of those that were opened.
+#include "app/OpenedWorkspace.h"
+#include "theater/DeskFile.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <filesystem>
+
+namespace vardenix {
+namespace {
+
+class DeskTest : public tests::OpenedWorkspace {
+protected:
+    void UseTheaterIn(const std::string& theater) {
+        state_.Terrain.LFilename =
+            folder_.Write(theater + "/terrain/theater.L2", "not looked into");
+        state_.Catalogue.BinPath = folder_.File(theater + "/texture/Texture.bin");
+        state_.MAPFile = folder_.File(theater + "/terrain/theater.map");
+        state_.Catalogue.DDSFolder = folder_.File(theater + "/texture/texture/");
+    }
+    static void Choose(const char* entry) {
+        Window("FrmVXMain").findChild<QAction*>(entry)->trigger();
+    }
+    static QList<QAction*> Recent() {
+        auto* menu = Window("FrmVXMain").findChild<QMenu*>("mnuRecent");
+        emit menu->aboutToShow();
+        return menu->actions();
+    }
+    static std::string Program() {
+        return "\"" + std::filesystem::read_symlink("/proc/self/exe").string() + "\"";
+    }
+};
+
+TEST_F(DeskTest, AnotherTheaterIsOpenedByStartingAnew) {
+    Open();
+    Choose("mnuOpenTheater");
+    EXPECT_EQ(ends_, 1);
+    EXPECT_EQ(workspace_->NextProgram(), Program());
+}
+
+TEST_F(DeskTest, WhoStaysForUnsavedWorkStartsNothing) {
+    Open();
+    static_cast<WorkspaceCommands&>(*workspace_).L2NeedSave();
+    std::string question;
+    platform_.Dialogs.ExpectAnyBox("Confirm", BoxAnswer::No, &question);
+    Choose("mnuOpenTheater");
+    EXPECT_NE(question.find("L2"), std::string::npos);
+    EXPECT_EQ(ends_, 0);
+    EXPECT_EQ(workspace_->NextProgram(), "");
+    platform_.Dialogs.ExpectAnyBox("Confirm", BoxAnswer::Yes, &question);
+    Choose("mnuOpenTheater");
+    EXPECT_EQ(ends_, 1);
+    EXPECT_EQ(workspace_->NextProgram(), Program());
+}
+
+TEST_F(DeskTest, TheatersAreRememberedWhenTheyAreOpened) {
+    UseTheaterIn("Sorre \"lund\"");
+    Open();
+    UseTheaterIn("b");
+    Open();
+    EXPECT_EQ(
+        ReadDesk(state_.Folders.AppPath).Recent,
+        (std::vector<std::string>{folder_.File("b"), folder_.File("Sorre \"lund\"")}));
+    ASSERT_EQ(Recent().size(), 2);
+    Recent().at(1)->trigger();
+    EXPECT_EQ(ends_, 1);
+    EXPECT_EQ(workspace_->NextProgram(),
+              Program() + " \"" + folder_.File("Sorre \"\"lund\"\"") + "\"");
+}
+
+TEST_F(DeskTest, ATheaterThatHasGoneIsToldOfAndNothingIsLeft) {
+    UseTheaterIn("a");
+    Open();
+    std::filesystem::remove_all(folder_.File("a"));
+    platform_.Dialogs.ExpectBox(
+        "Error...", "L2 File not found\n" + folder_.File("a/terrain/theater.L2"),
+        BoxAnswer::Ok);
+    Recent().at(0)->trigger();
+    EXPECT_EQ(ends_, 0);
+}
+
+TEST_F(DeskTest, AFileThatCannotBeWrittenCostsNothingButTheMemory) {
+    UseTheaterIn("a");
+    folder_.Write("Desk.ini/inside", "x");
+    Open();
+    EXPECT_TRUE(Recent().empty());
+    Choose("mnuOpenTheater");
+    EXPECT_EQ(ends_, 1);
+}
+
+} // namespace
+} // namespace vardenix
