@@ -49,6 +49,8 @@ FrmVXTheaterPreview::FrmVXTheaterPreview(const ProgramState& state, const MapVie
     ui_->row->setContentsMargins(GapAboveCommand1, GapAboveCommand1, GapAboveCommand1,
                                  GapAboveCommand1);
     ui_->ground->setBackgroundRole(QPalette::Mid);
+    // A small picture must not grow for scroll bars that it has no use for.
+    ui_->ground->setMinimumSize(1, 1);
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
              [this] { Command1_Click(); });
     OnSignal(ui_->Picture1, &StretchedPicture::Pressed, this,
