@@ -56,7 +56,8 @@ public:
     // A file to be written; the user has agreed to lose one that is there. A name that
     // has no extension of a filter gets the first one of the chosen filter.
     virtual FileAnswer SaveFile(const FileQuestion& question) = 0;
-    // An existing folder; nothing when cancelled. Begins at `initial` where that is there.
+    // An existing folder; nothing when cancelled. Begins at `initial` where that is
+    // there.
     virtual std::optional<std::string> Folder(const std::string& prompt,
                                               const std::string& initial = {}) = 0;
     // 0x00BBGGRR.

@@ -31,9 +31,8 @@ std::vector<std::string> FilesOfLevels(const std::string& lxFolder) {
 std::vector<std::string> FilesOfRebuild(const std::string& lxFolder,
                                         const std::string& textureFolder) {
     std::vector<std::string> files = FilesOfLevels(lxFolder);
-    files.insert(files.end(),
-                 {DayContainer(textureFolder), NightContainer(textureFolder),
-                  IndexOfFartiles(textureFolder)});
+    files.insert(files.end(), {DayContainer(textureFolder), NightContainer(textureFolder),
+                               IndexOfFartiles(textureFolder)});
     return files;
 }
 
