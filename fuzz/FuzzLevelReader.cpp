@@ -31,7 +31,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             reader.ReadRow(y, row);
             // A row is what its blocks are, each read alone.
             for (int32_t x = 0; x < blocks; ++x) {
-                reader.ReadBlock(reader.Offsets()[static_cast<size_t>(y * blocks + x)],
+                reader.ReadBlock(reader.Offsets()[static_cast<size_t>(y) *
+                                                      static_cast<size_t>(blocks) +
+                                                  static_cast<size_t>(x)],
                                  block);
                 Require(std::equal(block.begin(), block.end(),
                                    row.begin() + x * PostsPerSegment));

@@ -15,6 +15,7 @@
 #include <QMimeData>
 #include <QRandomGenerator>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <QUrl>
 
 namespace vardenix {
@@ -191,12 +192,9 @@ void FrmStartUp::dropEvent(QDropEvent* event) {
     const std::string folder = DroppedPath(*event->mimeData()).toStdString();
     event->acceptProposedAction();
     // Once the other program is done with its part: a box may come up.
-    QMetaObject::invokeMethod(
-        this,
-        [this, folder] {
-            static_cast<RunTimeBarrier*>(qApp)->Guard([&] { TakeFolder(folder); });
-        },
-        Qt::QueuedConnection);
+    QTimer::singleShot(0, this, [this, folder] {
+        static_cast<RunTimeBarrier*>(qApp)->Guard([&] { TakeFolder(folder); });
+    });
 }
 
 void FrmStartUp::CmdShowTheater_Click() {
