@@ -151,12 +151,12 @@ picture FrmAbout.png '^About Vardenix$'
 keys Escape
 
 click "$panel" 117 530 # Open BIN Editor
-bin='^\*?BIN Editor v[0-9.]+$'
-up "$bin"
-click "$bin" 90 135 # set 3
-click "$bin" 581 186
-picture FrmBINTileEdit.jpg "$bin"
-click "$bin" 530 575 # Edit Tile
+editor='^\*?BIN Editor v[0-9.]+$'
+up "$editor"
+click "$editor" 90 135 # set 3
+click "$editor" 581 186
+picture FrmBINTileEdit.jpg "$editor"
+click "$editor" 530 575 # Edit Tile
 detail='^\*?Tile #: '
 up "$detail"
 picture FrmBINTileDet.jpg "$detail"
@@ -168,7 +168,7 @@ click "$detail" 560 362 # Edit a path
 up '^Edit Path$'
 picture FrmBINPathEdit.png '^Edit Path$'
 keys Escape Escape
-click "$bin" 973 192 # Options
+click "$editor" 973 192 # Options
 up '^BIN Editor Options$'
 picture FrmBINOPtions.png '^BIN Editor Options$'
 keys Escape
@@ -187,7 +187,7 @@ sleep 0.3
 picture FrmBINWorking.png '^BIN Editor$'
 xdotool key Escape
 sleep 2
-click "$bin" 973 220 # Open Vardenix
+click "$editor" 973 220 # Open Vardenix
 up "$map"
 
 keys ctrl+z ctrl+z ctrl+z ctrl+z
