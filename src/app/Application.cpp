@@ -11,8 +11,6 @@
 #include "platform/Signals.h"
 #include "theater/windows/FrmStartUp.h"
 
-#include <QTimer>
-
 namespace vardenix {
 
 Application::Application(RunTimeBarrier& barrier, Dialogs& dialogs)
@@ -29,9 +27,7 @@ int Application::Run(const std::string& theater) {
     if (!barrier_.Guard([this] { ShowStartUp(); }))
         End(); // there would be no window to go on with
     else if (!theater.empty())
-        QTimer::singleShot(0, frmStartUp_.get(), [this, theater] {
-            barrier_.Guard([&] { frmStartUp_->OpenTheater(theater); });
-        });
+        frmStartUp_->OpenTheaterSoon(theater);
     return state_.Exiting ? 0 : QApplication::exec();
 }
 

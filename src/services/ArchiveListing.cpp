@@ -48,10 +48,12 @@ struct Told {
             File.Size = SizeOf(value);
         else if (key == "Attributes" || key == "Mode")
             TakeAttributes(value);
-        else if (key == "Folder" && value == "+")
+        else if (IsFolderOrLink(key, value))
             File.IsPlain = false;
-        else if ((key == "Symbolic Link" || key == "Hard Link") && !value.empty())
-            File.IsPlain = false;
+    }
+    static bool IsFolderOrLink(std::string_view key, std::string_view value) {
+        const bool isLink = key == "Symbolic Link" || key == "Hard Link";
+        return (key == "Folder" && value == "+") || (isLink && !value.empty());
     }
     void TakeAttributes(std::string_view value) {
         HasAttributes = true;

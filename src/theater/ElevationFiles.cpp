@@ -195,7 +195,8 @@ ElevationsOf OneAt(int32_t x, int32_t y, int16_t feet) {
         const int32_t i = x - 1 - (segX - 1) * SegmentSide;
         const int32_t j = y - 1 - (segY - 1) * SegmentSide;
         if (i >= 0 && i < SegmentSide && j >= 0 && j < SegmentSide)
-            block[static_cast<size_t>(j * SegmentSide + i)].Elevation = feet;
+            block[static_cast<size_t>(j) * SegmentSide + static_cast<size_t>(i)]
+                .Elevation = feet;
     };
 }
 

@@ -162,9 +162,8 @@ void SocketClient::Receive() {
 
 void SocketClient::Fail(int number, const std::string& description) {
     TcpEvents& events = *events_;
-    const std::string text = description;
     Close();
-    events.TcpError(number, text, "SocketClient");
+    events.TcpError(number, description, "SocketClient");
 }
 
 void SteppedTimer::Start(int milliseconds, std::function<void()> whenOver) {

@@ -1,7 +1,6 @@
 #include "workspace/ValueRuns.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace vardenix {
 
@@ -26,8 +25,8 @@ void WriteAllNew(Array& values, std::span<const ValueRun<Value>> runs) {
 
 template <typename Array, typename Value>
 void WriteAllOld(Array& values, std::span<const ValueRun<Value>> runs) {
-    for (const ValueRun<Value>& run : std::views::reverse(runs))
-        Write(values, run, run.OldValue);
+    for (auto run = runs.rbegin(); run != runs.rend(); ++run)
+        Write(values, *run, run->OldValue);
 }
 
 } // namespace

@@ -15,7 +15,6 @@
 #include <QMimeData>
 #include <QRandomGenerator>
 #include <QSignalBlocker>
-#include <QTimer>
 #include <QUrl>
 
 namespace vardenix {
@@ -183,18 +182,29 @@ bool FrmStartUp::TakeFolder(const std::string& folder) {
     return true;
 }
 
+void FrmStartUp::OpenTheaterSoon(const std::string& folder) {
+    waitingFolder_ = folder;
+    QMetaObject::invokeMethod(this, "OpenNamed", Qt::QueuedConnection);
+}
+
+void FrmStartUp::OpenNamed() {
+    static_cast<RunTimeBarrier*>(qApp)->Guard([this] { OpenTheater(waitingFolder_); });
+}
+
+void FrmStartUp::TakeDropped() {
+    static_cast<RunTimeBarrier*>(qApp)->Guard([this] { TakeFolder(waitingFolder_); });
+}
+
 void FrmStartUp::dragEnterEvent(QDragEnterEvent* event) {
     if (!loading_ && !DroppedPath(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void FrmStartUp::dropEvent(QDropEvent* event) {
-    const std::string folder = DroppedPath(*event->mimeData()).toStdString();
+    waitingFolder_ = DroppedPath(*event->mimeData()).toStdString();
     event->acceptProposedAction();
     // Once the other program is done with its part: a box may come up.
-    QTimer::singleShot(0, this, [this, folder] {
-        static_cast<RunTimeBarrier*>(qApp)->Guard([&] { TakeFolder(folder); });
-    });
+    QMetaObject::invokeMethod(this, "TakeDropped", Qt::QueuedConnection);
 }
 
 void FrmStartUp::CmdShowTheater_Click() {

@@ -29,8 +29,10 @@ public:
     // of the installed game, the program's folders. What fails there is told, and paths
     // can still be given by hand.
     void Form_Load();
-    // Shows a theater that was named when the program was started.
+    // Shows a theater that was named when the program was started: at once, or when the
+    // message loop has begun.
     void OpenTheater(const std::string& folder);
+    void OpenTheaterSoon(const std::string& folder);
 
     // What the version check has to say, UTF-8; nothing is said while a theater is read.
     void ShowCheck(const std::string& text);
@@ -65,6 +67,8 @@ private:
     void CmdShowTheater_Click();
     bool CheckPaths();
     bool TakeFolder(const std::string& folder);
+    Q_INVOKABLE void TakeDropped();
+    Q_INVOKABLE void OpenNamed();
     void Image1_Click();
 
     TheaterPaths ShownPaths() const;
@@ -82,6 +86,7 @@ private:
     DebugLog& log_;
     OpeningWindows& windows_;
     std::unique_ptr<Ui::FrmStartUp> ui_;
+    std::string waitingFolder_; // dropped or named, to be taken when there is time
     bool theaterShown_ = false;
     bool loading_ = false;
     int setPB1Max_ = 100;

@@ -154,7 +154,7 @@ QString TipOf(const Action& action) {
     static constexpr auto known =
         std::to_array<const char*>({"CmdSaveTheater", "CmdExport", "cmdUndo", "cmdRedo",
                                     "cmdLoadL0Elv", "chkL0ELV", "chkApplyMAP"});
-    const QString tip = action.ToolTip;
+    QString tip = action.ToolTip;
     const bool isKnown =
         std::any_of(known.begin(), known.end(), [&action](const char* name) {
             return QLatin1String(action.Name) == QLatin1String(name);
