@@ -116,7 +116,11 @@ std::string Painted(const MadeLevel& level2, const SlowFartile& fartile, int far
                         (static_cast<size_t>(toY) * static_cast<size_t>(farSize) +
                          static_cast<size_t>(toX)) *
                             3,
-                        3, tile, static_cast<size_t>((y * p + x) * 3), 3);
+                        3, tile,
+                        (static_cast<size_t>(y) * static_cast<size_t>(p) +
+                         static_cast<size_t>(x)) *
+                            3,
+                        3);
             }
     }
     return canvas;

@@ -7,7 +7,7 @@ namespace {
 class FaultyEditors : public FaultyCommands {
 protected:
     std::string File(const std::string& name, const std::string& bytes) {
-        const std::string path = folder_.Write(name, bytes);
+        std::string path = folder_.Write(name, bytes);
         old_ = OnDiskNow();
         return path;
     }

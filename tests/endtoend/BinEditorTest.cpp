@@ -6,6 +6,7 @@
 #include "support/CatalogueReader.h"
 #include "support/TheaterMaker.h"
 
+#include <algorithm>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -124,11 +125,11 @@ std::vector<const std::string*> Landscape(const std::string& theater,
          ReadPair(folder + "terrain/theater.L2", folder + "terrain/theater.O2").Posts) {
         const auto [found, isNew] = byNumber.try_emplace(post.Tile, nullptr);
         if (isNew) {
+            const std::string pictureFolder = folder + "texture/texture/";
             std::string name = catalogue.NameOf(post.Tile);
             name.resize(name.size() - 4);
             found->second =
-                &*pictures.insert(Slurp(folder + "texture/texture/" + name + ".dds"))
-                      .first;
+                &*pictures.insert(Slurp(pictureFolder + name.append(".dds"))).first;
         }
         posts.push_back(found->second);
     }

@@ -158,8 +158,8 @@ void ExpectPainted(const MadeLevel& before, const MadeLevel& saved,
     MadeLevel expected = before;
     for (const auto& [x, y] : painted)
         expected
-            .Posts[SerialOf(static_cast<size_t>(ViewX + x),
-                            static_cast<size_t>(ViewY + y), Posts) -
+            .Posts[SerialOf(ViewX + static_cast<size_t>(x),
+                            ViewY + static_cast<size_t>(y), Posts) -
                    1]
             .Tile = tile;
     EXPECT_TRUE(Differences(expected, saved).empty());

@@ -62,7 +62,7 @@ protected:
             std::ranges::transform(hash, hash.begin(), [](char letter) {
                 return static_cast<char>(std::toupper(letter));
             });
-            list += "COPY*" + name + "*" + hash + "\r\n";
+            list.append("COPY*").append(name).append("*").append(hash).append("\r\n");
         }
         folder_.Write("make/update.lst", list + more);
         fs::remove(folder_.File("u.7z"));

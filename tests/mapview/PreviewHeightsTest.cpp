@@ -34,7 +34,9 @@ protected:
         Raster picture(Side, Side);
         for (int y = 0; y < Side; ++y)
             for (int x = 0; x < Side; ++x) {
-                const uint32_t color = heights.Pixels[static_cast<size_t>(y * Side + x)];
+                const uint32_t color =
+                    heights
+                        .Pixels[static_cast<size_t>(y) * Side + static_cast<size_t>(x)];
                 picture.View().Row(y)[x] = 0xFF000000 | (color & 0xFF) << 16 |
                                            (color & 0xFF00) | (color >> 16 & 0xFF);
             }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <iconv.h>
 
 namespace vardenix {
@@ -32,7 +33,7 @@ TEST(Windows1252, LettersBecomeUtf8) {
 // The system's own table of it, which has no letter for five bytes.
 TEST(Windows1252, EveryLetterIsTheOneThatTheSystemKnows) {
     const iconv_t table = iconv_open("UTF-8", "WINDOWS-1252");
-    ASSERT_NE(table, reinterpret_cast<iconv_t>(-1));
+    ASSERT_NE(reinterpret_cast<intptr_t>(table), -1);
     int unknown = 0;
     for (int i = 1; i < 256; ++i) {
         char letter = static_cast<char>(i);

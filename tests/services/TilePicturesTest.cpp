@@ -157,10 +157,12 @@ TEST(TilePictures, PreparedPicturesPaintWhatOthersDo) {
             std::vector<std::string> paths{
                 folder.File("missing.dds"), folder.Write("broken.dds", "broken"),
                 folder.Write("dxt5.dds", BlockTile(16, 16, "DXT5"))};
+            paths.reserve(paths.size() + 70);
             for (int tile = 0; tile < 70; ++tile)
                 paths.push_back(
                     folder.Write(std::to_string(tile) + ".dds", Tile(21, tile * 20)));
             std::vector<TilePictureId> ids;
+            ids.reserve(paths.size());
             for (const std::string& path : paths)
                 ids.push_back(prepared.IdOf(path, Dds, use));
             prepared.BeginRepaint();
