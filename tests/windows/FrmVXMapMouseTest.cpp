@@ -1,5 +1,7 @@
 #include "windows/MapWindowTest.h"
 
+#include <QAbstractButton>
+#include <QComboBox>
 #include <QLabel>
 #include <QMenu>
 #include <QMouseEvent>
