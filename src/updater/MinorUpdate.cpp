@@ -156,7 +156,7 @@ std::vector<std::string> NamesTouchedBy(const MinorUpdate& update) {
     if (!update.Deferred.empty())
         names.insert(names.end(), {LoaderListName, std::string(LoaderListName) + "x"});
     std::ranges::sort(names);
-    names.erase(std::ranges::unique(names).begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;
 }
 

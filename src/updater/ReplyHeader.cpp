@@ -47,10 +47,11 @@ bool IsPlain(std::string_view coding) {
 } // namespace
 
 size_t FindAnyCase(std::string_view text, std::string_view part) {
-    const auto found = std::ranges::search(text, part, SameAnyCase);
-    return found.begin() == text.end() && !part.empty()
+    const auto* const found =
+        std::search(text.begin(), text.end(), part.begin(), part.end(), SameAnyCase);
+    return found == text.end() && !part.empty()
                ? std::string_view::npos
-               : static_cast<size_t>(found.begin() - text.begin());
+               : static_cast<size_t>(found - text.begin());
 }
 
 std::string_view HeaderOf(std::string_view reply) {
