@@ -46,6 +46,7 @@ private:
     class Running;
 
     void Connect();
+    void FitScreen();
     void cmdStart_Click();
     void cmdStartElv_Click();
     void cmdBrowse_Click();

@@ -10,6 +10,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QTest>
 
 namespace vardenix::tests {
@@ -60,6 +62,29 @@ protected:
     Verbs verbs_;
     std::unique_ptr<FrmVXRebiuldTheater> window_;
 };
+
+TEST_F(FrmVXRebiuldTheaterTest, FitsTheScreenWhateverTheSizeOfItsTexts) {
+    for (const int points : {9, 40}) {
+        QFont font = window_->font();
+        font.setPointSize(points);
+        window_->setFont(font);
+        window_->Form_Load();
+        QCoreApplication::processEvents();
+        const QRect room = window_->screen()->availableGeometry();
+        EXPECT_LT(window_->height(), room.height()) << points;
+        for (const char* name : {"cmdExit", "PB2", "LblStatus"}) {
+            const QWidget& control = Find<QWidget>(*window_, name);
+            const QPoint corner =
+                control.mapTo(window_.get(), QPoint(control.width(), control.height()));
+            EXPECT_LE(corner.y(), window_->height()) << name << ", " << points;
+            EXPECT_LE(corner.x(), window_->width()) << name << ", " << points;
+        }
+        // Nothing is cut on the right, where nobody could scroll to it.
+        EXPECT_GE(Find<QScrollArea>(*window_, "scroll").viewport()->width(),
+                  Find<QWidget>(*window_, "frames").minimumSizeHint().width())
+            << points;
+    }
+}
 
 TEST_F(FrmVXRebiuldTheaterTest, ShowsItsTextsAndFolders) {
     EXPECT_EQ(window_->windowTitle(), "Rebuild Theater");
