@@ -108,7 +108,6 @@ void FrmVXRebiuldTheater::Form_Load() {
     pb2_ = {0, 100};
     ShowBars();
     ShowMaster();
-    FitScreen();
 }
 
 // As high as its texts are where the screen has the room; else as high as that allows,
@@ -220,6 +219,13 @@ void FrmVXRebiuldTheater::AskWhetherToStop() {
     stop_ = platform_.Dialogs.MessageBox(StopQuestion, Title, BoxIcon::Question,
                                          BoxButtons::YesNo) == BoxAnswer::Yes;
     asking_ = false;
+}
+
+void FrmVXRebiuldTheater::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // Only now do the controls tell their true sizes.
+    if (!event->spontaneous())
+        FitScreen();
 }
 
 void FrmVXRebiuldTheater::closeEvent(QCloseEvent* event) {

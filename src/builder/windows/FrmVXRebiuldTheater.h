@@ -39,6 +39,7 @@ public:
     std::function<void()> OnEvents;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
