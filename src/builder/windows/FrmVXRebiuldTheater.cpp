@@ -158,7 +158,7 @@ void FrmVXRebiuldTheater::Run(const std::function<RebuildReport()>& work) {
         return;
     }
     if (!state_.Exiting)
-        platform_.Dialogs.Notice(TextOfReport(report), Title, BoxIcon::Information);
+        platform_.Dialogs.Notice(TextByFolder(report), Title, BoxIcon::Information);
 }
 
 // The run reads level 2 from the disk, so what is not there would be gone.
