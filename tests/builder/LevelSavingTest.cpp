@@ -88,6 +88,24 @@ TEST(SaveFarLevel, NumbersFarTilesInTheOrderOfStorage) {
     }
 }
 
+TEST(RebuildTheater, AgreesWithTheSlowWayOnAllLevelsOf256Posts) {
+    RebuildWorld world(256);
+    world.LandAt(150, 201, 40, 30, 8);
+    world.TakeLevel2();
+    world.OldLevels();
+    world.Rebuild(WithFarTiles(8));
+    std::vector<SlowFartile> fartiles;
+    for (const int level : {0, 1})
+        ExpectPair(world, level,
+                   SlowFineLevel(world.Level2, level,
+                                 &world.Old.at(static_cast<size_t>(level))));
+    for (const int level : {3, 4, 5})
+        ExpectPair(world, level,
+                   SlowFarLevel(world.Level2, level,
+                                world.Old.at(static_cast<size_t>(level)), fartiles));
+    EXPECT_EQ(world.Made.FartileCount, static_cast<int32_t>(fartiles.size()));
+}
+
 TEST(SaveFarLevel, EachLevelHasOneEmptyFarTileAndEveryOtherPostItsOwn) {
     RebuildWorld world;
     world.Level2 = MadeLevel::Empty(128);
