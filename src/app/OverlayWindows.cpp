@@ -119,7 +119,10 @@ frmVXSearchResults& OverlayWindows::SearchResultsWindow() {
         searchResults_ = std::make_unique<frmVXSearchResults>(state_, workspace_);
         KeepOverMap(*searchResults_, workspace_.Windows());
         OnSignal(searchResults_.get(), &frmVXSearchResults::RestorePointWanted,
-                 searchResults_.get(), [this] { workspace_.CreateRestorePoint(); });
+                 searchResults_.get(), [this] {
+                     workspace_.CreateRestorePoint();
+                     searchResults_->RestorePointMade();
+                 });
         // Values may have changed when the map is painted anew.
         OnSignal(workspace_.Windows().Map.get(), &FrmVXMap::ViewPainted,
                  searchResults_.get(), [this] { searchResults_->PostsChanged(); });

@@ -11,6 +11,7 @@
 #include "theater/StartUp.h"
 #include "workspace/FirstView.h"
 #include "workspace/RestorePoint.h"
+#include "workspace/TilePalette.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTilePal.h"
@@ -193,6 +194,10 @@ void Workspace::ShowWorkspace() {
 }
 
 void Workspace::ShowWorkspaceWith(uint8_t classCode) {
+    // Where level 2 was not to follow, the chosen number may be nobody's any more.
+    int32_t& chosen = interaction_.SelectedTile;
+    if (!HasTile(state_.Catalogue.Lookup, chosen))
+        chosen = -1;
     windows_.Palette->Refresh_Pal(classCode);
     ShowWorkspace();
 }
@@ -204,9 +209,7 @@ void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
     int32_t& chosen = interaction_.SelectedTile;
     if (chosen < 0)
         return;
-    const int32_t number = numbers.Of(chosen);
-    const bool gone = number == 0 && chosen != 0 && numbers.Of(0) == 0;
-    chosen = gone ? -1 : number;
+    chosen = numbers.TakesAway(chosen) ? -1 : numbers.Of(chosen);
     windows_.Palette->ShowSelectedTile();
 }
 

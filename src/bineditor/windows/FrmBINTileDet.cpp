@@ -28,8 +28,11 @@ constexpr const char* Discard =
     "Press Yes to discard them.\nPress No to return to the form.";
 
 QImage ImageOfBitmap(const Bitmap& picture) {
-    if (!picture)
-        return QImage(128, 128, QImage::Format_RGB32);
+    if (!picture) {
+        QImage empty(128, 128, QImage::Format_RGB32);
+        empty.fill(Qt::gray);
+        return empty;
+    }
     Raster raster = BitmapToPicture(picture);
     QImage image(raster.Width(), raster.Height(), QImage::Format_RGB32);
     for (int y = 0; y < raster.Height(); ++y)
