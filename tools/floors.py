@@ -13,7 +13,7 @@ SHARED_WINDOWS = ("platform/windows", "mapview/windows")
 
 
 def floor_of(room):
-    if room in ("app", "cli"):
+    if room in ("app", "cli", "cli/toolkit"):
         return 9
     if room.endswith("/windows"):
         return 7 if room in SHARED_WINDOWS else 8

@@ -21,7 +21,7 @@ trap finish EXIT
 mkdir "$work/program" "$work/home"
 chmod 700 "$work/home"
 cp -r "$sample" "$work/game"
-cp "$bin"/{vardenix,vardenix-cli,Loader,NoTile.jpg,libVardenix.so} "$work/program"
+cp "$bin"/{vardenix,vardenix-cli,Loader,NoTile.jpg,libVardenix.so,libvardenix-toolkit.so} "$work/program"
 cd "$work/program"
 printf '[SOFTWARE\\Microprose\\Falcon\\4.0]\nbaseDir=%s/game\n' "$work" >registry.ini
 ./vardenix-cli settings --theater-index 1 --x 95 --y 95 --zoom 6 >/dev/null

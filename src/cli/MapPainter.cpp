@@ -1,47 +1,34 @@
 #include "cli/MapPainter.h"
 
-#include "mapview/windows/QtDrawingSurface.h"
+#include "cli/PlainSurface.h"
+#include "cli/ToolkitSurface.h"
 #include "services/TilePictures.h"
-
-#include <QGuiApplication>
-
-#include <algorithm>
-#include <cstdlib>
 
 namespace vardenix {
 
 namespace {
 
-Raster CopyOf(RasterView view) {
-    Raster copy(view.Width, view.Height);
-    for (int32_t y = 0; y < view.Height; ++y)
-        std::copy_n(view.Row(y), view.Width, copy.Row(y));
-    return copy;
+std::unique_ptr<DrawingSurface> SurfaceFor(const ProgramState& state,
+                                           const MapView& view) {
+    const bool texts = view.ShowHeights || state.Features.Count() > 0;
+    if (texts || view.ShowAreasPaths)
+        return MakeToolkitSurface(view.PictureSide(), texts);
+    return std::make_unique<PlainSurface>(view.PictureSide());
 }
 
 } // namespace
 
-Raster PaintMap(ProgramState& state, const MapView& view, FeatureLayer& features,
-                Progress& progress, DebugLog& log) {
-    // The toolkit draws the texts, and wants to be started for that; no display is asked
-    // for.
-    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    // What it has to say about a session of its own is nothing to who runs a command.
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    std::string name = "vardenix-cli";
-    char* arguments[] = {name.data(), nullptr};
-    int count = 1;
-    const QGuiApplication toolkit(count, arguments);
-
+std::unique_ptr<DrawingSurface> PaintMap(ProgramState& state, const MapView& view,
+                                         FeatureLayer& features, Progress& progress,
+                                         DebugLog& log) {
     TilePictures pictures;
     MapRenderer renderer({state.Terrain, state.Catalogue, state.MapFileRecord,
                           state.Configuration, state.Folders.ShippedPath},
                          {pictures, progress, log, state.AbortPaint});
-    QtDrawingSurface surface;
-    surface.Resize(view.PictureSide());
+    auto surface = SurfaceFor(state, view);
     NoScreen screen;
-    renderer.RefreshPicArray(view, surface, screen, &features);
-    return CopyOf(surface.Pixels());
+    renderer.RefreshPicArray(view, *surface, screen, &features);
+    return surface;
 }
 
 } // namespace vardenix

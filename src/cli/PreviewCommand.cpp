@@ -14,6 +14,7 @@ struct PreviewOptions {
     explicit PreviewOptions(Command& command) : Files(command) {}
     TheaterFiles Files;
     std::string Out;
+    bool Small = false;
 };
 
 Raster RasterOf(const HeightPicture& heights) {
@@ -33,6 +34,7 @@ void AddPreview(Command& all) {
     const auto options = std::make_shared<PreviewOptions>(command);
     command.Text("OUT", options->Out, "PNG, BMP, JPEG or Targa file, by its name")
         .Required();
+    AddSmall(command, options->Small);
     command.Check([options] { RequirePictureName(options->Out); });
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
@@ -41,7 +43,7 @@ void AddPreview(Command& all) {
             RasterOf(ShowLFile(context.State.Terrain,
                                {settings.PreviewSeaColor, settings.PreviewLevelColors},
                                context.Progress, context.Log));
-        SavePicture(picture, options->Out);
+        SavePicture(picture.View(), options->Out, options->Small);
         return ExitDone;
     });
 }

@@ -76,7 +76,7 @@ int SaveFarTile(CommandContext& context, const FarTileArguments& arguments) {
     const std::string folder = TextureFolderOf(context.State.Catalogue);
     Raster picture = ReadFartile(
         arguments.Night ? NightContainer(folder) : DayContainer(folder), arguments.Index);
-    SavePicture(picture, arguments.Out);
+    SavePicture(picture.View(), arguments.Out, true);
     return ExitDone;
 }
 

@@ -25,6 +25,7 @@ struct RenderOptions {
     int32_t Brightness = 0;
     uint8_t Alpha = InitialMapAlpha;
     std::vector<std::string> FeatureFiles;
+    bool Small = false;
 };
 
 // The switch of the view that each name of --layers turns on.
@@ -85,6 +86,7 @@ void AddRenderOptions(Command& command, RenderOptions& options) {
                    RangeOf(TransRange));
     command.Texts("--features", options.FeatureFiles,
                   "Feature file whose features are drawn, all kinds of them");
+    AddSmall(command, options.Small);
 }
 
 } // namespace
@@ -110,8 +112,9 @@ void AddRender(Command& all) {
         FeatureSwitches switches{.ShowFeatures = true};
         switches.Shown.fill(true);
         DrawnFeatures features({state.Features, switches, state.Configuration});
-        Raster picture = PaintMap(state, view, features, context.Progress, context.Log);
-        SavePicture(picture, options->Out);
+        const auto picture =
+            PaintMap(state, view, features, context.Progress, context.Log);
+        SavePicture(picture->Pixels(), options->Out, options->Small);
         return ExitDone;
     });
 }

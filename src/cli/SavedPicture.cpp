@@ -1,9 +1,9 @@
 #include "cli/SavedPicture.h"
 
-#include "cli/CommandLine.h"
 #include "cli/Printing.h"
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
+#include "services/PictureWriter.h"
 
 namespace vardenix {
 
@@ -20,11 +20,22 @@ void RequirePictureName(const std::string& path) {
     }
 }
 
-void SavePicture(Raster& picture, const std::string& path) {
-    ImageSaveOptions options;
-    options.ColorDepth = 24;
-    const std::string saved = ImageSaveEx(PictureToBitmap(picture.View()), path, options);
-    Print(saved);
+void AddSmall(Command& command, bool& small) {
+    command.Flag("--small", small, "Make a PNG file smaller, in several times the time");
+}
+
+void SavePicture(const RasterView& picture, const std::string& path, bool small) {
+    const PictureFormat format = FormatFromFileName(path);
+    if (format == PictureFormat::Bmp)
+        WriteBmp(path, picture);
+    else if (format == PictureFormat::Png && !small)
+        WriteFastPng(path, picture);
+    else {
+        ImageSaveOptions options;
+        options.ColorDepth = 24;
+        ImageSaveEx(PictureToBitmap(picture), path, options);
+    }
+    Print(path);
 }
 
 } // namespace vardenix

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <dirent.h>
 #include <memory>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -31,6 +32,13 @@ struct CloseFolder {
     void operator()(DIR* folder) const { ::closedir(folder); }
 };
 
+ListedKind KindOf(unsigned char type) {
+    if (type == DT_REG)
+        return ListedKind::File;
+    return type == DT_LNK || type == DT_UNKNOWN ? ListedKind::Unknown
+                                                : ListedKind::NoFile;
+}
+
 } // namespace
 
 std::optional<struct stat> StatusOf(const fs::path& path) { return Look(::stat, path); }
@@ -55,14 +63,24 @@ FolderNames NamesIn(const fs::path& folder) {
         found.Refusal = MeansAbsence(errno) ? 0 : errno;
         return found;
     }
+    std::vector<std::pair<std::string, ListedKind>> listed;
     errno = 0;
     while (const dirent* entry = ::readdir(open.get())) { // NOLINT(concurrency-mt-unsafe)
-        found.Names.emplace_back(entry->d_name);
+        listed.emplace_back(entry->d_name, KindOf(entry->d_type));
         errno = 0;
     }
     found.Refusal = errno;
-    std::sort(found.Names.begin(), found.Names.end());
+    std::sort(listed.begin(), listed.end());
+    for (auto& [name, kind] : listed) {
+        found.Names.push_back(std::move(name));
+        found.Kinds.push_back(kind);
+    }
     return found;
+}
+
+bool MayBeEntered(const fs::path& folder) {
+    struct stat status {};
+    return ::stat((folder / ".").c_str(), &status) == 0;
 }
 
 } // namespace vardenix

@@ -5,11 +5,11 @@
 namespace vardenix {
 
 PictureFolder::PictureFolder(const std::string& ddsFolder)
-    : ddsFolder_(ddsFolder), folder_(UpToLastSlash(ddsFolder)), index_(folder_) {}
+    : ddsFolder_(ddsFolder), folder_(UpToLastSlash(ddsFolder)), files_(folder_) {}
 
 bool PictureFolder::Has(const std::string& file) const {
     const std::string path = TilePicturePath(ddsFolder_, file);
-    return UpToLastSlash(path) == folder_ ? index_.HasFile(AfterLastSlash(path))
+    return UpToLastSlash(path) == folder_ ? files_.Has(AfterLastSlash(path))
                                           : FileExists(path);
 }
 

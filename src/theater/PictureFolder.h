@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileNames.h"
+#include "platform/ListedFiles.h"
 #include "theater/TextureBin.h"
 
 #include <string>
@@ -18,7 +18,7 @@ public:
 private:
     std::string ddsFolder_;
     std::string folder_;
-    FolderIndex index_;
+    ListedFiles files_;
 };
 
 // What TileLookup holds of a tile of that set, with no use counted yet; without a folder

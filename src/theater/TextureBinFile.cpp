@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <optional>
 
 namespace vardenix {
 
@@ -142,17 +143,14 @@ class MissingPictures {
 public:
     MissingPictures(const TextureBin& bin, const PictureFolder& pictures,
                     const std::string& ddsFolder, Dialogs& dialogs)
-        : ddsFolder_(ddsFolder), dialogs_(dialogs),
-          several_(dynamic_cast<SeveralNotices*>(&dialogs)) {
-        // Also tiles that get no number.
-        for (const TileSet& set : bin.Sets)
-            for (size_t i = 1; i < set.Tiles.size(); ++i)
-                if (InfoOfTile(set.Tiles[i], set, pictures).HasImage == 0)
-                    ++left_;
-    }
+        : bin_(bin), pictures_(pictures), ddsFolder_(ddsFolder), dialogs_(dialogs),
+          several_(dynamic_cast<SeveralNotices*>(&dialogs)) {}
 
     void Tell(const TileInfo& info) {
-        --left_;
+        // Most theaters miss none.
+        if (!left_)
+            left_ = CountAll();
+        --*left_;
         if (spared_)
             return;
         const std::string text = "File " + Utf8FromBytes(info.Name) + " wasn't found.";
@@ -160,14 +158,26 @@ public:
             return dialogs_.Notice(text, "", BoxIcon::Information);
         spared_ = several_->NoticeOfSeveral(
             text, "", BoxIcon::Information,
-            ShownPath(TilePicturePath(ddsFolder_, info.DayFile)), left_);
+            ShownPath(TilePicturePath(ddsFolder_, info.DayFile)), *left_);
     }
 
 private:
+    // Also tiles that get no number.
+    size_t CountAll() const {
+        size_t missing = 0;
+        for (const TileSet& set : bin_.Sets)
+            for (size_t i = 1; i < set.Tiles.size(); ++i)
+                if (InfoOfTile(set.Tiles[i], set, pictures_).HasImage == 0)
+                    ++missing;
+        return missing;
+    }
+
+    const TextureBin& bin_;
+    const PictureFolder& pictures_;
     const std::string& ddsFolder_;
     Dialogs& dialogs_;
-    SeveralNotices* several_; // null where nobody can ask to be spared
-    size_t left_ = 0;         // not told of yet
+    SeveralNotices* several_;    // null where nobody can ask to be spared
+    std::optional<size_t> left_; // not told of yet; counted when the first one is told
     bool spared_ = false;
 };
 

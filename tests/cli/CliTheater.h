@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -41,6 +42,15 @@ protected:
     // The bytes of both files, for whoever wants to see that nothing was written.
     std::string PairOnDisk() const {
         return Slurp(Terrain("theater.L2")) + "|" + Slurp(Terrain("theater.O2"));
+    }
+
+    // A copy of the program in a folder of ours, made where it is missing.
+    void CopyProgram(const std::string& folder) const {
+        namespace fs = std::filesystem;
+        fs::create_directory(folder_.File(folder));
+        for (const char* name :
+             {"vardenix-cli", "libVardenix.so", "libvardenix-toolkit.so"})
+            fs::copy(fs::path(VARDENIX_CLI).parent_path() / name, folder_.File(folder));
     }
 
     ProgramResult Run(std::vector<std::string> arguments,

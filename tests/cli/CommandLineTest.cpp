@@ -169,12 +169,8 @@ TEST_F(CommandLine, RenderRefusesWhatTheControlsDoNotOffer) {
 
 TEST_F(CommandLine, SettingsWritesTheFirstIniAndNoOther) {
     // A program of our own, since the file lies beside it.
-    namespace fs = std::filesystem;
-    const fs::path bin = folder_.File("my program");
-    fs::create_directory(bin);
-    const fs::path cli = VARDENIX_CLI;
-    for (const char* name : {"vardenix-cli", "libVardenix.so"})
-        fs::copy_file(cli.parent_path() / name, bin / name);
+    CopyProgram("my program");
+    const std::filesystem::path bin = folder_.File("my program");
     const std::vector<std::string> command{
         bin / "vardenix-cli", "settings", "--theater-index", "1", "--x", "95"};
     EXPECT_EQ(RunProgram(command).ExitCode, 0);

@@ -190,10 +190,7 @@ class Installed : public Identity {
 protected:
     void SetUp() override {
         Identity::SetUp();
-        fs::create_directory(folder_.File("program"));
-        const fs::path built = fs::path(VARDENIX_CLI).parent_path();
-        for (const char* name : {"vardenix-cli", "libVardenix.so"})
-            fs::copy(built / name, folder_.File("program"));
+        CopyProgram("program");
         for (const fs::path folder : {folder_.Path(), folder_.File("program")})
             fs::permissions(folder, static_cast<fs::perms>(0755));
         fs::create_directory(folder_.File("tmp"));
@@ -202,10 +199,12 @@ protected:
     }
     std::string Program() const { return folder_.File("program/vardenix-cli"); }
     // The map, every tile of which is without its picture.
-    std::string Rendered() {
+    std::string Rendered(const std::vector<std::string>& options = {}) {
         const std::string picture = folder_.File("tmp/map.bmp");
-        const ProgramResult result = RunProgram(
-            {Program(), "render", picture, "--theater", folder_.File("my theater")});
+        std::vector<std::string> command{Program(), "render", picture, "--theater",
+                                         folder_.File("my theater")};
+        command.insert(command.end(), options.begin(), options.end());
+        const ProgramResult result = RunProgram(command);
         EXPECT_EQ(result.ExitCode, 0) << result.Errors;
         return Slurp(picture);
     }
@@ -223,6 +222,16 @@ TEST_F(Installed, ThePictureOfMissingTilesComesWithTheProgram) {
     const PlainUser user;
     const Environment data("XDG_DATA_HOME", folder_.File("tmp").c_str());
     EXPECT_TRUE(Rendered() == beside);
+}
+
+TEST_F(Installed, TextsAreDrawnFromAFolderThatMayBeEnteredAndNoMore) {
+    const std::string bare = Rendered();
+    LetOthers(folder_.File("program"), 1);
+    fs::remove(folder_.File("tmp/map.bmp"));
+    const PlainUser user;
+    const Environment data("XDG_DATA_HOME", folder_.File("tmp").c_str());
+    EXPECT_TRUE(Rendered() == bare);
+    EXPECT_TRUE(Rendered({"--layers", "heights"}) != bare);
 }
 
 TEST_F(Installed, SettingsThatMayNotBeReadKeepNobodyFromLooking) {

@@ -12,11 +12,7 @@ class RenderSettings : public CliTheater {
 protected:
     void SetUp() override {
         CliTheater::SetUp();
-        fs::create_directory(folder_.File("my program"));
-        const fs::path cli = VARDENIX_CLI;
-        for (const char* name : {"vardenix-cli", "libVardenix.so"})
-            fs::copy_file(cli.parent_path() / name,
-                          folder_.File("my program") + "/" + name);
+        CopyProgram("my program");
     }
     std::string Rendered(const std::vector<std::string>& options) {
         const std::string out = folder_.File("view.bmp");

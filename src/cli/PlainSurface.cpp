@@ -1,0 +1,30 @@
+#include "cli/PlainSurface.h"
+
+#include "platform/RuntimeError.h"
+
+namespace vardenix {
+
+namespace {
+
+[[noreturn]] void RefuseShape() {
+    throw RuntimeError(ErrorNumber::InvalidCall,
+                       "a shape on a surface without a toolkit");
+}
+
+} // namespace
+
+RasterView PlainSurface::Pixels() {
+    DoSteps();
+    return raster_.View();
+}
+
+void PlainSurface::Circle(PicturePoint, double) { RefuseShape(); }
+void PlainSurface::Ellipse(PicturePoint, PicturePoint) { RefuseShape(); }
+void PlainSurface::Polygon(std::span<const PicturePoint>) { RefuseShape(); }
+void PlainSurface::Polyline(std::span<const PicturePoint>) { RefuseShape(); }
+TextSize PlainSurface::MeasureText(std::string_view) { RefuseShape(); }
+void PlainSurface::DrawText(PicturePoint, std::string_view, uint32_t) { RefuseShape(); }
+void PlainSurface::SlantedLine(PicturePoint, PicturePoint) { RefuseShape(); }
+void PlainSurface::HatchedRectangle(const PixelRect&) { RefuseShape(); }
+
+} // namespace vardenix
