@@ -65,6 +65,8 @@ TEST(SetHits, AHitOutsideTheTerrainChangesNothing) {
     change.TileOffset = 9;
     const std::vector<uint8_t> marks{0, 1, 1};
     EXPECT_THROW(SetHits(terrain, {0, 1, 257}, marks, change), RuntimeError);
+    EXPECT_THROW(SetHits(terrain, {0, 257, 1}, marks, change), RuntimeError);
+    EXPECT_THROW(SetHits(terrain, {0, 0, 1}, marks, change), RuntimeError);
     EXPECT_EQ(terrain.LxArr(1).TileOffset, 0);
 }
 
