@@ -32,7 +32,7 @@ constexpr const char* ZipTip =
 constexpr int TerrainTypes = 8;
 constexpr int CellMargin = 14; // pixels
 // Of the lists, beyond the least that they need on a small screen.
-constexpr int RoomForColumns = 170; // pixels
+constexpr int RoomForColumns = 120; // pixels
 
 QString TextOf(const std::string& bytes) {
     return QString::fromStdString(Utf8FromBytes(bytes));
