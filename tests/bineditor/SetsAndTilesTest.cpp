@@ -371,6 +371,10 @@ TEST(SetsAndTiles, TheBarRunsFromShareToShareAndEventsPassOncePerSet) {
     EXPECT_EQ(progress.Story(), "bar 0|bar 11|bar 22|bar 33|bar 44|events|bar 55|events|"
                                 "bar 66|events");
     progress.Forget();
+    InsertSet(catalogue, 1, TileSet(), progress);
+    EXPECT_EQ(progress.Story(), "bar 25|bar 50|bar 56|events|bar 62|events|bar 69|events|"
+                                "bar 75|events");
+    progress.Forget();
     Terrain terrain = tests::TerrainOf(64, {0});
     RenumberLevelTwo(terrain, {}, {75, 100}, progress);
     EXPECT_EQ(progress.Story(), "bar 81|bar 88|bar 94|bar 100");

@@ -13,6 +13,8 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -210,6 +212,27 @@ TEST_F(FrmBINTileDetTest, KeysZoomBetweenAnEighthAndEight) {
     EXPECT_EQ(Label("lblZoom"), "0.125");
     QTest::keyClick(window_.get(), Qt::Key_Equal);
     EXPECT_EQ(Label("lblZoom"), "0.250");
+}
+
+TEST_F(FrmBINTileDetTest, TheMiddleOfWhatIsSeenStaysThere) {
+    window_->resize(700, 500);
+    for (int i = 0; i < 3; ++i)
+        Click("cmdZoomin");
+    const auto& ground = Find<QScrollArea>(*window_, "ground");
+    const auto middle = [&] {
+        const QPointF at =
+            Picture().mapFrom(ground.viewport(), ground.viewport()->rect().center());
+        return at / Picture().width();
+    };
+    ground.horizontalScrollBar()->setValue(1100);
+    ground.verticalScrollBar()->setValue(300);
+    const QPointF before = middle();
+    Click("cmdZoomOut");
+    EXPECT_NEAR(middle().x(), before.x(), 0.003);
+    EXPECT_NEAR(middle().y(), before.y(), 0.003);
+    Click("cmdZoomin");
+    EXPECT_NEAR(middle().x(), before.x(), 0.003);
+    EXPECT_NEAR(middle().y(), before.y(), 0.003);
 }
 
 TEST_F(FrmBINTileDetTest, AControlDragMakesAnArea) {

@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QScrollBar>
 #include <QTest>
 
 namespace vardenix {
@@ -282,6 +283,21 @@ TEST_F(FrmBINTileEditTest, ASlotIsSelectedByClickAndArrowKeys) {
     QTest::keyClick(&pictures, Qt::Key_Down);
     EXPECT_EQ(pictures.Highlighted(), 4);
     EXPECT_EQ(Row("ListView2"), 4);
+}
+
+TEST_F(FrmBINTileEditTest, FitsASmallScreen) {
+    EXPECT_LE(window_->minimumSizeHint().width(), 1024 - 8); // the desktop's frame
+    EXPECT_LE(window_->minimumSizeHint().height(), 768 - 60);
+}
+
+TEST_F(FrmBINTileEditTest, EveryColumnIsSeen) {
+    window_->resize(1160, 640);
+    QCoreApplication::processEvents();
+    for (const char* name : {"ListView1", "ListView2"}) {
+        Find<QTabBar>(*window_, "TabStrip1").setCurrentIndex(name[8] - '1');
+        const auto& list = Find<BinList>(*window_, name);
+        EXPECT_EQ(list.horizontalScrollBar()->maximum(), 0) << name;
+    }
 }
 
 TEST_F(FrmBINTileEditTest, WhatIsTypedFindsATileByItsName) {

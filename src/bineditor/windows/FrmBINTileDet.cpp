@@ -14,9 +14,11 @@
 
 #include <QHeaderView>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include <cmath>
 #include <cstring>
 
 namespace vardenix {
@@ -210,9 +212,23 @@ void FrmBINTileDet::ConnectZoom() {
         OnSignal(new QShortcut(key, this), &QShortcut::activated, this, out);
 }
 
+// The middle of what is seen stays in the middle.
 void FrmBINTileDet::Zoom(double zoom) {
+    const auto middle = [](const QScrollBar& bar) {
+        return (bar.value() + bar.pageStep() / 2.0) / (bar.maximum() + bar.pageStep());
+    };
+    const auto show = [](QScrollBar& bar, double share) {
+        bar.setValue(static_cast<int>(std::lround(
+            share * (bar.maximum() + bar.pageStep()) - bar.pageStep() / 2.0)));
+    };
+    QScrollBar& across = *ui_->ground->horizontalScrollBar();
+    QScrollBar& down = *ui_->ground->verticalScrollBar();
+    const double x = middle(across);
+    const double y = middle(down);
     zoom_ = zoom;
     RefreshForm();
+    show(across, x);
+    show(down, y);
 }
 
 void FrmBINTileDet::RefreshForm() {

@@ -123,11 +123,17 @@ void FrmBINTileEdit::Run(const std::function<std::optional<BinPlace>()>& command
 void FrmBINTileEdit::AppendSet_Run(const DroppedFiles& dropped) {
     const auto terrain =
         static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex()));
-    Done(cmdAppendSet(Commands(), {SelectedSet, SelectedTile}, terrain, dropped));
+    Run([&] {
+        const BinPlace selected{SelectedSet, SelectedTile};
+        return cmdAppendSet(Commands(), selected, terrain, dropped).value_or(selected);
+    });
 }
 
 void FrmBINTileEdit::AppendTile_Run(const DroppedFiles& dropped) {
-    Done(cmdAppendTile(Commands(), {SelectedSet, SelectedTile}, dropped));
+    Run([&] {
+        const BinPlace selected{SelectedSet, SelectedTile};
+        return cmdAppendTile(Commands(), selected, dropped).value_or(selected);
+    });
 }
 
 void FrmBINTileEdit::cmdDeleteSet_Click() {
