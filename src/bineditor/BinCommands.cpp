@@ -108,15 +108,9 @@ bool TakeIn(const BinParts& parts, const std::vector<std::string>& files) {
 
 // The slot that a new tile goes to: the first empty one, whichever empty one is selected.
 int32_t SlotForTile(const Catalogue& catalogue, const BinPlace& selected) {
-    const auto empty = [&](int32_t slot) {
-        return InfoAt(catalogue, FirstNumberOf(selected.Set) + slot).Terrain == -1;
-    };
-    int32_t slot = selected.Slot;
-    if (!empty(slot))
-        return slot;
-    while (slot > 0 && empty(slot - 1))
-        --slot;
-    return slot;
+    // Not by TileLookup: tiles of a set of more than 16 stand there in the next one's
+    // slots.
+    return std::min(selected.Slot, SetAt(catalogue.Bin, selected.Set).TileCount);
 }
 
 TileInfo InfoOfFile(const std::string& file, const std::string& field, uint8_t terrain) {
@@ -170,7 +164,7 @@ std::optional<BinPlace> TakeInTile(const BinParts& parts, const BinPlace& place,
     Catalogue& catalogue = parts.Catalogue;
     TileSet& set = SetAt(catalogue.Bin, place.Set);
     TileInfo& info = InfoAt(catalogue, FirstNumberOf(place.Set) + place.Slot);
-    const bool replace = info.Terrain != -1;
+    const bool replace = HasTile(catalogue.Bin, place.Set, place.Slot);
     std::string field = CatalogueNameOfFile(file);
     TileInfo newInfo = InfoOfFile(file, field, set.Terrain);
     TileRecord record;

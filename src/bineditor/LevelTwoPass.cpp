@@ -1,5 +1,7 @@
 #include "bineditor/LevelTwoPass.h"
 
+#include "platform/Numbers.h"
+
 #include <span>
 
 namespace vardenix {
@@ -32,7 +34,8 @@ bool RenumberLevelTwo(Terrain& terrain, const TileRenumbering& numbers,
         const size_t firstRow = static_cast<size_t>(segY - 1) * SegmentSide;
         for (size_t row = firstRow; row < firstRow + SegmentSide; ++row)
             changed |= RenumberRow(posts.subspan(row * width, whole), numbers);
-        progress.SetBar(share.From + segY * (share.To - share.From) / segments);
+        progress.SetBar(
+            ToInt32(share.From + segY * (share.To - share.From) * 1.0 / segments));
     }
     return changed;
 }

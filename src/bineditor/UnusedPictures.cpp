@@ -3,6 +3,7 @@
 #include "bineditor/TileNames.h"
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
+#include "platform/SeveralNotices.h"
 #include "platform/Windows1252.h"
 
 #include <algorithm>
@@ -30,6 +31,19 @@ std::vector<std::string> Sorted(const std::vector<std::string>& names) {
     for (auto& [key, name] : keyed)
         sorted.push_back(std::move(name));
     return sorted;
+}
+
+// One box for each text, until the user has asked to be spared the rest.
+void NoticeAll(const std::vector<std::string>& texts, const std::string& title,
+               BoxIcon icon, Dialogs& dialogs) {
+    auto* several = dynamic_cast<SeveralNotices*>(&dialogs);
+    for (size_t i = 0; i < texts.size(); ++i) {
+        if (several == nullptr)
+            dialogs.Notice(texts[i], title, icon);
+        else if (several->NoticeOfSeveral(texts[i], title, icon, {},
+                                          texts.size() - 1 - i))
+            return;
+    }
 }
 
 } // namespace
@@ -78,21 +92,20 @@ std::vector<std::string> UnusedPictures(const Catalogue& catalogue) {
 
 size_t DeletePictures(const std::string& ddsFolder, const std::vector<std::string>& names,
                       Dialogs& dialogs) {
-    size_t deleted = 0;
+    std::vector<std::string> refusals;
     // The disk's own names: "\" in one is a letter here.
     const fs::path folder = RealPath(ddsFolder);
     for (const std::string& name : names) {
         try {
             if (::unlink((folder / name).c_str()) != 0)
                 ThrowSystemError(errno, "deleting", ddsFolder + name);
-            ++deleted;
         } catch (const RuntimeError& error) {
-            dialogs.Notice("File '" + name + "' could not be deleted.\n" +
-                               error.Description(),
-                           "Error.", BoxIcon::Critical);
+            refusals.push_back("File '" + name + "' could not be deleted.\n" +
+                               error.Description());
         }
     }
-    return deleted;
+    NoticeAll(refusals, "Error.", BoxIcon::Critical, dialogs);
+    return names.size() - refusals.size();
 }
 
 void cmdDeleteUnusedDDS(const Catalogue& catalogue, Dialogs& dialogs) {

@@ -24,8 +24,8 @@ std::vector<std::string> UnusedNames(const std::vector<std::string>& wanted,
 // Of the catalogue and the folder; what cmdDeleteUnusedDDS would delete.
 std::vector<std::string> UnusedPictures(const Catalogue& catalogue);
 
-// Deletes them one by one; a file that cannot be deleted is told in a box, and the rest
-// goes on. How many have gone.
+// Deletes them one by one; those that cannot be deleted are told in boxes afterwards. How
+// many have gone.
 size_t DeletePictures(const std::string& ddsFolder, const std::vector<std::string>& names,
                       Dialogs& dialogs);
 

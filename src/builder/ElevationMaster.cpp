@@ -1,10 +1,10 @@
 #include "builder/ElevationMaster.h"
 
 #include "builder/LevelReader.h"
-#include "builder/ReadAt.h"
 #include "platform/FileNames.h"
 #include "platform/Mending.h"
 #include "platform/Numbers.h"
+#include "platform/ReadableFile.h"
 #include "platform/RuntimeError.h"
 #include "theater/ElevationFiles.h"
 
@@ -85,7 +85,7 @@ void ReadElv(const ElevationMaster& master, ElevationGrids& grids, RebuildView& 
     view.SetPB1_Max(1);
     view.SetPB1_val(0);
     const auto bytes = std::as_writable_bytes(grids.Heights(0));
-    const size_t got = ReadAt(OpenToRead(master.Path), 0, bytes, master.Path);
+    const size_t got = ReadableFile(master.Path).ReadAt(0, bytes);
     if (got < bytes.size())
         throw RuntimeError(ErrorNumber::InputPastEnd,
                            master.Path + ", offset " + std::to_string(got) +

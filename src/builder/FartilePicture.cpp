@@ -1,8 +1,7 @@
 #include "builder/FartilePicture.h"
 
 #include "builder/FartileShape.h"
-#include "builder/ReadAt.h"
-#include "platform/FileNames.h"
+#include "platform/ReadableFile.h"
 #include "platform/RuntimeError.h"
 #include "services/ImageFiles.h"
 #include "services/ImageLayer.h"
@@ -16,9 +15,9 @@ namespace vardenix {
 namespace {
 
 // The size that a container's header tells; 481 unless the rest of it is as it must be.
-int32_t FarSizeOf(const SystemFile& file, const std::string& path) {
+int32_t FarSizeOf(const ReadableFile& file) {
     std::array<uint8_t, FartileShape::HeaderBytes> header{};
-    const size_t got = ReadAt(file, 0, std::as_writable_bytes(std::span(header)), path);
+    const size_t got = file.ReadAt(0, std::as_writable_bytes(std::span(header)));
     constexpr size_t WidthAt = 12;
     int32_t farSize = 0;
     std::memcpy(&farSize, &header[WidthAt], sizeof farSize);
@@ -29,7 +28,7 @@ int32_t FarSizeOf(const SystemFile& file, const std::string& path) {
         // A size that no far tile has.
     }
     throw RuntimeError(ErrorNumber::InvalidPicture,
-                       path + " does not begin as a container of far tiles does");
+                       file.Path() + " does not begin as a container of far tiles does");
 }
 
 } // namespace
@@ -49,19 +48,22 @@ Raster FartilePicture(std::span<const uint8_t> bytes, int32_t farSize) {
 }
 
 Raster ReadFartile(const std::string& container, int64_t index) {
-    const SystemFile file = OpenToRead(container);
-    const int32_t farSize = FarSizeOf(file, container);
+    const ReadableFile file(container);
+    const int32_t farSize = FarSizeOf(file);
     std::vector<uint8_t> bytes(FartileShape(farSize).LinearSize());
-    const auto count = static_cast<int64_t>(
-        (FileLength(container) - FartileShape::HeaderBytes) / bytes.size());
+    const auto count =
+        static_cast<int64_t>((file.Size() - FartileShape::HeaderBytes) / bytes.size());
+    if (count == 0)
+        throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
+                           file.Path() + " has no far tile");
     if (index < 0 || index >= count)
         throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
-                           container + " has far tiles 0 to " +
+                           file.Path() + " has far tiles 0 to " +
                                std::to_string(count - 1) + ", not " +
                                std::to_string(index));
     const auto at =
         FartileShape::HeaderBytes + static_cast<uint64_t>(index) * bytes.size();
-    ReadAt(file, at, std::as_writable_bytes(std::span(bytes)), container);
+    file.ReadMeasured(at, std::as_writable_bytes(std::span(bytes)));
     return FartilePicture(bytes, farSize);
 }
 

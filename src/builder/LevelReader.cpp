@@ -1,6 +1,5 @@
 #include "builder/LevelReader.h"
 
-#include "builder/ReadAt.h"
 #include "platform/FileNames.h"
 #include "platform/RuntimeError.h"
 
@@ -14,29 +13,27 @@ namespace {
 // Four times the O file of the widest level 0.
 constexpr uint64_t LongestOffsetFile = uint64_t{256} << 20;
 
-FileBytes ReadOffsets(const std::string& path) {
-    const uint64_t length = FileLength(path);
-    if (length > LongestOffsetFile)
+FileBytes ReadOffsets(const ReadableFile& file) {
+    if (file.Size() > LongestOffsetFile)
         throw RuntimeError(ErrorNumber::OutOfMemory,
-                           path + ": " + std::to_string(length) +
+                           file.Path() + ": " + std::to_string(file.Size()) +
                                " bytes are more than the O file of any theater has");
-    return ReadWholeFile(path);
+    return file.ReadAll();
 }
 
 } // namespace
 
 LevelReader::LevelReader(const LevelPair& pair, int32_t blocks)
-    : pathL_(pair.L), identityL_(IdentityOf(pair.L)), identityO_(IdentityOf(pair.O)),
-      fileL_(OpenToRead(pair.L)), blocks_(blocks), fileO_(ReadOffsets(pair.O)) {
+    : fileL_(pair.L), fileO_(pair.O), blocks_(blocks), bytesO_(ReadOffsets(fileO_)) {
     const size_t entries = static_cast<size_t>(blocks) * static_cast<size_t>(blocks);
-    BinaryReader reader(fileO_.Span(), pair.O);
+    BinaryReader reader(bytesO_.Span(), pair.O);
     const auto bytes = reader.Bytes(entries * sizeof(int32_t));
     offsets_.resize(entries);
     std::memcpy(offsets_.data(), bytes.data(), bytes.size());
 }
 
 std::span<const std::byte> LevelReader::BehindEntries() const {
-    return fileO_.Span().subspan(offsets_.size() * sizeof(int32_t));
+    return bytesO_.Span().subspan(offsets_.size() * sizeof(int32_t));
 }
 
 // Blocks that follow one another in the file are read in one go, and those of a row that
@@ -65,7 +62,7 @@ void LevelReader::ReadRow(int32_t y, std::span<TerrainPost> row) {
 void LevelReader::ReadBlocks(int32_t offset, std::span<std::byte> bytes) {
     size_t got = 0;
     if (offset >= 0)
-        got = ReadAt(fileL_, static_cast<uint64_t>(offset), bytes, pathL_);
+        got = fileL_.ReadAt(static_cast<uint64_t>(offset), bytes);
     // A post that the end of the file cuts counts as missing.
     got -= got % sizeof(TerrainPost);
     std::fill(bytes.begin() + static_cast<std::ptrdiff_t>(got), bytes.end(),

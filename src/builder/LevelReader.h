@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/BinaryReader.h"
-#include "platform/FileIdentity.h"
-#include "platform/SystemFile.h"
+#include "platform/ReadableFile.h"
 #include "theater/Terrain.h"
 #include "theater/TerrainStore.h"
 
@@ -24,8 +23,8 @@ public:
     LevelReader(const LevelPair& pair, int32_t blocks);
 
     // The files that are read.
-    const FileIdentity& IdentityL() const { return identityL_; }
-    const FileIdentity& IdentityO() const { return identityO_; }
+    const FileIdentity& IdentityL() const { return fileL_.Identity(); }
+    const FileIdentity& IdentityO() const { return fileO_.Identity(); }
 
     // Offsets in the order of the O file, those of the level's blocks alone.
     std::span<const int32_t> Offsets() const { return offsets_; }
@@ -44,12 +43,10 @@ public:
 private:
     void ReadBlocks(int32_t offset, std::span<std::byte> bytes);
 
-    std::string pathL_;
-    FileIdentity identityL_;
-    FileIdentity identityO_;
-    SystemFile fileL_;
+    ReadableFile fileL_;
+    ReadableFile fileO_;
     int32_t blocks_;
-    FileBytes fileO_;
+    FileBytes bytesO_;
     std::vector<int32_t> offsets_;
 };
 

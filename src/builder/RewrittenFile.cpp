@@ -1,14 +1,11 @@
 #include "builder/RewrittenFile.h"
 
-#include "builder/ReadAt.h"
 #include "platform/FileNames.h"
 #include "platform/Mending.h"
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
-#include <sys/stat.h>
 
 namespace vardenix {
 
@@ -38,8 +35,8 @@ RewrittenFile::RewrittenFile(RebuildFiles& files, std::string_view path,
                              std::optional<FileIdentity> read)
     : files_(files), path_(path), read_(read) {
     if (files.How == Rewriting::OnlyChanged && FileExists(path))
-        old_ = OpenToRead(path_);
-    if (old_.IsOpen())
+        old_.emplace(path_);
+    if (old_)
         buffer_.resize(CompareBytes);
     else
         Stage();
@@ -67,18 +64,14 @@ void RewrittenFile::WriteInt32(int32_t value) {
 void RewrittenFile::Finish() {
     if (staged_ == nullptr) {
         std::byte more{};
-        if (ReadAt(old_, position_, {&more, 1}, path_) != 0)
+        if (old_->ReadAt(position_, {&more, 1}) != 0)
             StageWhatAgreed();
     }
     files_.Made.push_back({path_, position_, staged_ == nullptr});
 }
 
 FileStamp RewrittenFile::Stamp() {
-    struct stat old {};
-    if (staged_ == nullptr && ::fstat(old_.Handle(), &old) != 0)
-        ThrowSystemError(errno, "looking at", path_);
-    const FileIdentity file =
-        staged_ != nullptr ? staged_->Settle() : IdentityOfStatus(old);
+    const FileIdentity file = staged_ != nullptr ? staged_->Settle() : old_->Identity();
     return {file.Size, file.Seconds, file.Nanoseconds,
             staged_ != nullptr ? staged_->Checksum() : agreed_};
 }
@@ -87,8 +80,7 @@ bool RewrittenFile::AgreesWithOld(std::span<const std::byte> bytes) {
     for (size_t done = 0; done < bytes.size();) {
         const auto part =
             bytes.subspan(done, std::min(CompareBytes, bytes.size() - done));
-        const size_t got =
-            ReadAt(old_, position_ + done, {buffer_.data(), part.size()}, path_);
+        const size_t got = old_->ReadAt(position_ + done, {buffer_.data(), part.size()});
         if (got < part.size() || std::memcmp(buffer_.data(), part.data(), got) != 0)
             return false;
         done += part.size();
@@ -102,7 +94,7 @@ void RewrittenFile::StageWhatAgreed() {
     for (uint64_t done = 0; done < position_;) {
         const size_t part =
             static_cast<size_t>(std::min<uint64_t>(buffer_.size(), position_ - done));
-        if (ReadAt(old_, done, {buffer_.data(), part}, path_) < part)
+        if (old_->ReadAt(done, {buffer_.data(), part}) < part)
             throw RuntimeError(ErrorNumber::DeviceIo,
                                path_ + " became shorter while it was compared");
         staged_->Write({buffer_.data(), part});

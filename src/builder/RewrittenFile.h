@@ -2,7 +2,7 @@
 
 #include "platform/FileIdentity.h"
 #include "platform/FolderLock.h"
-#include "platform/SystemFile.h"
+#include "platform/ReadableFile.h"
 #include "platform/Transaction.h"
 #include "theater/DebugLog.h"
 
@@ -90,7 +90,7 @@ private:
     std::string path_;
     std::optional<FileIdentity> read_;
     StagedFile* staged_ = nullptr;
-    SystemFile old_;
+    std::optional<ReadableFile> old_;
     std::vector<std::byte> buffer_;
     uint64_t position_ = 0;
     uint32_t agreed_ = 0; // CRC-32 of what agrees with the old file

@@ -97,6 +97,21 @@ private:
     int step_ = 0;
 };
 
+std::string SizeOf(const RebuiltFile& file) {
+    return ": " + std::to_string(file.Bytes) + " bytes" +
+           (file.Unchanged ? ", unchanged" : "");
+}
+
+// What stands behind the files.
+std::string EndOf(const RebuildReport& report) {
+    std::string text;
+    if (report.Fartiles.Copied > 0)
+        text += std::to_string(report.Fartiles.Copied) + " far tiles taken over, " +
+                std::to_string(report.Fartiles.Made) + " made\n";
+    return text + std::to_string(report.Seconds) +
+           (report.Seconds == 1 ? " second" : " seconds");
+}
+
 } // namespace
 
 std::string LxFolderOf(const Terrain& terrain) {
@@ -115,13 +130,22 @@ RebuildReport RebuildTheater(const RebuildParts& parts, const RebuildOptions& op
 std::string TextOfReport(const RebuildReport& report) {
     std::string text;
     for (const RebuiltFile& file : report.Files)
-        text += ShownPath(file.Path) + ": " + std::to_string(file.Bytes) + " bytes" +
-                (file.Unchanged ? ", unchanged" : "") + "\n";
-    if (report.Fartiles.Copied > 0)
-        text += std::to_string(report.Fartiles.Copied) + " far tiles taken over, " +
-                std::to_string(report.Fartiles.Made) + " made\n";
-    return text + std::to_string(report.Seconds) +
-           (report.Seconds == 1 ? " second" : " seconds");
+        text += ShownPath(file.Path) + SizeOf(file) + "\n";
+    return text + EndOf(report);
+}
+
+std::string TextByFolder(const RebuildReport& report) {
+    std::string text;
+    std::string folder;
+    for (const RebuiltFile& file : report.Files) {
+        const std::string path = ShownPath(file.Path);
+        if (UpToLastSlash(path) != folder) {
+            folder = UpToLastSlash(path);
+            text += folder + "\n";
+        }
+        text += "    " + path.substr(folder.size()) + SizeOf(file) + "\n";
+    }
+    return text + EndOf(report);
 }
 
 } // namespace vardenix

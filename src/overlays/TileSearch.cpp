@@ -59,9 +59,13 @@ std::string LabelOfText(std::string_view text) {
         return {};
     if (text[0] >= '0' && text[0] <= '9')
         return Format0(Val(text));
-    if (text.size() < 2)
+    // A letter beyond ASCII has several bytes.
+    size_t first = 1;
+    while (first < text.size() && (text[first] & 0xC0) == 0x80)
+        ++first;
+    if (text.size() == first)
         return {};
-    return text[0] + Format0(Val(text.substr(1)));
+    return std::string(text.substr(0, first)) + Format0(Val(text.substr(first)));
 }
 
 void SearchTiles(const Terrain& terrain, const SearchPattern& pattern, Progress& progress,

@@ -15,7 +15,7 @@ namespace vardenix {
 int32_t CellOffset(int32_t cell, bool horizontal);
 
 // What a cell keeps of the text of one of its boxes: a whole number, with the first
-// character in front of it unless that is a digit; nothing of a lone sign.
+// character in front of it unless that is a digit; nothing of a lone sign. UTF-8.
 std::string LabelOfText(std::string_view text);
 
 // Fills `results` with the serials of all posts around which every cell's conditions

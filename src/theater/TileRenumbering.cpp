@@ -36,6 +36,8 @@ TileRenumbering TileRenumbering::SetDeleted(int32_t firstNumber, int32_t numbers
         result.to_[number] =
             number < first + TilesPerSet ? 0 : result.to_[number] - TilesPerSet;
     result.beyond_ = -TilesPerSet;
+    result.firstTaken_ = firstNumber;
+    result.taken_ = TilesPerSet;
     return result;
 }
 
@@ -46,6 +48,8 @@ TileRenumbering TileRenumbering::TileDeleted(int32_t number) {
     result.to_[static_cast<size_t>(number)] = 0;
     for (int32_t above = number + 1; above < end; ++above)
         result.to_[static_cast<size_t>(above)] = above - 1;
+    result.firstTaken_ = number;
+    result.taken_ = 1;
     return result;
 }
 

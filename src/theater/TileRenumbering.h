@@ -37,10 +37,17 @@ public:
         return number > highest_ ? number : number + beyond_;
     }
 
+    // Whether the edit has taken that number's tile out of the catalogue.
+    bool TakesAway(int32_t number) const {
+        return number >= firstTaken_ && number < firstTaken_ + taken_;
+    }
+
 private:
     std::vector<int32_t> to_;     // by number
     int32_t beyond_ = 0;          // added to the numbers above these
     int32_t highest_ = INT32_MAX; // that it can be added to
+    int32_t firstTaken_ = 0;
+    int32_t taken_ = 0;
 };
 
 // Told of every pass over level 2, after it; app/ has the map's undo steps follow.

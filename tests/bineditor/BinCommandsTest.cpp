@@ -213,6 +213,20 @@ TEST_F(BinCommandsTest, ASetWithoutTilesTakesATileMovesAndGoes) {
     EXPECT_EQ(catalogue_.Bin.NumTiles, 3);
 }
 
+// Two of the 18 tiles stand in TileLookup where the next set has slots.
+TEST_F(BinCommandsTest, ASlotThatAnotherSetRunsIntoIsEmptyAllTheSame) {
+    Begin({18, 1});
+    ASSERT_EQ(catalogue_.Lookup[17].Terrain, 4);
+    ASSERT_TRUE(cmdAppendTile(Parts(), {2, 1}, {{Chosen("a.dds")}}));
+    EXPECT_EQ(catalogue_.Bin.Sets[2].TileCount, 2);
+    EXPECT_EQ(catalogue_.Bin.Sets[2].Tiles[2].TileName, "HA.PCX              ");
+    EXPECT_EQ(catalogue_.Lookup[17].Name, "HA.PCX");
+    // All slots of the large one are taken.
+    ASSERT_TRUE(cmdAppendTile(Parts(), {1, 15}, {{Chosen("b.dds")}}));
+    EXPECT_EQ(catalogue_.Bin.Sets[1].TileCount, 18);
+    EXPECT_EQ(catalogue_.Bin.Sets[1].Tiles[16].TileName, "HB.PCX              ");
+}
+
 TEST_F(BinCommandsTest, AReplacedTileKeepsItsAreasAndLosesItsCount) {
     TileRecord& tile = catalogue_.Bin.Sets[2].Tiles[1];
     tile.NumAreas = 1;

@@ -34,6 +34,7 @@ TEST(RenumberQuestion, AnAppendBehindTheLastSetNeverMatters) {
     EXPECT_FALSE(AppendMatters(catalogue.Bin, 2, true));
     EXPECT_TRUE(AppendMatters(catalogue.Bin, 2, false));
     EXPECT_TRUE(AppendMatters(catalogue.Bin, 1, true));
+    EXPECT_TRUE(AppendMatters(CatalogueOf({1}).Bin, 1, false));
     EXPECT_FALSE(AppendMatters(TextureBin(), 0, false));
 }
 

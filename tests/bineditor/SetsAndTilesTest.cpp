@@ -371,9 +371,36 @@ TEST(SetsAndTiles, TheBarRunsFromShareToShareAndEventsPassOncePerSet) {
     EXPECT_EQ(progress.Story(), "bar 0|bar 11|bar 22|bar 33|bar 44|events|bar 55|events|"
                                 "bar 66|events");
     progress.Forget();
+    InsertSet(catalogue, 1, TileSet(), progress);
+    EXPECT_EQ(progress.Story(), "bar 25|bar 50|bar 56|events|bar 62|events|bar 69|events|"
+                                "bar 75|events");
+    progress.Forget();
     Terrain terrain = tests::TerrainOf(64, {0});
     RenumberLevelTwo(terrain, {}, {75, 100}, progress);
-    EXPECT_EQ(progress.Story(), "bar 81|bar 87|bar 93|bar 100");
+    EXPECT_EQ(progress.Story(), "bar 81|bar 88|bar 94|bar 100");
+}
+
+TEST(SetsAndTiles, ThePassFillsItsShareOfTheBarRoundedToTheNearestPercent) {
+    Terrain terrain = tests::TerrainOf(128, {0});
+    tests::RecordingProgress progress;
+    RenumberLevelTwo(terrain, {}, {66, 100}, progress);
+    EXPECT_EQ(progress.Story(),
+              "bar 70|bar 74|bar 79|bar 83|bar 87|bar 92|bar 96|bar 100");
+}
+
+TEST(SetsAndTiles, AnEditTellsWhichTilesItTakesAway) {
+    Catalogue catalogue = CatalogueOf({3, 3, 3});
+    const auto taken = [](const TileRenumbering& numbers) {
+        std::string text;
+        for (int32_t number = -1; number < 60; ++number)
+            text += numbers.TakesAway(number) ? " " + std::to_string(number) : "";
+        return text;
+    };
+    EXPECT_EQ(taken(DeleteTile(catalogue, 2, 1)), " 17");
+    EXPECT_EQ(taken(DeleteSet(catalogue, 1)), " 0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15");
+    NoProgress quiet;
+    EXPECT_EQ(taken(MoveSet(catalogue, 1, 2, false, quiet)), "");
+    EXPECT_EQ(taken(InsertSet(catalogue, 1, TileSet(), quiet)), "");
 }
 
 TEST(SetsAndTiles, NamesAreCutAtTwentyCharactersAndPaddedWithBlanks) {

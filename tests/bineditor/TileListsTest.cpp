@@ -47,7 +47,7 @@ TEST(TileLists, ARowIsASetAndASlot) {
 
 TEST(TileLists, DetailsOfAnEmptySlotAreBlank) {
     Catalogue catalogue = CatalogueOf({2});
-    catalogue.Lookup[1].UseCount = 2;
+    catalogue.Lookup[1].UseCount = 1;
     const SlotDetails tile = DetailsOf(catalogue, {1, 1});
     EXPECT_EQ(tile.TileName + "|" + tile.AreasPaths + "|" + tile.TileNumber,
               "1B.PCX|0 Areas and 0 Paths|Tile Number: 1");

@@ -1,8 +1,8 @@
 #include "bineditor/UnusedPictures.h"
 
 #include "bineditor/MadeCatalogue.h"
+#include "support/ImpatientDialogs.h"
 #include "support/PlainUser.h"
-#include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -99,6 +99,18 @@ TEST_F(UnusedPicturesTest, AFileThatStaysIsToldAndTheRestGoes) {
                        BoxAnswer::Ok);
     EXPECT_EQ(DeletePictures(catalogue_.DDSFolder, {"a.dds", "b.dds", "c.dds"}, dialogs_),
               2U);
+    EXPECT_EQ(Unused(), "");
+}
+
+TEST_F(UnusedPicturesTest, WhoHasSeenEnoughBoxesIsSparedTheRest) {
+    Put("c.dds");
+    tests::ImpatientDialogs dialogs(2);
+    EXPECT_EQ(DeletePictures(catalogue_.DDSFolder, {"1", "2", "3", "c.dds"}, dialogs),
+              1U);
+    EXPECT_EQ(dialogs.Story, "File '1' could not be deleted.\nFile not found  +2\n"
+                             "File '2' could not be deleted.\nFile not found  +1\n");
+    EXPECT_EQ(dialogs.Title, "Error.");
+    EXPECT_EQ(dialogs.Icon, BoxIcon::Critical);
     EXPECT_EQ(Unused(), "");
 }
 

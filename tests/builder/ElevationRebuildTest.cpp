@@ -179,6 +179,19 @@ TEST(RebuildElevations, TellsItsStepsInOrder) {
     EXPECT_EQ(world.View.Told("step"), "1/8|2/8|3/8|4/8|5/8|6/8|7/8|8/8");
 }
 
+TEST(RebuildElevations, LetsEventsThroughOnEveryTenthRowOfTheMaster) {
+    ElevationWorld world;
+    world.OldLevels();
+    bool reading = false;
+    int events = 0;
+    world.View.OnStatus = [&](const std::string& text) {
+        reading = text == "Reading Elevation data...";
+    };
+    world.View.OnEvents = [&] { events += reading ? 1 : 0; };
+    world.Run(world.L0Master(), Downsampling::Rms);
+    EXPECT_EQ(events, 3); // of 32 rows
+}
+
 TEST(RebuildElevations, AnElvFileCountsAsOneStep) {
     ElevationWorld world;
     world.OldLevels();

@@ -9,6 +9,7 @@
 
 #include <filesystem>
 #include <set>
+#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
@@ -85,6 +86,24 @@ TEST(SaveFarLevel, NumbersFarTilesInTheOrderOfStorage) {
                   expected.Serials)
             << index;
     }
+}
+
+TEST(RebuildTheater, AgreesWithTheSlowWayOnAllLevelsOf256Posts) {
+    RebuildWorld world(256);
+    world.LandAt(150, 201, 40, 30, 8);
+    world.TakeLevel2();
+    world.OldLevels();
+    world.Rebuild(WithFarTiles(8));
+    std::vector<SlowFartile> fartiles;
+    for (const int level : {0, 1})
+        ExpectPair(world, level,
+                   SlowFineLevel(world.Level2, level,
+                                 &world.Old.at(static_cast<size_t>(level))));
+    for (const int level : {3, 4, 5})
+        ExpectPair(world, level,
+                   SlowFarLevel(world.Level2, level,
+                                world.Old.at(static_cast<size_t>(level)), fartiles));
+    EXPECT_EQ(world.Made.FartileCount, static_cast<int32_t>(fartiles.size()));
 }
 
 TEST(SaveFarLevel, EachLevelHasOneEmptyFarTileAndEveryOtherPostItsOwn) {
@@ -168,6 +187,19 @@ TEST(RebuildTheater, AnLFileWithoutItsOFileIsError53AndNothingChanges) {
         EXPECT_NE(world.Detail.find("theater.o" + std::to_string(level)),
                   std::string::npos);
         EXPECT_EQ(world.Files(), before);
+    }
+}
+
+// Opened like a file, it would wait for ever for somebody to write into it.
+TEST(RebuildTheater, APipeInPlaceOfAFileIsToldAndStays) {
+    for (const auto& [name, error] : {std::pair{L(0), 75}, std::pair{O(1), 53}}) {
+        RebuildWorld world(64);
+        world.OldLevel(0);
+        world.OldLevel(1);
+        fs::remove(world.PathOf(name));
+        ASSERT_EQ(::mkfifo(world.PathOf(name).c_str(), 0600), 0);
+        EXPECT_EQ(world.ErrorOf({}), error) << world.Detail;
+        EXPECT_TRUE(fs::is_fifo(world.PathOf(name)));
     }
 }
 

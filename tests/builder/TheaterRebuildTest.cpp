@@ -153,6 +153,11 @@ TEST(RebuildTheater, ReportsFilesSizesAndSeconds) {
               world.PathOf("theater.l0") + ": 2304 bytes\n" + world.PathOf("theater.o0") +
                   ": 64 bytes\n" + world.PathOf("theater.l1") + ": 2304 bytes\n" +
                   world.PathOf("theater.o1") + ": 16 bytes\n6 seconds");
+    EXPECT_EQ(TextByFolder(report),
+              world.PathOf("") +
+                  "\n    theater.l0: 2304 bytes\n    theater.o0: 64 bytes\n"
+                  "    theater.l1: 2304 bytes\n    theater.o1: 16 "
+                  "bytes\n6 seconds");
 }
 
 // What a run of OnlyChanged leaves alone.

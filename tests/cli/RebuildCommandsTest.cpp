@@ -95,6 +95,15 @@ TEST_F(RebuildCommands, WhatIsNoContainerIsSaid) {
     EXPECT_NE(result.Errors.find("does not begin as a container"), std::string::npos);
 }
 
+TEST_F(RebuildCommands, AContainerWithoutFarTilesIsSaid) {
+    ASSERT_EQ(Run({"rebuild", "--far"}).ExitCode, 0);
+    const std::string header = Slurp(world_.TexturePathOf("fartiles.dds")).substr(0, 124);
+    world_.Folder.Write("texture/fartiles.dds", header + "cut");
+    const ProgramResult result = Run({"far-tile", "0", world_.Folder.File("tile.bmp")});
+    EXPECT_EQ(result.ExitCode, 3);
+    EXPECT_NE(result.Errors.find("has no far tile"), std::string::npos) << result.Errors;
+}
+
 TEST_F(RebuildCommands, WrongArgumentsAreUsage) {
     const auto before = world_.Files();
     EXPECT_EQ(Run({"rebuild", "--far-size", "16"}).ExitCode, 2); // without --far

@@ -80,6 +80,7 @@ TEST(MapPalette, ColoursTravelAsTexts) {
           "10;20;255;9", "#:5 {R:10, G:20, B:255, A:1}",
           "#:200 {R:10, G:20, B:255, A:1}\r\n"})
         EXPECT_EQ(ColorOfText(text), 0xFF140AU) << text;
+    EXPECT_EQ(ColorOfText("9 0 99"), 0x630009U);
     EXPECT_EQ(ColorOfText("#0F8"), 0x88FF00U);
     EXPECT_EQ(ColorOfText("#000000"), 0U);
     for (const char* text :

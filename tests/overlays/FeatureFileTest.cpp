@@ -107,7 +107,8 @@ TEST(ParseFeatureLine, AShortLineKeepsItsElement) {
 
 TEST(ParseFeatureLine, ABadPointEndsTheLineAndKeepsWhatWasRead) {
     for (const char* bad : {"x,1", "1", "1,", ",1", ",", "1;1", "1,1x", "nan,1", "inf,0",
-                            "1,-inf", "0x10,1", "1e999,1", "--1,1", "1.2.3,4", "1,+"})
+                            "1,-inf", "0x10,1", "1e999,1", "--1,1", "1.2.3,4", "1,+",
+                            "1e,1", "1e5x,1", "1,2e+", ".,1"})
         EXPECT_EQ(Told(Parsed("AIRPORT 3 7,8 " + std::string(bad) + " 1,1 5 N").Airports),
                   "1: 3 points 7,8 value 0 []")
             << bad;

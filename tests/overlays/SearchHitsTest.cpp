@@ -59,12 +59,23 @@ TEST(SetHits, ChangesTheMarkedHits) {
     }
 }
 
+TEST(SetHits, TheFirstAndTheLastPostAreOnTheTerrain) {
+    Terrain terrain = Flat(16);
+    PostChange change;
+    change.X1 = 7;
+    const std::vector<uint8_t> marks{0, 1, 1};
+    EXPECT_EQ(SetHits(terrain, {0, 1, 256}, marks, change), 2);
+    EXPECT_EQ(terrain.LxArr(1).X1 + terrain.LxArr(256).X1, 14);
+}
+
 TEST(SetHits, AHitOutsideTheTerrainChangesNothing) {
     Terrain terrain = Flat(16);
     PostChange change;
     change.TileOffset = 9;
     const std::vector<uint8_t> marks{0, 1, 1};
     EXPECT_THROW(SetHits(terrain, {0, 1, 257}, marks, change), RuntimeError);
+    EXPECT_THROW(SetHits(terrain, {0, 257, 1}, marks, change), RuntimeError);
+    EXPECT_THROW(SetHits(terrain, {0, 0, 1}, marks, change), RuntimeError);
     EXPECT_EQ(terrain.LxArr(1).TileOffset, 0);
 }
 

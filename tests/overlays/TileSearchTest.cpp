@@ -59,6 +59,12 @@ TEST(LabelOfText, FollowsTheFirstCharacter) {
     EXPECT_EQ(LabelOfText("!"), "");
     EXPECT_EQ(LabelOfText("<"), "");
     EXPECT_EQ(LabelOfText("x"), "");
+    // One character each, of several bytes.
+    EXPECT_EQ(LabelOfText("\xC3\xA9"), "");
+    EXPECT_EQ(LabelOfText("\xE2\x82\xAC"
+                          "12"),
+              "\xE2\x82\xAC"
+              "12");
 }
 
 TEST(SearchTiles, AnEmptyPatternMatchesEveryPost) {

@@ -51,6 +51,11 @@ void HttpConnection::Stall() const {
     }
 }
 
+void HttpConnection::Reset() const {
+    const linger atOnce{1, 0};
+    ::setsockopt(socket_, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+}
+
 HttpServer::HttpServer(Answer answer)
     : answer_(std::move(answer)),
       listening_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {

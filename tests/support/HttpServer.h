@@ -21,6 +21,8 @@ public:
     bool SendSlowly(std::string_view bytes) const;
     // Says nothing more until the client goes.
     void Stall() const;
+    // The end of the answer is a reset, as of a server that has died.
+    void Reset() const;
 
 private:
     int socket_;

@@ -1,7 +1,7 @@
 #include "theater/TextureBinFile.h"
 
 #include "platform/RuntimeError.h"
-#include "platform/SeveralNotices.h"
+#include "support/ImpatientDialogs.h"
 #include "support/RecordingProgress.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
@@ -105,28 +105,9 @@ TEST_F(TextureBinFile, EachMissingDayPictureIsToldOnce) {
     EXPECT_EQ(catalogue_.Lookup[2].HasImage, 0);
 }
 
-// Writes down the notices, and asks to be spared after `patience` of them.
-class ImpatientDialogs : public tests::ScriptedDialogs, public SeveralNotices {
-public:
-    explicit ImpatientDialogs(int patience) : patience_(patience) {}
-
-    std::string Story;
-
-    bool NoticeOfSeveral(const std::string& text, const std::string& title, BoxIcon icon,
-                         const std::string& detail, size_t others) override {
-        EXPECT_EQ(title, "");
-        EXPECT_EQ(icon, BoxIcon::Information);
-        Story += text + " " + detail + " +" + std::to_string(others) + "\n";
-        return --patience_ == 0;
-    }
-
-private:
-    int patience_;
-};
-
 TEST_F(TextureBinFile, AMissingPictureIsToldWithItsPathAndHowManyAreToCome) {
     Picture("b.DDS");
-    ImpatientDialogs dialogs(100);
+    tests::ImpatientDialogs dialogs(100);
     OpenTelling(CatalogueBytes({{1, {{"A.PCX"}, {"B.PCX"}, {"C D.PCX"}}},
                                 {4, {{"E.PCX"}, {"F.PCX"}}}}),
                 dialogs);
@@ -135,11 +116,13 @@ TEST_F(TextureBinFile, AMissingPictureIsToldWithItsPathAndHowManyAreToCome) {
                                  "File C D.PCX wasn't found. " + folder + "C D.dds +2\n" +
                                  "File E.PCX wasn't found. " + folder + "E.dds +1\n" +
                                  "File F.PCX wasn't found. " + folder + "F.dds +0\n");
+    EXPECT_EQ(dialogs.Title, "");
+    EXPECT_EQ(dialogs.Icon, BoxIcon::Information);
 }
 
 // Tiles that run out of numbers are told of like any other, so they count.
 TEST_F(TextureBinFile, NobodyHearsOfTheOthersWhoHasAskedToBeSpared) {
-    ImpatientDialogs dialogs(2);
+    tests::ImpatientDialogs dialogs(2);
     const std::vector<tests::MadeTile> many(18, {"T.PCX"});
     OpenTelling(CatalogueBytes({{1, {{"A.PCX"}}}, {4, many}}), dialogs);
     const std::string folder = folder_.Path() + "/texture/";

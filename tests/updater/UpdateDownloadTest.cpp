@@ -114,6 +114,14 @@ TEST_F(UpdateDownloadTest, AServerThatBreaksOffIsTold) {
     EXPECT_EQ(story_, "unload|");
 }
 
+TEST_F(UpdateDownloadTest, AServerThatDiesIsTold) {
+    const HttpServer server(
+        [](const HttpConnection& client, const auto&) { client.Reset(); });
+    ExpectError("104: Connection reset by peer");
+    Run(server, "/u.7z");
+    EXPECT_EQ(story_, "unload|");
+}
+
 TEST_F(UpdateDownloadTest, AnotherStatusIsTold) {
     for (const auto& [reply, why] :
          {std::pair{"HTTP/1.0 404 Not Found\r\n\r\n",

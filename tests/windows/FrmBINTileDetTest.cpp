@@ -13,6 +13,8 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -77,6 +79,109 @@ TEST_F(FrmBINTileDetTest, ShowsTheTileItsAreasAndTheZoom) {
     EXPECT_EQ(List("ListPaths").topLevelItemCount(), 0);
 }
 
+TEST_F(FrmBINTileDetTest, HasItsCaptionsAndTips) {
+    const auto headings = [&](const char* list) {
+        std::string text;
+        for (int column = 0; column < List(list).columnCount(); ++column)
+            text += List(list).headerItem()->text(column).toStdString() + "|";
+        return text;
+    };
+    EXPECT_EQ(headings("ListAreas"), "Type|Radius|CenterX|CenterY|");
+    EXPECT_EQ(headings("ListPaths"), "Type|Width|StartX|StartY|EndX|EndY|");
+    for (const auto& [name, caption, tip] :
+         {std::tuple{"cmdAddArea", "Add Area", "Or press \"Control\" on the picture"},
+          {"cmdAddPath", "Add Path", "Or press \"Shift\" on the picture"},
+          {"cmdAreaEdit", "Edit", "Or DoubleClick an item in the above list"},
+          {"cmdPathEdit", "Edit", "Or DoubleClick an item in the above list"},
+          {"cmdAreaDelete", "Delete", "No shortcut for this one ;P)"},
+          {"cmdPathDelete", "Delete", "No shortcut for this one ;P)"},
+          {"chkShowAreas", "Show Areas", ""},
+          {"chkShowPaths", "Show Paths", ""},
+          {"cmdZoomOut", "-", "Or press either \"-\" keys"},
+          {"cmdCancel", "Cancel", ""}}) {
+        const auto& button = Find<QAbstractButton>(*window_, name);
+        EXPECT_EQ(button.text().remove('&'), caption) << name;
+        EXPECT_EQ(button.toolTip(), tip) << name;
+    }
+    // The words stand beside these.
+    for (const auto& [name, caption] : {std::pair{"cmdAreaCol", "Areas Color"},
+                                        {"CmdAreaColSel", "Selected Areas Color"},
+                                        {"cmdPathCol", "Paths Color"},
+                                        {"CmdPathColSel", "Selected Paths Color"}}) {
+        EXPECT_EQ(Find<QWidget>(*window_, name).accessibleName(), caption);
+        const auto labels = window_->findChildren<QLabel*>();
+        EXPECT_TRUE(std::ranges::any_of(labels, [&](const QLabel* label) {
+            return label->text() == caption;
+        })) << caption;
+    }
+}
+
+TEST_F(FrmBINTileDetTest, TheCursorShowsWhatTheNextDragMakes) {
+    const auto cursor = [&](Qt::KeyboardModifiers keys) {
+        QMouseEvent move(QEvent::MouseMove, QPointF(9, 9), QPointF(), Qt::NoButton,
+                         Qt::NoButton, keys);
+        QApplication::sendEvent(&Picture(), &move);
+        return Picture().cursor().pixmap().toImage();
+    };
+    const QImage plain = cursor({});
+    const QImage area = cursor(Qt::ControlModifier);
+    const QImage path = cursor(Qt::ShiftModifier);
+    EXPECT_NE(plain, area);
+    EXPECT_NE(plain, path);
+    EXPECT_NE(area, path);
+    Click("cmdAddArea");
+    EXPECT_EQ(cursor({}), area);
+    EXPECT_EQ(cursor(Qt::ShiftModifier), path);
+    Click("cmdAddPath");
+    EXPECT_EQ(cursor({}), path);
+}
+
+TEST_F(FrmBINTileDetTest, TheRubberBandIsSeenWhileAnAreaIsDragged) {
+    const QImage before = Picture().grab().toImage();
+    QTest::mousePress(&Picture(), Qt::LeftButton, Qt::ControlModifier, {100, 100});
+    QMouseEvent move(QEvent::MouseMove, QPointF(100, 60), QPointF(), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&Picture(), &move);
+    const QImage band = Picture().grab().toImage();
+    const auto changed = [&](const QRect& part) {
+        return before.copy(part) != band.copy(part);
+    };
+    EXPECT_TRUE(changed({98, 135, 5, 10}));  // the circle's lowest point
+    EXPECT_TRUE(changed({136, 98, 10, 5}));  // and its right one
+    EXPECT_TRUE(changed({98, 70, 5, 20}));   // its radius
+    EXPECT_FALSE(changed({98, 110, 5, 20})); // no more of the line
+    QTest::mouseRelease(&Picture(), Qt::LeftButton, {}, {100, 60});
+    EXPECT_EQ(List("ListAreas").topLevelItemCount(), 2);
+}
+
+TEST_F(FrmBINTileDetTest, TheOtherMouseButtonsDrawNothing) {
+    QTest::mouseClick(&Picture(), Qt::RightButton, Qt::ControlModifier, {9, 9});
+    QTest::mouseClick(&Picture(), Qt::MiddleButton, Qt::ShiftModifier, {9, 9});
+    EXPECT_EQ(List("ListAreas").topLevelItemCount(), 1);
+    EXPECT_EQ(List("ListPaths").topLevelItemCount(), 0);
+}
+
+TEST_F(FrmBINTileDetTest, UntickedAreasAndPathsAreNotDrawn) {
+    Tile().NumPaths = 1;
+    Tile().Paths.push_back({2, 200, 0, 0, 3000, 3000});
+    Open();
+    const QImage all = Picture().grab().toImage();
+    Click("chkShowAreas");
+    const QImage paths = Picture().grab().toImage();
+    EXPECT_NE(paths, all);
+    Click("chkShowPaths");
+    const QImage none = Picture().grab().toImage();
+    EXPECT_NE(none, paths);
+    EXPECT_EQ(none.pixelColor(100, 150), QColor(0x40, 0x40, 0x40));
+}
+
+TEST_F(FrmBINTileDetTest, WithoutAPictureTheGroundIsGrey) {
+    window_ = std::make_unique<FrmBINTileDet>(
+        FrmBINTileDet::Parts{catalogue_, settings_, dialogs_}, 0, Bitmap());
+    Click("chkShowAreas");
+    EXPECT_EQ(Picture().grab().toImage().pixelColor(9, 9), QColor(Qt::gray));
+}
+
 TEST_F(FrmBINTileDetTest, AreasAreDrawnWhereTheyLieAtEveryZoom) {
     settings_.TileAreasSelectedColor = 0x0000FF; // red
     Tile().Areas[1].Radius = 410.105F;           // an eighth of the tile
@@ -107,6 +212,27 @@ TEST_F(FrmBINTileDetTest, KeysZoomBetweenAnEighthAndEight) {
     EXPECT_EQ(Label("lblZoom"), "0.125");
     QTest::keyClick(window_.get(), Qt::Key_Equal);
     EXPECT_EQ(Label("lblZoom"), "0.250");
+}
+
+TEST_F(FrmBINTileDetTest, TheMiddleOfWhatIsSeenStaysThere) {
+    window_->resize(700, 500);
+    for (int i = 0; i < 3; ++i)
+        Click("cmdZoomin");
+    const auto& ground = Find<QScrollArea>(*window_, "ground");
+    const auto middle = [&] {
+        const QPointF at =
+            Picture().mapFrom(ground.viewport(), ground.viewport()->rect().center());
+        return at / Picture().width();
+    };
+    ground.horizontalScrollBar()->setValue(1100);
+    ground.verticalScrollBar()->setValue(300);
+    const QPointF before = middle();
+    Click("cmdZoomOut");
+    EXPECT_NEAR(middle().x(), before.x(), 0.003);
+    EXPECT_NEAR(middle().y(), before.y(), 0.003);
+    Click("cmdZoomin");
+    EXPECT_NEAR(middle().x(), before.x(), 0.003);
+    EXPECT_NEAR(middle().y(), before.y(), 0.003);
 }
 
 TEST_F(FrmBINTileDetTest, AControlDragMakesAnArea) {

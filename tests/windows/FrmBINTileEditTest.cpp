@@ -4,6 +4,7 @@
 #include "bineditor/windows/TileSlots.h"
 #include "services/Dxt1Writer.h"
 #include "support/FakePlatform.h"
+#include "support/PlainUser.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
 #include "theater/TextureBinFile.h"
@@ -18,6 +19,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QProgressBar>
+#include <QScrollBar>
 #include <QTest>
 
 namespace vardenix {
@@ -93,6 +96,14 @@ protected:
     int Row(const char* list) {
         return Find<BinList>(*window_, list).currentIndex().row();
     }
+    std::string Headings(const char* list) {
+        const auto* model = Find<BinList>(*window_, list).model();
+        std::string text;
+        for (int column = 0; column < model->columnCount(); ++column)
+            text +=
+                model->headerData(column, Qt::Horizontal).toString().toStdString() + "|";
+        return text;
+    }
     std::string Name() {
         return Find<QLineEdit>(*window_, "txtTilename").text().toStdString();
     }
@@ -134,6 +145,117 @@ TEST_F(FrmBINTileEditTest, OpensAtTheFirstTileWithItsDetailsAndCounters) {
     EXPECT_EQ(Find<QComboBox>(*window_, "ComboSetType").itemText(3), "Brush");
 }
 
+TEST_F(FrmBINTileEditTest, HasItsCaptions) {
+    const auto title = [&](const char* frame) {
+        return Find<QGroupBox>(*window_, frame).title().toStdString();
+    };
+    EXPECT_EQ(title("FraTiles") + title("FraTileDetails") + title("FraActions") +
+                  title("FraMoveSet") + title("FraTilePalette"),
+              "TilesTile DetailsActionsMove SetTile Palette");
+    for (const auto& [name, caption] :
+         {std::pair{"cmdAppendTile", "Append/Replace Tile*"},
+          {"cmdDeleteTile", "Delete Tile"},
+          {"cmdEditTile", "Edit Tile"},
+          {"cmdAppendSet", "Append Set*"},
+          {"cmdDeleteSet", "Delete Set"},
+          {"cmdChangeSet", "Change Set Type"},
+          {"cmdMoveSet", "Move Set"},
+          {"cmdSaveBIN", "Save BIN File"},
+          {"cmdOptions", "Options"},
+          {"cmdOpenTerrain", "Open Vardenix"},
+          {"cmdDeleteUnusedDDS", "Delete Unused DDSs"},
+          {"cmdDeleteUnusedPCX", "Delete Unused PCXs"},
+          {"cmdDocs", "Docs"},
+          {"Option1_0", "Before"},
+          {"Option1_1", "After"},
+          {"cmdMoveCancel", "Cancel"},
+          {"cmdTryTo", "Try to get Palette form PCX"},
+          {"chkTryAutomatically", "Try automatically"},
+          {"cmdSavePalette", "Save Palette"}})
+        EXPECT_EQ(Find<QAbstractButton>(*window_, name).text().remove('&'), caption);
+    EXPECT_EQ(Label("lblPalErroMsg"), "No Image, no palette availiable!");
+    EXPECT_EQ(Find<QTabBar>(*window_, "TabStrip1").tabText(0), "Sets");
+    EXPECT_EQ(Find<QTabBar>(*window_, "TabStrip1").tabText(1), "Tiles");
+    EXPECT_EQ(Headings("ListView1"), "Set #|Set Type|# of Tiles|");
+    EXPECT_EQ(Headings("ListView2"), "#|Set #|Name|Areas|Paths|");
+    for (const char* name : {"cmdAppendSet", "cmdAppendTile"})
+        EXPECT_EQ(
+            Find<QWidget>(*window_, name).toolTip(),
+            "*PCX files will be added in Texture.zip (including M, L and T tiles), BUT "
+            "NO DDS FILES WILL BE PRODUCED (if you provide one, it will be copied to DDS "
+            "Folder, otherwise a BMP file will created.. You'll have to convert it)!!!");
+}
+
+TEST_F(FrmBINTileEditTest, WhatDoesNothingSaysSo) {
+    for (const char* name :
+         {"cmdDeleteUnusedPCX", "cmdTryTo", "chkTryAutomatically", "cmdSavePalette"}) {
+        EXPECT_TRUE(Find<QWidget>(*window_, name).toolTip().startsWith("Does nothing"));
+        Click(name);
+    }
+    EXPECT_EQ(verbs_.Story, "");
+    EXPECT_FALSE(window_->NeedSaveFlag());
+}
+
+TEST_F(FrmBINTileEditTest, TheFrameRoundThePictureIsGreenForATileInUseElseRed) {
+    const auto& frame = Find<QFrame>(*window_, "Highlightrect");
+    const auto& pictures = Find<TileSlots>(*window_, "PicTiles");
+    const auto seen = [&](int slot) {
+        QTest::mouseClick(&pictures.At(slot), Qt::LeftButton);
+        EXPECT_EQ(frame.geometry(),
+                  pictures.At(slot).geometry().marginsRemoved({1, 1, 1, 1}));
+        return window_->grab().toImage().pixelColor(
+            frame.mapTo(window_.get(), QPoint(frame.width() / 2, 1)));
+    };
+    EXPECT_EQ(seen(0), QColor(0, 200, 0));
+    EXPECT_EQ(seen(1), QColor(Qt::red));
+    EXPECT_EQ(seen(9), QColor(Qt::red)); // empty
+    for (int i = 0; i < 3; ++i)
+        Click("cmdDeleteSet");
+    EXPECT_EQ(frame.x(), -1000);
+}
+
+TEST_F(FrmBINTileEditTest, ThePictureIsTheFilesAndItsTipTellsTheUse) {
+    const auto picture = Dxt1File(std::vector<uint8_t>(8 * 8 * 4, 200), 8, 8, {});
+    folder_.Write("dds/SEA.dds", std::string(picture.begin(), picture.end()));
+    NoProgress quiet;
+    RebuildTileLookup(state_.Catalogue, {}, quiet);
+    CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
+    window_->Open();
+    const auto& pictures = Find<TileSlots>(*window_, "PicTiles");
+    const QColor seen = pictures.At(0).Picture().pixelColor(50, 50);
+    EXPECT_NEAR(seen.red(), 200, 8);
+    EXPECT_NEAR(seen.blue(), 200, 8);
+    EXPECT_EQ(pictures.At(0).toolTip(), "Loaded from DDS\r\nSEA.PCX\r\nTile Number: "
+                                        "0\r\nUsed 255 times in L2");
+    EXPECT_EQ(pictures.At(1).toolTip(), "Empty Tile"); // its file is missing
+    EXPECT_EQ(pictures.At(2).toolTip(), "Empty Tile");
+}
+
+TEST_F(FrmBINTileEditTest, TheBarHasItsFullWidthAtAHundred) {
+    window_->ShowBar();
+    EXPECT_TRUE(Shown("PB5"));
+    auto& bar = Find<QProgressBar>(*window_, "PB5");
+    EXPECT_EQ(bar.maximum(), 3495);
+    EXPECT_EQ(bar.value(), 0);
+    window_->SetPB5(20);
+    EXPECT_EQ(bar.value(), 699);
+    window_->SetPB5(100);
+    EXPECT_EQ(bar.value(), 3495);
+    window_->HideBar();
+    EXPECT_FALSE(Shown("PB5"));
+}
+
+TEST_F(FrmBINTileEditTest, ArrowKeysMoveTheSelectionAndThePicturesFollow) {
+    QTest::keyClick(&Find<BinList>(*window_, "ListView1"), Qt::Key_Down);
+    EXPECT_EQ(Name(), "LAND.PCX");
+    EXPECT_EQ(Row("ListView2"), 16);
+    Find<QTabBar>(*window_, "TabStrip1").setCurrentIndex(1);
+    QTest::keyClick(&Find<BinList>(*window_, "ListView2"), Qt::Key_Up);
+    EXPECT_EQ(Row("ListView2"), 15);
+    EXPECT_EQ(Row("ListView1"), 0);
+    EXPECT_EQ(Find<TileSlots>(*window_, "PicTiles").Highlighted(), 15);
+}
+
 TEST_F(FrmBINTileEditTest, TheListsFollowOneAnother) {
     ClickRow("ListView1", 2);
     EXPECT_EQ(Row("ListView2"), 32);
@@ -161,6 +283,21 @@ TEST_F(FrmBINTileEditTest, ASlotIsSelectedByClickAndArrowKeys) {
     QTest::keyClick(&pictures, Qt::Key_Down);
     EXPECT_EQ(pictures.Highlighted(), 4);
     EXPECT_EQ(Row("ListView2"), 4);
+}
+
+TEST_F(FrmBINTileEditTest, FitsASmallScreen) {
+    EXPECT_LE(window_->minimumSizeHint().width(), 1024 - 8); // the desktop's frame
+    EXPECT_LE(window_->minimumSizeHint().height(), 768 - 60);
+}
+
+TEST_F(FrmBINTileEditTest, EveryColumnIsSeen) {
+    window_->resize(1160, 640);
+    QCoreApplication::processEvents();
+    for (const char* name : {"ListView1", "ListView2"}) {
+        Find<QTabBar>(*window_, "TabStrip1").setCurrentIndex(name[8] - '1');
+        const auto& list = Find<BinList>(*window_, name);
+        EXPECT_EQ(list.horizontalScrollBar()->maximum(), 0) << name;
+    }
 }
 
 TEST_F(FrmBINTileEditTest, WhatIsTypedFindsATileByItsName) {
@@ -220,6 +357,29 @@ TEST_F(FrmBINTileEditTest, ACancelledMoveChangesNothing) {
     ClickRow("ListView1", 1);
     Click("cmdMoveCancel");
     EXPECT_TRUE(Shown("FraActions"));
+    EXPECT_EQ(Sets(), "149");
+    EXPECT_FALSE(window_->NeedSaveFlag());
+}
+
+// The folder of pictures cannot be looked at, so the table of numbers cannot be made
+// anew.
+TEST_F(FrmBINTileEditTest, AMoveThatFailsEndsInTheUsualForm) {
+    tests::LetOthers(folder_.File(""), 0);
+    Click("cmdMoveSet");
+    ClickRow("ListView1", 2);
+    {
+        const tests::PlainUser user;
+        tests::BarrierAnswers answers;
+        std::string text;
+        answers.ExpectAnyBox("Vardenix", BoxAnswer::Continue, &text);
+        Click("cmdMoveOK");
+        EXPECT_NE(text.find(folder_.File("")), std::string::npos) << text;
+    }
+    tests::LetOthers(folder_.File(""), 7);
+    EXPECT_TRUE(Shown("FraActions"));
+    for (const char* name : {"FraActions", "FraTiles", "FraTileDetails", "TabStrip1"})
+        EXPECT_TRUE(Enabled(name)) << name;
+    EXPECT_FALSE(Shown("PB5"));
     EXPECT_EQ(Sets(), "149");
     EXPECT_FALSE(window_->NeedSaveFlag());
 }
@@ -332,6 +492,19 @@ TEST_F(FrmBINTileEditTest, EscBetweenTwoPicturesLeavesEverythingAsItWas) {
     EXPECT_EQ(Sets(), "1149");
     EXPECT_EQ(Name(), "H1.PCX");
     EXPECT_EQ(window_->windowTitle(), "*BIN Editor v3.0.1");
+}
+
+TEST_F(FrmBINTileEditTest, WithoutASetADropOnASlotMakesOne) {
+    for (int i = 0; i < 3; ++i)
+        Click("cmdDeleteSet");
+    QMimeData data;
+    data.setUrls(
+        {QUrl::fromLocalFile(QString::fromStdString(folder_.Write("a.tga", "x")))});
+    // A set's refusal, not a tile's.
+    platform_.Dialogs.ExpectBox(
+        "Error", "The image a.tga you tried to load doesn't seem to be a valid image",
+        BoxAnswer::Ok);
+    EXPECT_TRUE(Drop(data, Find<TileSlots>(*window_, "PicTiles").At(3)));
 }
 
 TEST_F(FrmBINTileEditTest, AFileDroppedOnTheWindowBecomesASetAndIsChecked) {

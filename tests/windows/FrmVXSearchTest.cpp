@@ -390,8 +390,12 @@ TEST_F(SearchResultsTest, TheUserIsToldBeforeThatItCannotBeUndone) {
     EXPECT_TRUE(The<QLabel>("lblNoUndo").text().contains("cannot be undone"));
     EXPECT_TRUE(The<QWidget>("Command1").toolTip().contains("cannot be undone"));
     const QSignalSpy wanted(&window_, &frmVXSearchResults::RestorePointWanted);
+    const QString before = Status();
     The<QAbstractButton>("cmdRestorePoint").click();
     EXPECT_EQ(wanted.count(), 1);
+    EXPECT_EQ(Status(), before); // it may have failed
+    window_.RestorePointMade();
+    EXPECT_EQ(Status(), "The restore point is made.");
 }
 
 TEST_F(SearchResultsTest, TheCloseBoxOnlyHides) {

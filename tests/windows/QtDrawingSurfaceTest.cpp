@@ -7,7 +7,9 @@
 #include <array>
 #include <chrono>
 #include <limits>
+#include <random>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 namespace {
@@ -159,6 +161,51 @@ TEST_F(OnToolkitSurface, APolygonIsClosedAndFilledAndAPolylineIsNeither) {
     EXPECT_EQ(Drawn()[2 * 9 + 2], '.');
     EXPECT_EQ(Drawn()[3 * 9 + 0], '.');
     EXPECT_EQ(Drawn()[3 * 9 + 3], 'p');
+}
+
+// The toolkit takes a shorter way for thin lines here than a plain painter does.
+TEST_F(OnToolkitSurface, LinesAndPolygonsAreThoseOfAPlainPainter) {
+    constexpr int side = 64;
+    Begin(side);
+    std::mt19937 random(12);
+    const auto between = [&](int least, int most) {
+        return least + static_cast<int>(random() % static_cast<unsigned>(most - least));
+    };
+    for (int round = 0; round < 600; ++round) {
+        // Within the picture, round it, far beyond it; short steps and long ones.
+        const int reach = std::array{0, 40, 3000}.at(static_cast<size_t>(round % 3));
+        const bool steps = round % 2 == 0;
+        std::vector<PicturePoint> points;
+        QPolygon polygon;
+        QPoint at;
+        for (int i = between(2, 12); i > 0; --i) {
+            at = steps && !polygon.isEmpty() ? at + QPoint(between(-4, 5), between(-4, 5))
+                                             : QPoint(between(-reach, side + reach),
+                                                      between(-reach, side + reach));
+            points.push_back({at.x() * 1.0, at.y() * 1.0});
+            polygon.append(at);
+        }
+        const int width = std::array{1, 1, 1, 2, 5}.at(static_cast<size_t>(round % 5));
+        const bool closed = round % 7 == 0;
+        surface_.Clear(0);
+        surface_.SetPen(0x112233, width);
+        surface_.SetFill(FillStyle::CrossHatch, 0x445566);
+        QImage expected(side, side, QImage::Format_RGB32);
+        expected.fill(Qt::black);
+        QPainter painter(&expected);
+        painter.setPen(QPen(QColor(0x33, 0x22, 0x11), width, Qt::SolidLine, Qt::SquareCap,
+                            Qt::RoundJoin));
+        painter.setBrush(QBrush(QColor(0x66, 0x55, 0x44), Qt::CrossPattern));
+        if (closed) {
+            surface_.Polygon(points);
+            painter.drawPolygon(polygon);
+        } else {
+            surface_.Polyline(points);
+            painter.drawPolyline(polygon);
+        }
+        painter.end();
+        ASSERT_EQ(surface_.Image(), expected) << round;
+    }
 }
 
 TEST_F(OnToolkitSurface, AHatchedBoxHasHolesWithinItsOutline) {

@@ -14,9 +14,11 @@
 
 #include <QHeaderView>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
 
+#include <cmath>
 #include <cstring>
 
 namespace vardenix {
@@ -28,8 +30,11 @@ constexpr const char* Discard =
     "Press Yes to discard them.\nPress No to return to the form.";
 
 QImage ImageOfBitmap(const Bitmap& picture) {
-    if (!picture)
-        return QImage(128, 128, QImage::Format_RGB32);
+    if (!picture) {
+        QImage empty(128, 128, QImage::Format_RGB32);
+        empty.fill(Qt::gray);
+        return empty;
+    }
     Raster raster = BitmapToPicture(picture);
     QImage image(raster.Width(), raster.Height(), QImage::Format_RGB32);
     for (int y = 0; y < raster.Height(); ++y)
@@ -207,9 +212,23 @@ void FrmBINTileDet::ConnectZoom() {
         OnSignal(new QShortcut(key, this), &QShortcut::activated, this, out);
 }
 
+// The middle of what is seen stays in the middle.
 void FrmBINTileDet::Zoom(double zoom) {
+    const auto middle = [](const QScrollBar& bar) {
+        return (bar.value() + bar.pageStep() / 2.0) / (bar.maximum() + bar.pageStep());
+    };
+    const auto show = [](QScrollBar& bar, double share) {
+        bar.setValue(static_cast<int>(std::lround(
+            share * (bar.maximum() + bar.pageStep()) - bar.pageStep() / 2.0)));
+    };
+    QScrollBar& across = *ui_->ground->horizontalScrollBar();
+    QScrollBar& down = *ui_->ground->verticalScrollBar();
+    const double x = middle(across);
+    const double y = middle(down);
     zoom_ = zoom;
     RefreshForm();
+    show(across, x);
+    show(down, y);
 }
 
 void FrmBINTileDet::RefreshForm() {

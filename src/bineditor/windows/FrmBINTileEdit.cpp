@@ -7,12 +7,14 @@
 #include "bineditor/windows/TileSlots.h"
 #include "platform/Windows1252.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/WindowPlace.h"
 #include "theater/ProgramVersion.h"
 #include "theater/TextureBinFile.h"
 #include "theater/TypeNames.h"
 #include "ui_FrmBINTileEdit.h"
 
 #include <QHeaderView>
+#include <QScreen>
 #include <QShortcut>
 
 #include <algorithm>
@@ -28,6 +30,9 @@ constexpr const char* ZipTip =
     "FILES WILL BE PRODUCED (if you provide one, it will be copied to DDS Folder, "
     "otherwise a BMP file will created.. You'll have to convert it)!!!";
 constexpr int TerrainTypes = 8;
+constexpr int CellMargin = 14; // pixels
+// Of the lists, beyond the least that they need on a small screen.
+constexpr int RoomForColumns = 120; // pixels
 
 QString TextOf(const std::string& bytes) {
     return QString::fromStdString(Utf8FromBytes(bytes));
@@ -37,7 +42,7 @@ void FitColumns(BinList& list, std::initializer_list<const char*> widest) {
     int column = 0;
     for (const char* text : widest)
         list.header()->resizeSection(
-            column++, list.fontMetrics().horizontalAdvance(QString(text)) + 24);
+            column++, list.fontMetrics().horizontalAdvance(QString(text)) + CellMargin);
 }
 
 } // namespace
@@ -69,9 +74,8 @@ void FrmBINTileEdit::DressControls() {
     ui_->TabStrip1->setDrawBase(false);
     ui_->ListView1->setModel(sets_.get());
     ui_->ListView2->setModel(tiles_.get());
-    FitColumns(*ui_->ListView1, {"Set # 0000", "Thick Forest 000", "# of Tiles"});
-    FitColumns(*ui_->ListView2,
-               {"000000", "Set # 00", "HWWWWWWWWWW.PCX", "Areas", "Paths"});
+    FitColumns(*ui_->ListView1, {"Set # 0", "Thick Forest0", "# of Tiles"});
+    FitColumns(*ui_->ListView2, {"000000", "Set #", "HWWWWWWWWW.PCX", "Areas", "Paths"});
     for (int index = 0; index < TerrainTypes; ++index)
         ui_->ComboSetType->addItem(
             TextOf(TerrainName(static_cast<uint8_t>(TerrainFromIndex(index)))));
@@ -81,6 +85,8 @@ void FrmBINTileEdit::DressControls() {
     ui_->cmdSaveBoth->hide();
     // FraMoveSet takes no more room than FraActions.
     ui_->stack->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+    resize((sizeHint() + QSize(RoomForColumns, 0))
+               .boundedTo(screen()->availableSize() - FrameSize(*this)));
 }
 
 void FrmBINTileEdit::MakeToolTips() {
@@ -120,6 +126,9 @@ void FrmBINTileEdit::ConnectSlots() {
              [this](int slot) { ShowTip(slot); });
     OnSignal(ui_->PicTiles, &TileSlots::FilesDropped, this,
              [this](int slot, const std::vector<std::string>& files) {
+                 // Without a set the slots are nobody's.
+                 if (state_.Catalogue.Bin.NumSets == 0)
+                     return AppendSet_Run(files);
                  SelectSlot(slot);
                  AppendTile_Run(files);
              });

@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -91,8 +92,9 @@ private:
     void ShowTab(int tab);
 
     BinParts Commands();
-    // Lists and form as a command has left them.
+    // Lists and form as a command has left them, however it ended.
     void Done(const std::optional<BinPlace>& place);
+    void Run(const std::function<std::optional<BinPlace>()>& command);
     void AppendSet_Run(const DroppedFiles& dropped);
     void AppendTile_Run(const DroppedFiles& dropped);
     void cmdDeleteSet_Click();

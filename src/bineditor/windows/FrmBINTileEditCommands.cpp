@@ -6,7 +6,7 @@
 #include "bineditor/windows/FrmBINTileEdit.h"
 #include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TileSlots.h"
-#include "platform/Processes.h"
+#include "platform/OpenPage.h"
 #include "platform/SavedOrKept.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/TextureBinFile.h"
@@ -52,8 +52,9 @@ void FrmBINTileEdit::ConnectButtons() {
         cmdDeleteUnusedDDS(state_.Catalogue, platform_.Dialogs);
         RefreshTilePics({SelectedSet, SelectedTile});
     });
-    join(ui_->cmdDocs,
-         [this] { platform_.Processes.Open(state_.Configuration.OnlineHelp); });
+    join(ui_->cmdDocs, [this] {
+        OpenPage(platform_.Processes, platform_.Dialogs, state_.Configuration.OnlineHelp);
+    });
     ui_->cmdSaveBIN->setShortcut(QKeySequence("Ctrl+S"));
     ui_->cmdSaveBoth->setShortcut(QKeySequence("Ctrl+Shift+S"));
     ui_->cmdDocs->setShortcut(QKeySequence("F1"));
@@ -108,25 +109,39 @@ void FrmBINTileEdit::Done(const std::optional<BinPlace>& place) {
     ShowApart();
 }
 
+void FrmBINTileEdit::Run(const std::function<std::optional<BinPlace>()>& command) {
+    try {
+        if (const auto place = command())
+            Done(place);
+    } catch (...) {
+        Done({});
+        throw;
+    }
+}
+
 // The type is taken before the dialog opens.
 void FrmBINTileEdit::AppendSet_Run(const DroppedFiles& dropped) {
     const auto terrain =
         static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex()));
-    Done(cmdAppendSet(Commands(), {SelectedSet, SelectedTile}, terrain, dropped));
+    Run([&] {
+        const BinPlace selected{SelectedSet, SelectedTile};
+        return cmdAppendSet(Commands(), selected, terrain, dropped).value_or(selected);
+    });
 }
 
 void FrmBINTileEdit::AppendTile_Run(const DroppedFiles& dropped) {
-    Done(cmdAppendTile(Commands(), {SelectedSet, SelectedTile}, dropped));
+    Run([&] {
+        const BinPlace selected{SelectedSet, SelectedTile};
+        return cmdAppendTile(Commands(), selected, dropped).value_or(selected);
+    });
 }
 
 void FrmBINTileEdit::cmdDeleteSet_Click() {
-    if (const auto place = cmdDeleteSet(Commands(), SelectedSet))
-        Done(place);
+    Run([this] { return cmdDeleteSet(Commands(), SelectedSet); });
 }
 
 void FrmBINTileEdit::cmdDeleteTile_Click() {
-    if (const auto place = cmdDeleteTile(Commands(), {SelectedSet, SelectedTile}))
-        Done(place);
+    Run([this] { return cmdDeleteTile(Commands(), {SelectedSet, SelectedTile}); });
 }
 
 void FrmBINTileEdit::cmdChangeSet_Click() {
@@ -191,13 +206,18 @@ void FrmBINTileEdit::ShowMovePosition() {
 
 // Called off, the frame stays as it is. Any other end leads back to the usual form.
 void FrmBINTileEdit::cmdMoveOK_Click() {
-    const int32_t source = MoveSource;
-    const auto place =
-        MoveSetNow(Commands(), source, SelectedSet, ui_->Option1_0->isChecked());
-    if (!place)
-        return;
-    ShowMoveFrame(false);
-    Done(place);
+    Run([this] {
+        try {
+            const auto place = MoveSetNow(Commands(), MoveSource, SelectedSet,
+                                          ui_->Option1_0->isChecked());
+            if (place)
+                ShowMoveFrame(false);
+            return place;
+        } catch (...) {
+            ShowMoveFrame(false);
+            throw;
+        }
+    });
 }
 
 void FrmBINTileEdit::PrepareForm(bool enable) {

@@ -12,6 +12,10 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QScreen>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace vardenix {
 
@@ -23,6 +27,10 @@ constexpr const char* StopQuestion =
     "theater stay as they are.";
 constexpr const char* SaveQuestion =
     "The L2 file has changes that this run would replace. Do you want to save it first?";
+
+// What the desktop's frame takes at most.
+constexpr int FrameWidth = 12;
+constexpr int FrameHeight = 40;
 
 // As smooth as eyes want it; asking the desktop more often only costs time.
 constexpr int64_t MillisecondsBetweenEvents = 25;
@@ -100,10 +108,21 @@ void FrmVXRebiuldTheater::Form_Load() {
     pb2_ = {0, 100};
     ShowBars();
     ShowMaster();
-    // As high as its texts are; the toolkit would take no more than two thirds of the
-    // screen and cut them.
-    const int width = sizeHint().width();
-    resize(width, heightForWidth(width));
+}
+
+// As high as its texts are where the screen has the room; else as high as that allows,
+// and the frames are scrolled. The rest, with its buttons, is always seen.
+void FrmVXRebiuldTheater::FitScreen() {
+    const int width = ui_->frames->sizeHint().width();
+    const int height = ui_->columnFrames->heightForWidth(width);
+    const QSize beside = sizeHint() - ui_->scroll->sizeHint();
+    const QSize room =
+        screen()->availableGeometry().size() - QSize(FrameWidth, FrameHeight);
+    const bool scrolls = height + beside.height() > room.height();
+    ui_->scroll->setMinimumWidth(
+        width + (scrolls ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0));
+    resize(ui_->scroll->minimumWidth() + beside.width(),
+           std::min(height + beside.height(), room.height()));
 }
 
 void FrmVXRebiuldTheater::cmdStart_Click() {
@@ -139,7 +158,7 @@ void FrmVXRebiuldTheater::Run(const std::function<RebuildReport()>& work) {
         return;
     }
     if (!state_.Exiting)
-        platform_.Dialogs.Notice(TextOfReport(report), Title, BoxIcon::Information);
+        platform_.Dialogs.Notice(TextByFolder(report), Title, BoxIcon::Information);
 }
 
 // The run reads level 2 from the disk, so what is not there would be gone.
@@ -200,6 +219,13 @@ void FrmVXRebiuldTheater::AskWhetherToStop() {
     stop_ = platform_.Dialogs.MessageBox(StopQuestion, Title, BoxIcon::Question,
                                          BoxButtons::YesNo) == BoxAnswer::Yes;
     asking_ = false;
+}
+
+void FrmVXRebiuldTheater::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    // Only now do the controls tell their true sizes.
+    if (!event->spontaneous())
+        FitScreen();
 }
 
 void FrmVXRebiuldTheater::closeEvent(QCloseEvent* event) {

@@ -39,6 +39,7 @@ public:
     std::function<void()> OnEvents;
 
 protected:
+    void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -46,6 +47,7 @@ private:
     class Running;
 
     void Connect();
+    void FitScreen();
     void cmdStart_Click();
     void cmdStartElv_Click();
     void cmdBrowse_Click();

@@ -35,10 +35,8 @@ frmVXSearchResults::frmVXSearchResults(ProgramState& state, WorkspaceCommands& c
              [this](bool checked) { model_.MarkAll(checked); });
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
              [this] { Command1_Click(); });
-    OnSignal(ui_->cmdRestorePoint, &QAbstractButton::clicked, this, [this] {
-        emit RestorePointWanted();
-        ui_->lblHits->setText(tr("The restore point is made."));
-    });
+    OnSignal(ui_->cmdRestorePoint, &QAbstractButton::clicked, this,
+             [this] { emit RestorePointWanted(); });
     QSizePolicy policy = ui_->PB8->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     ui_->PB8->setSizePolicy(policy);
@@ -129,6 +127,10 @@ void frmVXSearchResults::PopulateResList(const std::function<void()>& search) {
         throw;
     }
     fill();
+}
+
+void frmVXSearchResults::RestorePointMade() {
+    ui_->lblHits->setText(tr("The restore point is made."));
 }
 
 void frmVXSearchResults::PostsChanged() { ui_->ListRes->viewport()->update(); }

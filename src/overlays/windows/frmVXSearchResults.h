@@ -35,6 +35,7 @@ public:
     void PopulateResList(const std::function<void()>& search);
     // Fields of posts have changed: the list follows.
     void PostsChanged();
+    void RestorePointMade();
 
 signals:
     // A restore point is wanted before hits are overwritten.

@@ -10,6 +10,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QTest>
 
 namespace vardenix::tests {
@@ -61,6 +63,31 @@ protected:
     std::unique_ptr<FrmVXRebiuldTheater> window_;
 };
 
+TEST_F(FrmVXRebiuldTheaterTest, FitsTheScreenWhateverTheSizeOfItsTexts) {
+    for (const int points : {9, 40}) {
+        QFont font = window_->font();
+        font.setPointSize(points);
+        window_->setFont(font);
+        window_->hide();
+        window_->Form_Load();
+        window_->show();
+        QCoreApplication::processEvents();
+        const QRect room = window_->screen()->availableGeometry();
+        EXPECT_LT(window_->height(), room.height()) << points;
+        for (const char* name : {"cmdExit", "PB2", "LblStatus"}) {
+            const QWidget& control = Find<QWidget>(*window_, name);
+            const QPoint corner =
+                control.mapTo(window_.get(), QPoint(control.width(), control.height()));
+            EXPECT_LE(corner.y(), window_->height()) << name << ", " << points;
+            EXPECT_LE(corner.x(), window_->width()) << name << ", " << points;
+        }
+        // Nothing is cut on the right, where nobody could scroll to it.
+        EXPECT_GE(Find<QScrollArea>(*window_, "scroll").viewport()->width(),
+                  Find<QWidget>(*window_, "frames").minimumSizeHint().width())
+            << points;
+    }
+}
+
 TEST_F(FrmVXRebiuldTheaterTest, ShowsItsTextsAndFolders) {
     EXPECT_EQ(window_->windowTitle(), "Rebuild Theater");
     EXPECT_EQ(Find<QCheckBox>(*window_, "chkMakeL3").text(),
@@ -70,10 +97,16 @@ TEST_F(FrmVXRebiuldTheaterTest, ShowsItsTextsAndFolders) {
     EXPECT_EQ(Text("Label1"), "Fartile Size (default 32x32 px):");
     EXPECT_EQ(Text("LblStatus"), "Press the start button to begin...");
     EXPECT_EQ(Text("lblElevationFile"), "Elevation File: NONE SELECTED");
-    EXPECT_TRUE(Text("lblWithThis")
-                    .starts_with("With this option all Lx Files (except "
-                                 "L2) are created, along with a new set"));
-    EXPECT_TRUE(Text("lblWithThis").ends_with("to fix them."));
+    EXPECT_EQ(Text("lblWithThis"),
+              "With this option all Lx Files (except L2) are created, along with a new "
+              "set of fartiles. All Lx files (and Ox of course) are saved at the same "
+              "folder as L2 file and fartiles are saved at the same folder as "
+              "texture.bin. If a file that is going to be build allready exists, it "
+              "will be overwritten. \n\nNo elevation data are corrected here. If Lx "
+              "files exist, their elevation data will be maintained, if they don't "
+              "exist they will be created and 0s will be put for elevation data. "
+              "Recomend you run this script first and then run the script below if you "
+              "have changed elevation data, to fix them.");
     EXPECT_TRUE(Text("lblWithThis2").ends_with("Simple Mean Value and Max."));
     for (const char* name : {"lblLxFolder", "lblTextureFolder", "lblElevationFile"})
         EXPECT_EQ(Find<QLabel>(*window_, name).toolTip().toStdString(), Text(name));

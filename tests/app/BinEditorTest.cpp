@@ -1,0 +1,202 @@
+// The BIN editor and the workspace, which have the screen in turn.
+#include "app/BinEditorWindows.h"
+#include "app/OpenedWorkspace.h"
+#include "bineditor/SetsAndTiles.h"
+#include "platform/BinaryReader.h"
+#include "support/CatalogueReader.h"
+#include "support/TheaterMaker.h"
+#include "theater/TextureBinFile.h"
+#include "theater/TileCheck.h"
+#include "workspace/windows/FrmVXMain.h"
+
+#include <QMenu>
+#include <QStatusBar>
+#include <QTreeView>
+
+#include <filesystem>
+
+namespace vardenix {
+namespace {
+
+using tests::Find;
+using tests::Posts;
+
+class BinEditorTest : public tests::OpenedWorkspace {
+protected:
+    // Sets of two, one and one tiles; every post has tile 0 or 1, but for the lower left
+    // one.
+    BinEditorTest() {
+        state_.Folders.SystemTempPath = folder_.Path() + "/";
+        state_.Terrain.LFilename = folder_.File("theater.L2");
+        state_.Terrain.OFilename = folder_.File("theater.O2");
+        state_.Catalogue.BinPath = folder_.Write(
+            "Texture.bin", tests::CatalogueBytes({{1, {{"H0.PCX"}, {"H1.PCX"}}},
+                                                  {4, {{"LAND.PCX"}}},
+                                                  {9, {{"TOWN.PCX"}}}}));
+        state_.Catalogue.Bin =
+            ParseBinFile(ReadWholeFile(state_.Catalogue.BinPath).Span(), "");
+        NoProgress quiet;
+        RebuildTileLookup(state_.Catalogue, {}, quiet);
+        state_.Terrain.LxArr(1).TileOffset = 16;
+        CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
+    }
+    void AddSubsystems() override {
+        editor_ =
+            std::make_unique<BinEditorWindows>(state_, platform_.All, log_, *workspace_);
+    }
+
+    static QWidget& Editor() { return Window("FrmBINTileEdit"); }
+    static void Press(const char* button) {
+        Find<QAbstractButton>(Editor(), button).click();
+    }
+    static void Select(int set) {
+        auto& list = Find<QTreeView>(Editor(), "ListView1");
+        list.setCurrentIndex(list.model()->index(set, 0));
+    }
+    static std::string PanelStatus() {
+        const auto* line = static_cast<FrmVXMain&>(Window("FrmVXMain")).statusBar();
+        return line->isVisible() ? line->currentMessage().toStdString() : "";
+    }
+    int32_t Tile(int serial) { return state_.Terrain.LxArr(serial).TileOffset; }
+    int32_t& Chosen() { return workspace_->Interaction().SelectedTile; }
+
+    std::unique_ptr<BinEditorWindows> editor_;
+};
+
+TEST_F(BinEditorTest, TheScreenIsTheEditorsUntilTheMapIsCalledBack) {
+    Open();
+    const QImage before = Painted();
+    Click("cmdOpenBIN");
+    EXPECT_TRUE(Editor().isVisible());
+    for (const char* name : {"FrmVXMain", "FrmVXMap", "FrmVXTheaterPreview"})
+        EXPECT_FALSE(Window(name).isVisible()) << name;
+    Select(2);
+    Press("cmdMoveSet");
+    Select(0);
+    Press("cmdMoveOK"); // the third set before the first
+    EXPECT_EQ(Tile(1), 32);
+    Press("cmdOpenTerrain");
+    EXPECT_FALSE(Editor().isVisible());
+    EXPECT_TRUE(Window("FrmVXMap").isVisible());
+    EXPECT_EQ(Painted(), before);
+    EXPECT_TRUE(Window("FrmVXMain").windowTitle().startsWith("*"));
+}
+
+TEST_F(BinEditorTest, TheMapsMenuLeadsToThePostsTile) {
+    Open();
+    QWidget& map = Window("FrmVXMap");
+    QTest::mouseClick(&Find<QWidget>(map, "PicShow"), Qt::RightButton, {}, {3, 636});
+    map.findChild<QMenu*>("mnupup1")->close();
+    map.findChild<QAction*>("mnuLocInBIN")->trigger();
+    EXPECT_EQ(Find<QLineEdit>(Editor(), "txtTilename").text(), "LAND.PCX");
+    EXPECT_EQ(Find<QLabel>(Editor(), "lblTileNum").text(), "Tile Number: 16");
+}
+
+TEST_F(BinEditorTest, UndoneStepsStillGiveTheSamePictures) {
+    Open();
+    Chosen() = 32;
+    auto& picture = Find<QWidget>(Window("FrmVXMap"), "PicShow");
+    QTest::mousePress(&picture, Qt::LeftButton, {}, {64, 636}); // the lower left post
+    QTest::mouseRelease(&picture, Qt::LeftButton, {}, {64, 636});
+    ASSERT_EQ(Tile(1), 32);
+    Click("cmdOpenBIN");
+    Select(0);
+    Press("cmdDeleteSet");
+    EXPECT_EQ(Tile(1), 16);
+    Press("cmdOpenTerrain");
+    Click("cmdUndo");
+    EXPECT_EQ(Tile(1), 0); // LAND.PCX, which was 16
+    Click("cmdRedo");
+    EXPECT_EQ(Tile(1), 16);
+}
+
+TEST_F(BinEditorTest, TheChosenTileIsStillTheSameOneOrNone) {
+    Open();
+    Click("cmdOpenBIN");
+    Chosen() = 32;
+    Select(1);
+    Press("cmdDeleteSet");
+    EXPECT_EQ(Chosen(), 16);
+    Select(0);
+    Press("cmdDeleteSet"); // what was 16 is 0 now
+    EXPECT_EQ(Chosen(), 0);
+    Press("cmdDeleteSet");
+    EXPECT_EQ(Chosen(), -1);
+}
+
+TEST_F(BinEditorTest, AChosenNumberThatHasNoTileAnyMoreIsChosenNoMore) {
+    Open();
+    Click("cmdOpenBIN");
+    Chosen() = 32;
+    Select(1);
+    state_.Configuration.AutoL2 = false;
+    std::string asked;
+    platform_.Dialogs.ExpectAnyBox("Attention", BoxAnswer::No, &asked);
+    Press("cmdDeleteSet");
+    Press("cmdOpenTerrain");
+    EXPECT_EQ(Chosen(), -1);
+}
+
+TEST_F(BinEditorTest, WhoeverSavesOneFileIsToldOfTheOther) {
+    Open();
+    Click("cmdOpenBIN");
+    Select(0);
+    Press("cmdDeleteSet");
+    Press("cmdOpenTerrain");
+    EXPECT_EQ(PanelStatus(), "Tile numbers changed: save L2 and the BIN file.");
+    Click("CmdSaveTheater");
+    EXPECT_EQ(PanelStatus(), "L2 is saved; the BIN file that fits it is not.");
+    Click("cmdOpenBIN");
+    EXPECT_EQ(
+        Find<QLabel>(Editor(), "lblStatus").text(),
+        "Level 2 is saved with the new tile numbers; Texture.bin is still unsaved.");
+    Press("cmdSaveBIN");
+    Press("cmdOpenTerrain");
+    EXPECT_EQ(PanelStatus(), "");
+}
+
+TEST_F(BinEditorTest, BothAreSavedAsOneAndNoStarIsLeft) {
+    Open();
+    Click("CmdSaveTheater");
+    Click("cmdOpenBIN");
+    Select(0);
+    Press("cmdDeleteSet");
+    Press("cmdSaveBoth");
+    EXPECT_EQ(tests::ReadCatalogue(state_.Catalogue.BinPath).Sets.size(), 2U);
+    EXPECT_EQ(Editor().windowTitle(), "BIN Editor v3.0.1");
+    Press("cmdOpenTerrain");
+    EXPECT_FALSE(Window("FrmVXMain").windowTitle().startsWith("*"));
+    EXPECT_EQ(PanelStatus(), "");
+    Window("FrmVXMain").close();
+    EXPECT_EQ(ends_, 1); // nobody is asked
+}
+
+TEST_F(BinEditorTest, ARestorePointOfOldNumbersIsAskedAbout) {
+    Open();
+    Click("Command3");
+    Click("cmdOpenBIN");
+    Select(1);
+    Press("cmdDeleteSet");
+    Press("cmdOpenTerrain");
+    std::string asked;
+    platform_.Dialogs.ExpectAnyBox("Attention", BoxAnswer::No, &asked);
+    Click("Command4");
+    EXPECT_EQ(Tile(1), 0);
+    EXPECT_NE(asked.find("Tile numbers"), std::string::npos) << asked;
+}
+
+TEST_F(BinEditorTest, LeavingAsksForAnUnsavedCatalogue) {
+    Open();
+    Click("cmdOpenBIN");
+    Select(2);
+    Press("cmdChangeSet");
+    std::string asked;
+    platform_.Dialogs.ExpectAnyBox("Confirm", BoxAnswer::No, &asked);
+    Editor().close();
+    EXPECT_TRUE(asked.starts_with("The BIN file has changed.")) << asked;
+    EXPECT_EQ(ends_, 0);
+    EXPECT_TRUE(Editor().isVisible());
+}
+
+} // namespace
+} // namespace vardenix
