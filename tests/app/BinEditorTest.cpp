@@ -9,6 +9,8 @@
 #include "theater/TileCheck.h"
 #include "workspace/windows/FrmVXMain.h"
 
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QStatusBar>
 #include <QTreeView>

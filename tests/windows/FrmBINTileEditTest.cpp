@@ -494,31 +494,27 @@ TEST_F(FrmBINTileEditTest, EscBetweenTwoPicturesLeavesEverythingAsItWas) {
     EXPECT_EQ(window_->windowTitle(), "*BIN Editor v3.0.1");
 }
 
-TEST_F(FrmBINTileEditTest, WithoutASetADropOnASlotMakesOne) {
-    for (int i = 0; i < 3; ++i)
-        Click("cmdDeleteSet");
-    QMimeData data;
-    data.setUrls(
-        {QUrl::fromLocalFile(QString::fromStdString(folder_.Write("a.tga", "x")))});
-    // A set's refusal, not a tile's.
-    platform_.Dialogs.ExpectBox(
-        "Error", "The image a.tga you tried to load doesn't seem to be a valid image",
-        BoxAnswer::Ok);
-    EXPECT_TRUE(Drop(data, Find<TileSlots>(*window_, "PicTiles").At(3)));
-}
-
 TEST_F(FrmBINTileEditTest, AFileDroppedOnTheWindowBecomesASetAndIsChecked) {
     QMimeData data;
     data.setUrls(
         {QUrl::fromLocalFile(QString::fromStdString(folder_.Write("a.tga", "x")))});
-    platform_.Dialogs.ExpectBox(
-        "Error", "The image a.tga you tried to load doesn't seem to be a valid image",
-        BoxAnswer::Ok);
-    EXPECT_TRUE(Drop(data, *window_));
+    auto& slot = Find<TileSlots>(*window_, "PicTiles").At(3);
+    const auto refusedAsSet = [&](QWidget& onto) {
+        platform_.Dialogs.ExpectBox(
+            "Error", "The image a.tga you tried to load doesn't seem to be a valid image",
+            BoxAnswer::Ok);
+        EXPECT_TRUE(Drop(data, onto));
+        EXPECT_TRUE(platform_.Dialogs.AllAnswered());
+    };
+    refusedAsSet(*window_);
     platform_.Dialogs.ExpectBox("", "Invalid extension for pcx or dds image",
                                 BoxAnswer::Ok);
-    EXPECT_TRUE(Drop(data, Find<TileSlots>(*window_, "PicTiles").At(3)));
+    EXPECT_TRUE(Drop(data, slot));
     EXPECT_EQ(Find<TileSlots>(*window_, "PicTiles").Highlighted(), 3);
+    // Without a set the slots are nobody's.
+    for (int i = 0; i < 3; ++i)
+        Click("cmdDeleteSet");
+    refusedAsSet(slot);
 }
 
 } // namespace
