@@ -21,7 +21,6 @@ namespace vardenix {
 namespace {
 
 using tests::Find;
-using tests::Posts;
 
 class BinEditorTest : public tests::OpenedWorkspace {
 protected:
