@@ -11,6 +11,7 @@
 namespace vardenix {
 
 class FeatureLayer;
+struct DeskPart;
 
 // What the windows of other subsystems do for the workspace. Each subsystem's file of
 // app/ fills in its own; what nobody offers has its control disabled.
@@ -44,6 +45,8 @@ struct OfferedVerbs {
     std::vector<std::function<void(bool workspaceShown)>> ShowWindows;
     // Called when the close box of a window has taken the tick from its box on the panel.
     std::vector<std::function<void()>> BoxesChanged;
+    // Windows that are docked where the user wants all in one.
+    std::vector<std::function<DeskPart()>> Parts;
     // Called when windows take their stored places, and when places are stored.
     std::vector<std::function<void()>> PlaceWindows;
     std::vector<std::function<void()>> StorePlaces;

@@ -1,5 +1,6 @@
 #include "app/OverlayWindows.h"
 
+#include "app/OneWindow.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "overlays/DerivedFiles.h"
 #include "overlays/FeatureExport.h"
@@ -40,7 +41,7 @@ private:
 void ShowTool(QWidget& window, bool shown) {
     if (shown)
         NoIcon(window);
-    window.setVisible(shown);
+    SetShown(window, shown);
 }
 
 } // namespace
@@ -94,6 +95,13 @@ void OverlayWindows::OfferWindows(OfferedVerbs& offers) {
     offers.BoxesChanged.emplace_back([this] { BoxesChanged(); });
     offers.PlaceWindows.emplace_back([this] { PlaceWindows(); });
     offers.StorePlaces.emplace_back([this] { StorePlaces(); });
+    offers.Parts.emplace_back([this] {
+        return DeskPart{&Features(), "chkShowFeatures"};
+    });
+    offers.Parts.emplace_back([this] {
+        return DeskPart{&SearchResultsWindow(), "chkShowResults",
+                        Qt::BottomDockWidgetArea};
+    });
 }
 
 FrmVXFeatures& OverlayWindows::Features() {
@@ -272,9 +280,9 @@ void OverlayWindows::PlaceWindows() {
 }
 
 void OverlayWindows::StorePlaces() {
-    if (features_)
+    if (features_ && features_->isWindow())
         state_.Configuration.FeatWinPos = StoredPlaceOf(*features_);
-    if (searchResults_)
+    if (searchResults_ && searchResults_->isWindow())
         state_.Configuration.SearchResWinPos = StoredPlaceOf(*searchResults_);
 }
 

@@ -1,5 +1,6 @@
 #include "app/WindowPlaces.h"
 
+#include "app/OneWindow.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/windows/Theme.h"
 #include "platform/windows/WindowPlace.h"
@@ -116,8 +117,11 @@ void WindowPlaces::PlaceAsStored() {
 }
 
 void WindowPlaces::Store() {
+    if (!windows_.Panel->isWindow())
+        return; // parts of one window keep the places that they had
     settings_.MainControlWinPos = StoredPlaceOf(*windows_.Panel);
-    settings_.MainWinPos = StoredPlaceOf(*windows_.Map);
+    if (!windows_.Map->isMaximized())
+        settings_.MainWinPos = StoredPlaceOf(*windows_.Map);
     settings_.ThPrevWinPos = StoredPlaceOf(*windows_.Preview);
     // One that fills the screen keeps the place it had before.
     if (windows_.Palette->isMaximized())
@@ -128,17 +132,20 @@ void WindowPlaces::Store() {
 }
 
 void WindowPlaces::ShowByBoxes() {
-    windows_.Panel->show();
-    // Before the map, which so ends up with the keyboard. The palette comes behind it, or
-    // the desktop would not know what it is to lie over.
-    RestorePreview();
+    // Before the map, which so ends up with the keyboard. Its tools come behind it, or
+    // the desktop would not know what they are to lie over.
+    SetShown(*windows_.Panel, true);
+    const bool mapComes = settings_.MainWinVis && !windows_.Map->isVisible();
     if (!windows_.Map->isVisible()) {
-        windows_.Palette->hide();
+        SetShown(*windows_.Preview, false);
+        SetShown(*windows_.Palette, false);
         if (settings_.MainWinVis)
             NoIcon(*windows_.Map); // as which it may have been hidden
     }
     windows_.Map->setVisible(settings_.MainWinVis);
     RestoreChildWindows();
+    if (mapComes && windows_.Panel->isWindow())
+        windows_.Panel->raise(); // some desktops look at their order at the next click only
 }
 
 void WindowPlaces::ShowTicked() {
@@ -148,19 +155,18 @@ void WindowPlaces::ShowTicked() {
 }
 
 void WindowPlaces::RestoreChildWindows() {
-    RestorePreview();
-    if (!windows_.Palette)
-        return;
-    const bool shown = SmallWindowsShown() && settings_.PalWinVis;
-    // Some desktops make an icon of a tool with its window, and shown as an icon it would
-    // take the map with it.
-    if (shown)
-        NoIcon(*windows_.Palette);
-    windows_.Palette->setVisible(shown);
-}
-
-void WindowPlaces::RestorePreview() {
-    windows_.Preview->setVisible(SmallWindowsShown() && settings_.ThPrevWinVis);
+    const auto restore = [this](QWidget* window, bool wanted) {
+        if (window == nullptr)
+            return;
+        const bool shown = SmallWindowsShown() && wanted;
+        // Some desktops make an icon of a tool with its window, and shown as an icon it
+        // would take the map with it.
+        if (shown)
+            NoIcon(*window);
+        SetShown(*window, shown);
+    };
+    restore(windows_.Preview.get(), settings_.ThPrevWinVis);
+    restore(windows_.Palette.get(), settings_.PalWinVis);
 }
 
 bool WindowPlaces::SmallWindowsShown() const {
@@ -171,7 +177,7 @@ void WindowPlaces::HideAll() {
     for (QWidget* window :
          std::initializer_list<QWidget*>{windows_.Panel.get(), windows_.Map.get(),
                                          windows_.Preview.get(), windows_.Palette.get()})
-        window->hide();
+        SetShown(*window, false);
 }
 
 } // namespace vardenix

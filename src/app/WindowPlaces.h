@@ -22,7 +22,8 @@ public:
     void Place();
     void Store();
 
-    // Every window as its box says; the map ends up with the keyboard.
+    // Every window as its box says; the map ends up with the keyboard. Parts of one
+    // window come and go in it.
     void ShowByBoxes();
     // The same for a box that was just ticked, whose window may have gone with the map.
     void ShowTicked();
@@ -36,7 +37,6 @@ private:
     void PlaceFirst();
     void PlacePanel(QPoint topLeft);
     void PlaceAsStored();
-    void RestorePreview();
 
     Configuration& settings_;
     WorkspaceWindows& windows_;

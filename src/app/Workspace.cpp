@@ -6,6 +6,7 @@
 #include "platform/FileNames.h"
 #include "platform/OwnFolders.h"
 #include "platform/Processes.h"
+#include "platform/windows/FrontWindow.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "theater/ExitGuard.h"
 #include "theater/StartUp.h"
@@ -84,6 +85,9 @@ void Workspace::MakeMap() {
     windows_.Map = std::make_unique<FrmVXMap>(
         FrmVXMap::Parts{state_, view_, interaction_, *renderer_, undo_, *this, *mapVerbs_,
                         offers_.Features});
+    KeepOrder();
+    OnSignal(windows_.Map.get(), &FrmVXMap::GridChosen, windows_.Panel.get(),
+             [this](bool forGood) { windows_.Panel->GridChosen(forGood); });
     OnSignal(windows_.Panel.get(), &FrmVXMain::MapCaptionChanged, windows_.Map.get(),
              [this](const QString& caption) { windows_.Map->setWindowTitle(caption); });
     OnSignal(windows_.Map.get(), &FrmVXMap::ViewPainted, windows_.Preview.get(),
@@ -104,10 +108,17 @@ void Workspace::RefreshPalette() {
     if (!windows_.Palette) {
         windows_.Palette =
             std::make_unique<FrmVXTilePal>(state_, interaction_, tilePictures_, *this);
-        // A click that paints brings the map up.
         KeepOverMap(*windows_.Palette, windows_);
     }
     windows_.Palette->Clear();
+}
+
+// A click on the map brings it up, and buries nothing.
+void Workspace::KeepOrder() {
+    KeepInFront(*windows_.Panel);
+    KeepOverMap(*windows_.Preview, windows_);
+    if (windows_.Palette)
+        KeepOverMap(*windows_.Palette, windows_);
 }
 
 void Workspace::RestoreChildWindows() {
@@ -132,10 +143,54 @@ void Workspace::ApplySavedLayout() {
         place();
     windows_.Palette->Command1_Click();
     windows_.Panel->ShowSettings();
-    places_.ShowByBoxes();
-    ShowOfferedWindows(true);
+    if (desk_.Read().OneWindow) {
+        Join();
+    } else {
+        places_.ShowByBoxes();
+        ShowOfferedWindows(true);
+    }
     RefreshPicArray();
     RememberTheater();
+}
+
+void Workspace::Join() {
+    std::vector<DeskPart> parts{
+        {.Window = windows_.Preview.get(), .Box = "chkShowTheater"},
+        {.Window = windows_.Palette.get(), .Box = "chkShowTile", .Height = 420}};
+    for (const auto& part : offers_.Parts)
+        parts.push_back(part());
+    oneWindow_ = std::make_unique<OneWindow>(
+        windows_, parts, [this](const char* box) { WindowHidden(box); },
+        desk_.Read().Layout);
+    places_.ShowByBoxes();
+    ShowOfferedWindows(true);
+    oneWindow_->show();
+    windows_.Map->setFocus();
+}
+
+void Workspace::SetOneWindow(bool on) {
+    if (on == IsOneWindow())
+        return;
+    StorePlaces();
+    if (on)
+        Join();
+    else
+        Part();
+    desk_.Change([on](Desk& desk) { desk.OneWindow = on; });
+    RefreshPicArray();
+}
+
+void Workspace::Part() {
+    oneWindow_.reset();
+    KeepOrder();
+    for (const auto& part : offers_.Parts)
+        KeepOverMap(*part().Window, windows_);
+    windows_.Map->FollowRoom();
+    places_.Place();
+    for (const auto& place : offers_.PlaceWindows)
+        place();
+    places_.ShowByBoxes();
+    ShowOfferedWindows(true);
 }
 
 void Workspace::RememberTheater() {
@@ -188,6 +243,8 @@ void Workspace::SelectionChanged() { windows_.Map->ShowTools(); }
 void Workspace::CommandsChanged() { windows_.Panel->RefreshCommands(); }
 
 void Workspace::ShowWorkspace() {
+    if (oneWindow_)
+        oneWindow_->show();
     places_.ShowByBoxes();
     ShowOfferedWindows(true);
     RefreshPicArray();
@@ -215,7 +272,10 @@ void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
 
 void Workspace::HideWorkspace() {
     ShowOfferedWindows(false);
-    places_.HideAll();
+    if (oneWindow_)
+        oneWindow_->hide(); // its parts lie as they lay when it comes back
+    else
+        places_.HideAll();
 }
 
 void Workspace::WindowHidden(const char* checkBoxName) {
@@ -231,6 +291,8 @@ void Workspace::StorePlaces() {
     places_.Store();
     for (const auto& store : offers_.StorePlaces)
         store();
+    if (oneWindow_)
+        desk_.Change([this](Desk& desk) { desk.Layout = oneWindow_->Layout(); });
 }
 
 void Workspace::CreateRestorePoint() { panelVerbs_->Do(PanelVerb::CreateRestorePoint); }

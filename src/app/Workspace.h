@@ -2,6 +2,7 @@
 
 #include "app/DeskMemory.h"
 #include "app/OfferedVerbs.h"
+#include "app/OneWindow.h"
 #include "app/WindowPlaces.h"
 #include "app/WorkspaceWindows.h"
 #include "mapview/MapRenderer.h"
@@ -42,6 +43,10 @@ public:
     void StartAnew(const std::string& folder);
     // What is to be started when the program has ended; may be empty.
     const std::string& NextProgram() const { return nextProgram_; }
+
+    // All parts in one window, or each in its own; remembered.
+    bool IsOneWindow() const { return oneWindow_ != nullptr; }
+    void SetOneWindow(bool on);
 
     // For the subsystems whose windows open from the workspace to fill in, before the
     // first theater is opened, and for what they ask of the workspace in turn.
@@ -88,6 +93,10 @@ private:
     void MakeMap();
     void ShowOfferedWindows(bool workspaceShown);
     void RememberTheater();
+    // Windows of their own again lie over the map, and the panel over all.
+    void KeepOrder();
+    void Join();
+    void Part();
     void BringAllToFront();
 
     ProgramState& state_;
@@ -106,8 +115,9 @@ private:
     WindowPlaces places_;
     DeskMemory desk_;
     std::string nextProgram_;
-    bool renumberedSincePoint_ = false; // and a restore point may be older
-    bool restoredUnsaved_ = false;      // level 2 has posts of one that no file has
+    bool renumberedSincePoint_ = false;    // and a restore point may be older
+    bool restoredUnsaved_ = false;         // level 2 has posts of one that no file has
+    std::unique_ptr<OneWindow> oneWindow_; // while the user wants it
 };
 
 } // namespace vardenix

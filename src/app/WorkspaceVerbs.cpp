@@ -10,7 +10,28 @@
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTilePal.h"
 
+#include <optional>
+
 namespace vardenix {
+
+namespace {
+
+std::optional<MapTool> ToolOf(PanelVerb verb) {
+    switch (verb) {
+    case PanelVerb::BrushTool:
+        return MapTool::Brush;
+    case PanelVerb::RectangleTool:
+        return MapTool::Rectangle;
+    case PanelVerb::FillTool:
+        return MapTool::Fill;
+    case PanelVerb::PickTool:
+        return MapTool::Pick;
+    default:
+        return {};
+    }
+}
+
+} // namespace
 
 Workspace::PanelVerbs::PanelVerbs(Workspace& workspace)
     : PanelDialogs(workspace.state_, workspace.view_, workspace.platform_, workspace),
@@ -29,7 +50,12 @@ bool Workspace::PanelVerbs::Can(PanelVerb verb) const {
     case PanelVerb::Restore:
     case PanelVerb::SaveScreenshot:
     case PanelVerb::OpenTheater:
+    case PanelVerb::OneWindow:
     case PanelVerb::BringAllToFront:
+    case PanelVerb::BrushTool:
+    case PanelVerb::RectangleTool:
+    case PanelVerb::FillTool:
+    case PanelVerb::PickTool:
     case PanelVerb::ShowMain:
     case PanelVerb::ShowTheater:
     case PanelVerb::ShowTile:
@@ -38,6 +64,12 @@ bool Workspace::PanelVerbs::Can(PanelVerb verb) const {
         return workspace_.offers_.Panel.contains(verb) ||
                workspace_.offers_.ShowWindow.contains(verb);
     }
+}
+
+bool Workspace::PanelVerbs::Chosen(PanelVerb verb) const {
+    if (verb == PanelVerb::OneWindow)
+        return workspace_.IsOneWindow();
+    return ToolOf(verb) == workspace_.interaction_.Tool;
 }
 
 void Workspace::PanelVerbs::Do(PanelVerb verb) {
@@ -54,9 +86,13 @@ void Workspace::PanelVerbs::Do(PanelVerb verb) {
         return Restore();
     case PanelVerb::OpenTheater:
         return workspace_.StartAnew({});
+    case PanelVerb::OneWindow:
+        return workspace_.SetOneWindow(!workspace_.IsOneWindow());
     case PanelVerb::BringAllToFront:
         return workspace_.BringAllToFront();
     default:
+        if (const auto tool = ToolOf(verb))
+            return workspace_.windows_.Map->ChooseTool(*tool);
         if (const auto offer = workspace_.offers_.Panel.find(verb);
             offer != workspace_.offers_.Panel.end())
             offer->second();

@@ -13,6 +13,7 @@ public:
     explicit PanelVerbs(Workspace& workspace);
 
     bool Can(PanelVerb verb) const override;
+    bool Chosen(PanelVerb verb) const override;
     void Do(PanelVerb verb) override;
     void SaveTheater(bool as) override;
     void EditL0Elv(bool on) override;

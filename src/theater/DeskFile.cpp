@@ -1,6 +1,7 @@
 #include "theater/DeskFile.h"
 
 #include "platform/FileNames.h"
+#include "platform/Numbers.h"
 #include "platform/ProfileFile.h"
 #include "platform/StagedFile.h"
 
@@ -15,6 +16,11 @@ std::string DeskPath(std::string_view appPath) {
 }
 
 std::string KeyOfRecent(size_t index) { return "THEATER" + std::to_string(index + 1); }
+
+// A layout has more characters than a value of such a file.
+constexpr size_t LayoutPiece = 700;
+
+std::string KeyOfLayout(size_t index) { return "LAYOUT" + std::to_string(index + 1); }
 
 // As one text for all ways to write the same path.
 std::string Compared(const std::string& path) {
@@ -38,6 +44,9 @@ Desk ReadDesk(std::string_view appPath) {
                                          folder) == desk.Recent.end())
             desk.Recent.push_back(folder);
     }
+    desk.OneWindow = Val(file.Read("WINDOWS", "ONE_WINDOW")) != 0;
+    for (size_t i = 0; i < MostLayout / LayoutPiece; ++i)
+        desk.Layout += file.Read("WINDOWS", KeyOfLayout(i));
     return desk;
 }
 
@@ -45,6 +54,11 @@ std::string DeskText(const Desk& desk) {
     ProfileWriter file;
     for (size_t i = 0; i < desk.Recent.size(); ++i)
         file.Write("RECENT", KeyOfRecent(i), desk.Recent[i]);
+    file.Write("WINDOWS", "ONE_WINDOW", desk.OneWindow ? "-1" : "0");
+    if (desk.Layout.size() <= MostLayout)
+        for (size_t at = 0; at < desk.Layout.size(); at += LayoutPiece)
+            file.Write("WINDOWS", KeyOfLayout(at / LayoutPiece),
+                       desk.Layout.substr(at, LayoutPiece));
     return file.Text();
 }
 

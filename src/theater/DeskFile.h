@@ -15,9 +15,15 @@ struct Desk {
     // Folders of the theaters opened last, UTF-8 without a slash at the end, the newest
     // first; each is there once.
     std::vector<std::string> Recent;
+    // All windows of the workspace in one; and how its parts lie, as letters and digits
+    // of the toolkit's own. Empty until it has been used.
+    bool OneWindow = false;
+    std::string Layout;
 };
 
 constexpr size_t MostRecent = 9;
+// A longer layout is not kept.
+constexpr size_t MostLayout = 5600; // characters
 
 // Desk.ini in the folder `appPath`; nothing remembered without the file. Any bytes are
 // accepted. Errors as of ReadWholeFile but 53.

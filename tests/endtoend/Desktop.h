@@ -90,6 +90,8 @@ public:
     // How far down from the screen's edge it begins; WhereIs counts a frame twice.
     int TopOf(const std::string& title) const;
     void Move(const std::string& title, int left, int top) const;
+    // From then on there is no window manager.
+    void EndManager() { manager_ = {}; }
     // The window manager is held up.
     void StopManagerFor(int milliseconds) const { manager_.StopFor(milliseconds); }
     // Makes the active window an icon.

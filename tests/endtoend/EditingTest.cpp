@@ -1,101 +1,16 @@
 // A theater is edited with mouse and keys, saved, and read back from the disk by code of
 // the tests' own.
-#include "endtoend/WorkspaceOnDesktop.h"
-#include "support/TheaterMaker.h"
+#include "endtoend/EditingOnDesktop.h"
 
+#include <csignal>
 #include <random>
 #include <set>
 #include <utility>
 
-namespace fs = std::filesystem;
-
 namespace vardenix::tests {
 namespace {
 
-constexpr const char* Star = "^\\*sorrelund$";
-constexpr const char* Details = "^Tile Details$";
-// Post (0, 0) of the view, from 0 as the map shows it.
-constexpr int ViewX = 60;
-constexpr int ViewY = 60;
-
-class EditingEndToEnd : public WorkspaceOnDesktop {
-protected:
-    void SetUp() override {
-        WorkspaceOnDesktop::SetUp();
-        fs::copy(SAMPLE_FOLDER, theater_, fs::copy_options::recursive);
-        UseEdited();
-    }
-
-    // Panel, map and, below its picture's middle, the palette.
-    void UseEdited() {
-        UseTheater(theater_, {{"X", std::to_string(ViewX)},
-                              {"Y", std::to_string(ViewY)},
-                              {"MAIN_WIN_VIS", "-1"},
-                              {"MAIN_WIN_POS_L", "6600"},
-                              {"PAL_WIN_VIS", "-1"},
-                              {"PAL_WIN_POS_L", "9000"},
-                              {"PAL_WIN_POS_T", "8400"},
-                              {"PAL_WIN_SIZE_W", "6300"},
-                              {"PAL_WIN_SIZE_H", "4500"}});
-    }
-
-    std::string Terrain(const std::string& name) const {
-        return theater_ + "/terrdata/sorrelund/terrain/" + name;
-    }
-    MadeLevel Level2() const {
-        return ReadPair(Terrain("theater.L2"), Terrain("theater.O2"));
-    }
-    MadeLevel Level0() const {
-        return ReadPair(Terrain("theater.L0"), Terrain("theater.O0"));
-    }
-
-    // The middle of a post of the view, from its lower left.
-    static int Across(int x) { return x * Cell + Cell / 2; }
-    static int Down(int y) { return Strip + Side - y * Cell - Cell / 2; }
-    void ClickPost(int x, int y, int button) {
-        desktop_.ClickIn(Map, Across(x), Down(y), button);
-    }
-    static Picture CellOf(const Picture& map, int x, int y) {
-        return map.Part({x * Cell, Side - (y + 1) * Cell, Cell, Cell});
-    }
-
-    // The first button of the palette, once the tiles are there.
-    void ChooseFirstTile() {
-        ASSERT_TRUE(WaitFor([&] {
-            return desktop_.Visible(Palette) && desktop_.Colors(Palette).size() > 50;
-        }));
-        desktop_.ClickIn(Palette, 45, 90);
-    }
-    // Through the context menu of a post, or of a height in the L0/ELV mode.
-    void OpenDetails(int x, int y, bool byMenu) {
-        ClickPost(x, y, 3);
-        if (byMenu)
-            desktop_.Keys({"Down", "Return"});
-        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Details); }));
-    }
-    void TypeElevation(const std::string& feet) {
-        desktop_.Type(feet);
-        desktop_.Key("Return");
-        ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Details); }));
-    }
-    void Save() {
-        desktop_.Key("ctrl+s");
-        ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
-    }
-
-    std::string theater_ = folder_.File("edited theater");
-};
-
-// Serials whose posts differ, from 1.
-std::vector<size_t> Differences(const MadeLevel& a, const MadeLevel& b) {
-    std::vector<size_t> serials;
-    for (size_t i = 0; i < a.Posts.size(); ++i)
-        if (!(a.Posts[i] == b.Posts.at(i)))
-            serials.push_back(i + 1);
-    return serials;
-}
-
-size_t SerialOf(size_t x, size_t y, size_t width) { return y * width + x + 1; }
+using EditingEndToEnd = EditingOnDesktop;
 
 TEST_F(EditingEndToEnd, PaintsUndoesEditsSavesAndFindsItAgain) {
     const MadeLevel before = Level2();
@@ -227,6 +142,26 @@ TEST_F(EditingEndToEnd, StrokesRectanglesAndFillsAreOnTheDiskAsTheyWereDrawn) {
     ASSERT_TRUE(Await([&](const Picture& map) { return map != rectangle; }));
     ASSERT_NO_FATAL_FAILURE(Save());
     ASSERT_NO_FATAL_FAILURE(ExpectPainted(saved, Level2(), filled, tile));
+    Leave();
+}
+
+// The pointer's way is told to a program that does something else meanwhile.
+TEST_F(EditingEndToEnd, AStrokeKeepsItsCornersWhileTheProgramIsBusy) {
+    const MadeLevel before = Level2();
+    Start();
+    ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
+    ClickPost(0, 0, 1);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+    program_.Signal(SIGSTOP);
+    desktop_.StrokeIn(Map,
+                      {{Across(0), Down(0)}, {Across(0), Down(4)}, {Across(4), Down(4)}});
+    program_.Signal(SIGCONT);
+    ASSERT_NO_FATAL_FAILURE(Save());
+    const MadeLevel saved = Level2();
+    const int32_t tile = saved.Posts[SerialOf(ViewX, ViewY, Posts) - 1].Tile;
+    ASSERT_NO_FATAL_FAILURE(ExpectPainted(
+        before, saved,
+        {{0, 0}, {0, 1}, {0, 2}, {0, 3}, {0, 4}, {1, 4}, {2, 4}, {3, 4}, {4, 4}}, tile));
     Leave();
 }
 

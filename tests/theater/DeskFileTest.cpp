@@ -15,6 +15,7 @@ TEST(DeskFile, NothingIsRememberedWithoutTheFile) {
     const TestFolder folder;
     const Desk desk = ReadDesk(folder.Path() + "/");
     EXPECT_TRUE(desk.Recent.empty());
+    EXPECT_FALSE(desk.OneWindow);
     EXPECT_EQ(folder.Names(), "");
 }
 
@@ -22,15 +23,31 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     const TestFolder folder;
     const std::vector<std::string> recent{"/a b/Nor\xC3\xB0urland", " /blank first",
                                           "'q'", "/50%;[x]=y"};
-    WriteDesk(folder.Path() + "/", {recent});
+    Desk kept;
+    kept.Recent = recent;
+    kept.OneWindow = true;
+    for (int i = 0; i < 2000; ++i)
+        kept.Layout += "Ab3+/="[i * i % 7 % 6];
+    WriteDesk(folder.Path() + "/", kept);
     EXPECT_EQ(folder.Names(), "Desk.ini");
     const Desk desk = ReadDesk(folder.Path() + "/");
     EXPECT_EQ(desk.Recent, recent);
+    EXPECT_TRUE(desk.OneWindow);
+    EXPECT_EQ(desk.Layout, kept.Layout);
 }
 
 TEST(DeskFile, IsAPlainProfileFile) {
-    EXPECT_EQ(DeskText({{"/new", "/old"}}),
-              "[RECENT]\r\nTHEATER1=/new\r\nTHEATER2=/old\r\n");
+    Desk desk;
+    desk.Recent = {"/new", "/old"};
+    const std::string recent = "[RECENT]\r\nTHEATER1=/new\r\nTHEATER2=/old\r\n";
+    EXPECT_EQ(DeskText(desk), recent + "[WINDOWS]\r\nONE_WINDOW=0\r\n");
+    desk.OneWindow = true;
+    const std::string piece(700, 'x');
+    desk.Layout.assign(piece).push_back('y');
+    const std::string windows = recent + "[WINDOWS]\r\nONE_WINDOW=-1\r\n";
+    EXPECT_EQ(DeskText(desk), windows + "LAYOUT1=" + piece + "\r\nLAYOUT2=y\r\n");
+    desk.Layout = std::string(5601, 'x');
+    EXPECT_EQ(DeskText(desk), windows);
 }
 
 TEST(DeskFile, OneThatIsBrokenRemembersWhatCanBeRead) {

@@ -33,14 +33,15 @@ TEST_F(FrmVXMainTest, TheMenusStandInTheirOrder) {
                   "Save|Ctrl+S", "Save as...", "-", "Load heights...|Ctrl+L", "-",
                   "Open another theater...", "Recent", "-", "Exit"}));
     EXPECT_EQ(Texts(Find<QMenu>("mnuEdit")),
-              (std::vector<std::string>{"Undo|Ctrl+Z", "Redo|Ctrl+Y"}));
+              (std::vector<std::string>{"Undo|Ctrl+Z", "Redo|Ctrl+Y", "-", "Brush|B",
+                                        "Rectangle|R", "Fill|F", "Pick a tile|I"}));
     EXPECT_EQ(Texts(Find<QMenu>("mnuView")),
               (std::vector<std::string>{
                   "Areas and paths|Ctrl+1", "Grid|Ctrl+2", "Export area|Ctrl+3",
                   "Heights|Ctrl+4", "Segments|Ctrl+5", "Night colors|Ctrl+6",
                   "MAP color|Ctrl+7", "-", "Main window|F5", "Theater preview|F6",
                   "Search results|F7", "Tile palette|F8", "Features|F9", "-",
-                  "Bring all to front"}));
+                  "One window", "Bring all to front"}));
 }
 
 TEST_F(FrmVXMainTest, AnEntryPressesTheControlThatItStandsFor) {
@@ -55,7 +56,12 @@ TEST_F(FrmVXMainTest, AnEntryPressesTheControlThatItStandsFor) {
     EXPECT_EQ(StoryOfMenu("mnuUndo"), verb(PanelVerb::Undo));
     EXPECT_EQ(StoryOfMenu("mnuRedo"), verb(PanelVerb::Redo));
     EXPECT_EQ(StoryOfMenu("mnuOpenTheater"), verb(PanelVerb::OpenTheater));
+    EXPECT_EQ(StoryOfMenu("mnuOneWindow"), verb(PanelVerb::OneWindow));
     EXPECT_EQ(StoryOfMenu("mnuBringAll"), verb(PanelVerb::BringAllToFront));
+    EXPECT_EQ(StoryOfMenu("mnuBrush"), verb(PanelVerb::BrushTool));
+    EXPECT_EQ(StoryOfMenu("mnuRectangle"), verb(PanelVerb::RectangleTool));
+    EXPECT_EQ(StoryOfMenu("mnuFill"), verb(PanelVerb::FillTool));
+    EXPECT_EQ(StoryOfMenu("mnuPick"), verb(PanelVerb::PickTool));
     const std::map<const char*, bool MapView::*> layers{
         {"mnuShowAreas", &MapView::ShowAreasPaths},
         {"mnuShowGrid", &MapView::ShowGrid},
@@ -105,6 +111,19 @@ TEST_F(FrmVXMainTest, EntriesLookLikeTheirControlsWhenTheMenuComes) {
     PullDown(Find<QMenu>("mnuView"));
     EXPECT_TRUE(Find<QAction>("mnuShowGrid").isChecked());
     EXPECT_FALSE(Find<QAction>("mnuShowHeights").isChecked());
+}
+
+TEST_F(FrmVXMainTest, WhatIsChosenIsTickedWhenTheMenuComes) {
+    Show();
+    commands_.OneChosen = PanelVerb::FillTool;
+    PullDown(Find<QMenu>("mnuEdit"));
+    EXPECT_TRUE(Find<QAction>("mnuFill").isChecked());
+    EXPECT_FALSE(Find<QAction>("mnuBrush").isChecked());
+    EXPECT_FALSE(Find<QAction>("mnuOneWindow").isChecked());
+    commands_.OneChosen = PanelVerb::OneWindow;
+    PullDown(Find<QMenu>("mnuView"));
+    EXPECT_TRUE(Find<QAction>("mnuOneWindow").isChecked());
+    EXPECT_FALSE(Find<QAction>("mnuFill").isChecked());
 }
 
 TEST_F(FrmVXMainTest, RecentTheatersAreListedWhenTheMenuComes) {

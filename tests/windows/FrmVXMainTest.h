@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include <optional>
 #include <set>
 
 namespace vardenix::tests {
@@ -56,6 +57,8 @@ public:
     bool Can(PanelVerb verb) const override {
         return AllPossible || Possible.contains(verb);
     }
+    std::optional<PanelVerb> OneChosen;
+    bool Chosen(PanelVerb verb) const override { return OneChosen == verb; }
     void Do(PanelVerb verb) override { Tell("do", static_cast<int>(verb)); }
     void SaveTheater(bool as) override { Tell("save", as); }
     void EditL0Elv(bool on) override { Tell("l0", on); }

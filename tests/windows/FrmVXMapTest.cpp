@@ -73,7 +73,7 @@ TEST_F(FrmVXMapTest, ZoomingLeavesTheWindowItsSize) {
     EXPECT_EQ(H().pageStep(), 21);
 }
 
-TEST_F(FrmVXMapTest, APictureLargerThanTheScreenIsReachedByInnerBars) {
+TEST_F(FrmVXMapTest, APictureLargerThanTheScreenShowsItsLowerLeftPart) {
     world_.View.GridCells = 10;
     world_.View.TilePixels = 512;
     Open();
@@ -82,8 +82,11 @@ TEST_F(FrmVXMapTest, APictureLargerThanTheScreenIsReachedByInnerBars) {
     EXPECT_LE(window_.height(), room.height());
     EXPECT_EQ(PicShow().size(), QSize(5120, 5120));
     auto& ground = Find<QScrollArea>(window_, "ground");
-    ASSERT_TRUE(ground.verticalScrollBar()->isVisible());
-    ground.verticalScrollBar()->setValue(ground.verticalScrollBar()->maximum());
+    EXPECT_FALSE(ground.verticalScrollBar()->isVisible());
+    EXPECT_FALSE(ground.horizontalScrollBar()->isVisible());
+    EXPECT_EQ(PicShow().x(), 0);
+    EXPECT_EQ(PicShow().y() + 5120, ground.viewport()->height());
+    window_.resize(300, 400);
     EXPECT_EQ(PicShow().y() + 5120, ground.viewport()->height());
     EXPECT_TRUE(H().isVisible());
     EXPECT_TRUE(window_.rect().contains(H().geometry()));

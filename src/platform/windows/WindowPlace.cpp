@@ -51,6 +51,11 @@ public:
     }
 
     void timerEvent(QTimerEvent* event) override {
+        if (!window_.isWindow()) { // a part of another one meanwhile
+            killTimer(event->timerId());
+            deleteLater();
+            return;
+        }
         if (!window_.isVisible()) {
             killTimer(event->timerId());
             window_.installEventFilter(this); // till it comes up again

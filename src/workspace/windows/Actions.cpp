@@ -29,6 +29,10 @@ constexpr auto Table = std::to_array<Action>({
     {Kind::MenuEntry, "mnyExit", "E&xit", "Ctrl+Q", "Leave the program"},
     {Kind::TwinEntry, "mnuUndo", "&Undo", "", "", "cmdUndo"},
     {Kind::TwinEntry, "mnuRedo", "&Redo", "", "", "cmdRedo"},
+    {Kind::ToolEntry, "mnuBrush", "&Brush", "", "", "cmdBrush"},
+    {Kind::ToolEntry, "mnuRectangle", "Re&ctangle", "", "", "cmdRectangle"},
+    {Kind::ToolEntry, "mnuFill", "&Fill", "", "", "cmdFill"},
+    {Kind::ToolEntry, "mnuPick", "&Pick a tile", "", "", "cmdPick"},
     {Kind::TwinEntry, "mnuShowAreas", "&Areas and paths", "", "", "chkShowAreas"},
     {Kind::TwinEntry, "mnuShowGrid", "&Grid", "", "", "chkShowGrid"},
     {Kind::TwinEntry, "mnuShowExport", "&Export area", "", "", "chkShowExport"},
@@ -41,6 +45,8 @@ constexpr auto Table = std::to_array<Action>({
     {Kind::TwinEntry, "mnuWinResults", "Search &results", "", "", "chkShowResults"},
     {Kind::TwinEntry, "mnuWinTile", "&Tile palette", "", "", "chkShowTile"},
     {Kind::TwinEntry, "mnuWinFeatures", "&Features", "", "", "chkShowFeatures"},
+    {Kind::MenuEntry, "mnuOneWindow", "&One window", "F11",
+     "All windows of the workspace in one, or each on its own"},
     {Kind::MenuEntry, "mnuBringAll", "&Bring all to front", "F12",
      "Every window of the program comes over those of others"},
     {Kind::MenuEntry, "mnumkMEA", "Make MEA F&ile", "",
@@ -184,6 +190,15 @@ void ApplyTwin(const Action& action, QMainWindow& panel) {
             });
 }
 
+// Their keys are letters, which belong to whoever writes in a box of another window.
+void ApplyTool(const Action& action, QMainWindow& panel) {
+    auto* entry = panel.findChild<QAction*>(action.Name);
+    const QString key = KeyOf(action.Control).toString(QKeySequence::NativeText);
+    entry->setText(action.Caption + ("\t" + key));
+    entry->setToolTip(KeyTip(action.Control));
+    entry->setCheckable(true);
+}
+
 void Apply(const Action& action, QMainWindow& panel, QAbstractButton& button) {
     button.setToolTip(TipOf(action));
     button.setAccessibleName(action.Caption);
@@ -206,6 +221,8 @@ void ApplyActions(QMainWindow& panel) {
             Apply(action, panel, *panel.findChild<QAbstractButton*>(action.Name));
         else if (action.What == Kind::TwinEntry)
             ApplyTwin(action, panel);
+        else if (action.What == Kind::ToolEntry)
+            ApplyTool(action, panel);
     }
 }
 

@@ -14,6 +14,7 @@ struct Action {
     enum class Kind {
         MenuEntry,  // of the control panel
         TwinEntry,  // of its menus: presses the control that it stands for
+        ToolEntry,  // of its menus: a tool of the map
         PopupEntry, // of the map's context menu
         Button,     // of the control panel
         Key         // looked after by the window itself
@@ -23,7 +24,8 @@ struct Action {
     const char* Caption;
     const char* Keys;    // as Qt writes them, in English; several are parted by a blank
     const char* ToolTip; // may be empty
-    const char* Control = ""; // of a TwinEntry, whose keys are that control's
+    // Of a TwinEntry and a ToolEntry, whose keys are those of that control.
+    const char* Control = "";
 };
 
 // In the order of the menus and of the panel.
@@ -32,7 +34,7 @@ std::span<const Action> PanelActions();
 // Gives the menu entries of `panel` their captions and keys, its buttons their tool tips,
 // accessible names and keys. The keys hold in every window of the program while the panel
 // can be used. Twin entries press their controls, and look as these do whenever their
-// menu comes up.
+// menu comes up; tool entries say keys that the map listens to.
 void ApplyActions(QMainWindow& panel);
 
 // The caption of a row of the kind PopupEntry, by its name.

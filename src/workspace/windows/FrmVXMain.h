@@ -76,6 +76,9 @@ public:
     void SetZoom(int16_t zoomPosts);
     // LabelX and LabelY follow the view.
     void PositionChanged();
+    // The map's window has chosen the view's GridCells and TilePixels: the panel shows
+    // them, and lays out and paints anew. `forGood`: they are remembered.
+    void GridChosen(bool forGood);
     // The box of a window, without showing or hiding that.
     bool WindowBox(PanelVerb window) const;
     void SetWindowBox(PanelVerb window, bool on);
@@ -135,6 +138,7 @@ private:
     void cmdGoXY_Click();
     void CmdSaveTheater_Click(bool as);
     void CmdExport_Click();
+    void TickChosen();
     void FillRecent();
     void mnuOnlineHelp_Click();
     void mnuSaveScreeshot_Click();

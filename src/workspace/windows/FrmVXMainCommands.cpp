@@ -22,7 +22,7 @@ struct VerbControl {
 };
 
 // Of each verb, the control that is enabled when it can be done.
-constexpr std::array<VerbControl, 24> VerbControls{{
+constexpr std::array<VerbControl, 29> VerbControls{{
     {PanelVerb::OpenBIN, "cmdOpenBIN"},
     {PanelVerb::OpenMap, "cmdOpenMap"},
     {PanelVerb::Import, "CmdImport"},
@@ -41,7 +41,12 @@ constexpr std::array<VerbControl, 24> VerbControls{{
     {PanelVerb::RebuildTheater, "mnuRebuildTheater"},
     {PanelVerb::SaveScreenshot, "mnuSaveScreeshot"},
     {PanelVerb::OpenTheater, "mnuOpenTheater"},
+    {PanelVerb::OneWindow, "mnuOneWindow"},
     {PanelVerb::BringAllToFront, "mnuBringAll"},
+    {PanelVerb::BrushTool, "mnuBrush"},
+    {PanelVerb::RectangleTool, "mnuRectangle"},
+    {PanelVerb::FillTool, "mnuFill"},
+    {PanelVerb::PickTool, "mnuPick"},
     {PanelVerb::ShowMain, "chkShowMain"},
     {PanelVerb::ShowResults, "chkShowResults"},
     {PanelVerb::ShowTheater, "chkShowTheater"},
@@ -104,6 +109,9 @@ void FrmVXMain::ConnectMenus() {
     OnSignal(ui_->mnuAbout, &QAction::triggered, this, [this] { commands_.ShowAbout(); });
     OnSignal(ui_->mnuSaveScreeshot, &QAction::triggered, this,
              [this] { mnuSaveScreeshot_Click(); });
+    ui_->mnuOneWindow->setCheckable(true);
+    for (const QMenu* menu : {ui_->mnuEdit, ui_->mnuView})
+        OnSignal(menu, &QMenu::aboutToShow, this, [this] { TickChosen(); });
     OnSignal(ui_->mnuRecent, &QMenu::aboutToShow, this, [this] { FillRecent(); });
     OnSignal(ui_->mnuFile, &QMenu::aboutToShow, this, [this] {
         ui_->mnuRecent->setEnabled(commands_.Can(PanelVerb::OpenTheater) &&
@@ -112,6 +120,12 @@ void FrmVXMain::ConnectMenus() {
     // Without an action.
     ui_->mnumkTHR->setEnabled(false);
     ui_->mnuThStats->setEnabled(false);
+}
+
+void FrmVXMain::TickChosen() {
+    for (const VerbControl& row : VerbControls)
+        if (auto* entry = findChild<QAction*>(row.Control); entry && entry->isCheckable())
+            entry->setChecked(commands_.Chosen(row.Verb));
 }
 
 void FrmVXMain::FillRecent() {
@@ -134,6 +148,8 @@ void FrmVXMain::mnuOnlineHelp_Click() {
 }
 
 void FrmVXMain::mnuSaveScreeshot_Click() {
+    if (!isEnabled())
+        return;
     FileAnswer answer;
     try {
         answer = platform_.Dialogs.SaveFile(

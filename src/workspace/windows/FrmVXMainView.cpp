@@ -64,6 +64,21 @@ void FrmVXMain::GridCellsChanged() {
     Repaint();
 }
 
+void FrmVXMain::GridChosen(bool forGood) {
+    const int index = ui_->ComTileWidth->findText(QString::number(view_.TilePixels));
+    {
+        const QSignalBlocker quiet(ui_->ComTileWidth);
+        ui_->ComTileWidth->setCurrentIndex(index);
+    }
+    if (forGood) {
+        state_.Configuration.GridSize = view_.GridCells;
+        state_.Configuration.TileSize = static_cast<int16_t>(index); // a list of six
+    }
+    ShowCaptions();
+    workspace_.LoadImageControls();
+    Repaint();
+}
+
 void FrmVXMain::ComTileWidth_Click(int index) {
     view_.TilePixels =
         ClampToInt32(Val(ui_->ComTileWidth->itemText(index).toStdString()));

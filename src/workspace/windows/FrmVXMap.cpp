@@ -5,7 +5,6 @@
 #include "platform/Windows1252.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "platform/windows/WindowPlace.h"
 #include "ui_FrmVXMap.h"
 #include "workspace/StatusLine.h"
 #include "workspace/windows/Actions.h"
@@ -16,10 +15,8 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
-#include <QScreen>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <QUrl>
 #include <QWheelEvent>
 
@@ -29,8 +26,6 @@ namespace vardenix {
 
 namespace {
 
-// Below that there would be nothing left to take hold of.
-constexpr int LeastSide = 120;
 // The read-out stays as long as somebody may want to read it.
 constexpr int ReadOutTime = 120000; // ms
 constexpr int ReadOutWidth = 240;   // pixels
@@ -61,8 +56,7 @@ FrmVXMap::FrmVXMap(const Parts& parts)
       ui_(std::make_unique<Ui::FrmVXMap>()) {
     ui_->setupUi(this);
     ui_->ground->setBackgroundRole(QPalette::Mid);
-    ui_->ground->horizontalScrollBar()->setToolTip(tr("Reaches the rest of the picture"));
-    ui_->ground->verticalScrollBar()->setToolTip(tr("Reaches the rest of the picture"));
+    HoldLowerLeft();
     ui_->PicShow->Show(picture2_);
     ui_->PicShow->setMouseTracking(true);
     for (const QScrollBar* bar : {ui_->HScroll1, ui_->VScroll1})
@@ -100,6 +94,11 @@ void FrmVXMap::ShowTools() {
         Utf8FromBytes(ToolWords(interaction_, view_, state_.Catalogue.Lookup)));
     ui_->lblTool->setText(words);
     ui_->lblTool->setToolTip(words);
+}
+
+void FrmVXMap::ChooseTool(MapTool tool) {
+    ui_->strip->Choose(tool);
+    setFocus();
 }
 
 void FrmVXMap::MakePopup() {
@@ -151,28 +150,7 @@ void FrmVXMap::LoadImageControls() {
     if (picture2_.Image().width() == layout->PictureSide)
         return;
     picture2_.Resize(layout->PictureSide);
-    FitRoundPicture(*layout);
-}
-
-void FrmVXMap::FitRoundPicture(const MapLayout& layout) {
-    const int side = layout.PictureSide;
-    ui_->PicShow->setFixedSize(side, side);
-    ui_->ground->setMaximumSize(side, side);
-    ui_->HScroll1->setMaximumWidth(side);
-    ui_->VScroll1->setMaximumHeight(side);
-    const QSize form(layout.FormWidth,
-                     layout.FormHeight + ui_->strip->height() + ui_->status->height());
-    const QSize room = screen()->availableSize() - FrameSize(*this);
-    setMinimumSize(std::min(form.width(), LeastSide), std::min(form.height(), LeastSide));
-    // There is nothing to be seen beside the picture.
-    setMaximumSize(form);
-    // What the picture needs in one direction takes its scroll bar's room in the other.
-    QSize wanted = form;
-    if (form.height() > room.height())
-        wanted.rwidth() += ui_->ground->verticalScrollBar()->sizeHint().width();
-    if (form.width() > room.width())
-        wanted.rheight() += ui_->ground->horizontalScrollBar()->sizeHint().height();
-    resize(wanted.boundedTo(form).boundedTo(room));
+    FitRoundPicture();
 }
 
 void FrmVXMap::SetPosition(ViewPosition position) {
@@ -272,6 +250,13 @@ bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {
         if (watched == ui_->PicShow)
             PicShow_MouseDown(*static_cast<QMouseEvent*>(event));
         break;
+    case QEvent::Enter:
+    case QEvent::Leave:
+        if (watched == ui_->PicShow) {
+            pointerOver_ = event->type() == QEvent::Enter;
+            HearEveryMove();
+        }
+        break;
     case QEvent::MouseMove:
         if (watched == ui_->PicShow)
             PicShow_MouseMove(*static_cast<QMouseEvent*>(event));
@@ -288,8 +273,11 @@ bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {
 
 void FrmVXMap::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange)
-        emit MinimiseStateChanged();
+    if (event->type() != QEvent::WindowStateChange)
+        return;
+    if (isWindow())
+        FollowRoom();
+    emit MinimiseStateChanged();
 }
 
 void FrmVXMap::closeEvent(QCloseEvent* event) {

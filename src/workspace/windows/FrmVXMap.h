@@ -9,7 +9,10 @@
 #include "theater/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/MapMouse.h"
+#include "workspace/MapSizing.h"
 
+#include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QMenu>
 #include <QWidget>
 
@@ -45,10 +48,16 @@ public:
     // The layout of the settings, and the saved position clamped to the theater. Paints
     // nothing.
     void InitForm();
-    // The scroll ranges, and the window fitted round a picture of a new size; a picture
-    // larger than the screen is then reached by scroll bars inside the window. Nothing
-    // while there is no theater.
+    // The scroll ranges, and the window fitted round a picture of a new size; of a
+    // picture larger than the screen the window shows the lower left part, and what is
+    // beyond is reached by moving over the terrain. Nothing while there is no theater.
     void LoadImageControls();
+    // The window as large as its picture, where the screen has room for it; a part of
+    // another window, or one that fills the screen, keeps its size.
+    void FitRoundPicture();
+    // Fills the screen, or its part of another window, with as large a picture as there
+    // is room for; afterwards the sizes from before come back.
+    void FollowRoom();
     // Paints the view from nothing, and shows it.
     void RefreshPicArray();
     // Sets both scroll bars without a repaint; values outside the theater are clamped.
@@ -58,6 +67,8 @@ public:
     void ShowWord(const QString& word);
     // What the tools do, and the tile that is chosen, have changed elsewhere.
     void ShowTools();
+    // The keyboard comes to the map with it.
+    void ChooseTool(MapTool tool);
 
     // The back buffer: what the last repaint has left.
     QtDrawingSurface& Picture2() { return picture2_; }
@@ -67,6 +78,9 @@ signals:
     void ViewPainted();
     // The window was made an icon, or came back from one.
     void MinimiseStateChanged();
+    // Its size has chosen other GridCells or TilePixels, which stand in the view now; a
+    // window that fills the screen chooses for that time only.
+    void GridChosen(bool forGood);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -79,10 +93,24 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void FitRoundPicture(const MapLayout& layout);
+    void HoldLowerLeft();
+    void EdgesDrawn();
+    void Choose(const GridChoice& wanted, bool forGood);
+    void FillScreen();
+    void FillPart();
+    void BeAsBefore();
+    void PlacePicture();
+    // What a window has beside its picture; and the picture's part of a window's size.
+    QSize RoundPicture() const;
+    WindowSize PictureRoom(QSize window) const;
+    // The largest window that the screen has room for.
+    QSize MostOfScreen() const;
     void Scroll_Change();
     void ShowPositionOfView();
     void MakePopup();
@@ -98,6 +126,9 @@ private:
     void ShowPointer();
     // The map goes along with the mouse while a button is held. False when it does not.
     bool Pan(const QMouseEvent& event);
+    // A stroke has all corners of the pointer's way, also those that it takes while the
+    // program is busy. Whatever else is dragged follows the latest place only.
+    void HearEveryMove();
     void ShowHand(bool open);
     // The pointer's place on the picture, or its middle.
     QPointF PlaceOfPointer() const;
@@ -132,7 +163,6 @@ private:
     QtDrawingSurface picture2_;
     QtDrawingSurface patch_; // parts of the picture that are painted anew
     EscWatch escWatch_;
-    bool placing_ = false; // the program itself moves the bars
     // The map is being moved by hand.
     struct Panning {
         Qt::MouseButton Button;
@@ -141,8 +171,23 @@ private:
         bool Moved = false;
     };
     std::optional<Panning> panning_;
+    bool pointerOver_ = false; // the picture
     bool spaceHeld_ = false;
-    int zoomTurned_ = 0; // of the wheel with Ctrl, as below
+    int zoomTurned_ = 0;    // of the wheel with Ctrl, as below
+    bool placing_ = false;  // the program itself moves the bars
+    QMargins margins_;      // of a window that fits its picture
+    bool keepSize_ = false; // the window is fitted round no picture
+    // While it fills the screen, or its part of another window.
+    struct Filled {
+        GridChoice Before;
+        GridChoice Chosen;
+        bool Screen;
+    };
+    std::optional<Filled> filled_;
+    QElapsedTimer
+        sinceSized_;      // by the program, or by the desktop as it placed the window
+    QBasicTimer drawing_; // until the user's hand has come to rest
+    QSize beforeDrawn_;
     QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree
     std::vector<std::string> droppedPaths_; // to be loaded when events come next
 };

@@ -9,6 +9,7 @@
 #include "workspace/windows/FrmVXMap.h"
 
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -171,6 +172,7 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
     if (moves) {
         mouse_.Gesture().Cancel();
         panning_ = Panning{event.button(), event.globalPosition(), view_};
+        HearEveryMove();
         return ShowHand(false);
     }
     switch (event.button()) {
@@ -192,6 +194,7 @@ void FrmVXMap::PicShow_MouseUp(QMouseEvent& event) {
     if (panning_ && event.button() == panning_->Button) {
         const bool click = !panning_->Moved && event.button() == Qt::MiddleButton;
         panning_.reset();
+        HearEveryMove();
         ShowPointer();
         // Only now is it known that it was no drag.
         if (click)
@@ -229,11 +232,17 @@ void FrmVXMap::PicShow_MouseMove(const QMouseEvent& event) {
     PointAt(at);
 }
 
+void FrmVXMap::HearEveryMove() {
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents,
+                                   !pointerOver_ || panning_);
+}
+
 bool FrmVXMap::Pan(const QMouseEvent& event) {
     if (!panning_)
         return false;
     if (!event.buttons().testFlag(panning_->Button)) {
         panning_.reset();
+        HearEveryMove();
         return false;
     }
     const QPointF by = event.globalPosition() - panning_->From;

@@ -25,7 +25,12 @@ enum class PanelVerb {
     RebuildTheater,
     SaveScreenshot,
     OpenTheater,
+    OneWindow,
     BringAllToFront,
+    BrushTool,
+    RectangleTool,
+    FillTool,
+    PickTool,
     // The windows that the panel's boxes show and hide.
     ShowMain,
     ShowResults,
@@ -44,6 +49,9 @@ public:
     virtual ~PanelCommands() = default;
 
     virtual bool Can(PanelVerb) const { return false; }
+
+    // Of a verb that is on or off, or one of several tools: whether it is the case.
+    virtual bool Chosen(PanelVerb) const { return false; }
 
     // A verb without a word more: not one of those below.
     virtual void Do(PanelVerb) {}
