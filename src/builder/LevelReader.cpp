@@ -4,7 +4,6 @@
 #include "platform/RuntimeError.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace vardenix {
 
@@ -29,7 +28,7 @@ LevelReader::LevelReader(const LevelPair& pair, int32_t blocks)
     BinaryReader reader(bytesO_.Span(), pair.O);
     const auto bytes = reader.Bytes(entries * sizeof(int32_t));
     offsets_.resize(entries);
-    std::memcpy(offsets_.data(), bytes.data(), bytes.size());
+    std::ranges::copy(bytes, std::as_writable_bytes(std::span(offsets_)).begin());
 }
 
 std::span<const std::byte> LevelReader::BehindEntries() const {

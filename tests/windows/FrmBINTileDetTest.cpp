@@ -109,10 +109,10 @@ TEST_F(FrmBINTileDetTest, HasItsCaptionsAndTips) {
                                         {"cmdPathCol", "Paths Color"},
                                         {"CmdPathColSel", "Selected Paths Color"}}) {
         EXPECT_EQ(Find<QWidget>(*window_, name).accessibleName(), caption);
-        const auto labels = window_->findChildren<QLabel*>();
-        EXPECT_TRUE(std::ranges::any_of(labels, [&](const QLabel* label) {
-            return label->text() == caption;
-        })) << caption;
+        bool found = false;
+        for (const QLabel* label : window_->findChildren<QLabel*>())
+            found = found || label->text() == caption;
+        EXPECT_TRUE(found) << caption;
     }
 }
 
