@@ -30,9 +30,9 @@ protected:
 
     void Stroke(int brush, const std::vector<std::pair<int, int>>& places) {
         ++gestures_;
-        std::vector<Point> pixels;
-        for (const auto& [x, y] : places)
-            pixels.push_back(PixelOf(x, y));
+        std::vector<Point> pixels(places.size());
+        for (size_t i = 0; i < places.size(); ++i)
+            pixels[i] = PixelOf(places[i].first, places[i].second);
         desktop_.StrokeIn(Map, pixels);
         for (size_t i = 1; i < places.size(); ++i) {
             const auto [x, y] = places[i - 1];
@@ -55,14 +55,10 @@ protected:
     void ExpectOnDisk(const MadeLevel& before) {
         const MadeLevel saved = Level2();
         ASSERT_EQ(saved.Posts.size(), before.Posts.size());
-        const int32_t tile = TileAt(saved, *painted_.begin());
+        const int32_t tile = saved.Posts[IndexOf(*painted_.begin())].Tile;
         MadeLevel expected = before;
-        for (const auto& [x, y] : painted_)
-            expected
-                .Posts[SerialOf(static_cast<size_t>(West + x),
-                                static_cast<size_t>(South + y), Posts) -
-                       1]
-                .Tile = tile;
+        for (const auto& place : painted_)
+            expected.Posts[IndexOf(place)].Tile = tile;
         for (const size_t serial : Differences(expected, saved))
             ADD_FAILURE() << "post " << (serial - 1) % Posts - West << ", "
                           << (serial - 1) / Posts - South << " of the view";
@@ -77,12 +73,10 @@ private:
     static Point PixelOf(int x, int y) {
         return {x * Post + Post / 2, Strip + Side - y * Post - Post / 2};
     }
-    static int32_t TileAt(const MadeLevel& level, std::pair<int, int> place) {
-        return level
-            .Posts[SerialOf(static_cast<size_t>(West + place.first),
-                            static_cast<size_t>(South + place.second), Posts) -
-                   1]
-            .Tile;
+    // In a level's posts.
+    static size_t IndexOf(std::pair<int, int> place) {
+        const int index = (South + place.second) * Posts + West + place.first;
+        return static_cast<size_t>(index);
     }
     void Add(int left, int bottom, int width, int height) {
         for (int y = bottom; y < bottom + height; ++y)

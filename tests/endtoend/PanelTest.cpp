@@ -170,6 +170,8 @@ TEST_F(PanelEndToEnd, ShiftF10CallsTheMapsMenu) {
 
 TEST_F(PanelEndToEnd, SettingsOutOfEveryRangeOpenAndPaint) {
     UseTheater(SAMPLE_FOLDER, {{"MAIN_WIN_VIS", "-1"},
+                               // Off the upper left of a map that fills the screen.
+                               {"MAINCONTROL_WIN_POS_L", "12000"},
                                {"ZOOM", "0"},
                                {"GRID_SIZE", "99"},
                                {"TILE_SIZE", "7"},

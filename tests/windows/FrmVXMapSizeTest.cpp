@@ -62,7 +62,7 @@ TEST_F(FrmVXMapSizeTest, AnIconChoosesNothing) {
 TEST_F(FrmVXMapSizeTest, ItsOwnSizesChooseNothing) {
     Open();
     window_.resize(200, 180);
-    EXPECT_FALSE(QTest::qWaitFor([this] { return chosen_.size() > 0; }, 400));
+    EXPECT_FALSE(QTest::qWaitFor([this] { return !chosen_.empty(); }, 400));
     EXPECT_EQ(window_.size(), QSize(200, 180));
 }
 
