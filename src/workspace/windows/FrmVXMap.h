@@ -147,7 +147,8 @@ private:
     // False when Esc ended it.
     bool PaintWhole();
     void PaintRest();
-    // Paints a part of the picture anew and shows it.
+    // Paints a part of the picture anew and shows it. Relies on a part that is painted by
+    // itself being that part of the whole, pixel for pixel.
     void Repaint(const MapPatch& patch);
     // Posts of level 2, from 0, as they are now.
     void RepaintPosts(const PostBox& posts);
