@@ -63,8 +63,8 @@ up() {
   until_true window_of "$1"
   sleep 1
 }
-# picture FILE TITLE: the window as it stands on the screen, with what lies over it. A palette of
-# colors suffices but for photographs.
+# picture FILE TITLE [SIZE]: the window as it stands on the screen, with what lies over it, brought down
+# to a size. A palette of colors suffices but for photographs.
 picture() {
   local id left top width height l r t b
   id=$(window_of "$2")
@@ -74,7 +74,7 @@ picture() {
   timeout 10 import -window root \
     -crop "$((width + l + r))x$((height + t + b))+$((left - l))+$((top - t))" "$work/shot.png"
   case $1 in
-  *.jpg) convert "$work/shot.png" +repage -strip -quality 80 "$out/$1" ;;
+  *.jpg) convert "$work/shot.png" +repage -strip -resize "${3:-100%}" -quality 80 "$out/$1" ;;
   *) convert "$work/shot.png" +repage -strip +dither -colors 256 "PNG8:$out/$1" ;;
   esac
 }
@@ -92,6 +92,12 @@ up "$map"
 timeout 5 xdotool windowactivate --sync "$(window_of "$panel")"
 sleep 0.5
 picture FrmVXMain.png "$panel"
+for menu in 20 57 98; do # File, Edit, View
+  click "$panel" "$menu" 10
+  timeout 10 import -window root -crop 345x360+0+0 "$work/menu-$menu.png"
+  keys Escape Escape
+done
+convert "$work"/menu-{20,57,98}.png +repage +append -strip +dither -colors 256 "PNG8:$out/Menus.png"
 picture FrmVXTheaterPreview.png '^Theater Preview$'
 
 click "$panel" 223 449 # Show Tile Palette
@@ -116,6 +122,12 @@ picture MapTools.jpg "$map"
 keys Escape
 xdotool mouseup 1
 keys b bracketleft bracketleft
+keys F11
+up '^\*?Sorrelund - Vardenix'
+sleep 1 # until the map has filled its part
+picture FrmVXDesk.jpg '^\*?Sorrelund - Vardenix' 70%
+keys F11
+up "$map"
 click "$map" 171 210 3
 keys Down Return
 up "$details"
@@ -230,7 +242,7 @@ up "$results"
 picture frmVXSearchResults.png "$results"
 click "$panel" 31 501 # it goes
 
-click "$panel" 60 8
+click "$panel" 142 8 # Tools
 keys b
 up '^Rebuild Theater$'
 picture rebuild-theater.png '^Rebuild Theater$'

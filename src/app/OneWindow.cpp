@@ -49,7 +49,7 @@ public:
 
     // The map is to have the most of it.
     QSize sizeHint() const override {
-        const int share = screen()->availableSize().width() / 4;
+        const int share = screen()->availableSize().width() * 27 / 100;
         return {std::clamp(share, LeastWidth, MostWidth), height_};
     }
     QSize minimumSizeHint() const override { return {LeastSide, LeastSide}; }

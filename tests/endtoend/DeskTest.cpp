@@ -6,6 +6,7 @@ namespace {
 
 // What the panel's frames lie on.
 constexpr unsigned Ground = 0xE7E7E5;
+constexpr const char* Search = "^Search For a Tile";
 // A title of the one window: the map's, and the program's behind it.
 constexpr const char* OneWindow = "^\\*?sorrelund - Vardenix";
 
@@ -38,6 +39,17 @@ TEST_F(DeskOnDesktop, AClickOnTheMapBuriesNoPanel) {
     desktop_.Key("F11");
     ASSERT_TRUE(WaitFor([this] { return desktop_.Visible(Map); }));
     EXPECT_TRUE(WaitFor([&] { return PanelIsSeen(panel); }));
+    // A dialog lies over both.
+    desktop_.Key("ctrl+f");
+    ASSERT_TRUE(WaitFor([this] { return desktop_.Active(Search); }));
+    EXPECT_TRUE(
+        WaitFor([this] { return desktop_.Look(Search).Count(0xFFFFC0) > 30000; }));
+    desktop_.ClickIn(Map, 20, 300);
+    EXPECT_TRUE(
+        WaitFor([this] { return desktop_.Look(Search).Count(0xFFFFC0) > 30000; }));
+    desktop_.Activate(Search);
+    desktop_.Key("Escape");
+    ASSERT_TRUE(WaitFor([this] { return desktop_.Active(Map); }));
     // An icon of the map leaves the panel where it is.
     desktop_.MakeIcon(Map);
     ASSERT_TRUE(WaitFor([this] { return !desktop_.Visible(Map); }));

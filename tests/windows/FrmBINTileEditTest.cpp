@@ -425,6 +425,7 @@ TEST_F(FrmBINTileEditTest, TheOnlySetCanGo) {
         Click("cmdDeleteSet");
     EXPECT_EQ(Find<QGroupBox>(*window_, "FraTileSets").title(),
               "0 Sets || 0 Tiles || 0 Tiles not used in L2");
+    EXPECT_EQ(window_->windowTitle(), "*BIN Editor v3.0.1"); // one star for all
     for (const char* name : {"cmdDeleteSet", "cmdChangeSet", "cmdMoveSet",
                              "cmdAppendTile", "cmdEditTile", "cmdDeleteTile"})
         EXPECT_FALSE(Enabled(name)) << name;

@@ -36,6 +36,13 @@ TEST(WindowPlace, WithoutAScreenNothingIsMoved) {
     EXPECT_EQ(PlaceWithin({-5, -6, 300, 200}, {}), QPoint(-5, -6));
 }
 
+TEST(WindowPlace, AFrameBelowNothingIsNone) {
+    EXPECT_EQ(FrameTold({1, 20, 1, 5}), QMargins(1, 20, 1, 5));
+    EXPECT_EQ(FrameTold({0, 20, 0, 0}), QMargins(0, 20, 0, 0));
+    EXPECT_EQ(FrameTold({0, 0, -639, -414}), QMargins());
+    EXPECT_EQ(FrameTold({1, -1, 1, 5}), QMargins());
+}
+
 TEST(PlaceWatch, AFrameThatComesLateStillMovesTheWindow) {
     using Step = PlaceWatch::Step;
     PlaceWatch watch;

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QTimerEvent>
 #include <QWidget>
+#include <QWindow>
 
 #include <xcb/xcb.h>
 
@@ -26,16 +27,26 @@ void BelongToAll(const QWidget& window) {
     xcb_flush(display);
 }
 
+bool IsDialog(const QWidget& window) {
+    return window.isWindow() && window.windowType() == Qt::Dialog;
+}
+
+// Sees what is shown in the whole program.
 class ToldWhenShown : public QObject {
 public:
     explicit ToldWhenShown(QWidget& window) : QObject(&window), window_(window) {
         setObjectName("ToldWhenShown");
-        window.installEventFilter(this);
+        qApp->installEventFilter(this);
     }
 
-    bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::Show)
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::Show || !watched->isWidgetType())
+            return false;
+        const auto& shown = *static_cast<QWidget*>(watched);
+        if (&shown == &window_)
             startTimer(0);
+        else if (IsDialog(shown))
+            LieUnder(shown);
         return false;
     }
 
@@ -46,6 +57,20 @@ public:
     }
 
 private:
+    // A dialog of another window would come up under this one.
+    void LieUnder(const QWidget& dialog) const {
+        const bool up =
+            window_.isWindow() && window_.isVisible() && !window_.isMinimized();
+        QWindow* over = dialog.windowHandle();
+        if (!up || over == nullptr)
+            return;
+        // One of a dialog that lies over it does so too.
+        for (const QWindow* of = over->transientParent(); of; of = of->transientParent())
+            if (of == window_.windowHandle())
+                return;
+        over->setTransientParent(window_.windowHandle());
+    }
+
     QWidget& window_;
 };
 

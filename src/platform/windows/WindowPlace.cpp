@@ -16,8 +16,9 @@ namespace {
 // What the desktop has told; the widget itself hears of a frame only when it is moved or
 // resized after it.
 QMargins FrameOf(const QWidget& window) {
-    return window.windowHandle() == nullptr ? QMargins()
-                                            : window.windowHandle()->frameMargins();
+    return window.windowHandle() == nullptr
+               ? QMargins()
+               : FrameTold(window.windowHandle()->frameMargins());
 }
 
 QPoint CornerOfInside(const QWidget& window) {
@@ -83,6 +84,12 @@ private:
 };
 
 } // namespace
+
+QMargins FrameTold(const QMargins& told) {
+    const bool frame =
+        std::min({told.left(), told.top(), told.right(), told.bottom()}) >= 0;
+    return frame ? told : QMargins();
+}
 
 PlaceWatch::Step PlaceWatch::Look(bool framed, bool inPlace) {
     constexpr int mostUnframed = 1500; // half a minute; some desktops have no frames

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QMargins>
 #include <QRect>
 
 class QWidget;
@@ -14,6 +15,10 @@ QPoint PlaceWithin(const QRect& window, const QList<QRect>& screens);
 
 // Where a window stands, frame included.
 QPoint PlaceOf(const QWidget& window);
+
+// The frame that the toolkit tells of: none where it looked while the desktop was about
+// to make one, and tells of sides below 0.
+QMargins FrameTold(const QMargins& told);
 
 // What the desktop's frame adds to a window. Of one that has not been up yet it is that
 // of any other window of the program, as one desktop gives them all the same; nothing
