@@ -60,7 +60,7 @@ public:
     // is room for; afterwards the sizes from before come back.
     void FollowRoom();
     // Paints the view from nothing, and shows it. Of a picture that is much larger than
-    // the window only what is seen is painted at once, the rest when no event waits.
+    // the window only what is seen is painted at once, the rest when the map is at rest.
     void RefreshPicArray();
     // Sets both scroll bars without a repaint; values outside the theater are clamped.
     void SetPosition(ViewPosition position);
