@@ -12,8 +12,9 @@ namespace vardenix {
 
 // The pixels that a DXT1 picture, decoded by the image library and stretched whole
 // without smoothing, would leave on all of `target`, transparent ones black; only the
-// blocks that are seen are unpacked. `blocks` are those of the whole picture, as the
-// guard found them.
+// blocks that are seen are unpacked. Relies on the library's making each pixel of its
+// block alone, in whole numbers, and on such a stretch's choosing pixels and mixing none.
+// `blocks` are those of the whole picture, as the guard found them.
 void SampleDxt1(const Dxt1Layout& layout, std::span<const std::byte> blocks,
                 const RasterView& target);
 

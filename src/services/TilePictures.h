@@ -104,7 +104,7 @@ private:
         uint64_t SeenAtRepaint = 0;
         bool Present = false; // in this repaint
         std::string File;
-        FileIdentity Identity;
+        FileIdentity Identity; // which tells whether it is the file that was read
         Bitmap Decoded; // 32 bits, or none
         KeptList::iterator DecodedPlace;
         std::vector<std::unique_ptr<Cell>> Cells; // those in use at the front

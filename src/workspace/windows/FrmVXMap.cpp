@@ -29,6 +29,8 @@ namespace {
 // The read-out stays as long as somebody may want to read it.
 constexpr int ReadOutTime = 120000; // ms
 constexpr int ReadOutWidth = 240;   // pixels
+// Until nobody scrolls any more, who would have to wait for what is not seen.
+constexpr int RestWaits = 150; // ms
 // The local files among what was dropped that are feature files by their names.
 std::vector<std::string> DroppedFeatureFiles(const QMimeData& dropped) {
     std::vector<std::string> paths;
@@ -190,7 +192,7 @@ void FrmVXMap::RefreshPicArray() {
     const int64_t side = view_.PictureSide();
     if (!seen.isEmpty() && int64_t{seen.width()} * seen.height() * 2 < side * side) {
         PaintSeen();
-        rest_.start(0);
+        rest_.start(RestWaits);
     } else
         PaintWhole();
     ShowTools();
@@ -228,10 +230,9 @@ bool FrmVXMap::PaintWhole() {
 
 // What is seen stays whole when Esc ends it.
 void FrmVXMap::PaintRest() {
-    constexpr int later = 100; // ms
     // The posts may be in the middle of a change, of which a repaint follows.
     if (view_.ScrollBusy || !isVisible())
-        return rest_.start(later);
+        return rest_.start(RestWaits);
     if (!PaintWhole() && !Seen().isEmpty())
         PaintSeen();
 }

@@ -60,7 +60,7 @@ public:
     // is room for; afterwards the sizes from before come back.
     void FollowRoom();
     // Paints the view from nothing, and shows it. Of a picture that is much larger than
-    // the window only what is seen is painted at once, the rest when no event waits.
+    // the window only what is seen is painted at once, the rest when the map is at rest.
     void RefreshPicArray();
     // Sets both scroll bars without a repaint; values outside the theater are clamped.
     void SetPosition(ViewPosition position);
@@ -147,7 +147,8 @@ private:
     // False when Esc ended it.
     bool PaintWhole();
     void PaintRest();
-    // Paints a part of the picture anew and shows it.
+    // Paints a part of the picture anew and shows it. Relies on a part that is painted by
+    // itself being that part of the whole, pixel for pixel.
     void Repaint(const MapPatch& patch);
     // Posts of level 2, from 0, as they are now.
     void RepaintPosts(const PostBox& posts);
