@@ -1,7 +1,8 @@
-// The map repainted on the real surface, 1280 by 1280 pixels: warm and cold, plain, by
-// layer and with every layer. The bare work beside the cold one is decoding each distinct
-// tile once.
+// The map repainted on the real surface, 1280 by 1280 pixels unless a name says more:
+// warm and cold, plain, by layer and with every layer. The bare work beside the cold one
+// is decoding each distinct tile once.
 #include "BenchMap.h"
+#include "mapview/MapPatch.h"
 #include "mapview/windows/QtDrawingSurface.h"
 #include "services/ImageFiles.h"
 
@@ -36,6 +37,11 @@ struct BenchMap {
         Surface.Resize(World.View.PictureSide());
     }
 
+    // Another width of cells.
+    void Widen(int32_t tilePixels) {
+        World.View.TilePixels = tilePixels;
+        Surface.Resize(World.View.PictureSide());
+    }
     void Paint() {
         World.Renderer().RefreshPicArray(World.View, Surface, Screen, nullptr);
         World.PB3.Forget();
@@ -60,6 +66,33 @@ void WarmPaint(benchmark::State& state, const Layers& layers) {
     map.Paint();
     for (auto _ : state)
         map.Paint();
+}
+
+void WarmWide(benchmark::State& state, int32_t tilePixels) {
+    BenchMap map(static_cast<int>(state.range(0)));
+    EveryLayer(map.World.View);
+    map.Widen(tilePixels);
+    map.Paint();
+    for (auto _ : state)
+        map.Paint();
+}
+
+// Of the widest picture what a window of 1280 by 960 pixels shows, as the window does it.
+void SeenOfWidest(benchmark::State& state) {
+    BenchMap map(static_cast<int>(state.range(0)));
+    const MapView& view = map.World.View;
+    EveryLayer(map.World.View);
+    map.Widen(512);
+    map.Paint();
+    QtDrawingSurface small;
+    MapRenderer renderer = map.World.Renderer();
+    for (auto _ : state) {
+        const MapPatch patch = PatchOfPart(view, {0, view.PictureSide() - 960, 1280, 960},
+                                           ReachOf(view, renderer.Sources(), small));
+        small.Resize(1280);
+        renderer.RepaintPatch(view, small, patch, nullptr);
+        map.Surface.Put(small, patch.Clip);
+    }
 }
 
 // One notch of the wheel, there and back.
@@ -119,6 +152,11 @@ void Register() {
     const Layers plain = [](MapView&) {};
     add("WarmPlain", paint(plain), {Near, Middle, Far});
     add("WarmEveryLayer", paint(EveryLayer), {Near, Middle, Far});
+    add("Warm2560EveryLayer", [](benchmark::State& state) { WarmWide(state, 256); },
+        {Near, Middle});
+    add("Warm5120EveryLayer", [](benchmark::State& state) { WarmWide(state, 512); },
+        {Near, Middle});
+    add("Seen5120EveryLayer", SeenOfWidest, {Near, Middle});
     add("ScrollPlain", scroll(plain), {Near, Middle, Far});
     add("ScrollEveryLayer", scroll(EveryLayer), {Near, Middle, Far});
 

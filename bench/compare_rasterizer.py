@@ -3,7 +3,8 @@
 as many cells, as many distinct tiles of the same side, the same picture. Both start, read their
 files, paint without smoothing and write the picture, as a bitmap and as PNG.
 
-usage: compare_rasterizer.py BIN      the folder with vardenix-cli and make_sample_theater
+usage: compare_rasterizer.py BIN [OLD]      the folder with vardenix-cli and make_sample_theater, and
+                                            one with the vardenix-cli of before, to be timed too
 """
 import array
 import os
@@ -100,20 +101,21 @@ def medians(commands):
 
 
 def main():
-    if len(sys.argv) != 2:
+    if len(sys.argv) not in (2, 3):
         sys.exit(__doc__)
     if shutil.which(RASTERIZER) is None:
         print(f"There is nothing to compare with: the program {RASTERIZER} is not installed.")
         return
     programs = pathlib.Path(sys.argv[1]).resolve()
+    ours_before = [pathlib.Path(folder).resolve() / "vardenix-cli" for folder in sys.argv[2:]]
     with tempfile.TemporaryDirectory(prefix="vardenix bench ") as scratch:
         scratch = pathlib.Path(scratch)
         subprocess.run([programs / "make_sample_theater", scratch / "sample",
                         "--posts", str(POSTS)], check=True, capture_output=True)
         theater = scratch / "sample/terrdata/sorrelund"
         print("| posts | distinct tiles | picture | rasterizer, ms | vardenix-cli render, ms "
-              "| ratio | bytes, theirs and ours |")
-        print("|---|---|---|---|---|---|---|")
+              "| ratio | before, ms | bytes, theirs and ours |")
+        print("|---|---|---|---|---|---|---|---|")
         for zoom in (1, 5, 20):
             side = GRID * zoom
             left = bottom = (POSTS - side) // 2
@@ -121,16 +123,19 @@ def main():
                                        tile_numbers(theater, left, bottom, side))
             for kind in ("bmp", "png"):
                 theirs, ours = scratch / f"theirs.{kind}", scratch / f"ours.{kind}"
-                other, own = medians([
-                    [RASTERIZER, "--no-smoothing", "--size", str(GRID * CELL), path, theirs],
-                    [programs / "vardenix-cli", "render", ours, "--theater", theater,
-                     "--x", str(left), "--y", str(bottom), "--zoom", str(zoom),
-                     "--grid", str(GRID), "--tile-pixels", str(CELL)]])
+                view = ["--theater", theater, "--x", str(left), "--y", str(bottom), "--zoom",
+                        str(zoom), "--grid", str(GRID), "--tile-pixels", str(CELL)]
+                other, own, *before = medians(
+                    [[RASTERIZER, "--no-smoothing", "--size", str(GRID * CELL), path, theirs]] +
+                    [[programs / "vardenix-cli", "render", ours, *view]] +
+                    [[program, "render", scratch / f"before.{kind}", *view]
+                     for program in ours_before])
                 if picture_side(theirs) != picture_side(ours):
                     sys.exit(f"{picture_side(theirs)} pixels a side against "
                              f"{picture_side(ours)}")
                 print(f"| {side * side} | {distinct} | {kind} | {other * 1000:.0f} "
                       f"| {own * 1000:.0f} | {own / other:.2f} "
+                      f"| {before[0] * 1000 if before else float('nan'):.0f} "
                       f"| {theirs.stat().st_size >> 10} and {ours.stat().st_size >> 10} KiB |")
 
 

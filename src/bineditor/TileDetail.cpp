@@ -58,22 +58,24 @@ int PenWidth(const TileScale& scale, float width) {
     return pixels >= 1 ? static_cast<int>(std::min(pixels, 32767.0)) : 1;
 }
 
-double RubberBand::Radius() const { return std::hypot(EndX - StartX, EndY - StartY); }
+double RubberBand::DragRadius() const {
+    return std::hypot(DragEndX - DragStartX, DragEndY - DragStartY);
+}
 
 TileArea AreaOf(const RubberBand& band, const TileScale& scale, int typeIndex) {
     return {.Type = AreaTypeFromIndex(typeIndex),
-            .Radius = scale.ScreenToFeet(band.Radius()),
-            .CenterX = scale.ScreenToFeetFlipped(band.StartY),
-            .CenterY = scale.ScreenToFeet(band.StartX)};
+            .Radius = scale.ScreenToFeet(band.DragRadius()),
+            .CenterX = scale.ScreenToFeetFlipped(band.DragStartY),
+            .CenterY = scale.ScreenToFeet(band.DragStartX)};
 }
 
 TilePath PathOf(const RubberBand& band, const TileScale& scale, int typeIndex) {
     return {.Type = PathTypeFromIndex(typeIndex),
             .Width = NewPathWidth,
-            .StartX = scale.ScreenToFeetFlipped(band.StartY),
-            .StartY = scale.ScreenToFeet(band.StartX),
-            .EndX = scale.ScreenToFeetFlipped(band.EndY),
-            .EndY = scale.ScreenToFeet(band.EndX)};
+            .StartX = scale.ScreenToFeetFlipped(band.DragStartY),
+            .StartY = scale.ScreenToFeet(band.DragStartX),
+            .EndX = scale.ScreenToFeetFlipped(band.DragEndY),
+            .EndY = scale.ScreenToFeet(band.DragEndX)};
 }
 
 void WorkingTile::Add(const TileArea& area) {

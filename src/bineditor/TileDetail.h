@@ -45,12 +45,12 @@ int PenWidth(const TileScale& scale, float width);
 
 // What a drag on the picture has drawn, in the picture's units.
 struct RubberBand {
-    double StartX = 0;
-    double StartY = 0;
-    double EndX = 0;
-    double EndY = 0;
+    double DragStartX = 0;
+    double DragStartY = 0;
+    double DragEndX = 0;
+    double DragEndY = 0;
 
-    double Radius() const;
+    double DragRadius() const;
 };
 TileArea AreaOf(const RubberBand& band, const TileScale& scale, int typeIndex);
 TilePath PathOf(const RubberBand& band, const TileScale& scale, int typeIndex);

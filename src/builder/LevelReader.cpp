@@ -36,7 +36,8 @@ std::span<const std::byte> LevelReader::BehindEntries() const {
 }
 
 // Blocks that follow one another in the file are read in one go, and those of a row that
-// share one are copied: both are the rule in files that this program has written.
+// share one are copied: both are the rule in files that this program has written. A block
+// before the file's beginning is followed by none.
 void LevelReader::ReadRow(int32_t y, std::span<TerrainPost> row) {
     const auto blocks = static_cast<size_t>(blocks_);
     const std::span<const int32_t> offsets =
@@ -44,7 +45,7 @@ void LevelReader::ReadRow(int32_t y, std::span<TerrainPost> row) {
     const auto bytes = std::as_writable_bytes(row);
     for (size_t x = 0; x < blocks;) {
         size_t next = x + 1;
-        while (next < blocks &&
+        while (next < blocks && offsets[next - 1] >= 0 &&
                int64_t{offsets[next]} == int64_t{offsets[next - 1]} + BlockBytes)
             ++next;
         ReadBlocks(offsets[x], bytes.subspan(x * BlockBytes, (next - x) * BlockBytes));

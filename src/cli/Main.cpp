@@ -7,9 +7,12 @@
 #include "platform/Transaction.h"
 #include "theater/ProgramVersion.h"
 
+#include <algorithm>
 #include <csignal>
 #include <exception>
 #include <new>
+#include <string_view>
+#include <vector>
 
 namespace vardenix {
 namespace {
@@ -28,6 +31,50 @@ int RunParsed(const ParsedLine& parsed) {
     return parsed.Run(context);
 }
 
+// What adds commands, and the names of those, by which a line calls them.
+struct Commands {
+    std::vector<std::string_view> Names;
+    void (*Add)(Command&);
+};
+
+std::vector<Commands> AllCommands() {
+    return {{{"info"}, AddInfo},
+            {{"check"}, AddCheck},
+            {{"get"}, AddGet},
+            {{"set"}, AddSet},
+            {{"fill"}, AddFill},
+            {{"save-as"}, AddSaveAs},
+            {{"elevation"}, AddElevation},
+            {{"map"}, AddMap},
+            {{"preview"}, AddPreview},
+            {{"render"}, AddRender},
+            {{"rebuild"}, AddRebuild},
+            {{"rebuild-elevation"}, AddRebuildElevation},
+            {{"far-tile"}, AddFarTile},
+            {{"settings"}, AddSettings},
+            {{"bin"}, AddBin},
+            {{"features"}, AddFeatures},
+            {{"search"}, AddSearch},
+            {{"region"}, AddRegion},
+            {{"mea", "tc", "tm"}, AddDerived},
+            {{"update"}, AddUpdate}};
+}
+
+// Declaring a command takes time. Relies on a line's first word deciding which command is
+// meant: only that one is declared. Help and faults tell of all.
+void AddCommandsFor(const std::vector<std::string>& line, Command& all) {
+    const auto commands = AllCommands();
+    const auto meant =
+        std::find_if(commands.begin(), commands.end(), [&line](const Commands& each) {
+            return !line.empty() && std::find(each.Names.begin(), each.Names.end(),
+                                              line.front()) != each.Names.end();
+        });
+    if (meant != commands.end())
+        return meant->Add(all);
+    for (const Commands& each : commands)
+        each.Add(all);
+}
+
 int RunCommandLine(const std::vector<std::string>& arguments) {
     CommandLine line(
         "vardenix-cli", ProgramVersion(),
@@ -36,26 +83,7 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
         "Exit codes: 0 done, 1 a check found something or a search nothing, 2 usage, 3 "
         "run-time error.");
     Command all = line.Root();
-    AddInfo(all);
-    AddCheck(all);
-    AddGet(all);
-    AddSet(all);
-    AddFill(all);
-    AddSaveAs(all);
-    AddElevation(all);
-    AddMap(all);
-    AddPreview(all);
-    AddRender(all);
-    AddRebuild(all);
-    AddRebuildElevation(all);
-    AddFarTile(all);
-    AddSettings(all);
-    AddBin(all);
-    AddFeatures(all);
-    AddSearch(all);
-    AddRegion(all);
-    AddDerived(all);
-    AddUpdate(all);
+    AddCommandsFor(arguments, all);
     try {
         const int code = RunParsed(line.Parse(arguments));
         FinishPrinting();

@@ -13,9 +13,13 @@ namespace {
 
 } // namespace
 
+PlainSurface::PlainSurface(int32_t side)
+    : side_(side), pages_(sizeof(uint32_t) * static_cast<size_t>(side) *
+                          static_cast<size_t>(side)) {}
+
 RasterView PlainSurface::Pixels() {
     DoSteps();
-    return raster_.View();
+    return {static_cast<uint32_t*>(pages_.Data()), side_, side_, side_};
 }
 
 void PlainSurface::Circle(PicturePoint, double) { RefuseShape(); }

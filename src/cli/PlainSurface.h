@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mapview/RasterSurface.h"
+#include "platform/ZeroPages.h"
 
 namespace vardenix {
 
@@ -9,8 +10,8 @@ namespace vardenix {
 // it ends in error 5.
 class PlainSurface : public RasterSurface {
 public:
-    // A square of `side` pixels.
-    explicit PlainSurface(int32_t side) : raster_(side, side) {}
+    // A square of `side` pixels, to be cleared before anything is drawn.
+    explicit PlainSurface(int32_t side);
 
     RasterView Pixels() override;
 
@@ -26,7 +27,8 @@ protected:
     void HatchedRectangle(const PixelRect& inside) override;
 
 private:
-    Raster raster_;
+    int32_t side_;
+    ZeroPages pages_;
 };
 
 } // namespace vardenix

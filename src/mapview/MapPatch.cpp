@@ -59,6 +59,18 @@ int32_t ReachOf(const MapView& view, const MapSources& sources, DrawingSurface& 
     return reach;
 }
 
+MapPatch PatchOfPart(const MapView& view, const PixelRect& part, int32_t reach) {
+    const int32_t last = view.ViewPosts() - 1;
+    const auto cellAt = [&](int32_t pixel) {
+        return std::clamp(ClampToInt32(std::floor(pixel / view.CellSize())), 0, last);
+    };
+    // A cell's edge is a pixel's at most from where it would be without rounding.
+    const int32_t around = reach + 1;
+    return {part,
+            {cellAt(part.Left - around), last - cellAt(part.Top + part.Height + around),
+             cellAt(part.Left + part.Width + around), last - cellAt(part.Top - around)}};
+}
+
 MapPatch PatchOf(const MapView& view, const PostBox& posts, int32_t reach) {
     const int32_t last = view.ViewPosts() - 1;
     const int32_t side = view.PictureSide();
@@ -73,14 +85,7 @@ MapPatch PatchOf(const MapView& view, const PostBox& posts, int32_t reach) {
     const int32_t right = std::min(PixelAt(cell * (x2 + 1)) + reach, side);
     const int32_t top = std::max(PixelAt(cell * (last - y2)) - reach, 0);
     const int32_t bottom = std::min(PixelAt(cell * (last - y1 + 1)) + reach, side);
-    const auto cellAt = [&](int32_t pixel) {
-        return std::clamp(ClampToInt32(std::floor(pixel / cell)), 0, last);
-    };
-    // A cell's edge is a pixel's at most from where it would be without rounding.
-    const int32_t around = reach + 1;
-    return {{left, top, right - left, bottom - top},
-            {cellAt(left - around), last - cellAt(bottom + around),
-             cellAt(right + around), last - cellAt(top - around)}};
+    return PatchOfPart(view, {left, top, right - left, bottom - top}, reach);
 }
 
 } // namespace vardenix

@@ -19,6 +19,9 @@ struct MapPatch {
 // it, areas and paths of the catalogue. `texts` measures.
 int32_t ReachOf(const MapView& view, const MapSources& sources, DrawingSurface& texts);
 
+// All that lies in a part of the picture, which is wholly on it.
+MapPatch PatchOfPart(const MapView& view, const PixelRect& part, int32_t reach);
+
 // For posts of level 2, counted from 0.
 MapPatch PatchOf(const MapView& view, const PostBox& posts, int32_t reach);
 

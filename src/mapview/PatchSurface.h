@@ -15,6 +15,9 @@ public:
 
     RasterView Pixels() override { return small_.Pixels(); }
     void Clear(uint32_t color) override { small_.Clear(color); }
+    void BeginSteps() override { small_.BeginSteps(); }
+    void EndSteps() override { small_.EndSteps(); }
+    void DropSteps() override { small_.DropSteps(); }
     bool PaintTile(TilePictures& pictures, TilePictureId id, const PixelRect& cell,
                    int32_t side) override {
         return small_.PaintTile(pictures, id, Moved(cell), side);

@@ -45,9 +45,11 @@ void RasterSurface::DoSteps() {
 }
 
 void RasterSurface::Clear(uint32_t color) {
-    const RasterView view = Pixels();
-    for (int32_t y = 0; y < view.Height; ++y)
-        std::fill_n(view.Row(y), view.Width, OpaquePixel(color));
+    const RasterView picture = Pixels();
+    InBands(picture, 0, picture.Height, [color](const RasterView& band, int32_t) {
+        for (int32_t y = 0; y < band.Height; ++y)
+            std::fill_n(band.Row(y), band.Width, OpaquePixel(color));
+    });
 }
 
 bool RasterSurface::PaintTile(TilePictures& pictures, TilePictureId id,

@@ -65,7 +65,8 @@ public:
     // For a file beside it that tells how this one can be known. All is written; size and
     // time are those that it will have in its place.
     FileIdentity Settle();
-    // CRC-32 of what was written before Settle.
+    // CRC-32 of what was written before Settle; of a file of a Transaction only, since
+    // summing takes longer than writing.
     uint32_t Checksum() const { return checksum_; }
 
     // Of the file as it has taken its place; known once it is committed.
@@ -102,6 +103,7 @@ private:
     unsigned specialRights_ = 0;
     size_t buffered_ = 0;
     uint64_t position_ = 0;
+    bool isSummed_ = false; // by its Transaction's wish
     uint32_t checksum_ = 0;
 };
 

@@ -60,7 +60,9 @@ ChangedFileError::ChangedFileError(const std::string& path)
 
 Transaction::File::File(std::string_view path, const FileIdentity* read)
     : Path(path), Staged(path), WasRead(read != nullptr),
-      Read(read != nullptr ? *read : FileIdentity{}) {}
+      Read(read != nullptr ? *read : FileIdentity{}) {
+    Staged.isSummed_ = true;
+}
 
 StagedFile& Transaction::Stage(std::string_view path) { return Add(path, nullptr); }
 

@@ -9,6 +9,8 @@
 #include "theater/TileCheck.h"
 #include "workspace/windows/FrmVXMain.h"
 
+#include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QStatusBar>
 #include <QTreeView>
@@ -19,7 +21,6 @@ namespace vardenix {
 namespace {
 
 using tests::Find;
-using tests::Posts;
 
 class BinEditorTest : public tests::OpenedWorkspace {
 protected:

@@ -194,6 +194,11 @@ TEST_F(TileIntakeTest, AFolderWithoutRightsIsNamedAndStaysAsItWas) {
     EXPECT_EQ(Picture("H1.dds"), "what was there");
 }
 
+TEST_F(TileIntakeTest, NothingChosenIsTakenInAtOnce) {
+    EXPECT_TRUE(TakeInPictures({}, place_, progress_, [] { return true; }));
+    EXPECT_EQ(Pictures(), "");
+}
+
 TEST_F(TileIntakeTest, AStopLeavesNothing) {
     const std::string one = Chosen("1.dds", BlockTile(16, 16, "DXT1"));
     const std::string two = Chosen("2.dds", BlockTile(16, 16, "DXT1"));

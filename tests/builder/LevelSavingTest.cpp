@@ -268,6 +268,21 @@ TEST(RebuildTheater, PostsThatTheOldFileDoesNotHoldAreZero) {
     EXPECT_EQ(made.Posts.at(32 * 16 + 16).X2, old.Posts.at(32 * 16 + 16).X2);
 }
 
+TEST(RebuildTheater, ABlockBehindOneWithANegativeOffsetIsReadWhereItLies) {
+    RebuildWorld world(16);
+    world.OldLevel(1);
+    const std::string fileL = Slurp(world.PathOf(L(1)));
+    // As far apart as blocks that follow one another.
+    Spill(world.PathOf(O(1)),
+          Int32Bytes(0) + Int32Bytes(0) + Int32Bytes(-1) + Int32Bytes(2303));
+    world.Rebuild({});
+    const MadeLevel made = ReadPair(world.PathOf(L(1)), world.PathOf(O(1)));
+    EXPECT_EQ(made.Posts.at(32 * 16), (MadePost{4096, 0, 0, 0, 0}));
+    // Tile, elevation, palette: the byte behind them is the post's seventh.
+    const MadePost& post = made.Posts.at(32 * 16 + 16);
+    EXPECT_EQ(post.Palette, static_cast<uint8_t>(fileL[2303 + 6]));
+}
+
 TEST(RebuildTheater, FarLevelsWithoutAWholeBlockStayAsTheyAre) {
     RebuildWorld world(48); // level 3 has a block and a half a side, level 4 none
     world.Folder.Write("terrain/" + L(3), ScatteredPair(MadeLevel::Empty(16)).L);

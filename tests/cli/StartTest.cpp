@@ -41,6 +41,16 @@ TEST_F(Start, NeitherTheToolkitNorTheImageLibraryIsLoaded) {
         EXPECT_EQ(loaded.Output.find(name), std::string::npos) << loaded.Output;
 }
 
+// Whoever works in a folder of somebody else's runs no code of theirs.
+TEST_F(Start, NoLibraryIsTakenFromTheFolderThatOneIsIn) {
+    for (const char* name : {"libz.so.1", "libVardenix.so", "libvardenix-toolkit.so"})
+        folder_.Write(name, "no library");
+    const ProgramResult result =
+        RunProgram({"/bin/sh", "-c", "cd \"$0\" && exec \"$1\" --version", folder_.Path(),
+                    VARDENIX_CLI});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+}
+
 // A feature that lies far outside has the toolkit loaded and leaves no pixel.
 TEST_F(Start, MapsWithoutTheToolkitAreThoseWithIt) {
     const std::string features =

@@ -2,6 +2,8 @@
 // cannot be opened at all, and only the length of their O2 file can be told.
 #include "cli/CliTheater.h"
 
+#include <sstream>
+
 namespace vardenix::tests {
 namespace {
 
@@ -96,6 +98,25 @@ TEST_F(Usage, ANameToSaveAsThatIsNoneOfALevel2) {
 TEST_F(Usage, ACommandThatIsNotThere) {
     ExpectUsage({"paint"}, "'paint' is no command of vardenix-cli; there are info, ");
     ExpectUsage({"elevation", "put"}, "'put' is no command of vardenix-cli elevation");
+    ExpectUsage({"get", "1", "2", "info"}, "not expected: info");
+}
+
+// The program declares no more commands than a line needs.
+TEST_F(Usage, EveryCommandOfTheHelpIsThereByItself) {
+    std::istringstream help(Run({"--help"}).Output);
+    std::string line;
+    while (std::getline(help, line) && line != "Subcommands:") {
+    }
+    int count = 0;
+    while (std::getline(help, line) && line.substr(0, 2) == "  ") {
+        const std::string name = line.substr(2, line.find(' ', 2) - 2);
+        const ProgramResult own = Run({name, "--help"});
+        EXPECT_EQ(own.ExitCode, 0) << own.Errors;
+        EXPECT_NE(own.Output.find("Usage: vardenix-cli " + name + " "), std::string::npos)
+            << own.Output;
+        ++count;
+    }
+    EXPECT_GE(count, 22);
 }
 
 } // namespace

@@ -19,9 +19,10 @@ protected:
     // The picture that a program makes of the sample theater.
     std::string Rendered(const std::string& program, const std::string& layers) {
         const std::string out = folder_.File("out/map.bmp");
-        const ProgramResult result = RunProgram(
-            {program, "render", out, "--theater", SAMPLE_FOLDER "/terrdata/sorrelund",
-             "--x", "40", "--y", "40", "--grid", "2", "--layers", layers});
+        const std::string theater = std::string(SAMPLE_FOLDER) + "/terrdata/sorrelund";
+        const ProgramResult result =
+            RunProgram({program, "render", out, "--theater", theater, "--x", "40", "--y",
+                        "40", "--grid", "2", "--layers", layers});
         EXPECT_EQ(result.ExitCode, 0) << result.Errors;
         return Slurp(out);
     }
@@ -38,7 +39,8 @@ TEST_F(InstalledLayout, PaintsWhatTheBuiltProgramPaints) {
     for (const char* name : {"vardenix", "vardenix-cli", "Loader", "NoTile.jpg"})
         EXPECT_TRUE(fs::exists(prefix + "/lib/vardenix/" + name)) << name;
     for (const char* layers : {"grid", "heights", "areas,paths"}) {
-        const std::string built = Rendered(PROGRAM_FOLDER "/vardenix-cli", layers);
+        const std::string built =
+            Rendered(std::string(PROGRAM_FOLDER) + "/vardenix-cli", layers);
         LetOthers(folder_.Path(), 7);
         LetOthers(folder_.File("out"), 7);
         LetOthers(prefix + "/lib/vardenix", 5);

@@ -202,7 +202,9 @@ TEST_F(OverlaysEndToEnd, ARegionIsExportedStampedElsewhereAndPastTheEdge) {
     ASSERT_TRUE(IsUp(Panel));
     panel.TypeInto("LabelX", "123");
     panel.TypeInto("LabelY", "123");
+    const Picture before = MapPicture();
     desktop_.Key("Return");
+    ASSERT_TRUE(Await([&](const Picture& map) { return map != before; }));
     desktop_.Activate(Map);
     ASSERT_TRUE(IsUp(Map));
     desktop_.Key("ctrl+i");

@@ -132,6 +132,9 @@ TEST_F(FeatureDrawTest, WhatCannotTouchThePictureIsPassedOver) {
               {"ROAD 2 0,0 10,10 0", "ROAD 3 31,1 40,99 99,0 0", "ROAD 2 25,41 26,50 0"})
             .empty());
     EXPECT_TRUE(Drawn(FeatureKind::City, {"CITY 3 0,0 1,1 2,0 0"}).empty());
+    // Its outline, 2 pixels wide, reaches in.
+    EXPECT_EQ(Drawn(FeatureKind::City, {"CITY 3 19.3,30 19.2,31 19.2,32 0"}).size(), 1U);
+    set_ = {};
     EXPECT_EQ(Drawn(FeatureKind::Label, {"LABEL 1 9999,9999 0 Far away"}).size(), 1U);
 }
 

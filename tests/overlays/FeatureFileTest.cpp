@@ -137,6 +137,8 @@ TEST(ParsePoint, TakesTheFirstTwoNumbers) {
     EXPECT_EQ(point->Y, -20);
     EXPECT_TRUE(ParsePoint("+.5,5."));
     EXPECT_TRUE(ParsePoint("1d2,0"));
+    EXPECT_EQ(ParsePoint("1e+2,5e-1")->X, 100);
+    EXPECT_EQ(ParsePoint("1e+2,5e-1")->Y, 0.5);
 }
 
 // Straight from the description, with the library's own splitting and numbers.

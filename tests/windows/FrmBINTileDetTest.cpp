@@ -12,6 +12,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -109,10 +110,10 @@ TEST_F(FrmBINTileDetTest, HasItsCaptionsAndTips) {
                                         {"cmdPathCol", "Paths Color"},
                                         {"CmdPathColSel", "Selected Paths Color"}}) {
         EXPECT_EQ(Find<QWidget>(*window_, name).accessibleName(), caption);
-        const auto labels = window_->findChildren<QLabel*>();
-        EXPECT_TRUE(std::ranges::any_of(labels, [&](const QLabel* label) {
-            return label->text() == caption;
-        })) << caption;
+        bool found = false;
+        for (const QLabel* label : window_->findChildren<QLabel*>())
+            found = found || label->text() == caption;
+        EXPECT_TRUE(found) << caption;
     }
 }
 
@@ -365,6 +366,25 @@ TEST(FrmBINOPtions, OkStoresTheFiveValuesAndAnOverflowNone) {
     Configuration settings;
     FrmBINOPtions dialog(settings);
     EXPECT_EQ(Find<QLineEdit>(dialog, "txtM").text(), "64");
+    EXPECT_EQ(Find<QLineEdit>(dialog, "txtL").text(), "32");
+    EXPECT_EQ(Find<QLineEdit>(dialog, "txtT").text(), "16");
+    EXPECT_EQ(dialog.windowTitle(), "BIN Editor Options");
+    EXPECT_EQ(Find<QGroupBox>(dialog, "FraSetOptions").title(), "Set Options");
+    EXPECT_EQ(Find<QGroupBox>(dialog, "FraPictureOptions").title(), "Picture Options");
+    const auto caption = [&](const char* name) {
+        return Find<QAbstractButton>(dialog, name).text().remove('&');
+    };
+    EXPECT_EQ(caption("chkAutomaticallyCorrect"),
+              "Automatically correct L2 Tile numbers");
+    EXPECT_EQ(caption("OptAfterSelected_0"), "After Selected Set");
+    EXPECT_EQ(caption("OptAfterSelected_1"), "Before Selected Set");
+    const auto label = [&](const char* name) {
+        return Find<QLabel>(dialog, name).text().remove('&').toStdString();
+    };
+    EXPECT_EQ(label("Label1"), "Default Insert Set:");
+    EXPECT_EQ(label("lblMTile") + label("lblLTile") + label("lblTTile"),
+              "M Tile Size (Default 64px)L Tile Size (Default 32px)T Tile Size (Default "
+              "16px)");
     Find<QAbstractButton>(dialog, "chkAutomaticallyCorrect").setChecked(false);
     Find<QAbstractButton>(dialog, "OptAfterSelected_0").setChecked(true);
     Find<QLineEdit>(dialog, "txtM").setText("128");

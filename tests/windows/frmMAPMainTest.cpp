@@ -11,6 +11,7 @@
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QDialog>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
@@ -113,6 +114,33 @@ TEST_F(frmMAPMainTest, ShowsEveryEntryWithItsTip) {
     EXPECT_FALSE(CanSave());
     EXPECT_FALSE(window_.MAPDirty());
     EXPECT_EQ(Box(0).text().toStdString(), "117835012"); // bytes 4 5 6 7
+}
+
+TEST_F(frmMAPMainTest, HasItsCaptions) {
+    for (const auto& [name, caption] : {std::pair{"cmdSaveMAP", "Save MAP File"},
+                                        {"cmdRestoreDefaults", "Restore Defaults"},
+                                        {"Command2", "Set all Same Color"},
+                                        {"Command5", "Change  all Alpha"},
+                                        {"Command3", "Export Colors"},
+                                        {"Command4", "Import Colors"},
+                                        {"Check1", "Black To Color"},
+                                        {"Option1_0", "Red"},
+                                        {"Option1_1", "Green"},
+                                        {"Option1_2", "Blue"}})
+        EXPECT_EQ(Find<QAbstractButton>(window_, name).text().remove('&'), caption);
+    QStringList words;
+    for (const QLabel* label : window_.findChildren<QLabel*>())
+        words += label->text();
+    for (const QGroupBox* frame : window_.findChildren<QGroupBox*>())
+        words += frame->title();
+    for (const char* word :
+         {"Pallette", "MEA Map", "L0 Map", "L1 Map", "L2 Map", "L3 Map", "L4 Map",
+          "L5 Map", "Width", "Height", "Longtitude", "Latitude",
+          "Feet between MEA Points", "Feet between L0 Tiles", "Last Near Tiled LOD",
+          "Last Far Tiled LOD", "Flags", "Number of LODs"})
+        EXPECT_TRUE(words.contains(word)) << word;
+    EXPECT_TRUE(Find<QAbstractButton>(window_, "Option1_0").isChecked());
+    EXPECT_FALSE(Find<QAbstractButton>(window_, "Check1").isChecked());
 }
 
 TEST_F(frmMAPMainTest, ButtonsAreSquaresRowByRow) {
@@ -232,6 +260,11 @@ TEST_F(frmMAPMainTest, ALeftClickAsksForTheColour) {
 TEST_F(frmMAPMainTest, ARightClickShowsTheFourNumbers) {
     tests::WhenModal<QDialog>([](QDialog& details) {
         EXPECT_EQ(details.windowTitle().toStdString(), "Palete Details - #:200");
+        std::string labels;
+        for (const QLabel* label : details.findChildren<QLabel*>())
+            labels += label->text().toStdString();
+        EXPECT_EQ(labels, "RED:GREEN:BLUE:ALPHA:");
+        EXPECT_EQ(Find<QAbstractButton>(details, "Command2").text(), "CANCEL");
         EXPECT_EQ(Find<QLineEdit>(details, "Text1").text().toInt(), PatternAt(200, 0));
         EXPECT_EQ(Find<QLineEdit>(details, "Text4").text().toInt(), PatternAt(200, 3));
         Find<QLineEdit>(details, "Text1").clear();

@@ -126,11 +126,7 @@ void FrmBINTileEdit::ConnectSlots() {
              [this](int slot) { ShowTip(slot); });
     OnSignal(ui_->PicTiles, &TileSlots::FilesDropped, this,
              [this](int slot, const std::vector<std::string>& files) {
-                 // Without a set the slots are nobody's.
-                 if (state_.Catalogue.Bin.NumSets == 0)
-                     return AppendSet_Run(files);
-                 SelectSlot(slot);
-                 AppendTile_Run(files);
+                 Dropped(slot, files);
              });
 }
 

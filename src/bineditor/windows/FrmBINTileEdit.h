@@ -13,6 +13,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Ui {
 class FrmBINTileEdit;
@@ -106,6 +108,9 @@ private:
     void cmdOptions_Click();
     void cmdOpenTerrain_Click();
     void picTilePalette_Click();
+    // Files that come down on a slot, or on no slot (-1).
+    void Dropped(int slot, std::vector<std::string> files);
+    Q_INVOKABLE void TakeDropped();
 
     void ShowMoveFrame(bool on);
     void ShowMovePosition();
@@ -139,6 +144,8 @@ private:
     bool passUnsaved_ = false;
     bool busy_ = false;
     bool stop_ = false;
+    int droppedSlot_ = -1;
+    std::vector<std::string> droppedFiles_;
     QPointer<QWidget> focusBefore_; // what had the keyboard when the form was disabled
 };
 

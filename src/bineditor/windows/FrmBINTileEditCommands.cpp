@@ -21,6 +21,7 @@
 #include <QShortcut>
 
 #include <cmath>
+#include <utility>
 
 namespace vardenix {
 
@@ -323,10 +324,29 @@ void FrmBINTileEdit::dragEnterEvent(QDragEnterEvent* event) {
         event->acceptProposedAction();
 }
 
-// A set of what was dropped; a slot takes a file of its own.
 void FrmBINTileEdit::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    AppendSet_Run(DraggedDds(*event->mimeData()));
+    Dropped(-1, DraggedDds(*event->mimeData()));
+}
+
+// Once the other program is done with its part: boxes may come up, and work that lasts.
+void FrmBINTileEdit::Dropped(int slot, std::vector<std::string> files) {
+    droppedSlot_ = slot;
+    droppedFiles_ = std::move(files);
+    QMetaObject::invokeMethod(this, "TakeDropped", Qt::QueuedConnection);
+}
+
+// A set of what was dropped; a slot takes a file of its own, but while there is no set
+// the slots are nobody's.
+void FrmBINTileEdit::TakeDropped() {
+    if (busy_)
+        return;
+    static_cast<RunTimeBarrier*>(qApp)->Guard([this] {
+        if (droppedSlot_ < 0 || state_.Catalogue.Bin.NumSets == 0)
+            return AppendSet_Run(droppedFiles_);
+        SelectSlot(droppedSlot_);
+        AppendTile_Run(droppedFiles_);
+    });
 }
 
 void FrmBINTileEdit::closeEvent(QCloseEvent* event) {

@@ -129,10 +129,10 @@ void TilePicture::DrawPaths(QPainter& painter) const {
 void TilePicture::DrawBand(QPainter& painter) const {
     painter.setPen(QPen(Qt::white, 1, Qt::DashLine));
     painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
-    const QPointF start(band_.StartX, band_.StartY);
+    const QPointF start(band_.DragStartX, band_.DragStartY);
     if (pendingArea_)
-        painter.drawEllipse(start, band_.Radius(), band_.Radius());
-    painter.drawLine(start, QPointF(band_.EndX, band_.EndY));
+        painter.drawEllipse(start, band_.DragRadius(), band_.DragRadius());
+    painter.drawLine(start, QPointF(band_.DragEndX, band_.DragEndY));
 }
 
 void TilePicture::ShowCursor(Qt::KeyboardModifiers keys) {
@@ -161,8 +161,8 @@ void TilePicture::mouseMoveEvent(QMouseEvent* event) {
     ShowCursor(event->modifiers());
     const QPointF at = event->position();
     if (dragging_) {
-        band_.EndX = at.x();
-        band_.EndY = at.y();
+        band_.DragEndX = at.x();
+        band_.DragEndY = at.y();
         update();
     }
     emit Hovered(at.x(), at.y());
@@ -171,17 +171,19 @@ void TilePicture::mouseMoveEvent(QMouseEvent* event) {
 void TilePicture::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !dragging_)
         return;
-    band_.EndX = event->position().x();
-    band_.EndY = event->position().y();
+    band_.DragEndX = event->position().x();
+    band_.DragEndY = event->position().y();
     const bool area = pendingArea_;
     dragging_ = false;
     SetPending(false, false);
     ShowCursor(event->modifiers());
     update();
     if (area)
-        emit AreaDrawn(band_.StartX, band_.StartY, band_.EndX, band_.EndY);
+        emit AreaDrawn(band_.DragStartX, band_.DragStartY, band_.DragEndX,
+                       band_.DragEndY);
     else
-        emit PathDrawn(band_.StartX, band_.StartY, band_.EndX, band_.EndY);
+        emit PathDrawn(band_.DragStartX, band_.DragStartY, band_.DragEndX,
+                       band_.DragEndY);
 }
 
 } // namespace vardenix

@@ -15,8 +15,8 @@ namespace vardenix {
 
 class TileSlots;
 
-// The paths of the DDS files that are dragged onto a window; empty when other things are
-// among them.
+// The paths of the files that are dragged onto a window, whatever they are called: what
+// is no picture is told when they come down. Empty when other things are among them.
 std::vector<std::string> DraggedDds(const QMimeData& data);
 
 // PicTile: one slot of the selected set.

@@ -65,6 +65,8 @@ FrmVXMap::FrmVXMap(const Parts& parts)
              ui_->HScroll1, ui_->VScroll1, ui_->PicShow, ui_->ground->viewport()})
         part->installEventFilter(this);
     setAcceptDrops(true);
+    rest_.setSingleShot(true);
+    OnSignal(&rest_, &QTimer::timeout, this, [this] { PaintRest(); });
     MakePopup();
     MakeToolTip();
     MakeStrip();
@@ -184,10 +186,14 @@ void FrmVXMap::Scroll_Change() {
 }
 
 void FrmVXMap::RefreshPicArray() {
-    escWatch_.Begin();
-    renderer_.RefreshPicArray(view_, picture2_, *this, features_);
+    const QRect seen = Seen();
+    const int64_t side = view_.PictureSide();
+    if (!seen.isEmpty() && int64_t{seen.width()} * seen.height() * 2 < side * side) {
+        PaintSeen();
+        rest_.start(0);
+    } else
+        PaintWhole();
     ShowTools();
-    ShowLeftOut();
     // Another post may lie under the cursor, or the same with other values.
     if (ui_->PicShow->underMouse())
         PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
@@ -201,9 +207,46 @@ void FrmVXMap::ShowLeftOut() {
         ShowWord({});
 }
 
+QRect FrmVXMap::Seen() const {
+    return ui_->PicShow->visibleRegion().boundingRect() & picture2_.Image().rect();
+}
+
+void FrmVXMap::PaintSeen() {
+    const QRect seen = Seen();
+    Repaint(PatchOfPart(view_, {seen.x(), seen.y(), seen.width(), seen.height()},
+                        ReachOf(view_, renderer_.Sources(), patch_)));
+    MakeViewPort(view_);
+}
+
+bool FrmVXMap::PaintWhole() {
+    rest_.stop();
+    escWatch_.Begin();
+    const bool finished = renderer_.RefreshPicArray(view_, picture2_, *this, features_);
+    ShowLeftOut();
+    return finished;
+}
+
+// What is seen stays whole when Esc ends it.
+void FrmVXMap::PaintRest() {
+    constexpr int later = 100; // ms
+    // The posts may be in the middle of a change, of which a repaint follows.
+    if (view_.ScrollBusy || !isVisible())
+        return rest_.start(later);
+    if (!PaintWhole() && !Seen().isEmpty())
+        PaintSeen();
+}
+
+QtDrawingSurface& FrmVXMap::Picture2() {
+    if (rest_.isActive())
+        PaintWhole();
+    return picture2_;
+}
+
 void FrmVXMap::RepaintPosts(const PostBox& posts) {
-    const MapPatch patch =
-        PatchOf(view_, posts, ReachOf(view_, renderer_.Sources(), patch_));
+    Repaint(PatchOf(view_, posts, ReachOf(view_, renderer_.Sources(), patch_)));
+}
+
+void FrmVXMap::Repaint(const MapPatch& patch) {
     const PixelRect& clip = patch.Clip;
     if (clip.Width <= 0 || clip.Height <= 0)
         return;

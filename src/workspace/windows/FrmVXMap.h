@@ -14,6 +14,7 @@
 #include <QBasicTimer>
 #include <QElapsedTimer>
 #include <QMenu>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
@@ -58,7 +59,8 @@ public:
     // Fills the screen, or its part of another window, with as large a picture as there
     // is room for; afterwards the sizes from before come back.
     void FollowRoom();
-    // Paints the view from nothing, and shows it.
+    // Paints the view from nothing, and shows it. Of a picture that is much larger than
+    // the window only what is seen is painted at once, the rest when no event waits.
     void RefreshPicArray();
     // Sets both scroll bars without a repaint; values outside the theater are clamped.
     void SetPosition(ViewPosition position);
@@ -70,8 +72,8 @@ public:
     // The keyboard comes to the map with it.
     void ChooseTool(MapTool tool);
 
-    // The back buffer: what the last repaint has left.
-    QtDrawingSurface& Picture2() { return picture2_; }
+    // The back buffer: what the last repaint has left, its rest painted.
+    QtDrawingSurface& Picture2();
 
 signals:
     // The view has been painted anew: the preview's box follows.
@@ -139,6 +141,14 @@ private:
     // What the next click would export or stamp over is framed while the mouse moves.
     void ShowBand(QPointF position);
     void PicShow_MouseUp(QMouseEvent& event);
+    // Of the picture; nothing of a window that is not shown.
+    QRect Seen() const;
+    void PaintSeen();
+    // False when Esc ended it.
+    bool PaintWhole();
+    void PaintRest();
+    // Paints a part of the picture anew and shows it.
+    void Repaint(const MapPatch& patch);
     // Posts of level 2, from 0, as they are now.
     void RepaintPosts(const PostBox& posts);
     // No corner is waited for any more. False when none was.
@@ -163,6 +173,7 @@ private:
     QtDrawingSurface picture2_;
     QtDrawingSurface patch_; // parts of the picture that are painted anew
     EscWatch escWatch_;
+    QTimer rest_; // of the picture is still to be painted while it runs
     // The map is being moved by hand.
     struct Panning {
         Qt::MouseButton Button;
