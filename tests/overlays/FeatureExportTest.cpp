@@ -58,9 +58,10 @@ TEST_F(SubExportTDFsTest, TakesFeaturesWithAPointInsideBordersIncluded) {
 }
 
 TEST_F(SubExportTDFsTest, MissingPointsLieAtZero) {
-    const FeatureSet set = Loaded({"ROAD 2 50,50", "ROAD 1 50,50 9", "ROAD -1 8"});
+    const FeatureSet set = Loaded({"ROAD 2 50,50", "ROAD 1 50,50 9"});
     EXPECT_EQ(Roads(set, {0, 0, 1, 1}), "0 ");
     EXPECT_EQ(Roads(set, {0, 0, 0, 0}), "0 ");
+    EXPECT_EQ(Roads(Loaded({"ROAD -1 8"}), {0, 0, 1, 1}), ""); // it has none to miss
     EXPECT_EQ(Roads(set, {1, 0, 1, 0}), "");
     EXPECT_EQ(Roads(set, {0, 1, 0, 1}), "");
 }

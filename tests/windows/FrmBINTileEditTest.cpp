@@ -468,6 +468,20 @@ TEST_F(FrmBINTileEditTest, ThePaletteIsEmptyAndItsTipIsCopied) {
     EXPECT_EQ(palette.toolTip(), "Copied to clipboard");
 }
 
+TEST_F(FrmBINTileEditTest, ThePaletteTellsTheColorUnderThePointer) {
+    auto& palette = Find<QWidget>(*window_, "picTilePalette");
+    window_->TilePalette.resize(256);
+    window_->TilePalette[255] = {3, 200, 100, 0};
+    QTest::mouseMove(&palette, {1, 1});
+    EXPECT_EQ(palette.toolTip(), "Palette Index: 255\nRed: 100\nGreen: 200\nBlue: 3\n"
+                                 "hex$#: .64.C8..3");
+    QTest::mouseMove(&palette, {palette.width() - 1, palette.height() - 1});
+    EXPECT_EQ(palette.toolTip(), "Palette Index: 0\nRed: 0\nGreen: 0\nBlue: 0\n"
+                                 "hex$#: ..0..0..0");
+    QTest::mouseClick(&palette, Qt::LeftButton);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("Palette Index: 0\n"));
+}
+
 TEST_F(FrmBINTileEditTest, EscBetweenTwoPicturesLeavesEverythingAsItWas) {
     std::filesystem::create_directory(folder_.File("Temp"));
     state_.Folders.TempFolder = folder_.File("Temp/");

@@ -2,12 +2,14 @@
 
 #include "bineditor/BinCommands.h"
 #include "bineditor/EditorVerbs.h"
+#include "bineditor/PaletteView.h"
 #include "platform/Platform.h"
 #include "platform/windows/clsToolTip.h"
 #include "services/TilePictures.h"
 #include "theater/DebugLog.h"
 #include "theater/ProgramState.h"
 
+#include <QPoint>
 #include <QPointer>
 #include <QWidget>
 
@@ -58,6 +60,9 @@ public:
     // the disk since: the files do not fit one another when only one of them is written.
     bool Apart() const;
 
+    // Of the selected tile's picture, were it one with a palette of its own.
+    PaletteTable TilePalette;
+
     void SetPB5(int percent);
     void ShowBar() override;
     void HideBar() override;
@@ -107,6 +112,7 @@ private:
     void cmdSaveBoth_Click();
     void cmdOptions_Click();
     void cmdOpenTerrain_Click();
+    void picTilePalette_MouseMove(QPoint place);
     void picTilePalette_Click();
     // Files that come down on a slot, or on no slot (-1).
     void Dropped(int slot, std::vector<std::string> files);

@@ -18,6 +18,7 @@
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QShortcut>
 
 #include <cmath>
@@ -87,11 +88,22 @@ void FrmBINTileEdit::ConnectPalette() {
 bool FrmBINTileEdit::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->picTilePalette) {
         if (event->type() == QEvent::MouseMove)
-            paletteTip_.SetToolText(*ui_->picTilePalette, "No Palette loaded...");
+            picTilePalette_MouseMove(static_cast<QMouseEvent*>(event)->pos());
         else if (event->type() == QEvent::MouseButtonPress)
             picTilePalette_Click();
     }
     return QWidget::eventFilter(watched, event);
+}
+
+void FrmBINTileEdit::picTilePalette_MouseMove(QPoint place) {
+    QWidget& grid = *ui_->picTilePalette;
+    if (SelectedTile == -1 || TilePalette.empty())
+        return paletteTip_.SetToolText(grid, "No Palette loaded...");
+    const PaletteTip tip = TipOfPalette(
+        TilePalette, PaletteIndexAt(place.x(), place.y(), grid.width(), grid.height()));
+    paletteTip_.SetBackColor(tip.Back);
+    paletteTip_.SetForeColor(tip.Fore);
+    paletteTip_.SetToolText(grid, QString::fromStdString(tip.Text));
 }
 
 void FrmBINTileEdit::picTilePalette_Click() {
