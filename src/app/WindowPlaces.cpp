@@ -144,8 +144,9 @@ void WindowPlaces::ShowByBoxes() {
     }
     windows_.Map->setVisible(settings_.MainWinVis);
     RestoreChildWindows();
+    // Some desktops look at their order at the next click only.
     if (mapComes && windows_.Panel->isWindow())
-        windows_.Panel->raise(); // some desktops look at their order at the next click only
+        windows_.Panel->raise();
 }
 
 void WindowPlaces::ShowTicked() {

@@ -168,7 +168,11 @@ TEST_F(WorkspaceEndToEnd, ThePaletteLiesOverTheMapAtItsStoredPlace) {
 TEST_F(WorkspaceEndToEnd, EscStopsALongRepaint) {
     const std::string copy = folder_.File("copied theater");
     fs::copy(SAMPLE_FOLDER, copy, fs::copy_options::recursive);
-    UseTheater(copy, {{"MAIN_WIN_VIS", "-1"}, {"ZOOM", "20"}, {"X", "10"}, {"Y", "10"}});
+    UseTheater(copy, {{"MAIN_WIN_VIS", "-1"},
+                      {"MAIN_WIN_POS_L", "6600"},
+                      {"ZOOM", "20"},
+                      {"X", "10"},
+                      {"Y", "10"}});
     Start();
     const auto unpainted = [](const Picture& map) {
         return std::count(map.Pixels.begin(), map.Pixels.end(), Background);
@@ -195,7 +199,11 @@ TEST_F(WorkspaceEndToEnd, EscStopsALongRepaint) {
 TEST_F(WorkspaceEndToEnd, TheEndOfTheSessionEndsTheProgramCleanly) {
     const std::string copy = folder_.File("copied theater");
     fs::copy(SAMPLE_FOLDER, copy, fs::copy_options::recursive);
-    UseTheater(copy, {{"X", "95"}, {"Y", "95"}, {"ZOOM", "1"}, {"MAIN_WIN_VIS", "-1"}});
+    UseTheater(copy, {{"X", "95"},
+                      {"Y", "95"},
+                      {"ZOOM", "1"},
+                      {"MAIN_WIN_VIS", "-1"},
+                      {"MAIN_WIN_POS_L", "6600"}});
     for (const int signal : {SIGTERM, SIGHUP}) {
         Start();
         const Picture before = MapPicture();

@@ -113,6 +113,25 @@ TEST_F(FrmVXMainTest, EntriesLookLikeTheirControlsWhenTheMenuComes) {
     EXPECT_FALSE(Find<QAction>("mnuShowHeights").isChecked());
 }
 
+// Shift may be let go where the panel hears nothing of it.
+TEST_F(FrmVXMainTest, AsAPartOfAnotherWindowItForgetsShiftWithTheKeyboard) {
+    Show();
+    QWidget outer;
+    QLineEdit elsewhere(&outer);
+    window_.setParent(&outer);
+    window_.show();
+    outer.show();
+    outer.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&outer));
+    auto& inside = Find<QLineEdit>("LabelX");
+    inside.setFocus();
+    QTest::keyPress(&inside, Qt::Key_Shift);
+    EXPECT_EQ(Find<QAbstractButton>("CmdSaveTheater").text(), "Save L2 as...");
+    elsewhere.setFocus();
+    EXPECT_EQ(Find<QAbstractButton>("CmdSaveTheater").text(), "Save L2");
+    window_.setParent(nullptr);
+}
+
 TEST_F(FrmVXMainTest, WhatIsChosenIsTickedWhenTheMenuComes) {
     Show();
     commands_.OneChosen = PanelVerb::FillTool;

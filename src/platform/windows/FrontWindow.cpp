@@ -1,7 +1,9 @@
 #include "platform/windows/FrontWindow.h"
 
+#include <QApplication>
 #include <QEvent>
-#include <QGuiApplication>
+#include <QHash>
+#include <QPointer>
 #include <QTimerEvent>
 #include <QWidget>
 #include <QWindow>
@@ -40,13 +42,16 @@ public:
     }
 
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::Show || !watched->isWidgetType())
+        const bool shown = event->type() == QEvent::Show;
+        if ((!shown && event->type() != QEvent::Hide) || !watched->isWidgetType())
             return false;
-        const auto& shown = *static_cast<QWidget*>(watched);
-        if (&shown == &window_)
-            startTimer(0);
-        else if (IsDialog(shown))
-            LieUnder(shown);
+        const auto& window = *static_cast<QWidget*>(watched);
+        if (&window == &window_) {
+            if (shown)
+                startTimer(0);
+        } else if (IsDialog(window)) {
+            shown ? LieUnder(window) : GiveKeyboardBack(window);
+        }
         return false;
     }
 
@@ -58,7 +63,7 @@ public:
 
 private:
     // A dialog of another window would come up under this one.
-    void LieUnder(const QWidget& dialog) const {
+    void LieUnder(const QWidget& dialog) {
         const bool up =
             window_.isWindow() && window_.isVisible() && !window_.isMinimized();
         QWindow* over = dialog.windowHandle();
@@ -68,10 +73,21 @@ private:
         for (const QWindow* of = over->transientParent(); of; of = of->transientParent())
             if (of == window_.windowHandle())
                 return;
+        cameFrom_[&dialog] = QGuiApplication::focusWindow();
         over->setTransientParent(window_.windowHandle());
     }
 
+    // The desktop would give it to this window now.
+    void GiveKeyboardBack(const QWidget& dialog) {
+        const QPointer<QWindow> to = cameFrom_.take(&dialog);
+        const QWidget* inUse = QApplication::activeWindow();
+        if (to && to->isVisible() && (inUse == nullptr || inUse == &dialog))
+            to->requestActivate();
+    }
+
     QWidget& window_;
+    // Of each dialog that is up, the window that had the keyboard before it.
+    QHash<const QObject*, QPointer<QWindow>> cameFrom_;
 };
 
 } // namespace

@@ -8,6 +8,7 @@
 #include "workspace/ZoomAndDrag.h"
 #include "workspace/windows/Actions.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QScreen>
@@ -45,6 +46,8 @@ FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platfor
     ConnectPosition();
     ConnectCommands();
     ConnectMenus();
+    OnSignal(qApp, &QApplication::focusChanged, this,
+             [this](const QWidget*, const QWidget* now) { WatchFocus(now); });
     ShowSettings();
     RefreshCommands();
     resize(sizeHint());
@@ -306,6 +309,14 @@ bool FrmVXMain::eventFilter(QObject* watched, QEvent* event) {
         }
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+// A part of another window hears nothing of its coming and going, and Shift may be let go
+// elsewhere in that.
+void FrmVXMain::WatchFocus(const QWidget* now) {
+    if (!isWindow())
+        SetShift(now != nullptr && isAncestorOf(now) &&
+                 QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier));
 }
 
 void FrmVXMain::changeEvent(QEvent* event) {

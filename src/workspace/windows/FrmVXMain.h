@@ -149,6 +149,7 @@ private:
     void ShowCaptions();
     void ShowTitles();
     void WatchKey(const QKeyEvent& event, bool down);
+    void WatchFocus(const QWidget* now);
     void SetShift(bool down);
     QCheckBox* BoxOf(PanelVerb window) const;
 

@@ -106,7 +106,11 @@ void FrmVXMain::ConnectMenus() {
     OnSignal(ui_->mnyExit, &QAction::triggered, this, [this] { close(); });
     OnSignal(ui_->mnuOnlineHelp, &QAction::triggered, this,
              [this] { mnuOnlineHelp_Click(); });
-    OnSignal(ui_->mnuAbout, &QAction::triggered, this, [this] { commands_.ShowAbout(); });
+    // The menus of one window can be pulled down also while the panel is locked.
+    OnSignal(ui_->mnuAbout, &QAction::triggered, this, [this] {
+        if (isEnabled())
+            commands_.ShowAbout();
+    });
     OnSignal(ui_->mnuSaveScreeshot, &QAction::triggered, this,
              [this] { mnuSaveScreeshot_Click(); });
     ui_->mnuOneWindow->setCheckable(true);
