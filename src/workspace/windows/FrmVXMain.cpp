@@ -54,7 +54,10 @@ FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platfor
     firstHeight_ = height();
 }
 
-FrmVXMain::~FrmVXMain() = default;
+FrmVXMain::~FrmVXMain() {
+    // The keyboard goes elsewhere when the panel is gone already.
+    qApp->disconnect(this);
+}
 
 void FrmVXMain::DressControls() {
     const auto range = [](QAbstractSlider* slider, const ControlRange& of) {
