@@ -14,8 +14,8 @@ namespace {
 } // namespace
 
 PlainSurface::PlainSurface(int32_t side)
-    : side_(side), pages_(sizeof(uint32_t) * static_cast<size_t>(side) *
-                          static_cast<size_t>(side)) {}
+    : side_(side),
+      pages_(sizeof(uint32_t) * static_cast<size_t>(side) * static_cast<size_t>(side)) {}
 
 RasterView PlainSurface::Pixels() {
     DoSteps();
