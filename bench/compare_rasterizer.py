@@ -88,16 +88,39 @@ def picture_side(path):
             else struct.unpack_from(">i", head, 16))[0]
 
 
+class Taken:
+    """What runs of a command take: processor time, and from start to end, in seconds."""
+
+    def __init__(self):
+        self.processor = []
+        self.wall = []
+
+    def run(self, command, environment):
+        begin = time.perf_counter()
+        child = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL,
+                                 stderr=subprocess.DEVNULL)
+        _, status, used = os.wait4(child.pid, 0)
+        child.returncode = os.waitstatus_to_exitcode(status)
+        if child.returncode != 0:
+            sys.exit(f"exit code {child.returncode}: {command}")
+        self.wall.append(time.perf_counter() - begin)
+        self.processor.append(used.ru_utime + used.ru_stime)
+
+    def of_processor(self):
+        return 1000 * statistics.median(self.processor)
+
+    def of_wall(self):
+        return 1000 * statistics.median(self.wall)
+
+
 def medians(commands):
-    """The median of the seconds of each command; they take turns."""
+    """What each command takes; they take turns."""
     environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", QT_LOGGING_RULES="*=false")
-    times = [[] for _ in commands]
+    times = [Taken() for _ in commands]
     for _ in range(ROUNDS):
         for command, taken in zip(commands, times):
-            begin = time.perf_counter()
-            subprocess.run(command, check=True, env=environment, capture_output=True)
-            taken.append(time.perf_counter() - begin)
-    return [statistics.median(taken) for taken in times]
+            taken.run(command, environment)
+    return times
 
 
 def main():
@@ -114,8 +137,9 @@ def main():
                         "--posts", str(POSTS)], check=True, capture_output=True)
         theater = scratch / "sample/terrdata/sorrelund"
         print("| posts | distinct tiles | picture | rasterizer, ms | vardenix-cli render, ms "
-              "| ratio | before, ms | bytes, theirs and ours |")
-        print("|---|---|---|---|---|---|---|---|")
+              "| ratio | before, ms | start to end, theirs and ours, ms "
+              "| bytes, theirs and ours |")
+        print("|---|---|---|---|---|---|---|---|---|")
         for zoom in (1, 5, 20):
             side = GRID * zoom
             left = bottom = (POSTS - side) // 2
@@ -133,9 +157,11 @@ def main():
                 if picture_side(theirs) != picture_side(ours):
                     sys.exit(f"{picture_side(theirs)} pixels a side against "
                              f"{picture_side(ours)}")
-                print(f"| {side * side} | {distinct} | {kind} | {other * 1000:.0f} "
-                      f"| {own * 1000:.0f} | {own / other:.2f} "
-                      f"| {before[0] * 1000 if before else float('nan'):.0f} "
+                print(f"| {side * side} | {distinct} | {kind} | {other.of_processor():.0f} "
+                      f"| {own.of_processor():.0f} "
+                      f"| {own.of_processor() / other.of_processor():.2f} "
+                      f"| {before[0].of_processor() if before else float('nan'):.0f} "
+                      f"| {other.of_wall():.0f} and {own.of_wall():.0f} "
                       f"| {theirs.stat().st_size >> 10} and {ours.stat().st_size >> 10} KiB |")
 
 
