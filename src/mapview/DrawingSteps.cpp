@@ -60,7 +60,20 @@ void TakePixels(const RasterView& picture, const DrawingStep& step, TakeRow take
                 picture.Row(y) + part.Left, static_cast<size_t>(part.Right - part.Left));
 }
 
+// The first and the last pixels, which meet or overlap: two moves of a known size.
+template <size_t Count>
+void CopyEnds(const uint32_t* from, uint32_t* to, size_t count) {
+    std::memcpy(to, from, Count * sizeof(uint32_t));
+    std::memcpy(to + count - Count, from + count - Count, Count * sizeof(uint32_t));
+}
+
+// Relies on a row's being as short as a small cell is wide: calling somebody for each
+// would take longer than the copying.
 void CopyRow(const uint32_t* from, uint32_t* to, size_t count) {
+    if (count >= 4 && count <= 8)
+        return CopyEnds<4>(from, to, count);
+    if (count > 8 && count <= 16)
+        return CopyEnds<8>(from, to, count);
     std::memcpy(to, from, count * sizeof(uint32_t));
 }
 

@@ -105,7 +105,7 @@ private:
         bool Present = false; // in this repaint
         std::string File;
         FileIdentity Identity; // which tells whether it is the file that was read
-        Bitmap Decoded; // 32 bits, or none
+        Bitmap Decoded;        // 32 bits, or none
         KeptList::iterator DecodedPlace;
         std::vector<std::unique_ptr<Cell>> Cells; // those in use at the front
     };
