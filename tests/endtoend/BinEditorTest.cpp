@@ -94,7 +94,6 @@ protected:
         ASSERT_TRUE(WaitFor([&] { return desktop_.WhereIs("^Files$").Left < 20; }));
         const Place& place = editor_->At(control);
         desktop_.DragInto("^Files$", {30, 30}, Editor, {place.Left + 20, place.Top + 20});
-        desktop_.Activate(Editor);
     }
     void Answer(const std::string& title, const std::string& text) {
         ASSERT_TRUE(IsUp(title));
@@ -212,6 +211,7 @@ TEST_F(BinEditorEndToEnd, AnAppendedAndMovedSetLeavesTheLandscapeAsItWas) {
     // Another one is dropped on its slot.
     DropOn("PicTile_3", new_ + "/9101.dds");
     ASSERT_TRUE(WaitFor([&] { return fs::exists(Pictures() + "H9101.dds"); }));
+    desktop_.Activate(Editor); // the drag has left the keyboard where it began
     ASSERT_TRUE(IsDone());
     editor_->Press("PicTile_15");
     desktop_.Key("alt+l");

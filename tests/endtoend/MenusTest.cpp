@@ -87,8 +87,11 @@ TEST_F(MenusOnDesktop, AltAndAClickPicksATileWithoutAWindowManager) {
     desktop_.DragIn(Map, {Across(4), Down(4)}, {Across(4), Down(4)}, "alt");
     ClickPost(0, 1, 1);
     ASSERT_TRUE(Await([&](const Picture& map) { return map != untouched; }));
-    desktop_.Key("ctrl+s");
-    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
+    // Nobody tells when the keyboard has come, either.
+    ASSERT_TRUE(WaitFor([&] {
+        desktop_.Key("ctrl+s");
+        return !desktop_.Visible(Star);
+    }));
     const MadeLevel saved = Level2();
     EXPECT_EQ(Differences(before, saved),
               std::vector<size_t>{SerialOf(ViewX, ViewY + 1, Posts)});
