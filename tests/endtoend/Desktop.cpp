@@ -276,6 +276,10 @@ void Desktop::Activate(const std::string& title) const {
     Run({"xdotool", "windowactivate", "--sync", WindowId(title)});
 }
 
+void Desktop::GiveKeyboard(const std::string& title) const {
+    Run({"xdotool", "windowfocus", WindowId(title)});
+}
+
 void Desktop::MakeIcon(const std::string& title) const {
     Run({"xdotool", "windowminimize", "--sync", WindowId(title)});
 }

@@ -90,8 +90,9 @@ public:
     // How far down from the screen's edge it begins; WhereIs counts a frame twice.
     int TopOf(const std::string& title) const;
     void Move(const std::string& title, int left, int top) const;
-    // From then on there is no window manager.
+    // From then on there is no window manager, and nobody gives a window the keyboard.
     void EndManager() { manager_ = {}; }
+    void GiveKeyboard(const std::string& title) const;
     // The window manager is held up.
     void StopManagerFor(int milliseconds) const { manager_.StopFor(milliseconds); }
     // Makes the active window an icon.

@@ -87,8 +87,8 @@ TEST_F(MenusOnDesktop, AltAndAClickPicksATileWithoutAWindowManager) {
     desktop_.DragIn(Map, {Across(4), Down(4)}, {Across(4), Down(4)}, "alt");
     ClickPost(0, 1, 1);
     ASSERT_TRUE(Await([&](const Picture& map) { return map != untouched; }));
-    // Nobody tells when the keyboard has come, either.
     ASSERT_TRUE(WaitFor([&] {
+        desktop_.GiveKeyboard(Map);
         desktop_.Key("ctrl+s");
         return !desktop_.Visible(Star);
     }));
@@ -96,7 +96,7 @@ TEST_F(MenusOnDesktop, AltAndAClickPicksATileWithoutAWindowManager) {
     EXPECT_EQ(Differences(before, saved),
               std::vector<size_t>{SerialOf(ViewX, ViewY + 1, Posts)});
     EXPECT_EQ(tileAt(saved, 0, 1), tileAt(before, 4, 4));
-    desktop_.ClickIn(Panel, 300, 10);
+    desktop_.GiveKeyboard(Panel);
     desktop_.Key("ctrl+q");
     ASSERT_TRUE(WaitFor([this] { return !program_.Running(); }));
     EXPECT_EQ(program_.ExitCode(), 0);
