@@ -4,16 +4,16 @@
 #include "bineditor/LevelTwoPass.h"
 #include "bineditor/TileIntake.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
+#include "catalogue/TileCheck.h"
+#include "pictures/Dxt1Writer.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
 #include "platform/Clock.h"
 #include "platform/ForEachInParallel.h"
 #include "platform/Platform.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
-#include "services/Dxt1Writer.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
 #include "support/TestFolder.h"
-#include "theater/TileCheck.h"
 
 #include <QAbstractItemView>
 #include <benchmark/benchmark.h>

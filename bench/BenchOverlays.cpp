@@ -2,12 +2,12 @@
 // work.
 #include "BenchMap.h"
 #include "BenchWindows.h"
+#include "features/FeatureDrawing.h"
+#include "files/StagedFile.h"
 #include "mapview/windows/QtDrawingSurface.h"
-#include "overlays/DerivedFiles.h"
-#include "overlays/FeatureDrawing.h"
-#include "overlays/TileSearch.h"
-#include "overlays/windows/frmVXSearchResults.h"
-#include "platform/StagedFile.h"
+#include "search/DerivedFiles.h"
+#include "search/TileSearch.h"
+#include "search/windows/frmVXSearchResults.h"
 #include "support/RecordingCommands.h"
 
 #include <QAbstractItemView>

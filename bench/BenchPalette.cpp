@@ -2,7 +2,7 @@
 // anew, and scrolled from end to end. The pictures have been painted before, so that they
 // are warm, but where the name says cold.
 #include "BenchWindows.h"
-#include "services/Dxt1Writer.h"
+#include "pictures/Dxt1Writer.h"
 #include "support/RecordingCommands.h"
 #include "workspace/windows/FrmVXTilePal.h"
 

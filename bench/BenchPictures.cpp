@@ -1,9 +1,9 @@
 // Tile pictures: one decoded, and a view of 1280 by 1280 pixels painted from them. The
 // bare work beside them is decoding alone and copying the same pixels.
 #include "BenchTiles.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
-#include "services/TilePictures.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
+#include "pictures/TilePictures.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,9 +3,9 @@
 // the threads.
 #include "builder/ElevationRebuild.h"
 #include "builder/TheaterRebuild.h"
+#include "files/StagedFile.h"
+#include "pictures/Dxt1Writer.h"
 #include "platform/Clock.h"
-#include "platform/StagedFile.h"
-#include "services/Dxt1Writer.h"
 
 #include <benchmark/benchmark.h>
 

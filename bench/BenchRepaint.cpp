@@ -4,7 +4,7 @@
 #include "BenchMap.h"
 #include "mapview/MapPatch.h"
 #include "mapview/windows/QtDrawingSurface.h"
-#include "services/ImageFiles.h"
+#include "pictures/ImageFiles.h"
 
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>
@@ -43,7 +43,7 @@ struct BenchMap {
         Surface.Resize(World.View.PictureSide());
     }
     void Paint() {
-        World.Renderer().RefreshPicArray(World.View, Surface, Screen, nullptr);
+        World.Renderer().RefreshPicArray(World.View, Surface, Screen, {});
         World.PB3.Forget();
     }
 
@@ -90,7 +90,7 @@ void SeenOfWidest(benchmark::State& state) {
         const MapPatch patch = PatchOfPart(view, {0, view.PictureSide() - 960, 1280, 960},
                                            ReachOf(view, renderer.Sources(), small));
         small.Resize(1280);
-        renderer.RepaintPatch(view, small, patch, nullptr);
+        renderer.RepaintPatch(view, small, patch, {});
         map.Surface.Put(small, patch.Clip);
     }
 }

@@ -1,16 +1,16 @@
 // Level 2 and the halving of grids, each beside the bare work: the same bytes read,
 // written and flushed, or walked over with nothing else. bench/ratios.py turns the output
 // into a table.
+#include "catalogue/TextureBin.h"
+#include "catalogue/TileCheck.h"
 #include "companion/Vardenix.h"
-#include "platform/BinaryReader.h"
+#include "files/BinaryReader.h"
+#include "files/ReadableFile.h"
+#include "files/StagedFile.h"
+#include "levels/TerrainStore.h"
 #include "platform/Clock.h"
 #include "platform/Progress.h"
-#include "platform/ReadableFile.h"
-#include "platform/StagedFile.h"
 #include "platform/ZeroPages.h"
-#include "theater/TerrainStore.h"
-#include "theater/TextureBin.h"
-#include "theater/TileCheck.h"
 
 #include <benchmark/benchmark.h>
 

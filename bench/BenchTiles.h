@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/Dxt1Writer.h"
+#include "pictures/Dxt1Writer.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -56,7 +56,7 @@ function(house_twins_of out)
 endfunction()
 
 # house_folder(NAME LINKS a b ... PRIVATE_LINKS c ... WITHOUT d.cpp ...): the library of src/NAME.
-# NAME may be a windows folder ("theater/windows"); the target is then theater_windows.
+# NAME may be a folder below a room ("program/windows"); the target is then program_windows.
 function(house_folder folder)
   cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS;WITHOUT" ${ARGN})
   string(REPLACE "/" "_" target ${folder})

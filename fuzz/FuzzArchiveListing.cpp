@@ -1,6 +1,6 @@
 // The archive program's listing, of any bytes.
 #include "Require.h"
-#include "services/ArchiveListing.h"
+#include "updater/ArchiveListing.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // VX.ini of any bytes: it is read, and what is written from it reads back the same.
 #include "Require.h"
-#include "theater/ConfigurationFile.h"
+#include "program/ConfigurationFile.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -3,11 +3,11 @@
 // library decodes whole and the plain stretch of that.
 #include "MemoryFile.h"
 #include "Require.h"
-#include "platform/BinaryReader.h"
-#include "platform/RuntimeError.h"
-#include "services/Dxt1Sampling.h"
-#include "services/ImageFiles.h"
-#include "services/ImagePainting.h"
+#include "files/BinaryReader.h"
+#include "pictures/Dxt1Sampling.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImagePainting.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <optional>

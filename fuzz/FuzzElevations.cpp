@@ -2,8 +2,8 @@
 // how many segments a side the theater's heights have. Of a L0 file the next two bytes
 // say how long its O0 file is; that comes first.
 #include "Require.h"
-#include "platform/RuntimeError.h"
-#include "theater/ElevationFiles.h"
+#include "levels/ElevationFiles.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 

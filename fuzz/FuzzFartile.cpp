@@ -3,7 +3,7 @@
 #include "Require.h"
 #include "builder/FartilePicture.h"
 #include "builder/FartileShape.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 using namespace vardenix;
 

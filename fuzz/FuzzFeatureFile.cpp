@@ -1,9 +1,9 @@
 // A feature file of any bytes: every line is read as far as it goes, and what was read
 // comes back from its own lines, in whole numbers.
 #include "Require.h"
-#include "overlays/FeatureExport.h"
-#include "overlays/FeatureFile.h"
-#include "platform/TextLines.h"
+#include "features/FeatureExport.h"
+#include "features/FeatureFile.h"
+#include "texts/TextLines.h"
 
 #include <cmath>
 #include <string_view>

@@ -1,7 +1,7 @@
 // The journal of an interrupted save, of any bytes: what is read as one says the same
 // when it is written again.
 #include "Require.h"
-#include "platform/TransactionJournal.h"
+#include "files/TransactionJournal.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // A level pair: the first two bytes say how long the O file is, the rest is O file, then
 // L file.
 #include "Require.h"
-#include "platform/RuntimeError.h"
-#include "theater/TerrainStore.h"
+#include "levels/TerrainStore.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 

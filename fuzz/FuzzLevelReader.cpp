@@ -2,8 +2,8 @@
 // has, the next two how long the O file is, the rest is O file, then L file.
 #include "MemoryFile.h"
 #include "Require.h"
-#include "builder/LevelReader.h"
-#include "platform/RuntimeError.h"
+#include "levels/LevelReader.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 

@@ -2,10 +2,10 @@
 // the O file is, the rest is O file, then L file.
 #include "MemoryFile.h"
 #include "Require.h"
-#include "platform/ReadableFile.h"
-#include "platform/RuntimeError.h"
-#include "theater/LevelLookup.h"
-#include "theater/TerrainStore.h"
+#include "files/ReadableFile.h"
+#include "levels/LevelLookup.h"
+#include "levels/TerrainStore.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <optional>

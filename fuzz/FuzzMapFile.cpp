@@ -1,7 +1,7 @@
 // A theater.map of any length, as the record and as the one number that discovery takes.
 #include "Require.h"
 #include "mapeditor/MapFile.h"
-#include "theater/Discovery.h"
+#include "program/Discovery.h"
 
 #include <algorithm>
 #include <cstddef>

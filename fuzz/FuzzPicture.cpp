@@ -2,11 +2,11 @@
 // the kind, the rest is the file. Whatever the guard lets through the image library
 // decodes, so its memory is watched as well.
 #include "Require.h"
-#include "platform/BinaryReader.h"
-#include "platform/RuntimeError.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
-#include "services/PictureGuard.h"
+#include "files/BinaryReader.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
+#include "pictures/PictureGuard.h"
+#include "texts/RuntimeError.h"
 
 #include <array>
 #include <cstddef>

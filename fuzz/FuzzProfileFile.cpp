@@ -1,7 +1,7 @@
 // A profile file of any bytes: one that is written into keeps the new value, and the
 // values that were not written.
 #include "Require.h"
-#include "platform/ProfileFile.h"
+#include "files/ProfileFile.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,7 +2,7 @@
 // say.
 #include "Require.h"
 #include "platform/Progress.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 #include "workspace/RegionExchange.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "Require.h"
-#include "platform/RuntimeError.h"
-#include "theater/TextureBinFile.h"
+#include "catalogue/TextureBinFile.h"
+#include "texts/RuntimeError.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace vardenix;

@@ -1,7 +1,7 @@
 // A theater.lst and a description, parted by the first NUL of the input.
 #include "Require.h"
-#include "platform/RuntimeError.h"
-#include "theater/Discovery.h"
+#include "program/Discovery.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -2,7 +2,7 @@
 // file of the folder.
 #include "Require.h"
 #include "loader/LoaderList.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 #include "updater/UpdateList.h"
 
 #include <cstddef>

@@ -2,7 +2,7 @@
 
 #include "Require.h"
 #include "mapeditor/PaletteFiles.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -4,8 +4,9 @@ import re
 import sys
 from pathlib import Path
 
-LOGIC = ["companion", "platform", ("services", "loader"), "theater", "mapeditor", "mapview",
-         ("overlays", "workspace", "bineditor", "builder", "updater")]
+LOGIC = [("companion", "texts"), "files", "platform", ("loader", "pictures/fast"), "pictures",
+         "levels", "catalogue", "program", "mapview",
+         ("workspace", "features", "search", "bineditor", "mapeditor", "builder", "updater")]
 FLOORS = {room: floor for floor, rooms in enumerate(LOGIC)
           for room in ([rooms] if isinstance(rooms, str) else rooms)}
 # Windows that serve those of other rooms.
@@ -14,9 +15,9 @@ SHARED_WINDOWS = ("platform/windows", "mapview/windows")
 
 def floor_of(room):
     if room in ("app", "cli", "cli/toolkit"):
-        return 9
+        return len(LOGIC) + 2
     if room.endswith("/windows"):
-        return 7 if room in SHARED_WINDOWS else 8
+        return len(LOGIC) + (room not in SHARED_WINDOWS)
     return FLOORS[room]
 
 

@@ -6,10 +6,10 @@
 #include "app/OverlayWindows.h"
 #include "app/UpdaterWindows.h"
 #include "app/Workspace.h"
-#include "platform/OwnFolders.h"
-#include "platform/RuntimeError.h"
+#include "files/OwnFolders.h"
 #include "platform/Signals.h"
-#include "theater/windows/FrmStartUp.h"
+#include "program/windows/FrmStartUp.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

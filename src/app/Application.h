@@ -5,7 +5,7 @@
 #include "platform/Processes.h"
 #include "platform/Registry.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "theater/StartUp.h"
+#include "program/StartUp.h"
 
 #include <QSocketNotifier>
 

@@ -1,6 +1,6 @@
 #include "app/Arguments.h"
 
-#include "theater/ProgramVersion.h"
+#include "program/ProgramVersion.h"
 
 #include <QCommandLineParser>
 #include <QDir>

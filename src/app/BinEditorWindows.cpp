@@ -3,8 +3,8 @@
 #include "app/Workspace.h"
 #include "bineditor/BinSaving.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
+#include "catalogue/TileCheck.h"
 #include "platform/SavedOrKept.h"
-#include "theater/TileCheck.h"
 #include "workspace/windows/FrmVXMain.h"
 
 #include <QStatusBar>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "bineditor/EditorVerbs.h"
+#include "platform/DebugLog.h"
 #include "platform/Platform.h"
-#include "theater/DebugLog.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 
 #include <memory>
 

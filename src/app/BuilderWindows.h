@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/DebugLog.h"
 #include "platform/Platform.h"
-#include "theater/DebugLog.h"
-#include "theater/ProgramState.h"
-#include "theater/RebuildVerbs.h"
+#include "program/ProgramState.h"
+#include "program/RebuildVerbs.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #include "app/DeskMemory.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

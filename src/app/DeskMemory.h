@@ -1,7 +1,7 @@
 #pragma once
 
-#include "theater/DebugLog.h"
-#include "theater/DeskFile.h"
+#include "platform/DebugLog.h"
+#include "program/DeskFile.h"
 
 #include <functional>
 #include <string>

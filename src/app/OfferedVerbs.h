@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mapview/MapRenderer.h"
 #include "workspace/windows/PanelCommands.h"
 
 #include <cstdint>
@@ -10,7 +11,6 @@
 
 namespace vardenix {
 
-class FeatureLayer;
 struct DeskPart;
 
 // What the windows of other subsystems do for the workspace. Each subsystem's file of
@@ -27,8 +27,8 @@ struct OfferedVerbs {
     std::function<void()> SubExportTDFs;
     std::function<void()> ImportTiles;
     std::function<void(const std::vector<std::string>& paths)> LoadFeatures;
-    // What lies on top of the map; null for nothing.
-    FeatureLayer* Features = nullptr;
+    // What lies on top of the map.
+    MapLayers Layers;
 
     // Whether the catalogue, or theater.map, has changes that are not on the disk.
     std::function<bool()> BinNeedsSave;

@@ -1,15 +1,15 @@
 #include "app/OverlayWindows.h"
 
 #include "app/OneWindow.h"
+#include "features/FeatureExport.h"
+#include "features/windows/FrmVXFeatures.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
-#include "overlays/DerivedFiles.h"
-#include "overlays/FeatureExport.h"
-#include "overlays/TileSearch.h"
-#include "overlays/windows/FrmVXFeatures.h"
-#include "overlays/windows/frmVXSearchOptions.h"
-#include "overlays/windows/frmVXSearchResults.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
+#include "search/DerivedFiles.h"
+#include "search/TileSearch.h"
+#include "search/windows/frmVXSearchOptions.h"
+#include "search/windows/frmVXSearchResults.h"
 #include "workspace/StatusLine.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
@@ -49,7 +49,8 @@ void ShowTool(QWidget& window, bool shown) {
 OverlayWindows::OverlayWindows(ProgramState& state, const Platform& platform,
                                DebugLog& log, Workspace& workspace)
     : state_(state), platform_(platform), log_(log), workspace_(workspace),
-      drawn_({state.Features, state.ShownFeatures, state.Configuration}) {
+      drawn_({state.Features, state.ShownFeatures, state.Configuration}),
+      hitFrames_(state.Search.Results, state.Terrain) {
     OfferedVerbs& offers = workspace.Offers();
     OfferPanelVerbs(offers);
     OfferMapVerbs(offers);
@@ -72,7 +73,7 @@ void OverlayWindows::OfferPanelVerbs(OfferedVerbs& offers) {
 }
 
 void OverlayWindows::OfferMapVerbs(OfferedVerbs& offers) {
-    offers.Features = &drawn_;
+    offers.Layers = {&drawn_, {&hitFrames_}};
     offers.ExportTiles = [this] { ExportTiles(); };
     offers.SubExportTDFs = [this] { SubExportTDFs(); };
     offers.ImportTiles = [this] { ImportTiles(); };
@@ -242,8 +243,7 @@ void OverlayWindows::ShowWindows(bool workspaceShown) {
         ShowTool(Features(), workspaceShown && settings.FeatWinVis);
     if (searchResults_ || (workspaceShown && settings.SearchResWinVis))
         ShowTool(SearchResultsWindow(), workspaceShown && settings.SearchResWinVis);
-    drawn_.FrameHits(settings.SearchResWinVis ? &state_.Search.Results : nullptr,
-                     &state_.Terrain);
+    hitFrames_.Shown = settings.SearchResWinVis;
 }
 
 void OverlayWindows::BoxesChanged() {

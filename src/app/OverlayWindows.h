@@ -1,9 +1,10 @@
 #pragma once
 
 #include "app/Workspace.h"
-#include "overlays/FeatureDrawing.h"
+#include "features/FeatureDrawing.h"
 #include "platform/Platform.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
+#include "search/HitFrames.h"
 #include "workspace/RegionExchange.h"
 
 #include <memory>
@@ -58,6 +59,7 @@ private:
     DebugLog& log_;
     Workspace& workspace_;
     DrawnFeatures drawn_;
+    HitFrames hitFrames_;
     std::optional<TileRegion> region_; // waits for the click that stamps it
     std::unique_ptr<FrmVXFeatures> features_;
     std::unique_ptr<frmVXSearchOptions> searchOptions_;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/WorkspaceWindows.h"
-#include "theater/Configuration.h"
+#include "program/Configuration.h"
 
 #include <QPoint>
 

@@ -1,15 +1,15 @@
 #include "app/Workspace.h"
 
 #include "app/WorkspaceVerbs.h"
+#include "files/FileNames.h"
+#include "files/OwnFolders.h"
 #include "mapeditor/MapFile.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
-#include "platform/FileNames.h"
-#include "platform/OwnFolders.h"
 #include "platform/Processes.h"
 #include "platform/windows/FrontWindow.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "theater/ExitGuard.h"
-#include "theater/StartUp.h"
+#include "program/ExitGuard.h"
+#include "program/StartUp.h"
 #include "workspace/FirstView.h"
 #include "workspace/RestorePoint.h"
 #include "workspace/TilePalette.h"
@@ -84,7 +84,7 @@ void Workspace::MakeMap() {
         MapTools{tilePictures_, *windows_.Panel, log_, state_.AbortPaint});
     windows_.Map = std::make_unique<FrmVXMap>(
         FrmVXMap::Parts{state_, view_, interaction_, *renderer_, undo_, *this, *mapVerbs_,
-                        offers_.Features});
+                        offers_.Layers});
     KeepOrder();
     OnSignal(windows_.Map.get(), &FrmVXMap::GridChosen, windows_.Panel.get(),
              [this](bool forGood) { windows_.Panel->GridChosen(forGood); });

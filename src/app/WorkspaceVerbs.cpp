@@ -1,8 +1,8 @@
 #include "app/WorkspaceVerbs.h"
 
-#include "platform/FileNames.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
+#include "files/FileNames.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
 #include "workspace/RestorePoint.h"
 #include "workspace/StatusLine.h"
 #include "workspace/TilePalette.h"

@@ -3,11 +3,12 @@
 #include "bineditor/LevelTwoPass.h"
 #include "bineditor/RenumberQuestion.h"
 #include "bineditor/TileIntake.h"
-#include "bineditor/TileNumbers.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
-#include "platform/Windows1252.h"
-#include "theater/TileCheck.h"
+#include "catalogue/TileCheck.h"
+#include "catalogue/TileNumbers.h"
+#include "files/FileNames.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
+#include "texts/Windows1252.h"
 
 #include <algorithm>
 #include <utility>

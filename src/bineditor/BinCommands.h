@@ -3,7 +3,7 @@
 #include "bineditor/SetsAndTiles.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 
 #include <cstdint>
 #include <optional>

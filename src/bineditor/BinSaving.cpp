@@ -1,9 +1,9 @@
 #include "bineditor/BinSaving.h"
 
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
-#include "theater/TerrainStore.h"
-#include "theater/TextureBinFile.h"
+#include "catalogue/TextureBinFile.h"
+#include "files/FileNames.h"
+#include "levels/TerrainStore.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

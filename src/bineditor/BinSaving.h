@@ -1,10 +1,10 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
+#include "files/Transaction.h"
+#include "levels/Terrain.h"
+#include "platform/DebugLog.h"
 #include "platform/Progress.h"
-#include "platform/Transaction.h"
-#include "theater/DebugLog.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
 
 namespace vardenix {
 

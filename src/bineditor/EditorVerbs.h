@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theater/TileRenumbering.h"
+#include "catalogue/TileRenumbering.h"
 
 #include <cstdint>
 

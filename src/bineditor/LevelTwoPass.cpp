@@ -1,6 +1,6 @@
 #include "bineditor/LevelTwoPass.h"
 
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 
 #include <span>
 

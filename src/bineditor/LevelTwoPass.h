@@ -1,9 +1,9 @@
 #pragma once
 
 #include "bineditor/SetsAndTiles.h"
+#include "catalogue/TileRenumbering.h"
+#include "levels/Terrain.h"
 #include "platform/Progress.h"
-#include "theater/Terrain.h"
-#include "theater/TileRenumbering.h"
 
 namespace vardenix {
 

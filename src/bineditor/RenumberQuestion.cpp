@@ -1,6 +1,6 @@
 #include "bineditor/RenumberQuestion.h"
 
-#include "bineditor/TileNumbers.h"
+#include "catalogue/TileNumbers.h"
 
 #include <algorithm>
 #include <string>

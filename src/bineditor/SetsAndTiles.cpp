@@ -1,10 +1,10 @@
 #include "bineditor/SetsAndTiles.h"
 
-#include "bineditor/TileNumbers.h"
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
-#include "theater/PictureFolder.h"
-#include "theater/TextureBinFile.h"
+#include "catalogue/PictureFolder.h"
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TileNumbers.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
+#include "catalogue/TileRenumbering.h"
 #include "platform/Progress.h"
-#include "theater/TextureBin.h"
-#include "theater/TileRenumbering.h"
 
 #include <cstdint>
 #include <string>

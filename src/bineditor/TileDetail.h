@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theater/TextureBin.h"
+#include "catalogue/TextureBin.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,14 +1,15 @@
 #include "bineditor/TileIntake.h"
 
-#include "platform/BinaryReader.h"
-#include "platform/FileNames.h"
+#include "files/BinaryReader.h"
+#include "files/FileNames.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
+#include "pictures/PictureGuard.h"
 #include "platform/ForEachInParallel.h"
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
-#include "platform/Windows1252.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
-#include "services/PictureGuard.h"
+#include "texts/Cutting.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
+#include "texts/Windows1252.h"
 
 #include <algorithm>
 #include <atomic>
@@ -145,7 +146,7 @@ public:
                 if (IsNew(job.TargetFile))
                     queue.push_back(job);
         }
-        return tools_.RunConversionQueue(queue, files_, stop);
+        return RunConversionQueue(tools_, queue, files_, stop);
     }
     void Commit() { files_.Commit(); }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "bineditor/TileNames.h"
+#include "pictures/ConversionQueue.h"
 #include "platform/Progress.h"
-#include "services/ToolRunner.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,9 +1,9 @@
 #include "bineditor/TileLists.h"
 
 #include "bineditor/TileDetail.h"
-#include "bineditor/TileNumbers.h"
-#include "platform/FileNames.h"
-#include "theater/TypeNames.h"
+#include "catalogue/TileNumbers.h"
+#include "catalogue/TypeNames.h"
+#include "texts/Cutting.h"
 
 namespace vardenix {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bineditor/BinCommands.h"
-#include "theater/TextureBin.h"
+#include "catalogue/TextureBin.h"
 
 #include <array>
 #include <cstdint>

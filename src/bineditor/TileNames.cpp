@@ -1,7 +1,7 @@
 #include "bineditor/TileNames.h"
 
-#include "platform/FileNames.h"
-#include "theater/TextureBinFile.h"
+#include "catalogue/TextureBinFile.h"
+#include "texts/Cutting.h"
 
 namespace vardenix {
 

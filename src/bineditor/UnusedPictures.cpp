@@ -1,10 +1,11 @@
 #include "bineditor/UnusedPictures.h"
 
 #include "bineditor/TileNames.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
 #include "platform/SeveralNotices.h"
-#include "platform/Windows1252.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
+#include "texts/Windows1252.h"
 
 #include <algorithm>
 #include <cerrno>

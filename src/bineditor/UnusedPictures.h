@@ -1,7 +1,7 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
 #include "platform/Dialogs.h"
-#include "theater/TextureBin.h"
 
 #include <cstddef>
 #include <string>

@@ -1,10 +1,10 @@
 #include "builder/DiskRoom.h"
 
 #include "builder/FartileIndex.h"
-#include "builder/LevelReader.h"
 #include "builder/LevelRewriting.h"
 #include "builder/PostsUnder.h"
-#include "platform/FileNames.h"
+#include "files/FileNames.h"
+#include "levels/LevelReader.h"
 
 #include <algorithm>
 #include <array>

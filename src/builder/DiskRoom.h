@@ -3,7 +3,7 @@
 #include "builder/ElevationGrids.h"
 #include "builder/FartileShape.h"
 #include "builder/Fartiles.h"
-#include "theater/Terrain.h"
+#include "levels/Terrain.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theater/Terrain.h"
+#include "levels/Terrain.h"
 
 #include <array>
 #include <cstdint>

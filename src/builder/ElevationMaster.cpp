@@ -1,12 +1,13 @@
 #include "builder/ElevationMaster.h"
 
-#include "builder/LevelReader.h"
-#include "platform/FileNames.h"
-#include "platform/Mending.h"
-#include "platform/Numbers.h"
-#include "platform/ReadableFile.h"
-#include "platform/RuntimeError.h"
-#include "theater/ElevationFiles.h"
+#include "files/FileNames.h"
+#include "files/Mending.h"
+#include "files/ReadableFile.h"
+#include "levels/ElevationFiles.h"
+#include "levels/LevelReader.h"
+#include "texts/Cutting.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <cmath>

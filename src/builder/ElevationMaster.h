@@ -2,9 +2,9 @@
 
 #include "builder/ElevationGrids.h"
 #include "builder/RebuildView.h"
+#include "levels/Terrain.h"
+#include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
-#include "theater/DebugLog.h"
-#include "theater/Terrain.h"
 
 #include <cstdint>
 #include <string>

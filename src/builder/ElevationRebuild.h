@@ -3,9 +3,9 @@
 #include "builder/ElevationMaster.h"
 #include "builder/LevelRewriting.h"
 #include "builder/TheaterRebuild.h"
+#include "levels/Terrain.h"
+#include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
-#include "theater/DebugLog.h"
-#include "theater/Terrain.h"
 
 #include <cstdint>
 

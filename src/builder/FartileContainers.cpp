@@ -1,7 +1,7 @@
 #include "builder/FartileContainers.h"
 
-#include "platform/RuntimeError.h"
-#include "theater/RebuiltFiles.h"
+#include "levels/RebuiltFiles.h"
+#include "texts/RuntimeError.h"
 
 #include <optional>
 

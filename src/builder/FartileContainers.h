@@ -3,7 +3,7 @@
 #include "builder/FartileIndex.h"
 #include "builder/FartileShape.h"
 #include "builder/RewrittenFile.h"
-#include "platform/Digest.h"
+#include "files/Digest.h"
 
 #include <cstdint>
 #include <span>

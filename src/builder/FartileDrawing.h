@@ -2,7 +2,7 @@
 
 #include "builder/Fartiles.h"
 #include "builder/SmallTiles.h"
-#include "theater/Terrain.h"
+#include "levels/Terrain.h"
 
 #include <array>
 #include <cstdint>

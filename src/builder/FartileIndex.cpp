@@ -1,8 +1,8 @@
 #include "builder/FartileIndex.h"
 
-#include "platform/ReadableFile.h"
-#include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "files/ReadableFile.h"
+#include "files/StagedFile.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <cstring>

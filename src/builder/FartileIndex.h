@@ -1,7 +1,7 @@
 #pragma once
 
 #include "builder/RewrittenFile.h"
-#include "platform/Digest.h"
+#include "files/Digest.h"
 
 #include <array>
 #include <cstddef>

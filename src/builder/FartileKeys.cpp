@@ -1,8 +1,8 @@
 #include "builder/FartileKeys.h"
 
+#include "pictures/Dxt1Writer.h"
+#include "pictures/ImageLayer.h"
 #include "platform/ForEachInParallel.h"
-#include "services/Dxt1Writer.h"
-#include "services/ImageLayer.h"
 
 #include <string>
 

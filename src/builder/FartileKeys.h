@@ -2,7 +2,7 @@
 
 #include "builder/FartileShape.h"
 #include "builder/TileFiles.h"
-#include "platform/Digest.h"
+#include "files/Digest.h"
 
 #include <cstdint>
 #include <functional>

@@ -5,10 +5,10 @@
 #include "builder/FartileKeys.h"
 #include "builder/OldFartiles.h"
 #include "builder/TileNumbers.h"
+#include "levels/TerrainStore.h"
+#include "pictures/ImageLayer.h"
 #include "platform/ForEachInParallel.h"
-#include "platform/RuntimeError.h"
-#include "services/ImageLayer.h"
-#include "theater/TerrainStore.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <map>

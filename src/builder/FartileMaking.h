@@ -3,9 +3,9 @@
 #include "builder/Fartiles.h"
 #include "builder/RebuildView.h"
 #include "builder/RewrittenFile.h"
-#include "theater/RebuiltFiles.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
+#include "catalogue/TextureBin.h"
+#include "levels/RebuiltFiles.h"
+#include "levels/Terrain.h"
 
 #include <cstdint>
 #include <string>

@@ -1,10 +1,10 @@
 #include "builder/FartilePicture.h"
 
 #include "builder/FartileShape.h"
-#include "platform/ReadableFile.h"
-#include "platform/RuntimeError.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
+#include "files/ReadableFile.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "builder/FartileShape.h"
 
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <string>

@@ -1,8 +1,8 @@
 #include "builder/LevelRewriting.h"
 
-#include "builder/LevelReader.h"
 #include "builder/LevelWriter.h"
-#include "platform/FileNames.h"
+#include "files/FileNames.h"
+#include "levels/LevelReader.h"
 
 #include <optional>
 

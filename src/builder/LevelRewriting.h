@@ -1,12 +1,12 @@
 #pragma once
 
-#include "builder/LevelGeometry.h"
 #include "builder/RebuildView.h"
 #include "builder/RewrittenFile.h"
-#include "platform/RuntimeError.h"
-#include "theater/RebuiltFiles.h"
-#include "theater/Terrain.h"
-#include "theater/TerrainStore.h"
+#include "levels/LevelGeometry.h"
+#include "levels/RebuiltFiles.h"
+#include "levels/Terrain.h"
+#include "levels/TerrainStore.h"
+#include "texts/RuntimeError.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "builder/LevelSaving.h"
 
 #include "builder/PostsUnder.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <limits>
 #include <string>

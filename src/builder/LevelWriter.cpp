@@ -1,6 +1,6 @@
 #include "builder/LevelWriter.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <limits>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "builder/LevelReader.h"
 #include "builder/RewrittenFile.h"
-#include "theater/Terrain.h"
-#include "theater/TerrainStore.h"
+#include "levels/LevelReader.h"
+#include "levels/Terrain.h"
+#include "levels/TerrainStore.h"
 
 #include <cstdint>
 #include <span>

@@ -1,8 +1,8 @@
 #include "builder/OldFartiles.h"
 
-#include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
-#include "theater/RebuiltFiles.h"
+#include "files/StagedFile.h"
+#include "levels/RebuiltFiles.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <new>

@@ -4,7 +4,7 @@
 #include "builder/FartileShape.h"
 #include "builder/RebuildView.h"
 #include "builder/TileFiles.h"
-#include "platform/ReadableFile.h"
+#include "files/ReadableFile.h"
 
 #include <array>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "builder/LevelGeometry.h"
-#include "theater/Terrain.h"
+#include "levels/LevelGeometry.h"
+#include "levels/Terrain.h"
 
 #include <cstdint>
 #include <span>

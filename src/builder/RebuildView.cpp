@@ -1,6 +1,6 @@
 #include "builder/RebuildView.h"
 
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 
 namespace vardenix {
 

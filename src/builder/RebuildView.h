@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <cstdint>
 #include <span>

@@ -1,8 +1,8 @@
 #include "builder/RewrittenFile.h"
 
-#include "platform/FileNames.h"
-#include "platform/Mending.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "files/Mending.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/FileIdentity.h"
-#include "platform/FolderLock.h"
-#include "platform/ReadableFile.h"
-#include "platform/Transaction.h"
-#include "theater/DebugLog.h"
+#include "files/FileIdentity.h"
+#include "files/FolderLock.h"
+#include "files/ReadableFile.h"
+#include "files/Transaction.h"
+#include "platform/DebugLog.h"
 
 #include <cstddef>
 #include <cstdint>

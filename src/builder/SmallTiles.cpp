@@ -1,7 +1,7 @@
 #include "builder/SmallTiles.h"
 
+#include "pictures/ImageLayer.h"
 #include "platform/ForEachInParallel.h"
-#include "services/ImageLayer.h"
 
 #include <algorithm>
 #include <utility>
@@ -97,9 +97,9 @@ std::array<SmallTile, FarLevels> SmallTiles::Make(PictureFile file) {
 // For all far levels: by the quick way where it leads there, else by the image library.
 std::vector<RgbaPicture> SmallTiles::Scaled(const Bitmap& bitmap) {
     std::vector<RgbaPicture> pictures(FarLevels);
-    if (SquareShrinker::Takes(bitmap)) {
-        const auto shrinker = ShrinkerFor(bitmap.Width());
-        for (RgbaPicture& picture : shrinker->Shrink(bitmap))
+    if (const auto square = SquareOf(bitmap)) {
+        const auto shrinker = ShrinkerFor(square->Side);
+        for (RgbaPicture& picture : shrinker->Shrink(*square))
             for (size_t i = 0; i < FarLevels; ++i)
                 if (picture.Side ==
                     shape_.PixelsOfTile(FirstFarLevel + static_cast<int32_t>(i)))

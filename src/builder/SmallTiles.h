@@ -2,7 +2,7 @@
 
 #include "builder/FartileShape.h"
 #include "builder/TileFiles.h"
-#include "services/SquareShrinking.h"
+#include "pictures/fast/SquareShrinking.h"
 
 #include <array>
 #include <cstddef>

@@ -3,8 +3,8 @@
 #include "builder/FartileMaking.h"
 #include "builder/FartileShape.h"
 #include "builder/LevelSaving.h"
-#include "platform/FileNames.h"
-#include "platform/Transaction.h"
+#include "files/FileNames.h"
+#include "files/Transaction.h"
 
 namespace vardenix {
 

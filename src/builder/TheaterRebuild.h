@@ -4,9 +4,9 @@
 #include "builder/Fartiles.h"
 #include "builder/RebuildView.h"
 #include "builder/RewrittenFile.h"
-#include "theater/DebugLog.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
+#include "catalogue/TextureBin.h"
+#include "levels/Terrain.h"
+#include "platform/DebugLog.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "builder/TileFiles.h"
 
-#include "theater/TextureBinFile.h"
+#include "catalogue/TextureBinFile.h"
 
 namespace vardenix {
 

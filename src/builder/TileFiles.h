@@ -1,10 +1,10 @@
 #pragma once
 
 #include "builder/FartileShape.h"
-#include "platform/Digest.h"
-#include "platform/FileNames.h"
-#include "services/ImageFiles.h"
-#include "theater/TextureBin.h"
+#include "catalogue/TextureBin.h"
+#include "files/Digest.h"
+#include "files/FileNames.h"
+#include "pictures/ImageFiles.h"
 
 #include <array>
 #include <cstddef>

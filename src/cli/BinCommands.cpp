@@ -2,13 +2,14 @@
 #include "bineditor/RenumberQuestion.h"
 #include "bineditor/TileIntake.h"
 #include "bineditor/TileLists.h"
-#include "bineditor/TileNumbers.h"
 #include "bineditor/UnusedPictures.h"
+#include "catalogue/TileNumbers.h"
+#include "catalogue/TypeNames.h"
 #include "cli/BinEditing.h"
 #include "cli/Printing.h"
-#include "platform/FileNames.h"
-#include "platform/Windows1252.h"
-#include "theater/TypeNames.h"
+#include "files/FileNames.h"
+#include "texts/Cutting.h"
+#include "texts/Windows1252.h"
 
 #include <memory>
 #include <optional>

@@ -1,10 +1,10 @@
 // bin areas and bin paths: what lies on one tile, in feet.
 #include "bineditor/TileDetail.h"
-#include "bineditor/TileNumbers.h"
+#include "catalogue/TileNumbers.h"
+#include "catalogue/TypeNames.h"
 #include "cli/BinEditing.h"
 #include "cli/Printing.h"
-#include "platform/FileNames.h"
-#include "theater/TypeNames.h"
+#include "texts/Cutting.h"
 
 #include <memory>
 

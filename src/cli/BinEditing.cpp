@@ -2,10 +2,10 @@
 
 #include "bineditor/BinSaving.h"
 #include "bineditor/LevelTwoPass.h"
-#include "bineditor/TileNumbers.h"
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TileCheck.h"
+#include "catalogue/TileNumbers.h"
 #include "cli/Printing.h"
-#include "theater/TextureBinFile.h"
-#include "theater/TileCheck.h"
 
 namespace vardenix {
 

@@ -1,10 +1,10 @@
 #include "cli/Commands.h"
 
 #include "cli/Printing.h"
-#include "platform/OwnFolders.h"
-#include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
-#include "theater/StartUp.h"
+#include "files/OwnFolders.h"
+#include "files/StagedFile.h"
+#include "program/StartUp.h"
+#include "texts/RuntimeError.h"
 
 #include <filesystem>
 

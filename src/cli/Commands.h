@@ -3,12 +3,12 @@
 #include "cli/CommandLine.h"
 #include "cli/Terminal.h"
 #include "cli/TheaterFiles.h"
+#include "files/FolderLock.h"
 #include "platform/Clock.h"
-#include "platform/FolderLock.h"
+#include "platform/DebugLog.h"
 #include "platform/Processes.h"
 #include "platform/Registry.h"
-#include "theater/DebugLog.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // mea, tc and tm: the small files that are made from the posts of level 2.
 #include "cli/Commands.h"
 #include "cli/Printing.h"
-#include "overlays/DerivedFiles.h"
+#include "search/DerivedFiles.h"
 
 #include <functional>
 #include <memory>

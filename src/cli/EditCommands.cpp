@@ -2,10 +2,11 @@
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Printing.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
-#include "theater/MissingSegments.h"
-#include "theater/TerrainStore.h"
+#include "files/FileNames.h"
+#include "levels/TerrainStore.h"
+#include "program/MissingSegments.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
 #include "workspace/PostFields.h"
 
 #include <memory>

@@ -2,9 +2,9 @@
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Printing.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
-#include "theater/ElevationFiles.h"
+#include "files/FileNames.h"
+#include "levels/ElevationFiles.h"
+#include "texts/RuntimeError.h"
 #include "workspace/PostFields.h"
 
 #include <memory>

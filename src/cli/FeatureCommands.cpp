@@ -2,10 +2,10 @@
 // lies in a region.
 #include "cli/Commands.h"
 #include "cli/Printing.h"
-#include "overlays/FeatureExport.h"
-#include "overlays/FeatureFile.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
+#include "features/FeatureExport.h"
+#include "features/FeatureFile.h"
+#include "files/FileNames.h"
+#include "texts/RuntimeError.h"
 
 #include <memory>
 

@@ -2,10 +2,10 @@
 // display.
 #include "cli/Commands.h"
 #include "cli/Printing.h"
-#include "platform/RuntimeError.h"
+#include "files/Transaction.h"
 #include "platform/Signals.h"
-#include "platform/Transaction.h"
-#include "theater/ProgramVersion.h"
+#include "program/ProgramVersion.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <csignal>

@@ -1,12 +1,12 @@
 // map: the numbers and the palette of theater.map.
 #include "cli/Commands.h"
 #include "cli/Printing.h"
+#include "files/FileNames.h"
+#include "files/StagedFile.h"
 #include "mapeditor/MapFields.h"
 #include "mapeditor/MapFile.h"
 #include "mapeditor/PaletteFiles.h"
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
-#include "platform/StagedFile.h"
+#include "texts/Numbers.h"
 
 #include <cmath>
 #include <memory>

@@ -2,7 +2,7 @@
 
 #include "cli/PlainSurface.h"
 #include "cli/ToolkitSurface.h"
-#include "services/TilePictures.h"
+#include "pictures/TilePictures.h"
 
 namespace vardenix {
 
@@ -19,7 +19,7 @@ std::unique_ptr<DrawingSurface> SurfaceFor(const ProgramState& state,
 } // namespace
 
 std::unique_ptr<DrawingSurface> PaintMap(ProgramState& state, const MapView& view,
-                                         FeatureLayer& features, Progress& progress,
+                                         const MapLayers& layers, Progress& progress,
                                          DebugLog& log) {
     TilePictures pictures;
     MapRenderer renderer({state.Terrain, state.Catalogue, state.MapFileRecord,
@@ -27,7 +27,7 @@ std::unique_ptr<DrawingSurface> PaintMap(ProgramState& state, const MapView& vie
                          {pictures, progress, log, state.AbortPaint});
     auto surface = SurfaceFor(state, view);
     NoScreen screen;
-    renderer.RefreshPicArray(view, *surface, screen, &features);
+    renderer.RefreshPicArray(view, *surface, screen, layers);
     return surface;
 }
 

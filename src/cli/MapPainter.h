@@ -3,9 +3,9 @@
 #include "mapview/DrawingSurface.h"
 #include "mapview/MapRenderer.h"
 #include "mapview/MapView.h"
+#include "platform/DebugLog.h"
 #include "platform/Progress.h"
-#include "theater/DebugLog.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 
 #include <memory>
 
@@ -15,7 +15,7 @@ namespace vardenix {
 // show. Pictures that cannot be read show "NoTile.jpg" of ShippedPath. The toolkit is
 // loaded only for heights, areas, paths and features (MakeToolkitSurface).
 std::unique_ptr<DrawingSurface> PaintMap(ProgramState& state, const MapView& view,
-                                         FeatureLayer& features, Progress& progress,
+                                         const MapLayers& layers, Progress& progress,
                                          DebugLog& log);
 
 } // namespace vardenix

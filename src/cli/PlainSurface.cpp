@@ -1,6 +1,6 @@
 #include "cli/PlainSurface.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

@@ -1,8 +1,8 @@
 // preview: the height picture, the same as the preview window saves.
 #include "cli/Commands.h"
 #include "cli/SavedPicture.h"
+#include "levels/HeightPicture.h"
 #include "mapview/DrawingSurface.h"
-#include "theater/HeightPicture.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 #include "cli/Printing.h"
 
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "texts/RuntimeError.h"
 
 #include <array>
 #include <cerrno>

@@ -8,10 +8,10 @@
 #include "cli/Printing.h"
 #include "cli/SavedPicture.h"
 #include "cli/TerminalRebuild.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
-#include "theater/ElevationFiles.h"
-#include "theater/RebuiltFiles.h"
+#include "files/FileNames.h"
+#include "levels/ElevationFiles.h"
+#include "levels/RebuiltFiles.h"
+#include "texts/RuntimeError.h"
 
 #include <memory>
 

@@ -3,8 +3,8 @@
 #include "cli/Commands.h"
 #include "cli/MapPainter.h"
 #include "cli/SavedPicture.h"
+#include "features/FeatureDrawing.h"
 #include "mapview/MapLayout.h"
-#include "overlays/FeatureDrawing.h"
 
 #include <memory>
 
@@ -113,7 +113,7 @@ void AddRender(Command& all) {
         switches.Shown.fill(true);
         DrawnFeatures features({state.Features, switches, state.Configuration});
         const auto picture =
-            PaintMap(state, view, features, context.Progress, context.Log);
+            PaintMap(state, view, {&features, {}}, context.Progress, context.Log);
         SavePicture(picture->Pixels(), options->Out, options->Small);
         return ExitDone;
     });

@@ -1,9 +1,9 @@
 #include "cli/SavedPicture.h"
 
 #include "cli/Printing.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
-#include "services/PictureWriter.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
+#include "pictures/PictureWriter.h"
 
 namespace vardenix {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/CommandLine.h"
-#include "services/Raster.h"
+#include "pictures/Raster.h"
 
 #include <string>
 

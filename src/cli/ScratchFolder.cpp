@@ -1,8 +1,8 @@
 #include "cli/ScratchFolder.h"
 
-#include "platform/FileNames.h"
-#include "platform/OwnFolders.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "files/OwnFolders.h"
+#include "texts/RuntimeError.h"
 
 #include <cerrno>
 #include <cstdlib>

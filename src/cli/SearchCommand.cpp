@@ -2,10 +2,10 @@
 #include "cli/Commands.h"
 #include "cli/Printing.h"
 #include "companion/Vardenix.h"
-#include "overlays/SearchHits.h"
-#include "overlays/TileSearch.h"
-#include "platform/Numbers.h"
-#include "theater/TerrainStore.h"
+#include "levels/TerrainStore.h"
+#include "search/SearchHits.h"
+#include "search/TileSearch.h"
+#include "texts/Numbers.h"
 #include "workspace/PostFields.h"
 
 #include <algorithm>

@@ -1,10 +1,10 @@
 // settings: the first VX.ini of an install, for whoever sets the program up for others.
 #include "cli/Commands.h"
 #include "cli/Printing.h"
+#include "files/FileNames.h"
+#include "files/OwnFolders.h"
 #include "mapview/MapLayout.h"
-#include "platform/FileNames.h"
-#include "platform/OwnFolders.h"
-#include "theater/ConfigurationFile.h"
+#include "program/ConfigurationFile.h"
 
 #include <memory>
 

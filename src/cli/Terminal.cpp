@@ -1,8 +1,8 @@
 #include "cli/Terminal.h"
 
 #include "cli/Printing.h"
-#include "platform/RuntimeError.h"
 #include "platform/Signals.h"
+#include "texts/RuntimeError.h"
 
 #include <cstdio>
 #include <unistd.h>

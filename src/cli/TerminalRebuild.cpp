@@ -1,8 +1,8 @@
 #include "cli/TerminalRebuild.h"
 
 #include "builder/RunClock.h"
-#include "platform/Numbers.h"
 #include "platform/Signals.h"
+#include "texts/Numbers.h"
 
 #include <cstdio>
 #include <unistd.h>

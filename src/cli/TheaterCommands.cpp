@@ -1,12 +1,13 @@
 // info, check and get: what can be told of a theater without a picture.
+#include "catalogue/TileCheck.h"
+#include "catalogue/TypeNames.h"
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/Printing.h"
-#include "platform/FileNames.h"
-#include "platform/Windows1252.h"
-#include "theater/TerrainStore.h"
-#include "theater/TileCheck.h"
-#include "theater/TypeNames.h"
+#include "files/FileNames.h"
+#include "levels/TerrainStore.h"
+#include "texts/Cutting.h"
+#include "texts/Windows1252.h"
 #include "workspace/MapInteraction.h"
 
 #include <algorithm>

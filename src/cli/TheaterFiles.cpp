@@ -1,12 +1,12 @@
 #include "cli/TheaterFiles.h"
 
+#include "catalogue/TextureBinFile.h"
+#include "files/FileNames.h"
+#include "files/Mending.h"
+#include "levels/TerrainStore.h"
 #include "mapeditor/MapFile.h"
-#include "platform/FileNames.h"
-#include "platform/Mending.h"
-#include "platform/RuntimeError.h"
-#include "theater/MissingSegments.h"
-#include "theater/TerrainStore.h"
-#include "theater/TextureBinFile.h"
+#include "program/MissingSegments.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "cli/CommandLine.h"
-#include "platform/FileIdentity.h"
+#include "files/FileIdentity.h"
+#include "levels/LevelLookup.h"
+#include "platform/DebugLog.h"
 #include "platform/Platform.h"
 #include "platform/Progress.h"
-#include "theater/DebugLog.h"
-#include "theater/LevelLookup.h"
-#include "theater/ProgramState.h"
-#include "theater/TheaterOpening.h"
+#include "program/ProgramState.h"
+#include "program/TheaterOpening.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "cli/ToolkitSurface.h"
 
-#include "platform/OwnFolders.h"
-#include "platform/RuntimeError.h"
+#include "files/OwnFolders.h"
+#include "texts/RuntimeError.h"
 
 #include <dlfcn.h>
 #include <string>

@@ -3,7 +3,7 @@
 #include "cli/Json.h"
 #include "cli/Printing.h"
 #include "platform/Platform.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 #include "updater/SocketClient.h"
 #include "updater/VersionCheck.h"
 

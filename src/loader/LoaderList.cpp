@@ -1,15 +1,16 @@
 #include "loader/LoaderList.h"
 
-#include "loader/KeptFiles.h"
-#include "loader/PlainName.h"
+#include "files/BinaryReader.h"
+#include "files/FileNames.h"
+#include "files/FileStatus.h"
+#include "files/KeptFiles.h"
+#include "files/PlainName.h"
+#include "files/StagedFile.h"
 #include "loader/UpdateLog.h"
-#include "platform/BinaryReader.h"
 #include "platform/Clock.h"
-#include "platform/FileNames.h"
-#include "platform/FileStatus.h"
-#include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
-#include "platform/TextLines.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
+#include "texts/TextLines.h"
 
 #include <cerrno>
 #include <cstdio>

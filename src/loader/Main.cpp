@@ -1,9 +1,9 @@
 // Loader: finishes an update once the program that began it has ended, and starts the
 // program again, with the arguments that it was given itself.
+#include "files/OwnFolders.h"
 #include "loader/LoaderList.h"
-#include "platform/OwnFolders.h"
 #include "platform/Processes.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <exception>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "loader/UpdateLog.h"
 
-#include "platform/FileNames.h"
+#include "files/FileNames.h"
 
 namespace vardenix {
 

@@ -1,7 +1,7 @@
 #include "mapeditor/MapFields.h"
 
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
+#include "texts/Cutting.h"
+#include "texts/Numbers.h"
 
 #include <algorithm>
 #include <charconv>

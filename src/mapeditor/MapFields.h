@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/RuntimeError.h"
-#include "theater/MapFileRecord.h"
+#include "program/MapFileRecord.h"
+#include "texts/RuntimeError.h"
 
 #include <array>
 #include <optional>

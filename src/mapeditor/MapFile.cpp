@@ -1,8 +1,8 @@
 #include "mapeditor/MapFile.h"
 
-#include "mapeditor/InPlace.h"
-#include "platform/Mending.h"
-#include "platform/ReadableFile.h"
+#include "files/InPlace.h"
+#include "files/Mending.h"
+#include "files/ReadableFile.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/FileIdentity.h"
-#include "theater/MapFileRecord.h"
+#include "files/FileIdentity.h"
+#include "program/MapFileRecord.h"
 
 #include <cstddef>
 #include <span>

@@ -1,10 +1,10 @@
 #include "mapeditor/MapPalette.h"
 
 #include "mapeditor/ColorHelpers.h"
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
-#include "theater/ProgramVersion.h"
+#include "program/ProgramVersion.h"
+#include "texts/Cutting.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theater/MapFileRecord.h"
+#include "program/MapFileRecord.h"
 
 #include <array>
 #include <cstdint>

@@ -1,12 +1,13 @@
 #include "mapeditor/PaletteFiles.h"
 
-#include "mapeditor/InPlace.h"
-#include "platform/BinaryReader.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
-#include "services/ImagePainting.h"
+#include "files/BinaryReader.h"
+#include "files/FileNames.h"
+#include "files/InPlace.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
+#include "pictures/ImagePainting.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 

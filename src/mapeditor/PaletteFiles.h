@@ -1,7 +1,7 @@
 #pragma once
 
 #include "mapeditor/MapPalette.h"
-#include "services/Bitmap.h"
+#include "pictures/Bitmap.h"
 
 #include <array>
 #include <cstddef>

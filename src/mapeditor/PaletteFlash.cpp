@@ -1,7 +1,7 @@
 #include "mapeditor/PaletteFlash.h"
 
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

@@ -1,6 +1,6 @@
+#include "catalogue/TypeNames.h"
 #include "mapview/Repaint.h"
-#include "platform/Numbers.h"
-#include "theater/TypeNames.h"
+#include "texts/Numbers.h"
 
 #include <algorithm>
 #include <cmath>

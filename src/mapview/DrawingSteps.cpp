@@ -1,7 +1,7 @@
 #include "mapview/DrawingSteps.h"
 
+#include "pictures/ImagePainting.h"
 #include "platform/ForEachInParallel.h"
-#include "services/ImagePainting.h"
 
 #include <algorithm>
 #include <cstring>

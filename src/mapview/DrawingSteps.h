@@ -1,6 +1,6 @@
 #pragma once
 
-#include "services/Raster.h"
+#include "pictures/Raster.h"
 
 #include <cstddef>
 #include <cstdint>

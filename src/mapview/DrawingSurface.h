@@ -1,8 +1,8 @@
 #pragma once
 
+#include "pictures/Raster.h"
+#include "pictures/TilePictures.h"
 #include "platform/Dialogs.h"
-#include "services/Raster.h"
-#include "services/TilePictures.h"
 
 #include <cstdint>
 #include <span>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theater/Configuration.h"
+#include "program/Configuration.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "mapview/MapView.h"
-#include "theater/Configuration.h"
+#include "program/Configuration.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "mapview/MapPatch.h"
 
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 
 #include <algorithm>
 #include <cmath>

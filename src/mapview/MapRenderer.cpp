@@ -1,11 +1,11 @@
 #include "mapview/MapRenderer.h"
 
+#include "catalogue/TextureBinFile.h"
 #include "mapview/MapPatch.h"
 #include "mapview/PatchSurface.h"
 #include "mapview/Repaint.h"
-#include "platform/Numbers.h"
-#include "services/ImageLayer.h"
-#include "theater/TextureBinFile.h"
+#include "pictures/ImageLayer.h"
+#include "texts/Numbers.h"
 
 #include <array>
 #include <exception>
@@ -31,7 +31,7 @@ void DrawFeatures(Repaint& repaint, FeatureLayer& features) {
         features.FeatureDraw(repaint.Surface, repaint.View, kind, features.Shown(kind));
 }
 
-bool Paint(Repaint& repaint, FeatureLayer* features) {
+bool Paint(Repaint& repaint, const MapLayers& layers) {
     const ImageSession session;
     Begin(repaint);
     if (!PaintTiles(repaint))
@@ -47,10 +47,10 @@ bool Paint(Repaint& repaint, FeatureLayer* features) {
         DrawSegments(repaint);
     if (repaint.View.ShowExport)
         DrawExportBox(repaint);
-    if (features != nullptr && features->ShowFeatures())
-        DrawFeatures(repaint, *features);
-    if (features != nullptr)
-        features->DrawMarks(repaint.Surface, repaint.View);
+    if (layers.Features != nullptr && layers.Features->ShowFeatures())
+        DrawFeatures(repaint, *layers.Features);
+    for (MarkLayer* marks : layers.Marks)
+        marks->DrawMarks(repaint.Surface, repaint.View);
     repaint.Screen.MakeViewPort(repaint.View);
     return true;
 }
@@ -58,13 +58,13 @@ bool Paint(Repaint& repaint, FeatureLayer* features) {
 } // namespace
 
 bool MapRenderer::RefreshPicArray(const MapView& view, DrawingSurface& picture2,
-                                  MapScreen& screen, FeatureLayer* features) {
+                                  MapScreen& screen, const MapLayers& layers) {
     Repaint repaint{view,     sources_, tools_,
                     picture2, screen,   ViewGrid(view, sources_.Terrain)};
     bool finished = false;
     {
         const ShownBar bar(tools_.PB3);
-        finished = Paint(repaint, features);
+        finished = Paint(repaint, layers);
     }
     heightsLeftOut_ = repaint.HeightsLeftOut;
     screen.CopyToPicShow();
@@ -72,7 +72,7 @@ bool MapRenderer::RefreshPicArray(const MapView& view, DrawingSurface& picture2,
 }
 
 void MapRenderer::RepaintPatch(const MapView& view, DrawingSurface& small,
-                               const MapPatch& patch, FeatureLayer* features) {
+                               const MapPatch& patch, const MapLayers& layers) {
     NoProgress noBar;
     NoScreen noScreen;
     bool noAbort = false;
@@ -80,7 +80,7 @@ void MapRenderer::RepaintPatch(const MapView& view, DrawingSurface& small,
     PatchSurface surface(small, patch.Clip.Left, patch.Clip.Top);
     Repaint repaint{view,    sources_, tools,
                     surface, noScreen, ViewGrid(view, sources_.Terrain, patch.Cells)};
-    Paint(repaint, features);
+    Paint(repaint, layers);
 }
 
 bool Repaint::GoOn(int32_t i, int32_t base) {

@@ -1,18 +1,19 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
+#include "levels/Terrain.h"
 #include "mapview/DrawingSurface.h"
 #include "mapview/MapView.h"
+#include "pictures/TilePictures.h"
+#include "platform/DebugLog.h"
 #include "platform/Progress.h"
-#include "services/TilePictures.h"
-#include "theater/Configuration.h"
-#include "theater/DebugLog.h"
-#include "theater/FeatureSet.h"
-#include "theater/MapFileRecord.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
+#include "program/Configuration.h"
+#include "program/FeatureSet.h"
+#include "program/MapFileRecord.h"
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -48,8 +49,23 @@ public:
     // Draws one kind, or nothing where `flag` is false.
     virtual void FeatureDraw(DrawingSurface& surface, const MapView& view,
                              FeatureKind kind, bool flag) = 0;
-    // What lies above the features, whatever their switch says.
-    virtual void DrawMarks(DrawingSurface& /*surface*/, const MapView& /*view*/) {}
+};
+
+// Marks above everything else: frames, boxes, whatever points at posts.
+class MarkLayer {
+public:
+    MarkLayer() = default;
+    MarkLayer(const MarkLayer&) = delete;
+    MarkLayer& operator=(const MarkLayer&) = delete;
+    virtual ~MarkLayer() = default;
+
+    virtual void DrawMarks(DrawingSurface& surface, const MapView& view) = 0;
+};
+
+// What other rooms lay over the map; borrowed.
+struct MapLayers {
+    FeatureLayer* Features = nullptr; // may be none
+    std::vector<MarkLayer*> Marks;    // from bottom to top, whatever the features' switch
 };
 
 // What the windows do round a repaint.
@@ -89,17 +105,17 @@ public:
     MapRenderer(const MapSources& sources, const MapTools& tools)
         : sources_(sources), tools_(tools) {}
 
-    // `picture2` has view.PictureSide() pixels a side; `features` may be null. False when
+    // `picture2` has view.PictureSide() pixels a side. False when
     // AbortPaint ended it: what was painted so far is shown then and nothing later in the
     // order is drawn. A wish from before the repaint does not count.
     bool RefreshPicArray(const MapView& view, DrawingSurface& picture2, MapScreen& screen,
-                         FeatureLayer* features);
+                         const MapLayers& layers);
 
     // Paints what a change of some posts of level 2, counted from 0, can have altered, as
     // the whole repaint would have it: on `small`, which has been given room for `patch`
     // (PatchOf). There is no bar, and it cannot be ended.
     void RepaintPatch(const MapView& view, DrawingSurface& small, const MapPatch& patch,
-                      FeatureLayer* features);
+                      const MapLayers& layers);
     const MapSources& Sources() const { return sources_; }
     // Of the last whole repaint: heights that were wider than their cell, and left out.
     int32_t HeightsLeftOut() const { return heightsLeftOut_; }

@@ -1,6 +1,6 @@
 #include "mapview/Preview.h"
 
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "levels/HeightPicture.h"
 #include "mapview/MapLayout.h"
-#include "services/Raster.h"
-#include "theater/HeightPicture.h"
+#include "pictures/Raster.h"
 
 namespace vardenix {
 

@@ -1,6 +1,6 @@
 #include "mapview/RasterSurface.h"
 
-#include "services/ImageLayer.h"
+#include "pictures/ImageLayer.h"
 
 #include <algorithm>
 #include <utility>

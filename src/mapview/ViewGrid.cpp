@@ -1,7 +1,7 @@
 #include "mapview/ViewGrid.h"
 
 #include "mapview/DrawingSurface.h"
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 
 #include <algorithm>
 #include <cmath>

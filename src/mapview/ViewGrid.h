@@ -1,9 +1,9 @@
 #pragma once
 
+#include "levels/Terrain.h"
 #include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
-#include "services/Raster.h"
-#include "theater/Terrain.h"
+#include "pictures/Raster.h"
 
 #include <cstdint>
 #include <optional>

@@ -2,7 +2,7 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Processes.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

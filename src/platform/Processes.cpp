@@ -1,7 +1,8 @@
 #include "platform/Processes.h"
 
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
 
 #include <cerrno>
 #include <chrono>

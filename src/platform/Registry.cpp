@@ -1,10 +1,10 @@
 #include "platform/Registry.h"
 
-#include "platform/BinaryReader.h"
-#include "platform/FileNames.h"
-#include "platform/ProfileFile.h"
-#include "platform/RuntimeError.h"
+#include "files/BinaryReader.h"
+#include "files/FileNames.h"
+#include "files/ProfileFile.h"
 #include "platform/WineRegistry.h"
+#include "texts/RuntimeError.h"
 
 #include <cstdlib>
 

@@ -1,8 +1,8 @@
 #include "platform/RunAndWait.h"
 
+#include "files/SystemFile.h"
 #include "platform/RunAndRead.h"
-#include "platform/RuntimeError.h"
-#include "platform/SystemFile.h"
+#include "texts/RuntimeError.h"
 
 #include <array>
 #include <cerrno>

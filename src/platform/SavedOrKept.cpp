@@ -1,7 +1,7 @@
 #include "platform/SavedOrKept.h"
 
+#include "files/Transaction.h"
 #include "platform/Dialogs.h"
-#include "platform/Transaction.h"
 
 namespace vardenix {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileIdentity.h"
+#include "files/FileIdentity.h"
 
 #include <functional>
 

@@ -1,6 +1,6 @@
 #include "platform/Signals.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <atomic>
 #include <cerrno>

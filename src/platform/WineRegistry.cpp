@@ -1,7 +1,8 @@
 #include "platform/WineRegistry.h"
 
-#include "platform/FileNames.h"
-#include "platform/TextLines.h"
+#include "files/FileNames.h"
+#include "texts/Cutting.h"
+#include "texts/TextLines.h"
 
 #include <algorithm>
 #include <charconv>

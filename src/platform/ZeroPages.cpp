@@ -1,6 +1,6 @@
 #include "platform/ZeroPages.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <string>
 #include <sys/mman.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 #include "updater/UpdateOffer.h"
 
 #include <string>

@@ -1,9 +1,9 @@
 #include "updater/Download.h"
 
-#include "loader/PlainName.h"
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "files/PlainName.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 #include "updater/ReplyHeader.h"
 
 #include <algorithm>

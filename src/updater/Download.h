@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/SystemFile.h"
+#include "files/SystemFile.h"
 #include "updater/TcpClient.h"
 
 #include <cstdint>

@@ -1,8 +1,8 @@
 #include "updater/MD5Hash.h"
 
-#include "platform/FileNames.h"
-#include "platform/ReadableFile.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "files/ReadableFile.h"
+#include "texts/RuntimeError.h"
 
 #include <array>
 #include <memory>

@@ -1,14 +1,15 @@
 #include "updater/MinorUpdate.h"
 
-#include "loader/CopyFile.h"
-#include "loader/KeptFiles.h"
+#include "files/CopyFile.h"
+#include "files/FileNames.h"
+#include "files/FileStatus.h"
+#include "files/KeptFiles.h"
+#include "files/StagedFile.h"
 #include "loader/LoaderList.h"
 #include "platform/Dialogs.h"
-#include "platform/FileNames.h"
-#include "platform/FileStatus.h"
 #include "platform/Registry.h"
-#include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -2,7 +2,7 @@
 
 #include "loader/UpdateLog.h"
 #include "platform/Platform.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 #include "updater/UpdateList.h"
 
 #include <functional>

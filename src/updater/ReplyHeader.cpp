@@ -1,6 +1,6 @@
 #include "updater/ReplyHeader.h"
 
-#include "platform/FileNames.h"
+#include "texts/Cutting.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "updater/ShownText.h"
 
-#include "platform/BinaryReader.h"
-#include "platform/TextLines.h"
-#include "platform/Windows1252.h"
+#include "files/BinaryReader.h"
+#include "texts/TextLines.h"
+#include "texts/Windows1252.h"
 
 namespace vardenix {
 

@@ -1,9 +1,10 @@
 #include "updater/UpdateArchive.h"
 
-#include "loader/PlainName.h"
-#include "platform/FileNames.h"
-#include "platform/FileStatus.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "files/FileStatus.h"
+#include "files/PlainName.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
 
 #include <system_error>
 
@@ -79,10 +80,10 @@ void RequirePlainFiles(const std::vector<fs::path>& files) {
 } // namespace
 
 bool ExtractUpdate(const std::string& folder, const std::string& archiveName,
-                   ToolRunner& tools) {
+                   const ToolRunner& tools) {
     const fs::path path = PathAsItStands(folder);
     const std::string archive = folder + archiveName;
-    const auto listing = ToolRunner::ZipList(archive);
+    const auto listing = ZipList(archive);
     if (!listing)
         return false;
     RequireHarmless(*listing, archiveName);
@@ -92,7 +93,7 @@ bool ExtractUpdate(const std::string& folder, const std::string& archiveName,
         if (error)
             ThrowSystemError(error.value(), "deleting", TextOfPath(other));
     }
-    if (tools.ZipExtract(archive, folder) != 0)
+    if (ZipExtract(tools, archive, folder) != 0)
         return false;
     RequirePlainFiles(OthersIn(path, archiveName));
     return true;

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "services/ToolRunner.h"
+#include "updater/Archives.h"
 
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 
 namespace vardenix {
@@ -24,6 +25,6 @@ constexpr size_t MostUpdateFiles = 10000;
 // and not too much of them. RefusedUpdate for any other archive; false for one that is
 // broken.
 bool ExtractUpdate(const std::string& folder, const std::string& archiveName,
-                   ToolRunner& tools);
+                   const ToolRunner& tools);
 
 } // namespace vardenix

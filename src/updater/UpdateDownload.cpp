@@ -1,9 +1,9 @@
 #include "updater/UpdateDownload.h"
 
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
-#include "platform/OwnFolders.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "files/OwnFolders.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 #include "updater/Url.h"
 
 namespace vardenix {

@@ -1,10 +1,10 @@
 #include "updater/UpdateList.h"
 
+#include "files/PlainName.h"
 #include "loader/LoaderList.h"
-#include "loader/PlainName.h"
-#include "platform/FileNames.h"
-#include "platform/TextLines.h"
-#include "platform/Windows1252.h"
+#include "texts/Cutting.h"
+#include "texts/TextLines.h"
+#include "texts/Windows1252.h"
 
 namespace vardenix {
 

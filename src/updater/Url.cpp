@@ -1,6 +1,6 @@
 #include "updater/Url.h"
 
-#include "platform/FileNames.h"
+#include "texts/Cutting.h"
 
 #include <algorithm>
 #include <limits>

@@ -2,10 +2,10 @@
 
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
 #include "platform/OpenPage.h"
-#include "theater/ProgramVersion.h"
+#include "program/ProgramVersion.h"
+#include "texts/Cutting.h"
+#include "texts/Numbers.h"
 
 namespace vardenix {
 

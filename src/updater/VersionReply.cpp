@@ -1,7 +1,7 @@
 #include "updater/VersionReply.h"
 
-#include "platform/FileNames.h"
-#include "platform/Windows1252.h"
+#include "texts/Cutting.h"
+#include "texts/Windows1252.h"
 #include "updater/ReplyHeader.h"
 
 #include <algorithm>

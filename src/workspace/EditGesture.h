@@ -1,9 +1,9 @@
 #pragma once
 
+#include "levels/Terrain.h"
 #include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
-#include "theater/Terrain.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/WorkspaceCommands.h"
 #include "workspace/HeightShaping.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/UndoPoints.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "services/Raster.h"
-#include "theater/Configuration.h"
+#include "pictures/Raster.h"
+#include "program/Configuration.h"
 
 namespace vardenix {
 

@@ -1,6 +1,6 @@
 #include "workspace/FirstView.h"
 
-#include "theater/TypeNames.h"
+#include "catalogue/TypeNames.h"
 #include "workspace/FirstLayout.h"
 
 #include <algorithm>

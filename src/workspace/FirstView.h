@@ -1,9 +1,9 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
+#include "levels/Terrain.h"
 #include "mapview/MapLayout.h"
-#include "theater/Configuration.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
+#include "program/Configuration.h"
 
 #include <cstdint>
 

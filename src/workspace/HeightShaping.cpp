@@ -1,6 +1,6 @@
 #include "workspace/HeightShaping.h"
 
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theater/Terrain.h"
+#include "levels/Terrain.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/ValueRuns.h"
 

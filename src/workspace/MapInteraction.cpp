@@ -1,7 +1,7 @@
 #include "workspace/MapInteraction.h"
 
 #include "companion/Vardenix.h"
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
+#include "levels/Terrain.h"
 #include "mapview/ExportBox.h"
 #include "mapview/MapLayout.h"
 #include "mapview/MapView.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "levels/Terrain.h"
 #include "mapview/MapView.h"
-#include "theater/Terrain.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/WorkspaceCommands.h"
 #include "workspace/EditGesture.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/UndoPoints.h"

@@ -1,7 +1,7 @@
 #include "workspace/PanelRules.h"
 
-#include "platform/Numbers.h"
-#include "theater/ProgramVersion.h"
+#include "program/ProgramVersion.h"
+#include "texts/Numbers.h"
 
 namespace vardenix {
 

@@ -1,8 +1,8 @@
 #include "workspace/PostFields.h"
 
 #include "companion/Vardenix.h"
-#include "platform/RuntimeError.h"
-#include "theater/TerrainStore.h"
+#include "levels/TerrainStore.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 

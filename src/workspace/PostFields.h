@@ -1,7 +1,7 @@
 #pragma once
 
-#include "theater/PostChange.h"
-#include "theater/Terrain.h"
+#include "levels/PostChange.h"
+#include "levels/Terrain.h"
 
 #include <cstdint>
 

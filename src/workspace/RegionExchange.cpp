@@ -1,11 +1,11 @@
 #include "workspace/RegionExchange.h"
 
 #include "companion/Vardenix.h"
-#include "platform/BinaryReader.h"
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "files/BinaryReader.h"
+#include "files/FileNames.h"
+#include "files/StagedFile.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "levels/Terrain.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
-#include "theater/Terrain.h"
 
 #include <cstddef>
 #include <cstdint>

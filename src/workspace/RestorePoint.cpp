@@ -1,11 +1,11 @@
 #include "workspace/RestorePoint.h"
 
-#include "platform/BinaryReader.h"
-#include "platform/FileNames.h"
-#include "platform/Mending.h"
-#include "platform/OwnFolders.h"
-#include "platform/RuntimeError.h"
-#include "platform/Transaction.h"
+#include "files/BinaryReader.h"
+#include "files/FileNames.h"
+#include "files/Mending.h"
+#include "files/OwnFolders.h"
+#include "files/Transaction.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <span>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "levels/Terrain.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
-#include "theater/Terrain.h"
 
 #include <optional>
 #include <string>

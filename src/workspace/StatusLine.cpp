@@ -1,7 +1,7 @@
 #include "workspace/StatusLine.h"
 
 #include "companion/Vardenix.h"
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 
 namespace vardenix {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
+#include "levels/Terrain.h"
 #include "mapview/MapView.h"
 #include "platform/Clock.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
 #include "workspace/MapInteraction.h"
 
 #include <string>

@@ -1,11 +1,11 @@
 #include "workspace/TheaterSaving.h"
 
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "levels/ElevationFiles.h"
+#include "levels/TerrainStore.h"
 #include "platform/SavedOrKept.h"
-#include "theater/ElevationFiles.h"
-#include "theater/MissingSegments.h"
-#include "theater/TerrainStore.h"
+#include "program/MissingSegments.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "levels/Terrain.h"
 #include "mapview/MapView.h"
+#include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
-#include "theater/DebugLog.h"
-#include "theater/Terrain.h"
 
 #include <string>
 

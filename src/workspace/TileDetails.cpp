@@ -1,8 +1,8 @@
 #include "workspace/TileDetails.h"
 
-#include "platform/KeyFilters.h"
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
+#include "texts/KeyFilters.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

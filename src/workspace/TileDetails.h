@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theater/TerrainPost.h"
+#include "levels/TerrainPost.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,8 @@
 #include "workspace/TilePalette.h"
 
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
-#include "theater/TypeNames.h"
+#include "catalogue/TypeNames.h"
+#include "texts/Cutting.h"
+#include "texts/Numbers.h"
 
 #include <algorithm>
 

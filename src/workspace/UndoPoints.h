@@ -1,10 +1,10 @@
 #pragma once
 
+#include "catalogue/TileRenumbering.h"
+#include "levels/Terrain.h"
 #include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
-#include "theater/Terrain.h"
-#include "theater/TileRenumbering.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/WorkspaceCommands.h"
 #include "workspace/ValueRuns.h"
 
 #include <cstdint>

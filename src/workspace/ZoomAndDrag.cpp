@@ -1,6 +1,6 @@
 #include "workspace/ZoomAndDrag.h"
 
-#include "platform/Numbers.h"
+#include "texts/Numbers.h"
 #include "workspace/MapInteraction.h"
 
 namespace vardenix {

@@ -2,11 +2,11 @@
 #include "app/BinEditorWindows.h"
 #include "app/OpenedWorkspace.h"
 #include "bineditor/SetsAndTiles.h"
-#include "platform/BinaryReader.h"
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TileCheck.h"
+#include "files/BinaryReader.h"
 #include "support/CatalogueReader.h"
 #include "support/TheaterMaker.h"
-#include "theater/TextureBinFile.h"
-#include "theater/TileCheck.h"
 #include "workspace/windows/FrmVXMain.h"
 
 #include <QLabel>

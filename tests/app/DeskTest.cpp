@@ -1,6 +1,6 @@
 // Leaving for another theater, and what is remembered of those that were opened.
 #include "app/OpenedWorkspace.h"
-#include "theater/DeskFile.h"
+#include "program/DeskFile.h"
 
 #include <QAction>
 #include <QMenu>

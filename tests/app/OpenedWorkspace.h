@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/Workspace.h"
-#include "services/PictureMaker.h"
 #include "support/FakePlatform.h"
+#include "support/PictureMaker.h"
 #include "support/TestFolder.h"
 #include "windows/WindowTest.h"
 

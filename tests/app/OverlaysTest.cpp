@@ -2,8 +2,8 @@
 // the map to what lies in memory and on the disk afterwards.
 #include "app/OpenedWorkspace.h"
 #include "app/OverlayWindows.h"
-#include "overlays/windows/FrmVXFeatures.h"
-#include "overlays/windows/frmVXSearchOptions.h"
+#include "features/windows/FrmVXFeatures.h"
+#include "search/windows/frmVXSearchOptions.h"
 #include "workspace/windows/FrmVXMain.h"
 
 #include <QCheckBox>

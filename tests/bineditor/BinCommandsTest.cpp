@@ -1,10 +1,10 @@
 #include "bineditor/BinCommands.h"
 
 #include "bineditor/MadeCatalogue.h"
-#include "platform/RuntimeError.h"
-#include "services/PictureMaker.h"
+#include "support/PictureMaker.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

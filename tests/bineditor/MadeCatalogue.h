@@ -1,8 +1,8 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
+#include "levels/Terrain.h"
 #include "support/RecordingProgress.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
 
 #include <string>
 #include <vector>

@@ -2,8 +2,8 @@
 
 #include "bineditor/LevelTwoPass.h"
 #include "bineditor/MadeCatalogue.h"
-#include "platform/RuntimeError.h"
 #include "support/RecordingProgress.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

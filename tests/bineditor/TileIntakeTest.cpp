@@ -1,10 +1,10 @@
 #include "bineditor/TileIntake.h"
 
-#include "platform/RuntimeError.h"
-#include "services/PictureMaker.h"
+#include "support/PictureMaker.h"
 #include "support/PlainUser.h"
 #include "support/RecordingProgress.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

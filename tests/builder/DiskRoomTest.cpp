@@ -1,7 +1,7 @@
 #include "builder/ElevationRebuild.h"
 #include "builder/RebuildWorld.h"
-#include "platform/RuntimeError.h"
 #include "support/ScriptedDialogs.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 
 #include "builder/RebuildWorld.h"
 #include "builder/SlowRebuild.h"
-#include "platform/RuntimeError.h"
-#include "services/PictureMaker.h"
+#include "support/PictureMaker.h"
 #include "support/ScriptedDialogs.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 #include "builder/RebuildWorld.h"
 #include "builder/SlowRebuild.h"
 #include "builder/SmallTiles.h"
-#include "platform/RuntimeError.h"
-#include "services/PictureMaker.h"
+#include "support/PictureMaker.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

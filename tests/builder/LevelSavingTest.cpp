@@ -2,8 +2,8 @@
 
 #include "builder/RebuildWorld.h"
 #include "builder/SlowRebuild.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 // between, the files are those of a full run.
 #include "builder/FartileIndex.h"
 #include "builder/RebuildWorld.h"
-#include "platform/StagedFile.h"
-#include "theater/RebuiltFiles.h"
+#include "files/StagedFile.h"
+#include "levels/RebuiltFiles.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "builder/RebuildWorld.h"
 
-#include "services/PictureMaker.h"
+#include "support/PictureMaker.h"
 
 #include <filesystem>
 #include <random>

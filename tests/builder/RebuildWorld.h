@@ -2,12 +2,12 @@
 
 #include "builder/RecordingView.h"
 #include "builder/TheaterRebuild.h"
+#include "catalogue/TextureBin.h"
+#include "levels/Terrain.h"
+#include "platform/DebugLog.h"
 #include "support/FixedClock.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
-#include "theater/DebugLog.h"
-#include "theater/Terrain.h"
-#include "theater/TextureBin.h"
 
 #include <array>
 #include <map>

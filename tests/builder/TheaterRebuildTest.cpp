@@ -1,8 +1,8 @@
 #include "builder/TheaterRebuild.h"
 
-#include "builder/LevelGeometry.h"
 #include "builder/RebuildWorld.h"
-#include "platform/RuntimeError.h"
+#include "levels/LevelGeometry.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

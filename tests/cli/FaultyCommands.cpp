@@ -1,8 +1,8 @@
 #include "cli/FaultyCommands.h"
 
 #include "cli/Commands.h"
-#include "platform/RuntimeError.h"
 #include "support/FaultShim.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <fcntl.h>

@@ -1,5 +1,5 @@
 #include "cli/FaultyCommands.h"
-#include "services/PictureMaker.h"
+#include "support/PictureMaker.h"
 
 namespace vardenix::tests {
 namespace {

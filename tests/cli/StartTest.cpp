@@ -1,9 +1,9 @@
 // What vardenix-cli takes along at its start, what it loads when it is wanted, and the
 // pictures that it writes without them.
 #include "cli/CliTheater.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
-#include "services/PictureMaker.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
+#include "support/PictureMaker.h"
 
 #include <FreeImage.h>
 

@@ -1,9 +1,9 @@
 #include "mapeditor/MapFile.h"
 
 #include "mapeditor/ColorHelpers.h"
-#include "platform/RuntimeError.h"
 #include "support/PlainUser.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

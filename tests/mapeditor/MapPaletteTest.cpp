@@ -2,7 +2,7 @@
 
 #include "mapeditor/ColorHelpers.h"
 #include "mapeditor/PaletteFlash.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

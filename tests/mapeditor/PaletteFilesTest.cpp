@@ -1,9 +1,9 @@
 // Palette files, made and looked at byte by byte.
 #include "mapeditor/PaletteFiles.h"
 
-#include "platform/RuntimeError.h"
 #include "support/PlainUser.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

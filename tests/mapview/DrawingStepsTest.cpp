@@ -1,7 +1,7 @@
 // Steps done together, in bands, against each done on the whole picture at once.
 #include "mapview/DrawingSteps.h"
 
-#include "services/PictureMaker.h"
+#include "support/PictureMaker.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "mapview/MapRenderer.h"
 
-#include "platform/RuntimeError.h"
 #include "support/MapWorld.h"
 #include "support/RecordingSurface.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,8 +22,8 @@ protected:
     // Paints and gives the story; pictures are called "D5", "N5" and "NoTile".
     Lines Paint(FeatureLayer* features = nullptr) {
         NamePictures();
-        finished_ =
-            world_.Renderer().RefreshPicArray(world_.View, surface_, screen_, features);
+        finished_ = world_.Renderer().RefreshPicArray(world_.View, surface_, screen_,
+                                                      {features, {}});
         return story_.Lines();
     }
     Lines PaintedLines(const std::string& word) {

@@ -20,7 +20,7 @@ class Overlay : public testing::Test {
 protected:
     Lines Painted(const std::string& word) {
         story_ = {};
-        world_.Renderer().RefreshPicArray(world_.View, surface_, screen_, nullptr);
+        world_.Renderer().RefreshPicArray(world_.View, surface_, screen_, {});
         return story_.Lines(word);
     }
     void OnePostOnly() {
@@ -186,12 +186,12 @@ TEST_F(Overlay, HeightsWiderThanTheirCellAreLeftOutAndCounted) {
     world_.Post(2, 1).Elevation = -10;
     world_.Post(3, 1).Elevation = 99;
     MapRenderer renderer = world_.Renderer();
-    renderer.RefreshPicArray(world_.View, surface_, screen_, nullptr);
+    renderer.RefreshPicArray(world_.View, surface_, screen_, {});
     EXPECT_EQ(renderer.HeightsLeftOut(), 2);
     EXPECT_EQ(story_.Lines("text").size(), 254U);
     EXPECT_EQ(story_.Lines("text").at(0).substr(0, 8), "text 99 ");
     world_.View.ShowHeights = false;
-    renderer.RefreshPicArray(world_.View, surface_, screen_, nullptr);
+    renderer.RefreshPicArray(world_.View, surface_, screen_, {});
     EXPECT_EQ(renderer.HeightsLeftOut(), 0);
 }
 

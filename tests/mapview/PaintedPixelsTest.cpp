@@ -1,10 +1,10 @@
 #include "mapview/MapRenderer.h"
-#include "services/ImageFiles.h"
-#include "services/ImageLayer.h"
-#include "services/ImagePainting.h"
-#include "services/PictureMaker.h"
+#include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
+#include "pictures/ImagePainting.h"
 #include "support/MapWorld.h"
 #include "support/MemorySurface.h"
+#include "support/PictureMaker.h"
 #include "support/RecordingSurface.h"
 #include "support/TestFolder.h"
 
@@ -49,7 +49,7 @@ protected:
         MapRenderer renderer({world_.Terrain, world_.Catalogue, world_.MapFileRecord,
                               world_.Settings, world_.AppPath},
                              {pictures, world_.PB3, world_.Log, world_.AbortPaint});
-        renderer.RefreshPicArray(world_.View, surface, screen, nullptr);
+        renderer.RefreshPicArray(world_.View, surface, screen, {});
         return tests::PixelsOf(surface.Picture());
     }
 

@@ -1,8 +1,8 @@
 #include "mapview/PreviewHeights.h"
 
 #include "platform/Clock.h"
+#include "platform/DebugLog.h"
 #include "support/RecordingProgress.h"
-#include "theater/DebugLog.h"
 
 #include <gtest/gtest.h>
 

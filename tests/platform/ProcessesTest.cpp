@@ -1,7 +1,7 @@
 #include "platform/Processes.h"
 
-#include "platform/RuntimeError.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

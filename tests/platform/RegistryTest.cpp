@@ -1,10 +1,10 @@
 #include "platform/Registry.h"
 
-#include "platform/RuntimeError.h"
 #include "platform/WineRegistry.h"
 #include "support/Environment.h"
 #include "support/PlainUser.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -3,12 +3,12 @@
 // so, wherever a layout puts them. Nothing comes up on the screen.
 #include "bineditor/windows/FrmBINTileDet.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
-#include "overlays/windows/FrmVXFeatures.h"
-#include "overlays/windows/frmVXSearchOptions.h"
-#include "overlays/windows/frmVXSearchResults.h"
+#include "catalogue/TextureBinFile.h"
+#include "features/windows/FrmVXFeatures.h"
+#include "pictures/ImageLayer.h"
 #include "platform/windows/Theme.h"
-#include "services/ImageLayer.h"
-#include "theater/TextureBinFile.h"
+#include "search/windows/frmVXSearchOptions.h"
+#include "search/windows/frmVXSearchResults.h"
 #include "windows/FrmVXMainTest.h"
 
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "theater/WorkspaceCommands.h"
+#include "program/WorkspaceCommands.h"
 
 #include <functional>
 #include <string>

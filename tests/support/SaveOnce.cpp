@@ -1,11 +1,11 @@
 // A program of its own for the tests that kill a save: opens the theater whose L2 file is
 // given, adds 1 to the elevation of every post, and saves it. Exit 0 saved, 3 refused
 // with a message on the standard error.
+#include "levels/TerrainStore.h"
 #include "platform/Clock.h"
-#include "platform/FileNames.h"
 #include "platform/Progress.h"
-#include "platform/RuntimeError.h"
-#include "theater/TerrainStore.h"
+#include "texts/Cutting.h"
+#include "texts/RuntimeError.h"
 
 #include <cstdio>
 

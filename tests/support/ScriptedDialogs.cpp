@@ -1,6 +1,6 @@
 #include "support/ScriptedDialogs.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 // of FOLDER/UpdateTemp in their places, one of them by way of the loader, and deletes
 // one; "finish FOLDER": the loader's part; "putback FOLDER": what the program does first
 // of all. Exit 0 done, 3 refused with a message on the standard error.
-#include "loader/KeptFiles.h"
+#include "files/KeptFiles.h"
 #include "loader/LoaderList.h"
 #include "platform/Registry.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 #include "updater/MinorUpdate.h"
 
 #include <cstdio>

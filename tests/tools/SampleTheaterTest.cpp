@@ -1,7 +1,7 @@
 #include "make_sample_theater/SampleTheater.h"
 
 #include "make_sample_theater/World.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <FreeImage.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "updater/MD5Hash.h"
 
-#include "platform/RuntimeError.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 #include "updater/UpdateSignature.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "updater/UpdateList.h"
 
 #include "loader/LoaderList.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // What is passed over of the features must change no pixel: the same features are drawn
 // whole, however far they reach, and the two pictures are compared.
+#include "features/FeatureDrawing.h"
 #include "mapview/windows/QtDrawingSurface.h"
-#include "overlays/FeatureDrawing.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "bineditor/windows/FrmBINPathEdit.h"
 #include "bineditor/windows/FrmBINWorking.h"
 #include "bineditor/windows/TilePicture.h"
-#include "services/ImageLayer.h"
+#include "pictures/ImageLayer.h"
 #include "support/ScriptedDialogs.h"
 #include "windows/WindowTest.h"
 

@@ -2,13 +2,13 @@
 
 #include "bineditor/windows/BinList.h"
 #include "bineditor/windows/TileSlots.h"
-#include "services/Dxt1Writer.h"
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TileCheck.h"
+#include "pictures/Dxt1Writer.h"
 #include "support/FakePlatform.h"
 #include "support/PlainUser.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
-#include "theater/TextureBinFile.h"
-#include "theater/TileCheck.h"
 #include "windows/WindowTest.h"
 
 #include <QAbstractButton>

@@ -1,9 +1,9 @@
-#include "theater/windows/FrmStartUp.h"
+#include "program/windows/FrmStartUp.h"
 
-#include "platform/RuntimeError.h"
 #include "support/FakePlatform.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
+#include "texts/RuntimeError.h"
 #include "windows/WindowTest.h"
 
 #include <QAbstractButton>

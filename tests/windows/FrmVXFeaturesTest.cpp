@@ -1,9 +1,9 @@
-#include "overlays/windows/FrmVXFeatures.h"
+#include "features/windows/FrmVXFeatures.h"
 
-#include "platform/RuntimeError.h"
 #include "platform/windows/ColorButton.h"
 #include "support/RecordingCommands.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 #include "windows/WindowTest.h"
 
 #include <QCheckBox>

@@ -37,7 +37,7 @@ protected:
         QtDrawingSurface surface;
         surface.Resize(world_.View.PictureSide());
         NoScreen screen;
-        renderer_.RefreshPicArray(world_.View, surface, screen, nullptr);
+        renderer_.RefreshPicArray(world_.View, surface, screen, {});
         return surface.Image().copy();
     }
 };

@@ -1,8 +1,8 @@
 // The window of the pattern and the window of the hits.
-#include "overlays/windows/SearchCells.h"
-#include "overlays/windows/frmVXSearchOptions.h"
-#include "overlays/windows/frmVXSearchResults.h"
 #include "platform/windows/ColorImage.h"
+#include "search/windows/SearchCells.h"
+#include "search/windows/frmVXSearchOptions.h"
+#include "search/windows/frmVXSearchResults.h"
 #include "support/RecordingCommands.h"
 #include "windows/WindowTest.h"
 

@@ -1,9 +1,9 @@
 #include "mapview/windows/FrmVXTheaterPreview.h"
 
-#include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
+#include "files/StagedFile.h"
 #include "support/RecordingCommands.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 #include "windows/WindowTest.h"
 
 #include <QImage>

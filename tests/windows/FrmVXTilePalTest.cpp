@@ -1,6 +1,6 @@
 #include "workspace/windows/FrmVXTilePal.h"
 
-#include "services/Dxt1Writer.h"
+#include "pictures/Dxt1Writer.h"
 #include "support/RecordingCommands.h"
 #include "support/TestFolder.h"
 #include "windows/WindowTest.h"

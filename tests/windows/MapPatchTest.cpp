@@ -70,7 +70,7 @@ protected:
         QtDrawingSurface small;
         patched.Resize(world_.View.PictureSide());
         whole.Resize(world_.View.PictureSide());
-        renderer.RefreshPicArray(world_.View, patched, screen, &shapes_);
+        renderer.RefreshPicArray(world_.View, patched, screen, {&shapes_, {}});
         for (int round = 0; round < 4; ++round) {
             const auto at = [&] { return static_cast<int32_t>(random_() % Width); };
             PostBox posts{at(), at(), 0, 0};
@@ -86,10 +86,10 @@ protected:
                 world_.View, posts, ReachOf(world_.View, renderer.Sources(), small));
             if (patch.Clip.Width > 0) {
                 small.Resize(std::max(patch.Clip.Width, patch.Clip.Height));
-                renderer.RepaintPatch(world_.View, small, patch, &shapes_);
+                renderer.RepaintPatch(world_.View, small, patch, {&shapes_, {}});
                 patched.Put(small, patch.Clip);
             }
-            renderer.RefreshPicArray(world_.View, whole, screen, &shapes_);
+            renderer.RefreshPicArray(world_.View, whole, screen, {&shapes_, {}});
             ASSERT_TRUE(patched.Image() == whole.Image()) << what << ", " << round;
         }
     }

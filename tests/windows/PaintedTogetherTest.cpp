@@ -1,8 +1,8 @@
 // Whole views on the surface that the map window shows: what is put off and done in bands
 // against the same drawn at once.
 #include "mapview/windows/QtDrawingSurface.h"
-#include "services/PictureMaker.h"
 #include "support/MapWorld.h"
+#include "support/PictureMaker.h"
 #include "support/RecordingSurface.h"
 #include "support/TestFolder.h"
 
@@ -60,7 +60,7 @@ protected:
         surface.Resize(world_.View.PictureSide());
         tests::Story story;
         tests::RecordingScreen screen(story);
-        world_.Renderer().RefreshPicArray(world_.View, surface, screen, nullptr);
+        world_.Renderer().RefreshPicArray(world_.View, surface, screen, {});
         return surface.Image();
     }
 

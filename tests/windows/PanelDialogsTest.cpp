@@ -2,9 +2,9 @@
 
 #include "mapview/windows/FrmVXAreasPathsOptions.h"
 #include "mapview/windows/FrmVXHeightCols.h"
-#include "platform/RuntimeError.h"
 #include "platform/windows/ColorButton.h"
 #include "support/FakePlatform.h"
+#include "texts/RuntimeError.h"
 #include "windows/FrmVXMainTest.h"
 #include "workspace/windows/FrmAbout.h"
 

@@ -1,9 +1,9 @@
 #include "platform/windows/QtDialogs.h"
 
-#include "platform/RuntimeError.h"
 #include "platform/windows/ColorButton.h"
 #include "platform/windows/FileFilter.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 #include "windows/WindowTest.h"
 
 #include <QAbstractButton>

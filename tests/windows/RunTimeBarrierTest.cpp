@@ -1,4 +1,4 @@
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 #include "windows/WindowTest.h"
 
 #include <QPushButton>

@@ -1,9 +1,9 @@
 #include "workspace/RegionExchange.h"
 
-#include "platform/RuntimeError.h"
 #include "support/RecordingProgress.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

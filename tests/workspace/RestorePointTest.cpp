@@ -1,8 +1,8 @@
 #include "workspace/RestorePoint.h"
 
-#include "platform/RuntimeError.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #include "workspace/TheaterSaving.h"
 
+#include "levels/TerrainStore.h"
 #include "support/FixedClock.h"
 #include "support/RecordingProgress.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
-#include "theater/TerrainStore.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "workspace/TilePalette.h"
 
-#include "theater/TypeNames.h"
+#include "catalogue/TypeNames.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 #include "workspace/UndoPoints.h"
 
-#include "platform/RuntimeError.h"
 #include "support/RecordingCommands.h"
+#include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "make_sample_theater/Files.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <cerrno>
 

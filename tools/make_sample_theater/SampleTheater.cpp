@@ -6,8 +6,8 @@
 #include "make_sample_theater/Levels.h"
 #include "make_sample_theater/Names.h"
 #include "make_sample_theater/TheaterFiles.h"
-#include "platform/RuntimeError.h"
-#include "services/Dxt1Writer.h"
+#include "pictures/Dxt1Writer.h"
+#include "texts/RuntimeError.h"
 
 #include <algorithm>
 #include <cmath>

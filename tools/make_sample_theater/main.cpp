@@ -1,5 +1,5 @@
 #include "make_sample_theater/SampleTheater.h"
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <CLI/CLI.hpp>
 

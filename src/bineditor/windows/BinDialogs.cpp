@@ -1,10 +1,10 @@
 #include "bineditor/windows/BinDialogs.h"
 
-#include "bineditor/TileNumbers.h"
 #include "bineditor/windows/FrmBINOPtions.h"
 #include "bineditor/windows/FrmBINTileDet.h"
-#include "services/ImageFiles.h"
-#include "theater/TextureBinFile.h"
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TileNumbers.h"
+#include "pictures/ImageFiles.h"
 
 namespace vardenix {
 

@@ -2,7 +2,7 @@
 
 #include "bineditor/BinCommands.h"
 #include "platform/Platform.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 
 class QWidget;
 

@@ -1,8 +1,8 @@
 #include "bineditor/windows/BinModels.h"
 
 #include "bineditor/TileLists.h"
-#include "bineditor/TileNumbers.h"
-#include "platform/Windows1252.h"
+#include "catalogue/TileNumbers.h"
+#include "texts/Windows1252.h"
 
 #include <QColor>
 

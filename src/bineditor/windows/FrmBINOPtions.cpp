@@ -1,7 +1,7 @@
 #include "bineditor/windows/FrmBINOPtions.h"
 
-#include "platform/Numbers.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/Numbers.h"
 #include "ui_FrmBINOPtions.h"
 
 namespace vardenix {

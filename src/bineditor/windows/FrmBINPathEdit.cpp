@@ -2,8 +2,8 @@
 
 #include "bineditor/TileDetail.h"
 #include "bineditor/windows/TypeList.h"
+#include "catalogue/TypeNames.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "theater/TypeNames.h"
 #include "ui_FrmBINPathEdit.h"
 
 namespace vardenix {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "bineditor/windows/FloatBox.h"
-#include "theater/TextureBin.h"
+#include "catalogue/TextureBin.h"
 
 #include <QDialog>
 

@@ -1,15 +1,15 @@
 #include "bineditor/windows/FrmBINTileDet.h"
 
-#include "bineditor/TileNumbers.h"
 #include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TilePicture.h"
 #include "bineditor/windows/TypeList.h"
-#include "platform/Numbers.h"
-#include "platform/Windows1252.h"
+#include "catalogue/TileNumbers.h"
+#include "pictures/ImageLayer.h"
 #include "platform/windows/AskColor.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "services/ImageLayer.h"
+#include "texts/Numbers.h"
+#include "texts/Windows1252.h"
 #include "ui_FrmBINTileDet.h"
 
 #include <QHeaderView>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "bineditor/TileDetail.h"
+#include "catalogue/TextureBin.h"
+#include "pictures/Bitmap.h"
 #include "platform/Dialogs.h"
-#include "services/Bitmap.h"
-#include "theater/Configuration.h"
-#include "theater/TextureBin.h"
+#include "program/Configuration.h"
 
 #include <QDialog>
 

@@ -1,16 +1,16 @@
 #include "bineditor/windows/FrmBINTileEdit.h"
 
 #include "bineditor/TileLists.h"
-#include "bineditor/TileNumbers.h"
 #include "bineditor/windows/BinModels.h"
 #include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TileSlots.h"
-#include "platform/Windows1252.h"
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TileNumbers.h"
+#include "catalogue/TypeNames.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/WindowPlace.h"
-#include "theater/ProgramVersion.h"
-#include "theater/TextureBinFile.h"
-#include "theater/TypeNames.h"
+#include "program/ProgramVersion.h"
+#include "texts/Windows1252.h"
 #include "ui_FrmBINTileEdit.h"
 
 #include <QHeaderView>

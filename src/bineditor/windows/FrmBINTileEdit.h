@@ -3,11 +3,11 @@
 #include "bineditor/BinCommands.h"
 #include "bineditor/EditorVerbs.h"
 #include "bineditor/PaletteView.h"
+#include "pictures/TilePictures.h"
+#include "platform/DebugLog.h"
 #include "platform/Platform.h"
 #include "platform/windows/clsToolTip.h"
-#include "services/TilePictures.h"
-#include "theater/DebugLog.h"
-#include "theater/ProgramState.h"
+#include "program/ProgramState.h"
 
 #include <QPoint>
 #include <QPointer>

@@ -1,16 +1,16 @@
 // What the buttons of FrmBINTileEdit do.
 #include "bineditor/TileLists.h"
-#include "bineditor/TileNumbers.h"
 #include "bineditor/UnusedPictures.h"
 #include "bineditor/windows/BinDialogs.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
 #include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TileSlots.h"
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TileNumbers.h"
+#include "catalogue/TypeNames.h"
 #include "platform/OpenPage.h"
 #include "platform/SavedOrKept.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "theater/TextureBinFile.h"
-#include "theater/TypeNames.h"
 #include "ui_FrmBINTileEdit.h"
 
 #include <QClipboard>

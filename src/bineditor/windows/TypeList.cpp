@@ -1,6 +1,6 @@
 #include "bineditor/windows/TypeList.h"
 
-#include "theater/TypeNames.h"
+#include "catalogue/TypeNames.h"
 
 namespace vardenix {
 

@@ -3,10 +3,10 @@
 #include "builder/FartilePicture.h"
 #include "builder/RunClock.h"
 #include "platform/Dialogs.h"
-#include "platform/FileNames.h"
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/Cutting.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 #include "ui_FrmVXRebiuldTheater.h"
 
 #include <QCloseEvent>

@@ -3,10 +3,10 @@
 #include "builder/ElevationRebuild.h"
 #include "builder/Fartiles.h"
 #include "builder/RebuildView.h"
+#include "platform/DebugLog.h"
 #include "platform/Platform.h"
-#include "theater/DebugLog.h"
-#include "theater/ProgramState.h"
-#include "theater/RebuildVerbs.h"
+#include "program/ProgramState.h"
+#include "program/RebuildVerbs.h"
 
 #include <QElapsedTimer>
 #include <QWidget>

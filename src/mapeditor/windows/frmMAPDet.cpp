@@ -1,8 +1,8 @@
 #include "mapeditor/windows/frmMAPDet.h"
 
 #include "mapeditor/MapPalette.h"
-#include "platform/RuntimeError.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/RuntimeError.h"
 #include "ui_frmMAPDet.h"
 
 namespace vardenix {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Dialogs.h"
-#include "theater/MapFileRecord.h"
+#include "program/MapFileRecord.h"
 
 #include <QDialog>
 

@@ -1,13 +1,13 @@
 #include "mapeditor/windows/frmMAPMain.h"
 
+#include "files/FileNames.h"
 #include "mapeditor/MapFile.h"
-#include "platform/FileNames.h"
-#include "platform/KeyFilters.h"
 #include "platform/OpenPage.h"
-#include "platform/RuntimeError.h"
 #include "platform/SavedOrKept.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/KeyFilters.h"
+#include "texts/RuntimeError.h"
 #include "ui_frmMAPMain.h"
 
 #include <QCloseEvent>

@@ -4,8 +4,8 @@
 #include "mapeditor/PaletteFiles.h"
 #include "mapeditor/PaletteFlash.h"
 #include "platform/Platform.h"
-#include "theater/ProgramState.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/ProgramState.h"
+#include "program/WorkspaceCommands.h"
 
 #include <QMainWindow>
 

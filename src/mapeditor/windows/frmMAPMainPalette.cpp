@@ -1,12 +1,12 @@
 // The palette of the MAP editor.
 
+#include "files/FileNames.h"
 #include "mapeditor/windows/MapEditorDialogs.h"
 #include "mapeditor/windows/frmMAPMain.h"
 #include "platform/Dialogs.h"
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/RuntimeError.h"
 #include "ui_frmMAPMain.h"
 
 #include <QClipboard>

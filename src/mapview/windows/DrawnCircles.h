@@ -1,7 +1,7 @@
 #pragma once
 
 #include "mapview/DrawingSteps.h"
-#include "services/Raster.h"
+#include "pictures/Raster.h"
 
 #include <cstdint>
 #include <unordered_map>

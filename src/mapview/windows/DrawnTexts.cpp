@@ -1,6 +1,6 @@
 #include "mapview/windows/DrawnTexts.h"
 
-#include "services/Blending.h"
+#include "pictures/Blending.h"
 
 #include <QFontMetrics>
 #include <QPainter>

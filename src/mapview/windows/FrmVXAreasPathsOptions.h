@@ -2,8 +2,8 @@
 
 #include "mapview/MapView.h"
 #include "platform/Dialogs.h"
-#include "theater/Configuration.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/Configuration.h"
+#include "program/WorkspaceCommands.h"
 
 #include <QDialog>
 

@@ -1,9 +1,9 @@
 #include "mapview/windows/FrmVXHeightCols.h"
 
-#include "platform/Numbers.h"
 #include "platform/windows/AskColor.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/Numbers.h"
 #include "ui_FrmVXHeightCols.h"
 
 #include <QHeaderView>

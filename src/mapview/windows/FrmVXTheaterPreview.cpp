@@ -1,11 +1,11 @@
 #include "mapview/windows/FrmVXTheaterPreview.h"
 
+#include "files/StagedFile.h"
 #include "mapview/PreviewHeights.h"
-#include "platform/RuntimeError.h"
-#include "platform/StagedFile.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
+#include "texts/RuntimeError.h"
 #include "ui_FrmVXTheaterPreview.h"
 
 #include <QBuffer>

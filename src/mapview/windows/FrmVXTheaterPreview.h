@@ -3,8 +3,8 @@
 #include "mapview/MapLayout.h"
 #include "mapview/MapView.h"
 #include "platform/Dialogs.h"
-#include "theater/ProgramState.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/ProgramState.h"
+#include "program/WorkspaceCommands.h"
 
 #include <QBasicTimer>
 #include <QWidget>

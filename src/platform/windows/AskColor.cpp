@@ -1,6 +1,6 @@
 #include "platform/windows/AskColor.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 namespace vardenix {
 

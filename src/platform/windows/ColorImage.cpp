@@ -1,6 +1,6 @@
 #include "platform/windows/ColorImage.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <new>
 

@@ -1,6 +1,6 @@
 #include "platform/windows/NumberBox.h"
 
-#include "platform/KeyFilters.h"
+#include "texts/KeyFilters.h"
 
 #include <QFocusEvent>
 #include <QValidator>

@@ -1,10 +1,10 @@
 #include "platform/windows/QtDialogs.h"
 
-#include "platform/FileNames.h"
-#include "platform/RuntimeError.h"
+#include "files/FileNames.h"
 #include "platform/windows/ColorButton.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/FileFilter.h"
+#include "texts/RuntimeError.h"
 
 #include <QApplication>
 #include <QCheckBox>

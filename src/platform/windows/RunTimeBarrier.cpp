@@ -1,6 +1,6 @@
 #include "platform/windows/RunTimeBarrier.h"
 
-#include "platform/RuntimeError.h"
+#include "texts/RuntimeError.h"
 
 #include <QContextMenuEvent>
 #include <QKeyEvent>

@@ -2,7 +2,7 @@
 
 #include "platform/OpenPage.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "theater/ProgramVersion.h"
+#include "program/ProgramVersion.h"
 #include "ui_FrmAbout.h"
 
 namespace vardenix {

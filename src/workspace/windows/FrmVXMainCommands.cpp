@@ -2,8 +2,8 @@
 
 #include "platform/Dialogs.h"
 #include "platform/OpenPage.h"
-#include "platform/RuntimeError.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/RuntimeError.h"
 #include "ui_FrmVXMain.h"
 #include "workspace/windows/FrmVXMain.h"
 

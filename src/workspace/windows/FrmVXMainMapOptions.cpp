@@ -1,9 +1,9 @@
 // The frame "Map Options" of the control panel.
 
 #include "mapview/MapLayout.h"
-#include "platform/RuntimeError.h"
 #include "platform/windows/AskColor.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/RuntimeError.h"
 #include "ui_FrmVXMain.h"
 #include "workspace/windows/FrmVXMain.h"
 

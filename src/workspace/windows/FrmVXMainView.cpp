@@ -1,8 +1,8 @@
 // The frames "Zoom", "Grid Size", "Low-Left Tile Position" and "Windows" of the control
 // panel.
 
-#include "platform/Numbers.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/Numbers.h"
 #include "ui_FrmVXMain.h"
 #include "workspace/ZoomAndDrag.h"
 #include "workspace/windows/FrmVXMain.h"

@@ -2,9 +2,9 @@
 
 #include "mapview/ExportBox.h"
 #include "mapview/MapPatch.h"
-#include "platform/Windows1252.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/Windows1252.h"
 #include "ui_FrmVXMap.h"
 #include "workspace/StatusLine.h"
 #include "workspace/windows/Actions.h"
@@ -52,9 +52,8 @@ void SetRange(QScrollBar& bar, const ControlRange& range) {
 FrmVXMap::FrmVXMap(const Parts& parts)
     : state_(parts.State), view_(parts.View), interaction_(parts.Interaction),
       renderer_(parts.Renderer), workspace_(parts.Workspace), commands_(parts.Commands),
-      features_(parts.Features),
-      mouse_(parts.State.Terrain, parts.View, parts.Interaction, parts.Undo,
-             parts.Workspace, parts.Commands),
+      layers_(parts.Layers), mouse_(parts.State.Terrain, parts.View, parts.Interaction,
+                                    parts.Undo, parts.Workspace, parts.Commands),
       ui_(std::make_unique<Ui::FrmVXMap>()) {
     ui_->setupUi(this);
     ui_->ground->setBackgroundRole(QPalette::Mid);
@@ -223,7 +222,7 @@ void FrmVXMap::PaintSeen() {
 bool FrmVXMap::PaintWhole() {
     rest_.stop();
     escWatch_.Begin();
-    const bool finished = renderer_.RefreshPicArray(view_, picture2_, *this, features_);
+    const bool finished = renderer_.RefreshPicArray(view_, picture2_, *this, layers_);
     ShowLeftOut();
     return finished;
 }
@@ -252,7 +251,7 @@ void FrmVXMap::Repaint(const MapPatch& patch) {
     if (clip.Width <= 0 || clip.Height <= 0)
         return;
     patch_.Resize(std::max(clip.Width, clip.Height));
-    renderer_.RepaintPatch(view_, patch_, patch, features_);
+    renderer_.RepaintPatch(view_, patch_, patch, layers_);
     picture2_.Put(patch_, clip);
     ui_->PicShow->update(clip.Left, clip.Top, clip.Width, clip.Height);
 }

@@ -5,8 +5,8 @@
 #include "mapview/windows/QtDrawingSurface.h"
 #include "platform/windows/EscWatch.h"
 #include "platform/windows/clsToolTip.h"
-#include "theater/ProgramState.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/ProgramState.h"
+#include "program/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/MapMouse.h"
 #include "workspace/MapSizing.h"
@@ -41,7 +41,7 @@ public:
         UndoPoints& Undo;
         WorkspaceCommands& Workspace;
         MapCommands& Commands;
-        FeatureLayer* Features = nullptr; // drawn on top; may be none
+        MapLayers Layers{}; // drawn on top
     };
     explicit FrmVXMap(const Parts& parts);
     ~FrmVXMap() override;
@@ -166,7 +166,7 @@ private:
     MapRenderer& renderer_;
     WorkspaceCommands& workspace_;
     MapCommands& commands_;
-    FeatureLayer* features_;
+    MapLayers layers_;
     MapMouse mouse_;
     std::unique_ptr<Ui::FrmVXMap> ui_;
     QMenu* mnupup1_ = nullptr;

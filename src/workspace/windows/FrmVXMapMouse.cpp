@@ -1,8 +1,8 @@
 // What mouse, wheel and keys do on the map.
 
 #include "mapview/ExportBox.h"
-#include "platform/Windows1252.h"
 #include "platform/windows/ColorImage.h"
+#include "texts/Windows1252.h"
 #include "ui_FrmVXMap.h"
 #include "workspace/StatusLine.h"
 #include "workspace/ZoomAndDrag.h"

@@ -1,9 +1,9 @@
 #include "workspace/windows/FrmVXTileDetails.h"
 
-#include "platform/Numbers.h"
-#include "platform/RuntimeError.h"
-#include "platform/Windows1252.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
+#include "texts/Windows1252.h"
 #include "ui_FrmVXTileDetails.h"
 #include "workspace/MapInteraction.h"
 

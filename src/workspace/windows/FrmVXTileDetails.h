@@ -1,8 +1,8 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
 #include "platform/Dialogs.h"
-#include "theater/TextureBin.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/WorkspaceCommands.h"
 #include "workspace/TileDetails.h"
 
 #include <QDialog>

@@ -1,10 +1,10 @@
 #include "workspace/windows/FrmVXTilePal.h"
 
-#include "platform/Windows1252.h"
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TypeNames.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
-#include "theater/TextureBinFile.h"
-#include "theater/TypeNames.h"
+#include "texts/Windows1252.h"
 #include "ui_FrmVXTilePal.h"
 #include "workspace/TilePalette.h"
 

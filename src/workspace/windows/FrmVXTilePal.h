@@ -1,8 +1,8 @@
 #pragma once
 
-#include "services/TilePictures.h"
-#include "theater/ProgramState.h"
-#include "theater/WorkspaceCommands.h"
+#include "pictures/TilePictures.h"
+#include "program/ProgramState.h"
+#include "program/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
 
 #include <QImage>

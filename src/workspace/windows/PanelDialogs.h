@@ -2,8 +2,8 @@
 
 #include "mapview/MapView.h"
 #include "platform/Platform.h"
-#include "theater/ProgramState.h"
-#include "theater/WorkspaceCommands.h"
+#include "program/ProgramState.h"
+#include "program/WorkspaceCommands.h"
 #include "workspace/windows/PanelCommands.h"
 
 namespace vardenix {

@@ -1,8 +1,8 @@
 #include "workspace/windows/TileGrid.h"
 
-#include "platform/Windows1252.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
+#include "texts/Windows1252.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>

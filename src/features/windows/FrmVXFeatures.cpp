@@ -1,0 +1,190 @@
+#include "features/windows/FrmVXFeatures.h"
+
+#include "features/FeatureDrawing.h"
+#include "features/FeatureFile.h"
+#include "platform/windows/AskColor.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "texts/RuntimeError.h"
+#include "ui_FrmVXFeatures.h"
+
+#include <QCloseEvent>
+#include <QSignalBlocker>
+
+namespace vardenix {
+
+struct FrmVXFeatures::KindControls {
+    FeatureKind Kind;
+    QCheckBox* Check;
+    ColorButton* Color;
+    QSlider* Size;
+    QLabel* SizeValue;
+};
+
+namespace {
+
+void ShowQuietly(QAbstractSlider& slider, int value) {
+    const QSignalBlocker quiet(slider);
+    slider.setValue(value);
+}
+
+void ShowQuietly(QAbstractButton& box, bool checked) {
+    const QSignalBlocker quiet(box);
+    box.setChecked(checked);
+}
+
+} // namespace
+
+std::vector<FrmVXFeatures::KindControls> FrmVXFeatures::Kinds() const {
+    const Ui::FrmVXFeatures& ui = *ui_;
+    return {{FeatureKind::Airport, ui.CheckAirports, ui.CmdAirportCol, ui.SliderAirport,
+             ui.SliderAirport_value},
+            {FeatureKind::City, ui.CheckCity, ui.CmdCityColor, ui.SliderCities,
+             ui.SliderCities_value},
+            {FeatureKind::Coast, ui.CheckCoast, ui.CmdCoastsColor, ui.SliderCoasts,
+             ui.SliderCoasts_value},
+            {FeatureKind::Label, ui.CheckLabel, ui.CmdLabelsColor, ui.SliderLabels,
+             ui.SliderLabels_value},
+            {FeatureKind::River, ui.CheckRiver, ui.CmdRiversColor, ui.SliderRivers,
+             ui.SliderRivers_value},
+            {FeatureKind::Road, ui.CheckRoads, ui.CmdRoadsColor, ui.SliderRoads,
+             ui.SliderRoads_value}};
+}
+
+FrmVXFeatures::FrmVXFeatures(ProgramState& state, Dialogs& dialogs,
+                             WorkspaceCommands& commands)
+    : state_(state), dialogs_(dialogs), commands_(commands),
+      ui_(std::make_unique<Ui::FrmVXFeatures>()) {
+    ui_->setupUi(this);
+    for (const KindControls& controls : Kinds())
+        Connect(controls);
+    JoinFont(ui_->CmdAirportFont, &Configuration::AirportsFont);
+    JoinFont(ui_->CmdLabelsFont, &Configuration::LabelsFont);
+    OnSignal(ui_->Check, &QAbstractButton::toggled, this, [this](bool checked) {
+        state_.ShownFeatures.ShowFeatures = checked;
+        ShowCounts();
+        Repaint();
+    });
+    OnSignal(ui_->CmdLoadFeatures, &QAbstractButton::clicked, this,
+             [this] { CmdLoadFeatures_Click(); });
+    OnSignal(ui_->CmdClearFeatures, &QAbstractButton::clicked, this,
+             [this] { CmdClearFeatures_Click(); });
+    ShowSettings();
+}
+
+FrmVXFeatures::~FrmVXFeatures() = default;
+
+void FrmVXFeatures::Connect(const KindControls& controls) {
+    const FeatureKind kind = controls.Kind;
+    controls.Size->setRange(FeatureSizeRange.Min, FeatureSizeRange.Max);
+    controls.Size->setPageStep(FeatureSizeRange.LargeChange);
+    controls.SizeValue->setMinimumWidth(fontMetrics().horizontalAdvance("20"));
+    OnSignal(controls.Check, &QAbstractButton::toggled, this, [this, kind](bool checked) {
+        state_.ShownFeatures.Of(kind) = checked;
+        Repaint();
+    });
+    OnSignal(controls.Size, &QAbstractSlider::valueChanged, this,
+             [this, kind, label = controls.SizeValue](int value) {
+                 StyleOf(state_.Configuration, kind).Size = value;
+                 label->setNum(value);
+                 Repaint();
+             });
+    OnSignal(controls.Color, &QAbstractButton::clicked, this,
+             [this, kind, button = controls.Color] {
+                 if (!AskColor(*button, dialogs_))
+                     return;
+                 StyleOf(state_.Configuration, kind).Color = button->Color();
+                 Repaint();
+             });
+}
+
+void FrmVXFeatures::JoinFont(QAbstractButton* button, FontChoice Configuration::*font) {
+    OnSignal(button, &QAbstractButton::clicked, this, [this, font] {
+        FontChoice& stored = state_.Configuration.*font;
+        try {
+            stored = dialogs_.FontAndColor(stored);
+        } catch (const RuntimeError& error) {
+            if (error.Number() == ErrorNumber::Cancelled)
+                return;
+            throw;
+        }
+        Repaint();
+    });
+}
+
+void FrmVXFeatures::ShowSettings() {
+    ShowQuietly(*ui_->Check, state_.ShownFeatures.ShowFeatures);
+    for (const KindControls& controls : Kinds()) {
+        const FeatureStyle& style = StyleOf(state_.Configuration, controls.Kind);
+        ShowQuietly(*controls.Check, state_.ShownFeatures.Of(controls.Kind));
+        // A size outside the range stays in the settings until the slider is moved.
+        ShowQuietly(*controls.Size, FeatureSizeRange.Clamp(style.Size));
+        controls.SizeValue->setNum(controls.Size->value());
+        controls.Color->SetColor(style.Color);
+    }
+    ShowCounts();
+}
+
+void FrmVXFeatures::CmdLoadFeatures_Click() {
+    std::string path;
+    try {
+        path = dialogs_
+                   .OpenFile({.Title = "Open terrain features file...",
+                              .Filter = "Terrain Features Files | *.tdf"})
+                   .Path;
+    } catch (const RuntimeError& error) {
+        if (error.Number() == ErrorNumber::Cancelled)
+            return;
+        throw;
+    }
+    LoadFiles({path});
+}
+
+void FrmVXFeatures::LoadFiles(const std::vector<std::string>& paths) {
+    for (const std::string& path : paths) {
+        LoadFeatureFile(path, state_.Features);
+        ShowCounts();
+    }
+    Repaint();
+}
+
+void FrmVXFeatures::CmdClearFeatures_Click() {
+    ClearFeatures(state_.Features);
+    ShowCounts();
+    Repaint();
+}
+
+void FrmVXFeatures::ShowCounts() {
+    const FeatureSet& set = state_.Features;
+    const auto count = [](const FeatureList& list) {
+        return static_cast<qulonglong>(list.size() - 1);
+    };
+    QString text = tr("No features are loaded.");
+    if (set.Count() > 0)
+        text = tr("Loaded: airports %1, cities %2, coasts %3, labels %4, rivers %5, "
+                  "roads %6.")
+                   .arg(count(set.Airports))
+                   .arg(count(set.Cities))
+                   .arg(count(set.Coasts))
+                   .arg(count(set.Labels))
+                   .arg(count(set.Rivers))
+                   .arg(count(set.Roads));
+    if (set.Count() > 0 && !state_.ShownFeatures.ShowFeatures)
+        text += tr(" They are not shown: tick the box above, and the kinds that are "
+                   "wanted.");
+    ui_->lblLoaded->setText(text);
+}
+
+void FrmVXFeatures::Repaint() {
+    if (!state_.Starting)
+        commands_.RefreshPicArray();
+}
+
+void FrmVXFeatures::closeEvent(QCloseEvent* event) {
+    if (state_.Exiting)
+        return;
+    event->ignore();
+    hide();
+    commands_.WindowHidden("chkShowFeatures");
+}
+
+} // namespace vardenix

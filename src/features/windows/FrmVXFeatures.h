@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/Dialogs.h"
+#include "program/ProgramState.h"
+#include "program/WorkspaceCommands.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QAbstractButton;
+
+namespace Ui {
+class FrmVXFeatures;
+}
+
+namespace vardenix {
+
+// Which features the map shows, and how. What is chosen here is in the settings at once.
+class FrmVXFeatures : public QWidget {
+    Q_OBJECT
+
+public:
+    // All are borrowed for the window's life.
+    FrmVXFeatures(ProgramState& state, Dialogs& dialogs, WorkspaceCommands& commands);
+    ~FrmVXFeatures() override;
+
+    // Every control from the settings, without any effect.
+    void ShowSettings();
+    // Adds the features of files, one after the other, and repaints the map. The first
+    // that cannot be read ends it; those before it have been added.
+    void LoadFiles(const std::vector<std::string>& paths);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    struct KindControls;
+    std::vector<KindControls> Kinds() const;
+    void Connect(const KindControls& controls);
+    void JoinFont(QAbstractButton* button, FontChoice Configuration::*font);
+    void CmdLoadFeatures_Click();
+    void CmdClearFeatures_Click();
+    void ShowCounts();
+    // Unless the program is starting.
+    void Repaint();
+
+    ProgramState& state_;
+    Dialogs& dialogs_;
+    WorkspaceCommands& commands_;
+    std::unique_ptr<Ui::FrmVXFeatures> ui_;
+};
+
+} // namespace vardenix

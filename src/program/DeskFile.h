@@ -1,0 +1,44 @@
+#pragma once
+
+#include "program/TheaterOpening.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vardenix {
+
+// What the program remembers beside the settings, in a file of its own: older versions
+// write VX.ini whole, and would lose what they do not know.
+struct Desk {
+    // Folders of the theaters opened last, UTF-8 without a slash at the end, the newest
+    // first; each is there once.
+    std::vector<std::string> Recent;
+    // All windows of the workspace in one; and how its parts lie, as letters and digits
+    // of the toolkit's own. Empty until it has been used.
+    bool OneWindow = false;
+    std::string Layout;
+};
+
+constexpr size_t MostRecent = 9;
+// A longer layout is not kept.
+constexpr size_t MostLayout = 5600; // characters
+
+// Desk.ini in the folder `appPath`; nothing remembered without the file. Any bytes are
+// accepted. Errors as of ReadWholeFile but 53.
+Desk ReadDesk(std::string_view appPath);
+// Whole, or not at all: errors as of StagedFile.
+void WriteDesk(std::string_view appPath, const Desk& desk);
+// The bytes that WriteDesk writes.
+std::string DeskText(const Desk& desk);
+
+// The folder that all four files of an opened theater lie in where a theater has them, so
+// that it can be opened by that folder; empty when they lie elsewhere. `paths` are real.
+std::string FolderOfTheater(const TheaterPaths& paths);
+
+// The theater comes first in the list; the oldest falls out of a list that is full. A
+// folder that the file could not hold is passed over.
+void NoteTheater(Desk& desk, const std::string& folder);
+
+} // namespace vardenix

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "catalogue/TextureBin.h"
+#include "levels/HeightPicture.h"
+#include "levels/Terrain.h"
+#include "program/Configuration.h"
+#include "program/Discovery.h"
+#include "program/FeatureSet.h"
+#include "program/MapFileRecord.h"
+#include "program/SearchResults.h"
+
+#include <string>
+
+namespace vardenix {
+
+// The program's own folders, each with a slash at its end.
+struct ProgramFolders {
+    std::string AppPath;     // base of the files that the program writes
+    std::string ShippedPath; // where the files lie that come with it, "NoTile.jpg"
+    std::string TempFolder;  // scratch of the image services, made anew at each start
+    std::string UpdateTempFolder; // scratch of the updater
+    // The user's own below the system's; home of the restore point.
+    std::string SystemTempPath;
+};
+
+// Everything that more than one window works on, owned for the whole run. Only windows
+// and app/ see the whole; routines of the logic are given the part they work on.
+struct ProgramState {
+    // Control handlers of the workspace skip their repaint until the start-up window has
+    // gone.
+    bool Starting = true;
+    // Unload handlers do nothing more.
+    bool Exiting = false;
+    bool AbortPaint = false;
+
+    ProgramFolders Folders;
+    vardenix::Configuration Configuration;
+    vardenix::Discovery Discovery;
+    vardenix::Terrain Terrain;
+    vardenix::Catalogue Catalogue;
+    std::string MAPFile;      // the theater.map in use
+    FileIdentity MAPFileRead; // as it was read or last saved
+    vardenix::MapFileRecord MapFileRecord{};
+    HeightPicture Preview;
+    FeatureSet Features;
+    FeatureSwitches ShownFeatures;
+    SearchState Search;
+};
+
+} // namespace vardenix

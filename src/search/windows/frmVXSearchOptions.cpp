@@ -1,0 +1,115 @@
+#include "search/windows/frmVXSearchOptions.h"
+
+#include "platform/windows/RunTimeBarrier.h"
+#include "search/TileSearch.h"
+#include "ui_frmVXSearchOptions.h"
+
+#include <QSignalBlocker>
+
+namespace vardenix {
+
+namespace {
+
+// In the order of Text1 to Text5.
+constexpr std::array Texts{&SearchCell::CellTile, &SearchCell::CellElevation,
+                           &SearchCell::CellPalette, &SearchCell::CellX1,
+                           &SearchCell::CellX2};
+
+constexpr std::array CellNames{"Post",       "Above",       "Above right",
+                               "Right",      "Below right", "Below",
+                               "Below left", "Left",        "Above left"};
+
+// "Post: Tile 5, Elv >200; Above: X1 3"
+QString Described(const SearchPattern& pattern) {
+    constexpr std::array names{"Tile", "Elv", "Pal", "X1", "X2"};
+    QStringList cells;
+    for (size_t cell = 0; cell < pattern.size(); ++cell) {
+        QStringList fields;
+        for (size_t i = 0; i < Texts.size(); ++i)
+            if (const std::string& text = pattern[cell].*Texts[i]; !text.empty())
+                fields += QString(names[i]) + " " + QString::fromStdString(text);
+        if (!fields.isEmpty())
+            cells += QString(CellNames[cell]) + ": " + fields.join(", ");
+    }
+    return cells.isEmpty() ? QObject::tr("every post") : cells.join("; ");
+}
+
+} // namespace
+
+frmVXSearchOptions::frmVXSearchOptions(SearchState& search)
+    : search_(search), ui_(std::make_unique<Ui::frmVXSearchOptions>()) {
+    ui_->setupUi(this);
+    ui_->Cells->SetPattern(search.Pattern);
+    for (QLineEdit* box : Boxes())
+        OnSignal(box, &QLineEdit::textChanged, this, [this] { Text_Change(); });
+    // A long pattern must not make the window wider.
+    ui_->comLast->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    OnSignal(ui_->Cells, &SearchCells::CellSelected, this,
+             [this] { ShowSelectedCell(); });
+    OnSignal(ui_->cmdClearAll, &QAbstractButton::clicked, this,
+             [this] { cmdClearAll_Click(); });
+    OnSignal(ui_->cmdSearch, &QAbstractButton::clicked, this,
+             [this] { cmdSearch_Click(); });
+    OnSignal(ui_->comLast, &QComboBox::activated, this,
+             [this](int index) { comLast_Click(index); });
+    setFixedSize(sizeHint());
+}
+
+frmVXSearchOptions::~frmVXSearchOptions() = default;
+
+std::array<QLineEdit*, 5> frmVXSearchOptions::Boxes() const {
+    return {ui_->Text1, ui_->Text2, ui_->Text3, ui_->Text4, ui_->Text5};
+}
+
+void frmVXSearchOptions::showEvent(QShowEvent* event) {
+    FillLast();
+    ui_->Cells->Select(0);
+    ui_->Text1->setFocus();
+    QDialog::showEvent(event);
+}
+
+void frmVXSearchOptions::ShowSelectedCell() {
+    const auto cell = static_cast<size_t>(ui_->Cells->Selected());
+    for (size_t i = 0; i < Texts.size(); ++i) {
+        const QSignalBlocker quiet(Boxes()[i]);
+        Boxes()[i]->setText(
+            QString::fromStdString(ui_->Cells->Pattern()[cell].*Texts[i]));
+    }
+    ui_->Frame2->setTitle(cell == 0 ? tr("The Post Itself")
+                                    : tr("Neighbour: %1").arg(CellNames[cell]));
+}
+
+void frmVXSearchOptions::Text_Change() {
+    SearchCell cell;
+    for (size_t i = 0; i < Texts.size(); ++i)
+        cell.*Texts[i] = LabelOfText(Boxes()[i]->text().toStdString());
+    ui_->Cells->SetCell(cell);
+}
+
+void frmVXSearchOptions::cmdClearAll_Click() {
+    ui_->Cells->SetPattern({});
+    ShowSelectedCell();
+}
+
+void frmVXSearchOptions::cmdSearch_Click() {
+    search_.Pattern = ui_->Cells->Pattern();
+    RememberPattern(search_);
+    hide();
+    emit SearchWanted();
+}
+
+void frmVXSearchOptions::comLast_Click(int index) {
+    if (static_cast<size_t>(index) >= search_.History.size())
+        return;
+    ui_->Cells->SetPattern(search_.History[static_cast<size_t>(index)]);
+    ShowSelectedCell();
+}
+
+void frmVXSearchOptions::FillLast() {
+    ui_->comLast->clear();
+    for (const SearchPattern& pattern : search_.History)
+        ui_->comLast->addItem(Described(pattern));
+    ui_->comLast->setEnabled(!search_.History.empty());
+}
+
+} // namespace vardenix

@@ -1,0 +1,115 @@
+#include "program/DeskFile.h"
+
+#include "files/FileNames.h"
+#include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
+
+#include <gtest/gtest.h>
+
+namespace vardenix {
+namespace {
+
+using tests::TestFolder;
+
+TEST(DeskFile, NothingIsRememberedWithoutTheFile) {
+    const TestFolder folder;
+    const Desk desk = ReadDesk(folder.Path() + "/");
+    EXPECT_TRUE(desk.Recent.empty());
+    EXPECT_FALSE(desk.OneWindow);
+    EXPECT_EQ(folder.Names(), "");
+}
+
+TEST(DeskFile, HoldsWhatWasWritten) {
+    const TestFolder folder;
+    const std::vector<std::string> recent{"/a b/Nor\xC3\xB0urland", " /blank first",
+                                          "'q'", "/50%;[x]=y"};
+    Desk kept;
+    kept.Recent = recent;
+    kept.OneWindow = true;
+    for (int i = 0; i < 2000; ++i)
+        kept.Layout += "Ab3+/="[i * i % 7 % 6];
+    WriteDesk(folder.Path() + "/", kept);
+    EXPECT_EQ(folder.Names(), "Desk.ini");
+    const Desk desk = ReadDesk(folder.Path() + "/");
+    EXPECT_EQ(desk.Recent, recent);
+    EXPECT_TRUE(desk.OneWindow);
+    EXPECT_EQ(desk.Layout, kept.Layout);
+}
+
+TEST(DeskFile, IsAPlainProfileFile) {
+    Desk desk;
+    desk.Recent = {"/new", "/old"};
+    const std::string recent = "[RECENT]\r\nTHEATER1=/new\r\nTHEATER2=/old\r\n";
+    EXPECT_EQ(DeskText(desk), recent + "[WINDOWS]\r\nONE_WINDOW=0\r\n");
+    desk.OneWindow = true;
+    const std::string piece(700, 'x');
+    desk.Layout.assign(piece).push_back('y');
+    const std::string windows = recent + "[WINDOWS]\r\nONE_WINDOW=-1\r\n";
+    EXPECT_EQ(DeskText(desk), windows + "LAYOUT1=" + piece + "\r\nLAYOUT2=y\r\n");
+    desk.Layout = std::string(5601, 'x');
+    EXPECT_EQ(DeskText(desk), windows);
+}
+
+TEST(DeskFile, OneThatIsBrokenRemembersWhatCanBeRead) {
+    const TestFolder folder;
+    folder.Write("Desk.ini",
+                 "[RECENT]\nTHEATER1=\nTHEATER2=/x\nTHEATER3=/x\nTHEATER12=/far\n");
+    const Desk desk = ReadDesk(folder.Path() + "/");
+    EXPECT_EQ(desk.Recent, std::vector<std::string>{"/x"});
+}
+
+TEST(DeskFile, AFolderInItsPlaceIsNotAbsence) {
+    const TestFolder folder;
+    folder.Write("Desk.ini/inside", "x");
+    EXPECT_THROW(WriteDesk(folder.Path() + "/", {}), RuntimeError);
+}
+
+TEST(RecentTheaters, TheNewestStandsFirstAndEachOnce) {
+    Desk desk;
+    for (const char* folder : {"/a", "/b", "/A", "/a"})
+        NoteTheater(desk, folder);
+    EXPECT_EQ(desk.Recent, (std::vector<std::string>{"/a", "/A", "/b"}));
+}
+
+TEST(RecentTheaters, TheOldestFallsOut) {
+    Desk desk;
+    for (int i = 0; i < 20; ++i)
+        NoteTheater(desk, "/" + std::to_string(i));
+    ASSERT_EQ(desk.Recent.size(), 9U);
+    EXPECT_EQ(desk.Recent.front(), "/19");
+    EXPECT_EQ(desk.Recent.back(), "/11");
+}
+
+TEST(RecentTheaters, WhatALineCannotHoldIsPassedOver) {
+    Desk desk;
+    NoteTheater(desk, "");
+    NoteTheater(desk, "/two\nlines");
+    NoteTheater(desk, "/" + std::string(750, 'x'));
+    EXPECT_TRUE(desk.Recent.empty());
+    NoteTheater(desk, "/" + std::string(749, 'x'));
+    EXPECT_EQ(desk.Recent.size(), 1U);
+}
+
+TEST(RecentTheaters, ATheaterIsNamedByItsFolderWhereItsFilesLieAsTheyShould) {
+    const TheaterPaths whole{
+        "/g/Nor land/terrain/THEATER.L2", "/g/Nor land/Texture/texture.BIN",
+        "/g/Nor land/terrain/theater.map", "/g/Nor land/Texture/Texture/"};
+    EXPECT_EQ(FolderOfTheater(whole), "/g/Nor land");
+    TheaterPaths other = whole;
+    other.L2File = "/g/Nor land/terrain/copy.L2";
+    EXPECT_EQ(FolderOfTheater(other), "");
+    other = whole;
+    other.BinFile = "/g/Other/texture/texture.bin";
+    EXPECT_EQ(FolderOfTheater(other), "");
+    other = whole;
+    other.MapFile = "/g/Nor land/theater.map";
+    EXPECT_EQ(FolderOfTheater(other), "");
+    other = whole;
+    other.DDSFolder = "/g/Nor land/texture/";
+    EXPECT_EQ(FolderOfTheater(other), "");
+    EXPECT_EQ(FolderOfTheater({"theater.L2", "", "", ""}), "");
+    EXPECT_EQ(FolderOfTheater({}), "");
+}
+
+} // namespace
+} // namespace vardenix
