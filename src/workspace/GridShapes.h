@@ -1,8 +1,8 @@
 #pragma once
 
+#include "levels/ValueRuns.h"
 #include "mapview/ExportBox.h"
 #include "workspace/MapInteraction.h"
-#include "workspace/ValueRuns.h"
 
 #include <algorithm>
 #include <cstdint>

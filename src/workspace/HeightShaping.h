@@ -1,8 +1,8 @@
 #pragma once
 
 #include "levels/Terrain.h"
+#include "levels/ValueRuns.h"
 #include "workspace/MapInteraction.h"
-#include "workspace/ValueRuns.h"
 
 #include <cstdint>
 #include <span>

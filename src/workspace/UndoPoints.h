@@ -2,10 +2,10 @@
 
 #include "catalogue/TileRenumbering.h"
 #include "levels/Terrain.h"
+#include "levels/ValueRuns.h"
 #include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
 #include "program/WorkspaceCommands.h"
-#include "workspace/ValueRuns.h"
 
 #include <cstdint>
 #include <optional>

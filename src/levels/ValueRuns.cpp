@@ -1,4 +1,4 @@
-#include "workspace/ValueRuns.h"
+#include "levels/ValueRuns.h"
 
 #include <algorithm>
 
