@@ -82,29 +82,39 @@ TileSet ReadSet(BinaryReader& reader) {
     return set;
 }
 
-void WriteFloat(StagedFile& file, float value) {
-    file.WriteInt32(std::bit_cast<int32_t>(value));
-}
+// Little-endian bytes of a file, one value behind the other.
+class BinBytes {
+public:
+    void Add(std::span<const std::byte> bytes) {
+        bytes_.insert(bytes_.end(), bytes.begin(), bytes.end());
+    }
+    void Add(int32_t value) { Add(std::as_bytes(std::span(&value, 1))); }
+    void Add(float value) { Add(std::bit_cast<int32_t>(value)); }
+    std::vector<std::byte> Take() { return std::move(bytes_); }
 
-void WriteTile(StagedFile& file, const TileRecord& tile) {
+private:
+    std::vector<std::byte> bytes_;
+};
+
+void AddTile(BinBytes& file, const TileRecord& tile) {
     std::string name = tile.TileName;
     name.resize(TileNameLength, ' ');
     std::replace(name.begin(), name.end(), ' ', '\0');
-    file.WriteText(name);
-    file.WriteInt32(tile.NumAreas);
-    file.WriteInt32(tile.NumPaths);
+    file.Add(std::as_bytes(std::span(name)));
+    file.Add(tile.NumAreas);
+    file.Add(tile.NumPaths);
     for (int32_t i = 1; i <= tile.NumAreas; ++i) {
         const TileArea& area = tile.Areas.at(Count(i));
-        file.WriteInt32(area.Type);
+        file.Add(area.Type);
         for (const float value : {area.Radius, area.CenterX, area.CenterY})
-            WriteFloat(file, value);
+            file.Add(value);
     }
     for (int32_t i = 1; i <= tile.NumPaths; ++i) {
         const TilePath& path = tile.Paths.at(Count(i));
-        file.WriteInt32(path.Type);
+        file.Add(path.Type);
         for (const float value :
              {path.Width, path.StartX, path.StartY, path.EndX, path.EndY})
-            WriteFloat(file, value);
+            file.Add(value);
     }
 }
 
@@ -255,17 +265,31 @@ void OpenBinFileAlone(Catalogue& catalogue) {
     catalogue.NewTilesList.clear();
 }
 
-void WriteBinFile(const TextureBin& bin, StagedFile& file) {
-    file.WriteInt32(bin.NumSets);
-    file.WriteInt32(bin.NumTiles);
+TileLookup LookupOf(const TextureBin& bin, const std::string& ddsFolder) {
+    const PictureFolder pictures(ddsFolder);
+    return LookupOf(
+        bin,
+        [&](const TileRecord& tile, const TileSet& set) {
+            return InfoOfTile(tile, set, pictures);
+        },
+        [](int32_t) {});
+}
+
+std::vector<std::byte> BytesOf(const TextureBin& bin) {
+    BinBytes file;
+    file.Add(bin.NumSets);
+    file.Add(bin.NumTiles);
     for (int32_t set = 1; set <= bin.NumSets; ++set) {
         const TileSet& tileSet = bin.Sets.at(Count(set));
-        file.WriteInt32(tileSet.TileCount);
-        file.Write(std::as_bytes(std::span(&tileSet.Terrain, 1)));
+        file.Add(tileSet.TileCount);
+        file.Add(std::as_bytes(std::span(&tileSet.Terrain, 1)));
         for (int32_t i = 1; i <= tileSet.TileCount; ++i)
-            WriteTile(file, tileSet.Tiles.at(Count(i)));
+            AddTile(file, tileSet.Tiles.at(Count(i)));
     }
+    return file.Take();
 }
+
+void WriteBinFile(const TextureBin& bin, StagedFile& file) { file.Write(BytesOf(bin)); }
 
 void SaveBinFile(Catalogue& catalogue, DebugLog& log, IfChanged ifChanged) {
     const auto locks =

@@ -10,6 +10,7 @@
 #include <functional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -50,7 +51,14 @@ void OpenBinFileAlone(Catalogue& catalogue);
 void SaveBinFile(Catalogue& catalogue, DebugLog& log,
                  IfChanged ifChanged = IfChanged::Refuse);
 
-// The bytes of a Texture.bin, for whoever changes other files along with it.
+// TileLookup for a model, with one look at the folder of tile pictures and no use counted
+// yet.
+TileLookup LookupOf(const TextureBin& bin, const std::string& ddsFolder);
+
+// The bytes of a Texture.bin, which ParseBinFile takes apart.
+std::vector<std::byte> BytesOf(const TextureBin& bin);
+
+// Those bytes, for whoever changes other files along with it.
 void WriteBinFile(const TextureBin& bin, StagedFile& file);
 
 } // namespace vardenix

@@ -27,6 +27,8 @@ constexpr std::array FeatureKinds{FeatureKind::Airport, FeatureKind::City,
 struct FeaturePoint {
     double X = 0;
     double Y = 0;
+
+    bool operator==(const FeaturePoint&) const = default;
 };
 
 // One line of a feature file.
@@ -37,6 +39,8 @@ struct Feature {
     std::vector<FeaturePoint> Points; // as many as were read, PointCount at most
     int32_t Value = 0;                // kept and written back, nothing else
     std::string Text;                 // of airports and labels, Windows-1252
+
+    bool operator==(const Feature&) const = default;
 };
 
 // Every list has a placeholder that is never used as element 0.
@@ -56,6 +60,8 @@ struct FeatureSet {
     const FeatureList& Of(FeatureKind kind) const;
     // Without the placeholders.
     size_t Count() const;
+
+    bool operator==(const FeatureSet&) const = default;
 };
 
 // What the map shows of the features; not stored with the settings.

@@ -3,6 +3,7 @@
 #include "catalogue/TextureBin.h"
 #include "levels/HeightPicture.h"
 #include "levels/Terrain.h"
+#include "program/ChangeLog.h"
 #include "program/Configuration.h"
 #include "program/Discovery.h"
 #include "program/FeatureSet.h"
@@ -45,6 +46,9 @@ struct ProgramState {
     FeatureSet Features;
     FeatureSwitches ShownFeatures;
     SearchState Search;
+
+    vardenix::Papers Papers{Terrain, Catalogue, MapFileRecord, Features};
+    ChangeLog Changes{Papers};
 };
 
 } // namespace vardenix

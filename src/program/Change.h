@@ -1,0 +1,63 @@
+#pragma once
+
+#include "levels/PostDelta.h"
+#include "program/FeatureSet.h"
+
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// What a user works on, each with a file of its own; features are never saved as a whole,
+// and so are never unsaved.
+enum class Paper : uint8_t { Level2, Heights, Catalogue, MapFile, Features };
+constexpr std::array AllPapers{Paper::Level2, Paper::Heights, Paper::Catalogue,
+                               Paper::MapFile, Paper::Features};
+
+// One stretch of bytes that another one takes the place of.
+struct ByteDelta {
+    size_t Offset = 0;
+    std::vector<std::byte> Old;
+    std::vector<std::byte> New;
+
+    bool Empty() const { return Old.empty() && New.empty(); }
+    size_t Bytes() const { return Old.size() + New.size(); }
+};
+
+// The shortest stretch that makes `after` out of `before`.
+ByteDelta ChangedBetween(std::span<const std::byte> before,
+                         std::span<const std::byte> after);
+// `bytes` with the stretch put in, or taken out again. Error 9 where it does not fit.
+std::vector<std::byte> WithNew(std::span<const std::byte> bytes, const ByteDelta& delta);
+std::vector<std::byte> WithOld(std::span<const std::byte> bytes, const ByteDelta& delta);
+
+struct FeatureDelta {
+    std::shared_ptr<const FeatureSet> Old;
+    std::shared_ptr<const FeatureSet> New;
+};
+
+// One command of the user's: what it is called, and what it has changed of each paper.
+struct Change {
+    std::string Name; // "Paint 25 posts", UTF-8
+    std::chrono::system_clock::time_point Time{};
+    PostDelta Posts{};
+    HeightDelta Heights{};
+    ByteDelta Catalogue{}; // of the bytes of Texture.bin
+    ByteDelta MapFile{};   // of the bytes of theater.map
+    std::optional<FeatureDelta> Features{};
+    uint64_t SingleEdit = 0; // of the stacks of single edits, by its number; 0 for none
+
+    bool Touches(Paper paper) const;
+    bool Empty() const;
+    // In memory, features apart.
+    size_t Bytes() const;
+};
+
+} // namespace vardenix

@@ -1,0 +1,239 @@
+#include "program/ChangeLog.h"
+
+#include "catalogue/TextureBinFile.h"
+#include "catalogue/TileCheck.h"
+#include "texts/RuntimeError.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace vardenix {
+
+namespace {
+
+std::span<const std::byte> BytesOf(const MapFileRecord& record) {
+    return std::as_bytes(std::span(&record, 1));
+}
+
+// What can be refused comes before anything is changed.
+void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
+    const bool back = walk == Walk::Back;
+    TextureBin bin;
+    TileLookup lookup;
+    if (change.Touches(Paper::Catalogue)) {
+        const std::vector<std::byte> now = BytesOf(papers.Catalogue.Bin);
+        bin = ParseBinFile(back ? WithOld(now, change.Catalogue)
+                                : WithNew(now, change.Catalogue),
+                           papers.Catalogue.BinPath);
+        lookup = LookupOf(bin, papers.Catalogue.DDSFolder);
+    }
+    std::vector<std::byte> map;
+    if (change.Touches(Paper::MapFile)) {
+        const auto now = BytesOf(papers.MapFileRecord);
+        map = back ? WithOld(now, change.MapFile) : WithNew(now, change.MapFile);
+        if (map.size() != sizeof(MapFileRecord))
+            throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
+                               "a change of theater.map that changes its length");
+    }
+    if (back) {
+        WriteOld(papers.Terrain.LxArr, change.Posts);
+        WriteOld(papers.Terrain.Elevations.L0ElvArr, change.Heights);
+    } else {
+        WriteNew(papers.Terrain.LxArr, change.Posts);
+        WriteNew(papers.Terrain.Elevations.L0ElvArr, change.Heights);
+    }
+    if (!map.empty())
+        std::memcpy(&papers.MapFileRecord, map.data(), map.size());
+    if (change.Features)
+        papers.Features = back ? *change.Features->Old : *change.Features->New;
+    if (change.Touches(Paper::Catalogue)) {
+        papers.Catalogue.Bin = std::move(bin);
+        papers.Catalogue.Lookup = std::move(lookup);
+        CountTileUse(papers.Terrain, papers.Catalogue.Lookup);
+    }
+}
+
+} // namespace
+
+void ChangeLog::KeepStacks(StackKeeper& keeper) {
+    keeper_ = &keeper;
+    base_.Stacks = keeper.StacksNow();
+}
+
+ChangeLog::State ChangeLog::StateAfter(const Change& change) {
+    State state = Now();
+    for (const Paper paper : AllPapers)
+        if (change.Touches(paper))
+            state.Revisions[Index(paper)] = ++lastRevision_;
+    if (keeper_ != nullptr)
+        state.Stacks = keeper_->StacksNow();
+    return state;
+}
+
+void ChangeLog::Add(Change change) {
+    if (change.Empty())
+        return;
+    change.Time = std::chrono::system_clock::now();
+    State after = StateAfter(change);
+    for (; entries_.size() > position_; entries_.pop_back())
+        bytes_ -= entries_.back().What.Bytes();
+    bytes_ += change.Bytes();
+    entries_.push_back({std::move(change), std::move(after)});
+    ++position_;
+    KeepWithinMemory();
+    for (ChangeFollower* follower : followers_)
+        follower->Recorded(entries_.back().What);
+}
+
+Change& ChangeLog::Newest() {
+    if (position_ == 0 || position_ != entries_.size())
+        throw RuntimeError(ErrorNumber::InvalidCall, "no change to go on with");
+    return entries_.back().What;
+}
+
+void ChangeLog::HasGrown(const std::string& name) {
+    Entry& entry = entries_.back();
+    bytes_ += name.size() - entry.What.Name.size();
+    entry.What.Name = name;
+    --position_;
+    entry.After = StateAfter(entry.What);
+    ++position_;
+    KeepWithinMemory();
+    for (ChangeFollower* follower : followers_)
+        follower->Recorded(entry.What);
+}
+
+void ChangeLog::Grow(std::vector<TileRun> runs, const std::string& name) {
+    auto& all = Newest().Posts.Runs;
+    bytes_ += runs.size() * sizeof(TileRun);
+    all.insert(all.end(), runs.begin(), runs.end());
+    HasGrown(name);
+}
+
+void ChangeLog::Grow(std::vector<HeightRun> runs, const std::string& name) {
+    auto& all = Newest().Heights.Runs;
+    bytes_ += runs.size() * sizeof(HeightRun);
+    all.insert(all.end(), runs.begin(), runs.end());
+    HasGrown(name);
+}
+
+const Change* ChangeLog::NextBack() const {
+    return position_ == 0 || recordings_ > 0 ? nullptr : &entries_[position_ - 1].What;
+}
+
+const Change* ChangeLog::NextAgain() const {
+    return position_ == entries_.size() || recordings_ > 0 ? nullptr : &entries_[position_].What;
+}
+
+void ChangeLog::Back() {
+    if (NextBack() == nullptr)
+        throw RuntimeError(ErrorNumber::InvalidCall, "nothing to take back");
+    const Change& change = *NextBack();
+    WalkPapers(papers_, change, Walk::Back);
+    --position_;
+    TakeStacks();
+    for (ChangeFollower* follower : followers_)
+        follower->Walked(change, Walk::Back);
+}
+
+void ChangeLog::Again() {
+    if (NextAgain() == nullptr)
+        throw RuntimeError(ErrorNumber::InvalidCall, "nothing to bring again");
+    const Change& change = *NextAgain();
+    WalkPapers(papers_, change, Walk::Again);
+    ++position_;
+    TakeStacks();
+    for (ChangeFollower* follower : followers_)
+        follower->Walked(change, Walk::Again);
+}
+
+void ChangeLog::TakeStacks() const {
+    if (keeper_ != nullptr && Now().Stacks)
+        keeper_->TakeStacks(Now().Stacks);
+}
+
+bool ChangeLog::AnyUnsaved() const {
+    return std::ranges::any_of(AllPapers, [this](Paper paper) { return Unsaved(paper); });
+}
+
+void ChangeLog::LoadedAnew(Paper paper) {
+    ChangedOtherwise(paper);
+    Saved(paper);
+}
+
+void ChangeLog::ChangedOtherwise(Paper paper) {
+    State state = Now();
+    state.Revisions[Index(paper)] = ++lastRevision_;
+    if (keeper_ != nullptr)
+        state.Stacks = keeper_->StacksNow();
+    entries_.clear();
+    bytes_ = 0;
+    position_ = 0;
+    base_ = std::move(state);
+}
+
+void ChangeLog::KeepWithinMemory() {
+    while (bytes_ > MostBytes && position_ > 1) {
+        bytes_ -= entries_.front().What.Bytes();
+        base_ = std::move(entries_.front().After);
+        entries_.pop_front();
+        --position_;
+    }
+}
+
+Recording::Recording(ChangeLog& log, const Papers& papers, std::vector<Paper> which,
+                     std::string name)
+    : log_(log), papers_(papers), which_(std::move(which)), name_(std::move(name)) {
+    const auto copy = [](auto values, auto& to) {
+        to.assign(values.begin(), values.end());
+    };
+    if (Watches(Paper::Level2))
+        copy(papers_.Terrain.LxArr.Values(), posts_);
+    if (Watches(Paper::Heights))
+        copy(papers_.Terrain.Elevations.L0ElvArr.Values(), heights_);
+    if (Watches(Paper::Catalogue))
+        catalogue_ = BytesOf(papers_.Catalogue.Bin);
+    if (Watches(Paper::MapFile))
+        mapFile_ = papers_.MapFileRecord;
+    if (Watches(Paper::Features))
+        features_ = std::make_shared<const FeatureSet>(papers_.Features);
+    ++log_.recordings_;
+}
+
+bool Recording::Watches(Paper paper) const {
+    return std::ranges::find(which_, paper) != which_.end();
+}
+
+Change Recording::Made() const {
+    Change change{.Name = name_};
+    if (Watches(Paper::Level2))
+        change.Posts.Values = ChangedBetween(
+            std::span(posts_), std::as_const(papers_.Terrain.LxArr).Values());
+    if (Watches(Paper::Heights))
+        change.Heights.Values =
+            ChangedBetween(std::span(heights_),
+                           std::as_const(papers_.Terrain.Elevations.L0ElvArr).Values());
+    if (Watches(Paper::Catalogue))
+        change.Catalogue = ChangedBetween(catalogue_, BytesOf(papers_.Catalogue.Bin));
+    if (Watches(Paper::MapFile))
+        change.MapFile =
+            ChangedBetween(BytesOf(mapFile_), BytesOf(papers_.MapFileRecord));
+    if (Watches(Paper::Features) && !(*features_ == papers_.Features))
+        change.Features = {features_,
+                           std::make_shared<const FeatureSet>(papers_.Features)};
+    return change;
+}
+
+// Where memory lacks for what was done, no way back leads past it.
+Recording::~Recording() {
+    --log_.recordings_;
+    try {
+        log_.Add(Made());
+    } catch (...) {
+        for (const Paper paper : which_)
+            log_.ChangedOtherwise(paper);
+    }
+}
+
+} // namespace vardenix

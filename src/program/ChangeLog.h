@@ -1,0 +1,176 @@
+#pragma once
+
+#include "catalogue/TextureBin.h"
+#include "levels/Terrain.h"
+#include "program/Change.h"
+#include "program/FeatureSet.h"
+#include "program/MapFileRecord.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// The papers of the theater that is open; borrowed.
+struct Papers {
+    vardenix::Terrain& Terrain;
+    vardenix::Catalogue& Catalogue;
+    vardenix::MapFileRecord& MapFileRecord;
+    FeatureSet& Features;
+};
+
+enum class Walk { Back, Again };
+
+// Hears of every change that the log has taken in, and of every one that it has taken
+// back or brought again; the papers are as they are meant by then.
+class ChangeFollower {
+public:
+    ChangeFollower() = default;
+    ChangeFollower(const ChangeFollower&) = delete;
+    ChangeFollower& operator=(const ChangeFollower&) = delete;
+    virtual ~ChangeFollower() = default;
+
+    virtual void Recorded(const Change& /*change*/) {}
+    virtual void Walked(const Change& change, Walk walk) = 0;
+};
+
+// Keeps the stacks of single edits, which go along with every step through the log.
+class StackKeeper {
+public:
+    StackKeeper() = default;
+    StackKeeper(const StackKeeper&) = delete;
+    StackKeeper& operator=(const StackKeeper&) = delete;
+    virtual ~StackKeeper() = default;
+
+    using Stacks = std::shared_ptr<const void>; // never changed once it is handed out
+
+    virtual Stacks StacksNow() const = 0;
+    virtual void TakeStacks(const Stacks& stacks) = 0;
+};
+
+// Every change of every paper, in the order in which they were made, with the way back
+// and the way on; and what of it is not on the disk. Whoever changes a paper tells the
+// log: by a Recording round a command, or by Add with what it knows of its work.
+//
+// What a change has made of a paper has a revision, a number of its own that comes back
+// when a walk leads there again. Unsaved is a paper whose revision is another than that
+// of its file.
+class ChangeLog {
+public:
+    // What the changes may take in memory together; the oldest go first, the newest
+    // stays whatever it takes.
+    static constexpr size_t MostBytes = size_t{64} << 20;
+
+    explicit ChangeLog(const Papers& papers) : papers_(papers) {}
+    ChangeLog(const ChangeLog&) = delete;
+    ChangeLog& operator=(const ChangeLog&) = delete;
+
+    // Borrowed; told in the order of their coming.
+    void Follow(ChangeFollower& follower) { followers_.push_back(&follower); }
+    void KeepStacks(StackKeeper& keeper);
+
+    // A change that has been made just now, nothing for an empty one. What was taken
+    // back before it is gone for good.
+    void Add(Change change);
+    // More belongs to the newest change, which is not taken back: a stroke goes on.
+    void Grow(std::vector<TileRun> runs, const std::string& name);
+    void Grow(std::vector<HeightRun> runs, const std::string& name);
+
+    size_t Count() const { return entries_.size(); }
+    // How many of them are in force; the others have been taken back.
+    size_t Position() const { return position_; }
+    const Change& At(size_t index) const { return entries_.at(index).What; }
+    // What the next step back, or on, would walk over; null where there is none, and while
+    // a Recording is under way.
+    const Change* NextBack() const;
+    const Change* NextAgain() const;
+
+    // One step. Errors 9 and 481 and so on where a paper cannot be as it was; it stays as
+    // it is then. Error 5 where there is no such step.
+    void Back();
+    void Again();
+
+    uint64_t Revision(Paper paper) const { return Now().Revisions[Index(paper)]; }
+    bool Unsaved(Paper paper) const {
+        return paper != Paper::Features && Revision(paper) != onDisk_[Index(paper)];
+    }
+    bool AnyUnsaved() const;
+    // The paper is on the disk as it is now.
+    void Saved(Paper paper) { onDisk_[Index(paper)] = Revision(paper); }
+    // The paper has become another in a way that no change tells, so that none leads past
+    // it any more: all are forgotten.
+    void ChangedOtherwise(Paper paper);
+    // The same for another file that was loaded in its place: nothing of it is unsaved.
+    void LoadedAnew(Paper paper);
+
+private:
+    friend class Recording;
+
+    // How things stood after a change.
+    struct State {
+        std::array<uint64_t, AllPapers.size()> Revisions{};
+        StackKeeper::Stacks Stacks;
+    };
+    struct Entry {
+        Change What;
+        State After;
+    };
+
+    static size_t Index(Paper paper) { return static_cast<size_t>(paper); }
+    const State& Now() const {
+        return position_ == 0 ? base_ : entries_[position_ - 1].After;
+    }
+    State StateAfter(const Change& change);
+    void TakeStacks() const;
+    void KeepWithinMemory();
+    Change& Newest();
+    void HasGrown(const std::string& name);
+
+    Papers papers_;
+    std::vector<ChangeFollower*> followers_;
+    StackKeeper* keeper_ = nullptr;
+    State base_; // before the first change
+    std::deque<Entry> entries_;
+    size_t bytes_ = 0; // of all entries
+    size_t position_ = 0;
+    int recordings_ = 0; // under way
+    uint64_t lastRevision_ = 0;
+    std::array<uint64_t, AllPapers.size()> onDisk_{};
+};
+
+// Notes what a command makes of some papers, from here to its end, however it ends. What
+// it does not know of its work is found by comparison.
+class Recording {
+public:
+    // The log is borrowed and outlives it. Error 7 where memory lacks, before anything is
+    // changed.
+    Recording(ChangeLog& log, const Papers& papers, std::vector<Paper> which,
+              std::string name);
+    Recording(const Recording&) = delete;
+    Recording& operator=(const Recording&) = delete;
+    ~Recording();
+
+    // For a command that knows better what it has done.
+    void Rename(std::string name) { name_ = std::move(name); }
+
+private:
+    Change Made() const;
+    bool Watches(Paper paper) const;
+
+    ChangeLog& log_;
+    Papers papers_;
+    std::vector<Paper> which_;
+    std::string name_;
+    std::vector<TerrainPost> posts_;
+    std::vector<int16_t> heights_;
+    std::vector<std::byte> catalogue_;
+    vardenix::MapFileRecord mapFile_{};
+    std::shared_ptr<const FeatureSet> features_;
+};
+
+} // namespace vardenix
