@@ -106,7 +106,7 @@ private:
     tests::MapWorld world_{bench::MapWidth, bench::Tiles().Folder()};
     MapInteraction interaction_;
     tests::RecordingCommands commands_;
-    UndoPoints undo_{state_.Terrain, commands_};
+    UndoPoints undo_{state_.Terrain, state_.Changes, commands_};
     tests::ToldMap map_{commands_.Story};
     std::unique_ptr<MapRenderer> renderer_;
     std::unique_ptr<FrmVXMap> window_;
@@ -152,7 +152,8 @@ BENCHMARK(StrokeToPainted)
 // step back; without the repaint, which is that of any view.
 void FillFourMillion(benchmark::State& state) {
     constexpr int32_t side = 2048;
-    Terrain terrain;
+    ProgramState theater;
+    Terrain& terrain = theater.Terrain;
     terrain.MapWidth = side;
     terrain.LxArr = PostArray(int64_t{side} * side);
     MapView view;
@@ -160,7 +161,7 @@ void FillFourMillion(benchmark::State& state) {
     interaction.Tool = MapTool::Fill;
     interaction.SelectedTile = 7;
     tests::RecordingCommands commands;
-    UndoPoints undo(terrain, commands);
+    UndoPoints undo(terrain, theater.Changes, commands);
     EditGesture gesture(terrain, view, interaction, undo, commands);
     for (auto _ : state) {
         gesture.Begin(100, 100, {.Shift = true});

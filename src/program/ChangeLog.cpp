@@ -56,30 +56,25 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
 
 } // namespace
 
-void ChangeLog::KeepStacks(StackKeeper& keeper) {
-    keeper_ = &keeper;
-    base_.Stacks = keeper.StacksNow();
-}
-
-ChangeLog::State ChangeLog::StateAfter(const Change& change) {
-    State state = Now();
+ChangeLog::Revisions ChangeLog::RevisionsAfter(const Change& change) {
+    Revisions revisions = Now();
     for (const Paper paper : AllPapers)
         if (change.Touches(paper))
-            state.Revisions[Index(paper)] = ++lastRevision_;
-    if (keeper_ != nullptr)
-        state.Stacks = keeper_->StacksNow();
-    return state;
+            revisions[Index(paper)] = ++lastRevision_;
+    return revisions;
 }
 
-void ChangeLog::Add(Change change) {
-    if (change.Empty())
+void ChangeLog::Add(Change change) { Put({.What = std::move(change)}); }
+
+void ChangeLog::Put(Entry entry) {
+    if (entry.What.Empty())
         return;
-    change.Time = std::chrono::system_clock::now();
-    State after = StateAfter(change);
+    entry.What.Time = std::chrono::system_clock::now();
+    entry.After = RevisionsAfter(entry.What);
     for (; entries_.size() > position_; entries_.pop_back())
         bytes_ -= entries_.back().What.Bytes();
-    bytes_ += change.Bytes();
-    entries_.push_back({std::move(change), std::move(after)});
+    bytes_ += entry.What.Bytes();
+    entries_.push_back(std::move(entry));
     ++position_;
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
@@ -97,7 +92,7 @@ void ChangeLog::HasGrown(const std::string& name) {
     bytes_ += name.size() - entry.What.Name.size();
     entry.What.Name = name;
     --position_;
-    entry.After = StateAfter(entry.What);
+    entry.After = RevisionsAfter(entry.What);
     ++position_;
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
@@ -123,34 +118,44 @@ const Change* ChangeLog::NextBack() const {
 }
 
 const Change* ChangeLog::NextAgain() const {
-    return position_ == entries_.size() || recordings_ > 0 ? nullptr : &entries_[position_].What;
+    return position_ == entries_.size() || recordings_ > 0 ? nullptr
+                                                           : &entries_[position_].What;
 }
 
 void ChangeLog::Back() {
     if (NextBack() == nullptr)
         throw RuntimeError(ErrorNumber::InvalidCall, "nothing to take back");
-    const Change& change = *NextBack();
-    WalkPapers(papers_, change, Walk::Back);
+    const Entry& entry = entries_[position_ - 1];
+    WalkPapers(papers_, entry.What, Walk::Back);
     --position_;
-    TakeStacks();
+    MoveStacks(entry, Walk::Back);
     for (ChangeFollower* follower : followers_)
-        follower->Walked(change, Walk::Back);
+        follower->Walked(entry.What, Walk::Back);
 }
 
 void ChangeLog::Again() {
     if (NextAgain() == nullptr)
         throw RuntimeError(ErrorNumber::InvalidCall, "nothing to bring again");
-    const Change& change = *NextAgain();
-    WalkPapers(papers_, change, Walk::Again);
+    const Entry& entry = entries_[position_];
+    WalkPapers(papers_, entry.What, Walk::Again);
     ++position_;
-    TakeStacks();
+    MoveStacks(entry, Walk::Again);
     for (ChangeFollower* follower : followers_)
-        follower->Walked(change, Walk::Again);
+        follower->Walked(entry.What, Walk::Again);
 }
 
-void ChangeLog::TakeStacks() const {
-    if (keeper_ != nullptr && Now().Stacks)
-        keeper_->TakeStacks(Now().Stacks);
+void ChangeLog::MoveStacks(const Entry& entry, Walk walk) const {
+    if (keeper_ == nullptr)
+        return;
+    const auto& stacks = walk == Walk::Back ? entry.StacksBefore : entry.StacksAfter;
+    if (stacks)
+        keeper_->TakeStacks(stacks);
+    else if (entry.What.SingleEdit != 0)
+        keeper_->MovePast(entry.What, walk);
+}
+
+void ChangeLog::SetRevision(Paper paper, uint64_t revision) {
+    Now()[Index(paper)] = revision;
 }
 
 bool ChangeLog::AnyUnsaved() const {
@@ -163,28 +168,25 @@ void ChangeLog::LoadedAnew(Paper paper) {
 }
 
 void ChangeLog::ChangedOtherwise(Paper paper) {
-    State state = Now();
-    state.Revisions[Index(paper)] = ++lastRevision_;
-    if (keeper_ != nullptr)
-        state.Stacks = keeper_->StacksNow();
+    Revisions revisions = Now();
+    revisions[Index(paper)] = ++lastRevision_;
     entries_.clear();
     bytes_ = 0;
     position_ = 0;
-    base_ = std::move(state);
+    base_ = revisions;
 }
 
 void ChangeLog::KeepWithinMemory() {
     while (bytes_ > MostBytes && position_ > 1) {
         bytes_ -= entries_.front().What.Bytes();
-        base_ = std::move(entries_.front().After);
+        base_ = entries_.front().After;
         entries_.pop_front();
         --position_;
     }
 }
 
-Recording::Recording(ChangeLog& log, const Papers& papers, std::vector<Paper> which,
-                     std::string name)
-    : log_(log), papers_(papers), which_(std::move(which)), name_(std::move(name)) {
+Recording::Recording(ChangeLog& log, std::vector<Paper> which, std::string name)
+    : log_(log), papers_(log.papers_), which_(std::move(which)), name_(std::move(name)) {
     const auto copy = [](auto values, auto& to) {
         to.assign(values.begin(), values.end());
     };
@@ -198,6 +200,8 @@ Recording::Recording(ChangeLog& log, const Papers& papers, std::vector<Paper> wh
         mapFile_ = papers_.MapFileRecord;
     if (Watches(Paper::Features))
         features_ = std::make_shared<const FeatureSet>(papers_.Features);
+    if (log_.keeper_ != nullptr)
+        stacks_ = log_.keeper_->StacksNow();
     ++log_.recordings_;
 }
 
@@ -229,7 +233,10 @@ Change Recording::Made() const {
 Recording::~Recording() {
     --log_.recordings_;
     try {
-        log_.Add(Made());
+        ChangeLog::Entry entry{.What = Made(), .StacksBefore = stacks_};
+        if (log_.keeper_ != nullptr)
+            entry.StacksAfter = log_.keeper_->StacksNow();
+        log_.Put(std::move(entry));
     } catch (...) {
         for (const Paper paper : which_)
             log_.ChangedOtherwise(paper);

@@ -51,6 +51,8 @@ public:
 
     virtual Stacks StacksNow() const = 0;
     virtual void TakeStacks(const Stacks& stacks) = 0;
+    // The log has walked over a single edit.
+    virtual void MovePast(const Change& edit, Walk walk) = 0;
 };
 
 // Every change of every paper, in the order in which they were made, with the way back
@@ -72,7 +74,7 @@ public:
 
     // Borrowed; told in the order of their coming.
     void Follow(ChangeFollower& follower) { followers_.push_back(&follower); }
-    void KeepStacks(StackKeeper& keeper);
+    void KeepStacks(StackKeeper& keeper) { keeper_ = &keeper; }
 
     // A change that has been made just now, nothing for an empty one. What was taken
     // back before it is gone for good.
@@ -85,8 +87,8 @@ public:
     // How many of them are in force; the others have been taken back.
     size_t Position() const { return position_; }
     const Change& At(size_t index) const { return entries_.at(index).What; }
-    // What the next step back, or on, would walk over; null where there is none, and while
-    // a Recording is under way.
+    // What the next step back, or on, would walk over; null where there is none, and
+    // while a Recording is under way.
     const Change* NextBack() const;
     const Change* NextAgain() const;
 
@@ -95,13 +97,15 @@ public:
     void Back();
     void Again();
 
-    uint64_t Revision(Paper paper) const { return Now().Revisions[Index(paper)]; }
+    uint64_t Revision(Paper paper) const { return Now()[Index(paper)]; }
     bool Unsaved(Paper paper) const {
         return paper != Paper::Features && Revision(paper) != onDisk_[Index(paper)];
     }
     bool AnyUnsaved() const;
     // The paper is on the disk as it is now.
     void Saved(Paper paper) { onDisk_[Index(paper)] = Revision(paper); }
+    // The newest change has led the paper to a state that has a revision already.
+    void SetRevision(Paper paper, uint64_t revision);
     // The paper has become another in a way that no change tells, so that none leads past
     // it any more: all are forgotten.
     void ChangedOtherwise(Paper paper);
@@ -111,22 +115,23 @@ public:
 private:
     friend class Recording;
 
-    // How things stood after a change.
-    struct State {
-        std::array<uint64_t, AllPapers.size()> Revisions{};
-        StackKeeper::Stacks Stacks;
-    };
+    using Revisions = std::array<uint64_t, AllPapers.size()>;
     struct Entry {
         Change What;
-        State After;
+        Revisions After{};
+        // Round a change that is no single edit; null where it left the stacks alone.
+        StackKeeper::Stacks StacksBefore{};
+        StackKeeper::Stacks StacksAfter{};
     };
 
     static size_t Index(Paper paper) { return static_cast<size_t>(paper); }
-    const State& Now() const {
+    const Revisions& Now() const {
         return position_ == 0 ? base_ : entries_[position_ - 1].After;
     }
-    State StateAfter(const Change& change);
-    void TakeStacks() const;
+    Revisions& Now() { return position_ == 0 ? base_ : entries_[position_ - 1].After; }
+    Revisions RevisionsAfter(const Change& change);
+    void Put(Entry entry);
+    void MoveStacks(const Entry& entry, Walk walk) const;
     void KeepWithinMemory();
     Change& Newest();
     void HasGrown(const std::string& name);
@@ -134,13 +139,13 @@ private:
     Papers papers_;
     std::vector<ChangeFollower*> followers_;
     StackKeeper* keeper_ = nullptr;
-    State base_; // before the first change
+    Revisions base_{}; // before the first change
     std::deque<Entry> entries_;
     size_t bytes_ = 0; // of all entries
     size_t position_ = 0;
     int recordings_ = 0; // under way
     uint64_t lastRevision_ = 0;
-    std::array<uint64_t, AllPapers.size()> onDisk_{};
+    Revisions onDisk_{};
 };
 
 // Notes what a command makes of some papers, from here to its end, however it ends. What
@@ -149,8 +154,7 @@ class Recording {
 public:
     // The log is borrowed and outlives it. Error 7 where memory lacks, before anything is
     // changed.
-    Recording(ChangeLog& log, const Papers& papers, std::vector<Paper> which,
-              std::string name);
+    Recording(ChangeLog& log, std::vector<Paper> which, std::string name);
     Recording(const Recording&) = delete;
     Recording& operator=(const Recording&) = delete;
     ~Recording();
@@ -166,6 +170,7 @@ private:
     Papers papers_;
     std::vector<Paper> which_;
     std::string name_;
+    StackKeeper::Stacks stacks_;
     std::vector<TerrainPost> posts_;
     std::vector<int16_t> heights_;
     std::vector<std::byte> catalogue_;

@@ -35,9 +35,7 @@ void MapMouse::EditElevationAt(CursorPost place) {
     if (!OnElevations(place, terrain_))
         return;
     const int16_t old = terrain_.Elevations.At(place.X, place.Y);
-    undo_.ExpectEdit(true);
     const std::optional<int16_t> entered = commands_.EditElevation(old);
-    undo_.ExpectEdit(false);
     if (!entered)
         return;
     terrain_.Elevations.At(place.X, place.Y) = *entered;
@@ -86,9 +84,7 @@ void MapMouse::ChangePost(int32_t serial, const TerrainPost& to) {
 void MapMouse::mnuTileProperties() {
     if (!PopupOnTerrain())
         return;
-    undo_.ExpectEdit(true);
     const auto entered = commands_.EditPost(terrain_.LxArr(interaction_.PopupSerial));
-    undo_.ExpectEdit(false);
     if (entered)
         ChangePost(interaction_.PopupSerial, *entered);
 }

@@ -64,24 +64,97 @@ private:
 };
 
 template <typename Value>
-void Append(std::vector<ValueRun<Value>>& to, std::vector<ValueRun<Value>> more) {
+void Append(std::vector<ValueRun<Value>>& to, const std::vector<ValueRun<Value>>& more) {
     to.insert(to.end(), more.begin(), more.end());
+}
+
+std::string Counted(int64_t count, const char* what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
+template <typename Value>
+std::string StrokeName(const std::vector<ValueRun<Value>>& runs) {
+    const int64_t count = CountOf<Value>(runs);
+    return std::is_same_v<Value, int32_t> ? "Paint " + Counted(count, "post")
+                                          : "Shape " + Counted(count, "height");
 }
 
 } // namespace
 
+UndoPoints::UndoPoints(Terrain& terrain, ChangeLog& changes, WorkspaceCommands& workspace)
+    : terrain_(terrain), changes_(changes), workspace_(workspace) {
+    changes_.KeepStacks(*this);
+    changes_.Follow(*this);
+}
+
+StackKeeper::Stacks UndoPoints::StacksNow() const {
+    return std::make_shared<const UndoStacks>(stacks_);
+}
+
+void UndoPoints::TakeStacks(const Stacks& stacks) {
+    strokeOpen_ = false;
+    stacks_ = *static_cast<const UndoStacks*>(stacks.get());
+}
+
+namespace {
+
+// An edit that has fallen off the stack is none of its steps.
+template <typename Entry>
+void MoveOver(UndoStack<Entry>& stack, uint64_t number, Walk walk) {
+    const auto position = stack.Position();
+    const auto entry = static_cast<int16_t>(walk == Walk::Back ? position + 1 : position);
+    if (entry < 1 || entry > stack.UpperBound() || stack.At(entry).Log.Number != number)
+        return;
+    stack.SetPosition(static_cast<int16_t>(walk == Walk::Back ? entry : entry - 1));
+}
+
+} // namespace
+
+void UndoPoints::MovePast(const Change& edit, Walk walk) {
+    strokeOpen_ = false;
+    MoveOver(stacks_.Posts, edit.SingleEdit, walk);
+    MoveOver(stacks_.Elv, edit.SingleEdit, walk);
+}
+// The number and the revisions of an edit that is the log's newest entry from now on; its
+// step is on the stack already.
+void UndoPoints::Log(Change change, Paper paper, EditInLog& edit) {
+    edit.Number = change.SingleEdit = ++lastEdit_;
+    edit.Before = changes_.Revision(paper);
+    changes_.Add(std::move(change));
+    edit.After = changes_.Revision(paper);
+}
+
 void UndoPoints::AddPostUndo(const TerrainPost& oldPost, const TerrainPost& newPost,
                              int32_t serial) {
     strokeOpen_ = false;
-    remembered_ = true;
-    undoPosts_.Add({serial, oldPost, newPost});
-    StepPostUndo(0, true);
+    TerrainPost painted = oldPost;
+    painted.TileOffset = newPost.TileOffset;
+    Change change{.Name = painted == newPost ? "Paint 1 post" : "Change 1 post"};
+    change.Posts.Values = {{{serial, 1}}, {oldPost}, {newPost}};
+    AddPostStep({serial, oldPost, newPost}, std::move(change));
 }
 
 void UndoPoints::AddElvUndo(int16_t oldValue, int16_t newValue, int32_t y, int32_t x) {
     strokeOpen_ = false;
-    remembered_ = true;
-    undoElv_.Add({x, y, newValue, oldValue});
+    const int32_t serial = (y - 1) * terrain_.Elevations.EMapWidth + x;
+    Change change{.Name = "Change 1 height"};
+    change.Heights.Values = {{{serial, 1}}, {oldValue}, {newValue}};
+    AddElvStep({x, y, newValue, oldValue}, std::move(change));
+}
+
+void UndoPoints::AddPostStep(UndoPostEntry step, Change change) {
+    stacks_.Posts.Add(std::move(step));
+    stacks_.Posts.Extend([&](UndoPostEntry& newest) {
+        Log(std::move(change), Paper::Level2, newest.Log);
+    });
+    StepPostUndo(0, true);
+}
+
+void UndoPoints::AddElvStep(UndoElvEntry step, Change change) {
+    stacks_.Elv.Add(std::move(step));
+    stacks_.Elv.Extend([&](UndoElvEntry& newest) {
+        Log(std::move(change), Paper::Heights, newest.Log);
+    });
     StepElvUndo(0, true);
 }
 
@@ -93,11 +166,11 @@ void UndoPoints::AddStroke(std::vector<TileRun> runs) {
                         terrain_.LxArr(first.Serial)};
     entry.OldPost.TileOffset = first.OldValue;
     entry.NewPost.TileOffset = first.NewValue;
-    entry.Stroke = std::move(runs);
-    remembered_ = true;
-    undoPosts_.Add(std::move(entry));
+    entry.Stroke = runs;
+    Change change{.Name = StrokeName(runs)};
+    change.Posts.Runs = std::move(runs);
+    AddPostStep(std::move(entry), std::move(change));
     strokeOpen_ = true;
-    StepPostUndo(0, true);
 }
 
 void UndoPoints::AddStroke(std::vector<HeightRun> runs) {
@@ -107,49 +180,119 @@ void UndoPoints::AddStroke(std::vector<HeightRun> runs) {
     const int32_t width = terrain_.Elevations.EMapWidth;
     UndoElvEntry entry{(first.Serial - 1) % width + 1, (first.Serial - 1) / width + 1,
                        first.NewValue, first.OldValue};
-    entry.Stroke = std::move(runs);
-    remembered_ = true;
-    undoElv_.Add(std::move(entry));
+    entry.Stroke = runs;
+    Change change{.Name = StrokeName(runs)};
+    change.Heights.Runs = std::move(runs);
+    AddElvStep(std::move(entry), std::move(change));
     strokeOpen_ = true;
-    StepElvUndo(0, true);
+}
+
+// An edit that is not the log's newest entry any more is over.
+bool UndoPoints::MayGoOn(const EditInLog& edit) const {
+    const Change* newest = changes_.NextBack();
+    return strokeOpen_ && newest != nullptr && newest->SingleEdit == edit.Number &&
+           changes_.NextAgain() == nullptr;
 }
 
 void UndoPoints::ExtendStroke(std::vector<TileRun> runs) {
     if (runs.empty())
         return;
-    if (!strokeOpen_)
+    if (!stacks_.Posts.CanUndo() || !MayGoOn(stacks_.Posts.At(1).Log))
         return AddStroke(std::move(runs));
-    remembered_ = true;
-    undoPosts_.Extend([&](UndoPostEntry& step) { Append(step.Stroke, std::move(runs)); });
+    stacks_.Posts.Extend([&](UndoPostEntry& step) {
+        // A stroke that began as the edit of one post counts that one too.
+        const int64_t first =
+            step.Stroke.empty() || step.Stroke.front().Serial != step.Serial;
+        Append(step.Stroke, runs);
+        changes_.Grow(std::move(runs),
+                      "Paint " + Counted(CountOf<int32_t>(step.Stroke) + first, "post"));
+        step.Log.After = changes_.Revision(Paper::Level2);
+    });
 }
 
 void UndoPoints::ExtendStroke(std::vector<HeightRun> runs) {
     if (runs.empty())
         return;
-    if (!strokeOpen_)
+    if (!stacks_.Elv.CanUndo() || !MayGoOn(stacks_.Elv.At(1).Log))
         return AddStroke(std::move(runs));
-    remembered_ = true;
-    undoElv_.Extend([&](UndoElvEntry& step) { Append(step.Stroke, std::move(runs)); });
+    stacks_.Elv.Extend([&](UndoElvEntry& step) {
+        Append(step.Stroke, runs);
+        changes_.Grow(std::move(runs), StrokeName(step.Stroke));
+        step.Log.After = changes_.Revision(Paper::Heights);
+    });
 }
 
 void UndoPoints::StepPostUndo(int16_t position, bool buttonsOnly) {
-    if (!buttonsOnly) {
-        const bool undo = position > undoPosts_.Position();
-        const int entry = undo ? position : position + 1;
-        WriteStep(terrain_.LxArr, undoPosts_.At(static_cast<int16_t>(entry)), undo);
+    if (buttonsOnly) {
+        stacks_.Posts.SetPosition(position);
+        return ShowStep();
     }
-    undoPosts_.SetPosition(position);
-    ShowStep();
+    StepTo(position, false);
 }
 
 void UndoPoints::StepElvUndo(int16_t position, bool buttonsOnly) {
-    if (!buttonsOnly) {
-        const bool undo = position > undoElv_.Position();
-        const int entry = undo ? position : position + 1;
-        WriteStep(terrain_.Elevations, undoElv_.At(static_cast<int16_t>(entry)), undo);
+    if (buttonsOnly) {
+        stacks_.Elv.SetPosition(position);
+        return ShowStep();
     }
-    undoElv_.SetPosition(position);
+    StepTo(position, true);
+}
+
+const EditInLog& UndoPoints::EditAt(int16_t entry, bool l0Mode) const {
+    return l0Mode ? stacks_.Elv.At(entry).Log : stacks_.Posts.At(entry).Log;
+}
+
+bool UndoPoints::WalkInLog(const EditInLog& edit, Walk walk) {
+    const Change* next = walk == Walk::Back ? changes_.NextBack() : changes_.NextAgain();
+    if (next == nullptr || next->SingleEdit != edit.Number)
+        return false;
+    walk == Walk::Back ? changes_.Back() : changes_.Again();
+    return true;
+}
+
+void UndoPoints::StepTo(int16_t position, bool l0Mode) {
+    const bool undo = position > (l0Mode ? UndoElvPos() : UndoPostPos());
+    const auto entry = static_cast<int16_t>(undo ? position : position + 1);
+    if (!WalkInLog(EditAt(entry, l0Mode), undo ? Walk::Back : Walk::Again))
+        WriteRegardless(position, entry, undo, l0Mode);
+}
+
+// The paper may have led from the one revision to the other by this edit alone; then it
+// has that revision again.
+void UndoPoints::WriteRegardless(int16_t position, int16_t entry, bool undo,
+                                 bool l0Mode) {
+    const Paper paper = l0Mode ? Paper::Heights : Paper::Level2;
+    const EditInLog edit = EditAt(entry, l0Mode);
+    const uint64_t before = changes_.Revision(paper);
+    {
+        const Recording made(changes_, {paper}, undo ? "Undo an edit" : "Redo an edit");
+        if (l0Mode) {
+            WriteStep(terrain_.Elevations, stacks_.Elv.At(entry), undo);
+            stacks_.Elv.SetPosition(position);
+        } else {
+            WriteStep(terrain_.LxArr, stacks_.Posts.At(entry), undo);
+            stacks_.Posts.SetPosition(position);
+        }
+    }
+    if (before == (undo ? edit.After : edit.Before))
+        changes_.SetRevision(paper, undo ? edit.Before : edit.After);
     ShowStep();
+    ShowMark(paper);
+}
+
+void UndoPoints::ShowMark(Paper paper) {
+    const bool saved = !changes_.Unsaved(paper);
+    if (paper == Paper::Heights)
+        saved ? workspace_.L0AsSaved() : workspace_.L0NeedSave();
+    else
+        saved ? workspace_.L2AsSaved() : workspace_.L2NeedSave();
+}
+
+void UndoPoints::Walked(const Change& change, Walk /*walk*/) {
+    ShowStep();
+    for (const Paper paper : {Paper::Level2, Paper::Heights})
+        if (change.Touches(paper))
+            ShowMark(paper);
 }
 
 void UndoPoints::ShowStep() {
@@ -169,18 +312,7 @@ void UndoPoints::Redo(bool l0Mode) {
 
 void UndoPoints::Step(bool l0Mode, int16_t by) {
     strokeOpen_ = false;
-    const auto position =
-        static_cast<int16_t>((l0Mode ? UndoElvPos() : UndoPostPos()) + by);
-    if (l0Mode)
-        StepElvUndo(position, false);
-    else
-        StepPostUndo(position, false);
-    const bool asSaved = l0Mode ? undoElv_.IsAsSaved() : undoPosts_.IsAsSaved();
-    remembered_ = !asSaved;
-    if (asSaved)
-        l0Mode ? workspace_.L0AsSaved() : workspace_.L2AsSaved();
-    else
-        l0Mode ? workspace_.L0NeedSave() : workspace_.L2NeedSave();
+    StepTo(static_cast<int16_t>((l0Mode ? UndoElvPos() : UndoPostPos()) + by), l0Mode);
 }
 
 std::optional<ChangedPosts> UndoPoints::NextUndo(bool l0Mode, const PostBox& part) const {
@@ -203,11 +335,11 @@ std::optional<ChangedPosts> UndoPoints::ChangedBy(bool l0Mode, int entry,
         return std::nullopt;
     Changes changes(width, l0Mode ? HeightsPerPost : 1, part);
     if (l0Mode) {
-        const UndoElvEntry& step = undoElv_.At(index);
+        const UndoElvEntry& step = stacks_.Elv.At(index);
         changes.Add((step.Y - 1) * width + step.X, 1);
         changes.Add(step.Stroke);
     } else {
-        const UndoPostEntry& step = undoPosts_.At(index);
+        const UndoPostEntry& step = stacks_.Posts.At(index);
         changes.Add(step.Serial, 1);
         changes.Add(step.Stroke);
     }
@@ -222,26 +354,9 @@ void UndoPoints::ShowButtons(bool l0Mode) {
         StepPostUndo(UndoPostPos(), true);
 }
 
-void UndoPoints::Saved(bool l0Mode) {
-    if (l0Mode)
-        undoElv_.Saved();
-    else
-        undoPosts_.Saved();
-}
-
-void UndoPoints::Marked(bool l0Mode) {
-    if (std::exchange(remembered_, false))
-        return;
-    if (l0Mode)
-        undoElv_.ChangedOtherwise();
-    else
-        undoPosts_.ChangedOtherwise();
-}
-
 void UndoPoints::TilesRenumbered(const TileRenumbering& numbers) {
     strokeOpen_ = false;
-    undoPosts_.ChangedOtherwise();
-    undoPosts_.ForEach([&numbers](UndoPostEntry& step) {
+    stacks_.Posts.ForEach([&numbers](UndoPostEntry& step) {
         step.OldPost.TileOffset = numbers.Of(step.OldPost.TileOffset);
         step.NewPost.TileOffset = numbers.Of(step.NewPost.TileOffset);
         for (TileRun& run : step.Stroke) {
@@ -252,11 +367,11 @@ void UndoPoints::TilesRenumbered(const TileRenumbering& numbers) {
 }
 
 bool UndoPoints::CanUndo(bool l0Mode) const {
-    return l0Mode ? undoElv_.CanUndo() : undoPosts_.CanUndo();
+    return l0Mode ? stacks_.Elv.CanUndo() : stacks_.Posts.CanUndo();
 }
 
 bool UndoPoints::CanRedo(bool l0Mode) const {
-    return l0Mode ? undoElv_.CanRedo() : undoPosts_.CanRedo();
+    return l0Mode ? stacks_.Elv.CanRedo() : stacks_.Posts.CanRedo();
 }
 
 namespace {

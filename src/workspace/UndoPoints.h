@@ -5,14 +5,24 @@
 #include "levels/ValueRuns.h"
 #include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
+#include "program/ChangeLog.h"
 #include "program/WorkspaceCommands.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
 namespace vardenix {
+
+// Where a step stands in the log of changes: its number, and the revisions of its paper
+// that it leads between.
+struct EditInLog {
+    uint64_t Number = 0;
+    uint64_t Before = 0;
+    uint64_t After = 0;
+};
 
 // One step of level 2: an edit of one post, or everything that one stroke or shape has
 // painted.
@@ -21,6 +31,7 @@ struct UndoPostEntry {
     TerrainPost OldPost{};
     TerrainPost NewPost{};
     std::vector<TileRun> Stroke{}; // further posts, of which the tile number changed
+    EditInLog Log{};
 };
 
 // One step of the finest elevations; X and Y are indices of L0ElvArr, from 1.
@@ -30,9 +41,11 @@ struct UndoElvEntry {
     int16_t NewValue = 0; // feet
     int16_t OldValue = 0;
     std::vector<HeightRun> Stroke{};
+    EditInLog Log{};
 };
 
-// The last steps of one kind, the newest first, and how many of them are undone.
+// The last steps of one kind, the newest first, and how many of them are undone. Copies
+// share their steps.
 template <typename Entry>
 class UndoStack {
 public:
@@ -45,16 +58,15 @@ public:
     void Add(Entry entry) {
         steps_.erase(steps_.begin(), steps_.begin() + position_);
         if (UpperBound() == Capacity)
-            DropOldest();
-        steps_.insert(steps_.begin(), Step{std::move(entry), ++lastState_});
+            steps_.pop_back();
+        steps_.insert(steps_.begin(), std::make_shared<Entry>(std::move(entry)));
         position_ = 0;
         KeepWithinMemory();
     }
-    // More belongs to the newest step, which is not undone.
+    // The newest step, which is not undone, to go on with.
     template <typename Change>
     void Extend(Change change) {
-        change(steps_.front().What);
-        steps_.front().State = ++lastState_;
+        change(*steps_.front());
         KeepWithinMemory();
     }
     void Clear() { *this = {}; }
@@ -62,53 +74,34 @@ public:
     int16_t UpperBound() const { return static_cast<int16_t>(steps_.size()); }
     int16_t Position() const { return position_; }
     void SetPosition(int16_t position) { position_ = position; }
+    // Of every step; copies of the stack keep theirs as they were.
     template <typename Change>
     void ForEach(Change change) {
-        for (Step& step : steps_)
-            change(step.What);
+        for (std::shared_ptr<Entry>& step : steps_) {
+            step = std::make_shared<Entry>(*step);
+            change(*step);
+        }
     }
     // From 1, the newest; std::out_of_range outside.
     const Entry& At(int16_t index) const {
-        return steps_.at(static_cast<size_t>(index) - 1).What;
+        return *steps_.at(static_cast<size_t>(index) - 1);
     }
     bool CanUndo() const { return position_ < UpperBound(); }
     bool CanRedo() const { return position_ > 0; }
 
-    // The values are on the disk as they are now. An empty stack begins so.
-    void Saved() { saved_ = State(); }
-    // They were changed in a way that no step takes back.
-    void ChangedOtherwise() { saved_.reset(); }
-    // Steps have led back to what was saved last.
-    bool IsAsSaved() const { return saved_ == State(); }
-
 private:
-    struct Step {
-        Entry What;
-        uint64_t State; // that it led to, a number of its own
-    };
-
-    uint64_t State() const {
-        return CanUndo() ? steps_[static_cast<size_t>(position_)].State : oldest_;
-    }
-    void DropOldest() {
-        oldest_ = steps_.back().State;
-        steps_.pop_back();
-    }
     void KeepWithinMemory() {
         size_t runs = 0;
-        for (const Step& step : steps_)
-            runs += step.What.Stroke.size();
+        for (const auto& step : steps_)
+            runs += step->Stroke.size();
         while (runs > MostRuns && steps_.size() > 1) {
-            runs -= steps_.back().What.Stroke.size();
-            DropOldest();
+            runs -= steps_.back()->Stroke.size();
+            steps_.pop_back();
         }
     }
 
-    std::vector<Step> steps_;
+    std::vector<std::shared_ptr<Entry>> steps_;
     int16_t position_ = 0;
-    uint64_t lastState_ = 0;
-    uint64_t oldest_ = 0; // the state with every step undone
-    std::optional<uint64_t> saved_ = 0;
 };
 
 // What a step has changed, in posts counted from 0, also of the finest elevations.
@@ -118,21 +111,22 @@ struct ChangedPosts {
     bool AnyIn = false;
 };
 
-// Undo of edits: a stack for the posts of level 2 and one for the finest elevations. What
-// changes posts in any other way (a stamped region, a restore point) leaves the stacks
-// alone, and an undo then writes its old value regardless.
-class UndoPoints : public RenumberingFollower {
+// Single edits, one at a time: a stack for the posts of level 2 and one for the finest
+// elevations. Both are views of the log of changes: an edit is an entry there, and a walk
+// through the log takes the stacks along. An undo of what is not the log's newest change
+// writes its old value regardless of what has come since, and is an entry itself.
+class UndoPoints : public RenumberingFollower, public ChangeFollower, public StackKeeper {
 public:
-    // Both are borrowed. Every step ends with the panel's buttons and a repaint.
-    UndoPoints(Terrain& terrain, WorkspaceCommands& workspace)
-        : terrain_(terrain), workspace_(workspace) {}
+    // All are borrowed. Every step ends with the panel's buttons and a repaint. It keeps
+    // the log's stacks and follows it.
+    UndoPoints(Terrain& terrain, ChangeLog& changes, WorkspaceCommands& workspace);
 
     // Remembers an edit that the caller has made.
     void AddPostUndo(const TerrainPost& oldPost, const TerrainPost& newPost,
                      int32_t serial);
     void AddElvUndo(int16_t oldValue, int16_t newValue, int32_t y, int32_t x);
 
-    // The same for a stroke or shape, one step; nothing for one that changed nothing.
+    // A stroke or shape, one step; nothing for one that changed nothing.
     void AddStroke(std::vector<TileRun> runs);
     void AddStroke(std::vector<HeightRun> runs);
     // The stroke that the newest step belongs to goes on, without a repaint. Where that
@@ -163,42 +157,53 @@ public:
     bool CanUndo(bool l0Mode) const;
     bool CanRedo(bool l0Mode) const;
 
-    // Level 2, or the finest elevations, are on the disk as they are.
-    void Saved(bool l0Mode);
-    // Called whenever they are marked as unsaved: if not by an edit that has just been
-    // remembered here, no step leads back to what is saved.
-    void Marked(bool l0Mode);
-    // A dialog over one value is up, which marks before the edit is remembered.
-    void ExpectEdit(bool expected) { remembered_ = expected; }
-    // Level 2 has been changed and is not marked: a restore point.
-    void ChangedOtherwise() { undoPosts_.ChangedOtherwise(); }
-
     // Posts before and after each edit get the numbers that theirs have become, so that a
     // step still shows the same pictures.
     void TilesRenumbered(const TileRenumbering& numbers) override;
 
     // Level 2 has been read anew: an undo would write whole posts of before into it.
-    void ForgetPosts() { undoPosts_.Clear(); }
+    void ForgetPosts() { stacks_.Posts.Clear(); }
     // Other elevations have been loaded: edits of the former ones mean nothing there.
-    void ForgetElevations() { undoElv_.Clear(); }
+    void ForgetElevations() { stacks_.Elv.Clear(); }
 
-    const UndoStack<UndoPostEntry>& UndoPostStack() const { return undoPosts_; }
-    const UndoStack<UndoElvEntry>& UndoElvStack() const { return undoElv_; }
-    int16_t UndoPostPos() const { return undoPosts_.Position(); }
-    int16_t UndoElvPos() const { return undoElv_.Position(); }
+    const UndoStack<UndoPostEntry>& UndoPostStack() const { return stacks_.Posts; }
+    const UndoStack<UndoElvEntry>& UndoElvStack() const { return stacks_.Elv; }
+    int16_t UndoPostPos() const { return stacks_.Posts.Position(); }
+    int16_t UndoElvPos() const { return stacks_.Elv.Position(); }
+
+    // A walk through the log shows its step here.
+    void Walked(const Change& change, Walk walk) override;
+    Stacks StacksNow() const override;
+    void TakeStacks(const Stacks& stacks) override;
+    void MovePast(const Change& edit, Walk walk) override;
 
 private:
+    struct UndoStacks {
+        UndoStack<UndoPostEntry> Posts;
+        UndoStack<UndoElvEntry> Elv;
+    };
+
+    void AddPostStep(UndoPostEntry step, Change change);
+    void AddElvStep(UndoElvEntry step, Change change);
+    bool MayGoOn(const EditInLog& edit) const;
     void Step(bool l0Mode, int16_t by);
+    void StepTo(int16_t position, bool l0Mode);
+    // Where the step is the log's next one: the log walks. False where it is not.
+    bool WalkInLog(const EditInLog& edit, Walk walk);
+    const EditInLog& EditAt(int16_t entry, bool l0Mode) const;
+    void Log(Change change, Paper paper, EditInLog& edit);
+    void WriteRegardless(int16_t position, int16_t entry, bool undo, bool l0Mode);
     std::optional<ChangedPosts> ChangedBy(bool l0Mode, int entry,
                                           const PostBox& part) const;
     void ShowStep();
+    void ShowMark(Paper paper);
 
     Terrain& terrain_;
+    ChangeLog& changes_;
     WorkspaceCommands& workspace_;
-    UndoStack<UndoPostEntry> undoPosts_;
-    UndoStack<UndoElvEntry> undoElv_;
+    UndoStacks stacks_;
+    uint64_t lastEdit_ = 0; // the number of the newest
     bool strokeOpen_ = false;
-    bool remembered_ = false; // an edit that has not been marked yet
 };
 
 // cmdUndo and cmdRedo of the panel: a step of which nothing is in view scrolls to it.

@@ -86,7 +86,7 @@ protected:
         case 0:
             return PaintByRuns();
         case 1: {
-            const Recording made(changes_, papers_, {Paper::Level2}, "Import");
+            const Recording made(changes_, {Paper::Level2}, "Import");
             for (int i = 0; i < 40; ++i)
                 terrain_.LxArr(1 + UpTo(1023)) =
                     TerrainPost{UpTo(40), static_cast<int16_t>(UpTo(900)),
@@ -94,15 +94,14 @@ protected:
             return;
         }
         case 2: {
-            const Recording made(changes_, papers_, {Paper::Heights}, "Heights");
+            const Recording made(changes_, {Paper::Heights}, "Heights");
             for (int i = 0; i < 40; ++i)
                 terrain_.Elevations.L0ElvArr(1 + UpTo(128 * 128 - 1)) =
                     static_cast<int16_t>(UpTo(3000) - 500);
             return;
         }
         case 3: {
-            const Recording made(changes_, papers_, {Paper::Catalogue, Paper::Level2},
-                                 "Set");
+            const Recording made(changes_, {Paper::Catalogue, Paper::Level2}, "Set");
             if (catalogue_.Bin.NumSets > 1 && UpTo(1) == 0) {
                 catalogue_.Bin.Sets.erase(catalogue_.Bin.Sets.begin() + 1 +
                                           UpTo(catalogue_.Bin.NumSets - 1));
@@ -117,13 +116,13 @@ protected:
             return;
         }
         case 4: {
-            const Recording made(changes_, papers_, {Paper::MapFile}, "Colour");
+            const Recording made(changes_, {Paper::MapFile}, "Colour");
             map_.Palette[UpTo(255)].Green = static_cast<uint8_t>(UpTo(255));
             map_.Longitude = static_cast<float>(UpTo(180));
             return;
         }
         default: {
-            const Recording made(changes_, papers_, {Paper::Features}, "Load Cities.tdf");
+            const Recording made(changes_, {Paper::Features}, "Load Cities.tdf");
             Feature city;
             city.Text = std::to_string(UpTo(1000000));
             features_.Cities.push_back(city);
@@ -166,17 +165,14 @@ TEST_F(ChangeLogTest, AThousandCommandsWithWalksAgreeWithWholeCopies) {
 }
 
 TEST_F(ChangeLogTest, ACommandThatChangesNothingIsNoEntry) {
-    {
-        const Recording made(changes_, papers_, {AllPapers.begin(), AllPapers.end()},
-                             "None");
-    }
+    { const Recording made(changes_, {AllPapers.begin(), AllPapers.end()}, "None"); }
     EXPECT_EQ(changes_.Count(), 0U);
     EXPECT_FALSE(changes_.AnyUnsaved());
 }
 
 TEST_F(ChangeLogTest, ACommandThatFailsLeavesWhatItHasDone) {
     const auto fails = [this] {
-        const Recording made(changes_, papers_, {Paper::Level2}, "Import a.exp");
+        const Recording made(changes_, {Paper::Level2}, "Import a.exp");
         terrain_.LxArr(7).TileOffset = 3;
         throw RuntimeError(ErrorNumber::DiskFull);
     };
@@ -191,7 +187,7 @@ TEST_F(ChangeLogTest, NothingIsTakenBackInTheMiddleOfACommand) {
     PaintByRuns();
     ASSERT_NE(changes_.NextBack(), nullptr);
     {
-        const Recording made(changes_, papers_, {Paper::Level2}, "Import");
+        const Recording made(changes_, {Paper::Level2}, "Import");
         EXPECT_EQ(changes_.NextBack(), nullptr);
         EXPECT_EQ(tests::ErrorOf([this] { changes_.Back(); }).NumberValue(), 5);
     }
@@ -200,7 +196,7 @@ TEST_F(ChangeLogTest, NothingIsTakenBackInTheMiddleOfACommand) {
 
 TEST_F(ChangeLogTest, UnsavedIsWhatDiffersFromTheDisk) {
     const auto paint = [this](int32_t tile) {
-        const Recording made(changes_, papers_, {Paper::Level2}, "Paint");
+        const Recording made(changes_, {Paper::Level2}, "Paint");
         terrain_.LxArr(1).TileOffset = tile;
     };
     paint(1);
@@ -221,7 +217,7 @@ TEST_F(ChangeLogTest, UnsavedIsWhatDiffersFromTheDisk) {
 
 TEST_F(ChangeLogTest, FeaturesAreNeverUnsaved) {
     {
-        const Recording made(changes_, papers_, {Paper::Features}, "Load Cities.tdf");
+        const Recording made(changes_, {Paper::Features}, "Load Cities.tdf");
         features_.Cities.emplace_back();
     }
     EXPECT_FALSE(changes_.AnyUnsaved());
@@ -269,7 +265,7 @@ TEST_F(ChangeLogTest, TheOldestGoBeyondTheBound) {
 
 TEST_F(ChangeLogTest, AnotherFileInItsPlaceForgetsAllAndIsSaved) {
     {
-        const Recording made(changes_, papers_, {Paper::Heights}, "Raise");
+        const Recording made(changes_, {Paper::Heights}, "Raise");
         terrain_.Elevations.L0ElvArr(1) = 5;
     }
     changes_.LoadedAnew(Paper::Heights);
@@ -280,7 +276,7 @@ TEST_F(ChangeLogTest, AnotherFileInItsPlaceForgetsAllAndIsSaved) {
 // What was made of other bytes is refused, and nothing is half done.
 TEST_F(ChangeLogTest, AChangeThatDoesNotFitChangesNothing) {
     {
-        const Recording made(changes_, papers_, {Paper::Catalogue, Paper::Level2}, "Set");
+        const Recording made(changes_, {Paper::Catalogue, Paper::Level2}, "Set");
         AppendSet("X.pcx");
         terrain_.LxArr(3).TileOffset = 8;
     }

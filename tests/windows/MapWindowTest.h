@@ -38,7 +38,7 @@ protected:
     MapRenderer renderer_ = world_.Renderer();
     RecordingCommands commands_;
     MapInteraction interaction_;
-    UndoPoints undo_{state_.Terrain, commands_};
+    UndoPoints undo_{state_.Terrain, state_.Changes, commands_};
     ToldMap map_{commands_.Story};
     FrmVXMap window_{
         {state_, world_.View, interaction_, renderer_, undo_, commands_, map_}};

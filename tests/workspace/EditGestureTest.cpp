@@ -1,5 +1,6 @@
 #include "workspace/EditGesture.h"
 
+#include "program/ProgramState.h"
 #include "support/RecordingCommands.h"
 #include "workspace/GridShapes.h"
 
@@ -54,11 +55,12 @@ protected:
                    : std::vector<int32_t>{};
     }
 
-    Terrain terrain_;
+    ProgramState state_;
+    Terrain& terrain_ = state_.Terrain;
     MapView view_;
     MapInteraction interaction_;
     tests::RecordingCommands workspace_;
-    UndoPoints undo_{terrain_, workspace_};
+    UndoPoints undo_{terrain_, state_.Changes, workspace_};
     EditGesture gesture_{terrain_, view_, interaction_, undo_, workspace_};
 };
 

@@ -1,5 +1,6 @@
 #include "workspace/MapMouse.h"
 
+#include "program/ProgramState.h"
 #include "support/RecordingCommands.h"
 #include "support/ToldMap.h"
 
@@ -29,11 +30,12 @@ protected:
         terrain_.Elevations.L0ElvArr = HeightArray(64 * 64);
     }
 
-    Terrain terrain_;
+    ProgramState state_;
+    Terrain& terrain_ = state_.Terrain;
     MapView view_;
     MapInteraction interaction_;
     tests::RecordingCommands workspace_;
-    UndoPoints undo_{terrain_, workspace_};
+    UndoPoints undo_{terrain_, state_.Changes, workspace_};
     tests::ToldMap commands_{workspace_.Story};
     MapMouse mouse_{terrain_, view_, interaction_, undo_, workspace_, commands_};
 };

@@ -1,3 +1,4 @@
+#include "program/ProgramState.h"
 #include "support/RecordingCommands.h"
 #include "support/ScriptedDialogs.h"
 #include "workspace/RestorePoint.h"
@@ -9,21 +10,28 @@ namespace vardenix {
 namespace {
 
 TEST(RenumberedUndo, AStepGivesBackThePostsUnderTheirNewNumbers) {
-    Terrain terrain;
+    ProgramState state;
+    Terrain& terrain = state.Terrain;
     terrain.MapWidth = 16;
     terrain.LxArr = PostArray(256);
     tests::RecordingCommands workspace;
-    UndoPoints undo(terrain, workspace);
+    UndoPoints undo(terrain, state.Changes, workspace);
+    // As the BIN editor does it: the catalogue changes, and the steps follow.
+    const auto pass = [&](const TileRenumbering& numbers) {
+        const Recording made(state.Changes, {Paper::Catalogue}, "Append a set");
+        ++state.Catalogue.Bin.NumTiles;
+        undo.TilesRenumbered(numbers);
+    };
     const TerrainPost before{20, 100, 1, 2, 3};
     const TerrainPost after{3, 100, 1, 2, 3};
     terrain.LxArr(7) = after;
     undo.AddPostUndo(before, after, 7);
     // A set comes in before number 16: 20 becomes 36, 3 stays.
-    undo.TilesRenumbered(TileRenumbering::SetInserted(16, 32));
+    pass(TileRenumbering::SetInserted(16, 32));
     undo.Undo(false);
     EXPECT_TRUE(terrain.LxArr(7) == (TerrainPost{36, 100, 1, 2, 3}));
     // The first set goes, also while the step is undone: 36 becomes 20, 3 falls to 0.
-    undo.TilesRenumbered(TileRenumbering::SetDeleted(0, 48));
+    pass(TileRenumbering::SetDeleted(0, 48));
     undo.Redo(false);
     EXPECT_TRUE(terrain.LxArr(7) == (TerrainPost{0, 100, 1, 2, 3}));
     undo.Undo(false);

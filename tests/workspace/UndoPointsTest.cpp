@@ -1,5 +1,6 @@
 #include "workspace/UndoPoints.h"
 
+#include "program/ProgramState.h"
 #include "support/RecordingCommands.h"
 #include "texts/RuntimeError.h"
 
@@ -36,9 +37,10 @@ protected:
     }
     int32_t Tile(int32_t serial) const { return terrain_.LxArr(serial).TileOffset; }
 
-    Terrain terrain_;
+    ProgramState state_;
+    Terrain& terrain_ = state_.Terrain;
     tests::RecordingCommands workspace_;
-    UndoPoints undo_{terrain_, workspace_};
+    UndoPoints undo_{terrain_, state_.Changes, workspace_};
 };
 
 TEST_F(UndoPointsTest, BothStacksBeginEmpty) {
@@ -180,8 +182,8 @@ TEST_F(UndoPointsTest, EachModeHasItsOwnStack) {
 TEST_F(UndoPointsTest, AStepRepaintsAndMarksWhatDiffersFromTheDisk) {
     Paint(3, 10);
     Raise(1, 1, 5);
-    undo_.Saved(false);
-    undo_.Saved(true);
+    state_.Changes.Saved(Paper::Level2);
+    state_.Changes.Saved(Paper::Heights);
     workspace_.Story.clear();
     undo_.Undo(false);
     EXPECT_EQ(workspace_.Story, "commands refresh L2");

@@ -1,3 +1,4 @@
+#include "program/ProgramState.h"
 #include "support/RecordingCommands.h"
 #include "workspace/UndoPoints.h"
 
@@ -20,18 +21,25 @@ protected:
     void Stroke(std::vector<TileRun> runs) {
         WriteNew(terrain_.LxArr, runs);
         undo_.AddStroke(std::move(runs));
-        undo_.Marked(false);
     }
     void GoOn(std::vector<TileRun> runs) {
         WriteNew(terrain_.LxArr, runs);
         undo_.ExtendStroke(std::move(runs));
-        undo_.Marked(false);
     }
     void Click(int32_t serial, int32_t tile) {
         const TerrainPost old = terrain_.LxArr(serial);
         terrain_.LxArr(serial).TileOffset = tile;
         undo_.AddPostUndo(old, terrain_.LxArr(serial), serial);
-        undo_.Marked(false);
+    }
+    // As the BIN editor does it: the catalogue changes, and the steps follow.
+    void Renumber(const TileRenumbering& numbers) {
+        const Recording made(state_.Changes, {Paper::Catalogue}, "Append a set");
+        ++state_.Catalogue.Bin.NumTiles;
+        undo_.TilesRenumbered(numbers);
+    }
+    void Import(int32_t serial, int32_t tile) {
+        const Recording made(state_.Changes, {Paper::Level2}, "Import");
+        terrain_.LxArr(serial).TileOffset = tile;
     }
     int32_t Tile(int32_t serial) const { return terrain_.LxArr(serial).TileOffset; }
     std::string Undo(bool l0Mode = false) {
@@ -40,10 +48,11 @@ protected:
         return workspace_.Story;
     }
 
-    Terrain terrain_;
+    ProgramState state_;
+    Terrain& terrain_ = state_.Terrain;
     MapView view_;
     tests::RecordingCommands workspace_;
-    UndoPoints undo_{terrain_, workspace_};
+    UndoPoints undo_{terrain_, state_.Changes, workspace_};
 };
 
 TEST_F(UndoStrokesTest, AStrokeIsOneStep) {
@@ -134,11 +143,11 @@ TEST_F(UndoStrokesTest, EveryPostOfAStrokeFollowsTheCatalogue) {
     for (const int32_t serial : {9, 10, 11})
         terrain_.LxArr(serial).TileOffset = 20;
     Stroke({{9, 2, 20, 3}, {11, 1, 20, 3}});
-    undo_.TilesRenumbered(TileRenumbering::SetInserted(16, 32));
+    Renumber(TileRenumbering::SetInserted(16, 32));
     Undo();
     for (const int32_t serial : {9, 10, 11})
         EXPECT_EQ(Tile(serial), 36);
-    undo_.TilesRenumbered(TileRenumbering::SetDeleted(0, 48));
+    Renumber(TileRenumbering::SetDeleted(0, 48));
     undo_.Redo(false);
     for (const int32_t serial : {9, 10, 11})
         EXPECT_EQ(Tile(serial), 0);
@@ -151,7 +160,7 @@ TEST_F(UndoStrokesTest, UndoToWhatWasSavedTakesTheStarOff) {
     Click(3, 7);
     EXPECT_EQ(Undo(), "commands refresh L2saved");
     undo_.Redo(false);
-    undo_.Saved(false);
+    state_.Changes.Saved(Paper::Level2);
     EXPECT_EQ(Undo(), "commands refresh L2");
     workspace_.Story.clear();
     undo_.Redo(false);
@@ -172,7 +181,7 @@ TEST_F(UndoStrokesTest, WhatWasSavedMayHaveFallenOffTheStack) {
 
 TEST_F(UndoStrokesTest, WhatWasSavedMayHaveBeenDroppedByANewEdit) {
     Click(3, 7);
-    undo_.Saved(false);
+    state_.Changes.Saved(Paper::Level2);
     Undo();
     Click(3, 8);
     EXPECT_EQ(Undo(), "commands refresh L2");
@@ -180,7 +189,7 @@ TEST_F(UndoStrokesTest, WhatWasSavedMayHaveBeenDroppedByANewEdit) {
 
 TEST_F(UndoStrokesTest, AStrokeThatGoesOnAfterASaveIsUnsaved) {
     Stroke({{3, 1, 0, 7}});
-    undo_.Saved(false);
+    state_.Changes.Saved(Paper::Level2);
     GoOn({{4, 1, 0, 7}});
     EXPECT_EQ(Undo(), "commands refresh L2");
     workspace_.Story.clear();
@@ -188,37 +197,82 @@ TEST_F(UndoStrokesTest, AStrokeThatGoesOnAfterASaveIsUnsaved) {
     EXPECT_EQ(workspace_.Story, "commands refresh L2");
 }
 
-// A stamped region, a pass of the catalogue, a restore point: the star stays.
+// A stamped region, a pass of the catalogue, a restore point: an arrow takes back the
+// edit before it, which is no way to what was saved.
 TEST_F(UndoStrokesTest, AfterAnyOtherChangeNoStepLeadsBack) {
     Click(3, 7);
-    undo_.Marked(false);
+    Import(5, 9);
     EXPECT_EQ(Undo(), "commands refresh L2");
-    undo_.Marked(false); // of that step
-    undo_.Saved(false);
+    state_.Changes.Saved(Paper::Level2);
     Click(3, 8);
-    undo_.TilesRenumbered(TileRenumbering());
+    {
+        const Recording pass(state_.Changes, {Paper::Level2}, "Append a set");
+        terrain_.LxArr(5).TileOffset = 25;
+        undo_.TilesRenumbered(TileRenumbering::SetInserted(0, 32));
+    }
     EXPECT_EQ(Undo(), "commands refresh L2");
-    undo_.Marked(false);
-    undo_.Saved(false);
-    Click(3, 9);
-    undo_.ChangedOtherwise();
-    EXPECT_EQ(Undo(), "commands refresh L2");
+    EXPECT_EQ(Tile(3), 16);
 }
 
-TEST_F(UndoStrokesTest, AMarkOfTheDialogIsThatOfItsEdit) {
-    undo_.ExpectEdit(true);
-    undo_.Marked(false);
-    undo_.ExpectEdit(false);
+// What an arrow takes back behind an import can be brought again, and taken back, by the
+// log; the import stays meanwhile.
+TEST_F(UndoStrokesTest, AnArrowPastAnImportIsAnEntryOfItsOwn) {
     Click(3, 7);
+    Import(5, 9);
+    Undo();
+    EXPECT_EQ(Tile(3), 0);
+    EXPECT_EQ(Tile(5), 9);
+    EXPECT_EQ(undo_.UndoPostPos(), 1);
+    ASSERT_EQ(state_.Changes.Count(), 3U);
+    state_.Changes.Back();
+    EXPECT_EQ(Tile(3), 7);
+    EXPECT_EQ(undo_.UndoPostPos(), 0);
+    state_.Changes.Back(); // the import
+    EXPECT_EQ(Tile(5), 0);
+    state_.Changes.Back();
+    EXPECT_EQ(Tile(3), 0);
+    EXPECT_EQ(undo_.UndoPostPos(), 1);
+    EXPECT_FALSE(state_.Changes.AnyUnsaved());
+    state_.Changes.Again();
+    EXPECT_EQ(undo_.UndoPostPos(), 0);
+}
+
+TEST_F(UndoStrokesTest, ArrowsAndTheLogAgree) {
+    Click(3, 7);
+    Click(4, 7);
+    Undo(); // by the arrow
+    EXPECT_EQ(state_.Changes.Position(), 1U);
+    state_.Changes.Back(); // by the key
+    EXPECT_EQ(undo_.UndoPostPos(), 2);
+    EXPECT_TRUE(undo_.CanRedo(false));
+    undo_.Redo(false);
+    EXPECT_EQ(state_.Changes.Position(), 1U);
+    EXPECT_EQ(Tile(3), 7);
+    EXPECT_EQ(Tile(4), 0);
+}
+
+// The steps are those of before the pass, under their old numbers, once it is taken back.
+TEST_F(UndoStrokesTest, APassTakenBackGivesTheStepsTheirNumbersBack) {
+    Click(3, 7);
+    {
+        const Recording pass(state_.Changes, {Paper::Level2}, "Append a set");
+        terrain_.LxArr(3).TileOffset = 23;
+        undo_.TilesRenumbered(TileRenumbering::SetInserted(0, 32));
+    }
+    const int32_t renumbered = undo_.UndoPostStack().At(1).NewPost.TileOffset;
+    EXPECT_EQ(renumbered, 23);
+    state_.Changes.Back();
+    const int32_t again = undo_.UndoPostStack().At(1).NewPost.TileOffset;
+    EXPECT_EQ(again, 7);
     EXPECT_EQ(Undo(), "commands refresh L2saved");
+    EXPECT_EQ(Tile(3), 0);
 }
 
 TEST_F(UndoStrokesTest, EachModeIsSavedByItself) {
     terrain_.Elevations.At(1, 1) = 5;
     undo_.AddElvUndo(0, 5, 1, 1);
-    undo_.Marked(true);
     Click(3, 7);
-    undo_.Saved(true);
+    state_.Changes.Saved(Paper::Heights);
     EXPECT_EQ(Undo(true), "commands refresh L0");
     EXPECT_EQ(Undo(false), "commands refresh L2saved");
 }
