@@ -16,6 +16,17 @@ std::span<const std::byte> BytesOf(const MapFileRecord& record) {
     return std::as_bytes(std::span(&record, 1));
 }
 
+// Arrays of another size are another paper.
+template <typename Value>
+ChangedValues<Value> Between(const std::vector<Value>& before,
+                             std::span<const Value> after) {
+    if (before.size() != after.size())
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           "a change from " + std::to_string(before.size()) + " to " +
+                               std::to_string(after.size()) + " values");
+    return ChangedBetween(std::span(before), after);
+}
+
 // What can be refused comes before anything is changed.
 void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
     const bool back = walk == Walk::Back;
@@ -212,8 +223,8 @@ bool Recording::Watches(Paper paper) const {
 Change Recording::Made() const {
     Change change{.Name = name_};
     if (Watches(Paper::Level2))
-        change.Posts.Values = ChangedBetween(
-            std::span(posts_), std::as_const(papers_.Terrain.LxArr).Values());
+        change.Posts.Values =
+            Between(posts_, std::as_const(papers_.Terrain.LxArr).Values());
     if (Watches(Paper::Heights))
         change.Heights.Values =
             ChangedBetween(std::span(heights_),

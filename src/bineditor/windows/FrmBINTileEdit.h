@@ -56,6 +56,8 @@ public:
     void BinSaved();
     // Level 2 is on the disk.
     void L2Saved();
+    // A walk through the log of changes has led past a change of the catalogue.
+    void CatalogueWalked();
     // A pass has given level 2 other numbers, and catalogue and level 2 are not both on
     // the disk since: the files do not fit one another when only one of them is written.
     bool Apart() const;
@@ -101,7 +103,10 @@ private:
     BinParts Commands();
     // Lists and form as a command has left them, however it ended.
     void Done(const std::optional<BinPlace>& place);
-    void Run(const std::function<std::optional<BinPlace>()>& command);
+    // A command as one entry of the log, with the lists and level 2 as it leaves them.
+    void Run(const std::string& name,
+             const std::function<std::optional<BinPlace>()>& command);
+    std::string ShownSelectedSet() const;
     void AppendSet_Run(const DroppedFiles& dropped);
     void AppendTile_Run(const DroppedFiles& dropped);
     void cmdDeleteSet_Click();
@@ -128,6 +133,7 @@ private:
     bool StopWanted() override;
     void Tell(const QString& text);
     void ShowApart();
+    void ShowSaved();
 
     // The names that theater makers know these by.
     int32_t SelectedSet = 1;

@@ -111,6 +111,10 @@ void FrmBINTileEdit::picTilePalette_Click() {
     paletteTip_.SetToolText(*ui_->picTilePalette, "Copied to clipboard");
 }
 
+std::string FrmBINTileEdit::ShownSelectedSet() const {
+    return std::to_string(ShownSet(SelectedSet));
+}
+
 BinParts FrmBINTileEdit::Commands() {
     return {state_.Terrain, state_.Catalogue,  state_.Configuration,
             state_.Folders, platform_.Dialogs, *this,
@@ -122,7 +126,9 @@ void FrmBINTileEdit::Done(const std::optional<BinPlace>& place) {
     ShowApart();
 }
 
-void FrmBINTileEdit::Run(const std::function<std::optional<BinPlace>()>& command) {
+void FrmBINTileEdit::Run(const std::string& name,
+                         const std::function<std::optional<BinPlace>()>& command) {
+    const Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
     try {
         if (const auto place = command())
             Done(place);
@@ -136,28 +142,36 @@ void FrmBINTileEdit::Run(const std::function<std::optional<BinPlace>()>& command
 void FrmBINTileEdit::AppendSet_Run(const DroppedFiles& dropped) {
     const auto terrain =
         static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex()));
-    Run([&] {
+    Run("Append a set", [&] {
         const BinPlace selected{SelectedSet, SelectedTile};
         return cmdAppendSet(Commands(), selected, terrain, dropped).value_or(selected);
     });
 }
 
 void FrmBINTileEdit::AppendTile_Run(const DroppedFiles& dropped) {
-    Run([&] {
-        const BinPlace selected{SelectedSet, SelectedTile};
-        return cmdAppendTile(Commands(), selected, dropped).value_or(selected);
-    });
+    const bool replaces = HasTile(state_.Catalogue.Bin, SelectedSet, SelectedTile);
+    Run(replaces ? "Replace a tile of set " + ShownSelectedSet()
+                 : "Append a tile to set " + ShownSelectedSet(),
+        [&] {
+            const BinPlace selected{SelectedSet, SelectedTile};
+            return cmdAppendTile(Commands(), selected, dropped).value_or(selected);
+        });
 }
 
 void FrmBINTileEdit::cmdDeleteSet_Click() {
-    Run([this] { return cmdDeleteSet(Commands(), SelectedSet); });
+    Run("Delete set " + ShownSelectedSet(),
+        [this] { return cmdDeleteSet(Commands(), SelectedSet); });
 }
 
 void FrmBINTileEdit::cmdDeleteTile_Click() {
-    Run([this] { return cmdDeleteTile(Commands(), {SelectedSet, SelectedTile}); });
+    Run("Delete a tile of set " + ShownSelectedSet(), [this] {
+        return cmdDeleteTile(Commands(), {SelectedSet, SelectedTile});
+    });
 }
 
 void FrmBINTileEdit::cmdChangeSet_Click() {
+    const Recording made(state_.Changes, {Paper::Catalogue},
+                         "Change the type of set " + ShownSelectedSet());
     ChangeSetType(
         state_.Catalogue, SelectedSet,
         static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex())));
@@ -169,6 +183,8 @@ void FrmBINTileEdit::cmdEditTile_Click() {
     const BinPlace place{SelectedSet, SelectedTile};
     if (!HasTile(state_.Catalogue.Bin, place.Set, place.Slot))
         return;
+    const Recording made(state_.Changes, {Paper::Catalogue},
+                         "Edit a tile of set " + ShownSelectedSet());
     const EditedTile edited = ShowTileDetails(state_, platform_, place, this);
     if (edited.Written)
         RefreshLists(place);
@@ -219,7 +235,7 @@ void FrmBINTileEdit::ShowMovePosition() {
 
 // Called off, the frame stays as it is. Any other end leads back to the usual form.
 void FrmBINTileEdit::cmdMoveOK_Click() {
-    Run([this] {
+    Run("Move set " + std::to_string(ShownSet(MoveSource)), [this] {
         try {
             const auto place = MoveSetNow(Commands(), MoveSource, SelectedSet,
                                           ui_->Option1_0->isChecked());
@@ -256,15 +272,28 @@ void FrmBINTileEdit::NeedSave() {
 }
 
 void FrmBINTileEdit::BinSaved() {
-    ui_->cmdSaveBIN->setEnabled(false);
-    needSave_ = false;
-    if (windowTitle().startsWith('*'))
-        setWindowTitle(windowTitle().mid(1));
+    state_.Changes.Saved(Paper::Catalogue);
+    ShowSaved();
     Tell("Texture.bin is saved.");
     ShowApart();
 }
 
+void FrmBINTileEdit::ShowSaved() {
+    ui_->cmdSaveBIN->setEnabled(false);
+    needSave_ = false;
+    if (windowTitle().startsWith('*'))
+        setWindowTitle(windowTitle().mid(1));
+}
+
 void FrmBINTileEdit::L2Saved() { ShowApart(); }
+
+void FrmBINTileEdit::CatalogueWalked() {
+    if (state_.Changes.Unsaved(Paper::Catalogue))
+        NeedSave();
+    else
+        ShowSaved();
+    Done({});
+}
 
 void FrmBINTileEdit::LevelTwoRenumbered(const TileRenumbering& numbers, bool changed) {
     verbs_.TilesRenumbered(numbers);

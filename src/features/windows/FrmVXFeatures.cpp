@@ -2,6 +2,7 @@
 
 #include "features/FeatureDrawing.h"
 #include "features/FeatureFile.h"
+#include "files/FileNames.h"
 #include "platform/windows/AskColor.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "texts/RuntimeError.h"
@@ -141,6 +142,8 @@ void FrmVXFeatures::CmdLoadFeatures_Click() {
 
 void FrmVXFeatures::LoadFiles(const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
+        const Recording made(state_.Changes, {Paper::Features},
+                             "Load " + AfterLastSlash(path));
         LoadFeatureFile(path, state_.Features);
         ShowCounts();
     }
@@ -148,7 +151,15 @@ void FrmVXFeatures::LoadFiles(const std::vector<std::string>& paths) {
 }
 
 void FrmVXFeatures::CmdClearFeatures_Click() {
-    ClearFeatures(state_.Features);
+    {
+        const Recording made(state_.Changes, {Paper::Features}, "Clear the features");
+        ClearFeatures(state_.Features);
+    }
+    ShowCounts();
+    Repaint();
+}
+
+void FrmVXFeatures::FeaturesWalked() {
     ShowCounts();
     Repaint();
 }

@@ -32,6 +32,8 @@ public:
     // Adds the features of files, one after the other, and repaints the map. The first
     // that cannot be read ends it; those before it have been added.
     void LoadFiles(const std::vector<std::string>& paths);
+    // A walk through the log of changes has led past a change of the features.
+    void FeaturesWalked();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -113,9 +113,16 @@ bool frmMAPMain::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmMAPMain::OpenMapFile(const std::string& path) {
-    const FileIdentity read = vardenix::OpenMapFile(path, state_.MapFileRecord);
-    if (SameFile(path, state_.MAPFile))
-        state_.MAPFileRead = read;
+    const bool own = SameFile(path, state_.MAPFile);
+    {
+        const Recording made(state_.Changes, {Paper::MapFile},
+                             "Read " + AfterLastSlash(path));
+        const FileIdentity read = vardenix::OpenMapFile(path, state_.MapFileRecord);
+        if (own)
+            state_.MAPFileRead = read;
+    }
+    if (own)
+        state_.Changes.Saved(Paper::MapFile);
     path_ = path;
     MAPSaved();
     ShowRecord();
@@ -142,6 +149,28 @@ void frmMAPMain::ShowRecord() {
     controlsLoading_ = false;
 }
 
+// What is typed and not taken yet stays.
+void frmMAPMain::MapFileWalked() {
+    EndFlashing();
+    controlsLoading_ = true;
+    const MapFieldTexts texts = MapFieldTextsOf(state_.MapFileRecord);
+    bool typed = false;
+    for (int i = 0; i < MapFieldCount; ++i) {
+        QString& shown = shown_[static_cast<size_t>(i)];
+        const QString text = QString::fromStdString(texts[static_cast<size_t>(i)]);
+        if (text != shown)
+            Box(i).setText(text);
+        shown = text;
+        typed = typed || Box(i).text() != text;
+    }
+    controlsLoading_ = false;
+    ShowPalette();
+    if (typed || state_.Changes.Unsaved(Paper::MapFile))
+        MAPNeedSave();
+    else
+        MAPSaved();
+}
+
 void frmMAPMain::ShowTitle() {
     setWindowTitle(QString::fromStdString(MapEditorTitle(path_, mapDirty_)));
 }
@@ -157,7 +186,10 @@ void frmMAPMain::TakeRecordBack() {
 }
 
 bool frmMAPMain::SaveMapFile() {
-    TakeRecordBack();
+    {
+        const Recording made(state_.Changes, {Paper::MapFile}, "Numbers of theater.map");
+        TakeRecordBack();
+    }
     const auto save = [this](IfChanged ifChanged) {
         state_.MAPFileRead = vardenix::SaveMapFile(state_.MAPFile, state_.MapFileRecord,
                                                    state_.MAPFileRead, ifChanged);
@@ -165,6 +197,7 @@ bool frmMAPMain::SaveMapFile() {
     if (!SavedOrKept(platform_.Dialogs, save))
         return false;
     path_ = state_.MAPFile;
+    state_.Changes.Saved(Paper::MapFile);
     return true;
 }
 

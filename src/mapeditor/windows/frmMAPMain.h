@@ -42,6 +42,8 @@ public:
     void OpenMapFile(const std::string& path);
     // The record has been read from MAPFile by somebody else.
     void MapFileOpened();
+    // A walk through the log of changes has led past a change of the record.
+    void MapFileWalked();
 
     // The record differs from MAPFile.
     bool MAPDirty() const { return mapDirty_; }

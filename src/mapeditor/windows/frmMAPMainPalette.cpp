@@ -91,6 +91,8 @@ void frmMAPMain::ShowCurrent() {
 }
 
 void frmMAPMain::SetColor(int index, uint32_t color) {
+    const Recording made(state_.Changes, {Paper::MapFile},
+                         "Colour " + std::to_string(index));
     SetEntryColor(state_.MapFileRecord.Palette[index], color);
     ShowEntry(index);
     ShowCurrent();
@@ -110,6 +112,8 @@ void frmMAPMain::Command1_RightClick(int index) {
     const auto entered = AskEntry(index, entry, platform_.Dialogs, *this);
     if (!entered)
         return;
+    const Recording made(state_.Changes, {Paper::MapFile},
+                         "Colour " + std::to_string(index));
     entry = *entered;
     ShowEntry(index);
     ShowCurrent();
@@ -121,6 +125,7 @@ void frmMAPMain::Command2_Click() {
     Trapped([this] {
         const uint32_t color =
             platform_.Dialogs.Color(ui_->Command1->Color(ui_->Command1->Current()));
+        const Recording made(state_.Changes, {Paper::MapFile}, "All colours the same");
         SetAllSameColor(state_.MapFileRecord.Palette, color);
         ShowPalette();
         MAPNeedSave();
@@ -133,6 +138,7 @@ void frmMAPMain::Command5_Click() {
     const int16_t newAlpha = AskNewAlpha(palette[ui_->Command1->Current()].Alpha, *this);
     if (newAlpha == -1)
         return;
+    const Recording made(state_.Changes, {Paper::MapFile}, "Alpha of all colours");
     SetAllAlpha(state_.MapFileRecord.Palette, static_cast<uint8_t>(newAlpha));
     ShowPalette();
     MAPNeedSave();
@@ -155,6 +161,8 @@ void frmMAPMain::Command4_Click() {
         const FileAnswer answer =
             platform_.Dialogs.OpenFile({.Title = {}, .Filter = PaletteFilter});
         const PaletteFileKind kind = KindOf(answer);
+        const Recording made(state_.Changes, {Paper::MapFile},
+                             "Import " + AfterLastSlash(answer.Path));
         try {
             LoadPalette(kind, answer.Path, state_.MapFileRecord.Palette);
         } catch (const RuntimeError& error) {

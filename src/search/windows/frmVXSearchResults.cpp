@@ -160,8 +160,14 @@ void frmVXSearchResults::Command1_Click() {
     }
     ui_->PB8->show();
     SetPB8(0);
-    const int64_t count = SetHits(state_.Terrain, state_.Search.Results, model_.Marks(),
-                                  HitChange(checked, texts));
+    int64_t count = 0;
+    {
+        Recording made(state_.Changes, {Paper::Level2}, "Set All Selected");
+        count = SetHits(state_.Terrain, state_.Search.Results, model_.Marks(),
+                        HitChange(checked, texts));
+        made.Rename("Set " +
+                    CountText(static_cast<size_t>(count), "post", "posts").toStdString());
+    }
     SetPB8(100);
     ui_->PB8->hide();
     if (count == 0) {
