@@ -31,7 +31,7 @@ public:
     // `file` where one is named.
     void OpenToWrite(const TheaterFiles& files, const std::string& file = {});
     // Single values of the theater; with the catalogue, but for its pictures, or without.
-    Level2Lookup OpenToLookUp(const TheaterFiles& files, bool catalogue);
+    LevelReader OpenToLookUp(const TheaterFiles& files, bool catalogue);
     // The locks of OpenToWrite, with nothing opened.
     void LockToWrite(const TheaterFiles& files, const std::string& file);
 
