@@ -1,7 +1,7 @@
 #pragma once
 
+#include "levels/Posts.h"
 #include "mapview/DrawingSurface.h"
-#include "mapview/ExportBox.h"
 #include "mapview/MapRenderer.h"
 #include "mapview/MapView.h"
 

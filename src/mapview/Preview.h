@@ -40,7 +40,7 @@ ViewPort MakeViewPort(const MapView& view, int32_t previewSide,
 
 // Where the map goes after a left click on a pixel of the preview, or while the pointer
 // is drawn over it; pixels beyond the picture count as its edge.
-ViewPosition PreviewClick(int32_t pixelX, int32_t pixelY, int32_t previewSide,
-                          int32_t mapWidth);
+PostPlace PreviewClick(int32_t pixelX, int32_t pixelY, int32_t previewSide,
+                       int32_t mapWidth);
 
 } // namespace vardenix

@@ -44,7 +44,7 @@ std::string GridCaption(const MapView& view) {
     return cells + " X " + cells;
 }
 
-ViewPosition GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth) {
+PostPlace GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth) {
     const auto rounded = [](std::string_view text) {
         return ClampToInt32(RoundHalfEven(Val(text)));
     };

@@ -30,7 +30,7 @@ std::string GridCaption(const MapView& view); // of Label2: "5 X 5"
 
 // cmdGoXY: the position that the texts of LabelX and LabelY spell, rounded and clamped to
 // the scroll ranges.
-ViewPosition GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth);
+PostPlace GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth);
 
 struct ButtonState {
     std::string Caption;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "levels/Posts.h"
 #include "levels/Terrain.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
@@ -21,20 +22,12 @@ struct TileRegion {
     std::vector<int32_t> TileNumbers; // rows from the lowest y up, each from the lowest x
 };
 
-// Two posts counted from 0, in either order; both belong to the region.
-struct RegionCorners {
-    int32_t X1 = 0;
-    int32_t Y1 = 0;
-    int32_t X2 = 0;
-    int32_t Y2 = 0;
-};
-
 // Writes a region over a file that is there. Error 9 when a corner lies outside the
 // terrain; the errors of writing (61, 70, 75) leave the old file. The bar moves and
 // events pass once per row; the bar's value passes 100 for regions away from the lower
 // edge.
-void WriteRegion(const Terrain& terrain, const RegionCorners& corners,
-                 const std::string& path, Progress& progress);
+void WriteRegion(const Terrain& terrain, const PostBox& box, const std::string& path,
+                 Progress& progress);
 
 // The region that a file holds. Error 62 when the file's size does not fit what its first
 // eight bytes say, and for sides below 1; error 9 for a negative tile number, as a
@@ -55,7 +48,7 @@ int64_t StampRegion(Terrain& terrain, const TileRegion& region, int32_t x, int32
 
 // Asks for the file and writes the part of the region that lies on the terrain; a cancel
 // ends without a word. False when nothing was written.
-bool ExportTiles(const Terrain& terrain, const RegionCorners& corners, Dialogs& dialogs,
+bool ExportTiles(const Terrain& terrain, const PostBox& box, Dialogs& dialogs,
                  Progress& progress);
 
 // CmdImport: asks for the file and reads it. Nothing when cancelled, and after a box when

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "catalogue/TileRenumbering.h"
+#include "levels/Posts.h"
 #include "levels/Terrain.h"
-#include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
 #include "program/WorkspaceCommands.h"
 #include "workspace/ValueRuns.h"

@@ -61,12 +61,12 @@ TEST(PanelRules, CaptionsOfZoomAndGrid) {
 }
 
 TEST(PanelRules, GoToXYRoundsAndClamps) {
-    EXPECT_EQ(GoToXY("12", "7", 64), (ViewPosition{12, 7}));
-    EXPECT_EQ(GoToXY("64", "1000", 64), (ViewPosition{63, 63}));
-    EXPECT_EQ(GoToXY("99999999999999", "", 64), (ViewPosition{63, 0}));
-    EXPECT_EQ(GoToXY("2.5", "3.5", 64), (ViewPosition{2, 4}));
-    EXPECT_EQ(GoToXY("-3", "x", 64), (ViewPosition{0, 0}));
-    EXPECT_EQ(GoToXY("5", "5", 0), (ViewPosition{0, 0}));
+    EXPECT_EQ(GoToXY("12", "7", 64), (PostPlace{12, 7}));
+    EXPECT_EQ(GoToXY("64", "1000", 64), (PostPlace{63, 63}));
+    EXPECT_EQ(GoToXY("99999999999999", "", 64), (PostPlace{63, 0}));
+    EXPECT_EQ(GoToXY("2.5", "3.5", 64), (PostPlace{2, 4}));
+    EXPECT_EQ(GoToXY("-3", "x", 64), (PostPlace{0, 0}));
+    EXPECT_EQ(GoToXY("5", "5", 0), (PostPlace{0, 0}));
 }
 
 struct SaveButtonCase {
