@@ -93,7 +93,7 @@ bool BinEditorWindows::SaveBinAndL2() {
         }))
         return false;
     workspace_.Windows().Panel->L2Saved();
-    workspace_.Undo().Saved(false);
+    workspace_.Undo().Saved(Layer::Posts);
     editor_->BinSaved();
     return true;
 }

@@ -5,6 +5,9 @@
 
 namespace vardenix {
 
+// The two grids that are edited: the posts of level 2, and the finest elevations.
+enum class Layer { Posts, Heights };
+
 // A place on the grid of level 2, or on that of the finest elevations, counted from 0.
 struct PostPlace {
     int32_t X = 0;

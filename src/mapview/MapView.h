@@ -1,5 +1,7 @@
 #pragma once
 
+#include "levels/Posts.h"
+
 #include <cstdint>
 
 namespace vardenix {
@@ -41,6 +43,8 @@ struct MapView {
     bool L0Mode = false;     // the finest elevations are edited
     bool ScrollBusy = false; // a scroll value is being set by the program
 
+    // What is edited.
+    Layer Edited() const { return L0Mode ? Layer::Heights : Layer::Posts; }
     // Posts along a side of the view.
     int32_t ViewPosts() const { return GridCells * ZoomPosts; }
     // Pixels along a side of a post's cell, a real number.

@@ -151,23 +151,23 @@ public:
     // cmdUndo and cmdRedo, one step of what the mode edits. The terrain then differs from
     // what is on the disk and is marked so, or is as it was saved last, and the mark
     // goes. Nothing when there is no such step.
-    void Undo(bool l0Mode);
-    void Redo(bool l0Mode);
+    void Undo(Layer layer);
+    void Redo(Layer layer);
     // What the next of these would change, and whether any of it lies within `part`;
     // nothing when there is no such step.
-    std::optional<ChangedPosts> NextUndo(bool l0Mode, const PostBox& part) const;
-    std::optional<ChangedPosts> NextRedo(bool l0Mode, const PostBox& part) const;
+    std::optional<ChangedPosts> NextUndo(Layer layer, const PostBox& part) const;
+    std::optional<ChangedPosts> NextRedo(Layer layer, const PostBox& part) const;
     // Another mode is entered: the buttons are those of its stack.
-    void ShowButtons(bool l0Mode);
+    void ShowButtons(Layer layer);
 
-    bool CanUndo(bool l0Mode) const;
-    bool CanRedo(bool l0Mode) const;
+    bool CanUndo(Layer layer) const;
+    bool CanRedo(Layer layer) const;
 
     // Level 2, or the finest elevations, are on the disk as they are.
-    void Saved(bool l0Mode);
+    void Saved(Layer layer);
     // Called whenever they are marked as unsaved: if not by an edit that has just been
     // remembered here, no step leads back to what is saved.
-    void Marked(bool l0Mode);
+    void Marked(Layer layer);
     // A dialog over one value is up, which marks before the edit is remembered.
     void ExpectEdit(bool expected) { remembered_ = expected; }
     // Level 2 has been changed and is not marked: a restore point.
@@ -188,8 +188,8 @@ public:
     int16_t UndoElvPos() const { return undoElv_.Position(); }
 
 private:
-    void Step(bool l0Mode, int16_t by);
-    std::optional<ChangedPosts> ChangedBy(bool l0Mode, int entry,
+    void Step(Layer layer, int16_t by);
+    std::optional<ChangedPosts> ChangedBy(Layer layer, int entry,
                                           const PostBox& part) const;
     void ShowStep();
 
