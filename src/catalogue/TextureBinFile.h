@@ -13,15 +13,6 @@
 
 namespace vardenix {
 
-// The picture file of a tile: its name less the last four characters, whatever they are,
-// plus
-// ".dds", or "N.dds" for the night. A shorter name leaves just the suffix.
-std::string TileFileName(const std::string& tileName, bool night);
-
-// The path of a picture in the folder of tile pictures; `file` is bytes as the catalogue
-// has them.
-std::string TilePicturePath(const std::string& ddsFolder, const std::string& file);
-
 // The catalogue that the bytes of a Texture.bin spell; `path` is for messages. Error 62
 // for counts that the bytes cannot hold, before anything is allocated for them; error 7
 // beyond MaxSets.

@@ -2,7 +2,7 @@
 
 #include "levels/Posts.h"
 #include "mapview/DrawingSurface.h"
-#include "mapview/MapRenderer.h"
+#include "mapview/MapSources.h"
 #include "mapview/MapView.h"
 
 #include <cstdint>

@@ -2,7 +2,7 @@
 
 #include "bineditor/windows/FrmBINOPtions.h"
 #include "bineditor/windows/FrmBINTileDet.h"
-#include "catalogue/TextureBinFile.h"
+#include "catalogue/PictureNames.h"
 #include "catalogue/TileNumbers.h"
 #include "pictures/ImageFiles.h"
 

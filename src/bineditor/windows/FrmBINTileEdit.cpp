@@ -4,7 +4,7 @@
 #include "bineditor/windows/BinModels.h"
 #include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TileSlots.h"
-#include "catalogue/TextureBinFile.h"
+#include "catalogue/PictureNames.h"
 #include "catalogue/TileNumbers.h"
 #include "catalogue/TypeNames.h"
 #include "platform/windows/RunTimeBarrier.h"
