@@ -50,7 +50,7 @@ void BinEditorWindows::LocateInBIN(int32_t tileNumber) {
     CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
     FrmBINTileEdit& editor = MadeEditor();
     static_cast<WorkspaceCommands&>(workspace_).HideWorkspace();
-    editor.OpenAt({place->Set, place->Tile});
+    editor.OpenAt(*place);
 }
 
 void BinEditorWindows::OpenWorkspace(uint8_t classCode) {

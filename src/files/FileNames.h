@@ -63,9 +63,6 @@ void DeleteFile(std::string_view text);
 // stays.
 void DeleteFolderTree(std::string_view text);
 
-// Makes one folder, or with its parents where they are missing.
-void CreateFolder(std::string_view text);
-
 // Whether two texts name the same file, existing or not, links followed.
 bool SameFile(std::string_view a, std::string_view b);
 

@@ -124,8 +124,8 @@ int32_t AfterWheel(int32_t value, int32_t backward, const MapView& view,
         std::clamp<int64_t>(wanted, range.Min, std::max(range.Min, range.Max)));
 }
 
-std::optional<BINPlace> PlaceInBIN(int32_t tileNumber, int32_t numSets) {
-    const BINPlace place{tileNumber / TilesPerSet + 1, tileNumber % TilesPerSet};
+std::optional<TilePlace> PlaceInBIN(int32_t tileNumber, int32_t numSets) {
+    const TilePlace place = PlaceOfNumber(tileNumber);
     if (tileNumber < 0 || place.Set > numSets)
         return std::nullopt;
     return place;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/TextureBin.h"
+#include "catalogue/TileNumbers.h"
 #include "levels/Posts.h"
 #include "levels/Terrain.h"
 #include "mapview/MapLayout.h"
@@ -102,13 +103,9 @@ ReadOut ReadOutAt(const MapView& view, const Terrain& terrain, const TileLookup&
 int32_t AfterWheel(int32_t value, int32_t backward, const MapView& view,
                    const ControlRange& range);
 
-// Where mnuLocInBIN leads: the set, from 1, and the tile within it, from 0. Nothing when
-// the catalogue has no such set, of which NoSetForTile tells the user.
-struct BINPlace {
-    int32_t Set = 0;
-    int32_t Tile = 0;
-};
-std::optional<BINPlace> PlaceInBIN(int32_t tileNumber, int32_t numSets);
+// Where mnuLocInBIN leads. Nothing when the catalogue has no such set, of which
+// NoSetForTile tells the user.
+std::optional<TilePlace> PlaceInBIN(int32_t tileNumber, int32_t numSets);
 constexpr const char* NoSetForTile = "The Set number for this tile doesn't exist";
 
 } // namespace vardenix

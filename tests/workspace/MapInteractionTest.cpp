@@ -228,7 +228,7 @@ TEST(PlaceInBIN, AreTheSetFromOneAndTheTileFromZero) {
     const auto place = PlaceInBIN(37, 3);
     ASSERT_TRUE(place);
     EXPECT_EQ(place->Set, 3);
-    EXPECT_EQ(place->Tile, 5);
+    EXPECT_EQ(place->Slot, 5);
     EXPECT_EQ(PlaceInBIN(0, 1)->Set, 1);
     EXPECT_FALSE(PlaceInBIN(37, 2));
     EXPECT_FALSE(PlaceInBIN(-1, 2));
