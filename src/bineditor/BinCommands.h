@@ -59,8 +59,8 @@ std::optional<TilePlace> MoveSetNow(const BinParts& parts, int32_t source, int32
 // that a set has.
 bool CanDeleteTile(const TextureBin& bin, const TilePlace& selected);
 
-// The same without a question; level 2 follows when `correct` is set. Errors go through,
-// and leave everything as it was; so does a stop, which gives nothing.
+// A set appended or a tile taken in without a question; level 2 follows when `correct` is
+// set. Errors go through and leave all as it was; so does a stop, which gives nothing.
 std::optional<TilePlace> AppendSet(const BinParts& parts, int32_t place, uint8_t terrain,
                                    const std::vector<std::string>& files, bool correct);
 std::optional<TilePlace> TakeInTile(const BinParts& parts, const TilePlace& place,

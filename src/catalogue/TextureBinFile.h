@@ -31,8 +31,8 @@ constexpr uint64_t MaxBinBytes = uint64_t{64} << 20;
 void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
                  DebugLog& log, const std::function<void()>& afterReading = {});
 
-// The same for whoever wants no pictures: none is looked for and none is missed, so that
-// HasImage is 0 throughout.
+// Reads BinPath for whoever wants no pictures: none is looked for and none is missed, so
+// that HasImage is 0 throughout.
 void OpenBinFileAlone(Catalogue& catalogue);
 
 // Writes the model over BinPath; NumTiles as it stands in the model. Error 53 when there

@@ -36,8 +36,8 @@ public:
     void Open(ProgramState& state, Progress& progress, const Platform& platform,
               DebugLog& log) const;
 
-    // The same for a command that wants single values: of level 2 the posts are not read,
-    // of the catalogue, where it is wanted at all, no picture is looked for.
+    // Opens it for a command that wants single values: of level 2 no post is read, of the
+    // catalogue, where it is wanted at all, no picture is looked for.
     LevelReader OpenToLookUp(ProgramState& state, Dialogs& dialogs, DebugLog& log,
                              bool catalogue) const;
 

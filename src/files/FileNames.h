@@ -30,7 +30,7 @@ std::filesystem::path PathAsItStands(std::string_view text);
 // the case of its text, in the folders that are.
 std::filesystem::path RealPath(std::string_view text, PathKind kind = PathKind::Anything);
 
-// The same below a folder that is taken as it stands, as are the folders above it.
+// RealPath below a folder that is taken as it stands, as are the folders above it.
 std::filesystem::path RealPathBelow(const std::filesystem::path& folder,
                                     std::string_view rest,
                                     PathKind kind = PathKind::Anything);

@@ -10,10 +10,10 @@ namespace vardenix {
 // control panel sets it, the map window reads it. Posts are counted from 0 here.
 struct MapView {
     int32_t MapLeftX = 0; // post column at the left edge, the horizontal scroll value
-    int32_t MapBottomY =
-        0;                 // post row at the bottom edge, minus the vertical scroll value
-    int16_t ZoomPosts = 1; // posts along a side of a grid cell, 1 to 20
-    int16_t GridCells = 5; // grid cells along a side of the view, 2 to 10
+    // Post row at the bottom edge, minus the vertical scroll value.
+    int32_t MapBottomY = 0;
+    int16_t ZoomPosts = 1;    // posts along a side of a grid cell, 1 to 20
+    int16_t GridCells = 5;    // grid cells along a side of the view, 2 to 10
     int32_t TilePixels = 128; // pixels along a side of a grid cell: 16 to 512
 
     bool ShowGrid = false;

@@ -33,8 +33,8 @@ void WriteRegion(const Terrain& terrain, const PostBox& box, const std::string& 
 // eight bytes say, and for sides below 1; error 9 for a negative tile number, as a
 // theater that has one cannot be opened. `path` is for the messages.
 TileRegion ParseRegion(std::span<const std::byte> bytes, const std::string& path);
-// The same, of a file that is measured before it is read. The errors of reading (53, 70,
-// 75) too.
+// ParseRegion of a file that is measured before it is read. The errors of reading (53,
+// 70, 75) too.
 TileRegion ReadRegion(const std::string& path);
 
 // Whether all of a region lies on a terrain `mapWidth` posts a side when its lower left

@@ -132,7 +132,7 @@ public:
                      int32_t serial);
     void AddElvUndo(int16_t oldValue, int16_t newValue, int32_t y, int32_t x);
 
-    // The same for a stroke or shape, one step; nothing for one that changed nothing.
+    // Remembers a stroke or shape as one step; nothing for one that changed nothing.
     void AddStroke(std::vector<TileRun> runs);
     void AddStroke(std::vector<HeightRun> runs);
     // The stroke that the newest step belongs to goes on, without a repaint. Where that

@@ -12,7 +12,7 @@ namespace vardenix {
 // the picture stays there, as far as the edges of the terrain allow.
 PostPlace ZoomedAt(const MapView& view, int16_t zoomPosts, double x, double y,
                    int32_t mapWidth);
-// The same for the middle of the view; there and back again leads to the same place.
+// ZoomedAt the middle of the view; there and back again leads to the same place.
 PostPlace ZoomedAtMiddle(const MapView& view, int16_t zoomPosts, int32_t mapWidth);
 
 // ZoomPosts after notches of the wheel, `backward` negative for forward ones, which lead
