@@ -18,7 +18,7 @@ namespace vardenix {
 // What a user works on, each with a file of its own; features are never saved as a whole,
 // and so are never unsaved.
 enum class Paper : uint8_t { Level2, Heights, Catalogue, MapFile, Features };
-constexpr std::array AllPapers{Paper::Level2, Paper::Heights, Paper::Catalogue,
+inline constexpr std::array AllPapers{Paper::Level2, Paper::Heights, Paper::Catalogue,
                                Paper::MapFile, Paper::Features};
 
 // One stretch of bytes that another one takes the place of.

@@ -7,9 +7,6 @@ namespace vardenix {
 
 namespace {
 
-// Finest elevations along a side of a post.
-constexpr int32_t HeightsPerPost = 4;
-
 // The edit of the entry's own post, and then the stroke's; backwards for an undo.
 void WriteStep(PostArray& posts, const UndoPostEntry& step, bool undo) {
     if (undo) {
@@ -30,38 +27,6 @@ void WriteStep(ElevationLayer& layer, const UndoElvEntry& step, bool undo) {
         WriteNew(layer.L0ElvArr, step.Stroke);
     }
 }
-
-// Adds up what runs of a grid `width` squares a side have changed.
-class Changes {
-public:
-    Changes(int32_t width, int32_t squaresPerPost, const PostBox& part)
-        : width_(width), perPost_(squaresPerPost), part_(part) {}
-
-    void Add(int32_t serial, int32_t count) {
-        const int32_t y = (serial - 1) / width_ / perPost_;
-        const int32_t x1 = (serial - 1) % width_ / perPost_;
-        const int32_t x2 = ((serial - 1) % width_ + count - 1) / perPost_;
-        PostBox& box = changed_.Box;
-        box = {std::min(box.X1, x1), std::min(box.Y1, y), std::max(box.X2, x2),
-               std::max(box.Y2, y)};
-        changed_.AnyIn = changed_.AnyIn || (y >= part_.Y1 && y <= part_.Y2 &&
-                                            x1 <= part_.X2 && x2 >= part_.X1);
-    }
-    template <typename Value>
-    void Add(const std::vector<ValueRun<Value>>& runs) {
-        for (const ValueRun<Value>& run : runs)
-            Add(run.Serial, run.Count);
-    }
-    const ChangedPosts& Result() const { return changed_; }
-
-private:
-    static constexpr int32_t Far = std::numeric_limits<int32_t>::max();
-
-    int32_t width_;
-    int32_t perPost_;
-    PostBox part_;
-    ChangedPosts changed_{{Far, Far, -1, -1}, false};
-};
 
 template <typename Value>
 void Append(std::vector<ValueRun<Value>>& to, const std::vector<ValueRun<Value>>& more) {
@@ -227,7 +192,7 @@ void UndoPoints::StepPostUndo(int16_t position, bool buttonsOnly) {
         stacks_.Posts.SetPosition(position);
         return ShowStep();
     }
-    StepTo(position, false);
+    StepTo(position, Layer::Posts);
 }
 
 void UndoPoints::StepElvUndo(int16_t position, bool buttonsOnly) {
@@ -235,11 +200,12 @@ void UndoPoints::StepElvUndo(int16_t position, bool buttonsOnly) {
         stacks_.Elv.SetPosition(position);
         return ShowStep();
     }
-    StepTo(position, true);
+    StepTo(position, Layer::Heights);
 }
 
-const EditInLog& UndoPoints::EditAt(int16_t entry, bool l0Mode) const {
-    return l0Mode ? stacks_.Elv.At(entry).Log : stacks_.Posts.At(entry).Log;
+const EditInLog& UndoPoints::EditAt(int16_t entry, Layer layer) const {
+    return layer == Layer::Heights ? stacks_.Elv.At(entry).Log
+                                   : stacks_.Posts.At(entry).Log;
 }
 
 bool UndoPoints::WalkInLog(const EditInLog& edit, Walk walk) {
@@ -250,23 +216,23 @@ bool UndoPoints::WalkInLog(const EditInLog& edit, Walk walk) {
     return true;
 }
 
-void UndoPoints::StepTo(int16_t position, bool l0Mode) {
-    const bool undo = position > (l0Mode ? UndoElvPos() : UndoPostPos());
+void UndoPoints::StepTo(int16_t position, Layer layer) {
+    const bool undo = position > (layer == Layer::Heights ? UndoElvPos() : UndoPostPos());
     const auto entry = static_cast<int16_t>(undo ? position : position + 1);
-    if (!WalkInLog(EditAt(entry, l0Mode), undo ? Walk::Back : Walk::Again))
-        WriteRegardless(position, entry, undo, l0Mode);
+    if (!WalkInLog(EditAt(entry, layer), undo ? Walk::Back : Walk::Again))
+        WriteRegardless(position, entry, undo, layer);
 }
 
 // The paper may have led from the one revision to the other by this edit alone; then it
 // has that revision again.
 void UndoPoints::WriteRegardless(int16_t position, int16_t entry, bool undo,
-                                 bool l0Mode) {
-    const Paper paper = l0Mode ? Paper::Heights : Paper::Level2;
-    const EditInLog edit = EditAt(entry, l0Mode);
+                                 Layer layer) {
+    const Paper paper = layer == Layer::Heights ? Paper::Heights : Paper::Level2;
+    const EditInLog edit = EditAt(entry, layer);
     const uint64_t before = changes_.Revision(paper);
     {
         const Recording made(changes_, {paper}, undo ? "Undo an edit" : "Redo an edit");
-        if (l0Mode) {
+        if (layer == Layer::Heights) {
             WriteStep(terrain_.Elevations, stacks_.Elv.At(entry), undo);
             stacks_.Elv.SetPosition(position);
         } else {
@@ -300,41 +266,45 @@ void UndoPoints::ShowStep() {
     workspace_.RefreshPicArray();
 }
 
-void UndoPoints::Undo(bool l0Mode) {
-    if (CanUndo(l0Mode))
-        Step(l0Mode, 1);
+void UndoPoints::Undo(Layer layer) {
+    if (CanUndo(layer))
+        Step(layer, 1);
 }
 
-void UndoPoints::Redo(bool l0Mode) {
-    if (CanRedo(l0Mode))
-        Step(l0Mode, -1);
+void UndoPoints::Redo(Layer layer) {
+    if (CanRedo(layer))
+        Step(layer, -1);
 }
 
-void UndoPoints::Step(bool l0Mode, int16_t by) {
+void UndoPoints::Step(Layer layer, int16_t by) {
     strokeOpen_ = false;
-    StepTo(static_cast<int16_t>((l0Mode ? UndoElvPos() : UndoPostPos()) + by), l0Mode);
+    StepTo(static_cast<int16_t>((layer == Layer::Heights ? UndoElvPos() : UndoPostPos()) +
+                                by),
+           layer);
 }
 
-std::optional<ChangedPosts> UndoPoints::NextUndo(bool l0Mode, const PostBox& part) const {
-    if (!CanUndo(l0Mode))
+std::optional<ChangedPosts> UndoPoints::NextUndo(Layer layer, const PostBox& part) const {
+    if (!CanUndo(layer))
         return std::nullopt;
-    return ChangedBy(l0Mode, (l0Mode ? UndoElvPos() : UndoPostPos()) + 1, part);
+    return ChangedBy(layer, (layer == Layer::Heights ? UndoElvPos() : UndoPostPos()) + 1,
+                     part);
 }
 
-std::optional<ChangedPosts> UndoPoints::NextRedo(bool l0Mode, const PostBox& part) const {
-    if (!CanRedo(l0Mode))
+std::optional<ChangedPosts> UndoPoints::NextRedo(Layer layer, const PostBox& part) const {
+    if (!CanRedo(layer))
         return std::nullopt;
-    return ChangedBy(l0Mode, l0Mode ? UndoElvPos() : UndoPostPos(), part);
+    return ChangedBy(layer, layer == Layer::Heights ? UndoElvPos() : UndoPostPos(), part);
 }
 
-std::optional<ChangedPosts> UndoPoints::ChangedBy(bool l0Mode, int entry,
+std::optional<ChangedPosts> UndoPoints::ChangedBy(Layer layer, int entry,
                                                   const PostBox& part) const {
     const auto index = static_cast<int16_t>(entry);
-    const int32_t width = l0Mode ? terrain_.Elevations.EMapWidth : terrain_.MapWidth;
+    const int32_t width =
+        layer == Layer::Heights ? terrain_.Elevations.EMapWidth : terrain_.MapWidth;
     if (width <= 0)
         return std::nullopt;
-    Changes changes(width, l0Mode ? HeightsPerPost : 1, part);
-    if (l0Mode) {
+    ChangedPostsSum changes(width, layer == Layer::Heights ? HeightsPerPost : 1, part);
+    if (layer == Layer::Heights) {
         const UndoElvEntry& step = stacks_.Elv.At(index);
         changes.Add((step.Y - 1) * width + step.X, 1);
         changes.Add(step.Stroke);
@@ -346,9 +316,9 @@ std::optional<ChangedPosts> UndoPoints::ChangedBy(bool l0Mode, int entry,
     return changes.Result();
 }
 
-void UndoPoints::ShowButtons(bool l0Mode) {
+void UndoPoints::ShowButtons(Layer layer) {
     strokeOpen_ = false;
-    if (l0Mode)
+    if (layer == Layer::Heights)
         StepElvUndo(UndoElvPos(), true);
     else
         StepPostUndo(UndoPostPos(), true);
@@ -366,39 +336,23 @@ void UndoPoints::TilesRenumbered(const TileRenumbering& numbers) {
     });
 }
 
-bool UndoPoints::CanUndo(bool l0Mode) const {
-    return l0Mode ? stacks_.Elv.CanUndo() : stacks_.Posts.CanUndo();
+bool UndoPoints::CanUndo(Layer layer) const {
+    return layer == Layer::Heights ? stacks_.Elv.CanUndo() : stacks_.Posts.CanUndo();
 }
 
-bool UndoPoints::CanRedo(bool l0Mode) const {
-    return l0Mode ? stacks_.Elv.CanRedo() : stacks_.Posts.CanRedo();
+bool UndoPoints::CanRedo(Layer layer) const {
+    return layer == Layer::Heights ? stacks_.Elv.CanRedo() : stacks_.Posts.CanRedo();
 }
-
-namespace {
-
-PostBox InView(const MapView& view) {
-    return {view.MapLeftX, view.MapBottomY, view.MapLeftX + view.ViewPosts() - 1,
-            view.MapBottomY + view.ViewPosts() - 1};
-}
-
-// Its lower left post is put where every command puts its post.
-void ScrollToHidden(const std::optional<ChangedPosts>& changed,
-                    WorkspaceCommands& workspace) {
-    if (changed && !changed->AnyIn)
-        workspace.ScrollTo(changed->Box.X1, changed->Box.Y1);
-}
-
-} // namespace
 
 void UndoInView(UndoPoints& undo, const MapView& view, WorkspaceCommands& workspace) {
-    const auto changed = undo.NextUndo(view.L0Mode, InView(view));
-    undo.Undo(view.L0Mode);
+    const auto changed = undo.NextUndo(view.Edited(), InView(view));
+    undo.Undo(view.Edited());
     ScrollToHidden(changed, workspace);
 }
 
 void RedoInView(UndoPoints& undo, const MapView& view, WorkspaceCommands& workspace) {
-    const auto changed = undo.NextRedo(view.L0Mode, InView(view));
-    undo.Redo(view.L0Mode);
+    const auto changed = undo.NextRedo(view.Edited(), InView(view));
+    undo.Redo(view.Edited());
     ScrollToHidden(changed, workspace);
 }
 

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "catalogue/TileRenumbering.h"
+#include "levels/Posts.h"
 #include "levels/Terrain.h"
 #include "levels/ValueRuns.h"
-#include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
 #include "program/ChangeLog.h"
 #include "program/WorkspaceCommands.h"
+#include "workspace/ChangedPosts.h"
 
 #include <cstdint>
 #include <memory>
@@ -104,13 +105,6 @@ private:
     int16_t position_ = 0;
 };
 
-// What a step has changed, in posts counted from 0, also of the finest elevations.
-struct ChangedPosts {
-    PostBox Box;
-    // Whether one of them lies in a part of the terrain, in the same coordinates.
-    bool AnyIn = false;
-};
-
 // Single edits, one at a time: a stack for the posts of level 2 and one for the finest
 // elevations. Both are views of the log of changes: an edit is an entry there, and a walk
 // through the log takes the stacks along. An undo of what is not the log's newest change
@@ -145,17 +139,17 @@ public:
     // cmdUndo and cmdRedo, one step of what the mode edits. The terrain then differs from
     // what is on the disk and is marked so, or is as it was saved last, and the mark
     // goes. Nothing when there is no such step.
-    void Undo(bool l0Mode);
-    void Redo(bool l0Mode);
+    void Undo(Layer layer);
+    void Redo(Layer layer);
     // What the next of these would change, and whether any of it lies within `part`;
     // nothing when there is no such step.
-    std::optional<ChangedPosts> NextUndo(bool l0Mode, const PostBox& part) const;
-    std::optional<ChangedPosts> NextRedo(bool l0Mode, const PostBox& part) const;
+    std::optional<ChangedPosts> NextUndo(Layer layer, const PostBox& part) const;
+    std::optional<ChangedPosts> NextRedo(Layer layer, const PostBox& part) const;
     // Another mode is entered: the buttons are those of its stack.
-    void ShowButtons(bool l0Mode);
+    void ShowButtons(Layer layer);
 
-    bool CanUndo(bool l0Mode) const;
-    bool CanRedo(bool l0Mode) const;
+    bool CanUndo(Layer layer) const;
+    bool CanRedo(Layer layer) const;
 
     // Posts before and after each edit get the numbers that theirs have become, so that a
     // step still shows the same pictures.
@@ -186,14 +180,14 @@ private:
     void AddPostStep(UndoPostEntry step, Change change);
     void AddElvStep(UndoElvEntry step, Change change);
     bool MayGoOn(const EditInLog& edit) const;
-    void Step(bool l0Mode, int16_t by);
-    void StepTo(int16_t position, bool l0Mode);
+    void Step(Layer layer, int16_t by);
+    void StepTo(int16_t position, Layer layer);
     // Where the step is the log's next one: the log walks. False where it is not.
     bool WalkInLog(const EditInLog& edit, Walk walk);
-    const EditInLog& EditAt(int16_t entry, bool l0Mode) const;
+    const EditInLog& EditAt(int16_t entry, Layer layer) const;
     void Log(Change change, Paper paper, EditInLog& edit);
-    void WriteRegardless(int16_t position, int16_t entry, bool undo, bool l0Mode);
-    std::optional<ChangedPosts> ChangedBy(bool l0Mode, int entry,
+    void WriteRegardless(int16_t position, int16_t entry, bool undo, Layer layer);
+    std::optional<ChangedPosts> ChangedBy(Layer layer, int entry,
                                           const PostBox& part) const;
     void ShowStep();
     void ShowMark(Paper paper);

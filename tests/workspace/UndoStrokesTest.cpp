@@ -42,9 +42,9 @@ protected:
         terrain_.LxArr(serial).TileOffset = tile;
     }
     int32_t Tile(int32_t serial) const { return terrain_.LxArr(serial).TileOffset; }
-    std::string Undo(bool l0Mode = false) {
+    std::string Undo(Layer layer = Layer::Posts) {
         workspace_.Story.clear();
-        undo_.Undo(l0Mode);
+        undo_.Undo(layer);
         return workspace_.Story;
     }
 
@@ -62,7 +62,7 @@ TEST_F(UndoStrokesTest, AStrokeIsOneStep) {
     Undo();
     for (const int32_t serial : {3, 4, 20, 40, 41, 42})
         EXPECT_EQ(Tile(serial), 0) << serial;
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     for (const int32_t serial : {3, 4, 20, 40, 41, 42})
         EXPECT_EQ(Tile(serial), 7) << serial;
     EXPECT_EQ(Tile(5), 0);
@@ -85,7 +85,7 @@ TEST_F(UndoStrokesTest, AStrokeThatWasUndoneWhileItWentOnBeginsAnew) {
     Undo();
     EXPECT_EQ(Tile(3), 0);
     EXPECT_EQ(Tile(4), 0);
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(Tile(3), 0);
     EXPECT_EQ(Tile(4), 7);
 }
@@ -93,8 +93,8 @@ TEST_F(UndoStrokesTest, AStrokeThatWasUndoneWhileItWentOnBeginsAnew) {
 TEST_F(UndoStrokesTest, WhatChangedNothingIsNoStep) {
     undo_.AddStroke(std::vector<TileRun>{});
     undo_.ExtendStroke(std::vector<HeightRun>{});
-    EXPECT_FALSE(undo_.CanUndo(false));
-    EXPECT_FALSE(undo_.CanUndo(true));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Heights));
     EXPECT_EQ(workspace_.Story, "");
 }
 
@@ -105,7 +105,7 @@ TEST_F(UndoStrokesTest, AHundredStrokesAreRemembered) {
     for (int i = 0; i < 100; ++i)
         Undo();
     EXPECT_EQ(Tile(5), 1);
-    EXPECT_FALSE(undo_.CanUndo(false));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
 }
 
 TEST_F(UndoStrokesTest, HeightsAreTakenBackToo) {
@@ -115,10 +115,10 @@ TEST_F(UndoStrokesTest, HeightsAreTakenBackToo) {
     undo_.AddStroke(runs);
     EXPECT_EQ(undo_.UndoElvStack().At(1).X, 3);
     EXPECT_EQ(undo_.UndoElvStack().At(1).Y, 2);
-    Undo(true);
+    Undo(Layer::Heights);
     EXPECT_EQ(terrain_.Elevations.At(3, 2), 50);
     EXPECT_EQ(terrain_.Elevations.At(5, 2), 0);
-    undo_.Redo(true);
+    undo_.Redo(Layer::Heights);
     EXPECT_EQ(terrain_.Elevations.At(3, 2), 150);
     EXPECT_EQ(terrain_.Elevations.At(5, 2), 100);
 }
@@ -148,7 +148,7 @@ TEST_F(UndoStrokesTest, EveryPostOfAStrokeFollowsTheCatalogue) {
     for (const int32_t serial : {9, 10, 11})
         EXPECT_EQ(Tile(serial), 36);
     Renumber(TileRenumbering::SetDeleted(0, 48));
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     for (const int32_t serial : {9, 10, 11})
         EXPECT_EQ(Tile(serial), 0);
     Undo();
@@ -159,11 +159,11 @@ TEST_F(UndoStrokesTest, EveryPostOfAStrokeFollowsTheCatalogue) {
 TEST_F(UndoStrokesTest, UndoToWhatWasSavedTakesTheStarOff) {
     Click(3, 7);
     EXPECT_EQ(Undo(), "commands refresh L2saved");
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     state_.Changes.Saved(Paper::Level2);
     EXPECT_EQ(Undo(), "commands refresh L2");
     workspace_.Story.clear();
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(workspace_.Story, "commands refresh L2saved");
     Click(4, 7);
     Click(5, 7);
@@ -193,7 +193,7 @@ TEST_F(UndoStrokesTest, AStrokeThatGoesOnAfterASaveIsUnsaved) {
     GoOn({{4, 1, 0, 7}});
     EXPECT_EQ(Undo(), "commands refresh L2");
     workspace_.Story.clear();
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(workspace_.Story, "commands refresh L2");
 }
 
@@ -244,8 +244,8 @@ TEST_F(UndoStrokesTest, ArrowsAndTheLogAgree) {
     EXPECT_EQ(state_.Changes.Position(), 1U);
     state_.Changes.Back(); // by the key
     EXPECT_EQ(undo_.UndoPostPos(), 2);
-    EXPECT_TRUE(undo_.CanRedo(false));
-    undo_.Redo(false);
+    EXPECT_TRUE(undo_.CanRedo(Layer::Posts));
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(state_.Changes.Position(), 1U);
     EXPECT_EQ(Tile(3), 7);
     EXPECT_EQ(Tile(4), 0);
@@ -273,8 +273,8 @@ TEST_F(UndoStrokesTest, EachModeIsSavedByItself) {
     undo_.AddElvUndo(0, 5, 1, 1);
     Click(3, 7);
     state_.Changes.Saved(Paper::Heights);
-    EXPECT_EQ(Undo(true), "commands refresh L0");
-    EXPECT_EQ(Undo(false), "commands refresh L2saved");
+    EXPECT_EQ(Undo(Layer::Heights), "commands refresh L0");
+    EXPECT_EQ(Undo(Layer::Posts), "commands refresh L2saved");
 }
 
 TEST_F(UndoStrokesTest, AStepThatCannotBeSeenIsScrolledTo) {

@@ -46,7 +46,7 @@ public:
     ~FrmBINTileEdit() override;
 
     // Everything anew, with a slot of a set selected.
-    void OpenAt(const BinPlace& place);
+    void OpenAt(const TilePlace& place);
     // With what was selected last.
     void Open() { OpenAt({SelectedSet, SelectedTile}); }
 
@@ -90,8 +90,8 @@ private:
     void ConnectPalette();
 
     // Lists, counters and selection; then the pictures.
-    void RefreshLists(const BinPlace& selected);
-    void RefreshTilePics(const BinPlace& selected);
+    void RefreshLists(const TilePlace& selected);
+    void RefreshTilePics(const TilePlace& selected);
     void ShowDetails();
     void ShowCommands();
     void ShowTip(int slot);
@@ -102,10 +102,10 @@ private:
 
     BinParts Commands();
     // Lists and form as a command has left them, however it ended.
-    void Done(const std::optional<BinPlace>& place);
+    void Done(const std::optional<TilePlace>& place);
     // A command as one entry of the log, with the lists and level 2 as it leaves them.
     void Run(const std::string& name,
-             const std::function<std::optional<BinPlace>()>& command);
+             const std::function<std::optional<TilePlace>()>& command);
     std::string ShownSelectedSet() const;
     void AppendSet_Run(const DroppedFiles& dropped);
     void AppendTile_Run(const DroppedFiles& dropped);

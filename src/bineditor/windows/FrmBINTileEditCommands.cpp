@@ -121,13 +121,13 @@ BinParts FrmBINTileEdit::Commands() {
             *this};
 }
 
-void FrmBINTileEdit::Done(const std::optional<BinPlace>& place) {
-    RefreshLists(place.value_or(BinPlace{SelectedSet, SelectedTile}));
+void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
+    RefreshLists(place.value_or(TilePlace{SelectedSet, SelectedTile}));
     ShowApart();
 }
 
 void FrmBINTileEdit::Run(const std::string& name,
-                         const std::function<std::optional<BinPlace>()>& command) {
+                         const std::function<std::optional<TilePlace>()>& command) {
     const Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
     try {
         if (const auto place = command())
@@ -143,7 +143,7 @@ void FrmBINTileEdit::AppendSet_Run(const DroppedFiles& dropped) {
     const auto terrain =
         static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex()));
     Run("Append a set", [&] {
-        const BinPlace selected{SelectedSet, SelectedTile};
+        const TilePlace selected{SelectedSet, SelectedTile};
         return cmdAppendSet(Commands(), selected, terrain, dropped).value_or(selected);
     });
 }
@@ -153,7 +153,7 @@ void FrmBINTileEdit::AppendTile_Run(const DroppedFiles& dropped) {
     Run(replaces ? "Replace a tile of set " + ShownSelectedSet()
                  : "Append a tile to set " + ShownSelectedSet(),
         [&] {
-            const BinPlace selected{SelectedSet, SelectedTile};
+            const TilePlace selected{SelectedSet, SelectedTile};
             return cmdAppendTile(Commands(), selected, dropped).value_or(selected);
         });
 }
@@ -180,7 +180,7 @@ void FrmBINTileEdit::cmdChangeSet_Click() {
 }
 
 void FrmBINTileEdit::cmdEditTile_Click() {
-    const BinPlace place{SelectedSet, SelectedTile};
+    const TilePlace place{SelectedSet, SelectedTile};
     if (!HasTile(state_.Catalogue.Bin, place.Set, place.Slot))
         return;
     const Recording made(state_.Changes, {Paper::Catalogue},

@@ -1,0 +1,53 @@
+#include "workspace/LogWalk.h"
+
+#include "mapview/PictureBox.h"
+#include "workspace/ChangedPosts.h"
+
+namespace vardenix {
+
+namespace {
+
+constexpr uint32_t FrameColor = 0x00FFFF; // yellow
+
+std::optional<PostBox> Step(ChangeLog& changes, Walk walk, const MapView& view,
+                            int32_t mapWidth, WorkspaceCommands& workspace) {
+    const Change* change = walk == Walk::Back ? changes.NextBack() : changes.NextAgain();
+    if (change == nullptr)
+        return std::nullopt;
+    const auto place = PlaceOf(*change, mapWidth, InView(view));
+    const std::string words = WalkWords(*change, walk);
+    walk == Walk::Back ? changes.Back() : changes.Again();
+    ScrollToHidden(place, workspace);
+    workspace.Tell(words);
+    if (!place)
+        return std::nullopt;
+    return place->Box;
+}
+
+} // namespace
+
+std::optional<PostBox> WalkBack(ChangeLog& changes, const MapView& view, int32_t mapWidth,
+                                WorkspaceCommands& workspace) {
+    return Step(changes, Walk::Back, view, mapWidth, workspace);
+}
+
+std::optional<PostBox> WalkAgain(ChangeLog& changes, const MapView& view,
+                                 int32_t mapWidth, WorkspaceCommands& workspace) {
+    return Step(changes, Walk::Again, view, mapWidth, workspace);
+}
+
+std::string WalkWords(const Change& change, Walk walk) {
+    return (walk == Walk::Back ? "Taken back: " : "Done again: ") + change.Name;
+}
+
+void StepFrame::DrawMarks(DrawingSurface& surface, const MapView& view) {
+    if (!Box)
+        return;
+    const PictureBox frame = BoxOnPicture(view, *Box);
+    surface.SetPen(FrameColor, 2);
+    surface.SetFill(FillStyle::None, 0);
+    surface.Rectangle({frame.LowerLeft.X, frame.UpperRight.Y},
+                      {frame.UpperRight.X, frame.LowerLeft.Y});
+}
+
+} // namespace vardenix
