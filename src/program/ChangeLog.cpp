@@ -174,7 +174,19 @@ bool ChangeLog::AnyUnsaved() const {
 }
 
 void ChangeLog::LoadedAnew(Paper paper) {
-    ChangedOtherwise(paper);
+    size_t without = entries_.size(); // the first behind all that touch the paper
+    while (without > 0 && !entries_[without - 1].What.Touches(paper))
+        --without;
+    if (position_ < without) {
+        ChangedOtherwise(paper);
+    } else {
+        const uint64_t revision = ++lastRevision_;
+        for (; without > 0; --without)
+            DropOldest();
+        base_[Index(paper)] = revision;
+        for (Entry& entry : entries_)
+            entry.After[Index(paper)] = revision;
+    }
     Saved(paper);
 }
 
@@ -188,12 +200,15 @@ void ChangeLog::ChangedOtherwise(Paper paper) {
 }
 
 void ChangeLog::KeepWithinMemory() {
-    while (bytes_ > MostBytes && position_ > 1) {
-        bytes_ -= entries_.front().What.Bytes();
-        base_ = entries_.front().After;
-        entries_.pop_front();
-        --position_;
-    }
+    while (bytes_ > MostBytes && position_ > 1)
+        DropOldest();
+}
+
+void ChangeLog::DropOldest() {
+    bytes_ -= entries_.front().What.Bytes();
+    base_ = entries_.front().After;
+    entries_.pop_front();
+    --position_;
 }
 
 Recording::Recording(ChangeLog& log, std::vector<Paper> which, std::string name)

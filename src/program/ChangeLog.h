@@ -109,7 +109,8 @@ public:
     // The paper has become another in a way that no change tells, so that none leads past
     // it any more: all are forgotten.
     void ChangedOtherwise(Paper paper);
-    // The same for another file that was loaded in its place: nothing of it is unsaved.
+    // Another file has been loaded in its place: no way leads past its changes any more,
+    // and nothing of it is unsaved. What came after them stays.
     void LoadedAnew(Paper paper);
 
 private:
@@ -133,6 +134,8 @@ private:
     void Put(Entry entry);
     void MoveStacks(const Entry& entry, Walk walk) const;
     void KeepWithinMemory();
+    // In force.
+    void DropOldest();
     Change& Newest();
     void HasGrown(const std::string& name);
 

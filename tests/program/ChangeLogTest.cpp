@@ -263,13 +263,31 @@ TEST_F(ChangeLogTest, TheOldestGoBeyondTheBound) {
     EXPECT_TRUE(changes_.Unsaved(Paper::Level2));
 }
 
-TEST_F(ChangeLogTest, AnotherFileInItsPlaceForgetsAllAndIsSaved) {
-    {
+TEST_F(ChangeLogTest, AnotherFileInItsPlaceForgetsWhatLedThere) {
+    const auto raise = [this] {
         const Recording made(changes_, {Paper::Heights}, "Raise");
-        terrain_.Elevations.L0ElvArr(1) = 5;
-    }
+        ++terrain_.Elevations.L0ElvArr(1);
+    };
+    const auto paint = [this] {
+        const Recording made(changes_, {Paper::Level2}, "Paint");
+        ++terrain_.LxArr(1).TileOffset;
+    };
+    paint();
+    raise();
+    paint();
     changes_.LoadedAnew(Paper::Heights);
-    EXPECT_EQ(changes_.Count(), 0U);
+    ASSERT_EQ(changes_.Count(), 1U);
+    EXPECT_FALSE(changes_.Unsaved(Paper::Heights));
+    EXPECT_TRUE(changes_.Unsaved(Paper::Level2));
+    changes_.Back();
+    EXPECT_FALSE(changes_.Unsaved(Paper::Heights));
+    EXPECT_TRUE(changes_.Unsaved(Paper::Level2));
+    EXPECT_EQ(changes_.NextBack(), nullptr);
+    // One that waits to be brought again means nothing to the other file.
+    raise();
+    changes_.Back();
+    changes_.LoadedAnew(Paper::Heights);
+    EXPECT_EQ(changes_.NextAgain(), nullptr);
     EXPECT_FALSE(changes_.Unsaved(Paper::Heights));
 }
 

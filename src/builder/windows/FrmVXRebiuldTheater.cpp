@@ -136,12 +136,15 @@ void FrmVXRebiuldTheater::cmdStartElv_Click() {
     if (!MayReplaceL2())
         return;
     Run([this] {
-        const Recording made(state_.Changes, {Paper::Level2},
-                             "Level 2 read anew after a rebuild");
-        RebuildReport report =
-            RebuildElevations({state_.Terrain, *this, platform_.Dialogs, log_}, master_,
-                              Method(), Options());
-        verbs_.L2Reloaded();
+        RebuildReport report;
+        {
+            const Recording made(state_.Changes, {Paper::Level2},
+                                 "Level 2 read anew after a rebuild");
+            report = RebuildElevations({state_.Terrain, *this, platform_.Dialogs, log_},
+                                       master_, Method(), Options());
+            verbs_.L2Reloaded();
+        }
+        state_.Changes.Saved(Paper::Level2);
         return report;
     });
 }
