@@ -68,11 +68,11 @@ public:
     }
     void EndStroke() { Mouse(QEvent::MouseButtonRelease, StrokeBegin, Qt::LeftButton); }
     void Undo() {
-        undo_.Undo(false);
+        undo_.Undo(Layer::Posts);
         Show();
     }
     void Redo() {
-        undo_.Redo(false);
+        undo_.Redo(Layer::Posts);
         Show();
     }
 
@@ -164,7 +164,7 @@ void FillFourMillion(benchmark::State& state) {
     EditGesture gesture(terrain, view, interaction, undo, commands);
     for (auto _ : state) {
         gesture.Begin(100, 100, {.Shift = true});
-        undo.Undo(false);
+        undo.Undo(Layer::Posts);
         commands.Story.clear();
     }
 }

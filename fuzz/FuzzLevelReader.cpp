@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const auto bytesL = bytes.subspan(bytesO.size());
     Require(fileO.Put(bytesO) && fileL.Put(bytesL));
     try {
-        LevelReader reader({fileL.Path(), fileO.Path()}, blocks);
+        const LevelReader reader({fileL.Path(), fileO.Path()}, blocks);
         const auto all = static_cast<size_t>(blocks) * static_cast<size_t>(blocks);
         Require(reader.Offsets().size() == all);
         Require(reader.BehindEntries().size() == bytesO.size() - 4 * all);

@@ -3,7 +3,7 @@
 #include "MemoryFile.h"
 #include "Require.h"
 #include "files/ReadableFile.h"
-#include "levels/LevelLookup.h"
+#include "levels/LevelReader.h"
 #include "levels/TerrainStore.h"
 #include "texts/RuntimeError.h"
 
@@ -26,7 +26,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     int32_t width = 0;
     try {
         width = WidthFromOffsetFile(bytesO.size(), "o");
-        posts = ReadPosts(bytesL, bytesO, width, "o", [](int32_t, int32_t) {});
+        posts =
+            ReadPosts(LevelReader({memoryL.Path(), memoryO.Path()}, width / SegmentSide),
+                      width, [](int32_t, int32_t) {});
     } catch (const RuntimeError& error) {
         Require(!error.Detail().empty());
     }
@@ -44,7 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (int32_t y = 1; posts && y <= segments * SegmentSide; ++y)
         for (int32_t x = 1; x <= segments * SegmentSide; ++x)
             Require(
-                PostAt(fileL, OffsetAt(fileO, segments, x, y), x, y) ==
+                LookUpPost(fileL, fileO, segments, x, y) ==
                 posts->Values()[static_cast<size_t>(y - 1) * static_cast<size_t>(width) +
                                 static_cast<size_t>(x - 1)]);
     return 0;

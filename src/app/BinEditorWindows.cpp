@@ -50,7 +50,7 @@ void BinEditorWindows::LocateInBIN(int32_t tileNumber) {
     CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
     FrmBINTileEdit& editor = MadeEditor();
     static_cast<WorkspaceCommands&>(workspace_).HideWorkspace();
-    editor.OpenAt({place->Set, place->Tile});
+    editor.OpenAt(*place);
 }
 
 void BinEditorWindows::OpenWorkspace(uint8_t classCode) {
@@ -93,7 +93,7 @@ bool BinEditorWindows::SaveBinAndL2() {
         }))
         return false;
     workspace_.Windows().Panel->L2Saved();
-    workspace_.Undo().Saved(false);
+    workspace_.Undo().Saved(Layer::Posts);
     editor_->BinSaved();
     return true;
 }

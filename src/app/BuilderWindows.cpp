@@ -36,14 +36,14 @@ bool BuilderWindows::SaveL2() {
     if (!CmdSaveTheater({state_.Terrain, view, platform_.Dialogs, panel, log_, panel},
                         false))
         return false;
-    workspace_.Undo().Saved(false);
+    workspace_.Undo().Saved(Layer::Posts);
     return true;
 }
 
 void BuilderWindows::L2Reloaded() {
     workspace_.Windows().Panel->L2Saved();
     workspace_.Undo().ForgetPosts();
-    workspace_.Undo().ShowButtons(workspace_.View().L0Mode);
+    workspace_.Undo().ShowButtons(workspace_.View().Edited());
     static_cast<WorkspaceCommands&>(workspace_).RefreshPicArray();
 }
 

@@ -160,8 +160,7 @@ void OverlayWindows::Import() {
 
 void OverlayWindows::ExportTiles() {
     const MapView& view = workspace_.View();
-    const RegionCorners corners{view.ExportX1, view.ExportY1, view.ExportX2,
-                                view.ExportY2};
+    const PostBox corners{view.ExportX1, view.ExportY1, view.ExportX2, view.ExportY2};
     const BusyWhile busy(workspace_);
     vardenix::ExportTiles(state_.Terrain, corners, platform_.Dialogs,
                           *workspace_.Windows().Panel);

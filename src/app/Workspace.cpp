@@ -217,12 +217,12 @@ void Workspace::ScrollTo(int x, int y) {
 void Workspace::PositionChanged() { windows_.Panel->PositionChanged(); }
 
 void Workspace::L2NeedSave() {
-    undo_.Marked(false);
+    undo_.Marked(Layer::Posts);
     windows_.Panel->L2NeedSave();
 }
 
 void Workspace::L0NeedSave() {
-    undo_.Marked(true);
+    undo_.Marked(Layer::Heights);
     windows_.Panel->L0NeedSave();
 }
 

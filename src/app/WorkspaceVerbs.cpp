@@ -40,9 +40,9 @@ Workspace::PanelVerbs::PanelVerbs(Workspace& workspace)
 bool Workspace::PanelVerbs::Can(PanelVerb verb) const {
     switch (verb) {
     case PanelVerb::Undo:
-        return workspace_.undo_.CanUndo(workspace_.view_.L0Mode);
+        return workspace_.undo_.CanUndo(workspace_.view_.Edited());
     case PanelVerb::Redo:
-        return workspace_.undo_.CanRedo(workspace_.view_.L0Mode);
+        return workspace_.undo_.CanRedo(workspace_.view_.Edited());
     case PanelVerb::SaveTheater:
     case PanelVerb::LoadL0Elv:
     case PanelVerb::EditL0Elv:
@@ -107,7 +107,7 @@ SavingParts Workspace::PanelVerbs::Saving() {
 void Workspace::PanelVerbs::SaveTheater(bool as) {
     if (!CmdSaveTheater(Saving(), as))
         return;
-    workspace_.undo_.Saved(workspace_.view_.L0Mode);
+    workspace_.undo_.Saved(workspace_.view_.Edited());
     workspace_.Tell(SavedWords(workspace_.platform_.Clock.Now()));
     workspace_.restoredUnsaved_ &= workspace_.view_.L0Mode;
     if (workspace_.offers_.TheaterSaved)
@@ -120,13 +120,13 @@ void Workspace::PanelVerbs::LoadL0Elv() {
         return;
     workspace_.undo_.ForgetElevations();
     if (workspace_.view_.L0Mode)
-        workspace_.undo_.ShowButtons(true);
+        workspace_.undo_.ShowButtons(Layer::Heights);
 }
 
 void Workspace::PanelVerbs::EditL0Elv(bool on) {
     workspace_.view_.L0Mode = on;
     workspace_.windows_.Panel->ChangeControlsForL0Edit(on);
-    workspace_.undo_.ShowButtons(on);
+    workspace_.undo_.ShowButtons(workspace_.view_.Edited());
 }
 
 void Workspace::PanelVerbs::CreatePoint() {

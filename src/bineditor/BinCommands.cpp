@@ -43,7 +43,7 @@ private:
 
 // What `work` throws is told in a plain box, but for a cancelled dialog.
 template <typename Work>
-std::optional<BinPlace> Trapped(Dialogs& dialogs, Work work) {
+std::optional<TilePlace> Trapped(Dialogs& dialogs, Work work) {
     try {
         return work();
     } catch (const RuntimeError& error) {
@@ -108,7 +108,7 @@ bool TakeIn(const BinParts& parts, const std::vector<std::string>& files) {
 }
 
 // The slot that a new tile goes to: the first empty one, whichever empty one is selected.
-int32_t SlotForTile(const Catalogue& catalogue, const BinPlace& selected) {
+int32_t SlotForTile(const Catalogue& catalogue, const TilePlace& selected) {
     // Not by TileLookup: tiles of a set of more than 16 stand there in the next one's
     // slots.
     return std::min(selected.Slot, SetAt(catalogue.Bin, selected.Set).TileCount);
@@ -127,8 +127,8 @@ TileInfo InfoOfFile(const std::string& file, const std::string& field, uint8_t t
 
 } // namespace
 
-std::optional<BinPlace> AppendSet(const BinParts& parts, int32_t place, uint8_t terrain,
-                                  const std::vector<std::string>& files, bool correct) {
+std::optional<TilePlace> AppendSet(const BinParts& parts, int32_t place, uint8_t terrain,
+                                   const std::vector<std::string>& files, bool correct) {
     TileSet set = SetOfFiles(files, terrain);
     // Without sets no number has a picture that could be lost.
     const bool first = parts.Catalogue.Bin.NumSets == 0;
@@ -139,17 +139,17 @@ std::optional<BinPlace> AppendSet(const BinParts& parts, int32_t place, uint8_t 
     parts.Window.NeedSave();
     if (correct && !first)
         CorrectLevelTwo(parts, numbers, {75, 100});
-    return BinPlace{place, 0};
+    return TilePlace{place, 0};
 }
 
-std::optional<BinPlace> cmdAppendSet(const BinParts& parts, const BinPlace& selected,
-                                     uint8_t terrain, const DroppedFiles& dropped) {
+std::optional<TilePlace> cmdAppendSet(const BinParts& parts, const TilePlace& selected,
+                                      uint8_t terrain, const DroppedFiles& dropped) {
     const bool after = parts.Settings.DefInsertAfter;
     if (!MayRenumber(NumberEdit::AppendSet,
                      AppendMatters(parts.Catalogue.Bin, selected.Set, after),
                      parts.Settings.AutoL2, parts.Dialogs))
         return std::nullopt;
-    return Trapped(parts.Dialogs, [&]() -> std::optional<BinPlace> {
+    return Trapped(parts.Dialogs, [&]() -> std::optional<TilePlace> {
         const LongWork work(parts);
         const std::vector<std::string> files =
             dropped ? *dropped : parts.Dialogs.OpenFiles({NormalTilesOnly, DdsFilter});
@@ -160,11 +160,11 @@ std::optional<BinPlace> cmdAppendSet(const BinParts& parts, const BinPlace& sele
     });
 }
 
-std::optional<BinPlace> TakeInTile(const BinParts& parts, const BinPlace& place,
-                                   const std::string& file) {
+std::optional<TilePlace> TakeInTile(const BinParts& parts, const TilePlace& place,
+                                    const std::string& file) {
     Catalogue& catalogue = parts.Catalogue;
     TileSet& set = SetAt(catalogue.Bin, place.Set);
-    TileInfo& info = InfoAt(catalogue, FirstNumberOf(place.Set) + place.Slot);
+    TileInfo& info = InfoAt(catalogue, NumberOfPlace(place));
     const bool replace = HasTile(catalogue.Bin, place.Set, place.Slot);
     std::string field = CatalogueNameOfFile(file);
     TileInfo newInfo = InfoOfFile(file, field, set.Terrain);
@@ -184,22 +184,22 @@ std::optional<BinPlace> TakeInTile(const BinParts& parts, const BinPlace& place,
     return place;
 }
 
-std::optional<BinPlace> cmdAppendTile(const BinParts& parts, const BinPlace& selected,
-                                      const DroppedFiles& dropped) {
+std::optional<TilePlace> cmdAppendTile(const BinParts& parts, const TilePlace& selected,
+                                       const DroppedFiles& dropped) {
     if (selected.Slot < 0 || !HasSet(parts.Catalogue.Bin, selected.Set))
         return std::nullopt;
-    return Trapped(parts.Dialogs, [&]() -> std::optional<BinPlace> {
+    return Trapped(parts.Dialogs, [&]() -> std::optional<TilePlace> {
         const LongWork work(parts);
         const std::string file =
             dropped ? dropped->front() : parts.Dialogs.OpenFile({{}, DdsFilter}).Path;
-        const BinPlace place{selected.Set, SlotForTile(parts.Catalogue, selected)};
+        const TilePlace place{selected.Set, SlotForTile(parts.Catalogue, selected)};
         if (!CanBecomeTile(file, parts.Dialogs))
             return std::nullopt;
         return TakeInTile(parts, place, file);
     });
 }
 
-std::optional<BinPlace> cmdDeleteSet(const BinParts& parts, int32_t set) {
+std::optional<TilePlace> cmdDeleteSet(const BinParts& parts, int32_t set) {
     Catalogue& catalogue = parts.Catalogue;
     SetAt(catalogue.Bin, set);
     const bool matters = DeleteSetMatters(catalogue, set);
@@ -212,15 +212,15 @@ std::optional<BinPlace> cmdDeleteSet(const BinParts& parts, int32_t set) {
     if (parts.Settings.AutoL2 && matters)
         CorrectLevelTwo(parts, numbers, {});
     CountTileUse(parts.Terrain, catalogue.Lookup);
-    return BinPlace{std::min(set, catalogue.Bin.NumSets), 0};
+    return TilePlace{std::min(set, catalogue.Bin.NumSets), 0};
 }
 
-bool CanDeleteTile(const TextureBin& bin, const BinPlace& selected) {
+bool CanDeleteTile(const TextureBin& bin, const TilePlace& selected) {
     return HasTile(bin, selected.Set, selected.Slot) &&
            SetAt(bin, selected.Set).TileCount > 1;
 }
 
-std::optional<BinPlace> cmdDeleteTile(const BinParts& parts, const BinPlace& selected) {
+std::optional<TilePlace> cmdDeleteTile(const BinParts& parts, const TilePlace& selected) {
     Catalogue& catalogue = parts.Catalogue;
     TileAt(catalogue.Bin, selected.Set, selected.Slot);
     const bool matters = DeleteTileMatters(catalogue, selected.Set, selected.Slot);
@@ -233,11 +233,11 @@ std::optional<BinPlace> cmdDeleteTile(const BinParts& parts, const BinPlace& sel
     if (parts.Settings.AutoL2 && matters)
         CorrectLevelTwo(parts, numbers, {});
     const int32_t tiles = SetAt(catalogue.Bin, selected.Set).TileCount;
-    return BinPlace{selected.Set, std::min(selected.Slot, tiles - 1)};
+    return TilePlace{selected.Set, std::min(selected.Slot, tiles - 1)};
 }
 
-std::optional<BinPlace> MoveSetNow(const BinParts& parts, int32_t source, int32_t target,
-                                   bool before) {
+std::optional<TilePlace> MoveSetNow(const BinParts& parts, int32_t source, int32_t target,
+                                    bool before) {
     if (!MayRenumber(NumberEdit::MoveSet, true, parts.Settings.AutoL2, parts.Dialogs))
         return std::nullopt;
     const LongWork work(parts);
@@ -246,7 +246,7 @@ std::optional<BinPlace> MoveSetNow(const BinParts& parts, int32_t source, int32_
     parts.Window.NeedSave();
     if (parts.Settings.AutoL2)
         CorrectLevelTwo(parts, numbers, {66, 100});
-    return BinPlace{SetOfNumber(numbers.Of(FirstNumberOf(source))), 0};
+    return TilePlace{SetOfNumber(numbers.Of(FirstNumberOf(source))), 0};
 }
 
 } // namespace vardenix

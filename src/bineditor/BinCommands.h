@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bineditor/SetsAndTiles.h"
+#include "catalogue/TileNumbers.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "program/ProgramState.h"
@@ -41,34 +42,28 @@ struct BinParts {
     BinWindow& Window;
 };
 
-// A set from 1, 0 while there is none, and a slot of it from 0, -1 for none.
-struct BinPlace {
-    int32_t Set = 1;
-    int32_t Slot = 0;
-};
-
 // Where the user stands after a command; nothing when it was called off or refused, with
 // the catalogue as it was. `dropped` are full paths that take the place of the file
 // dialog.
 using DroppedFiles = std::optional<std::vector<std::string>>;
-std::optional<BinPlace> cmdAppendSet(const BinParts& parts, const BinPlace& selected,
-                                     uint8_t terrain, const DroppedFiles& dropped = {});
-std::optional<BinPlace> cmdAppendTile(const BinParts& parts, const BinPlace& selected,
-                                      const DroppedFiles& dropped = {});
-std::optional<BinPlace> cmdDeleteSet(const BinParts& parts, int32_t set);
-std::optional<BinPlace> cmdDeleteTile(const BinParts& parts, const BinPlace& selected);
-std::optional<BinPlace> MoveSetNow(const BinParts& parts, int32_t source, int32_t target,
-                                   bool before);
+std::optional<TilePlace> cmdAppendSet(const BinParts& parts, const TilePlace& selected,
+                                      uint8_t terrain, const DroppedFiles& dropped = {});
+std::optional<TilePlace> cmdAppendTile(const BinParts& parts, const TilePlace& selected,
+                                       const DroppedFiles& dropped = {});
+std::optional<TilePlace> cmdDeleteSet(const BinParts& parts, int32_t set);
+std::optional<TilePlace> cmdDeleteTile(const BinParts& parts, const TilePlace& selected);
+std::optional<TilePlace> MoveSetNow(const BinParts& parts, int32_t source, int32_t target,
+                                    bool before);
 
 // Whether cmdDeleteTile can be used: not for an empty slot, and not for the last tile
 // that a set has.
-bool CanDeleteTile(const TextureBin& bin, const BinPlace& selected);
+bool CanDeleteTile(const TextureBin& bin, const TilePlace& selected);
 
-// The same without a question; level 2 follows when `correct` is set. Errors go through,
-// and leave everything as it was; so does a stop, which gives nothing.
-std::optional<BinPlace> AppendSet(const BinParts& parts, int32_t place, uint8_t terrain,
-                                  const std::vector<std::string>& files, bool correct);
-std::optional<BinPlace> TakeInTile(const BinParts& parts, const BinPlace& place,
-                                   const std::string& file);
+// A set appended or a tile taken in without a question; level 2 follows when `correct` is
+// set. Errors go through and leave all as it was; so does a stop, which gives nothing.
+std::optional<TilePlace> AppendSet(const BinParts& parts, int32_t place, uint8_t terrain,
+                                   const std::vector<std::string>& files, bool correct);
+std::optional<TilePlace> TakeInTile(const BinParts& parts, const TilePlace& place,
+                                    const std::string& file);
 
 } // namespace vardenix

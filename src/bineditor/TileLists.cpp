@@ -23,21 +23,15 @@ std::array<std::string, 3> SetColumns(const TextureBin& bin, int32_t row) {
     return {std::to_string(row), TerrainName(set.Terrain), std::to_string(set.TileCount)};
 }
 
-BinPlace PlaceOfTileRow(int32_t row) { return {SetOfNumber(row), SlotOfNumber(row)}; }
-
-int32_t TileRowOfPlace(const BinPlace& place) {
-    return FirstNumberOf(place.Set) + place.Slot;
-}
-
 TileRowLook LookOf(const Catalogue& catalogue, int32_t row) {
-    const BinPlace place = PlaceOfTileRow(row);
+    const TilePlace place = PlaceOfNumber(row);
     if (!HasTile(catalogue.Bin, place.Set, place.Slot))
         return TileRowLook::Empty;
     return InfoAt(catalogue, row).UseCount > 0 ? TileRowLook::Used : TileRowLook::Unused;
 }
 
 TileRow TileRowOf(const Catalogue& catalogue, int32_t row) {
-    const BinPlace place = PlaceOfTileRow(row);
+    const TilePlace place = PlaceOfNumber(row);
     TileRow result;
     result.Look = LookOf(catalogue, row);
     result.Columns = {std::to_string(row), std::to_string(ShownSet(place.Set)), "----",
@@ -64,11 +58,11 @@ std::string CountersLine(const Catalogue& catalogue) {
            std::to_string(UnusedTileCount(catalogue)) + " Tiles not used in L2";
 }
 
-SlotDetails DetailsOf(const Catalogue& catalogue, const BinPlace& place) {
+SlotDetails DetailsOf(const Catalogue& catalogue, const TilePlace& place) {
     SlotDetails details;
     if (!HasSet(catalogue.Bin, place.Set) || place.Slot < 0)
         return details;
-    const int32_t number = TileRowOfPlace(place);
+    const int32_t number = NumberOfPlace(place);
     details.UsedInL2 = InfoAt(catalogue, number).UseCount >= 1;
     if (!HasTile(catalogue.Bin, place.Set, place.Slot))
         return details;
@@ -79,10 +73,10 @@ SlotDetails DetailsOf(const Catalogue& catalogue, const BinPlace& place) {
     return details;
 }
 
-SlotTip TipOf(const Catalogue& catalogue, const BinPlace& place) {
+SlotTip TipOf(const Catalogue& catalogue, const TilePlace& place) {
     if (!HasSet(catalogue.Bin, place.Set))
         return {"Empty Tile", Red};
-    const int32_t number = TileRowOfPlace(place);
+    const int32_t number = NumberOfPlace(place);
     const TileInfo& info = InfoAt(catalogue, number);
     if (info.HasImage == 0)
         return {"Empty Tile", Red};

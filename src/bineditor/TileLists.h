@@ -29,9 +29,6 @@ int32_t UnusedTileCount(const Catalogue& catalogue);
 // "3 Sets || 40 Tiles || 7 Tiles not used in L2".
 std::string CountersLine(const Catalogue& catalogue);
 
-BinPlace PlaceOfTileRow(int32_t row);
-int32_t TileRowOfPlace(const BinPlace& place);
-
 // What is told of a slot beside its picture.
 struct SlotDetails {
     std::string TileName;   // all empty for a slot without a tile
@@ -39,14 +36,14 @@ struct SlotDetails {
     std::string TileNumber; // "Tile Number: 17"
     bool UsedInL2 = false;  // Highlightrect is green, else red
 };
-SlotDetails DetailsOf(const Catalogue& catalogue, const BinPlace& place);
+SlotDetails DetailsOf(const Catalogue& catalogue, const TilePlace& place);
 
 // The tool tip over a slot; lines are parted by CR LF.
 struct SlotTip {
     std::string Text;
     uint32_t Color = 0; // 0x00BBGGRR
 };
-SlotTip TipOf(const Catalogue& catalogue, const BinPlace& place);
+SlotTip TipOf(const Catalogue& catalogue, const TilePlace& place);
 
 // The texts of FraMoveSet. `target` is the clicked set; the move can be made when it is
 // another than `source`.

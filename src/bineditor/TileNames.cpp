@@ -1,6 +1,6 @@
 #include "bineditor/TileNames.h"
 
-#include "catalogue/TextureBinFile.h"
+#include "catalogue/PictureNames.h"
 #include "texts/Cutting.h"
 
 namespace vardenix {

@@ -42,7 +42,7 @@ public:
     OldBlocks(const LevelPair& pair, const LevelGeometry& geometry)
         : blocks_(geometry.Blocks), reader_(pair, geometry.Blocks) {}
 
-    uint64_t BehindEntries() const { return reader_.BehindEntries().size(); }
+    uint64_t BehindEntries() const { return reader_.LengthBehindEntries(); }
 
     // Whether one of its posts is such; always asked for the same.
     template <typename IsSuch>

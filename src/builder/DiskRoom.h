@@ -37,8 +37,8 @@ uint64_t BytesOfFineLevel(const Terrain& terrain, const std::string& folder,
                           int32_t level);
 uint64_t BytesOfFarLevel(const Terrain& terrain, const std::string& folder,
                          int32_t level);
-// The same for level 0 to 2 of a run that replaces elevations by those of its finest
-// grid. Level 1 may take less: elevations that are rounded to 0 count here.
+// The bytes of the pair of level 0 to 2 in a run that replaces elevations by those of its
+// finest grid. Level 1 may take less: elevations that are rounded to 0 count here.
 uint64_t BytesOfElevations(const Terrain& terrain, const std::string& folder,
                            int32_t level, const ElevationGrids& grids);
 

@@ -5,12 +5,12 @@
 #include "files/ReadableFile.h"
 #include "levels/ElevationFiles.h"
 #include "levels/LevelReader.h"
+#include "levels/TerrainStore.h"
 #include "texts/Cutting.h"
 #include "texts/Numbers.h"
 #include "texts/RuntimeError.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace vardenix {
 
@@ -100,13 +100,9 @@ void ReadElv(const ElevationMaster& master, ElevationGrids& grids, RebuildView& 
 std::string ElevationMaster::ElevationFile() const { return UpperCase(Path); }
 
 bool FitsTheater(const ElevationMaster& master, int32_t mapWidth) {
-    const double width =
-        master.ElevationFileType == ElevationKind::L0
-            ? RoundHalfEven(
-                  std::sqrt(static_cast<double>(FileLength(OffsetFileOfL0(master.Path))) /
-                            4) *
-                  SegmentSide)
-            : WidthFromElvFile(FileLength(master.Path));
+    const double width = master.ElevationFileType == ElevationKind::L0
+                             ? RootOfOffsetFile(FileLength(OffsetFileOfL0(master.Path)))
+                             : WidthFromElvFile(FileLength(master.Path));
     return width == 4.0 * mapWidth;
 }
 

@@ -3,8 +3,8 @@
 #include "builder/FartileContainers.h"
 #include "builder/FartileDrawing.h"
 #include "builder/FartileKeys.h"
+#include "builder/MetTiles.h"
 #include "builder/OldFartiles.h"
-#include "builder/TileNumbers.h"
 #include "levels/TerrainStore.h"
 #include "pictures/ImageLayer.h"
 #include "platform/ForEachInParallel.h"
@@ -73,7 +73,7 @@ private:
                 RequireInCatalogue(TileOf(serial), serial);
         LookForCopies(batch);
         for (int32_t first = batch.First; first < batch.Last;) {
-            TileNumbers tiles(files_.Count());
+            MetTiles tiles(files_.Count());
             int32_t last = first;
             while (last < batch.Last && AddTilesOf(last, tiles))
                 ++last;
@@ -86,7 +86,7 @@ private:
     void LookForCopies(const Range& batch) {
         if (!old_)
             return;
-        TileNumbers tiles(files_.Count());
+        MetTiles tiles(files_.Count());
         for (int32_t index = batch.First; index < batch.Last; ++index)
             AddTilesUnder(index, tiles);
         if (!pictures_.Require(tiles.All(), Stop(), parts_.Threads))
@@ -103,7 +103,7 @@ private:
     }
 
     // False, and nothing added, when there is no room for the tiles of one more.
-    bool AddTilesOf(int32_t index, TileNumbers& tiles) const {
+    bool AddTilesOf(int32_t index, MetTiles& tiles) const {
         if (copies_.contains(index))
             return true;
         const size_t before = tiles.All().size();
@@ -118,7 +118,7 @@ private:
         return parts_.Terrain.LxArr.Values()[static_cast<size_t>(serial) - 1].TileOffset;
     }
 
-    void AddTilesUnder(int32_t index, TileNumbers& tiles) const {
+    void AddTilesUnder(int32_t index, MetTiles& tiles) const {
         for (const int32_t serial : list_.At(index).Serials)
             tiles.Add(TileOf(serial));
     }
@@ -169,7 +169,7 @@ private:
     }
 
     void RequireTiles(const Range& range) {
-        TileNumbers tiles(files_.Count());
+        MetTiles tiles(files_.Count());
         for (int32_t index = range.First; index < range.Last; ++index)
             if (!copies_.contains(index))
                 AddTilesUnder(index, tiles);

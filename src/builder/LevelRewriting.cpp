@@ -1,8 +1,8 @@
 #include "builder/LevelRewriting.h"
 
-#include "builder/LevelWriter.h"
 #include "files/FileNames.h"
 #include "levels/LevelReader.h"
+#include "levels/LevelWriter.h"
 
 #include <optional>
 
@@ -35,7 +35,11 @@ void RewriteLevel(const LevelParts& parts, const LevelPair& pair,
     std::optional<LevelReader> old;
     if (!notExists)
         old.emplace(pair, geometry.Blocks);
-    LevelWriter writer(parts.Files, pair, old ? &*old : nullptr);
+    const auto was = [&old](const FileIdentity& (LevelReader::*identity)() const) {
+        return old ? std::optional(((*old).*identity)()) : std::nullopt;
+    };
+    RewrittenFile fileL(parts.Files, pair.L, was(&LevelReader::IdentityL));
+    LevelWriter writer(fileL, pair.L);
     std::vector<TerrainPost> posts(static_cast<size_t>(geometry.Blocks) *
                                    PostsPerSegment);
     for (int32_t y = 0; y < geometry.Blocks; ++y) {
@@ -49,7 +53,12 @@ void RewriteLevel(const LevelParts& parts, const LevelPair& pair,
         parts.View.Increase_PBs();
         parts.View.GoOn();
     }
-    writer.Finish();
+    fileL.Finish();
+    RewrittenFile fileO(parts.Files, pair.O, was(&LevelReader::IdentityO));
+    writer.WriteOffsets(fileO);
+    if (old)
+        fileO.Write(old->BehindEntries().Span());
+    fileO.Finish();
 }
 
 } // namespace vardenix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/ByteSink.h"
 #include "files/FileIdentity.h"
 #include "files/FolderLock.h"
 #include "files/ReadableFile.h"
@@ -61,20 +62,17 @@ struct RebuildFiles {
 
 // A file that a run writes anew, inside its transaction. With OnlyChanged the bytes are
 // first held against those of the old file, and nothing is staged as long as they agree.
-class RewrittenFile {
+class RewrittenFile : public ByteSink {
 public:
     // The files are borrowed; their transaction commits what is written here. `read` is
     // the old file that the new one is made from, where there is one: the run ends when
     // another is in its place by then.
     RewrittenFile(RebuildFiles& files, std::string_view path,
                   std::optional<FileIdentity> read = {});
-    RewrittenFile(const RewrittenFile&) = delete;
-    RewrittenFile& operator=(const RewrittenFile&) = delete;
 
-    void Write(std::span<const std::byte> bytes);
+    void Write(std::span<const std::byte> bytes) final;
     void WriteInt32(int32_t value);
-    // Bytes written so far.
-    uint64_t Position() const { return position_; }
+    uint64_t Position() const final { return position_; }
 
     // All is written; the file counts among those made.
     void Finish();

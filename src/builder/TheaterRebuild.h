@@ -56,7 +56,7 @@ RebuildReport RebuildTheater(const RebuildParts& parts, const RebuildOptions& op
 // What a report says: files, sizes, far tiles where any were taken over, seconds, each on
 // a line.
 std::string TextOfReport(const RebuildReport& report);
-// The same with each folder named once, for a box that is no wider than its names.
+// A report with each folder named once, for a box that is no wider than its names.
 std::string TextByFolder(const RebuildReport& report);
 
 } // namespace vardenix

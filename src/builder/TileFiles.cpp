@@ -1,6 +1,6 @@
 #include "builder/TileFiles.h"
 
-#include "catalogue/TextureBinFile.h"
+#include "catalogue/PictureNames.h"
 
 namespace vardenix {
 

@@ -1,6 +1,7 @@
 #include "catalogue/TextureBinFile.h"
 
 #include "catalogue/PictureFolder.h"
+#include "catalogue/PictureNames.h"
 #include "files/BinaryReader.h"
 #include "files/FileNames.h"
 #include "files/Mending.h"
@@ -182,15 +183,6 @@ private:
 };
 
 } // namespace
-
-std::string TileFileName(const std::string& tileName, bool night) {
-    const size_t cut = std::min<size_t>(tileName.size(), 4);
-    return tileName.substr(0, tileName.size() - cut) + (night ? "N.dds" : ".dds");
-}
-
-std::string TilePicturePath(const std::string& ddsFolder, const std::string& file) {
-    return ddsFolder + Utf8FromBytes(file);
-}
 
 TextureBin ParseBinFile(std::span<const std::byte> bytes, const std::string& path) {
     BinaryReader reader(bytes, path);

@@ -13,15 +13,6 @@
 
 namespace vardenix {
 
-// The picture file of a tile: its name less the last four characters, whatever they are,
-// plus
-// ".dds", or "N.dds" for the night. A shorter name leaves just the suffix.
-std::string TileFileName(const std::string& tileName, bool night);
-
-// The path of a picture in the folder of tile pictures; `file` is bytes as the catalogue
-// has them.
-std::string TilePicturePath(const std::string& ddsFolder, const std::string& file);
-
 // The catalogue that the bytes of a Texture.bin spell; `path` is for messages. Error 62
 // for counts that the bytes cannot hold, before anything is allocated for them; error 7
 // beyond MaxSets.
@@ -40,8 +31,8 @@ constexpr uint64_t MaxBinBytes = uint64_t{64} << 20;
 void OpenBinFile(Catalogue& catalogue, Progress& progress, Dialogs& dialogs,
                  DebugLog& log, const std::function<void()>& afterReading = {});
 
-// The same for whoever wants no pictures: none is looked for and none is missed, so that
-// HasImage is 0 throughout.
+// Reads BinPath for whoever wants no pictures: none is looked for and none is missed, so
+// that HasImage is 0 throughout.
 void OpenBinFileAlone(Catalogue& catalogue);
 
 // Writes the model over BinPath; NumTiles as it stands in the model. Error 53 when there

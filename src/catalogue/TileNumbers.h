@@ -14,6 +14,19 @@ constexpr int32_t SetOfNumber(int32_t number) { return number / TilesPerSet + 1;
 constexpr int32_t SlotOfNumber(int32_t number) { return number % TilesPerSet; }
 constexpr int32_t ShownSet(int32_t set) { return set - 1; }
 
+// A set from 1, 0 while there is none, and a slot of it from 0, -1 for none.
+struct TilePlace {
+    int32_t Set = 1;
+    int32_t Slot = 0;
+};
+
+constexpr TilePlace PlaceOfNumber(int32_t number) {
+    return {SetOfNumber(number), SlotOfNumber(number)};
+}
+constexpr int32_t NumberOfPlace(const TilePlace& place) {
+    return FirstNumberOf(place.Set) + place.Slot;
+}
+
 // All numbers that the sets own, with a tile or without.
 constexpr int32_t NumbersOf(const TextureBin& bin) { return bin.NumSets * TilesPerSet; }
 

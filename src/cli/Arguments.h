@@ -21,7 +21,7 @@ struct GivenPost {
 // A usage error unless the post lies in the `width` posts a side of a file.
 void RequireInside(const GivenPost& post, int32_t width, const std::string& file);
 
-// The same for a command's check, before anything is opened: `widthOf` gives the posts a
+// For a command's check, before anything is opened, in which `widthOf` gives the posts a
 // side that `file` has in a theater of so many posts.
 void RequireInside(const GivenPost& post, const TheaterFiles& files,
                    const std::function<int32_t(int32_t)>& widthOf,

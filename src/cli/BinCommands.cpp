@@ -259,7 +259,7 @@ void AddDeleteTile(Command& bin) {
     command.Number("TILE", options->Tile, "Tile number", FromZero).Required();
     AddKeepNumbers(command, *options);
     RunEdit(command, options, [](BinEditing& editing, const BinOptions& told) {
-        const BinPlace place = editing.Tile(told.Tile);
+        const TilePlace place = editing.Tile(told.Tile);
         if (!CanDeleteTile(editing.Bin().Bin, place))
             throw UsageError("TILE", "the only tile of a set cannot be deleted; see "
                                      "delete-set");

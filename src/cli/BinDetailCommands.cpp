@@ -85,7 +85,7 @@ struct DetailKind {
 };
 
 void EditTile(BinEditing& editing, const DetailOptions& told, const DetailKind& kind) {
-    const BinPlace place = editing.Tile(told.Tile);
+    const TilePlace place = editing.Tile(told.Tile);
     WorkingTile tile(TileAt(editing.Bin().Bin, place.Set, place.Slot));
     const int32_t rows = kind.Count(tile.Tile());
     if (told.Delete > rows)

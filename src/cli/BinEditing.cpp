@@ -42,8 +42,8 @@ int32_t BinEditing::Set(const std::string& name, int32_t shown) {
     return shown + 1;
 }
 
-BinPlace BinEditing::Tile(int32_t number) {
-    const BinPlace place{SetOfNumber(number), SlotOfNumber(number)};
+TilePlace BinEditing::Tile(int32_t number) {
+    const TilePlace place = PlaceOfNumber(number);
     if (number < 0 || !HasTile(Bin().Bin, place.Set, place.Slot))
         throw UsageError("TILE", "no tile has the number " + std::to_string(number));
     return place;

@@ -26,7 +26,7 @@ public:
     // for one that is not there.
     int32_t Set(const std::string& name, int32_t shown);
     // The place of a tile's number; a usage error where no tile has it.
-    BinPlace Tile(int32_t number);
+    TilePlace Tile(int32_t number);
 
     // The edit's numbers are passed on to level 2, unless they are to be kept.
     void Follow(const TileRenumbering& numbers, bool keepNumbers);

@@ -26,7 +26,7 @@ void CommandContext::Open(const TheaterFiles& files) {
     files.Open(State, Progress, platform_, Log);
 }
 
-Level2Lookup CommandContext::OpenToLookUp(const TheaterFiles& files, bool catalogue) {
+LevelReader CommandContext::OpenToLookUp(const TheaterFiles& files, bool catalogue) {
     return files.OpenToLookUp(State, Dialogs, Log, catalogue);
 }
 

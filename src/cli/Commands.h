@@ -26,12 +26,12 @@ public:
 
     // Opens the theater that the options name, with progress on a terminal.
     void Open(const TheaterFiles& files);
-    // The same for a command that writes: from the reading to the end of the command no
+    // Opens it for a command that writes: from the reading to the end of the command no
     // other program reads or writes the folders of the theater's files, nor that of
     // `file` where one is named.
     void OpenToWrite(const TheaterFiles& files, const std::string& file = {});
     // Single values of the theater; with the catalogue, but for its pictures, or without.
-    Level2Lookup OpenToLookUp(const TheaterFiles& files, bool catalogue);
+    LevelReader OpenToLookUp(const TheaterFiles& files, bool catalogue);
     // The locks of OpenToWrite, with nothing opened.
     void LockToWrite(const TheaterFiles& files, const std::string& file);
 

@@ -20,14 +20,14 @@ struct EditOptions {
     explicit EditOptions(Command& command) : Files(command) {}
 
     GivenPost Corner(const char* nameX, const char* nameY) const {
-        return {nameX, From0.X1, nameY, From0.Y1};
+        return {nameX, Posts.X1, nameY, Posts.Y1};
     }
     GivenPost OppositeCorner(const char* nameX, const char* nameY) const {
-        return {nameX, From0.X2, nameY, From0.Y2};
+        return {nameX, Posts.X2, nameY, Posts.Y2};
     }
 
     TheaterFiles Files;
-    PostRectangle From0{};
+    PostBox Posts;
     PostChange Change;
     bool Overwrite = false;
 };
@@ -55,11 +55,9 @@ void RequireAField(const PostChange& change) {
 
 void SaveFilled(CommandContext& context, const EditOptions& options) {
     Terrain& terrain = context.State.Terrain;
-    const PostRectangle posts{options.From0.X1 + 1, options.From0.Y1 + 1,
-                              options.From0.X2 + 1, options.From0.Y2 + 1};
-    const int64_t count = FillPosts(terrain, posts, options.Change);
+    const int64_t count = FillPosts(terrain, options.Posts, options.Change);
     if (options.Change.Palette || options.Change.X1 || options.Change.X2)
-        TellSharedSea(SeaSegments(terrain, posts));
+        TellSharedSea(SeaSegments(terrain, options.Posts));
     SaveLevel2(context, options.Overwrite);
     Print(std::to_string(count) + (count == 1 ? " post" : " posts") + " set in " +
           NameOnDisk(terrain.LFilename));
@@ -94,7 +92,7 @@ void SaveLevel2(CommandContext& context, bool overwrite) {
 void AddSet(Command& all) {
     Command command = all.AddCommand("set", "Change fields of one post, and save");
     const auto options = std::make_shared<EditOptions>(command);
-    AddPost(command, "X", options->From0.X1, "Y", options->From0.Y1);
+    AddPost(command, "X", options->Posts.X1, "Y", options->Posts.Y1);
     AddFields(command, options->Change);
     AddOverwrite(command, options->Overwrite);
     command.Check([options] {
@@ -103,8 +101,8 @@ void AddSet(Command& all) {
                       options->Files.L2File());
     });
     command.Run([options](CommandContext& context) {
-        options->From0.X2 = options->From0.X1;
-        options->From0.Y2 = options->From0.Y1;
+        options->Posts.X2 = options->Posts.X1;
+        options->Posts.Y2 = options->Posts.Y1;
         context.OpenToWrite(options->Files);
         const Terrain& terrain = context.State.Terrain;
         RequireInside(options->Corner("X", "Y"), SavedWidth(terrain.MapWidth),
@@ -118,8 +116,8 @@ void AddFill(Command& all) {
     Command command = all.AddCommand(
         "fill", "Change fields of a rectangle of posts, both corners included, and save");
     const auto options = std::make_shared<EditOptions>(command);
-    AddPost(command, "X1", options->From0.X1, "Y1", options->From0.Y1);
-    AddPost(command, "X2", options->From0.X2, "Y2", options->From0.Y2);
+    AddPost(command, "X1", options->Posts.X1, "Y1", options->Posts.Y1);
+    AddPost(command, "X2", options->Posts.X2, "Y2", options->Posts.Y2);
     AddFields(command, options->Change);
     AddOverwrite(command, options->Overwrite);
     command.Check([options] {

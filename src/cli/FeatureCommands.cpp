@@ -16,7 +16,7 @@ namespace {
 struct FeatureOptions {
     std::vector<std::string> Files;
     bool AsJson = false;
-    FeatureCorners Corners;
+    PostBox Corners;
     std::string Out;
 };
 
@@ -60,7 +60,7 @@ void AddFeaturesExport(Command& family) {
         "export", "Write the features with a point in a rectangle of posts, corners "
                   "included; exit 1 if there are none");
     const auto options = std::make_shared<FeatureOptions>();
-    FeatureCorners& corners = options->Corners;
+    PostBox& corners = options->Corners;
     command.Number("X1", corners.X1, "Column, from 0 at the left").Required();
     command.Number("Y1", corners.Y1, "Row, from 0 at the bottom").Required();
     command.Number("X2", corners.X2, "Column of the opposite corner").Required();

@@ -25,7 +25,7 @@ struct RegionOptions {
 
     TheaterFiles Files;
     std::string File;
-    RegionCorners Corners;
+    PostBox Corners;
     bool Clip = false;
     bool Overwrite = false;
 };

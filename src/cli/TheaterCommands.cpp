@@ -169,10 +169,10 @@ void AddGet(Command& all) {
             [](int32_t width) { return width; }, options->Files.L2File());
     });
     command.Run([options](CommandContext& context) {
-        const Level2Lookup posts = context.OpenToLookUp(options->Files, true);
+        const LevelReader posts = context.OpenToLookUp(options->Files, true);
         RequireInside({"X", options->X, "Y", options->Y}, context.State.Terrain.MapWidth,
                       context.State.Terrain.LFilename);
-        PrintValues(PostOf(posts.At(options->X + 1, options->Y + 1),
+        PrintValues(PostOf(posts.PostAt(options->X + 1, options->Y + 1),
                            context.State.Catalogue.Lookup, options->X, options->Y),
                     options->AsJson);
         return ExitDone;

@@ -77,8 +77,8 @@ void TheaterFiles::CheckPaths(ProgramState& state, Dialogs& dialogs,
         throw RuntimeError(ErrorNumber::FileNotFound, "the theater cannot be opened");
 }
 
-Level2Lookup TheaterFiles::OpenToLookUp(ProgramState& state, Dialogs& dialogs,
-                                        DebugLog& log, bool catalogue) const {
+LevelReader TheaterFiles::OpenToLookUp(ProgramState& state, Dialogs& dialogs,
+                                       DebugLog& log, bool catalogue) const {
     CheckPaths(state, dialogs, log);
     std::vector<std::string> files{state.Terrain.LFilename, state.Terrain.OFilename,
                                    state.MAPFile};
@@ -86,7 +86,7 @@ Level2Lookup TheaterFiles::OpenToLookUp(ProgramState& state, Dialogs& dialogs,
         files.push_back(state.Catalogue.BinPath);
     const ReadingLock reading(files);
     LogMended(reading.Mended(), log);
-    Level2Lookup posts(state.Terrain, log);
+    LevelReader posts = OpenLevel2(state.Terrain, log);
     if (catalogue)
         OpenBinFileAlone(state.Catalogue);
     state.MAPFileRead = OpenMapFile(state.MAPFile, state.MapFileRecord);

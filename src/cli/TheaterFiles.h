@@ -2,7 +2,7 @@
 
 #include "cli/CommandLine.h"
 #include "files/FileIdentity.h"
-#include "levels/LevelLookup.h"
+#include "levels/LevelReader.h"
 #include "platform/DebugLog.h"
 #include "platform/Platform.h"
 #include "platform/Progress.h"
@@ -36,10 +36,10 @@ public:
     void Open(ProgramState& state, Progress& progress, const Platform& platform,
               DebugLog& log) const;
 
-    // The same for a command that wants single values: of level 2 the posts are not read,
-    // of the catalogue, where it is wanted at all, no picture is looked for.
-    Level2Lookup OpenToLookUp(ProgramState& state, Dialogs& dialogs, DebugLog& log,
-                              bool catalogue) const;
+    // Opens it for a command that wants single values: of level 2 no post is read, of the
+    // catalogue, where it is wanted at all, no picture is looked for.
+    LevelReader OpenToLookUp(ProgramState& state, Dialogs& dialogs, DebugLog& log,
+                             bool catalogue) const;
 
     // What commands write of it: the L2 file, Texture.bin and theater.map.
     std::vector<std::string> WrittenFiles() const;

@@ -64,10 +64,9 @@ std::optional<Target> AskForTarget(Dialogs& dialogs) {
     return Target{false, *folder};
 }
 
-FoundFeatures Find(const FeatureSet& features, const FeatureCorners& corners,
-                   Progress& progress) {
+FoundFeatures Find(const FeatureSet& features, const PostBox& box, Progress& progress) {
     const ShownBar bar(progress);
-    FoundFeatures found = FeaturesInside(features, corners);
+    FoundFeatures found = FeaturesInside(features, box);
     progress.SetBar(100);
     return found;
 }
@@ -78,9 +77,8 @@ bool FoundFeatures::None() const {
     return std::ranges::all_of(ByKind, [](const auto& list) { return list.empty(); });
 }
 
-FoundFeatures FeaturesInside(const FeatureSet& features, const FeatureCorners& corners) {
-    const auto [left, right] = std::minmax(corners.X1, corners.X2);
-    const auto [bottom, top] = std::minmax(corners.Y1, corners.Y2);
+FoundFeatures FeaturesInside(const FeatureSet& features, const PostBox& box) {
+    const auto [left, bottom, right, top] = Ordered(box);
     const Rectangle rectangle{static_cast<double>(left), static_cast<double>(bottom),
                               static_cast<double>(right), static_cast<double>(top)};
     FoundFeatures found;
@@ -116,13 +114,13 @@ void WriteFeatureFiles(const FoundFeatures& found, const std::string& folder) {
     files.Commit();
 }
 
-void SubExportTDFs(const FeatureSet& features, const FeatureCorners& corners,
-                   Dialogs& dialogs, Progress& progress) {
+void SubExportTDFs(const FeatureSet& features, const PostBox& box, Dialogs& dialogs,
+                   Progress& progress) {
     try {
         const auto target = AskForTarget(dialogs);
         if (!target)
             return;
-        const FoundFeatures found = Find(features, corners, progress);
+        const FoundFeatures found = Find(features, box, progress);
         if (found.None())
             dialogs.Notice(NoneFound, "Info...", BoxIcon::Information);
         else if (target->OneFile)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "levels/Posts.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "program/FeatureSet.h"
@@ -10,22 +11,14 @@
 
 namespace vardenix {
 
-// Two corners in posts counted from 0, in either order.
-struct FeatureCorners {
-    int32_t X1 = 0;
-    int32_t Y1 = 0;
-    int32_t X2 = 0;
-    int32_t Y2 = 0;
-};
-
-// The features with a point inside the rectangle, borders included, by kind in the order
+// The features with a point inside a box, borders included, by kind in the order
 // of FeatureKinds; those that only cross it between two points are not among them.
 struct FoundFeatures {
     std::array<std::vector<const Feature*>, FeatureKinds.size()> ByKind;
 
     bool None() const;
 };
-FoundFeatures FeaturesInside(const FeatureSet& features, const FeatureCorners& corners);
+FoundFeatures FeaturesInside(const FeatureSet& features, const PostBox& box);
 
 // "Airports.tdf" and so on.
 std::string ExportedFile(FeatureKind kind);
@@ -39,7 +32,7 @@ void WriteFeatureFiles(const FoundFeatures& found, const std::string& folder);
 // Asks whether one file is wanted or one for each kind, asks where, and writes. A cancel
 // ends without a word, an error in a box; a region without features is told and nothing
 // is written.
-void SubExportTDFs(const FeatureSet& features, const FeatureCorners& corners,
-                   Dialogs& dialogs, Progress& progress);
+void SubExportTDFs(const FeatureSet& features, const PostBox& box, Dialogs& dialogs,
+                   Progress& progress);
 
 } // namespace vardenix

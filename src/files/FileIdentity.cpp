@@ -1,6 +1,5 @@
 #include "files/FileIdentity.h"
 
-#include "files/FileNames.h"
 #include "files/FileStatus.h"
 
 namespace vardenix {
@@ -17,10 +16,6 @@ FileIdentity IdentityOfStatus(const struct stat& status) {
 FileIdentity IdentityOfRealPath(const std::filesystem::path& path) {
     const auto status = StatusOf(path);
     return status ? IdentityOfStatus(*status) : FileIdentity{};
-}
-
-FileIdentity IdentityOf(std::string_view path) {
-    return IdentityOfRealPath(RealPath(path));
 }
 
 } // namespace vardenix

@@ -28,7 +28,6 @@ FileIdentity IdentityOfStatus(const struct ::stat& status);
 
 // Links are followed. Not there is what ENOENT and ENOTDIR say; any other refusal is
 // thrown with the path.
-FileIdentity IdentityOf(std::string_view path);
 FileIdentity IdentityOfRealPath(const std::filesystem::path& path);
 
 } // namespace vardenix

@@ -219,14 +219,6 @@ void DeleteFolderTree(std::string_view text) {
         ThrowSystemError(error.value(), "deleting the folder", TextOfPath(path));
 }
 
-void CreateFolder(std::string_view text) {
-    const fs::path path = RealPath(text, PathKind::Folder);
-    std::error_code error;
-    fs::create_directories(path, error);
-    if (error)
-        ThrowSystemError(error.value(), "making the folder", TextOfPath(path));
-}
-
 bool SameFile(std::string_view a, std::string_view b) {
     const fs::path pathA = FollowLinks(RealPath(a));
     const fs::path pathB = FollowLinks(RealPath(b));

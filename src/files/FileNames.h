@@ -30,7 +30,7 @@ std::filesystem::path PathAsItStands(std::string_view text);
 // the case of its text, in the folders that are.
 std::filesystem::path RealPath(std::string_view text, PathKind kind = PathKind::Anything);
 
-// The same below a folder that is taken as it stands, as are the folders above it.
+// RealPath below a folder that is taken as it stands, as are the folders above it.
 std::filesystem::path RealPathBelow(const std::filesystem::path& folder,
                                     std::string_view rest,
                                     PathKind kind = PathKind::Anything);
@@ -62,9 +62,6 @@ void DeleteFile(std::string_view text);
 // there is none. The name counts as it stands, and no link is followed: what one leads to
 // stays.
 void DeleteFolderTree(std::string_view text);
-
-// Makes one folder, or with its parents where they are missing.
-void CreateFolder(std::string_view text);
 
 // Whether two texts name the same file, existing or not, links followed.
 bool SameFile(std::string_view a, std::string_view b);

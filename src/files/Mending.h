@@ -21,7 +21,7 @@ namespace vardenix {
 // holds it; whatever does not stand between a reader and whole files is passed over.
 std::vector<std::string> MendFiles(const std::vector<std::string>& paths);
 
-// The same for the journals of one folder, by a holder of its exclusive lock.
+// MendFiles for the journals of one folder, by a holder of its exclusive lock.
 void MendJournal(const std::filesystem::path& folder, std::vector<std::string>& done);
 
 // Files that are read together: mended, then held still by a shared lock on their folders

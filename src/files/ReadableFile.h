@@ -36,6 +36,14 @@ private:
     FileIdentity identity_;
 };
 
+// A value at an offset of a file; zero where the file does not hold all of it.
+template <typename Value>
+Value ValueAt(const ReadableFile& file, uint64_t offset) {
+    Value value{};
+    const auto bytes = std::as_writable_bytes(std::span(&value, 1));
+    return file.ReadAt(offset, bytes) == bytes.size() ? value : Value{};
+}
+
 // Error 7 for a file of more bytes.
 void RequireAtMost(const ReadableFile& file, uint64_t most);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/BinaryReader.h"
+#include "files/ByteSink.h"
 #include "files/FileIdentity.h"
 #include "files/FolderLock.h"
 #include "files/ReadableFile.h"
@@ -46,21 +47,18 @@ private:
 //
 // Every routine throws the system's refusal (61 disk full, 70, 75, 57) with the file's
 // name; 70 when another program is still writing the same file after LockPatience.
-class StagedFile {
+class StagedFile : public ByteSink {
 public:
     explicit StagedFile(std::string_view path);
-    StagedFile(const StagedFile&) = delete;
-    StagedFile& operator=(const StagedFile&) = delete;
     // Drops the staged bytes unless they were committed.
-    ~StagedFile() = default;
+    ~StagedFile() override = default;
 
-    void Write(std::span<const std::byte> bytes);
+    void Write(std::span<const std::byte> bytes) final;
     void WriteText(std::string_view text);
     void WriteInt32(int32_t value);
     // What another file holds from `offset` on, however much it is.
     void WriteRestOf(const ReadableFile& file, uint64_t offset);
-    // Bytes written so far.
-    uint64_t Position() const { return position_; }
+    uint64_t Position() const final { return position_; }
 
     // For a file beside it that tells how this one can be known. All is written; size and
     // time are those that it will have in its place.

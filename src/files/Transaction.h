@@ -47,7 +47,7 @@ public:
     // staged already.
     StagedFile& Stage(std::string_view path);
 
-    // The same for a file that was read before it is replaced: ChangedFileError, here or
+    // Stages a file that was read before it is replaced: ChangedFileError, here or
     // from Commit, when another file is there than `read` and that is not to be
     // overwritten. A file that has gone is no other file, and where nothing was read
     // there is nothing to compare.

@@ -1,11 +1,10 @@
 #include "levels/ElevationFiles.h"
 
 #include "companion/Vardenix.h"
-#include "files/BinaryReader.h"
 #include "files/FileNames.h"
 #include "files/Mending.h"
 #include "files/Transaction.h"
-#include "levels/LevelLookup.h"
+#include "levels/LevelWriter.h"
 #include "levels/TerrainStore.h"
 #include "texts/Cutting.h"
 #include "texts/Numbers.h"
@@ -42,8 +41,6 @@ std::string EmptyPairQuestion(const std::string& path) {
            "Do you want to write two empty files?";
 }
 
-using Block = std::array<TerrainPost, PostsPerSegment>;
-
 void MoveBar(Progress& progress, int32_t row, int32_t rows) {
     progress.SetBar(Percent(row, rows));
     if (row % 10 == 0)
@@ -56,17 +53,11 @@ void TellWrongWidth(Dialogs& dialogs, std::optional<ReadingLock>& reading) {
     dialogs.Notice(WrongWidth, "Error!", BoxIcon::Critical);
 }
 
-Block BlockAt(LevelBlocks& fileL, int32_t offset) {
-    Block block{};
-    fileL.Read(offset, block.data(), SegmentSide);
-    return block;
-}
-
 // Calls visit(record, elevation) for each record of a segment and its place among the
 // heights of a grid `width` posts a side.
 template <typename Visit>
 void ForEachElevation(std::span<int16_t> heights, int32_t width, int32_t segX,
-                      int32_t segY, Block& block, Visit visit) {
+                      int32_t segY, std::span<TerrainPost> block, Visit visit) {
     const auto first = static_cast<size_t>(SegToSerial(segX, segY, 1, 1, width)) - 1;
     for (size_t j = 0; j < SegmentSide; ++j)
         for (size_t i = 0; i < SegmentSide; ++i)
@@ -93,7 +84,7 @@ std::optional<OpenElv> OpenElvOf(const Terrain& terrain, ElevationLayer& layer,
     return OpenElv{std::move(reading), std::move(file)};
 }
 
-// The same of a L0 file and the O0 file beside it.
+// A L0 file that is one of the theater's, and the O0 file beside it, held still.
 struct OpenL0 {
     std::optional<ReadingLock> Reading;
     ReadableFile FileL;
@@ -149,10 +140,12 @@ bool LoadL0(const Terrain& terrain, ElevationLayer& layer, Progress& progress,
     if (!open)
         return false;
     log.WriteLog("Redimed L0ElvArr, 1 to " + std::to_string(layer.EMapWidth) + " (x2)");
-    LevelBlocks blocks(std::move(open->FileL), layer.EMapWidth);
-    layer.L0ElvArr = ReadL0Heights(
-        blocks, open->FileO.ReadAll().Span(), layer.EMapWidth, layer.OffsetPath,
-        [&progress](int32_t row, int32_t rows) { MoveBar(progress, row, rows); });
+    const LevelReader reader(std::move(open->FileL), std::move(open->FileO),
+                             layer.EMapWidth / SegmentSide);
+    layer.L0ElvArr =
+        ReadL0Heights(reader, layer.EMapWidth, [&progress](int32_t row, int32_t rows) {
+            MoveBar(progress, row, rows);
+        });
     log.WriteLog("Loaded L&O Files...");
     log.WriteLog("Closed L&O Files...");
     return true;
@@ -180,10 +173,11 @@ void SaveElv(ElevationLayer& layer, const std::string& path, Progress& progress,
 }
 
 // Gives the records of a segment their new elevations.
-using ElevationsOf = std::function<void(int32_t segX, int32_t segY, Block& block)>;
+using ElevationsOf =
+    std::function<void(int32_t segX, int32_t segY, std::span<TerrainPost> block)>;
 
 ElevationsOf AllOf(ElevationLayer& layer) {
-    return [&layer](int32_t segX, int32_t segY, Block& block) {
+    return [&layer](int32_t segX, int32_t segY, std::span<TerrainPost> block) {
         ForEachElevation(
             layer.L0ElvArr.Values(), layer.EMapWidth, segX, segY, block,
             [](TerrainPost& record, int16_t elevation) { record.Elevation = elevation; });
@@ -192,7 +186,7 @@ ElevationsOf AllOf(ElevationLayer& layer) {
 
 // All stay but that of the post (x, y), from 1.
 ElevationsOf OneAt(int32_t x, int32_t y, int16_t feet) {
-    return [=](int32_t segX, int32_t segY, Block& block) {
+    return [=](int32_t segX, int32_t segY, std::span<TerrainPost> block) {
         const int32_t i = x - 1 - (segX - 1) * SegmentSide;
         const int32_t j = y - 1 - (segY - 1) * SegmentSide;
         if (i >= 0 && i < SegmentSide && j >= 0 && j < SegmentSide)
@@ -201,7 +195,7 @@ ElevationsOf OneAt(int32_t x, int32_t y, int16_t feet) {
     };
 }
 
-bool IsSeaOfL0(const Block& block) {
+bool IsSeaOfL0(std::span<const TerrainPost> block) {
     return std::all_of(block.begin(), block.end(), [](const TerrainPost& record) {
         return record.Elevation == 0 && record.TileOffset == SeaTileOfL0;
     });
@@ -211,31 +205,27 @@ bool IsSeaOfL0(const Block& block) {
 void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
                 const ElevationsOf& changeBlock, Progress& progress,
                 IfChanged ifChanged) {
-    const FileBytes fileO = ReadWholeFile(pair.O);
-    LevelBlocks fileL(ReadableFile(pair.L), layer.EMapWidth);
+    const int32_t segments = layer.EMapWidth / SegmentSide;
+    const LevelReader old(pair, segments);
     Transaction files;
     const bool own = SameFile(pair.L, layer.Path);
     StagedFile& newL = files.Stage(pair.L, own ? layer.Read : Unread, ifChanged);
     StagedFile& newO = files.Stage(pair.O, own ? layer.ReadO : Unread, ifChanged);
-    BinaryReader offsets(fileO.Span(), pair.O);
-    const int32_t segments = layer.EMapWidth / SegmentSide;
-    int64_t shared = -1;
+    LevelWriter writer(newL, pair.L);
+    std::vector<TerrainPost> row(static_cast<size_t>(segments) * PostsPerSegment);
     for (int32_t segY = 1; segY <= segments; ++segY) {
+        old.ReadRow(segY - 1, row);
         for (int32_t segX = 1; segX <= segments; ++segX) {
-            Block block = BlockAt(fileL, offsets.Int32());
+            const auto block = std::span(row).subspan(
+                static_cast<size_t>(segX - 1) * PostsPerSegment, PostsPerSegment);
             changeBlock(segX, segY, block);
-            const bool sea = IsSeaOfL0(block);
-            const auto position = static_cast<int64_t>(newL.Position());
-            if (!sea || shared == -1)
-                newL.Write(std::as_bytes(std::span(block)));
-            if (sea && shared == -1)
-                shared = position;
-            newO.WriteInt32(static_cast<int32_t>(sea ? shared : position));
+            writer.Store(block, IsSeaOfL0(block));
         }
         MoveBar(progress, segY, segments);
     }
+    writer.WriteOffsets(newO);
     // The entries are overwritten; what stands behind them stays.
-    newO.Write(fileO.Span().subspan(offsets.Position()));
+    newO.Write(old.BehindEntries().Span());
     files.Commit();
     if (own) {
         layer.Read = newL.Identity();
@@ -314,15 +304,13 @@ HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
     return heights;
 }
 
-HeightArray ReadL0Heights(LevelBlocks& fileL, std::span<const std::byte> fileO,
-                          int32_t width, const std::string& pathO,
+HeightArray ReadL0Heights(const LevelReader& reader, int32_t width,
                           const std::function<void(int32_t, int32_t)>& afterRow) {
     const int32_t segments = width / SegmentSide;
-    const std::vector<int32_t> offsets = ReadOffsets(fileO, segments, pathO);
     HeightArray heights(int64_t{width} * width);
     int32_t read = 0;
-    fileL.ReadEach(offsets, [&](size_t segment, std::span<const std::byte> bytes) {
-        Block block{};
+    reader.ReadEach([&](size_t segment, std::span<const std::byte> bytes) {
+        std::array<TerrainPost, PostsPerSegment> block{};
         CopyBlock(bytes, block.data(), SegmentSide);
         const auto place = static_cast<int32_t>(segment);
         ForEachElevation(heights.Values(), width, place % segments + 1,
@@ -380,7 +368,7 @@ std::optional<int16_t> LookUpElevation(const Terrain& terrain, ElevationKind kin
         return std::nullopt;
     const int32_t segments = layer.EMapWidth / SegmentSide;
     RequireOffsets(open->FileO, segments);
-    return PostAt(open->FileL, OffsetAt(open->FileO, segments, x, y), x, y).Elevation;
+    return LookUpPost(open->FileL, open->FileO, segments, x, y).Elevation;
 }
 
 std::optional<ElevationSave> SetElevation(const Terrain& terrain, ElevationKind kind,

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "levels/LevelBlocks.h"
 #include "levels/LevelPairs.h"
+#include "levels/LevelReader.h"
 #include "levels/Terrain.h"
 #include "platform/DebugLog.h"
 #include "platform/Dialogs.h"
@@ -22,14 +22,12 @@ ElevationKind KindOfElevationFile(const std::string& path);
 // Heights a side that an .elv file of `length` bytes stands for, rounded half to even.
 double WidthFromElvFile(uint64_t length);
 
-// The heights of a grid `width` posts a side, from the bytes of an .elv file or of a L0
-// file and its O0 file. What the .elv or L0 file does not hold is 0; error 62 when the O0
-// file has too few entries. `afterRow(row, rows)` is called once per row of heights, or
-// of segments.
+// The heights of a grid `width` posts a side, from the bytes of an .elv file or from a L0
+// file and its O0 file. What the .elv or L0 file does not hold is 0. `afterRow(row,
+// rows)` is called once per row of heights, or of segments.
 HeightArray ReadElvHeights(std::span<const std::byte> file, int32_t width,
                            const std::function<void(int32_t, int32_t)>& afterRow);
-HeightArray ReadL0Heights(LevelBlocks& fileL, std::span<const std::byte> fileO,
-                          int32_t width, const std::string& pathO,
+HeightArray ReadL0Heights(const LevelReader& reader, int32_t width,
                           const std::function<void(int32_t, int32_t)>& afterRow);
 
 // Reads the finest elevations from a L0 file with its O0 file, or from an .elv file.
@@ -56,12 +54,11 @@ enum class ElevationSave {
 // loaded.
 // - .elv: the raw values.
 // - L0 with both its files there: every post keeps what it has but its elevation; sea
-// segments
-//   (tile 8192, elevation 0) share one block. A pair of the wrong width is asked about,
-//   but the answer is not looked at: the pair stays untouched, the "x" file stays behind,
-//   empty and open.
+//   segments (tile 8192, elevation 0) share one block. A pair of the wrong width is asked
+//   about, but the answer is not looked at: the pair stays untouched, the "x" file stays
+//   behind, empty and open.
 // - L0 with either file missing: both are made anew, and are empty, if the user wants
-// that.
+//   that.
 // ChangedFileError when the file that was loaded is another one by now.
 ElevationSave SaveElevationData(Terrain& terrain, ElevationKind kind,
                                 const std::string& path, Progress& progress,

@@ -4,6 +4,7 @@
 #include "files/FileNames.h"
 #include "files/Mending.h"
 #include "files/Transaction.h"
+#include "levels/LevelWriter.h"
 #include "texts/Numbers.h"
 #include "texts/RuntimeError.h"
 
@@ -11,6 +12,7 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace vardenix {
 
@@ -23,12 +25,10 @@ size_t FirstPostOf(int32_t segX, int32_t segY, int32_t width) {
     return static_cast<size_t>(SegToSerial(segX, segY, 1, 1, width)) - 1;
 }
 
-void WriteBlock(StagedFile& file, const TerrainPost* first, int32_t width) {
-    std::array<TerrainPost, PostsPerSegment> block;
+void TakeBlock(const TerrainPost* first, int32_t width, std::span<TerrainPost> block) {
     for (size_t row = 0; row < SegmentSide; ++row)
         std::memcpy(&block[row * SegmentSide], first + row * static_cast<size_t>(width),
                     RowBytes);
-    file.Write(std::as_bytes(std::span(block)));
 }
 
 void RequireOneSegment(int32_t width, const std::string& pathO) {
@@ -37,6 +37,32 @@ void RequireOneSegment(int32_t width, const std::string& pathO) {
                            pathO + " stands for a grid of " + std::to_string(width) +
                                " posts a side, not one whole segment; bring back a "
                                "backup of it");
+}
+
+// LFilename and OFilename, open and measured.
+struct Level2Files {
+    Level2Files(const Terrain& terrain, DebugLog& log)
+        : O(terrain.OFilename), L(terrain.LFilename) {
+        log.WriteLog("Opened L&O Files...");
+        Width = WidthFromOffsetFile(O.Size(), terrain.OFilename);
+        log.WriteLog("MapWidth is " + std::to_string(Width));
+        RequireOneSegment(Width, terrain.OFilename);
+    }
+
+    ReadableFile O;
+    ReadableFile L;
+    int32_t Width = 0; // posts a side
+};
+
+LevelReader ReaderOf(Level2Files files) {
+    return {std::move(files.L), std::move(files.O), files.Width / SegmentSide};
+}
+
+void TakeMeasures(Terrain& terrain, const LevelReader& reader, int32_t width) {
+    terrain.MapWidth = width;
+    terrain.ReadL = reader.IdentityL();
+    terrain.ReadO = reader.IdentityO();
+    terrain.Gap = {reader.Missing(), static_cast<int64_t>(reader.Offsets().size())};
 }
 
 } // namespace
@@ -69,21 +95,12 @@ int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO) {
     return static_cast<int32_t>(width);
 }
 
-PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte> fileO,
-                    int32_t width, const std::string& pathO,
-                    const std::function<void(int32_t, int32_t)>& afterRow) {
-    LevelBlocks blocks(fileL);
-    return ReadPosts(blocks, fileO, width, pathO, afterRow);
-}
-
-PostArray ReadPosts(LevelBlocks& fileL, std::span<const std::byte> fileO, int32_t width,
-                    const std::string& pathO,
+PostArray ReadPosts(const LevelReader& reader, int32_t width,
                     const std::function<void(int32_t, int32_t)>& afterRow) {
     const int32_t segments = width / SegmentSide;
-    const std::vector<int32_t> offsets = ReadOffsets(fileO, segments, pathO);
     PostArray posts(int64_t{width} * width);
     int32_t read = 0;
-    fileL.ReadEach(offsets, [&](size_t segment, std::span<const std::byte> block) {
+    reader.ReadEach([&](size_t segment, std::span<const std::byte> block) {
         const auto place = static_cast<int32_t>(segment);
         const size_t first =
             FirstPostOf(place % segments + 1, place / segments + 1, width);
@@ -94,41 +111,35 @@ PostArray ReadPosts(LevelBlocks& fileL, std::span<const std::byte> fileO, int32_
     return posts;
 }
 
-Level2Files::Level2Files(const Terrain& terrain, DebugLog& log)
-    : fileO_(terrain.OFilename), fileL_(terrain.LFilename) {
-    log.WriteLog("Opened L&O Files...");
-    width_ = WidthFromOffsetFile(fileO_.Size(), terrain.OFilename);
-    log.WriteLog("MapWidth is " + std::to_string(width_));
-    RequireOneSegment(width_, terrain.OFilename);
-}
-
 void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log) {
     progress.SetBar(0);
     progress.SetText("Loading L2 File...");
     const ReadingLock reading({terrain.LFilename, terrain.OFilename});
     LogMended(reading.Mended(), log);
     Level2Files files(terrain, log);
-    const int32_t width = files.Width();
-    log.WriteLog("Redimed LxArr, 1 to " + std::to_string(int64_t{width} * width));
-    const FileIdentity readL = files.L().Identity();
-    LevelBlocks blocks(std::move(files.L()), width);
-    PostArray posts =
-        ReadPosts(blocks, files.O().ReadAll().Span(), width, terrain.OFilename,
-                  [&progress](int32_t row, int32_t rows) {
-                      progress.SetBar(Percent(row, rows));
-                      progress.LetEventsThrough();
-                  });
-    terrain.MapWidth = width;
+    log.WriteLog("Redimed LxArr, 1 to " +
+                 std::to_string(int64_t{files.Width} * files.Width));
+    const int32_t width = files.Width;
+    const LevelReader reader = ReaderOf(std::move(files));
+    PostArray posts = ReadPosts(reader, width, [&progress](int32_t row, int32_t rows) {
+        progress.SetBar(Percent(row, rows));
+        progress.LetEventsThrough();
+    });
     terrain.LxArr = std::move(posts);
-    terrain.ReadL = readL;
-    terrain.ReadO = files.O().Identity();
-    const int64_t segments = width / SegmentSide;
-    terrain.Gap = {blocks.Missing(), segments * segments};
+    TakeMeasures(terrain, reader, width);
 
     log.WriteLog("Loaded L&O Files...");
     progress.LetEventsThrough();
     log.WriteLog("Closed L&O Files...");
     log.WriteLog("Exiting LoadLFile...");
+}
+
+LevelReader OpenLevel2(Terrain& terrain, DebugLog& log) {
+    Level2Files files(terrain, log);
+    const int32_t width = files.Width;
+    LevelReader reader = ReaderOf(std::move(files));
+    TakeMeasures(terrain, reader, width);
+    return reader;
 }
 
 bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY) {
@@ -148,25 +159,22 @@ bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY) {
            everyPost([](const TerrainPost& post) { return post.Elevation == 0; });
 }
 
-void WriteLevel2(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO,
+void WriteLevel2(const Terrain& terrain, ByteSink& fileL, ByteSink& fileO,
                  Progress& progress) {
     const int32_t segments = terrain.MapWidth / SegmentSide;
     const auto posts = terrain.LxArr.Values();
-    int64_t shared = -1;
+    LevelWriter writer(fileL, terrain.LFilename);
+    std::array<TerrainPost, PostsPerSegment> block;
     for (int32_t segY = 1; segY <= segments; ++segY) {
         for (int32_t segX = 1; segX <= segments; ++segX) {
-            const TerrainPost* first = &posts[FirstPostOf(segX, segY, terrain.MapWidth)];
-            const auto position = static_cast<int64_t>(fileL.Position());
-            const bool sea = IsCommonSeg(terrain, segX, segY);
-            if (!sea || shared == -1)
-                WriteBlock(fileL, first, terrain.MapWidth);
-            if (sea && shared == -1)
-                shared = position;
-            fileO.WriteInt32(static_cast<int32_t>(sea ? shared : position));
+            TakeBlock(&posts[FirstPostOf(segX, segY, terrain.MapWidth)], terrain.MapWidth,
+                      block);
+            writer.Store(block, IsCommonSeg(terrain, segX, segY));
         }
         progress.SetBar(Percent(segY, segments));
         progress.LetEventsThrough();
     }
+    writer.WriteOffsets(fileO);
 }
 
 void SaveTheater(Terrain& terrain, const std::string& path, Progress& progress,

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "files/ByteSink.h"
 #include "files/Transaction.h"
-#include "levels/LevelBlocks.h"
 #include "levels/LevelPairs.h"
+#include "levels/LevelReader.h"
 #include "levels/Terrain.h"
 #include "platform/DebugLog.h"
 #include "platform/Progress.h"
 
-#include <cstddef>
+#include <cstdint>
 #include <functional>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -29,36 +29,15 @@ PostXY SegToXY(int32_t segX, int32_t segY, int32_t i, int32_t j, int32_t width);
 // Posts per side that an O file of `lengthO` bytes stands for: the root of its entries
 // times 16, rounded half to even.
 double RootOfOffsetFile(uint64_t lengthO);
-// The same for a level that is to be read: error 62 for an empty file, error 7 beyond
-// MaxGridWidth.
+// Of a level that is to be read, as a whole number: error 62 for an empty file, error 7
+// beyond MaxGridWidth.
 int32_t WidthFromOffsetFile(uint64_t lengthO, const std::string& pathO);
 
-// The posts of a level `width` posts a side, from the bytes of its two files. Whole
-// segments only are read: a width of 33 posts has two segments a side. Posts that the L
-// file does not hold stay zero. Error 62 when the O file has too few entries, 7 when
-// memory lacks. `afterRow(row, rows)` is called once per row of segments.
-PostArray ReadPosts(LevelBlocks& fileL, std::span<const std::byte> fileO, int32_t width,
-                    const std::string& pathO,
+// The posts of a level `width` posts a side, whose whole segments the reader has: a width
+// of 33 posts has two a side. Posts that the L file does not hold stay zero. Error 7 when
+// memory lacks. `afterRow(row, rows)` is called as often as there are rows of segments.
+PostArray ReadPosts(const LevelReader& reader, int32_t width,
                     const std::function<void(int32_t, int32_t)>& afterRow);
-PostArray ReadPosts(std::span<const std::byte> fileL, std::span<const std::byte> fileO,
-                    int32_t width, const std::string& pathO,
-                    const std::function<void(int32_t, int32_t)>& afterRow);
-
-// LFilename and OFilename, open and measured: errors as LoadLFile has them before it
-// reads a post. The caller holds a ReadingLock.
-class Level2Files {
-public:
-    Level2Files(const Terrain& terrain, DebugLog& log);
-
-    int32_t Width() const { return width_; } // posts a side
-    ReadableFile& L() { return fileL_; }
-    const ReadableFile& O() const { return fileO_; }
-
-private:
-    ReadableFile fileO_;
-    ReadableFile fileL_;
-    int32_t width_ = 0;
-};
 
 // Reads LFilename and OFilename into MapWidth and LxArr, after mending what an
 // interrupted save may have left. The width comes from the O file alone. Posts that the L
@@ -67,6 +46,11 @@ private:
 // none. The bar moves and events pass once per row of segments. On any error the terrain
 // is what it was.
 void LoadLFile(Terrain& terrain, Progress& progress, DebugLog& log);
+
+// Level 2 for whoever wants single posts of it: finds and checks what LoadLFile does but
+// reads the O file alone, and leaves all in the terrain that LoadLFile does but LxArr.
+// The caller holds a ReadingLock.
+LevelReader OpenLevel2(Terrain& terrain, DebugLog& log);
 
 // Whether all 256 posts of a segment of LxArr have tile 0 and elevation 0; their other
 // fields play no part.
@@ -82,13 +66,13 @@ bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY);
 void SaveTheater(Terrain& terrain, const LevelPair& pair, Progress& progress,
                  IfChanged ifChanged = IfChanged::Refuse);
 
-// The same to the pair that PairForSaving gives for a path.
+// To the pair that PairForSaving gives for a path.
 void SaveTheater(Terrain& terrain, const std::string& path, Progress& progress,
                  IfChanged ifChanged = IfChanged::Refuse);
 
-// The bytes of such a pair, for whoever changes other files along with it. The bar moves
-// and events pass once per row of segments.
-void WriteLevel2(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO,
+// The bytes that SaveTheater writes to a pair, for whoever changes other files along with
+// it. The bar moves and events pass once per row of segments.
+void WriteLevel2(const Terrain& terrain, ByteSink& fileL, ByteSink& fileO,
                  Progress& progress);
 
 // Sentences of Mending.h.

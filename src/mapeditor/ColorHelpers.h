@@ -15,7 +15,7 @@ void LongColorToRGB(uint32_t color, uint8_t& red, uint8_t& green, uint8_t& blue)
 uint32_t RGBToLong(uint8_t red, uint8_t green, uint8_t blue);
 uint32_t HexColorToLong(std::string_view text);
 
-// The same three parts by division; `done` becomes true.
+// Red, green and blue of a color by division; `done` becomes true.
 void ColorCodeToRGB(uint32_t code, uint8_t& red, uint8_t& green, uint8_t& blue,
                     bool& done);
 

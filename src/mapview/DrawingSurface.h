@@ -78,7 +78,7 @@ public:
     // `topLeft` of the text's rectangle, which stays unpainted behind it.
     virtual void DrawText(PicturePoint topLeft, std::string_view text,
                           uint32_t color) = 0;
-    // The same with a rim of one pixel round the letters, so that they can be read on any
+    // DrawText with a rim of one pixel round the letters, so that they can be read on any
     // ground.
     virtual void DrawRimmedText(PicturePoint topLeft, std::string_view text,
                                 uint32_t color, uint32_t rim);

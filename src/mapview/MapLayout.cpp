@@ -36,11 +36,7 @@ std::optional<MapLayout> LoadImageControls(const MapView& view, int32_t mapWidth
     return layout;
 }
 
-bool operator==(const ViewPosition& a, const ViewPosition& b) {
-    return a.X == b.X && a.Y == b.Y;
-}
-
-ViewPosition ClampToScroll(ViewPosition position, int32_t mapWidth) {
+PostPlace ClampToScroll(PostPlace position, int32_t mapWidth) {
     const int32_t last = std::max(mapWidth - 1, 0);
     return {std::clamp(position.X, 0, last), std::clamp(position.Y, 0, last)};
 }
@@ -74,7 +70,7 @@ MapView ViewOfSettings(const Configuration& settings) {
 bool InitForm(const Configuration& settings, int32_t mapWidth, MapView& view) {
     if (mapWidth == 0)
         return false;
-    const ViewPosition position = ClampToScroll({settings.X, settings.Y}, mapWidth);
+    const PostPlace position = ClampToScroll({settings.X, settings.Y}, mapWidth);
     view.MapLeftX = position.X;
     view.MapBottomY = position.Y;
     return true;

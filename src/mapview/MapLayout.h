@@ -1,5 +1,6 @@
 #pragma once
 
+#include "levels/Posts.h"
 #include "mapview/MapView.h"
 #include "program/Configuration.h"
 
@@ -55,17 +56,9 @@ std::optional<MapLayout> LoadImageControls(const MapView& view, int32_t mapWidth
 ControlRange HorizontalScroll(const MapView& view, int32_t mapWidth);
 ControlRange VerticalScroll(const MapView& view, int32_t mapWidth);
 
-// A post that the view can be scrolled to: its lower left one, counted from 0.
-struct ViewPosition {
-    int32_t X = 0;
-    int32_t Y = 0;
-};
-
-bool operator==(const ViewPosition& a, const ViewPosition& b);
-
-// The nearest position within the scroll ranges of a theater `mapWidth` posts a side;
-// (0, 0) without one.
-ViewPosition ClampToScroll(ViewPosition position, int32_t mapWidth);
+// The nearest post that the view of a theater `mapWidth` posts a side can begin with at
+// its lower left; (0, 0) without one.
+PostPlace ClampToScroll(PostPlace position, int32_t mapWidth);
 
 // The view of the settings, each brought into the range of its control. The position is
 // left alone until a theater is there (InitForm).

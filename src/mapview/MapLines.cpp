@@ -1,4 +1,4 @@
-#include "mapview/ExportBox.h"
+#include "mapview/PictureBox.h"
 #include "mapview/Repaint.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "levels/Posts.h"
 #include "mapview/DrawingSurface.h"
-#include "mapview/ExportBox.h"
-#include "mapview/MapRenderer.h"
+#include "mapview/MapSources.h"
 #include "mapview/MapView.h"
 
 #include <cstdint>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "levels/Posts.h"
+
 #include <cstdint>
 
 namespace vardenix {
@@ -8,10 +10,10 @@ namespace vardenix {
 // control panel sets it, the map window reads it. Posts are counted from 0 here.
 struct MapView {
     int32_t MapLeftX = 0; // post column at the left edge, the horizontal scroll value
-    int32_t MapBottomY =
-        0;                 // post row at the bottom edge, minus the vertical scroll value
-    int16_t ZoomPosts = 1; // posts along a side of a grid cell, 1 to 20
-    int16_t GridCells = 5; // grid cells along a side of the view, 2 to 10
+    // Post row at the bottom edge, minus the vertical scroll value.
+    int32_t MapBottomY = 0;
+    int16_t ZoomPosts = 1;    // posts along a side of a grid cell, 1 to 20
+    int16_t GridCells = 5;    // grid cells along a side of the view, 2 to 10
     int32_t TilePixels = 128; // pixels along a side of a grid cell: 16 to 512
 
     bool ShowGrid = false;
@@ -41,6 +43,8 @@ struct MapView {
     bool L0Mode = false;     // the finest elevations are edited
     bool ScrollBusy = false; // a scroll value is being set by the program
 
+    // What is edited.
+    Layer Edited() const { return L0Mode ? Layer::Heights : Layer::Posts; }
     // Posts along a side of the view.
     int32_t ViewPosts() const { return GridCells * ZoomPosts; }
     // Pixels along a side of a post's cell, a real number.

@@ -44,8 +44,8 @@ ViewPort MakeViewPort(const MapView& view, int32_t previewSide, double postsOfPi
     return port;
 }
 
-ViewPosition PreviewClick(int32_t pixelX, int32_t pixelY, int32_t previewSide,
-                          int32_t mapWidth) {
+PostPlace PreviewClick(int32_t pixelX, int32_t pixelY, int32_t previewSide,
+                       int32_t mapWidth) {
     const double posts = PreviewScale(previewSide, mapWidth);
     const auto post = [posts](int32_t pixels) { return ClampToInt32(pixels * posts); };
     return ClampToScroll({post(pixelX), post(previewSide - pixelY)}, mapWidth);

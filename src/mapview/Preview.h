@@ -27,7 +27,7 @@ struct ViewPort {
 
 // Pixels along a side of the visible picture: a quarter of a pixel for each post.
 int32_t PreviewSide(int32_t mapWidth);
-// The same in a window with room for more: the largest square, never less than that.
+// In a window with room for more: the largest square, never less than PreviewSide.
 int32_t PreviewSideWithin(int32_t mapWidth, int32_t roomAcross, int32_t roomDown);
 // Posts along a side of one pixel of a picture of that side.
 double PreviewScale(int32_t previewSide, int32_t mapWidth);
@@ -40,7 +40,7 @@ ViewPort MakeViewPort(const MapView& view, int32_t previewSide,
 
 // Where the map goes after a left click on a pixel of the preview, or while the pointer
 // is drawn over it; pixels beyond the picture count as its edge.
-ViewPosition PreviewClick(int32_t pixelX, int32_t pixelY, int32_t previewSide,
-                          int32_t mapWidth);
+PostPlace PreviewClick(int32_t pixelX, int32_t pixelY, int32_t previewSide,
+                       int32_t mapWidth);
 
 } // namespace vardenix

@@ -13,7 +13,7 @@ uint32_t PixelOf(uint32_t color) {
 } // namespace
 
 bool UpdateHeights(const Terrain& terrain, const PreviewColors& colors,
-                   ViewPosition lowerLeft, int32_t across, int32_t down,
+                   PostPlace lowerLeft, int32_t across, int32_t down,
                    const RasterView& picture) {
     const int64_t side = terrain.MapWidth;
     const auto posts = terrain.LxArr.Values();

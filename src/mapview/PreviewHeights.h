@@ -12,7 +12,7 @@ namespace vardenix {
 // pixel for each post, 0xFFRRGGBB. True when a pixel has changed; nothing is done, and
 // the result false, while the picture is that of another theater.
 bool UpdateHeights(const Terrain& terrain, const PreviewColors& colors,
-                   ViewPosition lowerLeft, int32_t across, int32_t down,
+                   PostPlace lowerLeft, int32_t across, int32_t down,
                    const RasterView& picture);
 
 } // namespace vardenix

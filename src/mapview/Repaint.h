@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mapview/MapRenderer.h"
+#include "mapview/MapSources.h"
 #include "mapview/ViewGrid.h"
 
 #include <cstdint>

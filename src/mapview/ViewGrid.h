@@ -1,7 +1,7 @@
 #pragma once
 
+#include "levels/Posts.h"
 #include "levels/Terrain.h"
-#include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
 #include "pictures/Raster.h"
 

@@ -10,6 +10,9 @@ struct FIBITMAP;
 
 namespace vardenix {
 
+// Pixels along the longest side of a picture that is made.
+constexpr int32_t ImageLargestSide = 32767;
+
 // A picture of the image library, owned; or none. Rows of 1, 4, 8, 16, 24 or 32 bits a
 // pixel; those of 24 and 32 bits are blue, green, red (and alpha), so that a 32-bit pixel
 // read as a number is 0xAARRGGBB. All questions answer 0 where there is no bitmap.

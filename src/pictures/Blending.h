@@ -16,7 +16,7 @@ constexpr uint32_t BlendPart(uint32_t source, uint32_t target, uint32_t weight) 
     return (source * weight + target * (255 - weight) + 127) / 255;
 }
 
-// The same for the three colours of an opaque pixel, all at once: each has 16 bits of the
+// BlendPart of the three colours of an opaque pixel, all at once: each has 16 bits of the
 // number, which the sums of at most 255 * 255 fit, and (t + (t >> 8)) >> 8 with t = s +
 // 128 is s / 255 rounded to nearest for each of these.
 constexpr uint32_t BlendPixel(uint32_t target, uint32_t source, uint32_t weight) {
@@ -72,7 +72,7 @@ inline void BlendRow(uint32_t* pixels, uint32_t color, const uint8_t* weights,
         BlendFour(pixels + i, source, WeightsOf(weights + i));
 }
 
-// The same with one weight for all, and any count.
+// A row with one weight for all pixels, and any count of them.
 inline void BlendRow(uint32_t* pixels, uint32_t color, uint8_t weight, size_t count) {
     const FourPixels source = FourOf(color);
     const FourPixels weights = FourOf(weight * 0x01010101U);

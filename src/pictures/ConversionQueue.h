@@ -23,7 +23,7 @@ using ConversionQueue = std::vector<ConversionJob>;
 // that is no Targa picture, and the system's refusals, each with the file.
 bool RunConversionQueue(const ToolRunner& tools, const ConversionQueue& queue,
                         Transaction& files, const std::function<bool()>& stop = {});
-// The same in a transaction of its own.
+// Runs a queue in a transaction of its own, to its end.
 void RunConversionQueue(const ToolRunner& tools, const ConversionQueue& queue);
 
 } // namespace vardenix

@@ -18,7 +18,7 @@ namespace vardenix {
 void SampleDxt1(const Dxt1Layout& layout, std::span<const std::byte> blocks,
                 const RasterView& target);
 
-// The same from a DDS file, of which only what is seen is read; nothing where its picture
+// SampleDxt1 of a DDS file, of which only what is seen is read; nothing where its picture
 // is of another kind. Error 481 for a broken one, and what the system refuses.
 std::optional<Raster> LoadDxt1(std::string_view path, int32_t width, int32_t height);
 

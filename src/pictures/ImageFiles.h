@@ -20,7 +20,7 @@ Bitmap ImageLoad(PictureFormat format, std::string_view path);
 // reason.
 Bitmap ImageDecode(PictureFormat format, FileBytes bytes, std::string_view path);
 
-// The same for whoever tells why not: the system's refusals, and 481 with the reason.
+// ImageLoad for whoever tells why not: the system's refusals, and 481 with the reason.
 Bitmap ImageRead(PictureFormat format, std::string_view path);
 
 // A file that is read and not decoded yet.

@@ -2,7 +2,6 @@
 
 #include "files/FileNames.h"
 #include "pictures/ImageLibrary.h"
-#include "pictures/ImageScaling.h"
 #include "texts/Cutting.h"
 #include "texts/RuntimeError.h"
 

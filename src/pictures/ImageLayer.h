@@ -64,11 +64,12 @@ Bitmap PictureToBitmap(const RasterView& picture);
 // `percentage` from -100 (black) over 0 (unchanged) up. Pictures of 8, 24 and 32 bits;
 // any other gives no picture.
 Bitmap AdjustPictureBrightness(const Bitmap& picture, double percentage);
-// The same on a surface in place; alpha stays.
+// Brightens a surface in place; alpha stays.
 void AdjustPictureBrightness(const RasterView& picture, double percentage);
 
-// What that does to each value of a colour. Relies on the library's treating every pixel
-// and every colour alike, so that 256 greys that it has brightened tell all of it.
+// What a brightness does to each value of a colour. Relies on the library's treating
+// every pixel and every colour alike, so that 256 greys that it has brightened tell all
+// of it.
 class BrightnessTable {
 public:
     // Error 7 when there is no memory.

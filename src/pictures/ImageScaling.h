@@ -7,9 +7,6 @@
 
 namespace vardenix {
 
-// Pixels along the longest side of a picture that is made.
-constexpr int32_t ImageLargestSide = 32767;
-
 // The library's number; the one filter in use.
 enum class ImageFilter : int32_t { Bicubic = 1 };
 

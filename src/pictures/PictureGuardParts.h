@@ -1,10 +1,15 @@
 #pragma once
 
-#include "pictures/PictureGuard.h"
+#include "pictures/GuardedPicture.h"
+#include "pictures/PictureFormat.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
-// For the guard's own files.
+// Each kind of picture has a file of its own; what they have in common is here.
 namespace vardenix::guard {
 
 // Numbers of a header; the caller has seen to it that they lie inside.

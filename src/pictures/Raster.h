@@ -27,7 +27,7 @@ struct RasterView {
 
 constexpr uint32_t OpaqueBlack = 0xFF000000;
 
-// The same with pixels of its own; a side below 1 makes it empty.
+// A surface with pixels of its own; a side below 1 makes it empty.
 class Raster {
 public:
     Raster() = default;

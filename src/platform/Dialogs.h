@@ -63,7 +63,7 @@ public:
     // 0x00BBGGRR.
     virtual uint32_t Color(uint32_t current) = 0;
     virtual FontChoice Font(const FontChoice& current) = 0;
-    // The same, with the colour of the text.
+    // A font with the colour of its text.
     virtual FontChoice FontAndColor(const FontChoice& current) { return Font(current); }
 
     // The usual notice: an OK box.

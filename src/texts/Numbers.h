@@ -15,7 +15,7 @@ uint8_t ToByte(double value);
 int16_t ToInt16(double value);
 int32_t ToInt32(double value);
 
-// The same, with a value that does not fit becoming the nearest that does; not a number
+// The rounded value, or the nearest that fits the field where it does not; not a number
 // is 0.
 int16_t ClampToInt16(double value);
 int32_t ClampToInt32(double value);

@@ -67,11 +67,9 @@ int32_t EditGesture::GridWidth() const {
     return heights_ ? terrain_.Elevations.EMapWidth : terrain_.MapWidth;
 }
 
-CursorPost EditGesture::SquareAt(Position position) const {
-    if (!heights_)
-        return PostUnderCursor(view_, position.X, position.Y);
-    const CursorPost place = ElevationUnderCursor(view_, position.X, position.Y);
-    return {place.X - 1, place.Y - 1};
+PostPlace EditGesture::SquareAt(Position position) const {
+    return heights_ ? ElevationUnderCursor(view_, position.X, position.Y)
+                    : PostUnderCursor(view_, position.X, position.Y);
 }
 
 std::optional<int32_t> EditGesture::Begin(double x, double y, GestureKeys keys) {
@@ -84,7 +82,7 @@ std::optional<int32_t> EditGesture::Begin(double x, double y, GestureKeys keys) 
         return Pick(position);
     if (!CanEdit())
         return std::nullopt;
-    const CursorPost square = SquareAt(position);
+    const PostPlace square = SquareAt(position);
     switch (interaction_.Tool) {
     case MapTool::Rectangle:
         corner_ = opposite_ = square;
@@ -104,7 +102,7 @@ std::optional<int32_t> EditGesture::Begin(double x, double y, GestureKeys keys) 
 }
 
 std::optional<int32_t> EditGesture::Pick(Position position) {
-    const CursorPost square = SquareAt(position);
+    const PostPlace square = SquareAt(position);
     const int32_t width = GridWidth();
     if (square.X < 0 || square.Y < 0 || square.X >= width || square.Y >= width)
         return std::nullopt;
@@ -120,7 +118,7 @@ std::optional<int32_t> EditGesture::Pick(Position position) {
 }
 
 // The post's tile number changes, and nothing else of it.
-void EditGesture::PaintPost(CursorPost post) {
+void EditGesture::PaintPost(PostPlace post) {
     if (!OnTerrain(post, terrain_))
         return;
     const int32_t serial = XYToSerial(post.X + 1, post.Y + 1, terrain_.MapWidth);
@@ -177,12 +175,12 @@ std::optional<PictureBox> EditGesture::Preview() const {
     return BoxOnPicture(heights_ ? QuarteredView(view_) : view_, box);
 }
 
-std::optional<PostBox> EditGesture::Brush(const std::vector<CursorPost>& line,
+std::optional<PostBox> EditGesture::Brush(const std::vector<PostPlace>& line,
                                           bool begins) {
     return Edit(BrushedSpans(line, interaction_.BrushSize, GridWidth()), !begins);
 }
 
-void EditGesture::FillRectangle(CursorPost opposite) {
+void EditGesture::FillRectangle(PostPlace opposite) {
     Edit(
         SpansOf(CutToGrid({corner_->X, corner_->Y, opposite.X, opposite.Y}, GridWidth())),
         false);
@@ -204,7 +202,7 @@ PostBox EditGesture::FillLimits(bool everywhere) const {
                      width);
 }
 
-void EditGesture::Fill(CursorPost start, bool everywhere) {
+void EditGesture::Fill(PostPlace start, bool everywhere) {
     const int32_t width = GridWidth();
     if (start.X < 0 || start.Y < 0 || start.X >= width || start.Y >= width)
         return;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "levels/Terrain.h"
-#include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
+#include "mapview/PictureBox.h"
 #include "program/WorkspaceCommands.h"
 #include "workspace/HeightShaping.h"
 #include "workspace/MapInteraction.h"
@@ -54,13 +54,13 @@ private:
     };
 
     int32_t GridWidth() const;
-    CursorPost SquareAt(Position position) const;
+    PostPlace SquareAt(Position position) const;
     bool CanEdit() const { return heights_ || interaction_.SelectedTile != -1; }
     std::optional<int32_t> Pick(Position position);
-    void PaintPost(CursorPost post);
-    std::optional<PostBox> Brush(const std::vector<CursorPost>& line, bool begins);
-    void Fill(CursorPost start, bool everywhere);
-    void FillRectangle(CursorPost opposite);
+    void PaintPost(PostPlace post);
+    std::optional<PostBox> Brush(const std::vector<PostPlace>& line, bool begins);
+    void Fill(PostPlace start, bool everywhere);
+    void FillRectangle(PostPlace opposite);
     PostBox FillLimits(bool everywhere) const;
     // Carries out what the tool makes of some squares. The posts that have changed.
     std::optional<PostBox> Edit(const std::vector<RowSpan>& spans, bool goesOn);
@@ -76,9 +76,9 @@ private:
 
     bool heights_ = false; // what this gesture edits
     bool stroke_ = false;
-    Position last_;                    // of the stroke
-    std::optional<CursorPost> corner_; // of the rectangle
-    CursorPost opposite_;
+    Position last_;                   // of the stroke
+    std::optional<PostPlace> corner_; // of the rectangle
+    PostPlace opposite_;
     HeightsBefore before_; // the stroke
     int64_t changed_ = 0;  // squares, by this gesture
 };

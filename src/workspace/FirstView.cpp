@@ -47,8 +47,7 @@ LandCounts CountLand(const Terrain& terrain, const TileLookup& lookup) {
 
 } // namespace
 
-ViewPosition FirstView(const Terrain& terrain, const TileLookup& lookup,
-                       int32_t viewPosts) {
+PostPlace FirstView(const Terrain& terrain, const TileLookup& lookup, int32_t viewPosts) {
     const int64_t posts = int64_t{terrain.MapWidth} * terrain.MapWidth;
     if (terrain.MapWidth <= 0 || terrain.LxArr.UpperBound() < posts)
         return {};
@@ -65,7 +64,7 @@ ViewPosition FirstView(const Terrain& terrain, const TileLookup& lookup,
     if (all == 0)
         return {};
     const int32_t most = *std::max_element(land.Counts.begin(), land.Counts.end());
-    ViewPosition best;
+    PostPlace best;
     double nearest = -1;
     for (int32_t y = 0; y < land.Side; ++y)
         for (int32_t x = 0; x < land.Side; ++x) {
@@ -87,7 +86,7 @@ void BeginWhereLandIs(Configuration& settings, const Terrain& terrain,
                       const TileLookup& lookup, int32_t viewPosts) {
     if (!NeverPlaced(settings) || settings.X != 0 || settings.Y != 0)
         return;
-    const ViewPosition position = FirstView(terrain, lookup, viewPosts);
+    const PostPlace position = FirstView(terrain, lookup, viewPosts);
     settings.X = position.X;
     settings.Y = position.Y;
 }

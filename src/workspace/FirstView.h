@@ -12,8 +12,7 @@ namespace vardenix {
 // Where a view of `viewPosts` posts a side shows land: round the segment that lies
 // nearest to the middle of all land, among those with the most of it. Land is what lies
 // above 0, or has a tile of the catalogue that is no water. (0, 0) where there is none.
-ViewPosition FirstView(const Terrain& terrain, const TileLookup& lookup,
-                       int32_t viewPosts);
+PostPlace FirstView(const Terrain& terrain, const TileLookup& lookup, int32_t viewPosts);
 
 // Before the first look: settings that no run has stored yet begin there; all others stay
 // as they are.

@@ -16,12 +16,12 @@ int32_t Nearest(int64_t a, int64_t b) {
 
 } // namespace
 
-std::vector<CursorPost> LineBetween(CursorPost from, CursorPost to) {
+std::vector<PostPlace> LineBetween(PostPlace from, PostPlace to) {
     const int64_t dx = int64_t{to.X} - from.X;
     const int64_t dy = int64_t{to.Y} - from.Y;
     const bool wide = std::abs(dx) >= std::abs(dy);
     const int64_t steps = wide ? std::abs(dx) : std::abs(dy);
-    std::vector<CursorPost> line{from};
+    std::vector<PostPlace> line{from};
     for (int64_t i = 1; i <= steps; ++i) {
         if (wide)
             line.push_back({from.X + static_cast<int32_t>(dx < 0 ? -i : i),
@@ -33,21 +33,10 @@ std::vector<CursorPost> LineBetween(CursorPost from, CursorPost to) {
     return line;
 }
 
-PostBox BrushAt(CursorPost middle, int32_t size) {
+PostBox BrushAt(PostPlace middle, int32_t size) {
     const int32_t before = (size - 1) / 2;
     return {middle.X - before, middle.Y - before, middle.X - before + size - 1,
             middle.Y - before + size - 1};
-}
-
-PostBox Ordered(const PostBox& box) {
-    return {std::min(box.X1, box.X2), std::min(box.Y1, box.Y2), std::max(box.X1, box.X2),
-            std::max(box.Y1, box.Y2)};
-}
-
-PostBox CutToGrid(const PostBox& box, int32_t width) {
-    const PostBox ordered = Ordered(box);
-    return {std::max(ordered.X1, 0), std::max(ordered.Y1, 0),
-            std::min(ordered.X2, width - 1), std::min(ordered.Y2, width - 1)};
 }
 
 std::vector<RowSpan> SpansOf(const PostBox& ordered) {
@@ -61,10 +50,10 @@ std::vector<RowSpan> SpansOf(const PostBox& ordered) {
 }
 
 // The brush goes on by one square at a time, so that what it covers of a row has no gap.
-std::vector<RowSpan> BrushedSpans(const std::vector<CursorPost>& line, int32_t size,
+std::vector<RowSpan> BrushedSpans(const std::vector<PostPlace>& line, int32_t size,
                                   int32_t width) {
     std::map<int32_t, RowSpan> rows;
-    for (const CursorPost& middle : line) {
+    for (const PostPlace& middle : line) {
         for (const RowSpan& covered : SpansOf(CutToGrid(BrushAt(middle, size), width))) {
             const auto [row, isNew] = rows.try_emplace(covered.Y, covered);
             row->second.X1 = std::min(row->second.X1, covered.X1);

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "mapview/ExportBox.h"
-#include "workspace/MapInteraction.h"
+#include "levels/Posts.h"
 #include "workspace/ValueRuns.h"
 
 #include <algorithm>
@@ -16,30 +15,19 @@ namespace vardenix {
 // included: one for each column or row, whichever are more, each the nearest to the line
 // between the squares' middles; the lower one, or the one at the left, where two are as
 // near. The same squares for a line drawn the other way.
-std::vector<CursorPost> LineBetween(CursorPost from, CursorPost to);
+std::vector<PostPlace> LineBetween(PostPlace from, PostPlace to);
 
 constexpr int32_t MaxBrushSize = 9;
 
 // The squares under a brush `size` squares wide: of an even one the middle lies lower
 // left of its own.
-PostBox BrushAt(CursorPost middle, int32_t size);
-
-// With X1 and Y1 the lower ones.
-PostBox Ordered(const PostBox& box);
-// Ordered, and cut to a grid `width` squares a side; nothing of it left makes X2 < X1 or
-// Y2 < Y1.
-PostBox CutToGrid(const PostBox& box, int32_t width);
-// Of an ordered box.
-inline bool Contains(const PostBox& box, CursorPost square) {
-    return square.X >= box.X1 && square.X <= box.X2 && square.Y >= box.Y1 &&
-           square.Y <= box.Y2;
-}
+PostBox BrushAt(PostPlace middle, int32_t size);
 
 // Row by row from below; none for an empty box.
 std::vector<RowSpan> SpansOf(const PostBox& ordered);
 
 // All squares that a brush covers along a line, cut to a grid, each once.
-std::vector<RowSpan> BrushedSpans(const std::vector<CursorPost>& line, int32_t size,
+std::vector<RowSpan> BrushedSpans(const std::vector<PostPlace>& line, int32_t size,
                                   int32_t width);
 
 // The squares within `limits` (ordered) that hang together with `start` by their edges
@@ -47,7 +35,7 @@ std::vector<RowSpan> BrushedSpans(const std::vector<CursorPost>& line, int32_t s
 // for `start`. Takes a bit for each square of the limits, and time in proportion to what
 // is filled.
 template <typename Alike>
-std::vector<RowSpan> FilledSpans(const PostBox& limits, CursorPost start, Alike alike) {
+std::vector<RowSpan> FilledSpans(const PostBox& limits, PostPlace start, Alike alike) {
     if (!Contains(limits, start))
         return {};
     const int64_t across = int64_t{limits.X2} - limits.X1 + 1;
@@ -59,7 +47,7 @@ std::vector<RowSpan> FilledSpans(const PostBox& limits, CursorPost start, Alike 
     };
     const auto open = [&](int32_t x, int32_t y) { return !seenAt(x, y) && alike(x, y); };
     std::vector<RowSpan> spans;
-    std::vector<CursorPost> waiting{start};
+    std::vector<PostPlace> waiting{start};
     // The first square of every stretch of a neighbouring row is to be looked at.
     const auto lookAt = [&](int32_t y, int32_t x1, int32_t x2) {
         if (y < limits.Y1 || y > limits.Y2)
@@ -73,7 +61,7 @@ std::vector<RowSpan> FilledSpans(const PostBox& limits, CursorPost start, Alike 
         }
     };
     while (!waiting.empty()) {
-        const CursorPost at = waiting.back();
+        const PostPlace at = waiting.back();
         waiting.pop_back();
         if (!open(at.X, at.Y))
             continue;

@@ -19,21 +19,21 @@ int32_t CellPixels(const MapView& view) { return std::max(Rounded(view.CellSize(
 
 // Columns from the left edge and rows from the bottom edge of a view whose picture is
 // `height` pixels high by its rounded cells.
-CursorPost Cells(double x, double y, int32_t height, int32_t side) {
+PostPlace Cells(double x, double y, int32_t height, int32_t side) {
     return {Rounded(x) / side, (height - Rounded(y)) / side};
 }
 
-ReadOut ElevationReadOut(const Terrain& terrain, CursorPost place) {
+ReadOut ElevationReadOut(const Terrain& terrain, PostPlace place) {
     ReadOut out{OutsideTerrain, ElevationTipColor, "L0/ELV File"};
     if (OnElevations(place, terrain))
-        out.Text = "X:" + std::to_string(place.X - 1) + "    " +
-                   "Y:" + std::to_string(place.Y - 1) +
-                   "\r\nHeight: " + Format0(terrain.Elevations.At(place.X, place.Y)) +
-                   "ft";
+        out.Text =
+            "X:" + std::to_string(place.X) + "    " + "Y:" + std::to_string(place.Y) +
+            "\r\nHeight: " + Format0(terrain.Elevations.At(place.X + 1, place.Y + 1)) +
+            "ft";
     return out;
 }
 
-ReadOut PostReadOut(const Terrain& terrain, const TileLookup& lookup, CursorPost post) {
+ReadOut PostReadOut(const Terrain& terrain, const TileLookup& lookup, PostPlace post) {
     ReadOut out{OutsideTerrain, TerrainTipColor, {}};
     if (!OnTerrain(post, terrain))
         return out;
@@ -56,27 +56,27 @@ void ChooseTool(MapInteraction& interaction, MapTool tool) {
     interaction.Tool = tool;
 }
 
-CursorPost PostUnderCursor(const MapView& view, double x, double y) {
+PostPlace PostUnderCursor(const MapView& view, double x, double y) {
     const int32_t side = CellPixels(view);
-    const CursorPost cell = Cells(x, y, view.ViewPosts() * side, side);
+    const PostPlace cell = Cells(x, y, view.ViewPosts() * side, side);
     return {cell.X + view.MapLeftX, cell.Y + view.MapBottomY};
 }
 
-CursorPost ElevationUnderCursor(const MapView& view, double x, double y) {
+PostPlace ElevationUnderCursor(const MapView& view, double x, double y) {
     const int32_t side = CellPixels(view);
     const int32_t quarter = std::max(Rounded(side / 4.0), 1);
-    const CursorPost cell = Cells(x, y, view.ViewPosts() * side, quarter);
-    return {cell.X + view.MapLeftX * 4 + 1, cell.Y + view.MapBottomY * 4 + 1};
+    const PostPlace cell = Cells(x, y, view.ViewPosts() * side, quarter);
+    return {cell.X + view.MapLeftX * 4, cell.Y + view.MapBottomY * 4};
 }
 
-bool OnTerrain(CursorPost post, const Terrain& terrain) {
+bool OnTerrain(PostPlace post, const Terrain& terrain) {
     return post.X >= 0 && post.Y >= 0 && post.X < terrain.MapWidth &&
            post.Y < terrain.MapWidth;
 }
 
-bool OnElevations(CursorPost place, const Terrain& terrain) {
+bool OnElevations(PostPlace place, const Terrain& terrain) {
     const int32_t width = terrain.Elevations.EMapWidth;
-    return place.X >= 1 && place.Y >= 1 && place.X <= width && place.Y <= width;
+    return place.X >= 0 && place.Y >= 0 && place.X < width && place.Y < width;
 }
 
 bool EditsHeights(const MapInteraction& interaction, const MapView& view) {
@@ -96,7 +96,7 @@ MapPointer PointerFor(const MapInteraction& interaction, const MapView& view) {
 }
 
 std::optional<PostBox> BoxAtCursor(const MapInteraction& interaction, const MapView& view,
-                                   CursorPost post) {
+                                   PostPlace post) {
     if (interaction.WaitExportCorner2)
         return PostBox{view.ExportX1, view.ExportY1, post.X, post.Y};
     if (interaction.WaitImportCorner && interaction.ImportWidth > 0)
@@ -124,8 +124,8 @@ int32_t AfterWheel(int32_t value, int32_t backward, const MapView& view,
         std::clamp<int64_t>(wanted, range.Min, std::max(range.Min, range.Max)));
 }
 
-std::optional<BINPlace> PlaceInBIN(int32_t tileNumber, int32_t numSets) {
-    const BINPlace place{tileNumber / TilesPerSet + 1, tileNumber % TilesPerSet};
+std::optional<TilePlace> PlaceInBIN(int32_t tileNumber, int32_t numSets) {
+    const TilePlace place = PlaceOfNumber(tileNumber);
     if (tileNumber < 0 || place.Set > numSets)
         return std::nullopt;
     return place;

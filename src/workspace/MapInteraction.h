@@ -1,8 +1,9 @@
 #pragma once
 
 #include "catalogue/TextureBin.h"
+#include "catalogue/TileNumbers.h"
+#include "levels/Posts.h"
 #include "levels/Terrain.h"
-#include "mapview/ExportBox.h"
 #include "mapview/MapLayout.h"
 #include "mapview/MapView.h"
 
@@ -51,23 +52,18 @@ struct MapInteraction {
 // The tool in hand; what comes back after a pick is the one before it.
 void ChooseTool(MapInteraction& interaction, MapTool tool);
 
-// What lies under a position of the mouse on the picture, in pixels from the upper left.
-struct CursorPost {
-    int32_t X = 0;
-    int32_t Y = 0;
-};
-
-// The post of level 2, counted from 0 as the map shows it. Cells are taken as rounded to
-// whole pixels here; where that differs from the painted size (3 posts on 128 pixels) a
-// click near a far edge of the view meets the neighbour, as it always has.
-CursorPost PostUnderCursor(const MapView& view, double x, double y);
-// The indices of L0ElvArr, from 1: sixteen to a cell, of a rounded quarter of its side
-// each, which is at least a pixel.
-CursorPost ElevationUnderCursor(const MapView& view, double x, double y);
+// The post of level 2 under a position of the mouse on the picture, in pixels from the
+// upper left. Cells are taken as rounded to whole pixels here; where that differs from
+// the painted size (3 posts on 128 pixels) a click near a far edge of the view meets the
+// neighbour, as it always has.
+PostPlace PostUnderCursor(const MapView& view, double x, double y);
+// The finest elevation there: sixteen to a cell, of a rounded quarter of its side each,
+// which is at least a pixel.
+PostPlace ElevationUnderCursor(const MapView& view, double x, double y);
 
 // Whether a post of level 2 is there, or a height of the loaded elevations.
-bool OnTerrain(CursorPost post, const Terrain& terrain);
-bool OnElevations(CursorPost place, const Terrain& terrain);
+bool OnTerrain(PostPlace post, const Terrain& terrain);
+bool OnElevations(PostPlace place, const Terrain& terrain);
 
 // Whether the tools work on the finest elevations now, rather than on tiles.
 bool EditsHeights(const MapInteraction& interaction, const MapView& view);
@@ -90,7 +86,7 @@ std::string TileNameOf(int32_t tileNumber, const TileLookup& lookup);
 // What the next left click would close the box of, with the cursor over `post`: the
 // region to export once its first corner is given, or the stamp. Nothing otherwise.
 std::optional<PostBox> BoxAtCursor(const MapInteraction& interaction, const MapView& view,
-                                   CursorPost post);
+                                   PostPlace post);
 
 // What the tool tip at the cursor says. The tile's name is as the catalogue has it,
 // Windows-1252; lines are parted by CR LF.
@@ -107,13 +103,9 @@ ReadOut ReadOutAt(const MapView& view, const Terrain& terrain, const TileLookup&
 int32_t AfterWheel(int32_t value, int32_t backward, const MapView& view,
                    const ControlRange& range);
 
-// Where mnuLocInBIN leads: the set, from 1, and the tile within it, from 0. Nothing when
-// the catalogue has no such set, of which NoSetForTile tells the user.
-struct BINPlace {
-    int32_t Set = 0;
-    int32_t Tile = 0;
-};
-std::optional<BINPlace> PlaceInBIN(int32_t tileNumber, int32_t numSets);
+// Where mnuLocInBIN leads. Nothing when the catalogue has no such set, of which
+// NoSetForTile tells the user.
+std::optional<TilePlace> PlaceInBIN(int32_t tileNumber, int32_t numSets);
 constexpr const char* NoSetForTile = "The Set number for this tile doesn't exist";
 
 } // namespace vardenix

@@ -13,7 +13,7 @@ MapMouse::MapMouse(Terrain& terrain, MapView& view, MapInteraction& interaction,
 void MapMouse::MiddleDown(double x, double y) {
     if (view_.ScrollBusy)
         return;
-    const CursorPost post = PostUnderCursor(view_, x, y);
+    const PostPlace post = PostUnderCursor(view_, x, y);
     workspace_.ScrollTo(post.X, post.Y);
 }
 
@@ -24,31 +24,33 @@ bool MapMouse::RightDown(double x, double y) {
         EditElevationAt(ElevationUnderCursor(view_, x, y));
         return false;
     }
-    const CursorPost post = PostUnderCursor(view_, x, y);
+    const PostPlace post = PostUnderCursor(view_, x, y);
     interaction_.PopupSerial = OnTerrain(post, terrain_)
                                    ? XYToSerial(post.X + 1, post.Y + 1, terrain_.MapWidth)
                                    : 0;
     return true;
 }
 
-void MapMouse::EditElevationAt(CursorPost place) {
+void MapMouse::EditElevationAt(PostPlace place) {
     if (!OnElevations(place, terrain_))
         return;
-    const int16_t old = terrain_.Elevations.At(place.X, place.Y);
+    const int32_t x = place.X + 1;
+    const int32_t y = place.Y + 1;
+    const int16_t old = terrain_.Elevations.At(x, y);
     undo_.ExpectEdit(true);
     const std::optional<int16_t> entered = commands_.EditElevation(old);
     undo_.ExpectEdit(false);
     if (!entered)
         return;
-    terrain_.Elevations.At(place.X, place.Y) = *entered;
-    undo_.AddElvUndo(old, *entered, place.Y, place.X);
+    terrain_.Elevations.At(x, y) = *entered;
+    undo_.AddElvUndo(old, *entered, y, x);
     workspace_.L0NeedSave();
 }
 
 void MapMouse::LeftDown(double x, double y, GestureKeys keys) {
     if (view_.ScrollBusy)
         return;
-    const CursorPost post = PostUnderCursor(view_, x, y);
+    const PostPlace post = PostUnderCursor(view_, x, y);
     if (interaction_.WaitExportCorner1) {
         view_.ExportX1 = post.X;
         view_.ExportY1 = post.Y;

@@ -78,7 +78,7 @@ public:
     void mnuLocColMAP();
 
 private:
-    void EditElevationAt(CursorPost place);
+    void EditElevationAt(PostPlace place);
     void ChangePost(int32_t serial, const TerrainPost& to);
 
     Terrain& terrain_;

@@ -44,19 +44,19 @@ std::string GridCaption(const MapView& view) {
     return cells + " X " + cells;
 }
 
-ViewPosition GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth) {
+PostPlace GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth) {
     const auto rounded = [](std::string_view text) {
         return ClampToInt32(RoundHalfEven(Val(text)));
     };
     return ClampToScroll({rounded(labelX), rounded(labelY)}, mapWidth);
 }
 
-ButtonState RedrawSaveButton(bool shiftDown, bool l0Mode, bool l0NeedSave,
+ButtonState RedrawSaveButton(bool shiftDown, Layer layer, bool l0NeedSave,
                              bool l2NeedSave) {
-    const std::string caption = l0Mode ? "Save L0/ELV" : "Save L2";
+    const std::string caption = layer == Layer::Heights ? "Save L0/ELV" : "Save L2";
     if (shiftDown)
         return {caption + " as...", true};
-    return {caption, l0Mode ? l0NeedSave : l2NeedSave};
+    return {caption, layer == Layer::Heights ? l0NeedSave : l2NeedSave};
 }
 
 std::string RedrawExportButton(bool shiftDown) {
@@ -67,8 +67,9 @@ std::string L0ToolTip(const std::string& l0FileName) {
     return l0FileName.empty() ? "No L0/ELV file loaded." : l0FileName;
 }
 
-std::string MainTitle(bool l0Mode) {
-    return "Vardenix v" + ProgramVersion() + (l0Mode ? " - L0/ELV MODE" : "");
+std::string MainTitle(Layer layer) {
+    return "Vardenix v" + ProgramVersion() +
+           (layer == Layer::Heights ? " - L0/ELV MODE" : "");
 }
 
 double ProgressWidth(int32_t value, int32_t min, int32_t max) {

@@ -30,7 +30,7 @@ std::string GridCaption(const MapView& view); // of Label2: "5 X 5"
 
 // cmdGoXY: the position that the texts of LabelX and LabelY spell, rounded and clamped to
 // the scroll ranges.
-ViewPosition GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth);
+PostPlace GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth);
 
 struct ButtonState {
     std::string Caption;
@@ -38,7 +38,7 @@ struct ButtonState {
 };
 
 // The button's look with Shift held or not; what needs saving decides without it.
-ButtonState RedrawSaveButton(bool shiftDown, bool l0Mode, bool l0NeedSave,
+ButtonState RedrawSaveButton(bool shiftDown, Layer layer, bool l0NeedSave,
                              bool l2NeedSave);
 std::string RedrawExportButton(bool shiftDown);
 
@@ -46,7 +46,7 @@ std::string RedrawExportButton(bool shiftDown);
 std::string L0ToolTip(const std::string& l0FileName);
 
 // "Vardenix v3.0.1", and " - L0/ELV MODE" behind it in that mode.
-std::string MainTitle(bool l0Mode);
+std::string MainTitle(Layer layer);
 
 // The flags that tell what needs saving, and the captions of FrmVXMain and FrmVXMap: a
 // star stands before both while level 2 or the finest elevations are unsaved, whichever
@@ -55,7 +55,7 @@ class DirtyTitles {
 public:
     explicit DirtyTitles(std::string mapTitle) : mapTitle_(std::move(mapTitle)) {}
 
-    std::string MainCaption() const { return Star() + MainTitle(l0Mode_); }
+    std::string MainCaption() const { return Star() + MainTitle(layer_); }
     std::string MapCaption() const { return Star() + mapTitle_; }
     bool L2NeedSaveFlag() const { return l2NeedSaveFlag_; }
     bool L0NeedSaveFlag() const { return l0NeedSaveFlag_; }
@@ -65,13 +65,13 @@ public:
     void L2Saved() { l2NeedSaveFlag_ = false; }
     // Also when unsaved elevations were given up for those of another file.
     void L0Saved() { l0NeedSaveFlag_ = false; }
-    void SetL0Mode(bool on) { l0Mode_ = on; }
+    void SetLayer(Layer layer) { layer_ = layer; }
 
 private:
     std::string Star() const { return l2NeedSaveFlag_ || l0NeedSaveFlag_ ? "*" : ""; }
 
     std::string mapTitle_;
-    bool l0Mode_ = false;
+    Layer layer_ = Layer::Posts;
     bool l2NeedSaveFlag_ = false;
     bool l0NeedSaveFlag_ = false;
 };

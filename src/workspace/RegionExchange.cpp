@@ -21,19 +21,12 @@ constexpr const char* PastTheEdge = "The region reaches past the edge of the ter
 
 constexpr uint64_t HeaderBytes = 2 * sizeof(int32_t);
 
-RegionCorners Ordered(const RegionCorners& corners) {
-    const auto [left, right] = std::minmax(corners.X1, corners.X2);
-    const auto [bottom, top] = std::minmax(corners.Y1, corners.Y2);
-    return {left, bottom, right, top};
-}
-
 std::string PostText(int32_t x, int32_t y) {
     return std::to_string(x) + ", " + std::to_string(y);
 }
 
-void RequireOnTerrain(const RegionCorners& ordered, int32_t mapWidth) {
-    if (ordered.X1 < 0 || ordered.Y1 < 0 || ordered.X2 >= mapWidth ||
-        ordered.Y2 >= mapWidth)
+void RequireOnTerrain(const PostBox& ordered, int32_t mapWidth) {
+    if (!LiesOnGrid(ordered, mapWidth))
         throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
                            "posts " + PostText(ordered.X1, ordered.Y1) + " to " +
                                PostText(ordered.X2, ordered.Y2) + " of 0 to " +
@@ -70,9 +63,9 @@ auto PostsOf(AnyTerrain& terrain, int32_t y, int32_t left, int32_t right) {
 
 } // namespace
 
-void WriteRegion(const Terrain& terrain, const RegionCorners& corners,
-                 const std::string& path, Progress& progress) {
-    const auto [left, bottom, right, top] = Ordered(corners);
+void WriteRegion(const Terrain& terrain, const PostBox& box, const std::string& path,
+                 Progress& progress) {
+    const auto [left, bottom, right, top] = Ordered(box);
     RequireOnTerrain({left, bottom, right, top}, terrain.MapWidth);
     const int32_t height = top - bottom + 1;
     const ShownBar bar(progress);
@@ -154,14 +147,10 @@ int64_t StampRegion(Terrain& terrain, const TileRegion& region, int32_t x, int32
     return count;
 }
 
-bool ExportTiles(const Terrain& terrain, const RegionCorners& corners, Dialogs& dialogs,
+bool ExportTiles(const Terrain& terrain, const PostBox& box, Dialogs& dialogs,
                  Progress& progress) {
-    auto [left, bottom, right, top] = Ordered(corners);
-    left = std::max(left, 0);
-    bottom = std::max(bottom, 0);
-    right = std::min(right, terrain.MapWidth - 1);
-    top = std::min(top, terrain.MapWidth - 1);
-    if (left > right || bottom > top) {
+    const PostBox kept = CutToGrid(box, terrain.MapWidth);
+    if (kept.X1 > kept.X2 || kept.Y1 > kept.Y2) {
         dialogs.Notice(NothingOnTerrain, {}, BoxIcon::Information);
         return false;
     }
@@ -174,7 +163,7 @@ bool ExportTiles(const Terrain& terrain, const RegionCorners& corners, Dialogs& 
             return false;
         throw;
     }
-    WriteRegion(terrain, {left, bottom, right, top}, path, progress);
+    WriteRegion(terrain, kept, path, progress);
     return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "levels/Posts.h"
 #include "levels/Terrain.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
@@ -21,27 +22,19 @@ struct TileRegion {
     std::vector<int32_t> TileNumbers; // rows from the lowest y up, each from the lowest x
 };
 
-// Two posts counted from 0, in either order; both belong to the region.
-struct RegionCorners {
-    int32_t X1 = 0;
-    int32_t Y1 = 0;
-    int32_t X2 = 0;
-    int32_t Y2 = 0;
-};
-
 // Writes a region over a file that is there. Error 9 when a corner lies outside the
 // terrain; the errors of writing (61, 70, 75) leave the old file. The bar moves and
 // events pass once per row; the bar's value passes 100 for regions away from the lower
 // edge.
-void WriteRegion(const Terrain& terrain, const RegionCorners& corners,
-                 const std::string& path, Progress& progress);
+void WriteRegion(const Terrain& terrain, const PostBox& box, const std::string& path,
+                 Progress& progress);
 
 // The region that a file holds. Error 62 when the file's size does not fit what its first
 // eight bytes say, and for sides below 1; error 9 for a negative tile number, as a
 // theater that has one cannot be opened. `path` is for the messages.
 TileRegion ParseRegion(std::span<const std::byte> bytes, const std::string& path);
-// The same, of a file that is measured before it is read. The errors of reading (53, 70,
-// 75) too.
+// ParseRegion of a file that is measured before it is read. The errors of reading (53,
+// 70, 75) too.
 TileRegion ReadRegion(const std::string& path);
 
 // Whether all of a region lies on a terrain `mapWidth` posts a side when its lower left
@@ -55,7 +48,7 @@ int64_t StampRegion(Terrain& terrain, const TileRegion& region, int32_t x, int32
 
 // Asks for the file and writes the part of the region that lies on the terrain; a cancel
 // ends without a word. False when nothing was written.
-bool ExportTiles(const Terrain& terrain, const RegionCorners& corners, Dialogs& dialogs,
+bool ExportTiles(const Terrain& terrain, const PostBox& box, Dialogs& dialogs,
                  Progress& progress);
 
 // CmdImport: asks for the file and reads it. Nothing when cancelled, and after a box when

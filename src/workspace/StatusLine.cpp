@@ -50,13 +50,13 @@ std::string NameOf(const MapInteraction& interaction) {
 std::string PostWords(const MapView& view, const Terrain& terrain,
                       const TileLookup& lookup, double x, double y) {
     if (view.L0Mode) {
-        const CursorPost place = ElevationUnderCursor(view, x, y);
+        const PostPlace place = ElevationUnderCursor(view, x, y);
         if (!OnElevations(place, terrain))
             return {};
-        return Place(place.X - 1, place.Y - 1) + "   " +
-               FeetWords(terrain.Elevations.At(place.X, place.Y));
+        return Place(place.X, place.Y) + "   " +
+               FeetWords(terrain.Elevations.At(place.X + 1, place.Y + 1));
     }
-    const CursorPost at = PostUnderCursor(view, x, y);
+    const PostPlace at = PostUnderCursor(view, x, y);
     if (!OnTerrain(at, terrain))
         return {};
     const TerrainPost& post =

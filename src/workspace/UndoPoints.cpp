@@ -157,52 +157,55 @@ void UndoPoints::ShowStep() {
     workspace_.RefreshPicArray();
 }
 
-void UndoPoints::Undo(bool l0Mode) {
-    if (CanUndo(l0Mode))
-        Step(l0Mode, 1);
+void UndoPoints::Undo(Layer layer) {
+    if (CanUndo(layer))
+        Step(layer, 1);
 }
 
-void UndoPoints::Redo(bool l0Mode) {
-    if (CanRedo(l0Mode))
-        Step(l0Mode, -1);
+void UndoPoints::Redo(Layer layer) {
+    if (CanRedo(layer))
+        Step(layer, -1);
 }
 
-void UndoPoints::Step(bool l0Mode, int16_t by) {
+void UndoPoints::Step(Layer layer, int16_t by) {
     strokeOpen_ = false;
-    const auto position =
-        static_cast<int16_t>((l0Mode ? UndoElvPos() : UndoPostPos()) + by);
-    if (l0Mode)
+    const auto position = static_cast<int16_t>(
+        (layer == Layer::Heights ? UndoElvPos() : UndoPostPos()) + by);
+    if (layer == Layer::Heights)
         StepElvUndo(position, false);
     else
         StepPostUndo(position, false);
-    const bool asSaved = l0Mode ? undoElv_.IsAsSaved() : undoPosts_.IsAsSaved();
+    const bool asSaved =
+        layer == Layer::Heights ? undoElv_.IsAsSaved() : undoPosts_.IsAsSaved();
     remembered_ = !asSaved;
     if (asSaved)
-        l0Mode ? workspace_.L0AsSaved() : workspace_.L2AsSaved();
+        layer == Layer::Heights ? workspace_.L0AsSaved() : workspace_.L2AsSaved();
     else
-        l0Mode ? workspace_.L0NeedSave() : workspace_.L2NeedSave();
+        layer == Layer::Heights ? workspace_.L0NeedSave() : workspace_.L2NeedSave();
 }
 
-std::optional<ChangedPosts> UndoPoints::NextUndo(bool l0Mode, const PostBox& part) const {
-    if (!CanUndo(l0Mode))
+std::optional<ChangedPosts> UndoPoints::NextUndo(Layer layer, const PostBox& part) const {
+    if (!CanUndo(layer))
         return std::nullopt;
-    return ChangedBy(l0Mode, (l0Mode ? UndoElvPos() : UndoPostPos()) + 1, part);
+    return ChangedBy(layer, (layer == Layer::Heights ? UndoElvPos() : UndoPostPos()) + 1,
+                     part);
 }
 
-std::optional<ChangedPosts> UndoPoints::NextRedo(bool l0Mode, const PostBox& part) const {
-    if (!CanRedo(l0Mode))
+std::optional<ChangedPosts> UndoPoints::NextRedo(Layer layer, const PostBox& part) const {
+    if (!CanRedo(layer))
         return std::nullopt;
-    return ChangedBy(l0Mode, l0Mode ? UndoElvPos() : UndoPostPos(), part);
+    return ChangedBy(layer, layer == Layer::Heights ? UndoElvPos() : UndoPostPos(), part);
 }
 
-std::optional<ChangedPosts> UndoPoints::ChangedBy(bool l0Mode, int entry,
+std::optional<ChangedPosts> UndoPoints::ChangedBy(Layer layer, int entry,
                                                   const PostBox& part) const {
     const auto index = static_cast<int16_t>(entry);
-    const int32_t width = l0Mode ? terrain_.Elevations.EMapWidth : terrain_.MapWidth;
+    const int32_t width =
+        layer == Layer::Heights ? terrain_.Elevations.EMapWidth : terrain_.MapWidth;
     if (width <= 0)
         return std::nullopt;
-    Changes changes(width, l0Mode ? HeightsPerPost : 1, part);
-    if (l0Mode) {
+    Changes changes(width, layer == Layer::Heights ? HeightsPerPost : 1, part);
+    if (layer == Layer::Heights) {
         const UndoElvEntry& step = undoElv_.At(index);
         changes.Add((step.Y - 1) * width + step.X, 1);
         changes.Add(step.Stroke);
@@ -214,25 +217,25 @@ std::optional<ChangedPosts> UndoPoints::ChangedBy(bool l0Mode, int entry,
     return changes.Result();
 }
 
-void UndoPoints::ShowButtons(bool l0Mode) {
+void UndoPoints::ShowButtons(Layer layer) {
     strokeOpen_ = false;
-    if (l0Mode)
+    if (layer == Layer::Heights)
         StepElvUndo(UndoElvPos(), true);
     else
         StepPostUndo(UndoPostPos(), true);
 }
 
-void UndoPoints::Saved(bool l0Mode) {
-    if (l0Mode)
+void UndoPoints::Saved(Layer layer) {
+    if (layer == Layer::Heights)
         undoElv_.Saved();
     else
         undoPosts_.Saved();
 }
 
-void UndoPoints::Marked(bool l0Mode) {
+void UndoPoints::Marked(Layer layer) {
     if (std::exchange(remembered_, false))
         return;
-    if (l0Mode)
+    if (layer == Layer::Heights)
         undoElv_.ChangedOtherwise();
     else
         undoPosts_.ChangedOtherwise();
@@ -251,12 +254,12 @@ void UndoPoints::TilesRenumbered(const TileRenumbering& numbers) {
     });
 }
 
-bool UndoPoints::CanUndo(bool l0Mode) const {
-    return l0Mode ? undoElv_.CanUndo() : undoPosts_.CanUndo();
+bool UndoPoints::CanUndo(Layer layer) const {
+    return layer == Layer::Heights ? undoElv_.CanUndo() : undoPosts_.CanUndo();
 }
 
-bool UndoPoints::CanRedo(bool l0Mode) const {
-    return l0Mode ? undoElv_.CanRedo() : undoPosts_.CanRedo();
+bool UndoPoints::CanRedo(Layer layer) const {
+    return layer == Layer::Heights ? undoElv_.CanRedo() : undoPosts_.CanRedo();
 }
 
 namespace {
@@ -276,14 +279,14 @@ void ScrollToHidden(const std::optional<ChangedPosts>& changed,
 } // namespace
 
 void UndoInView(UndoPoints& undo, const MapView& view, WorkspaceCommands& workspace) {
-    const auto changed = undo.NextUndo(view.L0Mode, InView(view));
-    undo.Undo(view.L0Mode);
+    const auto changed = undo.NextUndo(view.Edited(), InView(view));
+    undo.Undo(view.Edited());
     ScrollToHidden(changed, workspace);
 }
 
 void RedoInView(UndoPoints& undo, const MapView& view, WorkspaceCommands& workspace) {
-    const auto changed = undo.NextRedo(view.L0Mode, InView(view));
-    undo.Redo(view.L0Mode);
+    const auto changed = undo.NextRedo(view.Edited(), InView(view));
+    undo.Redo(view.Edited());
     ScrollToHidden(changed, workspace);
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "catalogue/TileRenumbering.h"
+#include "levels/Posts.h"
 #include "levels/Terrain.h"
-#include "mapview/ExportBox.h"
 #include "mapview/MapView.h"
 #include "program/WorkspaceCommands.h"
 #include "workspace/ValueRuns.h"
@@ -132,7 +132,7 @@ public:
                      int32_t serial);
     void AddElvUndo(int16_t oldValue, int16_t newValue, int32_t y, int32_t x);
 
-    // The same for a stroke or shape, one step; nothing for one that changed nothing.
+    // Remembers a stroke or shape as one step; nothing for one that changed nothing.
     void AddStroke(std::vector<TileRun> runs);
     void AddStroke(std::vector<HeightRun> runs);
     // The stroke that the newest step belongs to goes on, without a repaint. Where that
@@ -151,23 +151,23 @@ public:
     // cmdUndo and cmdRedo, one step of what the mode edits. The terrain then differs from
     // what is on the disk and is marked so, or is as it was saved last, and the mark
     // goes. Nothing when there is no such step.
-    void Undo(bool l0Mode);
-    void Redo(bool l0Mode);
+    void Undo(Layer layer);
+    void Redo(Layer layer);
     // What the next of these would change, and whether any of it lies within `part`;
     // nothing when there is no such step.
-    std::optional<ChangedPosts> NextUndo(bool l0Mode, const PostBox& part) const;
-    std::optional<ChangedPosts> NextRedo(bool l0Mode, const PostBox& part) const;
+    std::optional<ChangedPosts> NextUndo(Layer layer, const PostBox& part) const;
+    std::optional<ChangedPosts> NextRedo(Layer layer, const PostBox& part) const;
     // Another mode is entered: the buttons are those of its stack.
-    void ShowButtons(bool l0Mode);
+    void ShowButtons(Layer layer);
 
-    bool CanUndo(bool l0Mode) const;
-    bool CanRedo(bool l0Mode) const;
+    bool CanUndo(Layer layer) const;
+    bool CanRedo(Layer layer) const;
 
     // Level 2, or the finest elevations, are on the disk as they are.
-    void Saved(bool l0Mode);
+    void Saved(Layer layer);
     // Called whenever they are marked as unsaved: if not by an edit that has just been
     // remembered here, no step leads back to what is saved.
-    void Marked(bool l0Mode);
+    void Marked(Layer layer);
     // A dialog over one value is up, which marks before the edit is remembered.
     void ExpectEdit(bool expected) { remembered_ = expected; }
     // Level 2 has been changed and is not marked: a restore point.
@@ -188,8 +188,8 @@ public:
     int16_t UndoElvPos() const { return undoElv_.Position(); }
 
 private:
-    void Step(bool l0Mode, int16_t by);
-    std::optional<ChangedPosts> ChangedBy(bool l0Mode, int entry,
+    void Step(Layer layer, int16_t by);
+    std::optional<ChangedPosts> ChangedBy(Layer layer, int entry,
                                           const PostBox& part) const;
     void ShowStep();
 

@@ -5,17 +5,17 @@
 
 namespace vardenix {
 
-ViewPosition ZoomedAt(const MapView& view, int16_t zoomPosts, double x, double y,
-                      int32_t mapWidth) {
-    const CursorPost post = PostUnderCursor(view, x, y);
+PostPlace ZoomedAt(const MapView& view, int16_t zoomPosts, double x, double y,
+                   int32_t mapWidth) {
+    const PostPlace post = PostUnderCursor(view, x, y);
     MapView zoomed = view;
     zoomed.ZoomPosts = zoomPosts;
-    const CursorPost then = PostUnderCursor(zoomed, x, y);
+    const PostPlace then = PostUnderCursor(zoomed, x, y);
     return ClampToScroll(
         {view.MapLeftX + post.X - then.X, view.MapBottomY + post.Y - then.Y}, mapWidth);
 }
 
-ViewPosition ZoomedAtMiddle(const MapView& view, int16_t zoomPosts, int32_t mapWidth) {
+PostPlace ZoomedAtMiddle(const MapView& view, int16_t zoomPosts, int32_t mapWidth) {
     const int32_t posts = view.GridCells * zoomPosts;
     const int32_t by = ClampToInt32(RoundHalfEven((view.ViewPosts() - posts) / 2.0));
     return ClampToScroll({view.MapLeftX + by, view.MapBottomY + by}, mapWidth);
@@ -27,7 +27,7 @@ int16_t ZoomAfterWheel(int16_t zoomPosts, int32_t backward) {
         std::clamp<int64_t>(wanted, ZoomRange.Min, ZoomRange.Max));
 }
 
-ViewPosition Dragged(const MapView& view, double right, double down, int32_t mapWidth) {
+PostPlace Dragged(const MapView& view, double right, double down, int32_t mapWidth) {
     const double cell = view.CellSize();
     return ClampToScroll({ClampToInt32(view.MapLeftX - RoundHalfEven(right / cell)),
                           ClampToInt32(view.MapBottomY + RoundHalfEven(down / cell))},

@@ -10,10 +10,10 @@ namespace vardenix {
 
 // Where the view begins when ZoomPosts becomes `zoomPosts` and the post under a place of
 // the picture stays there, as far as the edges of the terrain allow.
-ViewPosition ZoomedAt(const MapView& view, int16_t zoomPosts, double x, double y,
-                      int32_t mapWidth);
-// The same for the middle of the view; there and back again leads to the same place.
-ViewPosition ZoomedAtMiddle(const MapView& view, int16_t zoomPosts, int32_t mapWidth);
+PostPlace ZoomedAt(const MapView& view, int16_t zoomPosts, double x, double y,
+                   int32_t mapWidth);
+// ZoomedAt the middle of the view; there and back again leads to the same place.
+PostPlace ZoomedAtMiddle(const MapView& view, int16_t zoomPosts, int32_t mapWidth);
 
 // ZoomPosts after notches of the wheel, `backward` negative for forward ones, which lead
 // nearer; at most to the ends of ZoomScroll.
@@ -21,7 +21,7 @@ int16_t ZoomAfterWheel(int16_t zoomPosts, int32_t backward);
 
 // Where the view begins when the picture has been drawn along by some pixels, to the
 // right and down, since `view` was shown.
-ViewPosition Dragged(const MapView& view, double right, double down, int32_t mapWidth);
+PostPlace Dragged(const MapView& view, double right, double down, int32_t mapWidth);
 
 // Pixels that a button may slip without being a drag.
 constexpr double ClickSlip = 4;

@@ -39,12 +39,6 @@ TEST(TileLists, TheCountersLineCountsTilesWhoseUseIsNotAboveZero) {
     EXPECT_EQ(CountersLine(catalogue), "2 Sets || 5 Tiles || 4 Tiles not used in L2");
 }
 
-TEST(TileLists, ARowIsASetAndASlot) {
-    EXPECT_EQ(PlaceOfTileRow(35).Set, 3);
-    EXPECT_EQ(PlaceOfTileRow(35).Slot, 3);
-    EXPECT_EQ(TileRowOfPlace({3, 3}), 35);
-}
-
 TEST(TileLists, DetailsOfAnEmptySlotAreBlank) {
     Catalogue catalogue = CatalogueOf({2});
     catalogue.Lookup[1].UseCount = 1;

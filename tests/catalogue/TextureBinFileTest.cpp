@@ -258,14 +258,6 @@ TEST_F(TextureBinFile, AFailedReadLeavesTheCatalogue) {
     EXPECT_EQ(catalogue_.Lookup[0].Name, "A.PCX");
 }
 
-TEST(TileNames, TheLastFourCharactersAreCutWhateverTheyAre) {
-    EXPECT_EQ(TileFileName("H1234.PCX", false), "H1234.dds");
-    EXPECT_EQ(TileFileName("H1234.PCX", true), "H1234N.dds");
-    EXPECT_EQ(TileFileName("HABCDE", false), "HA.dds");
-    EXPECT_EQ(TileFileName("ABC", false), ".dds");
-    EXPECT_EQ(TileFileName("", true), "N.dds");
-}
-
 TEST(TypeNames, CodesWithoutANameShowTheirNumber) {
     EXPECT_EQ(TerrainName(1), "Water");
     EXPECT_EQ(TerrainName(2), "2");

@@ -23,18 +23,18 @@ FeatureSet Loaded(std::initializer_list<const char*> lines) {
 
 class SubExportTDFsTest : public testing::Test {
 protected:
-    void ExportOne(const FeatureSet& set, const FeatureCorners& corners) {
+    void ExportOne(const FeatureSet& set, const PostBox& corners) {
         dialogs_.ExpectBox("TDF Export", Question, BoxAnswer::Yes);
         dialogs_.ExpectSave("Save Feature File as...", path_);
         SubExportTDFs(set, corners, dialogs_, progress_);
     }
-    void ExportFolder(const FeatureSet& set, const FeatureCorners& corners) {
+    void ExportFolder(const FeatureSet& set, const PostBox& corners) {
         dialogs_.ExpectBox("TDF Export", Question, BoxAnswer::No);
         dialogs_.ExpectFolder("Save TDF Files...", folder_.Path());
         SubExportTDFs(set, corners, dialogs_, progress_);
     }
     // The names of the roads that a rectangle takes, by their value.
-    static std::string Roads(const FeatureSet& set, const FeatureCorners& corners) {
+    static std::string Roads(const FeatureSet& set, const PostBox& corners) {
         std::string text;
         const FoundFeatures found = FeaturesInside(set, corners);
         for (const Feature* road : found.ByKind[5])

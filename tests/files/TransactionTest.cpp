@@ -97,7 +97,7 @@ TEST_F(Transactions, RefuseTheSameFileTwice) {
 }
 
 TEST_F(Transactions, KnowThatAnotherFileWasPutThereSince) {
-    const FileIdentity read = IdentityOf(pathL_);
+    const FileIdentity read = IdentityOfRealPath(pathL_);
     {
         Transaction files;
         files.Stage(pathL_, read).WriteText("mine");
@@ -111,13 +111,13 @@ TEST_F(Transactions, KnowThatAnotherFileWasPutThereSince) {
     }
     EXPECT_EQ(folder_.Names(), "theater.l2 theater.o2");
     Transaction files;
-    files.Stage(pathL_, IdentityOf(pathL_)).WriteText("mine");
+    files.Stage(pathL_, IdentityOfRealPath(pathL_)).WriteText("mine");
     files.Commit();
     EXPECT_EQ(Slurp(pathL_), "mine");
 }
 
 TEST_F(Transactions, WriteAFileThatHasGoneSince) {
-    const FileIdentity read = IdentityOf(pathL_);
+    const FileIdentity read = IdentityOfRealPath(pathL_);
     fs::remove(pathL_);
     Transaction files;
     files.Stage(pathL_, read).WriteText("mine");

@@ -131,11 +131,5 @@ TEST(MapLayout, WithoutATheaterThePositionStays) {
     EXPECT_EQ(view.MapLeftX, 9);
 }
 
-TEST(ViewPosition, IsTheSameWhenBothNumbersAre) {
-    EXPECT_TRUE((ViewPosition{3, 4} == ViewPosition{3, 4}));
-    EXPECT_FALSE((ViewPosition{3, 4} == ViewPosition{3, 5}));
-    EXPECT_FALSE((ViewPosition{3, 4} == ViewPosition{2, 4}));
-}
-
 } // namespace
 } // namespace vardenix

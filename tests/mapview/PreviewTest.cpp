@@ -47,14 +47,14 @@ TEST(Preview, TheExportBoxHoldsTheCornersInEitherOrder) {
 }
 
 TEST(Preview, AClickBringsItsPostToTheLowerLeft) {
-    EXPECT_EQ(PreviewClick(10, 200, 256, 1024), (ViewPosition{40, 224}));
+    EXPECT_EQ(PreviewClick(10, 200, 256, 1024), (PostPlace{40, 224}));
 }
 
 TEST(Preview, ClicksAtTheEdgesAreClampedToTheScrollRanges) {
-    EXPECT_EQ(PreviewClick(255, 0, 256, 1024), (ViewPosition{1020, 1023}));
-    EXPECT_EQ(PreviewClick(256, 0, 256, 1024), (ViewPosition{1023, 1023}));
-    EXPECT_EQ(PreviewClick(0, 256, 256, 1024), (ViewPosition{0, 0}));
-    EXPECT_EQ(PreviewClick(-5, 300, 256, 1024), (ViewPosition{0, 0}));
+    EXPECT_EQ(PreviewClick(255, 0, 256, 1024), (PostPlace{1020, 1023}));
+    EXPECT_EQ(PreviewClick(256, 0, 256, 1024), (PostPlace{1023, 1023}));
+    EXPECT_EQ(PreviewClick(0, 256, 256, 1024), (PostPlace{0, 0}));
+    EXPECT_EQ(PreviewClick(-5, 300, 256, 1024), (PostPlace{0, 0}));
 }
 
 TEST(Preview, GrowsWithItsRoomAndNeverShrinks) {
@@ -76,9 +76,9 @@ TEST(Preview, ALargerPictureHasItsOwnScale) {
     view.GridCells = 5;
     view.ZoomPosts = 3;
     ExpectBox(MakeViewPort(view, 512, 2).View, 5, 484, 12.5, 491.5);
-    EXPECT_EQ(PreviewClick(20, 400, 512, 1024), (ViewPosition{40, 224}));
-    EXPECT_EQ(PreviewClick(21, 0, 2048, 1024), (ViewPosition{10, 1023}));
-    EXPECT_EQ(PreviewClick(-30, 9999, 512, 1024), (ViewPosition{0, 0}));
+    EXPECT_EQ(PreviewClick(20, 400, 512, 1024), (PostPlace{40, 224}));
+    EXPECT_EQ(PreviewClick(21, 0, 2048, 1024), (PostPlace{10, 1023}));
+    EXPECT_EQ(PreviewClick(-30, 9999, 512, 1024), (PostPlace{0, 0}));
 }
 
 } // namespace

@@ -228,7 +228,7 @@ TEST_F(FrmVXMainTest, ZoomStepsByOnePostBetweenOneAndTwenty) {
     view_.MapLeftX = 50; // to 59; five posts have the same middle from 52 on
     view_.MapBottomY = 70;
     EXPECT_EQ(StoryOf("cmdplus"), "layout paint ");
-    EXPECT_EQ(workspace_.Placed, (ViewPosition{52, 72}));
+    EXPECT_EQ(workspace_.Placed, (PostPlace{52, 72}));
     EXPECT_EQ(Shown("lblZoomUnit"), "post a cell");
     EXPECT_EQ(view_.ZoomPosts, 1);
     Slider("ZoomScroll").setValue(20);

@@ -29,7 +29,7 @@ public:
         Story += "scroll " + std::to_string(x) + "," + std::to_string(y) + " ";
     }
     void PositionChanged() override {}
-    ViewPosition Placed; // no part of the story
+    PostPlace Placed; // no part of the story
     void PlaceView(int x, int y) override { Placed = {x, y}; }
     void Tell(const std::string&) override {}
     void SelectionChanged() override {}

@@ -86,7 +86,7 @@ TEST_F(FrmVXMapMouseTest, AStrokePaintsOnlyWhatChangedAndIsOneStep) {
     QTest::mouseRelease(&PicShow(), Qt::LeftButton, {}, Middle(2, 0));
     for (const int x : {10, 11, 12})
         EXPECT_EQ(Tile(x, 20), 5);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     for (const int x : {10, 11, 12})
         EXPECT_EQ(Tile(x, 20), 0);
     Drag(3, 3); // a move whose press went to another window
@@ -309,7 +309,7 @@ TEST_F(FrmVXMapMouseTest, EscGivesUpARectangle) {
     QTest::keyClick(&window_, Qt::Key_Escape);
     QTest::mouseRelease(&PicShow(), Qt::LeftButton, {}, Middle(1, 1));
     EXPECT_EQ(Tile(10, 20), 0);
-    EXPECT_FALSE(undo_.CanUndo(false));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
 }
 
 TEST_F(FrmVXMapMouseTest, TheLineUnderTheMapTellsThePost) {

@@ -75,9 +75,9 @@ TEST_F(EditGestureTest, AStrokePaintsWhatThePointerCrosses) {
     EXPECT_EQ(workspace_.Story, "L2 L2"); // no repaint of the whole
     EXPECT_EQ(workspace_.Told, "7 posts changed");
     EXPECT_EQ(Steps(), 1);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_TRUE(Painted().empty());
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(Painted().size(), 7U);
 }
 
@@ -97,7 +97,7 @@ TEST_F(EditGestureTest, TwoStrokesAreTwoSteps) {
     Move(6, 5);
     End(6, 5);
     EXPECT_EQ(Steps(), 2);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_EQ(Painted().size(), 3U);
 }
 
@@ -178,7 +178,7 @@ TEST_F(EditGestureTest, AWideBrushIsOneStepTooAndPaintsEachPostOnce) {
     EXPECT_TRUE(Painted().contains({5, 3}));
     EXPECT_EQ(workspace_.Told, "15 posts changed");
     EXPECT_EQ(Steps(), 1);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_TRUE(Painted().empty());
 }
 
@@ -200,7 +200,7 @@ TEST_F(EditGestureTest, ARectangleIsFilledWhenTheButtonIsLetGo) {
     EXPECT_TRUE(Painted().contains({2, 1}));
     EXPECT_TRUE(Painted().contains({4, 3}));
     EXPECT_FALSE(gesture_.Preview().has_value());
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_TRUE(Painted().empty());
 }
 
@@ -239,7 +239,7 @@ TEST_F(EditGestureTest, AFillStaysInTheSegmentsInView) {
     EXPECT_TRUE(Painted().contains({31 - 10, 31 - 20}));
     EXPECT_EQ(workspace_.Story, "commands refresh L2");
     EXPECT_EQ(workspace_.Told, "512 posts changed");
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_TRUE(Painted().empty());
 }
 
@@ -295,8 +295,8 @@ TEST_F(EditGestureTest, InL0ModeTheBrushWorksOnHeights) {
     // The next stroke raises them again.
     gesture_.Begin(4, 252, {});
     EXPECT_EQ(terrain_.Elevations.At(41, 81), 20);
-    undo_.Undo(true);
-    undo_.Undo(true);
+    undo_.Undo(Layer::Heights);
+    undo_.Undo(Layer::Heights);
     EXPECT_EQ(terrain_.Elevations.At(41, 81), 0);
     EXPECT_EQ(terrain_.Elevations.At(46, 81), 0);
 }
@@ -326,9 +326,9 @@ TEST_F(EditGestureTest, RectangleFillAndPickWorkOnHeightsToo) {
     gesture_.Begin(4, 252, {.Alt = true});
     EXPECT_EQ(interaction_.Feet, 500);
     EXPECT_EQ(interaction_.SelectedTile, 7);
-    undo_.Undo(true);
-    undo_.Undo(true);
-    undo_.Undo(true);
+    undo_.Undo(Layer::Heights);
+    undo_.Undo(Layer::Heights);
+    undo_.Undo(Layer::Heights);
     for (const int16_t height : terrain_.Elevations.L0ElvArr.Values())
         ASSERT_EQ(height, 0);
 }
@@ -362,12 +362,12 @@ TEST_F(EditGestureTest, ManyGesturesAreTakenBackExactly) {
             EXPECT_EQ(tiles(), states.back());
     }
     for (size_t i = states.size() - 1; i-- > 0;) {
-        undo_.Undo(false);
+        undo_.Undo(Layer::Posts);
         ASSERT_EQ(tiles(), states[i]) << i;
     }
-    EXPECT_FALSE(undo_.CanUndo(false));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
     for (size_t i = 1; i < states.size(); ++i) {
-        undo_.Redo(false);
+        undo_.Redo(Layer::Posts);
         ASSERT_EQ(tiles(), states[i]) << i;
     }
 }

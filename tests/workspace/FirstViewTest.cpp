@@ -29,21 +29,21 @@ protected:
 };
 
 TEST_F(FirstViewTest, AllSeaBeginsAtTheCorner) {
-    EXPECT_EQ(FirstView(terrain_, lookup_, 5), (ViewPosition{0, 0}));
+    EXPECT_EQ(FirstView(terrain_, lookup_, 5), (PostPlace{0, 0}));
     terrain_ = {};
-    EXPECT_EQ(FirstView(terrain_, lookup_, 5), (ViewPosition{0, 0}));
+    EXPECT_EQ(FirstView(terrain_, lookup_, 5), (PostPlace{0, 0}));
 }
 
 TEST_F(FirstViewTest, ShowsTheOnlyIsland) {
     Post(50, 20).Elevation = 1; // segment (3, 1), whose middle is (56, 24)
-    EXPECT_EQ(FirstView(terrain_, lookup_, 5), (ViewPosition{54, 22}));
-    EXPECT_EQ(FirstView(terrain_, lookup_, 200), (ViewPosition{0, 0}));
+    EXPECT_EQ(FirstView(terrain_, lookup_, 5), (PostPlace{54, 22}));
+    EXPECT_EQ(FirstView(terrain_, lookup_, 200), (PostPlace{0, 0}));
 }
 
 TEST_F(FirstViewTest, TheFullestSegmentNearestToTheMiddleOfAllLandIsTaken) {
     Land(0, 0, 47, 15); // three full segments in a row; its middle is that of (1, 0)
     Post(60, 60).TileOffset = 2;
-    EXPECT_EQ(FirstView(terrain_, lookup_, 6), (ViewPosition{24 - 3, 8 - 3}));
+    EXPECT_EQ(FirstView(terrain_, lookup_, 6), (PostPlace{24 - 3, 8 - 3}));
 }
 
 TEST_F(FirstViewTest, UnknownTilesAndWaterAreNoLand) {
@@ -51,7 +51,7 @@ TEST_F(FirstViewTest, UnknownTilesAndWaterAreNoLand) {
     Post(6, 5).TileOffset = -1;
     Post(7, 5).TileOffset = 999;
     Post(8, 5).Elevation = -20;
-    EXPECT_EQ(FirstView(terrain_, lookup_, 5), (ViewPosition{0, 0}));
+    EXPECT_EQ(FirstView(terrain_, lookup_, 5), (PostPlace{0, 0}));
 }
 
 TEST_F(FirstViewTest, OnlySettingsThatNoRunHasStoredAreChanged) {

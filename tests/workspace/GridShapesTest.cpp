@@ -12,9 +12,9 @@ namespace {
 
 using Squares = std::set<std::pair<int, int>>;
 
-Squares SetOf(const std::vector<CursorPost>& line) {
+Squares SetOf(const std::vector<PostPlace>& line) {
     Squares squares;
-    for (const CursorPost& at : line)
+    for (const PostPlace& at : line)
         squares.insert({at.X, at.Y});
     return squares;
 }
@@ -29,7 +29,7 @@ Squares SetOf(const std::vector<RowSpan>& spans) {
 
 // Straight from the words: in every column (row) the square nearest to the line, the
 // lower one (the one at the left) of two, found by trying all.
-Squares SlowLine(CursorPost a, CursorPost b) {
+Squares SlowLine(PostPlace a, PostPlace b) {
     const bool wide = std::abs(b.X - a.X) >= std::abs(b.Y - a.Y);
     Squares squares;
     if (a.X == b.X && a.Y == b.Y)
@@ -52,8 +52,8 @@ Squares SlowLine(CursorPost a, CursorPost b) {
 TEST(GridShapes, ALineIsThatOfASlowSearch) {
     for (int x = -7; x <= 9; ++x)
         for (int y = -8; y <= 7; ++y) {
-            const CursorPost a{2, -3};
-            const CursorPost b{x, y};
+            const PostPlace a{2, -3};
+            const PostPlace b{x, y};
             const auto line = LineBetween(a, b);
             EXPECT_EQ(SetOf(line), SlowLine(a, b)) << x << ", " << y;
             EXPECT_EQ(SetOf(LineBetween(b, a)), SetOf(line)) << x << ", " << y;
@@ -95,7 +95,7 @@ TEST(GridShapes, ABrushedLineIsTheBrushAtEverySquareOfIt) {
         const auto line = LineBetween({at(random), at(random)}, {at(random), at(random)});
         const int size = 1 + round % 9;
         Squares expected;
-        for (const CursorPost& middle : line)
+        for (const PostPlace& middle : line)
             for (int x = middle.X - (size - 1) / 2; x <= middle.X + size / 2; ++x)
                 for (int y = middle.Y - (size - 1) / 2; y <= middle.Y + size / 2; ++y)
                     if (x >= 0 && y >= 0 && x < 20 && y < 20)
@@ -125,7 +125,7 @@ void SlowFill(const std::vector<std::string>& map, int x, int y, char wanted,
 }
 
 std::vector<RowSpan> Fill(const std::vector<std::string>& map, const PostBox& limits,
-                          CursorPost start) {
+                          PostPlace start) {
     const char wanted = map[static_cast<size_t>(start.Y)][static_cast<size_t>(start.X)];
     return FilledSpans(limits, start, [&](int32_t x, int32_t y) {
         return map[static_cast<size_t>(y)][static_cast<size_t>(x)] == wanted;
@@ -140,7 +140,7 @@ TEST(GridShapes, AFillIsThatOfASlowSearch) {
         for (std::string& row : map)
             for (char& square : row)
                 square = die(random) < 2 + round % 6 ? '#' : '.';
-        const CursorPost start{die(random), die(random)};
+        const PostPlace start{die(random), die(random)};
         const PostBox limits{0, round % 3, 18 - round % 5, 16};
         Squares expected;
         if (Contains(limits, start))

@@ -8,8 +8,7 @@
 
 namespace vardenix {
 
-static bool operator==(CursorPost a, CursorPost b) { return a.X == b.X && a.Y == b.Y; }
-static std::ostream& operator<<(std::ostream& out, CursorPost post) {
+static std::ostream& operator<<(std::ostream& out, PostPlace post) {
     return out << post.X << "," << post.Y;
 }
 
@@ -23,7 +22,7 @@ MapView View(int16_t gridCells, int32_t tilePixels, int16_t zoomPosts) {
     return view;
 }
 
-CursorPost Post(int32_t x, int32_t y) { return {x, y}; }
+PostPlace Post(int32_t x, int32_t y) { return {x, y}; }
 
 // Five by five posts of 128 pixels: rows count from the lower edge, at 640.
 TEST(PostUnderCursor, CountsFromTheLowerLeftOfTheView) {
@@ -70,32 +69,32 @@ TEST(PostUnderCursor, ACellBelowAPixelCountsAsOne) {
 TEST(OnElevations, FirstAndLastQuartersAreIn) {
     Terrain terrain;
     terrain.Elevations.EMapWidth = 64;
-    EXPECT_TRUE(OnElevations(Post(1, 1), terrain));
-    EXPECT_TRUE(OnElevations(Post(64, 64), terrain));
-    for (const CursorPost outside : {Post(0, 1), Post(1, 0), Post(65, 1), Post(1, 65)})
+    EXPECT_TRUE(OnElevations(Post(0, 0), terrain));
+    EXPECT_TRUE(OnElevations(Post(63, 63), terrain));
+    for (const PostPlace outside : {Post(-1, 0), Post(0, -1), Post(64, 0), Post(0, 64)})
         EXPECT_FALSE(OnElevations(outside, terrain));
 }
 
-TEST(ElevationUnderCursor, CountsQuartersOfACellFromOne) {
+TEST(ElevationUnderCursor, CountsQuartersOfACellFromZero) {
     MapView view = View(5, 128, 1);
-    EXPECT_EQ(ElevationUnderCursor(view, 0, 640), Post(1, 1));
-    EXPECT_EQ(ElevationUnderCursor(view, 31, 609), Post(1, 1));
-    EXPECT_EQ(ElevationUnderCursor(view, 32, 608), Post(2, 2));
+    EXPECT_EQ(ElevationUnderCursor(view, 0, 640), Post(0, 0));
+    EXPECT_EQ(ElevationUnderCursor(view, 31, 609), Post(0, 0));
+    EXPECT_EQ(ElevationUnderCursor(view, 32, 608), Post(1, 1));
     view.MapLeftX = 10;
     view.MapBottomY = 20;
-    EXPECT_EQ(ElevationUnderCursor(view, 64, 576), Post(43, 83));
+    EXPECT_EQ(ElevationUnderCursor(view, 64, 576), Post(42, 82));
 }
 
 TEST(ElevationUnderCursor, RoundsAQuarterHalfToEven) {
     // 32 / 5 is taken as 6, a quarter of that, 1.5, as 2.
-    EXPECT_EQ(ElevationUnderCursor(View(2, 32, 5), 11, 60), Post(6, 1));
+    EXPECT_EQ(ElevationUnderCursor(View(2, 32, 5), 11, 60), Post(5, 0));
     // 128 / 3 is taken as 43, a quarter of that, 10.75, as 11.
-    EXPECT_EQ(ElevationUnderCursor(View(5, 128, 3), 22, 645), Post(3, 1));
+    EXPECT_EQ(ElevationUnderCursor(View(5, 128, 3), 22, 645), Post(2, 0));
 }
 
 TEST(ElevationUnderCursor, AQuarterBelowAPixelCountsAsOne) {
-    EXPECT_EQ(ElevationUnderCursor(View(2, 16, 20), 5, 38), Post(6, 3));
-    EXPECT_EQ(ElevationUnderCursor(View(2, 16, 8), 5, 32), Post(6, 1)); // cells of 2
+    EXPECT_EQ(ElevationUnderCursor(View(2, 16, 20), 5, 38), Post(5, 2));
+    EXPECT_EQ(ElevationUnderCursor(View(2, 16, 8), 5, 32), Post(5, 0)); // cells of 2
 }
 
 class ReadOutTest : public testing::Test {
@@ -229,7 +228,7 @@ TEST(PlaceInBIN, AreTheSetFromOneAndTheTileFromZero) {
     const auto place = PlaceInBIN(37, 3);
     ASSERT_TRUE(place);
     EXPECT_EQ(place->Set, 3);
-    EXPECT_EQ(place->Tile, 5);
+    EXPECT_EQ(place->Slot, 5);
     EXPECT_EQ(PlaceInBIN(0, 1)->Set, 1);
     EXPECT_FALSE(PlaceInBIN(37, 2));
     EXPECT_FALSE(PlaceInBIN(-1, 2));

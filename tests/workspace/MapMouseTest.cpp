@@ -56,7 +56,7 @@ TEST_F(MapMouseTest, ALeftClickPaintsTheSelectedTileAndNothingElse) {
     EXPECT_EQ(workspace_.Story, "commands refresh L2");
     ASSERT_EQ(undo_.UndoPostStack().UpperBound(), 1);
     EXPECT_EQ(undo_.UndoPostStack().At(1).Serial, 3 * 16 + 5);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_TRUE(terrain_.LxArr(3 * 16 + 5) == before);
 }
 
@@ -71,7 +71,7 @@ TEST_F(MapMouseTest, TileNumberZeroIsATileToo) {
 TEST_F(MapMouseTest, WithoutATileALeftClickDoesNothing) {
     Left(1, 1);
     EXPECT_EQ(workspace_.Story, "");
-    EXPECT_FALSE(undo_.CanUndo(false));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
 }
 
 TEST_F(MapMouseTest, PaintingStopsAtTheEdgeOfTheTerrain) {
@@ -211,7 +211,7 @@ TEST_F(MapMouseTest, PropertiesOverwriteAllFiveFields) {
     EXPECT_EQ(asked, 41);
     EXPECT_TRUE(terrain_.LxArr(16 + 3) == entered);
     EXPECT_EQ(workspace_.Story, " post? commands refresh L2");
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     const int32_t tile = terrain_.LxArr(16 + 3).TileOffset;
     EXPECT_EQ(tile, 41);
 }
@@ -220,7 +220,7 @@ TEST_F(MapMouseTest, PropertiesClosedWithoutAnUpdateChangeNothing) {
     Right(2, 1);
     mouse_.mnuTileProperties();
     EXPECT_EQ(workspace_.Story, " post?");
-    EXPECT_FALSE(undo_.CanUndo(false));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
 }
 
 TEST_F(MapMouseTest, InL0ModeARightClickEditsOneHeight) {
@@ -250,7 +250,7 @@ TEST_F(MapMouseTest, InL0ModeAClosedDialogOrAClickBeyondTheEdgeChangesNothing) {
     view_.MapLeftX = 15;
     mouse_.RightDown(64, 250); // column 64 from 0
     EXPECT_EQ(workspace_.Story, "");
-    EXPECT_FALSE(undo_.CanUndo(true));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Heights));
 }
 
 } // namespace

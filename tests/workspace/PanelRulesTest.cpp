@@ -61,33 +61,35 @@ TEST(PanelRules, CaptionsOfZoomAndGrid) {
 }
 
 TEST(PanelRules, GoToXYRoundsAndClamps) {
-    EXPECT_EQ(GoToXY("12", "7", 64), (ViewPosition{12, 7}));
-    EXPECT_EQ(GoToXY("64", "1000", 64), (ViewPosition{63, 63}));
-    EXPECT_EQ(GoToXY("99999999999999", "", 64), (ViewPosition{63, 0}));
-    EXPECT_EQ(GoToXY("2.5", "3.5", 64), (ViewPosition{2, 4}));
-    EXPECT_EQ(GoToXY("-3", "x", 64), (ViewPosition{0, 0}));
-    EXPECT_EQ(GoToXY("5", "5", 0), (ViewPosition{0, 0}));
+    EXPECT_EQ(GoToXY("12", "7", 64), (PostPlace{12, 7}));
+    EXPECT_EQ(GoToXY("64", "1000", 64), (PostPlace{63, 63}));
+    EXPECT_EQ(GoToXY("99999999999999", "", 64), (PostPlace{63, 0}));
+    EXPECT_EQ(GoToXY("2.5", "3.5", 64), (PostPlace{2, 4}));
+    EXPECT_EQ(GoToXY("-3", "x", 64), (PostPlace{0, 0}));
+    EXPECT_EQ(GoToXY("5", "5", 0), (PostPlace{0, 0}));
 }
 
 struct SaveButtonCase {
-    bool Shift, L0Mode, L0NeedSave, L2NeedSave;
+    bool Shift;
+    Layer Edited;
+    bool L0NeedSave, L2NeedSave;
     const char* Caption;
     bool Enabled;
 };
 
 TEST(PanelRules, TheSaveButtonFollowsShiftModeAndFlags) {
     const SaveButtonCase cases[] = {
-        {false, false, false, false, "Save L2", false},
-        {false, false, true, false, "Save L2", false},
-        {false, false, false, true, "Save L2", true},
-        {false, true, false, true, "Save L0/ELV", false},
-        {false, true, true, false, "Save L0/ELV", true},
-        {true, false, false, false, "Save L2 as...", true},
-        {true, true, false, false, "Save L0/ELV as...", true},
+        {false, Layer::Posts, false, false, "Save L2", false},
+        {false, Layer::Posts, true, false, "Save L2", false},
+        {false, Layer::Posts, false, true, "Save L2", true},
+        {false, Layer::Heights, false, true, "Save L0/ELV", false},
+        {false, Layer::Heights, true, false, "Save L0/ELV", true},
+        {true, Layer::Posts, false, false, "Save L2 as...", true},
+        {true, Layer::Heights, false, false, "Save L0/ELV as...", true},
     };
     for (const SaveButtonCase& one : cases) {
         const ButtonState state =
-            RedrawSaveButton(one.Shift, one.L0Mode, one.L0NeedSave, one.L2NeedSave);
+            RedrawSaveButton(one.Shift, one.Edited, one.L0NeedSave, one.L2NeedSave);
         EXPECT_EQ(state.Caption, one.Caption);
         EXPECT_EQ(state.Enabled, one.Enabled) << one.Caption;
     }
@@ -152,7 +154,7 @@ TEST(DirtyTitles, TheStarStandsWhileAnythingIsUnsavedInEitherMode) {
         DirtyTitles titles("Korea");
         bool l2 = false;
         bool l0 = false;
-        bool mode = false;
+        Layer layer = Layer::Posts;
         for (int rest = steps, i = 0; i < 4; ++i, rest /= 4) {
             switch (rest % 4) {
             case 0:
@@ -168,13 +170,14 @@ TEST(DirtyTitles, TheStarStandsWhileAnythingIsUnsavedInEitherMode) {
                 l0 = false;
                 break;
             default:
-                mode = !mode;
-                titles.SetL0Mode(mode);
+                layer = layer == Layer::Posts ? Layer::Heights : Layer::Posts;
+                titles.SetLayer(layer);
             }
             const std::string star = l2 || l0 ? "*" : "";
             ASSERT_EQ(titles.MapCaption(), star + "Korea") << steps << " step " << i;
             ASSERT_EQ(titles.MainCaption(),
-                      star + "Vardenix v3.0.1" + (mode ? " - L0/ELV MODE" : ""))
+                      star + "Vardenix v3.0.1" +
+                          (layer == Layer::Heights ? " - L0/ELV MODE" : ""))
                 << steps << " step " << i;
             ASSERT_EQ(titles.L2NeedSaveFlag(), l2);
             ASSERT_EQ(titles.L0NeedSaveFlag(), l0);

@@ -54,10 +54,10 @@ std::vector<int32_t> Painted(const Terrain& terrain) {
 }
 
 TEST(PostFields, AFillCoversBothCornersWhicheverLiesWhere) {
-    // Columns 2 to 4 of rows 3 and 4, 16 posts a row.
+    // Columns 1 to 3 of rows 2 and 3, from 0, 16 posts a row.
     const std::vector<int32_t> expected{34, 35, 36, 50, 51, 52};
-    for (const PostRectangle& corners :
-         {PostRectangle{2, 3, 4, 4}, {4, 4, 2, 3}, {2, 4, 4, 3}, {4, 3, 2, 4}}) {
+    for (const PostBox& corners :
+         {PostBox{1, 2, 3, 3}, {3, 3, 1, 2}, {1, 3, 3, 2}, {3, 2, 1, 3}}) {
         Terrain terrain = FilledTerrain(16, Meadow);
         EXPECT_EQ(FillPosts(terrain, corners, {.TileOffset = 7}), 6);
         EXPECT_EQ(Painted(terrain), expected);
@@ -67,22 +67,22 @@ TEST(PostFields, AFillCoversBothCornersWhicheverLiesWhere) {
 
 TEST(PostFields, AFillOfOnePostAndOfAllPosts) {
     Terrain terrain = FilledTerrain(32, Meadow);
-    EXPECT_EQ(FillPosts(terrain, {32, 32, 32, 32}, {.TileOffset = 7}), 1);
+    EXPECT_EQ(FillPosts(terrain, {31, 31, 31, 31}, {.TileOffset = 7}), 1);
     EXPECT_EQ(Painted(terrain), std::vector<int32_t>{1024});
-    EXPECT_EQ(FillPosts(terrain, {1, 1, 32, 32}, {.TileOffset = 7}), 1024);
+    EXPECT_EQ(FillPosts(terrain, {0, 0, 31, 31}, {.TileOffset = 7}), 1024);
     EXPECT_EQ(Painted(terrain).size(), 1024U);
 }
 
 TEST(PostFields, AFillThatReachesPastTheTerrainChangesNothing) {
-    for (const PostRectangle& corners :
-         {PostRectangle{0, 1, 2, 2}, {1, 0, 2, 2}, {3, 3, 17, 3}, {3, 17, 3, 3}}) {
+    for (const PostBox& corners :
+         {PostBox{-1, 0, 1, 1}, {0, -1, 1, 1}, {2, 2, 16, 2}, {2, 16, 2, 2}}) {
         Terrain terrain = FilledTerrain(16, Meadow);
         try {
             FillPosts(terrain, corners, {.TileOffset = 7});
             ADD_FAILURE() << corners.X1 << ", " << corners.Y1;
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.NumberValue(), 9);
-            EXPECT_NE(error.Detail().find("of 1 to 16"), std::string::npos);
+            EXPECT_NE(error.Detail().find("of 0 to 15"), std::string::npos);
         }
         EXPECT_TRUE(Painted(terrain).empty());
     }
@@ -94,20 +94,20 @@ TEST(PostFields, PostsOutsideWholeSegmentsAreNotPainted) {
     EXPECT_EQ(SavedWidth(8), 0);
     // A save would lose them without a word.
     Terrain terrain = FilledTerrain(33, Meadow);
-    EXPECT_EQ(FillPosts(terrain, {32, 1, 32, 1}, {.TileOffset = 7}), 1);
-    EXPECT_THROW(FillPosts(terrain, {33, 1, 33, 1}, {.TileOffset = 7}), RuntimeError);
+    EXPECT_EQ(FillPosts(terrain, {31, 0, 31, 0}, {.TileOffset = 7}), 1);
+    EXPECT_THROW(FillPosts(terrain, {32, 0, 32, 0}, {.TileOffset = 7}), RuntimeError);
     EXPECT_EQ(Painted(terrain), std::vector<int32_t>{32});
 }
 
 TEST(PostFields, SeaSegmentsAreCountedWhereTheRectangleReaches) {
     Terrain terrain = FilledTerrain(48, {0, 0, 1, 2, 3});
-    EXPECT_EQ(SeaSegments(terrain, {1, 1, 48, 48}), 9);
-    EXPECT_EQ(SeaSegments(terrain, {16, 17, 17, 17}), 2);
-    EXPECT_EQ(SeaSegments(terrain, {17, 17, 16, 16}), 4);
+    EXPECT_EQ(SeaSegments(terrain, {0, 0, 47, 47}), 9);
+    EXPECT_EQ(SeaSegments(terrain, {15, 16, 16, 16}), 2);
+    EXPECT_EQ(SeaSegments(terrain, {16, 16, 15, 15}), 4);
     terrain.LxArr(1).Elevation = -1;
-    EXPECT_EQ(SeaSegments(terrain, {1, 1, 48, 48}), 8);
-    EXPECT_EQ(SeaSegments(terrain, {16, 16, 16, 16}), 0);
-    EXPECT_EQ(SeaSegments(terrain, {17, 16, 17, 16}), 1);
+    EXPECT_EQ(SeaSegments(terrain, {0, 0, 47, 47}), 8);
+    EXPECT_EQ(SeaSegments(terrain, {15, 15, 15, 15}), 0);
+    EXPECT_EQ(SeaSegments(terrain, {16, 15, 16, 15}), 1);
 }
 
 } // namespace

@@ -34,7 +34,7 @@ TileRegion Region(int32_t width, int32_t height, int32_t firstNumber) {
 
 class RegionExchangeTest : public testing::Test {
 protected:
-    std::string Exported(const Terrain& terrain, const RegionCorners& corners) {
+    std::string Exported(const Terrain& terrain, const PostBox& corners) {
         WriteRegion(terrain, corners, path_, progress_);
         return tests::Slurp(path_);
     }
@@ -79,11 +79,11 @@ TEST_F(RegionExchangeTest, TheExportsBarKeepsItsSum) {
 
 TEST_F(RegionExchangeTest, ACornerOutsideTheTerrainIsRefused) {
     tests::Spill(path_, "old");
-    for (const RegionCorners& corners : {RegionCorners{-1, 0, 1, 1},
-                                         {0, -1, 1, 1},
-                                         {0, 0, 16, 1},
-                                         {0, 0, 1, 16},
-                                         {0, 0, 1, 99}})
+    for (const PostBox& corners : {PostBox{-1, 0, 1, 1},
+                                   {0, -1, 1, 1},
+                                   {0, 0, 16, 1},
+                                   {0, 0, 1, 16},
+                                   {0, 0, 1, 99}})
         EXPECT_THROW(Exported(Numbered(16), corners), RuntimeError);
     try {
         Exported(Numbered(16), {3, 99, 0, 1});

@@ -20,13 +20,13 @@ TEST(RenumberedUndo, AStepGivesBackThePostsUnderTheirNewNumbers) {
     undo.AddPostUndo(before, after, 7);
     // A set comes in before number 16: 20 becomes 36, 3 stays.
     undo.TilesRenumbered(TileRenumbering::SetInserted(16, 32));
-    undo.Undo(false);
+    undo.Undo(Layer::Posts);
     EXPECT_TRUE(terrain.LxArr(7) == (TerrainPost{36, 100, 1, 2, 3}));
     // The first set goes, also while the step is undone: 36 becomes 20, 3 falls to 0.
     undo.TilesRenumbered(TileRenumbering::SetDeleted(0, 48));
-    undo.Redo(false);
+    undo.Redo(Layer::Posts);
     EXPECT_TRUE(terrain.LxArr(7) == (TerrainPost{0, 100, 1, 2, 3}));
-    undo.Undo(false);
+    undo.Undo(Layer::Posts);
     EXPECT_TRUE(terrain.LxArr(7) == (TerrainPost{20, 100, 1, 2, 3}));
 }
 

@@ -44,11 +44,11 @@ protected:
 TEST_F(UndoPointsTest, BothStacksBeginEmpty) {
     EXPECT_EQ(undo_.UndoPostStack().UpperBound(), 0);
     EXPECT_EQ(undo_.UndoElvStack().UpperBound(), 0);
-    for (const bool l0Mode : {false, true}) {
-        EXPECT_FALSE(undo_.CanUndo(l0Mode));
-        EXPECT_FALSE(undo_.CanRedo(l0Mode));
-        undo_.Undo(l0Mode);
-        undo_.Redo(l0Mode);
+    for (const Layer layer : {Layer::Posts, Layer::Heights}) {
+        EXPECT_FALSE(undo_.CanUndo(layer));
+        EXPECT_FALSE(undo_.CanRedo(layer));
+        undo_.Undo(layer);
+        undo_.Redo(layer);
     }
     EXPECT_EQ(workspace_.Story, "");
 }
@@ -75,14 +75,14 @@ TEST_F(UndoPointsTest, AddingLeavesTheTerrainAloneAndRepaints) {
 TEST_F(UndoPointsTest, StepsBackAndForwardOneEditAtATime) {
     Paint(3, 10);
     Paint(3, 11);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_EQ(Tile(3), 10);
     EXPECT_EQ(undo_.UndoPostPos(), 1);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_EQ(Tile(3), 0);
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(Tile(3), 10);
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(Tile(3), 11);
     EXPECT_EQ(undo_.UndoPostPos(), 0);
 }
@@ -96,23 +96,23 @@ TEST_F(UndoPointsTest, WritesTheWholePost) {
     full.X2 = 255;
     terrain_.LxArr(8) = full;
     undo_.AddPostUndo(Post(0), full, 8);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_TRUE(terrain_.LxArr(8) == Post(0));
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_TRUE(terrain_.LxArr(8) == full);
 }
 
 TEST_F(UndoPointsTest, ButtonsFollowTheEndsOfTheStack) {
     Paint(1, 1);
     Paint(1, 2);
-    EXPECT_TRUE(undo_.CanUndo(false));
-    EXPECT_FALSE(undo_.CanRedo(false));
-    undo_.Undo(false);
-    EXPECT_TRUE(undo_.CanUndo(false));
-    EXPECT_TRUE(undo_.CanRedo(false));
-    undo_.Undo(false);
-    EXPECT_FALSE(undo_.CanUndo(false));
-    EXPECT_TRUE(undo_.CanRedo(false));
+    EXPECT_TRUE(undo_.CanUndo(Layer::Posts));
+    EXPECT_FALSE(undo_.CanRedo(Layer::Posts));
+    undo_.Undo(Layer::Posts);
+    EXPECT_TRUE(undo_.CanUndo(Layer::Posts));
+    EXPECT_TRUE(undo_.CanRedo(Layer::Posts));
+    undo_.Undo(Layer::Posts);
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
+    EXPECT_TRUE(undo_.CanRedo(Layer::Posts));
 }
 
 TEST_F(UndoPointsTest, TheHundredAndFirstEditLosesTheOldest) {
@@ -122,8 +122,8 @@ TEST_F(UndoPointsTest, TheHundredAndFirstEditLosesTheOldest) {
     EXPECT_EQ(undo_.UndoPostStack().At(1).Serial, 101);
     EXPECT_EQ(undo_.UndoPostStack().At(100).Serial, 2);
     for (int i = 0; i < 100; ++i)
-        undo_.Undo(false);
-    EXPECT_FALSE(undo_.CanUndo(false));
+        undo_.Undo(Layer::Posts);
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
     EXPECT_EQ(Tile(1), 1001); // no longer on the stack
     EXPECT_EQ(Tile(2), 0);
     EXPECT_EQ(Tile(101), 0);
@@ -132,15 +132,15 @@ TEST_F(UndoPointsTest, TheHundredAndFirstEditLosesTheOldest) {
 TEST_F(UndoPointsTest, ANewEditDropsWhatIsUndone) {
     for (int32_t i = 1; i <= 5; ++i)
         Paint(i, 10 + i);
-    undo_.Undo(false);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
+    undo_.Undo(Layer::Posts);
     Paint(9, 99);
     // Five entries less two undone, plus the new one.
     ASSERT_EQ(undo_.UndoPostStack().UpperBound(), 4);
     EXPECT_EQ(undo_.UndoPostStack().At(1).Serial, 9);
     EXPECT_EQ(undo_.UndoPostStack().At(2).Serial, 3);
     EXPECT_EQ(undo_.UndoPostStack().At(4).Serial, 1);
-    EXPECT_FALSE(undo_.CanRedo(false));
+    EXPECT_FALSE(undo_.CanRedo(Layer::Posts));
     EXPECT_EQ(undo_.UndoPostPos(), 0);
 }
 
@@ -148,7 +148,7 @@ TEST_F(UndoPointsTest, AFullStackWithUndoneEntriesShrinks) {
     for (int32_t i = 1; i <= 100; ++i)
         Paint(i, i);
     for (int i = 0; i < 10; ++i)
-        undo_.Undo(false);
+        undo_.Undo(Layer::Posts);
     Paint(200, 7);
     EXPECT_EQ(undo_.UndoPostStack().UpperBound(), 91);
 }
@@ -156,7 +156,7 @@ TEST_F(UndoPointsTest, AFullStackWithUndoneEntriesShrinks) {
 TEST_F(UndoPointsTest, UndoWritesTheOldPostWhateverThePostIsNow) {
     Paint(3, 10);
     terrain_.LxArr(3) = Post(555); // a region stamped over it, or a restore point
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_EQ(Tile(3), 0);
 }
 
@@ -166,13 +166,13 @@ TEST_F(UndoPointsTest, EachModeHasItsOwnStack) {
     ASSERT_EQ(undo_.UndoElvStack().UpperBound(), 1);
     EXPECT_EQ(undo_.UndoElvStack().At(1).X, 5);
     EXPECT_EQ(undo_.UndoElvStack().At(1).Y, 6);
-    undo_.Undo(true);
+    undo_.Undo(Layer::Heights);
     EXPECT_EQ(terrain_.Elevations.At(5, 6), 0);
     EXPECT_EQ(Tile(3), 10);
     EXPECT_EQ(undo_.UndoPostPos(), 0);
-    undo_.Redo(true);
+    undo_.Redo(Layer::Heights);
     EXPECT_EQ(terrain_.Elevations.At(5, 6), 700);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_EQ(Tile(3), 0);
     EXPECT_EQ(terrain_.Elevations.At(5, 6), 700);
 }
@@ -180,34 +180,34 @@ TEST_F(UndoPointsTest, EachModeHasItsOwnStack) {
 TEST_F(UndoPointsTest, AStepRepaintsAndMarksWhatDiffersFromTheDisk) {
     Paint(3, 10);
     Raise(1, 1, 5);
-    undo_.Saved(false);
-    undo_.Saved(true);
+    undo_.Saved(Layer::Posts);
+    undo_.Saved(Layer::Heights);
     workspace_.Story.clear();
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     EXPECT_EQ(workspace_.Story, "commands refresh L2");
     workspace_.Story.clear();
-    undo_.Undo(true);
+    undo_.Undo(Layer::Heights);
     EXPECT_EQ(workspace_.Story, "commands refresh L0");
 }
 
 TEST_F(UndoPointsTest, EnteringAModeChangesNothingButTheButtons) {
     Paint(3, 10);
-    undo_.Undo(false);
+    undo_.Undo(Layer::Posts);
     terrain_.LxArr(3) = Post(44);
     workspace_.Story.clear();
-    undo_.ShowButtons(false);
+    undo_.ShowButtons(Layer::Posts);
     EXPECT_EQ(workspace_.Story, "commands refresh");
     EXPECT_EQ(undo_.UndoPostPos(), 1);
     EXPECT_EQ(Tile(3), 44);
-    EXPECT_TRUE(undo_.CanRedo(false));
+    EXPECT_TRUE(undo_.CanRedo(Layer::Posts));
 }
 
 TEST_F(UndoPointsTest, OtherElevationsBeginWithAnEmptyStack) {
     Paint(3, 10);
     Raise(5, 6, 700);
     undo_.ForgetElevations();
-    EXPECT_FALSE(undo_.CanUndo(true));
-    EXPECT_TRUE(undo_.CanUndo(false));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Heights));
+    EXPECT_TRUE(undo_.CanUndo(Layer::Posts));
 }
 
 } // namespace

@@ -20,23 +20,23 @@ protected:
     void Stroke(std::vector<TileRun> runs) {
         WriteNew(terrain_.LxArr, runs);
         undo_.AddStroke(std::move(runs));
-        undo_.Marked(false);
+        undo_.Marked(Layer::Posts);
     }
     void GoOn(std::vector<TileRun> runs) {
         WriteNew(terrain_.LxArr, runs);
         undo_.ExtendStroke(std::move(runs));
-        undo_.Marked(false);
+        undo_.Marked(Layer::Posts);
     }
     void Click(int32_t serial, int32_t tile) {
         const TerrainPost old = terrain_.LxArr(serial);
         terrain_.LxArr(serial).TileOffset = tile;
         undo_.AddPostUndo(old, terrain_.LxArr(serial), serial);
-        undo_.Marked(false);
+        undo_.Marked(Layer::Posts);
     }
     int32_t Tile(int32_t serial) const { return terrain_.LxArr(serial).TileOffset; }
-    std::string Undo(bool l0Mode = false) {
+    std::string Undo(Layer layer = Layer::Posts) {
         workspace_.Story.clear();
-        undo_.Undo(l0Mode);
+        undo_.Undo(layer);
         return workspace_.Story;
     }
 
@@ -53,7 +53,7 @@ TEST_F(UndoStrokesTest, AStrokeIsOneStep) {
     Undo();
     for (const int32_t serial : {3, 4, 20, 40, 41, 42})
         EXPECT_EQ(Tile(serial), 0) << serial;
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     for (const int32_t serial : {3, 4, 20, 40, 41, 42})
         EXPECT_EQ(Tile(serial), 7) << serial;
     EXPECT_EQ(Tile(5), 0);
@@ -76,7 +76,7 @@ TEST_F(UndoStrokesTest, AStrokeThatWasUndoneWhileItWentOnBeginsAnew) {
     Undo();
     EXPECT_EQ(Tile(3), 0);
     EXPECT_EQ(Tile(4), 0);
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(Tile(3), 0);
     EXPECT_EQ(Tile(4), 7);
 }
@@ -84,8 +84,8 @@ TEST_F(UndoStrokesTest, AStrokeThatWasUndoneWhileItWentOnBeginsAnew) {
 TEST_F(UndoStrokesTest, WhatChangedNothingIsNoStep) {
     undo_.AddStroke(std::vector<TileRun>{});
     undo_.ExtendStroke(std::vector<HeightRun>{});
-    EXPECT_FALSE(undo_.CanUndo(false));
-    EXPECT_FALSE(undo_.CanUndo(true));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Heights));
     EXPECT_EQ(workspace_.Story, "");
 }
 
@@ -96,7 +96,7 @@ TEST_F(UndoStrokesTest, AHundredStrokesAreRemembered) {
     for (int i = 0; i < 100; ++i)
         Undo();
     EXPECT_EQ(Tile(5), 1);
-    EXPECT_FALSE(undo_.CanUndo(false));
+    EXPECT_FALSE(undo_.CanUndo(Layer::Posts));
 }
 
 TEST_F(UndoStrokesTest, HeightsAreTakenBackToo) {
@@ -106,10 +106,10 @@ TEST_F(UndoStrokesTest, HeightsAreTakenBackToo) {
     undo_.AddStroke(runs);
     EXPECT_EQ(undo_.UndoElvStack().At(1).X, 3);
     EXPECT_EQ(undo_.UndoElvStack().At(1).Y, 2);
-    Undo(true);
+    Undo(Layer::Heights);
     EXPECT_EQ(terrain_.Elevations.At(3, 2), 50);
     EXPECT_EQ(terrain_.Elevations.At(5, 2), 0);
-    undo_.Redo(true);
+    undo_.Redo(Layer::Heights);
     EXPECT_EQ(terrain_.Elevations.At(3, 2), 150);
     EXPECT_EQ(terrain_.Elevations.At(5, 2), 100);
 }
@@ -139,7 +139,7 @@ TEST_F(UndoStrokesTest, EveryPostOfAStrokeFollowsTheCatalogue) {
     for (const int32_t serial : {9, 10, 11})
         EXPECT_EQ(Tile(serial), 36);
     undo_.TilesRenumbered(TileRenumbering::SetDeleted(0, 48));
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     for (const int32_t serial : {9, 10, 11})
         EXPECT_EQ(Tile(serial), 0);
     Undo();
@@ -150,11 +150,11 @@ TEST_F(UndoStrokesTest, EveryPostOfAStrokeFollowsTheCatalogue) {
 TEST_F(UndoStrokesTest, UndoToWhatWasSavedTakesTheStarOff) {
     Click(3, 7);
     EXPECT_EQ(Undo(), "commands refresh L2saved");
-    undo_.Redo(false);
-    undo_.Saved(false);
+    undo_.Redo(Layer::Posts);
+    undo_.Saved(Layer::Posts);
     EXPECT_EQ(Undo(), "commands refresh L2");
     workspace_.Story.clear();
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(workspace_.Story, "commands refresh L2saved");
     Click(4, 7);
     Click(5, 7);
@@ -172,7 +172,7 @@ TEST_F(UndoStrokesTest, WhatWasSavedMayHaveFallenOffTheStack) {
 
 TEST_F(UndoStrokesTest, WhatWasSavedMayHaveBeenDroppedByANewEdit) {
     Click(3, 7);
-    undo_.Saved(false);
+    undo_.Saved(Layer::Posts);
     Undo();
     Click(3, 8);
     EXPECT_EQ(Undo(), "commands refresh L2");
@@ -180,26 +180,26 @@ TEST_F(UndoStrokesTest, WhatWasSavedMayHaveBeenDroppedByANewEdit) {
 
 TEST_F(UndoStrokesTest, AStrokeThatGoesOnAfterASaveIsUnsaved) {
     Stroke({{3, 1, 0, 7}});
-    undo_.Saved(false);
+    undo_.Saved(Layer::Posts);
     GoOn({{4, 1, 0, 7}});
     EXPECT_EQ(Undo(), "commands refresh L2");
     workspace_.Story.clear();
-    undo_.Redo(false);
+    undo_.Redo(Layer::Posts);
     EXPECT_EQ(workspace_.Story, "commands refresh L2");
 }
 
 // A stamped region, a pass of the catalogue, a restore point: the star stays.
 TEST_F(UndoStrokesTest, AfterAnyOtherChangeNoStepLeadsBack) {
     Click(3, 7);
-    undo_.Marked(false);
+    undo_.Marked(Layer::Posts);
     EXPECT_EQ(Undo(), "commands refresh L2");
-    undo_.Marked(false); // of that step
-    undo_.Saved(false);
+    undo_.Marked(Layer::Posts); // of that step
+    undo_.Saved(Layer::Posts);
     Click(3, 8);
     undo_.TilesRenumbered(TileRenumbering());
     EXPECT_EQ(Undo(), "commands refresh L2");
-    undo_.Marked(false);
-    undo_.Saved(false);
+    undo_.Marked(Layer::Posts);
+    undo_.Saved(Layer::Posts);
     Click(3, 9);
     undo_.ChangedOtherwise();
     EXPECT_EQ(Undo(), "commands refresh L2");
@@ -207,7 +207,7 @@ TEST_F(UndoStrokesTest, AfterAnyOtherChangeNoStepLeadsBack) {
 
 TEST_F(UndoStrokesTest, AMarkOfTheDialogIsThatOfItsEdit) {
     undo_.ExpectEdit(true);
-    undo_.Marked(false);
+    undo_.Marked(Layer::Posts);
     undo_.ExpectEdit(false);
     Click(3, 7);
     EXPECT_EQ(Undo(), "commands refresh L2saved");
@@ -216,11 +216,11 @@ TEST_F(UndoStrokesTest, AMarkOfTheDialogIsThatOfItsEdit) {
 TEST_F(UndoStrokesTest, EachModeIsSavedByItself) {
     terrain_.Elevations.At(1, 1) = 5;
     undo_.AddElvUndo(0, 5, 1, 1);
-    undo_.Marked(true);
+    undo_.Marked(Layer::Heights);
     Click(3, 7);
-    undo_.Saved(true);
-    EXPECT_EQ(Undo(true), "commands refresh L0");
-    EXPECT_EQ(Undo(false), "commands refresh L2saved");
+    undo_.Saved(Layer::Heights);
+    EXPECT_EQ(Undo(Layer::Heights), "commands refresh L0");
+    EXPECT_EQ(Undo(Layer::Posts), "commands refresh L2saved");
 }
 
 TEST_F(UndoStrokesTest, AStepThatCannotBeSeenIsScrolledTo) {

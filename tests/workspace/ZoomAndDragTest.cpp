@@ -16,17 +16,13 @@ MapView View(int16_t zoomPosts) {
     return view;
 }
 
-bool operator==(const CursorPost& a, const CursorPost& b) {
-    return a.X == b.X && a.Y == b.Y;
-}
-
 TEST(ZoomAndDrag, ThePostUnderThePointerStaysThere) {
     for (int16_t from = 1; from <= 20; ++from)
         for (const int16_t to : std::initializer_list<int16_t>{1, 2, 3, 7, 16, 20})
             for (const double at : {1.0, 63.0, 320.0, 500.0}) {
                 const MapView before = View(from);
                 MapView after = View(to);
-                const ViewPosition place = ZoomedAt(before, to, at, 640 - at, 1024);
+                const PostPlace place = ZoomedAt(before, to, at, 640 - at, 1024);
                 after.MapLeftX = place.X;
                 after.MapBottomY = place.Y;
                 EXPECT_TRUE(PostUnderCursor(after, at, 640 - at) ==
@@ -39,25 +35,25 @@ TEST(ZoomAndDrag, TheEdgesOfTheTerrainHoldTheView) {
     MapView view = View(1);
     view.MapLeftX = 0;
     view.MapBottomY = 0;
-    const ViewPosition farther = ZoomedAt(view, 10, 600, 40, 64);
-    EXPECT_EQ(farther, (ViewPosition{0, 0}));
+    const PostPlace farther = ZoomedAt(view, 10, 600, 40, 64);
+    EXPECT_EQ(farther, (PostPlace{0, 0}));
     view.MapLeftX = 63;
     view.MapBottomY = 63;
     view.ZoomPosts = 10;
-    EXPECT_EQ(ZoomedAt(view, 1, 639, 0, 64), (ViewPosition{63, 63}));
+    EXPECT_EQ(ZoomedAt(view, 1, 639, 0, 64), (PostPlace{63, 63}));
 }
 
 // 15 posts a side have their middle 7.5 posts from the left; 5 have it 2.5 from there.
 TEST(ZoomAndDrag, TheMiddleStaysAndComesBack) {
-    EXPECT_EQ(ZoomedAtMiddle(View(3), 1, 1024), (ViewPosition{105, 205}));
-    EXPECT_EQ(ZoomedAtMiddle(View(1), 3, 1024), (ViewPosition{95, 195}));
+    EXPECT_EQ(ZoomedAtMiddle(View(3), 1, 1024), (PostPlace{105, 205}));
+    EXPECT_EQ(ZoomedAtMiddle(View(1), 3, 1024), (PostPlace{95, 195}));
     for (int16_t from = 1; from <= 20; ++from)
         for (int16_t to = 1; to <= 20; ++to) {
             MapView there = View(to);
-            const ViewPosition place = ZoomedAtMiddle(View(from), to, 1024);
+            const PostPlace place = ZoomedAtMiddle(View(from), to, 1024);
             there.MapLeftX = place.X;
             there.MapBottomY = place.Y;
-            EXPECT_EQ(ZoomedAtMiddle(there, from, 1024), (ViewPosition{100, 200}));
+            EXPECT_EQ(ZoomedAtMiddle(there, from, 1024), (PostPlace{100, 200}));
         }
 }
 
@@ -72,10 +68,10 @@ TEST(ZoomAndDrag, TheWheelStopsAtTheEndsOfTheSlider) {
 // The picture goes with the hand: to the right shows what lies west, down what lies
 // north.
 TEST(ZoomAndDrag, ADragMovesByWholePosts) {
-    EXPECT_EQ(Dragged(View(2), 64, 0, 1024), (ViewPosition{99, 200}));
-    EXPECT_EQ(Dragged(View(2), -129, 128, 1024), (ViewPosition{102, 202}));
-    EXPECT_EQ(Dragged(View(2), 30, -30, 1024), (ViewPosition{100, 200}));
-    EXPECT_EQ(Dragged(View(2), 1e6, 1e6, 1024), (ViewPosition{0, 1023}));
+    EXPECT_EQ(Dragged(View(2), 64, 0, 1024), (PostPlace{99, 200}));
+    EXPECT_EQ(Dragged(View(2), -129, 128, 1024), (PostPlace{102, 202}));
+    EXPECT_EQ(Dragged(View(2), 30, -30, 1024), (PostPlace{100, 200}));
+    EXPECT_EQ(Dragged(View(2), 1e6, 1e6, 1024), (PostPlace{0, 1023}));
 }
 
 TEST(ZoomAndDrag, TheSliderSaysWhatItCounts) {

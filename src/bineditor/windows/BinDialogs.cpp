@@ -2,7 +2,7 @@
 
 #include "bineditor/windows/FrmBINOPtions.h"
 #include "bineditor/windows/FrmBINTileDet.h"
-#include "catalogue/TextureBinFile.h"
+#include "catalogue/PictureNames.h"
 #include "catalogue/TileNumbers.h"
 #include "pictures/ImageFiles.h"
 
@@ -24,8 +24,8 @@ Bitmap PictureOf(const ProgramState& state, const TileInfo& info) {
 } // namespace
 
 EditedTile ShowTileDetails(ProgramState& state, const Platform& platform,
-                           const BinPlace& place, QWidget* parent) {
-    const int32_t number = FirstNumberOf(place.Set) + place.Slot;
+                           const TilePlace& place, QWidget* parent) {
+    const int32_t number = NumberOfPlace(place);
     FrmBINTileDet window({state.Catalogue, state.Configuration, platform.Dialogs}, number,
                          PictureOf(state, InfoAt(state.Catalogue, number)), parent);
     const bool written = window.exec() == QDialog::Accepted;

@@ -17,7 +17,7 @@ struct EditedTile {
     bool Changed = false; // and something was
 };
 EditedTile ShowTileDetails(ProgramState& state, const Platform& platform,
-                           const BinPlace& place, QWidget* parent);
+                           const TilePlace& place, QWidget* parent);
 
 void ShowBinOptions(Configuration& settings, QWidget* parent);
 

@@ -4,7 +4,7 @@
 #include "bineditor/windows/BinModels.h"
 #include "bineditor/windows/TileDialogs.h"
 #include "bineditor/windows/TileSlots.h"
-#include "catalogue/TextureBinFile.h"
+#include "catalogue/PictureNames.h"
 #include "catalogue/TileNumbers.h"
 #include "catalogue/TypeNames.h"
 #include "platform/windows/RunTimeBarrier.h"
@@ -130,7 +130,7 @@ void FrmBINTileEdit::ConnectSlots() {
              });
 }
 
-void FrmBINTileEdit::OpenAt(const BinPlace& place) {
+void FrmBINTileEdit::OpenAt(const TilePlace& place) {
     RefreshLists(place);
     ShowApart();
     show();
@@ -140,7 +140,7 @@ void FrmBINTileEdit::OpenAt(const BinPlace& place) {
         ui_->ListView1->setFocus();
 }
 
-void FrmBINTileEdit::RefreshLists(const BinPlace& selected) {
+void FrmBINTileEdit::RefreshLists(const TilePlace& selected) {
     CleanTileNames(state_.Catalogue.Bin);
     sets_->Refresh();
     tiles_->Refresh();
@@ -148,13 +148,13 @@ void FrmBINTileEdit::RefreshLists(const BinPlace& selected) {
     RefreshTilePics(selected);
 }
 
-void FrmBINTileEdit::RefreshTilePics(const BinPlace& selected) {
+void FrmBINTileEdit::RefreshTilePics(const TilePlace& selected) {
     const int32_t sets = state_.Catalogue.Bin.NumSets;
     SelectedSet = std::clamp(selected.Set, std::min(sets, 1), sets);
     SelectedTile = sets == 0 ? -1 : selected.Slot;
     ui_->ListView1->ShowRow(SelectedSet - 1);
     ui_->ListView2->ShowRow(
-        SelectedTile < 0 ? -1 : TileRowOfPlace({SelectedSet, SelectedTile}));
+        SelectedTile < 0 ? -1 : NumberOfPlace({SelectedSet, SelectedTile}));
     pictures_.BeginRepaint();
     for (int slot = 0; slot < TilesPerSet; ++slot) {
         QImage picture;
@@ -212,13 +212,13 @@ void FrmBINTileEdit::SelectFromSets(int row) {
         ShowMovePosition();
 }
 
-void FrmBINTileEdit::SelectFromTiles(int row) { RefreshTilePics(PlaceOfTileRow(row)); }
+void FrmBINTileEdit::SelectFromTiles(int row) { RefreshTilePics(PlaceOfNumber(row)); }
 
 void FrmBINTileEdit::SelectSlot(int slot) {
     if (state_.Catalogue.Bin.NumSets == 0)
         return;
     SelectedTile = slot;
-    ui_->ListView2->ShowRow(TileRowOfPlace({SelectedSet, SelectedTile}));
+    ui_->ListView2->ShowRow(NumberOfPlace({SelectedSet, SelectedTile}));
     ShowDetails();
 }
 

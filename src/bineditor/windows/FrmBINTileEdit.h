@@ -46,7 +46,7 @@ public:
     ~FrmBINTileEdit() override;
 
     // Everything anew, with a slot of a set selected.
-    void OpenAt(const BinPlace& place);
+    void OpenAt(const TilePlace& place);
     // With what was selected last.
     void Open() { OpenAt({SelectedSet, SelectedTile}); }
 
@@ -88,8 +88,8 @@ private:
     void ConnectPalette();
 
     // Lists, counters and selection; then the pictures.
-    void RefreshLists(const BinPlace& selected);
-    void RefreshTilePics(const BinPlace& selected);
+    void RefreshLists(const TilePlace& selected);
+    void RefreshTilePics(const TilePlace& selected);
     void ShowDetails();
     void ShowCommands();
     void ShowTip(int slot);
@@ -100,8 +100,8 @@ private:
 
     BinParts Commands();
     // Lists and form as a command has left them, however it ended.
-    void Done(const std::optional<BinPlace>& place);
-    void Run(const std::function<std::optional<BinPlace>()>& command);
+    void Done(const std::optional<TilePlace>& place);
+    void Run(const std::function<std::optional<TilePlace>()>& command);
     void AppendSet_Run(const DroppedFiles& dropped);
     void AppendTile_Run(const DroppedFiles& dropped);
     void cmdDeleteSet_Click();

@@ -117,12 +117,12 @@ BinParts FrmBINTileEdit::Commands() {
             *this};
 }
 
-void FrmBINTileEdit::Done(const std::optional<BinPlace>& place) {
-    RefreshLists(place.value_or(BinPlace{SelectedSet, SelectedTile}));
+void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
+    RefreshLists(place.value_or(TilePlace{SelectedSet, SelectedTile}));
     ShowApart();
 }
 
-void FrmBINTileEdit::Run(const std::function<std::optional<BinPlace>()>& command) {
+void FrmBINTileEdit::Run(const std::function<std::optional<TilePlace>()>& command) {
     try {
         if (const auto place = command())
             Done(place);
@@ -137,14 +137,14 @@ void FrmBINTileEdit::AppendSet_Run(const DroppedFiles& dropped) {
     const auto terrain =
         static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex()));
     Run([&] {
-        const BinPlace selected{SelectedSet, SelectedTile};
+        const TilePlace selected{SelectedSet, SelectedTile};
         return cmdAppendSet(Commands(), selected, terrain, dropped).value_or(selected);
     });
 }
 
 void FrmBINTileEdit::AppendTile_Run(const DroppedFiles& dropped) {
     Run([&] {
-        const BinPlace selected{SelectedSet, SelectedTile};
+        const TilePlace selected{SelectedSet, SelectedTile};
         return cmdAppendTile(Commands(), selected, dropped).value_or(selected);
     });
 }
@@ -166,7 +166,7 @@ void FrmBINTileEdit::cmdChangeSet_Click() {
 }
 
 void FrmBINTileEdit::cmdEditTile_Click() {
-    const BinPlace place{SelectedSet, SelectedTile};
+    const TilePlace place{SelectedSet, SelectedTile};
     if (!HasTile(state_.Catalogue.Bin, place.Set, place.Slot))
         return;
     const EditedTile edited = ShowTileDetails(state_, platform_, place, this);

@@ -85,8 +85,7 @@ void FrmVXTheaterPreview::ShowBoxes() {
     ui_->Picture1->SetBoxes(std::move(boxes));
 }
 
-void FrmVXTheaterPreview::UpdatePart(ViewPosition lowerLeft, int32_t across,
-                                     int32_t down) {
+void FrmVXTheaterPreview::UpdatePart(PostPlace lowerLeft, int32_t across, int32_t down) {
     QImage& picture = ui_->Picture1->Picture();
     const RasterView pixels{reinterpret_cast<uint32_t*>(picture.bits()), picture.width(),
                             picture.height(), picture.bytesPerLine() / 4};
@@ -120,8 +119,8 @@ void FrmVXTheaterPreview::Picture1_MouseDown(QPoint pixel) {
 }
 
 void FrmVXTheaterPreview::Picture1_MouseMove(QPoint pixel) {
-    const ViewPosition position = PreviewClick(
-        pixel.x(), pixel.y(), ui_->Picture1->height(), state_.Terrain.MapWidth);
+    const PostPlace position = PreviewClick(pixel.x(), pixel.y(), ui_->Picture1->height(),
+                                            state_.Terrain.MapWidth);
     if (scrolling_)
         wanted_ = position;
     else if (!view_.ScrollBusy && (!last_ || !(*last_ == position)))
@@ -130,7 +129,7 @@ void FrmVXTheaterPreview::Picture1_MouseMove(QPoint pixel) {
 
 // The pointer may be drawn on while events are let through; the map ends up where it was
 // drawn last.
-void FrmVXTheaterPreview::ScrollTo(ViewPosition position) {
+void FrmVXTheaterPreview::ScrollTo(PostPlace position) {
     const QScopedValueRollback scrolling(scrolling_, true);
     wanted_ = position;
     while (wanted_) {

@@ -45,21 +45,21 @@ private:
     // The picture in the room that the window has.
     void FitPicture();
     void ShowBoxes();
-    void UpdatePart(ViewPosition lowerLeft, int32_t across, int32_t down);
+    void UpdatePart(PostPlace lowerLeft, int32_t across, int32_t down);
     void Command1_Click();
     void Picture1_MouseDown(QPoint pixel);
     void Picture1_MouseMove(QPoint pixel);
-    void ScrollTo(ViewPosition position);
+    void ScrollTo(PostPlace position);
 
     const ProgramState& state_;
     const MapView& view_;
     Dialogs& dialogs_;
     WorkspaceCommands& commands_;
     std::unique_ptr<Ui::FrmVXTheaterPreview> ui_;
-    bool scrolling_ = false;             // ScrollTo is at work, and lets events through
-    std::optional<ViewPosition> wanted_; // where the pointer has been drawn meanwhile
-    std::optional<ViewPosition> last_;   // of this drag
-    QBasicTimer sweep_;                  // over all rows, when the map has come to rest
+    bool scrolling_ = false;          // ScrollTo is at work, and lets events through
+    std::optional<PostPlace> wanted_; // where the pointer has been drawn meanwhile
+    std::optional<PostPlace> last_;   // of this drag
+    QBasicTimer sweep_;               // over all rows, when the map has come to rest
     int32_t sweptRows_ = 0;
 };
 

@@ -21,7 +21,7 @@ constexpr size_t PaddedCount(size_t count) {
 std::array<int32_t, RowsAtOnce>
 WeightedSums(const std::array<const int16_t*, RowsAtOnce>& rows, size_t left,
              const int16_t* weights, size_t count);
-// The same on a processor without wide vectors.
+// WeightedSums on a processor without wide vectors.
 std::array<int32_t, RowsAtOnce>
 NarrowWeightedSums(const std::array<const int16_t*, RowsAtOnce>& rows, size_t left,
                    const int16_t* weights, size_t count);

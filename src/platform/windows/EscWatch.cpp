@@ -25,7 +25,7 @@ struct Freed {
 template <typename Reply>
 using Owned = std::unique_ptr<Reply, Freed<Reply>>;
 
-class DisplayEye : public EscWatch::Eye {
+class DisplayEye : public EscEye {
 public:
     DisplayEye() : display_(xcb_connect(nullptr, nullptr)) {
         if (xcb_connection_has_error(display_) == 0)
@@ -80,7 +80,7 @@ private:
     std::vector<xcb_keycode_t> escapeKeys_;
 };
 
-std::unique_ptr<EscWatch::Eye> EyeOfPlatform() {
+std::unique_ptr<EscEye> EyeOfPlatform() {
     if (QApplication::platformName() == "xcb")
         return std::make_unique<DisplayEye>();
     return std::make_unique<HeldEvents>();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/windows/EscEye.h"
+
 #include <chrono>
 #include <memory>
 
@@ -11,19 +13,6 @@ namespace vardenix {
 // through, and what windows would act upon is put back for later (HeldEvents).
 class EscWatch {
 public:
-    // How one gets to know of it.
-    class Eye {
-    public:
-        Eye() = default;
-        Eye(const Eye&) = delete;
-        Eye& operator=(const Eye&) = delete;
-        virtual ~Eye() = default;
-        // What was pressed so far does not count.
-        virtual void Begin() = 0;
-        // Whether Esc was pressed since it was asked last, or since Begin.
-        virtual bool Look() = 0;
-    };
-
     EscWatch();
     EscWatch(const EscWatch&) = delete;
     EscWatch& operator=(const EscWatch&) = delete;
@@ -36,7 +25,7 @@ public:
     bool Pressed();
 
 private:
-    std::unique_ptr<Eye> eye_; // made at the first Begin
+    std::unique_ptr<EscEye> eye_; // made at the first Begin
     bool pressed_ = false;
     int calls_ = 0;
     std::chrono::steady_clock::time_point nextLook_;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/windows/EscWatch.h"
+#include "platform/windows/EscEye.h"
 
 #include <QObject>
 #include <QPointer>
@@ -15,7 +15,7 @@ namespace vardenix {
 // out, so they are let come and caught before anybody acts: what users and the desktop do
 // to windows, and timers, goes back into the queue in its order. Calls that objects
 // queued for one another cannot be held, and happen.
-class HeldEvents : public QObject, public EscWatch::Eye {
+class HeldEvents : public QObject, public EscEye {
 public:
     void Begin() override;
     bool Look() override;

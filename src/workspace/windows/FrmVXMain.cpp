@@ -220,7 +220,7 @@ void FrmVXMain::ShowTitles() {
 }
 
 void FrmVXMain::ChangeControlsForL0Edit(bool on) {
-    titles_.SetL0Mode(on);
+    titles_.SetLayer(on ? Layer::Heights : Layer::Posts);
     ShowTitles();
     const QColor color = on ? L0ModeColor() : OffColor();
     QPalette ground = palette();

@@ -195,7 +195,7 @@ void FrmVXMain::DisableClickableItemsVX(bool enabled) {
 
 void FrmVXMain::RedrawSaveButton() {
     const ButtonState look = vardenix::RedrawSaveButton(
-        shiftDown_, view_.L0Mode, titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag());
+        shiftDown_, view_.Edited(), titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag());
     ui_->CmdSaveTheater->setText(QString::fromStdString(look.Caption));
     ui_->CmdSaveTheater->setEnabled(look.Enabled &&
                                     commands_.Can(PanelVerb::SaveTheater));

@@ -40,8 +40,7 @@ void FrmVXMain::ConnectView() {
 
 void FrmVXMain::ZoomScroll_Change(int value) {
     const auto zoomPosts = static_cast<int16_t>(value); // the slider's range
-    const ViewPosition position =
-        ZoomedAtMiddle(view_, zoomPosts, state_.Terrain.MapWidth);
+    const PostPlace position = ZoomedAtMiddle(view_, zoomPosts, state_.Terrain.MapWidth);
     SetZoom(zoomPosts);
     workspace_.LoadImageControls();
     if (!state_.Starting)
@@ -95,7 +94,7 @@ void FrmVXMain::ConnectPosition() {
 }
 
 void FrmVXMain::cmdGoXY_Click() {
-    const ViewPosition position =
+    const PostPlace position =
         GoToXY(ui_->LabelX->text().toStdString(), ui_->LabelY->text().toStdString(),
                state_.Terrain.MapWidth);
     state_.Configuration.X = position.X;

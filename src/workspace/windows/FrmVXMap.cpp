@@ -1,6 +1,5 @@
 #include "workspace/windows/FrmVXMap.h"
 
-#include "mapview/ExportBox.h"
 #include "mapview/MapPatch.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
@@ -131,7 +130,7 @@ FrmVXMap::~FrmVXMap() = default;
 void FrmVXMap::InitForm() {
     if (!vardenix::InitForm(state_.Configuration, state_.Terrain.MapWidth, view_))
         return;
-    const ViewPosition saved{view_.MapLeftX, view_.MapBottomY};
+    const PostPlace saved{view_.MapLeftX, view_.MapBottomY};
     LoadImageControls(); // new ranges may move the bars
     SetPosition(saved);
 }
@@ -156,7 +155,7 @@ void FrmVXMap::LoadImageControls() {
     FitRoundPicture();
 }
 
-void FrmVXMap::SetPosition(ViewPosition position) {
+void FrmVXMap::SetPosition(PostPlace position) {
     const ScrollBusyWhile busy(view_);
     const QScopedValueRollback placing(placing_, true);
     ui_->HScroll1->setValue(position.X);

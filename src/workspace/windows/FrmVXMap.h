@@ -63,7 +63,7 @@ public:
     // the window only what is seen is painted at once, the rest when the map is at rest.
     void RefreshPicArray();
     // Sets both scroll bars without a repaint; values outside the theater are clamped.
-    void SetPosition(ViewPosition position);
+    void SetPosition(PostPlace position);
 
     // A word on what was done, in the line under the map.
     void ShowWord(const QString& word);

@@ -1,6 +1,6 @@
 // What mouse, wheel and keys do on the map.
 
-#include "mapview/ExportBox.h"
+#include "mapview/PictureBox.h"
 #include "platform/windows/ColorImage.h"
 #include "texts/Windows1252.h"
 #include "ui_FrmVXMap.h"
@@ -250,8 +250,8 @@ bool FrmVXMap::Pan(const QMouseEvent& event) {
         panning_->Moved || std::abs(by.x()) > ClickSlip || std::abs(by.y()) > ClickSlip;
     if (!panning_->Moved || view_.ScrollBusy)
         return true;
-    const ViewPosition now{view_.MapLeftX, view_.MapBottomY};
-    const ViewPosition wanted =
+    const PostPlace now{view_.MapLeftX, view_.MapBottomY};
+    const PostPlace wanted =
         Dragged(panning_->View, by.x(), by.y(), state_.Terrain.MapWidth);
     if (!(wanted == now)) {
         SetPosition(wanted);
@@ -300,7 +300,7 @@ QPointF FrmVXMap::PlaceOfPointer() const {
 void FrmVXMap::ZoomAt(QPointF place, int16_t zoomPosts) {
     if (view_.ScrollBusy || zoomPosts == view_.ZoomPosts || state_.Terrain.MapWidth == 0)
         return;
-    const ViewPosition position =
+    const PostPlace position =
         ZoomedAt(view_, zoomPosts, place.x(), place.y(), state_.Terrain.MapWidth);
     commands_.SetZoom(zoomPosts);
     LoadImageControls();

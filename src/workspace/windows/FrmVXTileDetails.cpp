@@ -21,19 +21,19 @@ std::string TextOf(const QLineEdit* box) { return box->text().toStdString(); }
 
 FrmVXTileDetails::FrmVXTileDetails(const TerrainPost& post, const Helpers& helpers,
                                    QWidget* parent)
-    : FrmVXTileDetails(false, TextsOf(post), helpers, parent) {
+    : FrmVXTileDetails(Layer::Posts, TextsOf(post), helpers, parent) {
     details_.Entered = post;
 }
 
 FrmVXTileDetails::FrmVXTileDetails(int16_t elevation, const Helpers& helpers,
                                    QWidget* parent)
-    : FrmVXTileDetails(true, TextsOf(elevation), helpers, parent) {
+    : FrmVXTileDetails(Layer::Heights, TextsOf(elevation), helpers, parent) {
     details_.Entered.Elevation = elevation;
 }
 
-FrmVXTileDetails::FrmVXTileDetails(bool l0Mode, const DetailTexts& texts,
+FrmVXTileDetails::FrmVXTileDetails(Layer layer, const DetailTexts& texts,
                                    const Helpers& helpers, QWidget* parent)
-    : QDialog(parent), helpers_(helpers), l0Mode_(l0Mode),
+    : QDialog(parent), helpers_(helpers), layer_(layer),
       ui_(std::make_unique<Ui::FrmVXTileDetails>()) {
     ui_->setupUi(this);
     Show(texts);
@@ -42,11 +42,11 @@ FrmVXTileDetails::FrmVXTileDetails(bool l0Mode, const DetailTexts& texts,
           DetailField::X1, DetailField::X2})
         Join(field);
     for (NumberBox* box : {ui_->Text1, ui_->Text3, ui_->Text4, ui_->Text5})
-        box->setEnabled(!l0Mode);
+        box->setEnabled(layer == Layer::Posts);
     ui_->lblTile->setMinimumWidth(
         fontMetrics().horizontalAdvance("Not Specified in BIN File"));
     ShowTileName();
-    (l0Mode ? ui_->Text2 : ui_->Text1)->setFocus();
+    (layer == Layer::Heights ? ui_->Text2 : ui_->Text1)->setFocus();
     OnSignal(ui_->Command2, &QAbstractButton::clicked, this,
              [this] { Command2_Click(); });
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this, [this] { reject(); });
@@ -97,7 +97,7 @@ void FrmVXTileDetails::Join(DetailField field) {
 }
 
 void FrmVXTileDetails::ShowTileName() {
-    if (l0Mode_)
+    if (layer_ == Layer::Heights)
         return;
     const int32_t number = ClampToInt32(Val(TextOf(ui_->Text1)));
     ui_->lblTile->setText(
@@ -114,7 +114,7 @@ void FrmVXTileDetails::Command2_Click() {
         wrong->selectAll();
         return;
     }
-    if (l0Mode_)
+    if (layer_ == Layer::Heights)
         helpers_.Workspace.L0NeedSave();
     else
         helpers_.Workspace.L2NeedSave();

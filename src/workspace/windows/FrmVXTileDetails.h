@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/TextureBin.h"
+#include "levels/Posts.h"
 #include "platform/Dialogs.h"
 #include "program/WorkspaceCommands.h"
 #include "workspace/TileDetails.h"
@@ -47,7 +48,7 @@ public:
     void reject() override;
 
 private:
-    FrmVXTileDetails(bool l0Mode, const DetailTexts& texts, const Helpers& helpers,
+    FrmVXTileDetails(Layer layer, const DetailTexts& texts, const Helpers& helpers,
                      QWidget* parent);
 
     void Show(const DetailTexts& texts);
@@ -58,7 +59,7 @@ private:
     void Command2_Click();
 
     Helpers helpers_;
-    bool l0Mode_;
+    Layer layer_;
     std::unique_ptr<Ui::FrmVXTileDetails> ui_;
     TileDetails details_;
 };

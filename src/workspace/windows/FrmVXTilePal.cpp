@@ -1,6 +1,6 @@
 #include "workspace/windows/FrmVXTilePal.h"
 
-#include "catalogue/TextureBinFile.h"
+#include "catalogue/PictureNames.h"
 #include "catalogue/TypeNames.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"

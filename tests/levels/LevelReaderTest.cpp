@@ -1,7 +1,8 @@
 // Single posts and heights against the same ones of a file that is read whole.
-#include "levels/LevelLookup.h"
+#include "levels/LevelReader.h"
 
 #include "levels/ElevationFiles.h"
+#include "levels/TerrainStore.h"
 #include "support/RecordingProgress.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
@@ -21,7 +22,7 @@ using tests::MadeLevel;
 using tests::MadePost;
 using tests::TestFolder;
 
-class LevelLookup : public testing::Test {
+class LevelReaderTest : public testing::Test {
 protected:
     void WritePair(const std::string& level, const tests::PairBytes& pair) {
         terrain_.LFilename = folder_.Write("theater.L" + level, pair.L);
@@ -33,7 +34,7 @@ protected:
         read.LFilename = terrain_.LFilename;
         read.OFilename = terrain_.OFilename;
         LoadLFile(read, progress_, log_);
-        const Level2Lookup lookup(terrain_, log_);
+        const LevelReader lookup = OpenLevel2(terrain_, log_);
         ASSERT_EQ(terrain_.MapWidth, read.MapWidth);
         EXPECT_EQ(terrain_.ReadL, read.ReadL);
         EXPECT_EQ(terrain_.ReadO, read.ReadO);
@@ -42,7 +43,7 @@ protected:
         int32_t serial = 0;
         for (int32_t y = 1; y <= read.MapWidth; ++y)
             for (int32_t x = 1; x <= read.MapWidth; ++x) {
-                const TerrainPost one = lookup.At(x, y);
+                const TerrainPost one = lookup.PostAt(x, y);
                 const TerrainPost other = read.LxArr(++serial);
                 ASSERT_EQ(std::memcmp(&one, &other, sizeof one), 0) << x << "," << y;
             }
@@ -56,17 +57,17 @@ protected:
     Terrain terrain_;
 };
 
-TEST_F(LevelLookup, TellsThePostsThatLoadingReads) {
+TEST_F(LevelReaderTest, TellsThePostsThatLoadingReads) {
     const MadeLevel level = MadeLevel::Random(48, 5);
     WritePair("2", tests::ScatteredPair(level));
     ExpectTheSame();
-    const TerrainPost post = Level2Lookup(terrain_, log_).At(48, 17);
+    const TerrainPost post = OpenLevel2(terrain_, log_).PostAt(48, 17);
     const MadePost made = level.Posts[16 * 48 + 47];
     EXPECT_TRUE((MadePost{post.TileOffset, post.Elevation, post.Palette, post.X1,
                           post.X2} == made));
 }
 
-TEST_F(LevelLookup, WhatTheFilesLackIsZeroAndCounted) {
+TEST_F(LevelReaderTest, WhatTheFilesLackIsZeroAndCounted) {
     tests::PairBytes pair = tests::ScatteredPair(MadeLevel::Random(64, 6));
     pair.L.resize(pair.L.size() - 2304 - 700); // inside a post
     pair.O.replace(8, 4, "\xF0\xFF\xFF\xFF");
@@ -76,16 +77,16 @@ TEST_F(LevelLookup, WhatTheFilesLackIsZeroAndCounted) {
     EXPECT_EQ(terrain_.Gap.Missing, 4);
 }
 
-TEST_F(LevelLookup, PostsBesideTheWholeSegmentsAreZero) {
+TEST_F(LevelReaderTest, PostsBesideTheWholeSegmentsAreZero) {
     tests::PairBytes pair = tests::ScatteredPair(MadeLevel::Random(32, 7));
     pair.O.resize(17); // 33 posts a side
     WritePair("2", pair);
     ExpectTheSame();
     ASSERT_EQ(terrain_.MapWidth, 33);
-    EXPECT_EQ(Level2Lookup(terrain_, log_).At(33, 1).TileOffset, 0);
+    EXPECT_EQ(OpenLevel2(terrain_, log_).PostAt(33, 1).TileOffset, 0);
 }
 
-TEST_F(LevelLookup, BadPairsEndAsLoadingThemDoes) {
+TEST_F(LevelReaderTest, BadPairsEndAsLoadingThemDoes) {
     for (const size_t lengthO : {size_t{0}, size_t{2}, size_t{288 * 4}}) {
         WritePair("2", {std::string(5000, 'x'), std::string(lengthO, '\0')});
         const auto endOf = [](auto action) -> std::string {
@@ -98,13 +99,13 @@ TEST_F(LevelLookup, BadPairsEndAsLoadingThemDoes) {
         };
         const std::string loaded = endOf([&] { LoadLFile(terrain_, progress_, log_); });
         EXPECT_NE(loaded, "");
-        EXPECT_EQ(endOf([&] { Level2Lookup(terrain_, log_); }), loaded);
+        EXPECT_EQ(endOf([&] { OpenLevel2(terrain_, log_); }), loaded);
     }
 }
 
 // Windows of a mebibyte: the pair has more than two of them, so blocks lie across their
 // edges.
-TEST_F(LevelLookup, ALevelOfManyWindowsIsReadAsItLies) {
+TEST_F(LevelReaderTest, ALevelOfManyWindowsIsReadAsItLies) {
     const MadeLevel level = MadeLevel::Random(512, 8);
     tests::PairBytes pair = tests::ScatteredPair(level);
     ASSERT_GT(pair.L.size(), 2u << 20);
@@ -117,7 +118,7 @@ TEST_F(LevelLookup, ALevelOfManyWindowsIsReadAsItLies) {
     }
 }
 
-class ElevationLookup : public LevelLookup {
+class ElevationLookup : public LevelReaderTest {
 protected:
     // Level 0 of a theater of 16 posts a side, as a pair and as an .elv file.
     void SetUp() override {

@@ -7,10 +7,10 @@
 namespace vardenix {
 
 // Numbers of tiles, each once, in the order in which they were met.
-class TileNumbers {
+class MetTiles {
 public:
     // Of a catalogue with so many tiles.
-    explicit TileNumbers(size_t tiles) : there_(tiles) {}
+    explicit MetTiles(size_t tiles) : there_(tiles) {}
 
     void Add(int32_t tile) {
         if (there_[static_cast<size_t>(tile)])
