@@ -10,6 +10,7 @@
 #include "texts/RuntimeError.h"
 #include "updater/MD5Hash.h"
 #include "updater/MinorUpdate.h"
+#include "updater/SignedRelease.h"
 #include "updater/UpdateArchive.h"
 #include "updater/UpdateList.h"
 #include "updater/UpdateSignature.h"
@@ -107,6 +108,8 @@ private:
             ReadUpdateList({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
         if (const std::string why = WhyListRefused(entries_); !why.empty())
             throw RefusedUpdate(why);
+        if (!setting_.Key.empty())
+            RequireNewRelease();
         log_.Write("Read " + std::to_string(entries_.size()) +
                    " entries from file list.");
     }
@@ -118,6 +121,13 @@ private:
         const FileBytes signature = ReadWholeFile(name, LongestSignature);
         if (!IsSignedBy(setting_.Key, list.Span(), signature.Span()))
             throw RefusedUpdate("The signature of update.lst is not the distributor's.");
+    }
+
+    void RequireNewRelease() const {
+        if (const std::string why =
+                WhyReleaseRefused(entries_, setting_.Offer.UpdateType, ProgramVersion());
+            !why.empty())
+            throw RefusedUpdate(why);
     }
 
     void Validate() {

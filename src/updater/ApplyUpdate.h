@@ -31,7 +31,8 @@ struct UpdateSetting {
     const Platform& System;
     const UpdateOffer& Offer;
     UpdateEnd& End;
-    // What update.lst must be signed with (UpdateSignature.h); empty for no signature.
+    // What update.lst must be signed with (UpdateSignature.h), and then also say of
+    // itself (SignedRelease.h); empty for no signature.
     std::string_view Key;
     // Those that the program was started with; it is started again with the same.
     std::vector<std::string> Arguments;

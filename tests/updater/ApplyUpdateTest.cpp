@@ -319,36 +319,6 @@ TEST_F(ApplyUpdateTest, NamesInTheListThatLeaveTheFolderAreRefused) {
     EXPECT_EQ(Slurp(folder_.File("precious")), "mine");
 }
 
-TEST_F(ApplyUpdateTest, ASignatureIsAskedForWhereTheBuildHasAKey) {
-    const std::string key = folder_.File("key.pem");
-    const auto openssl = [](std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"/usr/bin/env", "openssl"});
-        const tests::ProgramResult result = tests::RunProgram(arguments);
-        EXPECT_EQ(result.ExitCode, 0) << result.Errors;
-        return result.Output;
-    };
-    openssl({"genpkey", "-algorithm", "ed25519", "-out", key});
-    const std::string pem = openssl({"pkey", "-in", key, "-pubout"});
-    const size_t line = pem.find('\n') + 1;
-    Key = pem.substr(line, pem.find('\n', line) - line);
-
-    const Files files{{"update.lst", Copy("NoTile.jpg", NewPicture)},
-                      {"NoTile.jpg", "new picture"}};
-    Pack(files);
-    ExpectRefused("It has no signature, update.lst.sig.");
-    const std::string good = folder_.File("make/update.lst.sig");
-    openssl({"pkeyutl", "-sign", "-rawin", "-inkey", key, "-in",
-             folder_.File("make/update.lst"), "-out", good});
-    const std::string signature = Slurp(good);
-    Pack({{"update.lst.sig", std::string(signature.rbegin(), signature.rend())}});
-    fs::remove(folder_.File("program/Update.log"));
-    ExpectRefused("The signature of update.lst is not the distributor's.");
-    Pack({{"update.lst.sig", signature}});
-    ExpectFinished();
-    Apply();
-    EXPECT_EQ(Program()["NoTile.jpg"], "new picture");
-}
-
 TEST_F(ApplyUpdateTest, AnInstallationOfTheSystemIsLeftAlone) {
     Folders.ShippedPath = "/usr/lib/vardenix\\";
     Pack({{"update.lst", "DELETE*old.dll\n"}});
