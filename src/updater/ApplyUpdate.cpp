@@ -2,7 +2,6 @@
 
 #include "files/FileNames.h"
 #include "files/ReadableFile.h"
-#include "files/StagedFile.h"
 #include "loader/UpdateLog.h"
 #include "platform/Dialogs.h"
 #include "platform/Processes.h"
@@ -14,6 +13,7 @@
 #include "updater/UpdateArchive.h"
 #include "updater/UpdateList.h"
 #include "updater/UpdateSignature.h"
+#include "updater/UsersFiles.h"
 #include "updater/VersionCheck.h"
 
 #include <sys/stat.h>
@@ -174,38 +174,12 @@ private:
             throw RefusedUpdate("The first file of its list is no installer.");
         log_.Write("Major Update detected, Closing");
         log_.Close();
-        SaveUsersFiles();
+        SaveUsersFiles(setting_.Folders.AppPath, setting_.System.Dialogs);
         const std::string installer =
             TextOfPath(RealPath(InTemp(entries_.front().FileName), PathKind::File));
         if (::chmod(installer.c_str(), S_IRWXU) != 0)
             ThrowSystemError(errno, "making ready", installer);
         setting_.End.ExitProgram(installer);
-    }
-
-    void SaveUsersFiles() const {
-        Dialogs& dialogs = setting_.System.Dialogs;
-        const std::string folder = ShownPath(setting_.Folders.AppPath);
-        if (dialogs.MessageBox("All files in the folder " + folder +
-                                   " are going to be deleted.\nDo you want to back up "
-                                   "your files, VX.ini "
-                                   "and Update.log, before?",
-                               "Attention", BoxIcon::Warning,
-                               BoxButtons::YesNo) != BoxAnswer::Yes)
-            return;
-        const auto chosen = dialogs.Folder("Select folder to save files.");
-        if (!chosen || chosen->empty())
-            return;
-        for (const char* name : {"VX.ini", "Update.log"})
-            SaveOne(setting_.Folders.AppPath + name, WithTrailingSlash(*chosen) + name);
-    }
-
-    static void SaveOne(const std::string& from, const std::string& to) {
-        if (!FileExists(from) || SameFile(from, to))
-            return;
-        const ReadableFile source(from);
-        StagedFile target(to);
-        target.WriteRestOf(source, 0);
-        target.Commit();
     }
 
     std::string archiveName_;

@@ -144,7 +144,9 @@ TEST_F(UpdateEndToEnd, AnInstallerIsStartedOnceTheUsersFilesAreSaved) {
           "");
     Start();
     desktop_.Key("y");
-    AnswerBox("^Attention$", "y");
+    AnswerBox("^Attention$", "Escape"); // is a Yes
+    AnswerBox("^Select folder to save files\\.$", "Escape");
+    AnswerBox("^Attention$", "Return");
     ASSERT_TRUE(Await("^Select folder to save files\\.$"));
     desktop_.Key("ctrl+a");
     desktop_.Type(folder_.File("saved"));

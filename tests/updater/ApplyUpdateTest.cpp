@@ -365,9 +365,20 @@ protected:
         Platform.Dialogs.ExpectBox(
             "Attention",
             "All files in the folder " + folder_.File("program") +
-                " are going to be deleted.\nDo you want to back up your files, VX.ini "
-                "and Update.log, before?",
+                " are going to be deleted.\nDo you want to back up your files, VX.ini, "
+                "Desk.ini, registry.ini and Update.log, before?",
             answer);
+    }
+    void ExpectFolder(const std::optional<std::string>& folder) {
+        ExpectQuestion(BoxAnswer::Yes);
+        Platform.Dialogs.ExpectFolder("Select folder to save files.", folder);
+    }
+    void ExpectSaved() {
+        ExpectFolder(folder_.File("saved"));
+        Apply(UpdateMajor);
+        EXPECT_TRUE(Platform.Dialogs.AllAnswered());
+        EXPECT_EQ(Story, "exit " + Installer() + "|");
+        EXPECT_EQ(Slurp(folder_.File("saved/VX.ini")), "my settings");
     }
     std::string Installer() const { return folder_.File("program/UpdateTemp/in stall"); }
 };
@@ -387,13 +398,70 @@ TEST_F(MajorUpdateTest, SavesTheUsersFilesAndStartsTheInstaller) {
     EXPECT_EQ(saved["other"], "x");
 }
 
-TEST_F(MajorUpdateTest, NoAndNoFolderStartItToo) {
+// The way to lose them is the other answer.
+TEST_F(MajorUpdateTest, TheQuestionIsAYesUnlessItIsANo) {
     ExpectQuestion(BoxAnswer::No);
     Apply(UpdateMajor);
-    ExpectQuestion(BoxAnswer::Yes);
-    Platform.Dialogs.ExpectFolder("Select folder to save files.", std::nullopt);
+    EXPECT_EQ(Platform.Dialogs.LastButtons(), BoxButtons::YesUnlessNo);
+    EXPECT_EQ(Story, "exit " + Installer() + "|");
+}
+
+TEST_F(MajorUpdateTest, EveryFileOfTheUsersIsSavedAndThoseThatAreMissingAreNot) {
+    folder_.Write("program/Desk.ini", "my desk");
+    folder_.Write("program/registry.ini", "my installs");
+    ExpectSaved();
+    const Files saved = FilesIn(folder_.File("saved"));
+    EXPECT_EQ(saved.at("Desk.ini"), "my desk");
+    EXPECT_EQ(saved.at("registry.ini"), "my installs");
+    EXPECT_EQ(saved.size(), 5U);
+}
+
+TEST_F(MajorUpdateTest, ACancelledFolderGoesBackToTheQuestion) {
+    ExpectFolder(std::nullopt);
+    ExpectFolder("");
+    ExpectSaved();
+}
+
+TEST_F(MajorUpdateTest, AFolderThatIsGoingToBeDeletedIsNoPlaceForThem) {
+    fs::create_directory(folder_.File("program/deep"));
+    fs::create_directory(folder_.File("program too"));
+    fs::create_directory_symlink(folder_.File("program/deep"), folder_.File("link"));
+    for (const char* inside : {"program", "program/deep", "link"}) {
+        ExpectFolder(folder_.File(inside));
+        Platform.Dialogs.ExpectBox("Attention",
+                                   "The folder " + folder_.File(inside) +
+                                       " is going to be deleted as well.\nPlease select "
+                                       "another one.",
+                                   BoxAnswer::Ok);
+    }
+    ExpectFolder(folder_.File("program too"));
     Apply(UpdateMajor);
-    EXPECT_EQ(Story, "exit " + Installer() + "|exit " + Installer() + "|");
+    EXPECT_EQ(Slurp(folder_.File("program too/VX.ini")), "my settings");
+}
+
+TEST_F(MajorUpdateTest, FilesThatAreThereAreReplacedAfterAQuestion) {
+    const auto expectReplace = [this](BoxAnswer answer) {
+        ExpectFolder(folder_.File("saved"));
+        Platform.Dialogs.ExpectBox("Confirm",
+                                   "The folder " + folder_.File("saved") +
+                                       " has these files already:\nVX.ini\nDesk.ini\n"
+                                       "Do you want to replace them?",
+                                   answer);
+    };
+    folder_.Write("program/Desk.ini", "my desk");
+    folder_.Write("saved/VX.ini", "saved before");
+    folder_.Write("saved/Desk.ini", "saved before");
+    folder_.Write("saved/registry.ini", "nothing comes in its place");
+    expectReplace(BoxAnswer::No);
+    ExpectQuestion(BoxAnswer::No);
+    Apply(UpdateMajor);
+    EXPECT_EQ(Slurp(folder_.File("saved/VX.ini")), "saved before");
+    Story.clear();
+    expectReplace(BoxAnswer::Yes);
+    Apply(UpdateMajor);
+    EXPECT_EQ(Story, "exit " + Installer() + "|");
+    EXPECT_EQ(Slurp(folder_.File("saved/VX.ini")), "my settings");
+    EXPECT_EQ(Slurp(folder_.File("saved/registry.ini")), "nothing comes in its place");
 }
 
 TEST_F(MajorUpdateTest, WhatCannotBeSavedKeepsTheProgram) {
