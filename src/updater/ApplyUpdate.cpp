@@ -17,6 +17,7 @@
 #include "updater/VersionCheck.h"
 
 #include <sys/stat.h>
+#include <utility>
 
 namespace vardenix {
 
@@ -38,7 +39,7 @@ public:
         : archiveName_(archiveName), setting_(setting),
           log_(setting.Folders.AppPath, setting.System.Clock) {}
 
-    void Apply() {
+    std::optional<KeptFiles> Apply() {
         try {
             ApplyAll();
         } catch (const Aborted& aborted) {
@@ -54,6 +55,7 @@ public:
                        "with description: " + error.Description());
             Tell(TrapText(error), "Error...");
         }
+        return std::move(kept_);
     }
 
 private:
@@ -150,8 +152,8 @@ private:
             [this](const std::string& path) { setting_.End.ShowText(path); }, log_);
         if (!FileExists(loader) && !update.Files.contains(LoaderName))
             throw RuntimeError(ErrorNumber::FileNotFound, ShownPath(loader));
-        CarryOut(update, setting_.Offer.UpdateVersion, setting_.Folders,
-                 setting_.System.Registry, log_);
+        kept_ = CarryOut(update, setting_.Offer.UpdateVersion, setting_.Folders,
+                         setting_.System.Registry, log_);
         log_.Write("Minor Update detected, Closing and starting with the loader.");
         log_.Close();
         setting_.System.Dialogs.Notice("Minor update is finished. Program will restart.",
@@ -186,12 +188,14 @@ private:
     const UpdateSetting& setting_;
     UpdateLog log_;
     std::vector<UpdateListEntry> entries_;
+    std::optional<KeptFiles> kept_;
 };
 
 } // namespace
 
-void ApplyUpdate(const std::string& archiveName, const UpdateSetting& setting) {
-    Run(archiveName, setting).Apply();
+std::optional<KeptFiles> ApplyUpdate(const std::string& archiveName,
+                                     const UpdateSetting& setting) {
+    return Run(archiveName, setting).Apply();
 }
 
 } // namespace vardenix

@@ -1,6 +1,7 @@
 #include "updater/ApplyUpdate.h"
 
 #include "support/Environment.h"
+#include "texts/RuntimeError.h"
 #include "updater/UpdateWorld.h"
 
 #include <gtest/gtest.h>
@@ -18,20 +19,12 @@ namespace {
 namespace fs = std::filesystem;
 using tests::Files;
 using tests::FilesIn;
+using tests::NewFile;
+using tests::NewPicture;
 using tests::Slurp;
-
-// By md5sum.
-constexpr const char* NewPicture = "30A220E4C665D3791E1F800DD3942CA7"; // "new picture"
-constexpr const char* NewFile = "D6F012FAA49D3640877E2B3C8FDC17E1";    // "a new file"
 
 class ApplyUpdateTest : public tests::UpdateWorld {
 protected:
-    static std::string Copy(const std::string& name, const std::string& hash) {
-        return "COPY*" + name + "*" + hash + "\r\n";
-    }
-    static std::string At(const std::string& text) {
-        return "<07/03/2026 09:05> " + text + "\r\n";
-    }
     void ExpectFinished() {
         Platform.Dialogs.ExpectBox(
             "Finished", "Minor update is finished. Program will restart.", BoxAnswer::Ok);
@@ -65,11 +58,11 @@ TEST_F(ApplyUpdateTest, AMinorUpdateDoesWhatItsListSaysInOrder) {
         At("Extracted " + Folders.UpdateTempFolder + "u.7z.") +
             At("Read 8 entries from file list.") + At("All files validated.") +
             At("Executed command MSG with param: Hello") +
-            At("Copied file " + InProgram("NoTile.jpg")) +
-            At("Copied file " + InProgram("new file.txt")) +
             At("Executed command MSGYN with param: Read it?") +
             At("Executed command README with param: new file.txt") +
             At("Executed command MSGYN with param: Delete it?") +
+            At("Copied file " + InProgram("NoTile.jpg")) +
+            At("Copied file " + InProgram("new file.txt")) +
             At("File deleted " + Folders.AppPath) +
             At("Registry key HKEY_LOCAL_MACHINE\\SOFTWARE\\Vardenix\\Version set to "
                "3.1.0") +
@@ -140,6 +133,117 @@ TEST_F(ApplyUpdateTest, AFileInUseIsLeftForTheLoader) {
     EXPECT_EQ(Program(), expected);
     // As the old one was.
     EXPECT_EQ(::access(folder_.File("program/sleep").c_str(), X_OK), 0);
+}
+
+// A second start of the program, at its last box and behind it.
+TEST_F(ApplyUpdateTest, AnUpdateThatWaitsForTheLoaderIsNotPutBackMeanwhile) {
+    fs::copy("/usr/bin/sleep", folder_.File("program/sleep"));
+    const Running running(folder_.File("program/sleep"));
+    Pack({{"update.lst", Copy("sleep", NewFile) + Copy("NoTile.jpg", NewPicture)},
+          {"sleep", "a new file"},
+          {"NoTile.jpg", "new picture"}});
+    const auto start = [this] {
+        const tests::ProgramResult result =
+            tests::RunProgram({UPDATE_ONCE, "putback", folder_.File("program")});
+        EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    };
+    int boxes = 0;
+    Platform.Dialogs.WhileBoxIsUp = [&] {
+        ++boxes;
+        start();
+    };
+    ExpectFinished();
+    Apply();
+    EXPECT_EQ(boxes, 1);
+    start();
+    Files found = Program();
+    EXPECT_EQ(found["NoTile.jpg"], "new picture");
+    EXPECT_EQ(found["sleep$"], "a new file");
+    EXPECT_EQ(found["Loader.lst"], "sleep$\r\n");
+    EXPECT_EQ(Log().find("put back"), std::string::npos);
+    // Once it has ended without a loader.
+    Kept.reset();
+    start();
+    found = Program();
+    EXPECT_EQ(found["NoTile.jpg"], "old picture");
+    EXPECT_FALSE(found.contains("sleep$"));
+    EXPECT_NE(Log().find("> An update was interrupted, and is put back\r\n"),
+              std::string::npos);
+}
+
+TEST_F(ApplyUpdateTest, TheLogSaysCopiedAndDeletedOnlyOfWhatIsDone) {
+    Pack({{"update.lst",
+           Copy("NoTile.jpg", NewPicture) + "DELETE*old.dll\r\nMSG*Hello\r\n"},
+          {"NoTile.jpg", "new picture"}});
+    const auto isNothingDone = [this] {
+        return Log().find("Copied") == std::string::npos &&
+               Log().find("deleted") == std::string::npos;
+    };
+    bool nothingAtTheMessage = false;
+    Platform.Dialogs.WhileBoxIsUp = [&] { nothingAtTheMessage = isNothingDone(); };
+    Platform.Dialogs.ExpectBox("", "Hello", BoxAnswer::Ok);
+    Platform.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, nullptr);
+    // A folder in a file's place refuses what was planned.
+    fs::remove(folder_.File("program/old.dll"));
+    fs::create_directory(folder_.File("program/NoTile.jpgx"));
+    fs::remove(folder_.File("program/NoTile.jpg"));
+    fs::create_directory(folder_.File("program/NoTile.jpg"));
+    Apply();
+    EXPECT_TRUE(nothingAtTheMessage);
+    EXPECT_TRUE(isNothingDone()) << Log();
+}
+
+class RefusingRegistry : public tests::FakeRegistry {
+public:
+    void WriteText(std::string_view, std::string_view, std::string_view) override {
+        throw RuntimeError(ErrorNumber::DiskFull, "the registry");
+    }
+};
+
+TEST_F(ApplyUpdateTest, AStepThatFailsPutsTheOldFilesBackAndSaysSo) {
+    RefusingRegistry registry;
+    const vardenix::Platform system{Platform.Dialogs, registry, Platform.Clock,
+                                    Platform.Processes};
+    Pack({{"update.lst", Copy("NoTile.jpg", NewPicture)}, {"NoTile.jpg", "new picture"}});
+    Platform.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, nullptr);
+    Offer = {UpdateMinor, "v3.1.0"};
+    EXPECT_FALSE(ApplyUpdate("u.7z", {Folders, system, Offer, *this, {}, {}}));
+    EXPECT_EQ(Program(), Old);
+    EXPECT_NE(Log().find("Copied file " + InProgram("NoTile.jpg") +
+                         "\r\n<07/03/2026 09:05> The files are the old ones\r\n"),
+              std::string::npos)
+        << Log();
+}
+
+TEST_F(ApplyUpdateTest, ADamagedListOfAnEarlierUpdateHoldsNoneUp) {
+    folder_.Write("program/UpdateKept/kept.lst", "+../evil\n");
+    Pack({{"update.lst", Copy("NoTile.jpg", NewPicture)}, {"NoTile.jpg", "new picture"}});
+    ExpectFinished();
+    Apply();
+    EXPECT_EQ(Program()["NoTile.jpg"], "new picture");
+    EXPECT_TRUE(Program().contains("UpdateKept.aside/"));
+    EXPECT_NE(Log().find("does not count: line 1 of kept.lst holds a slash."),
+              std::string::npos);
+}
+
+// By the list's own words, whatever lies in the folder.
+TEST_F(ApplyUpdateTest, AFileThatIsCopiedAndDeletedWasNeverThere) {
+    Pack({{"update.lst", Copy("new file.txt", NewFile) +
+                             "DELETE*new file.txt\r\nDELETE*old.dll\r\n" +
+                             "DELETE*old.dll\r\n"},
+          {"new file.txt", "a new file"}});
+    ExpectFinished();
+    Apply();
+    Files found = Program();
+    EXPECT_FALSE(found.contains("new file.txt"));
+    EXPECT_FALSE(found.contains("old.dll"));
+    // The second of each kind has nothing to delete any more.
+    EXPECT_EQ(found["Loader.lst"], "*\r\n");
+    EXPECT_NE(Log().find(At("File deleted " + Folders.AppPath) +
+                         At("File deleted " + Folders.AppPath) +
+                         At(" file was added for later delete.")),
+              std::string::npos)
+        << Log();
 }
 
 // What loaders get for it has always been a line without a name.
@@ -351,136 +455,6 @@ TEST_F(ApplyUpdateTest, WithoutTheArchiveProgramTheUserIsToldWhichPackage) {
     Apply();
     EXPECT_NE(text.find("7zip"), std::string::npos) << text;
     EXPECT_EQ(Program(), Old);
-}
-
-class MajorUpdateTest : public ApplyUpdateTest {
-protected:
-    void SetUp() override {
-        folder_.Write("program/VX.ini", "my settings");
-        folder_.Write("saved/other", "x");
-        Pack({{"update.lst", Copy("in stall", NewFile) + "DELETE*old.dll\n"},
-              {"in stall", "a new file"}});
-    }
-    void ExpectQuestion(BoxAnswer answer) {
-        Platform.Dialogs.ExpectBox(
-            "Attention",
-            "All files in the folder " + folder_.File("program") +
-                " are going to be deleted.\nDo you want to back up your files, VX.ini, "
-                "Desk.ini, registry.ini and Update.log, before?",
-            answer);
-    }
-    void ExpectFolder(const std::optional<std::string>& folder) {
-        ExpectQuestion(BoxAnswer::Yes);
-        Platform.Dialogs.ExpectFolder("Select folder to save files.", folder);
-    }
-    void ExpectSaved() {
-        ExpectFolder(folder_.File("saved"));
-        Apply(UpdateMajor);
-        EXPECT_TRUE(Platform.Dialogs.AllAnswered());
-        EXPECT_EQ(Story, "exit " + Installer() + "|");
-        EXPECT_EQ(Slurp(folder_.File("saved/VX.ini")), "my settings");
-    }
-    std::string Installer() const { return folder_.File("program/UpdateTemp/in stall"); }
-};
-
-TEST_F(MajorUpdateTest, SavesTheUsersFilesAndStartsTheInstaller) {
-    ExpectQuestion(BoxAnswer::Yes);
-    Platform.Dialogs.ExpectFolder("Select folder to save files.", folder_.File("saved"));
-    Apply(UpdateMajor);
-    EXPECT_EQ(Story, "exit " + Installer() + "|");
-    EXPECT_EQ(::access(Installer().c_str(), X_OK), 0);
-    Files expected = Old;
-    expected["VX.ini"] = "my settings";
-    EXPECT_EQ(Program(), expected);
-    Files saved = FilesIn(folder_.File("saved"));
-    EXPECT_EQ(saved["VX.ini"], "my settings");
-    EXPECT_TRUE(saved["Update.log"].ends_with(At("Major Update detected, Closing")));
-    EXPECT_EQ(saved["other"], "x");
-}
-
-// The way to lose them is the other answer.
-TEST_F(MajorUpdateTest, TheQuestionIsAYesUnlessItIsANo) {
-    ExpectQuestion(BoxAnswer::No);
-    Apply(UpdateMajor);
-    EXPECT_EQ(Platform.Dialogs.LastButtons(), BoxButtons::YesUnlessNo);
-    EXPECT_EQ(Story, "exit " + Installer() + "|");
-}
-
-TEST_F(MajorUpdateTest, EveryFileOfTheUsersIsSavedAndThoseThatAreMissingAreNot) {
-    folder_.Write("program/Desk.ini", "my desk");
-    folder_.Write("program/registry.ini", "my installs");
-    ExpectSaved();
-    const Files saved = FilesIn(folder_.File("saved"));
-    EXPECT_EQ(saved.at("Desk.ini"), "my desk");
-    EXPECT_EQ(saved.at("registry.ini"), "my installs");
-    EXPECT_EQ(saved.size(), 5U);
-}
-
-TEST_F(MajorUpdateTest, ACancelledFolderGoesBackToTheQuestion) {
-    ExpectFolder(std::nullopt);
-    ExpectFolder("");
-    ExpectSaved();
-}
-
-TEST_F(MajorUpdateTest, AFolderThatIsGoingToBeDeletedIsNoPlaceForThem) {
-    fs::create_directory(folder_.File("program/deep"));
-    fs::create_directory(folder_.File("program too"));
-    fs::create_directory_symlink(folder_.File("program/deep"), folder_.File("link"));
-    for (const char* inside : {"program", "program/deep", "link"}) {
-        ExpectFolder(folder_.File(inside));
-        Platform.Dialogs.ExpectBox("Attention",
-                                   "The folder " + folder_.File(inside) +
-                                       " is going to be deleted as well.\nPlease select "
-                                       "another one.",
-                                   BoxAnswer::Ok);
-    }
-    ExpectFolder(folder_.File("program too"));
-    Apply(UpdateMajor);
-    EXPECT_EQ(Slurp(folder_.File("program too/VX.ini")), "my settings");
-}
-
-TEST_F(MajorUpdateTest, FilesThatAreThereAreReplacedAfterAQuestion) {
-    const auto expectReplace = [this](BoxAnswer answer) {
-        ExpectFolder(folder_.File("saved"));
-        Platform.Dialogs.ExpectBox("Confirm",
-                                   "The folder " + folder_.File("saved") +
-                                       " has these files already:\nVX.ini\nDesk.ini\n"
-                                       "Do you want to replace them?",
-                                   answer);
-    };
-    folder_.Write("program/Desk.ini", "my desk");
-    folder_.Write("saved/VX.ini", "saved before");
-    folder_.Write("saved/Desk.ini", "saved before");
-    folder_.Write("saved/registry.ini", "nothing comes in its place");
-    expectReplace(BoxAnswer::No);
-    ExpectQuestion(BoxAnswer::No);
-    Apply(UpdateMajor);
-    EXPECT_EQ(Slurp(folder_.File("saved/VX.ini")), "saved before");
-    Story.clear();
-    expectReplace(BoxAnswer::Yes);
-    Apply(UpdateMajor);
-    EXPECT_EQ(Story, "exit " + Installer() + "|");
-    EXPECT_EQ(Slurp(folder_.File("saved/VX.ini")), "my settings");
-    EXPECT_EQ(Slurp(folder_.File("saved/registry.ini")), "nothing comes in its place");
-}
-
-TEST_F(MajorUpdateTest, WhatCannotBeSavedKeepsTheProgram) {
-    ExpectQuestion(BoxAnswer::Yes);
-    Platform.Dialogs.ExpectFolder("Select folder to save files.",
-                                  folder_.File("not there"));
-    Platform.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, nullptr);
-    Apply(UpdateMajor);
-    EXPECT_EQ(Story, "");
-}
-
-TEST_F(MajorUpdateTest, TheFirstEntryMustBeTheInstaller) {
-    Pack({{"update.lst", "MSG*Hello\n" + Copy("in stall", NewFile)}});
-    Platform.Dialogs.ExpectBox("Error.",
-                               "The update is refused, and nothing has been changed.\n"
-                               "The first file of its list is no installer.",
-                               BoxAnswer::Ok);
-    Apply(UpdateMajor);
-    EXPECT_EQ(Story, "");
 }
 
 } // namespace
