@@ -149,7 +149,11 @@ TEST_F(UpdateEndToEnd, AKillAtTheLastBoxBringsTheOldProgramBackAndTellsIt) {
     {
         // A second start leaves the update alone as long as the first one runs.
         const Child second = desktop_.StartEditor(folder_.File("program/vardenix"));
-        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(StartUp); }));
+        const std::string asked = "GET /v?";
+        ASSERT_TRUE(WaitFor([&] {
+            const std::string requests = server_.Requests();
+            return requests.rfind(asked) != requests.find(asked);
+        }));
         EXPECT_EQ(InProgram("NoTile.jpg"), "new");
         EXPECT_TRUE(fs::exists(folder_.File("program/vardenix$")));
         second.Signal(SIGKILL);
