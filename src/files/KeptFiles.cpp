@@ -60,13 +60,12 @@ std::string KeptFiles::Scratch() const { return aside_ + "new"; }
 
 void KeptFiles::ReadList() {
     std::string why = WhyFolderDoesNotCount();
-    const bool isListed = StatusOfLink(PathOf(aside_, ListName)).has_value();
-    if (why.empty() && isListed)
+    if (why.empty() && StatusOfLink(PathOf(aside_, ListName))) {
         why = WhyListDoesNotCount();
+        any_ = why.empty();
+    }
     if (!why.empty())
         PutAside(why);
-    else
-        any_ = isListed;
 }
 
 std::string KeptFiles::WhyFolderDoesNotCount() const {

@@ -182,16 +182,13 @@ TEST_F(ApplyUpdateTest, TheLogSaysCopiedAndDeletedOnlyOfWhatIsDone) {
                log.find("deleted") == std::string::npos &&
                log.find("later") == std::string::npos;
     };
-    bool nothingAtTheMessage = false;
-    Platform.Dialogs.WhileBoxIsUp = [&] {
-        nothingAtTheMessage = isNothingDone();
-        Platform.Dialogs.WhileBoxIsUp = nullptr;
-    };
+    int boxesBefore = 0;
+    Platform.Dialogs.WhileBoxIsUp = [&] { boxesBefore += isNothingDone() ? 1 : 0; };
     Platform.Dialogs.ExpectBox("", "Hello", BoxAnswer::Ok);
     // The text to be shown is one of those that go.
     Platform.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, nullptr);
     Apply();
-    EXPECT_TRUE(nothingAtTheMessage);
+    EXPECT_EQ(boxesBefore, 2);
     EXPECT_TRUE(isNothingDone()) << Log();
     EXPECT_EQ(Program(), Old);
 }
