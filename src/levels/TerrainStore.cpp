@@ -16,7 +16,7 @@ namespace vardenix {
 
 namespace {
 
-constexpr size_t RowBytes = SegmentSide * sizeof(TerrainPost);
+constexpr size_t SegmentRowBytes = SegmentSide * sizeof(TerrainPost);
 
 // A segment's 16 rows lie MapWidth posts apart in LxArr; its first post:
 size_t FirstPostOf(int32_t segX, int32_t segY, int32_t width) {
@@ -27,7 +27,7 @@ void WriteBlock(StagedFile& file, const TerrainPost* first, int32_t width) {
     std::array<TerrainPost, PostsPerSegment> block;
     for (size_t row = 0; row < SegmentSide; ++row)
         std::memcpy(&block[row * SegmentSide], first + row * static_cast<size_t>(width),
-                    RowBytes);
+                    SegmentRowBytes);
     file.Write(std::as_bytes(std::span(block)));
 }
 

@@ -8,8 +8,6 @@ namespace vardenix {
 
 namespace {
 
-constexpr std::string_view HeaderEnd = "\r\n\r\n";
-
 char Lower(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a')
                                           : letter;

@@ -11,8 +11,6 @@
 namespace vardenix::sample {
 namespace {
 
-constexpr std::array<uint8_t, 4> Edges = {North, East, South, West};
-
 // The edge through which water leaves each post; 0 on posts that touch water. Land is
 // flooded from the sea upward, always at its lowest free post, so that every post drains.
 Grid<uint8_t> FindDrains(const World& world, uint32_t seed) {

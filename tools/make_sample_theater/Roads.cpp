@@ -13,8 +13,6 @@
 namespace vardenix::sample {
 namespace {
 
-constexpr std::array<uint8_t, 4> Edges = {North, East, South, West};
-
 // The cheapest way between two towns for roads or rails, found in a window around both.
 class WayFinder {
 public:
