@@ -1,10 +1,10 @@
+#include "make_sample_theater/Ground.h"
 #include "make_sample_theater/Noise.h"
 #include "make_sample_theater/World.h"
 
 #include <queue>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
