@@ -15,7 +15,6 @@ namespace vardenix {
 
 namespace {
 
-constexpr std::string_view HeaderEnd = "\r\n\r\n";
 constexpr int NotFoundNumber = 1;
 
 RuntimeError NotStarted(const std::string& why) {

@@ -8,7 +8,6 @@ namespace vardenix {
 
 namespace {
 
-constexpr std::string_view HeaderEnd = "\r\n\r\n";
 constexpr std::string_view Protocol = "HTTP/";
 constexpr size_t LongestLine = 80; // that a message shows
 

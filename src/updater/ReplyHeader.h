@@ -5,6 +5,9 @@
 
 namespace vardenix {
 
+// Behind the last line of a header.
+constexpr std::string_view HeaderEnd = "\r\n\r\n";
+
 // Where `part` begins in `text`, letters A to Z in either case; npos when nowhere.
 size_t FindAnyCase(std::string_view text, std::string_view part);
 

@@ -9,8 +9,6 @@ namespace vardenix {
 
 namespace {
 
-constexpr int32_t HeightsPerPost = 4;
-
 // The view as one of the finest elevations, each a square of its own.
 MapView QuarteredView(MapView view) {
     view.MapLeftX *= HeightsPerPost;

@@ -7,9 +7,6 @@ namespace vardenix {
 
 namespace {
 
-// Finest elevations along a side of a post.
-constexpr int32_t HeightsPerPost = 4;
-
 // The edit of the entry's own post, and then the stroke's; backwards for an undo.
 void WriteStep(PostArray& posts, const UndoPostEntry& step, bool undo) {
     if (undo) {

@@ -14,6 +14,9 @@
 
 namespace vardenix {
 
+// Finest elevations along a side of a post.
+constexpr int32_t HeightsPerPost = 4;
+
 // One step of level 2: an edit of one post, or everything that one stroke or shape has
 // painted.
 struct UndoPostEntry {
