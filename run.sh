@@ -14,6 +14,7 @@ sample=build/sample
 theater=$sample/terrdata/sorrelund
 # The start-up window offers the theaters of the install that registry.ini names.
 if [ ! -e "$sample/theater.lst" ] || [ ! -e "$bin/registry.ini" ]; then
+  echo "making the sample theater"
   "$bin/make_sample_theater" "$sample" --registry "$bin/registry.ini"
 fi
 

@@ -1,6 +1,6 @@
 # The house in CMake: one target per folder of src/, and an include root per target that holds
-# just that folder's headers. A file can therefore include only what its target links, so an
-# include that breaks the floors does not compile.
+# just that folder's headers. A file can therefore include only what its target links, or what the headers
+# of that need, so an include that breaks the floors does not compile.
 
 add_library(house_flags INTERFACE)
 target_compile_options(house_flags INTERFACE -Wall -Wextra -Wconversion -Wshadow)
@@ -70,12 +70,22 @@ function(house_folder folder)
   house_library(${target})
   if(has_twins)
     house_twins_of(ARG_LINKS ${ARG_LINKS})
+    house_twins_of(ARG_PRIVATE_LINKS ${ARG_PRIVATE_LINKS})
     house_library(${target}_sanitized)
     if(sources)
       set_target_properties(${target}_sanitized PROPERTIES EXCLUDE_FROM_ALL ON)
       target_compile_options(${target}_sanitized PRIVATE ${sanitizer_flags}
                              -fno-omit-frame-pointer)
     endif()
+  endif()
+endfunction()
+
+# The files of a target are compiled as one, since most of the work is the reading of the headers that
+# they share; a name in an unnamed namespace is so the whole room's. Under the tests only the twins are:
+# the others so see an include that a file forgot, and compile no more than what was changed.
+function(house_compile_together name)
+  if(NOT has_twins OR name MATCHES "_sanitized$")
+    set_target_properties(${name} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 0)
   endif()
 endfunction()
 
@@ -90,28 +100,23 @@ function(house_library name)
     set(scope INTERFACE)
   endif()
   target_include_directories(${name} ${scope} ${CMAKE_BINARY_DIR}/include/${target})
+  house_compile_together(${name})
   target_link_libraries(${name} ${scope} ${ARG_LINKS})
   if(sources AND folder MATCHES "/windows$")
     set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
-    # Not in a release build, which so sees a header that a file forgot.
-    if(TARGET window_headers)
-      string(REPLACE ${target} window_headers precompiled ${name})
-      target_precompile_headers(${name} REUSE_FROM ${precompiled})
-    endif()
     # What moc and uic write is not held to this program's warnings.
     target_include_directories(${name} SYSTEM PRIVATE
       ${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/include)
   endif()
 endfunction()
 
-# Headers that take most of the compiling of tests and windows, taken in once. A file names what
-# it includes all the same. OPTIONS: those of the code that takes them.
+# Headers that take most of the compiling of tests, taken in once. A file names what it includes
+# all the same.
 function(house_precompile name)
-  cmake_parse_arguments(ARG "" "" "LINKS;HEADERS;OPTIONS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "LINKS;HEADERS" ${ARGN})
   file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp "")
   add_library(${name} OBJECT EXCLUDE_FROM_ALL ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
   target_link_libraries(${name} PRIVATE house_flags ${ARG_LINKS})
-  target_compile_options(${name} PRIVATE ${ARG_OPTIONS})
   target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
 endfunction()
 

@@ -17,14 +17,14 @@ clang-format --dry-run -Werror "${sources[@]}" || fault "run clang-format -i on 
 
 # Includes name the folder, and only windows, the program itself and the library that the command
 # line opens for it know the toolkit.
-if grep -nE '#include "\.\./' "${sources[@]}"; then
-  fault "an include goes through .."
+if grep -nE '#include "(\.\./|.*\.cpp")' "${sources[@]}"; then
+  fault "an include goes through .., or is of no header"
 fi
 if git ls-files 'src/*.cpp' 'src/*.h' | grep -vE '^src/(app/|[a-z]+/windows/|cli/toolkit/)' |
     xargs grep -nE '#include <Q'; then
   fault "the toolkit is included outside windows"
 fi
-tools/floors.py || fault "an include looks up, or at a neighbour"
+tools/floors.py || fault "an include looks up, or at a neighbour, or a link is not what is included"
 # Windows are apart: none includes another's header.
 for folder in src/*/windows; do
   [ -d "$folder" ] || continue

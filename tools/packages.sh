@@ -31,14 +31,32 @@ use_ccache() {
   export CCACHE_SLOPPINESS=pch_defines,time_macros
 }
 
-# configure_and_build PRESET TARGET...: quiet unless something goes wrong. No target is all.
+# tell_progress LOG: what a build says goes into LOG, and how far it has come is told: on one line of a
+# terminal, elsewhere by a line now and then.
+tell_progress() {
+  local log=$1 line said=-60 shown=
+  while IFS= read -r line; do
+    printf '%s\n' "$line" >>"$log"
+    [[ $line =~ ^\[([0-9]+)/([0-9]+)\] ]] || continue
+    shown="building, ${BASH_REMATCH[1]} of ${BASH_REMATCH[2]}"
+    if [ -t 1 ]; then
+      printf '\r\033[K%s' "$shown"
+    elif [ $((SECONDS - said)) -ge 20 ]; then
+      printf '%s\n' "$shown"
+      said=$SECONDS
+    fi
+  done
+  if [ -t 1 ] && [ -n "$shown" ]; then printf '\r\033[K'; fi
+}
+
+# configure_and_build PRESET TARGET...: tells how far it is, and what went wrong. No target is all.
 configure_and_build() {
   local preset=$1 log=build/$1.log
   shift
   mkdir -p build
   use_ccache
-  if ! { cmake --preset "$preset" && cmake --build "build/$preset" --target "${@:-all}"; } \
-      >"$log" 2>&1; then
+  if ! cmake --preset "$preset" >"$log" 2>&1 ||
+    ! cmake --build "build/$preset" --target "${@:-all}" 2>&1 | tell_progress "$log"; then
     grep -E 'error|Error|FAILED' "$log" | head -40 >&2 || true
     echo "The build failed; the whole log is in $log" >&2
     return 1

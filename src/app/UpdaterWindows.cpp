@@ -1,7 +1,7 @@
 #include "app/UpdaterWindows.h"
 
-#include "files/KeptFiles.h"
 #include "files/OwnFolders.h"
+#include "loader/InterruptedUpdate.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "program/windows/FrmStartUp.h"
 #include "texts/RuntimeError.h"
@@ -66,9 +66,9 @@ void UpdaterWindows::StartDownload(const std::string& url) {
 }
 
 void UpdaterWindows::ApplyArchive(const std::string& archiveName) {
-    ApplyUpdate(archiveName,
-                {state_.Folders, platform_, offer_, static_cast<UpdateEnd&>(*this),
-                 UpdateKey(), ProgramArguments()});
+    kept_ = ApplyUpdate(archiveName, {state_.Folders, platform_, offer_,
+                                      static_cast<UpdateEnd&>(*this), UpdateKey(),
+                                      ProgramArguments()});
 }
 
 void UpdaterWindows::HideDownload() { frmDownload_->hide(); }
@@ -86,13 +86,17 @@ void UpdaterWindows::ExitProgram(const std::string& commandLine) {
 std::string PutBackInterruptedUpdate(char** arguments) {
     const std::string folder = ProgramFolder();
     try {
-        if (OwnFilesFolder(folder) != folder || !PutBackInterrupted(folder))
+        if (OwnFilesFolder(folder) != folder)
             return {};
+        const PutBack outcome = PutBackInterrupted(folder);
+        if (!outcome.Done)
+            return TakeNotice() + outcome.Told;
     } catch (const RuntimeError& error) {
         return ReportText(error);
     }
+    LeaveNotice();
     ::execv((folder + "/vardenix").c_str(), arguments);
-    return {}; // this one does as well
+    return TakeNotice(); // this one does as well
 }
 
 } // namespace vardenix

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vardenix {
@@ -48,11 +49,13 @@ private:
     std::unique_ptr<QtTimer> timer1_;
     std::unique_ptr<VersionCheck> check_;
     std::unique_ptr<frmDownload> frmDownload_;
+    // Of an update that waits for the loader, until the program has ended.
+    std::optional<KeptFiles> kept_;
 };
 
 // What an update has left half done is put back, and the program that was there before
-// takes the place of this one. Called before anything else; what kept it from doing so,
-// as a sentence, else nothing.
+// takes the place of this one. Called before anything else; what the user is to know of
+// it, or of an update that was put back just before, else nothing.
 std::string PutBackInterruptedUpdate(char** arguments);
 
 } // namespace vardenix

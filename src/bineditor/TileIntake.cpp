@@ -20,7 +20,7 @@ namespace vardenix {
 
 namespace {
 
-constexpr uint32_t Black = 0;
+constexpr uint32_t BlackNight = 0;
 
 std::string TargaOf(const IntakePlace& place, const std::string& pictureName) {
     return place.TempFolder + WithoutExtension(pictureName) + ".tga";
@@ -198,7 +198,7 @@ void MakeTileFamily(const std::string& sourceFolder, const std::string& chosenNa
         night = ReadDds(nightSource);
         family.Copies.push_back({nightSource, place.DDSFolder + names.HNight});
     } else {
-        night = AllocateEx(day.Width(), day.Width(), Black);
+        night = AllocateEx(day.Width(), day.Width(), BlackNight);
         AddSize(family, night, names.HNight, 0, place);
     }
     AddSize(family, night, names.MNight, place.MTile, place);

@@ -11,7 +11,7 @@ namespace vardenix {
 namespace {
 
 // Raised whenever the same pictures come to make other far tiles.
-constexpr const char* Making = "far tiles 1";
+constexpr const char* KeysVersion = "far tiles 1";
 
 constexpr int32_t ProbeSide = 16;
 
@@ -29,8 +29,8 @@ std::vector<uint8_t> CompressedProbe() {
 } // namespace
 
 FartileKeys::FartileKeys(const FartileShape& shape) : making_() {
-    const std::string words = std::string(Making) + "\n" + ImageLibraryVersion() + "\n" +
-                              std::to_string(shape.FarSize());
+    const std::string words = std::string(KeysVersion) + "\n" + ImageLibraryVersion() +
+                              "\n" + std::to_string(shape.FarSize());
     const std::vector<uint8_t> probe = CompressedProbe();
     making_ =
         DigestOf({std::as_bytes(std::span(words)), std::as_bytes(std::span(probe))});

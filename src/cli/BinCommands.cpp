@@ -36,7 +36,7 @@ struct BinOptions {
     bool Delete = false;
     bool Overwrite = false;
 };
-using Options = std::shared_ptr<BinOptions>;
+using BinArguments = std::shared_ptr<BinOptions>;
 
 constexpr NumberRange FromZero{0, FittingField<int32_t>.Max};
 
@@ -83,7 +83,7 @@ int32_t PlaceOf(BinEditing& editing, const BinOptions& options) {
 
 // A command that opens the theater, edits it by `edit` and saves it.
 template <typename Edit>
-void RunEdit(Command& command, const Options& options, Edit edit) {
+void RunEdit(Command& command, const BinArguments& options, Edit edit) {
     AddOverwrite(command, options->Overwrite);
     command.Run([options, edit](CommandContext& context) {
         BinEditing editing(context, options->Files, BinEditing::Write);
@@ -220,7 +220,7 @@ void AddSetType(Command& bin) {
     });
 }
 
-void AddPicture(Command& command, const Options& options) {
+void AddPicture(Command& command, const BinArguments& options) {
     command.Text("FILE", options->Picture, "DDS picture").Required();
     command.Check([options] { RequireDds(options->Picture); });
 }

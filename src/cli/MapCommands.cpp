@@ -60,7 +60,7 @@ struct MapOptions {
     std::string File;
 };
 
-std::shared_ptr<MapOptions> AddTo(Command& command) {
+std::shared_ptr<MapOptions> AddFiles(Command& command) {
     return std::make_shared<MapOptions>(command);
 }
 
@@ -139,7 +139,7 @@ void CheckPairs(const std::vector<std::string>& pairs) {
 
 void AddShow(Command& map) {
     Command command = map.AddCommand("show", "Tell the numbers and the palette");
-    const auto options = AddTo(command);
+    const auto options = AddFiles(command);
     command.Flag("--json", options->AsJson, "Print JSON");
     command.Run([options](CommandContext&) {
         MapFileRecord record;
@@ -151,7 +151,7 @@ void AddShow(Command& map) {
 
 void AddMapSet(Command& map) {
     Command command = map.AddCommand("set", "Change numbers, and save");
-    const auto options = AddTo(command);
+    const auto options = AddFiles(command);
     command
         .Texts("FIELD-VALUE", options->Pairs,
                "A field and its value, and so on: " + FieldNames())
@@ -171,7 +171,7 @@ void AddMapSet(Command& map) {
 void AddColor(Command& map) {
     Command command =
         map.AddCommand("color", "Change one entry of the palette, and save");
-    const auto options = AddTo(command);
+    const auto options = AddFiles(command);
     command.Number("N", options->Entry, "Entry of the palette").Required();
     command.Number("R", options->Color.Red, "Red").Required();
     command.Number("G", options->Color.Green, "Green").Required();
@@ -205,7 +205,7 @@ void AddPaletteFile(Command& command, const std::shared_ptr<MapOptions>& options
 void AddExportPalette(Command& map) {
     Command command =
         map.AddCommand("export-palette", "Write the palette as an ACT, PAL or BMP file");
-    const auto options = AddTo(command);
+    const auto options = AddFiles(command);
     AddPaletteFile(command, options, "OUT");
     command.Run([options](CommandContext&) {
         const std::string path = options->Choice.Path();
@@ -222,7 +222,7 @@ void AddExportPalette(Command& map) {
 void AddImportPalette(Command& map) {
     Command command = map.AddCommand(
         "import-palette", "Take the palette of an ACT, PAL or BMP file, and save");
-    const auto options = AddTo(command);
+    const auto options = AddFiles(command);
     AddPaletteFile(command, options, "FILE");
     AddOverwrite(command, options->Overwrite);
     command.Run([options](CommandContext&) {

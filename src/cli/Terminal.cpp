@@ -23,6 +23,8 @@ BoxAnswer TerminalDialogs::MessageBox(const std::string& text, const std::string
         return BoxAnswer::Ok;
     case BoxButtons::YesNo:
         return BoxAnswer::No;
+    case BoxButtons::YesUnlessNo:
+        return BoxAnswer::Yes;
     case BoxButtons::YesNoCancel:
         return BoxAnswer::Cancel;
     case BoxButtons::ContinueEnd:

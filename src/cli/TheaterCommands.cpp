@@ -70,8 +70,8 @@ JsonObject PostOf(const TerrainPost& post, const TileLookup& lookup, int32_t x,
             {"x2", post.X2}};
 }
 
-struct Options {
-    explicit Options(Command& command) : Files(command) {}
+struct TheaterOptions {
+    explicit TheaterOptions(Command& command) : Files(command) {}
     TheaterFiles Files;
     bool AsJson = false;
     std::string Report;
@@ -79,8 +79,8 @@ struct Options {
     int32_t Y = 0;
 };
 
-std::shared_ptr<Options> AddTo(Command& command) {
-    auto options = std::make_shared<Options>(command);
+std::shared_ptr<TheaterOptions> AddTo(Command& command) {
+    auto options = std::make_shared<TheaterOptions>(command);
     command.Flag("--json", options->AsJson, "Print JSON");
     return options;
 }

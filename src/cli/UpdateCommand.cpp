@@ -69,7 +69,7 @@ const char* WordOf(Answer answer) {
     }
 }
 
-struct Options {
+struct UpdateOptions {
     std::optional<std::string> Url;
     bool AsJson = false;
 };
@@ -96,7 +96,7 @@ void AddUpdate(Command& all) {
     Command update = all.AddCommand("update", "Newer versions of the program");
     Command check = update.AddCommand(
         "check", "Ask the version service; exit code 1 when there is a newer version");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<UpdateOptions>();
     check.Text("--url", options->Url,
                "The service's address; without it, that of the settings");
     check.Flag("--json", options->AsJson, "Print JSON");

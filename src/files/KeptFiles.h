@@ -17,6 +17,11 @@ namespace vardenix {
 // to go, has a line for each file: "+name" for one that was there and now lies aside
 // under the number of its line, from 1, and "-name" for one that was not.
 //
+// What was kept counts only where it is whole and names nothing but files of the
+// program's folder, and where it, they and what lies aside belong to this user
+// (BelongsHere). Anything else is never put back and keeps no later update from its way:
+// the folder gets another name, "UpdateKept.aside", with all that lies in it.
+//
 // Whoever holds such an object, or makes one and finds files kept, has them to himself:
 // error 70 when another program does. The system's refusals go through.
 class KeptFiles {
@@ -25,10 +30,12 @@ public:
 
     // Whether files are kept.
     bool Any() const { return any_; }
+    // What has been put out of the way unread, and why, as sentences; empty when nothing.
+    const std::string& SetAside() const { return setAside_; }
     // Clears away what was to be kept and never was, or is no more.
     void Clear();
     // Keeps these, each once, whether they are there or not; they are names of the folder
-    // as the disk has them. Error 75 when one is no file.
+    // as the disk has them. Error 75 when one is no file, 70 when it is another user's.
     void Keep(const std::vector<std::string>& names);
     // A name for a new file while it is written, in the folder aside.
     std::string Scratch() const;
@@ -46,6 +53,11 @@ private:
 
     std::string Aside(size_t line) const;
     void ReadList();
+    std::string WhyFolderDoesNotCount() const;
+    std::string WhyListDoesNotCount();
+    std::string WhyFileDoesNotCount(const Kept& file, size_t line) const;
+    bool HasMoreAside() const;
+    void PutAside(const std::string& why);
     void KeepAll(const std::vector<std::string>& names);
     void KeepOne(const Kept& file, size_t line) const;
     void PutBackOne(const Kept& file, size_t line) const;
@@ -54,11 +66,8 @@ private:
     std::string aside_;
     std::optional<FolderLock> lock_;
     std::vector<Kept> files_;
+    std::string setAside_;
     bool any_ = false;
 };
-
-// Puts back what an update has left half done, unless a program is still at it. True when
-// there was something; the program that runs may then be one that has gone.
-bool PutBackInterrupted(const std::string& programFolder);
 
 } // namespace vardenix

@@ -2,6 +2,7 @@
 
 #include "files/BinaryReader.h"
 #include "files/FileNames.h"
+#include "files/FileOwner.h"
 #include "files/FileStatus.h"
 #include "files/KeptFiles.h"
 #include "files/PlainName.h"
@@ -21,32 +22,106 @@ namespace {
 
 constexpr uint64_t LongestList = 1 << 20;
 
-void Replace(const std::string& folder, const std::string& name) {
-    const auto waiting = PathAsItStands(folder + name + "$");
-    if (!IsPlainFile(waiting))
-        throw RuntimeError(ErrorNumber::FileNotFound, TextOfPath(waiting));
-    const auto place = RealPathBelow(PathAsItStands(folder), name, PathKind::File);
-    if (std::rename(waiting.c_str(), place.c_str()) != 0)
+// As the folder has it.
+std::filesystem::path PlaceOf(const std::string& folder, const LoaderStep& step) {
+    return RealPathBelow(PathAsItStands(folder), step.Name, PathKind::File);
+}
+
+std::filesystem::path WaitingFor(const std::string& folder, const LoaderStep& step) {
+    return PathAsItStands(folder + step.Name + "$");
+}
+
+void RequireOurs(const std::string& folder, const std::filesystem::path& path) {
+    const auto status = StatusOfLink(path);
+    if (status && !BelongsHere(*status, PathAsItStands(folder)))
+        throw RuntimeError(ErrorNumber::PermissionDenied,
+                           TextOfPath(path) + " belongs to another user");
+}
+
+std::vector<LoaderStep> StepsOf(const std::string& folder, const std::string& list) {
+    RequireOurs(folder, PathAsItStands(list));
+    const FileBytes bytes = ReadWholeFile(list, LongestList);
+    const auto steps =
+        ReadLoaderList({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    for (const LoaderStep& step : steps) {
+        RequireOurs(folder, PlaceOf(folder, step));
+        if (step.What != LoaderStep::Kind::Replace)
+            continue;
+        const auto waiting = WaitingFor(folder, step);
+        if (!IsPlainFile(waiting))
+            throw RuntimeError(ErrorNumber::FileNotFound, TextOfPath(waiting));
+        RequireOurs(folder, waiting);
+    }
+    return steps;
+}
+
+void Replace(const std::string& folder, const LoaderStep& step) {
+    const auto place = PlaceOf(folder, step);
+    if (std::rename(WaitingFor(folder, step).c_str(), place.c_str()) != 0)
         ThrowSystemError(errno, "replacing", TextOfPath(place));
 }
 
-void Delete(const std::string& folder, const std::string& name) {
-    const auto place = RealPathBelow(PathAsItStands(folder), name, PathKind::File);
-    if (!StatusOfLink(place))
-        return;
-    DeleteFile(TextOfPath(place));
+void Delete(const std::string& folder, const LoaderStep& step) {
+    const auto place = PlaceOf(folder, step);
+    if (StatusOfLink(place))
+        DeleteFile(TextOfPath(place));
 }
 
-void CarryOut(const std::string& folder, const std::vector<LoaderStep>& steps) {
-    for (const LoaderStep& step : steps) {
-        if (step.What == LoaderStep::Kind::Replace)
-            Replace(folder, step.Name);
-        else
-            Delete(folder, step.Name);
+class Finish {
+public:
+    explicit Finish(const std::string& folder)
+        : folder_(folder), list_(folder + LoaderListName), log_(folder, clock_),
+          kept_(folder) {}
+
+    bool Run() {
+        if (!kept_.SetAside().empty())
+            log_.Write(kept_.SetAside());
+        try {
+            CarryOut(StepsOf(folder_, list_));
+            DeleteFile(list_);
+            if (kept_.Any())
+                kept_.LetGo();
+            log_.Write("The loader has finished the update");
+            return false;
+        } catch (const RuntimeError& error) {
+            log_.Write(std::string("The loader could not finish the update. ") +
+                       error.what());
+        }
+        return GoBack();
     }
-    if (!FlushFolder(PathAsItStands(folder)))
-        ThrowSystemError(errno, "flushing the folder", folder);
-}
+
+private:
+    void CarryOut(const std::vector<LoaderStep>& steps) {
+        for (const LoaderStep& step : steps) {
+            begun_ = true;
+            if (step.What == LoaderStep::Kind::Replace)
+                Replace(folder_, step);
+            else
+                Delete(folder_, step);
+        }
+        if (!FlushFolder(PathAsItStands(folder_)))
+            ThrowSystemError(errno, "flushing the folder", folder_);
+    }
+
+    bool GoBack() {
+        if (kept_.Any()) {
+            kept_.PutBack();
+            log_.Write("The files are the old ones");
+            return true;
+        }
+        DeleteFile(list_);
+        log_.Write(begun_ ? "No old files were kept; what was done so far stays"
+                          : "Nothing was changed");
+        return false;
+    }
+
+    SystemClock clock_;
+    std::string folder_;
+    std::string list_;
+    UpdateLog log_;
+    KeptFiles kept_;
+    bool begun_ = false;
+};
 
 } // namespace
 
@@ -71,35 +146,16 @@ std::vector<LoaderStep> ReadLoaderList(std::string_view text) {
     return steps;
 }
 
-void FinishUpdate(const std::string& programFolder) {
+bool FinishUpdate(const std::string& programFolder) {
     const std::string folder = WithTrailingSlash(programFolder);
-    const std::string list = folder + LoaderListName;
-    const SystemClock clock;
     try {
-        if (!IsPlainFile(PathAsItStands(list)))
-            return;
-        KeptFiles kept(folder);
-        try {
-            const FileBytes bytes = ReadWholeFile(list, LongestList);
-            CarryOut(folder, ReadLoaderList({reinterpret_cast<const char*>(bytes.data()),
-                                             bytes.size()}));
-            DeleteFile(list);
-            if (kept.Any())
-                kept.LetGo();
-            UpdateLog(folder, clock).Write("The loader has finished the update");
-        } catch (const RuntimeError& error) {
-            UpdateLog log(folder, clock);
-            log.Write(std::string("The loader could not finish the update. ") +
-                      error.what());
-            if (kept.Any())
-                kept.PutBack();
-            else
-                DeleteFile(list);
-            log.Write("The files are the old ones");
-        }
+        return IsPlainFile(PathAsItStands(folder + LoaderListName)) &&
+               Finish(folder).Run();
     } catch (const RuntimeError& error) {
+        const SystemClock clock;
         UpdateLog(folder, clock)
             .Write(std::string("The loader had to leave the update. ") + error.what());
+        return false;
     }
 }
 

@@ -23,8 +23,10 @@ std::vector<LoaderStep> ReadLoaderList(std::string_view text);
 
 // Carries out the Loader.lst of the folder, where there is one, and takes it away. Either
 // all of it is done, and what was kept of the old files (KeptFiles) is let go of; or,
-// when anything fails, what was kept is put back. Each outcome is a line of Update.log.
-// Nothing outside of the folder is touched; nothing is thrown.
-void FinishUpdate(const std::string& programFolder);
+// when anything fails, what was kept is put back. The list and all that it names must
+// belong to this user (BelongsHere), which is looked at before anything is changed. Each
+// outcome is a line of Update.log. Nothing outside of the folder is touched; nothing is
+// thrown. True when the files are the old ones again.
+bool FinishUpdate(const std::string& programFolder);
 
 } // namespace vardenix

@@ -1,6 +1,7 @@
 // Loader: finishes an update once the program that began it has ended, and starts the
 // program again, with the arguments that it was given itself.
 #include "files/OwnFolders.h"
+#include "loader/InterruptedUpdate.h"
 #include "loader/LoaderList.h"
 #include "platform/Processes.h"
 #include "texts/RuntimeError.h"
@@ -41,7 +42,8 @@ int Load(int count, char** arguments) {
     SystemProcesses processes;
     const std::string folder = ProgramFolder();
     WaitForProgram(processes, folder);
-    FinishUpdate(folder);
+    if (FinishUpdate(folder))
+        LeaveNotice();
     std::string line = QuotedWord(folder + "/vardenix");
     for (int i = 1; i < count; ++i)
         line += " " + QuotedWord(arguments[i]);

@@ -9,13 +9,13 @@ namespace vardenix {
 
 namespace {
 
-constexpr double FeetPerPost = 3280.84;
+constexpr double TileFeet = 3280.84;
 // A pen three pixels wide round a cell, and its corner.
 constexpr int32_t GridReach = 4;
 
-// Beyond the side of a tile that spans 0 to FeetPerPost, as parts of that.
+// Beyond the side of a tile that spans 0 to TileFeet, as parts of that.
 double Beyond(double low, double high) {
-    const double most = std::max(-low, high - FeetPerPost) / FeetPerPost;
+    const double most = std::max(-low, high - TileFeet) / TileFeet;
     return std::isfinite(most) ? std::max(most, 0.0) : 0;
 }
 

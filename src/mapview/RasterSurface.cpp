@@ -9,7 +9,7 @@ namespace vardenix {
 
 namespace {
 
-PixelBox BoxOf(const PixelRect& rect) {
+PixelBox PixelBoxOf(const PixelRect& rect) {
     return {rect.Left, rect.Top, rect.Left + rect.Width, rect.Top + rect.Height};
 }
 
@@ -61,7 +61,7 @@ bool RasterSurface::PaintTile(TilePictures& pictures, TilePictureId id,
         if (ready.Cell != nullptr) {
             Draw({.What = ready.Use == TileUse::Day ? DrawingStep::Kind::Copy
                                                     : DrawingStep::Kind::CopyOpaque,
-                  .Box = BoxOf(cell),
+                  .Box = PixelBoxOf(cell),
                   .X = cell.Left,
                   .Y = cell.Top,
                   .Pixels = ready.Cell});
@@ -89,7 +89,7 @@ void RasterSurface::BlendColor(const PixelRect& rect, uint32_t color, uint8_t al
     Draw({.What = DrawingStep::Kind::Blend,
           .Alpha = alpha,
           .Color = OpaquePixel(color),
-          .Box = BoxOf(rect)});
+          .Box = PixelBoxOf(rect)});
 }
 
 void RasterSurface::AdjustBrightness(double percent) {

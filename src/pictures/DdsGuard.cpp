@@ -8,13 +8,13 @@ namespace {
 // Offsets in the file.
 constexpr size_t HeaderSizeAt = 4;
 constexpr size_t FlagsAt = 8;
-constexpr size_t HeightAt = 12;
-constexpr size_t WidthAt = 16;
+constexpr size_t DdsHeightAt = 12;
+constexpr size_t DdsWidthAt = 16;
 constexpr size_t PitchAt = 20;
 constexpr size_t PixelFormatSizeAt = 76;
 constexpr size_t PixelFormatFlagsAt = 80;
 constexpr size_t CodeAt = 84;
-constexpr size_t BitsAt = 88;
+constexpr size_t DdsBitsAt = 88;
 
 constexpr uint32_t HasPitch = 8;
 constexpr uint32_t HasAlpha = 1;
@@ -48,15 +48,15 @@ uint64_t ReadyBlocks(FileBytes& bytes, uint32_t width, uint32_t height,
     const uint32_t across = (width + 3) / 4;
     const uint32_t down = (height + 3) / 4;
     Put32(bytes, PixelFormatFlagsAt, HasCode);
-    Put32(bytes, WidthAt, across * 4);
-    Put32(bytes, HeightAt, down * 4);
+    Put32(bytes, DdsWidthAt, across * 4);
+    Put32(bytes, DdsHeightAt, down * 4);
     return blockBytes * across * down;
 }
 
 // A row length shorter than a row is taken for one that somebody forgot to fill in.
 uint64_t ReadyRows(FileBytes& bytes, uint32_t width, uint32_t height,
                    std::string_view path) {
-    const uint32_t bits = Little32(bytes, BitsAt);
+    const uint32_t bits = Little32(bytes, DdsBitsAt);
     if (bits != 24 && bits != 32)
         Refuse(path, "24 or 32 bits a pixel expected, found " + std::to_string(bits));
     const uint32_t row = width * bits / 8;
@@ -84,7 +84,7 @@ Sides CheckHeader(const FileBytes& bytes, uint64_t length, std::string_view path
         Refuse(path, "header sizes 124 and 32 expected, found " +
                          std::to_string(Little32(bytes, HeaderSizeAt)) + " and " +
                          std::to_string(Little32(bytes, PixelFormatSizeAt)));
-    const Sides sides{Little32(bytes, WidthAt), Little32(bytes, HeightAt)};
+    const Sides sides{Little32(bytes, DdsWidthAt), Little32(bytes, DdsHeightAt)};
     CheckSides(sides.Width, sides.Height, path);
     return sides;
 }

@@ -29,10 +29,6 @@ struct CloseMemory {
 };
 using Memory = std::unique_ptr<FIMEMORY, CloseMemory>;
 
-FREE_IMAGE_FORMAT LibraryFormat(PictureFormat format) {
-    return static_cast<FREE_IMAGE_FORMAT>(format);
-}
-
 // The part of a file's name behind its last dot is one of a comma-separated list.
 bool HasExtensionOf(std::string_view path, std::string_view list) {
     const std::string name = AfterLastSlash(path);

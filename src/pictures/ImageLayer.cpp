@@ -13,10 +13,6 @@ namespace {
 
 constexpr uint8_t NightThreshold = 127;
 
-FREE_IMAGE_FORMAT LibraryFormat(PictureFormat format) {
-    return static_cast<FREE_IMAGE_FORMAT>(format);
-}
-
 uint8_t Part(uint32_t color, int shift) {
     return static_cast<uint8_t>(color >> shift & 255);
 }

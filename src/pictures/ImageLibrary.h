@@ -1,5 +1,7 @@
 #pragma once
 
+#include "pictures/PictureFormat.h"
+
 #include <FreeImage.h>
 
 namespace vardenix {
@@ -49,5 +51,9 @@ struct ImageFunctions {
 };
 const ImageFunctions& ImageLibrary();
 bool ImageLibraryIsOpen();
+
+constexpr FREE_IMAGE_FORMAT LibraryFormat(PictureFormat format) {
+    return static_cast<FREE_IMAGE_FORMAT>(format);
+}
 
 } // namespace vardenix

@@ -7,12 +7,12 @@
 namespace vardenix::guard {
 namespace {
 
-constexpr size_t HeaderLength = 18;
+constexpr size_t TargaHeaderLength = 18;
 // The library looks for a footer in the last 26 bytes and follows its offsets; after
 // these there is none.
 constexpr size_t NoFooter = 26;
 
-struct Header {
+struct TargaHeader {
     uint32_t NoteLength = 0;
     uint32_t Kind = 0; // 1 palette, 2 colours, 3 greys
     bool Packed = false;
@@ -22,12 +22,12 @@ struct Header {
     uint32_t Height = 0;
     uint32_t PixelBytes = 0;
 
-    uint64_t MapBegin() const { return HeaderLength + NoteLength; }
+    uint64_t MapBegin() const { return TargaHeaderLength + NoteLength; }
     uint64_t PixelsBegin() const { return MapBegin() + MapLength; }
     uint64_t PixelsLength() const { return uint64_t{Width} * Height * PixelBytes; }
 };
 
-void TakeMap(Header& header, const FileBytes& bytes, std::string_view path) {
+void TakeMap(TargaHeader& header, const FileBytes& bytes, std::string_view path) {
     const uint32_t mapKind = ByteAt(bytes, 1);
     if (mapKind > 1)
         Refuse(path, "not a Targa file");
@@ -44,9 +44,9 @@ void TakeMap(Header& header, const FileBytes& bytes, std::string_view path) {
         Refuse(path, "a palette of at most 256 colours expected");
 }
 
-Header TakeHeader(const FileBytes& bytes, std::string_view path) {
-    CheckLength(bytes.size(), HeaderLength, path);
-    Header header;
+TargaHeader TakeTargaHeader(const FileBytes& bytes, std::string_view path) {
+    CheckLength(bytes.size(), TargaHeaderLength, path);
+    TargaHeader header;
     header.NoteLength = ByteAt(bytes, 0);
     const uint32_t kind = ByteAt(bytes, 2);
     header.Packed = (kind & 8) != 0;
@@ -70,7 +70,7 @@ Header TakeHeader(const FileBytes& bytes, std::string_view path) {
 // Walks the packets; a packet's first byte holds its count less 1, and the top bit says
 // that one pixel is repeated. Packets may run from row to row. False when the file ends
 // before the picture does. `to` may be null, to look only.
-bool Unpack(const FileBytes& bytes, const Header& header, std::byte* to) {
+bool Unpack(const FileBytes& bytes, const TargaHeader& header, std::byte* to) {
     uint64_t at = header.PixelsBegin();
     uint64_t left = uint64_t{header.Width} * header.Height;
     while (left > 0) {
@@ -95,19 +95,19 @@ bool Unpack(const FileBytes& bytes, const Header& header, std::byte* to) {
 
 // The library sizes its buffer for packed rows by the file's bytes per row and reads past
 // it where rows pack too well; unpacked pictures have no such buffer.
-FileBytes Rebuild(const FileBytes& bytes, const Header& header) {
+FileBytes Rebuild(const FileBytes& bytes, const TargaHeader& header) {
     const bool keepMap = header.Kind == 1;
     const auto mapLength = static_cast<size_t>(keepMap ? header.MapLength : 0);
     const auto pixels = static_cast<size_t>(header.PixelsLength());
-    FileBytes result(HeaderLength + mapLength + pixels + NoFooter);
+    FileBytes result(TargaHeaderLength + mapLength + pixels + NoFooter);
     std::byte* to = result.data();
-    std::memcpy(to, bytes.data(), HeaderLength);
+    std::memcpy(to, bytes.data(), TargaHeaderLength);
     to[0] = std::byte{0};
     to[1] = static_cast<std::byte>(keepMap);
     to[2] = static_cast<std::byte>(header.Kind);
     if (!keepMap)
         std::memset(to + 3, 0, 5);
-    to += HeaderLength;
+    to += TargaHeaderLength;
     std::memcpy(to, bytes.data() + header.MapBegin(), mapLength);
     to += mapLength;
     if (header.Packed)
@@ -121,7 +121,7 @@ FileBytes Rebuild(const FileBytes& bytes, const Header& header) {
 } // namespace
 
 GuardedPicture GuardTarga(FileBytes bytes, std::string_view path) {
-    const Header header = TakeHeader(bytes, path);
+    const TargaHeader header = TakeTargaHeader(bytes, path);
     if (!header.Packed)
         CheckLength(bytes.size(), header.PixelsBegin() + header.PixelsLength(), path);
     else if (!Unpack(bytes, header, nullptr))

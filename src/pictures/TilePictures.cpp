@@ -71,7 +71,7 @@ Raster CellOf(Raster stretched, TileUse use) {
     return masked ? BitmapToPicture(masked) : Raster();
 }
 
-Raster Stretched(const Bitmap& bitmap, int32_t width, int32_t height) {
+Raster StretchedTo(const Bitmap& bitmap, int32_t width, int32_t height) {
     Raster raster(width, height);
     ImagePaintDC(raster.View(), bitmap, WholeInto(bitmap, {0, 0, width, height}));
     return raster;
@@ -283,7 +283,7 @@ TilePictures::Cell* TilePictures::MakeCell(TilePictureId id, const PixelRect& si
     if (!Decode(id))
         return nullptr;
     Raster pixels =
-        CellOf(Stretched(picture.Decoded, size.Width, size.Height), picture.Use);
+        CellOf(StretchedTo(picture.Decoded, size.Width, size.Height), picture.Use);
     return pixels.Width() == 0 ? nullptr : KeepCell(id, std::move(pixels));
 }
 

@@ -8,7 +8,7 @@
 namespace vardenix {
 
 enum class BoxIcon { None, Information, Question, Warning, Critical };
-enum class BoxButtons { Ok, YesNo, YesNoCancel, ContinueEnd };
+enum class BoxButtons { Ok, YesNo, YesUnlessNo, YesNoCancel, ContinueEnd };
 enum class BoxAnswer { Ok, Yes, No, Cancel, Continue, End };
 
 struct FileQuestion {
@@ -45,8 +45,9 @@ public:
     Dialogs& operator=(const Dialogs&) = delete;
     virtual ~Dialogs() = default;
 
-    // An empty title shows the program's name. In a box with Yes and No only, Enter and
-    // the close box mean No.
+    // An empty title shows the program's name. In a box with Yes and No only, Enter, Esc
+    // and the close box mean No; with YesUnlessNo, where it is No that loses something,
+    // they mean Yes.
     virtual BoxAnswer MessageBox(const std::string& text, const std::string& title,
                                  BoxIcon icon, BoxButtons buttons) = 0;
     // An existing file.

@@ -2,7 +2,6 @@
 
 #include "files/FileNames.h"
 #include "files/ReadableFile.h"
-#include "files/StagedFile.h"
 #include "loader/UpdateLog.h"
 #include "platform/Dialogs.h"
 #include "platform/Processes.h"
@@ -10,12 +9,15 @@
 #include "texts/RuntimeError.h"
 #include "updater/MD5Hash.h"
 #include "updater/MinorUpdate.h"
+#include "updater/SignedRelease.h"
 #include "updater/UpdateArchive.h"
 #include "updater/UpdateList.h"
 #include "updater/UpdateSignature.h"
+#include "updater/UsersFiles.h"
 #include "updater/VersionCheck.h"
 
 #include <sys/stat.h>
+#include <utility>
 
 namespace vardenix {
 
@@ -37,7 +39,7 @@ public:
         : archiveName_(archiveName), setting_(setting),
           log_(setting.Folders.AppPath, setting.System.Clock) {}
 
-    void Apply() {
+    std::optional<KeptFiles> Apply() {
         try {
             ApplyAll();
         } catch (const Aborted& aborted) {
@@ -53,6 +55,7 @@ public:
                        "with description: " + error.Description());
             Tell(TrapText(error), "Error...");
         }
+        return std::move(kept_);
     }
 
 private:
@@ -107,6 +110,8 @@ private:
             ReadUpdateList({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
         if (const std::string why = WhyListRefused(entries_); !why.empty())
             throw RefusedUpdate(why);
+        if (!setting_.Key.empty())
+            RequireNewRelease();
         log_.Write("Read " + std::to_string(entries_.size()) +
                    " entries from file list.");
     }
@@ -118,6 +123,13 @@ private:
         const FileBytes signature = ReadWholeFile(name, LongestSignature);
         if (!IsSignedBy(setting_.Key, list.Span(), signature.Span()))
             throw RefusedUpdate("The signature of update.lst is not the distributor's.");
+    }
+
+    void RequireNewRelease() const {
+        if (const std::string why =
+                WhyReleaseRefused(entries_, setting_.Offer.UpdateType, ProgramVersion());
+            !why.empty())
+            throw RefusedUpdate(why);
     }
 
     void Validate() {
@@ -140,8 +152,8 @@ private:
             [this](const std::string& path) { setting_.End.ShowText(path); }, log_);
         if (!FileExists(loader) && !update.Files.contains(LoaderName))
             throw RuntimeError(ErrorNumber::FileNotFound, ShownPath(loader));
-        CarryOut(update, setting_.Offer.UpdateVersion, setting_.Folders,
-                 setting_.System.Registry, log_);
+        kept_ = CarryOut(update, setting_.Offer.UpdateVersion, setting_.Folders,
+                         setting_.System.Registry, log_);
         log_.Write("Minor Update detected, Closing and starting with the loader.");
         log_.Close();
         setting_.System.Dialogs.Notice("Minor update is finished. Program will restart.",
@@ -164,7 +176,7 @@ private:
             throw RefusedUpdate("The first file of its list is no installer.");
         log_.Write("Major Update detected, Closing");
         log_.Close();
-        SaveUsersFiles();
+        SaveUsersFiles(setting_.Folders.AppPath, setting_.System.Dialogs);
         const std::string installer =
             TextOfPath(RealPath(InTemp(entries_.front().FileName), PathKind::File));
         if (::chmod(installer.c_str(), S_IRWXU) != 0)
@@ -172,42 +184,18 @@ private:
         setting_.End.ExitProgram(installer);
     }
 
-    void SaveUsersFiles() const {
-        Dialogs& dialogs = setting_.System.Dialogs;
-        const std::string folder = ShownPath(setting_.Folders.AppPath);
-        if (dialogs.MessageBox("All files in the folder " + folder +
-                                   " are going to be deleted.\nDo you want to back up "
-                                   "your files, VX.ini "
-                                   "and Update.log, before?",
-                               "Attention", BoxIcon::Warning,
-                               BoxButtons::YesNo) != BoxAnswer::Yes)
-            return;
-        const auto chosen = dialogs.Folder("Select folder to save files.");
-        if (!chosen || chosen->empty())
-            return;
-        for (const char* name : {"VX.ini", "Update.log"})
-            SaveOne(setting_.Folders.AppPath + name, WithTrailingSlash(*chosen) + name);
-    }
-
-    static void SaveOne(const std::string& from, const std::string& to) {
-        if (!FileExists(from) || SameFile(from, to))
-            return;
-        const ReadableFile source(from);
-        StagedFile target(to);
-        target.WriteRestOf(source, 0);
-        target.Commit();
-    }
-
     std::string archiveName_;
     const UpdateSetting& setting_;
     UpdateLog log_;
     std::vector<UpdateListEntry> entries_;
+    std::optional<KeptFiles> kept_;
 };
 
 } // namespace
 
-void ApplyUpdate(const std::string& archiveName, const UpdateSetting& setting) {
-    Run(archiveName, setting).Apply();
+std::optional<KeptFiles> ApplyUpdate(const std::string& archiveName,
+                                     const UpdateSetting& setting) {
+    return Run(archiveName, setting).Apply();
 }
 
 } // namespace vardenix

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "files/KeptFiles.h"
 #include "platform/Platform.h"
 #include "program/ProgramState.h"
 #include "updater/UpdateOffer.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +33,8 @@ struct UpdateSetting {
     const Platform& System;
     const UpdateOffer& Offer;
     UpdateEnd& End;
-    // What update.lst must be signed with (UpdateSignature.h); empty for no signature.
+    // What update.lst must be signed with (UpdateSignature.h), and then also say of
+    // itself (SignedRelease.h); empty for no signature.
     std::string_view Key;
     // Those that the program was started with; it is started again with the same.
     std::vector<std::string> Arguments;
@@ -40,7 +43,9 @@ struct UpdateSetting {
 // Applies the archive of UpdateTempFolder as Offer.UpdateType says: single files and a
 // restart through the loader, or an installer. Everything is checked before anything is
 // changed, and each step is a line of Update.log. All that goes wrong is told; nothing is
-// thrown.
-void ApplyUpdate(const std::string& archiveName, const UpdateSetting& setting);
+// thrown. As long as what is given back is held, no other program takes an update that
+// waits for the loader for one that was interrupted: hold it until the program ends.
+[[nodiscard]] std::optional<KeptFiles> ApplyUpdate(const std::string& archiveName,
+                                                   const UpdateSetting& setting);
 
 } // namespace vardenix

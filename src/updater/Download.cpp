@@ -15,19 +15,13 @@ namespace vardenix {
 
 namespace {
 
-constexpr std::string_view HeaderEnd = "\r\n\r\n";
 constexpr int NotFoundNumber = 1;
 
-[[noreturn]] void NotStarted(const std::string& why) {
-    throw RuntimeError(ErrorNumber::DeviceIo, "Error starting download.", why);
+RuntimeError NotStarted(const std::string& why) {
+    return {ErrorNumber::DeviceIo, "Error starting download.", why};
 }
 
-std::string FirstLine(std::string_view text) {
-    std::string line(text.substr(0, std::min<size_t>(text.find("\r\n"), 80)));
-    std::ranges::replace_if(
-        line, [](unsigned char letter) { return letter < ' ' || letter > '~'; }, '?');
-    return line;
-}
+constexpr const char* NoLength = "The server does not say how long the file is.";
 
 } // namespace
 
@@ -110,17 +104,24 @@ void Download::TcpData(std::string_view bytes) {
             TakeFile(bytes);
     } catch (const RuntimeError& error) {
         Close();
-        std::string text = error.Description();
-        if (!error.Detail().empty())
-            text += "\n" + error.Detail();
-        events_.Error(error.NumberValue(), text, "Download");
+        Fail(error);
     }
+}
+
+void Download::Fail(const RuntimeError& error) {
+    std::string text = error.Description();
+    if (!error.Detail().empty())
+        text += "\n" + error.Detail();
+    events_.Error(error.NumberValue(), text, "Download");
 }
 
 void Download::TcpClosed() {
     const bool cut = mode_ == Mode::Download;
+    const bool withoutLength = IsBegun() && fileLength_ < 1;
     Close();
-    if (cut)
+    if (withoutLength)
+        Fail(NotStarted(NoLength));
+    else if (cut)
         events_.BrokenOff();
 }
 
@@ -161,17 +162,17 @@ void Download::TakeFile(std::string_view chunk) {
 // The chunk behind the header.
 std::string_view Download::TakeHeader(std::string_view chunk) {
     if (const std::string why = WhyNotTaken(chunk); !why.empty())
-        NotStarted(why + ".");
+        throw NotStarted(why + ".");
     if (!IsGoodReply(chunk))
-        NotStarted("The server answers: " + FirstLine(chunk));
+        throw NotStarted(IsBegun() ? NoLength : WhatIsAnswered(chunk));
     const size_t end = chunk.find(HeaderEnd);
     if (end == std::string_view::npos)
-        NotStarted("The header of the server's reply is cut.");
+        throw NotStarted("The header of the server's reply is cut.");
     OpenLocalFile();
     const int32_t length = ContentLength(chunk.substr(0, end + 2));
     if (length > LargestDownload)
-        NotStarted("The server announces " + std::to_string(length) +
-                   " bytes, more than an update may have.");
+        throw NotStarted("The server announces " + std::to_string(length) +
+                         " bytes, more than an update may have.");
     fileLength_ = length;
     events_.FileInfoRetrieved();
     events_.DownloadStarted();
@@ -181,7 +182,7 @@ std::string_view Download::TakeHeader(std::string_view chunk) {
 void Download::OpenLocalFile() {
     const std::string name = FileName();
     if (const std::string why = WhyNotPlain(name); !why.empty())
-        NotStarted("The file's name " + why + ".");
+        throw NotStarted("The file's name " + why + ".");
     const std::string path = localPath_ + name;
     if (FileExists(path))
         DeleteFile(path);

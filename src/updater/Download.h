@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/SystemFile.h"
+#include "texts/RuntimeError.h"
 #include "updater/TcpClient.h"
 
 #include <cstdint>
@@ -95,6 +96,9 @@ private:
     void TakeInformation(std::string_view chunk);
     void TakeFile(std::string_view chunk);
     std::string_view TakeHeader(std::string_view chunk);
+    // The server's header has been taken, and the file is not whole yet.
+    bool IsBegun() const { return file_.IsOpen(); }
+    void Fail(const RuntimeError& error);
     void OpenLocalFile();
     void Append(std::string_view bytes);
     void Close();

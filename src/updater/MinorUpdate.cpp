@@ -3,7 +3,6 @@
 #include "files/CopyFile.h"
 #include "files/FileNames.h"
 #include "files/FileStatus.h"
-#include "files/KeptFiles.h"
 #include "files/StagedFile.h"
 #include "loader/LoaderList.h"
 #include "platform/Dialogs.h"
@@ -95,24 +94,24 @@ private:
             TextOfPath(RealPath(folders_.UpdateTempFolder + fileName, PathKind::File));
         if (!IsInUse(name)) {
             Update.Files[name] = source;
-            log_.Write("Copied file " + folders_.AppPath + fileName);
+            Update.Done.push_back("Copied file " + folders_.AppPath + fileName);
             return;
         }
         Update.Files[name + "$"] = source;
         Defer(name + "$");
-        log_.Write(fileName + " file was added for later rename.");
+        Update.Done.push_back(fileName + " file was added for later rename.");
     }
 
     void Delete(const UpdateListEntry& entry) {
         const std::string name = RealName(entry.Param);
         if (IsThere(name)) {
             Update.Files[name].clear();
-            log_.Write("File deleted " + folders_.AppPath + entry.FileName);
+            Update.Done.push_back("File deleted " + folders_.AppPath + entry.FileName);
             return;
         }
         // Loaders have always got a line without a name here.
         Defer(entry.FileName + "*");
-        log_.Write(entry.FileName + " file was added for later delete.");
+        Update.Done.push_back(entry.FileName + " file was added for later delete.");
     }
 
     void Defer(const std::string& line) {
@@ -200,10 +199,14 @@ MinorUpdate PlanMinorUpdate(const std::vector<UpdateListEntry>& entries,
     return std::move(planner.Update);
 }
 
-void CarryOut(const MinorUpdate& update, const std::string& updateVersion,
-              const ProgramFolders& folders, Registry& registry, UpdateLog& log) {
+std::optional<KeptFiles> CarryOut(const MinorUpdate& update,
+                                  const std::string& updateVersion,
+                                  const ProgramFolders& folders, Registry& registry,
+                                  UpdateLog& log) {
     const fs::path folder = PathAsItStands(folders.AppPath);
     KeptFiles kept(folders.AppPath);
+    if (!kept.SetAside().empty())
+        log.Write(kept.SetAside());
     kept.Keep(NamesTouchedBy(update));
     try {
         for (const auto& [name, source] : update.Files) {
@@ -212,13 +215,15 @@ void CarryOut(const MinorUpdate& update, const std::string& updateVersion,
             else
                 Place(source, folder / name, PathAsItStands(kept.Scratch()));
         }
+        for (const std::string& line : update.Done)
+            log.Write(line);
         const std::string version = WithoutFirst(updateVersion);
         registry.WriteText(ProgramKey, "Version", version);
         log.Write(std::string("Registry key HKEY_LOCAL_MACHINE\\") + ProgramKey +
                   "\\Version set to " + version);
         if (update.Deferred.empty()) {
             kept.LetGo();
-            return;
+            return std::nullopt;
         }
         log.Write("Files are marked for deletion/rename. Writing them down for the "
                   "loader");
@@ -226,8 +231,10 @@ void CarryOut(const MinorUpdate& update, const std::string& updateVersion,
         for (const std::string& line : update.Deferred)
             list.WriteText(line + "\r\n");
         list.Commit();
+        return kept;
     } catch (...) {
         kept.PutBack();
+        log.Write("The files are the old ones");
         throw;
     }
 }

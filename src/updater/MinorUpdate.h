@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/KeptFiles.h"
 #include "loader/UpdateLog.h"
 #include "platform/Platform.h"
 #include "program/ProgramState.h"
@@ -7,6 +8,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +25,8 @@ struct MinorUpdate {
     std::map<std::string, std::string> Files;
     // The lines of Loader.lst.
     std::vector<std::string> Deferred;
+    // What Update.log says of it once it is done, in the list's order.
+    std::vector<std::string> Done;
 };
 
 // Goes through the list: asks, tells and shows what it says, and notes what is to be
@@ -35,9 +39,13 @@ MinorUpdate PlanMinorUpdate(const std::vector<UpdateListEntry>& entries,
                             UpdateLog& log);
 
 // Carries it out, with the version in the registry, and writes Loader.lst when something
-// is left for the loader: then the old files are kept until that has finished. All or
-// nothing: when it throws, the folder is what it was.
-void CarryOut(const MinorUpdate& update, const std::string& updateVersion,
-              const ProgramFolders& folders, Registry& registry, UpdateLog& log);
+// is left for the loader: then the old files are kept until that has finished, and what
+// is given back keeps other programs from putting them back; it is to be held until this
+// program ends. Nothing is given back when all is done. All or nothing: when it throws,
+// the folder is what it was.
+[[nodiscard]] std::optional<KeptFiles> CarryOut(const MinorUpdate& update,
+                                                const std::string& updateVersion,
+                                                const ProgramFolders& folders,
+                                                Registry& registry, UpdateLog& log);
 
 } // namespace vardenix

@@ -8,7 +8,8 @@ namespace vardenix {
 
 namespace {
 
-constexpr std::string_view HeaderEnd = "\r\n\r\n";
+constexpr std::string_view Protocol = "HTTP/";
+constexpr size_t LongestLine = 80; // that a message shows
 
 char Lower(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a')
@@ -18,7 +19,7 @@ char Lower(char letter) {
 bool SameAnyCase(char a, char b) { return Lower(a) == Lower(b); }
 
 // The code of a status line, 0 when there is none: "HTTP/1.1 302 Found".
-int StatusOf(std::string_view header) {
+int StatusIn(std::string_view header) {
     const size_t blank = header.find(' ');
     if (blank == std::string_view::npos || header.size() < blank + 4)
         return 0;
@@ -40,6 +41,10 @@ std::string_view ValueOf(std::string_view header, const std::string& name) {
     return TrimBlanks(rest.substr(0, rest.find("\r\n")));
 }
 
+bool HasWholeHeader(std::string_view reply) {
+    return reply.starts_with(Protocol) && reply.find(HeaderEnd) != std::string_view::npos;
+}
+
 bool IsPlain(std::string_view coding) {
     return coding.empty() || UpperCase(coding) == "IDENTITY";
 }
@@ -59,16 +64,29 @@ std::string_view HeaderOf(std::string_view reply) {
 }
 
 std::string WhyNotTaken(std::string_view reply) {
-    if (!reply.starts_with("HTTP/") || reply.find(HeaderEnd) == std::string_view::npos)
+    if (!HasWholeHeader(reply))
         return {};
     const std::string_view header = HeaderOf(reply);
-    if (const int status = StatusOf(header); status >= 300 && status < 400)
+    if (const int status = StatusIn(header); status >= 300 && status < 400)
         return "The server sends on to another address, which is not followed";
     if (!IsPlain(ValueOf(header, "Transfer-Encoding")))
         return "The server sends its reply in chunks, which are not read";
     if (!IsPlain(ValueOf(header, "Content-Encoding")))
         return "The server compresses its reply, which is not read";
     return {};
+}
+
+int StatusOf(std::string_view reply) {
+    return HasWholeHeader(reply) ? StatusIn(HeaderOf(reply)) : 0;
+}
+
+std::string WhatIsAnswered(std::string_view reply) {
+    if (!reply.starts_with(Protocol))
+        return "What it sends is no reply of a web server.";
+    std::string line(reply.substr(0, std::min(reply.find("\r\n"), LongestLine)));
+    std::ranges::replace_if(
+        line, [](unsigned char letter) { return letter < ' ' || letter > '~'; }, '?');
+    return "The server answers: " + line;
 }
 
 } // namespace vardenix

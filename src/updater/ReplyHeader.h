@@ -5,6 +5,9 @@
 
 namespace vardenix {
 
+// Behind the last line of a header.
+constexpr std::string_view HeaderEnd = "\r\n\r\n";
+
 // Where `part` begins in `text`, letters A to Z in either case; npos when nowhere.
 size_t FindAnyCase(std::string_view text, std::string_view part);
 
@@ -16,5 +19,13 @@ std::string_view HeaderOf(std::string_view reply);
 // a redirect is not followed, a chunked or compressed body is not read. What does not
 // begin like an HTTP reply has no header. Line ends are CR LF.
 std::string WhyNotTaken(std::string_view reply);
+
+// The status of a whole header: 404; 0 as long as it is not whole or has none.
+int StatusOf(std::string_view reply);
+
+// What the server says in its first line, as a sentence, for a reply that was not
+// expected: at most 80 letters of it, "?" for those that a message cannot show. Whatever
+// does not begin like an HTTP reply is told without a letter of it.
+std::string WhatIsAnswered(std::string_view reply);
 
 } // namespace vardenix

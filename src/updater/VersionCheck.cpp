@@ -6,11 +6,14 @@
 #include "program/ProgramVersion.h"
 #include "texts/Cutting.h"
 #include "texts/Numbers.h"
+#include "updater/ReplyHeader.h"
 
 namespace vardenix {
 
 namespace {
 
+constexpr int FirstGood = 200; // what HTTP calls a success
+constexpr int LastGood = 299;
 constexpr const char* MakersAddress = "support@vardenix.example";
 
 std::string VersionQuery() {
@@ -126,8 +129,12 @@ void VersionCheck::TcpData(std::string_view bytes) {
 void VersionCheck::TcpClosed() {
     const bool cut = waitingForReply_;
     Stop();
-    if (cut)
-        view_.ShowCheck("Connection Error");
+    if (!cut)
+        return;
+    const std::string reply = WithCrLf(received_);
+    const int status = StatusOf(reply);
+    const bool refused = status != 0 && (status < FirstGood || status > LastGood);
+    view_.ShowCheck(refused ? WhatIsAnswered(reply) : "Connection Error");
 }
 
 void VersionCheck::TcpError(int, const std::string&, const std::string&) {

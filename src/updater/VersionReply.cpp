@@ -29,7 +29,7 @@ std::optional<std::string_view> Between(std::string_view text, std::string_view 
     return rest.substr(0, end);
 }
 
-std::vector<std::string> FieldsOf(std::string_view body) {
+std::vector<std::string> FieldsOfBody(std::string_view body) {
     const std::string line = ReplaceAll(std::string(body), "\r\n", " ");
     std::string_view rest = TrimBlanks(line);
     std::vector<std::string> fields;
@@ -54,7 +54,7 @@ std::string FieldOrNone(const std::vector<std::string>& fields, size_t index) {
 }
 
 VersionReply ReadBody(std::string_view body) {
-    const std::vector<std::string> fields = FieldsOf(body);
+    const std::vector<std::string> fields = FieldsOfBody(body);
     const std::string_view command = TrimBlanks(fields[0]);
     if (command == "#Current")
         return {Answer::Current, {}, FieldOrNone(fields, 1), {}};

@@ -50,6 +50,8 @@ TEST(UpdateCommand, FailuresAreRunTimeErrors) {
          {std::pair{"HTTP/1.0 302 Found\r\n\r\n", "sends on to another address"},
           {"HTTP/1.0 404 Not Found\r\n\r\n<title>Not Found</title>",
            "Incorrect update page..."},
+          {"HTTP/1.0 404 Not Found\r\n\r\n<h1>Not Found</h1>",
+           "The server answers: HTTP/1.0 404 Not Found"},
           {"", "Connection Error"}}) {
         const HttpServer server{std::string(reply)};
         const ProgramResult result = CheckAt(server);

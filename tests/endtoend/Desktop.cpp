@@ -1,5 +1,6 @@
 #include "endtoend/Desktop.h"
 
+#include "endtoend/Waiting.h"
 #include "support/TestFolder.h"
 
 #include <algorithm>
@@ -34,8 +35,8 @@ std::string Quoted(const std::string& text) {
 } // namespace
 
 Child::Child(const std::vector<std::string>& command,
-             const std::map<std::string, std::string>& environment,
-             const std::string& log) {
+             std::map<std::string, std::string> environment, const std::string& log) {
+    environment.merge(MarkOfOurs());
     std::vector<std::string> variables;
     for (char** variable = environ; *variable != nullptr; ++variable) {
         const std::string text = *variable;
@@ -121,16 +122,8 @@ void Child::KillAfter(int milliseconds) {
     pid_ = 0;
 }
 
-bool WaitFor(const std::function<bool()>& condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        std::this_thread::sleep_until(std::chrono::steady_clock::now() +
-                                      std::chrono::milliseconds(20));
-    }
-    return true;
-}
+// The server and the window manager are nobody's work but the desktop's own.
+constexpr std::chrono::seconds DesktopPatience{120};
 
 Desktop::Desktop(std::string folder, int width, int height)
     : folder_(std::move(folder)), screen_{0, 0, width, height} {
@@ -140,23 +133,28 @@ Desktop::Desktop(std::string folder, int width, int height)
                      "exec Xvfb -displayfd 3 -noreset -screen 0 " +
                          std::to_string(width) + "x" + std::to_string(height) +
                          "x24 -nolisten tcp 3>" + Quoted(number)},
-                    {}, folder_ + "/Xvfb.log");
-    const bool up = WaitFor([&] {
-        std::ifstream file(number);
-        std::string line;
-        if (!std::getline(file, line) || file.eof())
-            return false;
-        display_ = ":" + line;
-        return true;
-    });
+                    NotOurs(), folder_ + "/Xvfb.log");
+    const bool up = WaitFor(
+        [&] {
+            std::ifstream file(number);
+            std::string line;
+            if (!std::getline(file, line) || file.eof())
+                return false;
+            display_ = ":" + line;
+            return true;
+        },
+        DesktopPatience);
     if (!up)
         throw std::runtime_error("no Xvfb");
-    manager_ = Child({"openbox"}, {{"DISPLAY", display_}, {"HOME", folder_}},
-                     folder_ + "/openbox.log");
-    if (!WaitFor([this] {
-            return Run({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"})
-                       .find("window id") != std::string::npos;
-        }))
+    std::map<std::string, std::string> environment = NotOurs();
+    environment.insert({{"DISPLAY", display_}, {"HOME", folder_}});
+    manager_ = Child({"openbox"}, environment, folder_ + "/openbox.log");
+    if (!WaitFor(
+            [this] {
+                return Run({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"})
+                           .find("window id") != std::string::npos;
+            },
+            DesktopPatience))
         throw std::runtime_error("no openbox");
 }
 
@@ -175,7 +173,7 @@ Child Desktop::StartEditor(const std::string& program,
 
 std::string Desktop::Run(const std::vector<std::string>& command) const {
     // A tool that waits for a window or a click that does not come is given up.
-    std::string line = "DISPLAY=" + Quoted(display_) + " timeout --kill-after=1 20";
+    std::string line = "DISPLAY=" + Quoted(display_) + " timeout --kill-after=1 60";
     for (const std::string& word : command)
         line += " " + Quoted(word);
     line += " 2>/dev/null";

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include "endtoend/Waiting.h"
+
 #include <map>
 #include <string>
 #include <sys/types.h>
@@ -15,7 +16,7 @@ public:
     Child() = default;
     // Output goes to the file `log`; `environment` is added to our own.
     Child(const std::vector<std::string>& command,
-          const std::map<std::string, std::string>& environment, const std::string& log);
+          std::map<std::string, std::string> environment, const std::string& log);
     Child(Child&& other) noexcept;
     Child& operator=(Child&& other) noexcept;
     ~Child();
@@ -33,9 +34,6 @@ private:
     pid_t pid_ = 0;
     int exitCode_ = -1;
 };
-
-// Polls until `condition` holds; false after 30 seconds.
-bool WaitFor(const std::function<bool()>& condition);
 
 // Pixels of the screen.
 struct Place {

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <atomic>
 #include <cctype>
+#include <csignal>
 #include <filesystem>
 #include <map>
 
@@ -137,6 +138,41 @@ TEST_F(UpdateEndToEnd, APatchIsAppliedAndTheNewProgramComesUp) {
     EXPECT_NE(log.find("The loader has finished the update"), std::string::npos);
 }
 
+// What runs is replaced by the loader, which never comes.
+TEST_F(UpdateEndToEnd, AKillAtTheLastBoxBringsTheOldProgramBackAndTellsIt) {
+    const std::string oldProgram = InProgram("vardenix");
+    const std::string picture = InProgram("NoTile.jpg");
+    Offer("#Patch", {{"vardenix", oldProgram + "new"}, {"NoTile.jpg", "new"}}, "");
+    Start();
+    desktop_.Key("y");
+    ASSERT_TRUE(Await("^Finished$"));
+    {
+        // A second start leaves the update alone as long as the first one runs.
+        const Child second = desktop_.StartEditor(folder_.File("program/vardenix"));
+        const std::string asked = "GET /v?";
+        ASSERT_TRUE(WaitFor([&] {
+            const std::string requests = server_.Requests();
+            return requests.rfind(asked) != requests.find(asked);
+        }));
+        EXPECT_EQ(InProgram("NoTile.jpg"), "new");
+        EXPECT_TRUE(fs::exists(folder_.File("program/vardenix$")));
+        second.Signal(SIGKILL);
+    }
+    program_.Signal(SIGKILL);
+    EXPECT_TRUE(WaitFor([&] { return !program_.Running(); }));
+    program_ = desktop_.StartEditor(folder_.File("program/vardenix"));
+    AnswerBox("^Vardenix$", "Return");
+    ASSERT_TRUE(Await(StartUp));
+    EXPECT_TRUE(InProgram("vardenix") == oldProgram);
+    EXPECT_TRUE(InProgram("NoTile.jpg") == picture);
+    for (const char* name : {"vardenix$", "Loader.lst", "UpdateKept"})
+        EXPECT_FALSE(fs::exists(folder_.File(std::string("program/") + name))) << name;
+    const std::string log = InProgram("Update.log");
+    EXPECT_NE(log.find("> An update was interrupted, and is put back\r\n"),
+              std::string::npos);
+    EXPECT_TRUE(log.ends_with("> The files are the old ones\r\n"));
+}
+
 TEST_F(UpdateEndToEnd, AnInstallerIsStartedOnceTheUsersFilesAreSaved) {
     fs::create_directory(folder_.File("saved"));
     Offer("#Update",
@@ -144,7 +180,9 @@ TEST_F(UpdateEndToEnd, AnInstallerIsStartedOnceTheUsersFilesAreSaved) {
           "");
     Start();
     desktop_.Key("y");
-    AnswerBox("^Attention$", "y");
+    AnswerBox("^Attention$", "Escape"); // is a Yes
+    AnswerBox("^Select folder to save files\\.$", "Escape");
+    AnswerBox("^Attention$", "Return");
     ASSERT_TRUE(Await("^Select folder to save files\\.$"));
     desktop_.Key("ctrl+a");
     desktop_.Type(folder_.File("saved"));

@@ -2,7 +2,7 @@
 // of FOLDER/UpdateTemp in their places, one of them by way of the loader, and deletes
 // one; "finish FOLDER": the loader's part; "putback FOLDER": what the program does first
 // of all. Exit 0 done, 3 refused with a message on the standard error.
-#include "files/KeptFiles.h"
+#include "loader/InterruptedUpdate.h"
 #include "loader/LoaderList.h"
 #include "platform/Registry.h"
 #include "texts/RuntimeError.h"
@@ -27,7 +27,7 @@ void Apply(const std::string& folder) {
     update.Files["old.dll"] = "";
     update.Files["vardenix$"] = folders.UpdateTempFolder + "vardenix";
     update.Deferred = {"vardenix$", "*"};
-    CarryOut(update, "v3.1.0", folders, registry, log);
+    const auto kept = CarryOut(update, "v3.1.0", folders, registry, log);
 }
 
 } // namespace
@@ -42,7 +42,7 @@ int main(int count, char** arguments) {
         else if (what == "finish")
             FinishUpdate(arguments[2]);
         else
-            PutBackInterrupted(arguments[2]);
+            std::puts(PutBackInterrupted(arguments[2]).Told.c_str());
         return 0;
     } catch (const RuntimeError& error) {
         std::fprintf(stderr, "%s\n", error.what());

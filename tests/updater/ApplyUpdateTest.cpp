@@ -1,6 +1,7 @@
 #include "updater/ApplyUpdate.h"
 
 #include "support/Environment.h"
+#include "texts/RuntimeError.h"
 #include "updater/UpdateWorld.h"
 
 #include <gtest/gtest.h>
@@ -18,20 +19,12 @@ namespace {
 namespace fs = std::filesystem;
 using tests::Files;
 using tests::FilesIn;
+using tests::NewFile;
+using tests::NewPicture;
 using tests::Slurp;
-
-// By md5sum.
-constexpr const char* NewPicture = "30A220E4C665D3791E1F800DD3942CA7"; // "new picture"
-constexpr const char* NewFile = "D6F012FAA49D3640877E2B3C8FDC17E1";    // "a new file"
 
 class ApplyUpdateTest : public tests::UpdateWorld {
 protected:
-    static std::string Copy(const std::string& name, const std::string& hash) {
-        return "COPY*" + name + "*" + hash + "\r\n";
-    }
-    static std::string At(const std::string& text) {
-        return "<07/03/2026 09:05> " + text + "\r\n";
-    }
     void ExpectFinished() {
         Platform.Dialogs.ExpectBox(
             "Finished", "Minor update is finished. Program will restart.", BoxAnswer::Ok);
@@ -65,11 +58,11 @@ TEST_F(ApplyUpdateTest, AMinorUpdateDoesWhatItsListSaysInOrder) {
         At("Extracted " + Folders.UpdateTempFolder + "u.7z.") +
             At("Read 8 entries from file list.") + At("All files validated.") +
             At("Executed command MSG with param: Hello") +
-            At("Copied file " + InProgram("NoTile.jpg")) +
-            At("Copied file " + InProgram("new file.txt")) +
             At("Executed command MSGYN with param: Read it?") +
             At("Executed command README with param: new file.txt") +
             At("Executed command MSGYN with param: Delete it?") +
+            At("Copied file " + InProgram("NoTile.jpg")) +
+            At("Copied file " + InProgram("new file.txt")) +
             At("File deleted " + Folders.AppPath) +
             At("Registry key HKEY_LOCAL_MACHINE\\SOFTWARE\\Vardenix\\Version set to "
                "3.1.0") +
@@ -140,6 +133,117 @@ TEST_F(ApplyUpdateTest, AFileInUseIsLeftForTheLoader) {
     EXPECT_EQ(Program(), expected);
     // As the old one was.
     EXPECT_EQ(::access(folder_.File("program/sleep").c_str(), X_OK), 0);
+}
+
+// A second start of the program, at its last box and behind it.
+TEST_F(ApplyUpdateTest, AnUpdateThatWaitsForTheLoaderIsNotPutBackMeanwhile) {
+    fs::copy("/usr/bin/sleep", folder_.File("program/sleep"));
+    const Running running(folder_.File("program/sleep"));
+    Pack({{"update.lst", Copy("sleep", NewFile) + Copy("NoTile.jpg", NewPicture)},
+          {"sleep", "a new file"},
+          {"NoTile.jpg", "new picture"}});
+    const auto start = [this] {
+        const tests::ProgramResult result =
+            tests::RunProgram({UPDATE_ONCE, "putback", folder_.File("program")});
+        EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    };
+    int boxes = 0;
+    Platform.Dialogs.WhileBoxIsUp = [&] {
+        ++boxes;
+        start();
+    };
+    ExpectFinished();
+    Apply();
+    EXPECT_EQ(boxes, 1);
+    start();
+    Files found = Program();
+    EXPECT_EQ(found["NoTile.jpg"], "new picture");
+    EXPECT_EQ(found["sleep$"], "a new file");
+    EXPECT_EQ(found["Loader.lst"], "sleep$\r\n");
+    EXPECT_EQ(Log().find("put back"), std::string::npos);
+    // Once it has ended without a loader.
+    Kept.reset();
+    start();
+    found = Program();
+    EXPECT_EQ(found["NoTile.jpg"], "old picture");
+    EXPECT_FALSE(found.contains("sleep$"));
+    EXPECT_NE(Log().find("> An update was interrupted, and is put back\r\n"),
+              std::string::npos);
+}
+
+TEST_F(ApplyUpdateTest, TheLogSaysCopiedAndDeletedOnlyOfWhatIsDone) {
+    Pack({{"update.lst", Copy("NoTile.jpg", NewPicture) +
+                             "DELETE*old.dll\r\nDELETE*not there\r\nMSG*Hello\r\n"
+                             "README*old.dll\r\n"},
+          {"NoTile.jpg", "new picture"}});
+    const auto isNothingDone = [this] {
+        const std::string log = Log();
+        return log.find("Copied") == std::string::npos &&
+               log.find("deleted") == std::string::npos &&
+               log.find("later") == std::string::npos;
+    };
+    int boxesBefore = 0;
+    Platform.Dialogs.WhileBoxIsUp = [&] { boxesBefore += isNothingDone() ? 1 : 0; };
+    Platform.Dialogs.ExpectBox("", "Hello", BoxAnswer::Ok);
+    // The text to be shown is one of those that go.
+    Platform.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, nullptr);
+    Apply();
+    EXPECT_EQ(boxesBefore, 2);
+    EXPECT_TRUE(isNothingDone()) << Log();
+    EXPECT_EQ(Program(), Old);
+}
+
+class RefusingRegistry : public tests::FakeRegistry {
+public:
+    void WriteText(std::string_view, std::string_view, std::string_view) override {
+        throw RuntimeError(ErrorNumber::DiskFull, "the registry");
+    }
+};
+
+TEST_F(ApplyUpdateTest, AStepThatFailsPutsTheOldFilesBackAndSaysSo) {
+    RefusingRegistry registry;
+    const vardenix::Platform system{Platform.Dialogs, registry, Platform.Clock,
+                                    Platform.Processes};
+    Pack({{"update.lst", Copy("NoTile.jpg", NewPicture)}, {"NoTile.jpg", "new picture"}});
+    Platform.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, nullptr);
+    Offer = {UpdateMinor, "v3.1.0"};
+    EXPECT_FALSE(ApplyUpdate("u.7z", {Folders, system, Offer, *this, {}, {}}));
+    EXPECT_EQ(Program(), Old);
+    EXPECT_NE(Log().find("Copied file " + InProgram("NoTile.jpg") +
+                         "\r\n<07/03/2026 09:05> The files are the old ones\r\n"),
+              std::string::npos)
+        << Log();
+}
+
+TEST_F(ApplyUpdateTest, ADamagedListOfAnEarlierUpdateHoldsNoneUp) {
+    folder_.Write("program/UpdateKept/kept.lst", "+../evil\n");
+    Pack({{"update.lst", Copy("NoTile.jpg", NewPicture)}, {"NoTile.jpg", "new picture"}});
+    ExpectFinished();
+    Apply();
+    EXPECT_EQ(Program()["NoTile.jpg"], "new picture");
+    EXPECT_TRUE(Program().contains("UpdateKept.aside/"));
+    EXPECT_NE(Log().find("does not count: line 1 of kept.lst holds a slash."),
+              std::string::npos);
+}
+
+// By the list's own words, whatever lies in the folder.
+TEST_F(ApplyUpdateTest, AFileThatIsCopiedAndDeletedWasNeverThere) {
+    Pack({{"update.lst", Copy("new file.txt", NewFile) +
+                             "DELETE*new file.txt\r\nDELETE*old.dll\r\n" +
+                             "DELETE*old.dll\r\n"},
+          {"new file.txt", "a new file"}});
+    ExpectFinished();
+    Apply();
+    Files found = Program();
+    EXPECT_FALSE(found.contains("new file.txt"));
+    EXPECT_FALSE(found.contains("old.dll"));
+    // The second of each kind has nothing to delete any more.
+    EXPECT_EQ(found["Loader.lst"], "*\r\n");
+    EXPECT_NE(Log().find(At("File deleted " + Folders.AppPath) +
+                         At("File deleted " + Folders.AppPath) +
+                         At(" file was added for later delete.")),
+              std::string::npos)
+        << Log();
 }
 
 // What loaders get for it has always been a line without a name.
@@ -319,36 +423,6 @@ TEST_F(ApplyUpdateTest, NamesInTheListThatLeaveTheFolderAreRefused) {
     EXPECT_EQ(Slurp(folder_.File("precious")), "mine");
 }
 
-TEST_F(ApplyUpdateTest, ASignatureIsAskedForWhereTheBuildHasAKey) {
-    const std::string key = folder_.File("key.pem");
-    const auto openssl = [](std::vector<std::string> arguments) {
-        arguments.insert(arguments.begin(), {"/usr/bin/env", "openssl"});
-        const tests::ProgramResult result = tests::RunProgram(arguments);
-        EXPECT_EQ(result.ExitCode, 0) << result.Errors;
-        return result.Output;
-    };
-    openssl({"genpkey", "-algorithm", "ed25519", "-out", key});
-    const std::string pem = openssl({"pkey", "-in", key, "-pubout"});
-    const size_t line = pem.find('\n') + 1;
-    Key = pem.substr(line, pem.find('\n', line) - line);
-
-    const Files files{{"update.lst", Copy("NoTile.jpg", NewPicture)},
-                      {"NoTile.jpg", "new picture"}};
-    Pack(files);
-    ExpectRefused("It has no signature, update.lst.sig.");
-    const std::string good = folder_.File("make/update.lst.sig");
-    openssl({"pkeyutl", "-sign", "-rawin", "-inkey", key, "-in",
-             folder_.File("make/update.lst"), "-out", good});
-    const std::string signature = Slurp(good);
-    Pack({{"update.lst.sig", std::string(signature.rbegin(), signature.rend())}});
-    fs::remove(folder_.File("program/Update.log"));
-    ExpectRefused("The signature of update.lst is not the distributor's.");
-    Pack({{"update.lst.sig", signature}});
-    ExpectFinished();
-    Apply();
-    EXPECT_EQ(Program()["NoTile.jpg"], "new picture");
-}
-
 TEST_F(ApplyUpdateTest, AnInstallationOfTheSystemIsLeftAlone) {
     Folders.ShippedPath = "/usr/lib/vardenix\\";
     Pack({{"update.lst", "DELETE*old.dll\n"}});
@@ -381,68 +455,6 @@ TEST_F(ApplyUpdateTest, WithoutTheArchiveProgramTheUserIsToldWhichPackage) {
     Apply();
     EXPECT_NE(text.find("7zip"), std::string::npos) << text;
     EXPECT_EQ(Program(), Old);
-}
-
-class MajorUpdateTest : public ApplyUpdateTest {
-protected:
-    void SetUp() override {
-        folder_.Write("program/VX.ini", "my settings");
-        folder_.Write("saved/other", "x");
-        Pack({{"update.lst", Copy("in stall", NewFile) + "DELETE*old.dll\n"},
-              {"in stall", "a new file"}});
-    }
-    void ExpectQuestion(BoxAnswer answer) {
-        Platform.Dialogs.ExpectBox(
-            "Attention",
-            "All files in the folder " + folder_.File("program") +
-                " are going to be deleted.\nDo you want to back up your files, VX.ini "
-                "and Update.log, before?",
-            answer);
-    }
-    std::string Installer() const { return folder_.File("program/UpdateTemp/in stall"); }
-};
-
-TEST_F(MajorUpdateTest, SavesTheUsersFilesAndStartsTheInstaller) {
-    ExpectQuestion(BoxAnswer::Yes);
-    Platform.Dialogs.ExpectFolder("Select folder to save files.", folder_.File("saved"));
-    Apply(UpdateMajor);
-    EXPECT_EQ(Story, "exit " + Installer() + "|");
-    EXPECT_EQ(::access(Installer().c_str(), X_OK), 0);
-    Files expected = Old;
-    expected["VX.ini"] = "my settings";
-    EXPECT_EQ(Program(), expected);
-    Files saved = FilesIn(folder_.File("saved"));
-    EXPECT_EQ(saved["VX.ini"], "my settings");
-    EXPECT_TRUE(saved["Update.log"].ends_with(At("Major Update detected, Closing")));
-    EXPECT_EQ(saved["other"], "x");
-}
-
-TEST_F(MajorUpdateTest, NoAndNoFolderStartItToo) {
-    ExpectQuestion(BoxAnswer::No);
-    Apply(UpdateMajor);
-    ExpectQuestion(BoxAnswer::Yes);
-    Platform.Dialogs.ExpectFolder("Select folder to save files.", std::nullopt);
-    Apply(UpdateMajor);
-    EXPECT_EQ(Story, "exit " + Installer() + "|exit " + Installer() + "|");
-}
-
-TEST_F(MajorUpdateTest, WhatCannotBeSavedKeepsTheProgram) {
-    ExpectQuestion(BoxAnswer::Yes);
-    Platform.Dialogs.ExpectFolder("Select folder to save files.",
-                                  folder_.File("not there"));
-    Platform.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, nullptr);
-    Apply(UpdateMajor);
-    EXPECT_EQ(Story, "");
-}
-
-TEST_F(MajorUpdateTest, TheFirstEntryMustBeTheInstaller) {
-    Pack({{"update.lst", "MSG*Hello\n" + Copy("in stall", NewFile)}});
-    Platform.Dialogs.ExpectBox("Error.",
-                               "The update is refused, and nothing has been changed.\n"
-                               "The first file of its list is no installer.",
-                               BoxAnswer::Ok);
-    Apply(UpdateMajor);
-    EXPECT_EQ(Story, "");
 }
 
 } // namespace

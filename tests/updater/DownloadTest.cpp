@@ -48,6 +48,9 @@ private:
     void Tell(const std::string& what) { Story += (Story.empty() ? "" : "|") + what; }
 };
 
+constexpr const char* NoLength = "error 57 Error starting download.\nThe server does not "
+                                 "say how long the file is. (Download)";
+
 class DownloadTest : public testing::Test {
 protected:
     DownloadTest() {
@@ -158,7 +161,7 @@ TEST_F(DownloadTest, OnlyGoodRepliesAreTaken) {
           {"HTTP/1.", "The server answers: HTTP/1."},
           {"HTTP/1.x 200", "The server answers: HTTP/1.x 200"},
           {"HTTP/2 200 OK\r\n\r\n", "The server answers: HTTP/2 200 OK"},
-          {"garbage", "The server answers: garbage"},
+          {"7z\xBC\xAF'\x1C\x01\x02", "What it sends is no reply of a web server."},
           {"HTTP/1.1 200 OK\r\nContent-Le", "The header of the server's reply is cut."},
           {"HTTP/1.1 200 OK\r\nContent-Length: 2000000000\r\n\r\n",
            "The server announces 2000000000 bytes, more than an update may have."}}) {
@@ -183,11 +186,21 @@ TEST_F(DownloadTest, AReplyWithoutALengthWritesNothing) {
     winsock_.SayData("HTTP/1.1 200 OK\r\nServer: x\r\n\r\nabc Content-Length: 3\r\n");
     EXPECT_EQ(events_.Story, "info|started");
     EXPECT_EQ(Written(), "");
-    winsock_.SayData("def");
-    EXPECT_EQ(events_.Story,
-              "info|started|disconnected|error 57 Error starting download.\nThe server "
-              "answers: def (Download)");
+    winsock_.SayData("7z\xBC\xAF'\x1C");
+    EXPECT_EQ(events_.Story, std::string("info|started|disconnected|") + NoLength);
     EXPECT_EQ(Written(), "");
+}
+
+TEST_F(DownloadTest, AReplyWithoutALengthThatEndsIsToldAsThat) {
+    for (const char* length : {"", "Content-Length: 0\r\n", "Content-Length: -4\r\n",
+                               "Content-Length: many\r\n"}) {
+        Begin();
+        winsock_.SayData(std::string("HTTP/1.1 200 OK\r\n") + length + "\r\n7z\xBC\xAF");
+        winsock_.SayClosed();
+        EXPECT_EQ(events_.Story, std::string("info|started|disconnected|") + NoLength)
+            << length;
+        EXPECT_EQ(Written(), "");
+    }
 }
 
 // Theater makers' servers put a blank there; without it a digit is lost, as ever.

@@ -1,8 +1,5 @@
 #include "updater/UpdateList.h"
 
-#include "loader/LoaderList.h"
-#include "texts/RuntimeError.h"
-
 #include <gtest/gtest.h>
 
 namespace vardenix {
@@ -72,29 +69,6 @@ TEST(UpdateList, NamesMustBeThoseOfFilesInTheFolder) {
     // Texts are no names.
     EXPECT_EQ(WhyListRefused(ReadUpdateList("COPY*a b.(1)$*00\nMSG*../x\nMSGYN*/\nX*/")),
               "");
-}
-
-std::string Steps(const char* text) {
-    std::string shown;
-    for (const LoaderStep& step : ReadLoaderList(text))
-        shown += (step.What == LoaderStep::Kind::Replace ? "replace " : "delete ") +
-                 step.Name + "|";
-    return shown;
-}
-
-TEST(LoaderList, NamesWhatReplacesAndWhatGoes) {
-    EXPECT_EQ(Steps("vardenix$\r\n*\r\nold file.dll*\r\n\r\n"),
-              "replace vardenix|delete old file.dll|");
-    EXPECT_EQ(Steps(""), "");
-    EXPECT_EQ(Steps("a$$\nb"
-                    "$"),
-              "replace a$|replace b|");
-}
-
-TEST(LoaderList, AnyOtherLineSpoilsItWhole) {
-    for (const char* text : {"a$\n../b$", "/etc/passwd*", "a", "$", "a\\b$", "a:b*",
-                             "..*", "a\tb$", "a$\n ..$"})
-        EXPECT_THROW(ReadLoaderList(text), RuntimeError) << text;
 }
 
 } // namespace

@@ -17,6 +17,10 @@
 
 namespace vardenix::tests {
 
+// By md5sum.
+constexpr const char* NewPicture = "30A220E4C665D3791E1F800DD3942CA7"; // "new picture"
+constexpr const char* NewFile = "D6F012FAA49D3640877E2B3C8FDC17E1";    // "a new file"
+
 using Files = std::map<std::string, std::string>;
 
 // The names and bytes of a folder's files; folders stand with a slash behind them.
@@ -73,7 +77,14 @@ protected:
 
     void Apply(int32_t type = UpdateMinor) {
         Offer = {type, "v3.1.0"};
-        ApplyUpdate("u.7z", {Folders, Platform.All, Offer, *this, Key, Arguments});
+        Kept = ApplyUpdate("u.7z", {Folders, Platform.All, Offer, *this, Key, Arguments});
+    }
+    // A line of the list, and one of the log.
+    static std::string Copy(const std::string& name, const std::string& hash) {
+        return "COPY*" + name + "*" + hash + "\r\n";
+    }
+    static std::string At(const std::string& text) {
+        return "<07/03/2026 09:05> " + text + "\r\n";
     }
     // Everything in the program's folder but the log and what the run scratches in.
     Files Program() const {
@@ -111,6 +122,7 @@ protected:
     ProgramFolders Folders;
     FakePlatform Platform;
     UpdateOffer Offer;
+    std::optional<KeptFiles> Kept;
     std::string Key;
     std::vector<std::string> Arguments;
     std::string Story;

@@ -240,6 +240,31 @@ TEST_F(VersionCheckTest, AServerThatClosesEarlyIsAConnectionError) {
     ExpectFinished();
 }
 
+TEST_F(VersionCheckTest, AnotherStatusWithoutThePageIsToldAsTheServerSaysIt) {
+    for (const auto& [reply, text] :
+         {std::pair{"HTTP/1.1 404 Not Found\r\nServer: x\r\n\r\n<h1>Not Found</h1>",
+                    "The server answers: HTTP/1.1 404 Not Found"},
+          {"HTTP/1.0 500 \x1B[2J\xE4\r\n\r\n", "The server answers: HTTP/1.0 500 ?[2J?"},
+          {"HTTP/1.0 199 Wait\r\n\r\n", "The server answers: HTTP/1.0 199 Wait"},
+          // Not a whole header, no status, or a good one: the page was cut.
+          {"HTTP/1.1 404 Not Found\r\nServer", "Connection Error"},
+          {"HTTP/1.1 40\r\n\r\n", "Connection Error"},
+          {"HTTP/1.1 4x4 Oh\r\n\r\n", "Connection Error"},
+          {"404 Not Found\r\n\r\n", "Connection Error"},
+          {"HTTP/1.1 200 OK\r\n\r\n<title>", "Connection Error"}}) {
+        Connect();
+        ws1_.SayData(reply);
+        EXPECT_EQ(label2_, "Checking for a new version...");
+        ws1_.SayClosed();
+        EXPECT_EQ(label2_, text);
+        ExpectFinished();
+    }
+    // A page of the service is one, whatever its status.
+    Connect();
+    ws1_.SayData("HTTP/1.1 404 Not Found\r\n\r\n<title>Oh</title>");
+    EXPECT_EQ(label2_, "Incorrect update page...");
+}
+
 TEST_F(VersionCheckTest, RedirectsChunksAndCompressionAreRefusedAsSuch) {
     Connect();
     ws1_.SayData("HTTP/1.0 302 Found\r\nLocation: http://evil.example/\r\n\r\n");

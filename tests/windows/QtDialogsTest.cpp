@@ -70,6 +70,10 @@ TEST(QtDialogsBox, ShowsItsTextsAndGivesTheButtonPressed) {
     EXPECT_EQ(ask(BoxButtons::YesNo, "No"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesNo, "Enter"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesNo, "Esc"), BoxAnswer::No);
+    EXPECT_EQ(ask(BoxButtons::YesUnlessNo, "Yes"), BoxAnswer::Yes);
+    EXPECT_EQ(ask(BoxButtons::YesUnlessNo, "No"), BoxAnswer::No);
+    EXPECT_EQ(ask(BoxButtons::YesUnlessNo, "Enter"), BoxAnswer::Yes);
+    EXPECT_EQ(ask(BoxButtons::YesUnlessNo, "Esc"), BoxAnswer::Yes);
     EXPECT_EQ(ask(BoxButtons::YesNoCancel, "No"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesNoCancel, "Esc"), BoxAnswer::Cancel);
     EXPECT_EQ(ask(BoxButtons::ContinueEnd, "End"), BoxAnswer::End);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace vardenix::sample {
@@ -60,6 +61,7 @@ enum Corner : uint8_t { SouthWest = 1, SouthEast = 2, NorthWest = 4, NorthEast =
 
 // Edges of a post and tile, as bits, in clockwise order.
 enum Edge : uint8_t { North = 1, East = 2, South = 4, West = 8 };
+constexpr std::array<uint8_t, 4> Edges = {North, East, South, West};
 
 // The two ways straight through a post.
 constexpr uint8_t NorthSouth = North | South;

@@ -1,17 +1,15 @@
+#include "make_sample_theater/Ground.h"
 #include "make_sample_theater/Noise.h"
 #include "make_sample_theater/World.h"
 
 #include <queue>
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <tuple>
 
 namespace vardenix::sample {
 namespace {
-
-constexpr std::array<uint8_t, 4> Edges = {North, East, South, West};
 
 // The edge through which water leaves each post; 0 on posts that touch water. Land is
 // flooded from the sea upward, always at its lowest free post, so that every post drains.

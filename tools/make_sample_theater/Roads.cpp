@@ -1,10 +1,10 @@
+#include "make_sample_theater/Ground.h"
 #include "make_sample_theater/Noise.h"
 #include "make_sample_theater/World.h"
 
 #include <queue>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -12,8 +12,6 @@
 
 namespace vardenix::sample {
 namespace {
-
-constexpr std::array<uint8_t, 4> Edges = {North, East, South, West};
 
 // The cheapest way between two towns for roads or rails, found in a window around both.
 class WayFinder {

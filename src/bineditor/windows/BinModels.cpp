@@ -24,10 +24,6 @@ QVariant Title(const std::array<const char*, Columns>& titles, int section,
     return QString(titles.at(static_cast<size_t>(section)));
 }
 
-QString TextOf(const std::string& bytes) {
-    return QString::fromStdString(Utf8FromBytes(bytes));
-}
-
 QColor ColorOfLook(TileRowLook look) {
     switch (look) {
     case TileRowLook::Used:
@@ -41,6 +37,10 @@ QColor ColorOfLook(TileRowLook look) {
 }
 
 } // namespace
+
+QString TextOf(const std::string& bytes) {
+    return QString::fromStdString(Utf8FromBytes(bytes));
+}
 
 void SetModel::Refresh() {
     beginResetModel();

@@ -5,8 +5,12 @@
 #include <QAbstractTableModel>
 
 #include <cstdint>
+#include <string>
 
 namespace vardenix {
+
+// The letters of the catalogue's bytes, which are Windows-1252.
+QString TextOf(const std::string& bytes);
 
 // The rows of ListView1, one for each set. The catalogue is borrowed and may change
 // between two calls of Refresh only.

@@ -10,7 +10,6 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/WindowPlace.h"
 #include "program/ProgramVersion.h"
-#include "texts/Windows1252.h"
 #include "ui_FrmBINTileEdit.h"
 
 #include <QHeaderView>
@@ -33,10 +32,6 @@ constexpr int TerrainTypes = 8;
 constexpr int CellMargin = 14; // pixels
 // Of the lists, beyond the least that they need on a small screen.
 constexpr int RoomForColumns = 120; // pixels
-
-QString TextOf(const std::string& bytes) {
-    return QString::fromStdString(Utf8FromBytes(bytes));
-}
 
 void FitColumns(BinList& list, std::initializer_list<const char*> widest) {
     int column = 0;

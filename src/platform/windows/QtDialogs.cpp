@@ -228,11 +228,15 @@ BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& titl
         box.exec();
         return BoxAnswer::Ok;
     case BoxButtons::YesNo:
+    case BoxButtons::YesUnlessNo: {
+        // What cannot be taken back, work lost or a file replaced, takes a choice.
+        const auto harmless =
+            buttons == BoxButtons::YesNo ? QMessageBox::No : QMessageBox::Yes;
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        // Yes is what cannot be taken back: work lost, a file replaced.
-        box.setDefaultButton(QMessageBox::No);
-        box.setEscapeButton(QMessageBox::No);
+        box.setDefaultButton(harmless);
+        box.setEscapeButton(harmless);
         return box.exec() == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
+    }
     case BoxButtons::YesNoCancel: {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
         const int pressed = box.exec();

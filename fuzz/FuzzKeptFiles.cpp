@@ -1,0 +1,52 @@
+// A kept.lst of any bytes: whatever is put back, nothing outside of the program's folder
+// is touched, and a list that is refused leaves that folder too as it was.
+#include "Require.h"
+#include "ScratchFolder.h"
+#include "files/KeptFiles.h"
+#include "texts/RuntimeError.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+using namespace vardenix;
+
+namespace {
+
+constexpr uint8_t Byte[] = {'x'};
+
+size_t EntriesOf(const std::filesystem::path& folder) {
+    size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        count += entry.exists() ? 1 : 0;
+    return count;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    static const ScratchFolder scratch;
+    scratch.Empty();
+    scratch.Write("a", Byte);
+    scratch.Write("program/a", Byte);
+    scratch.Write("program/UpdateKept/1", Byte);
+    scratch.Write("program/UpdateKept/kept.lst", {data, size});
+    const std::filesystem::path program = scratch.Path() / "program";
+    bool refused = false;
+    try {
+        KeptFiles kept(program.string());
+        Require(kept.Any());
+    } catch (const RuntimeError&) {
+        refused = true;
+    }
+    try {
+        Require(PutBackInterrupted(program.string()));
+        Require(!refused && !std::filesystem::exists(program / "UpdateKept"));
+    } catch (const RuntimeError&) {
+        Require(!refused ||
+                (EntriesOf(program) == 2 && EntriesOf(program / "UpdateKept") == 2));
+    }
+    Require(EntriesOf(scratch.Path()) == 2);
+    return 0;
+}

@@ -1,0 +1,102 @@
+#include "files/KeptFiles.h"
+
+#include "support/TestFolder.h"
+#include "texts/RuntimeError.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace vardenix {
+namespace {
+
+using tests::Slurp;
+using tests::Spill;
+using tests::TestFolder;
+
+// A file that an update replaces as it must: another file takes its name.
+void Replace(const std::string& path, const std::string& bytes) {
+    std::filesystem::remove(path);
+    Spill(path, bytes);
+}
+
+TEST(KeptFiles, AreListedWithTheirLinesAndPutBack) {
+    const TestFolder folder;
+    const std::string program = folder.Write("program", "old");
+    const std::string gone = folder.Write("gone", "deleted by the update");
+    KeptFiles kept(folder.Path());
+    EXPECT_FALSE(kept.Any());
+    kept.Keep({"program", "made", "gone"});
+    EXPECT_TRUE(kept.Any());
+    EXPECT_EQ(Slurp(folder.File("UpdateKept/kept.lst")), "+program\n-made\n+gone\n");
+    EXPECT_EQ(Slurp(folder.File("UpdateKept/3")), "deleted by the update");
+
+    Replace(program, "new");
+    Spill(folder.File("made"), "new");
+    std::filesystem::remove(gone);
+    kept.PutBack();
+    EXPECT_EQ(Slurp(program), "old");
+    EXPECT_EQ(Slurp(gone), "deleted by the update");
+    EXPECT_EQ(folder.Names(), "gone program");
+    EXPECT_FALSE(kept.Any());
+}
+
+TEST(KeptFiles, NewOnesStayOnceTheyAreLetGo) {
+    const TestFolder folder;
+    const std::string program = folder.Write("program", "old");
+    KeptFiles kept(folder.Path());
+    kept.Keep({"program"});
+    Replace(program, "new");
+    kept.LetGo();
+    EXPECT_EQ(Slurp(program), "new");
+    EXPECT_EQ(folder.Names(), "program");
+}
+
+TEST(KeptFiles, WhoeverComesNextPutsBackAlsoAfterAPartOfIt) {
+    const TestFolder folder;
+    folder.Write("a", "put back already");
+    folder.Write("b", "new");
+    folder.Write("made", "new");
+    folder.Write("UpdateKept/2", "old b");
+    folder.Write("UpdateKept/kept.lst", "+a\n+b\n-made\n");
+    EXPECT_TRUE(PutBackInterrupted(folder.Path()));
+    EXPECT_EQ(Slurp(folder.File("a")), "put back already");
+    EXPECT_EQ(Slurp(folder.File("b")), "old b");
+    EXPECT_EQ(folder.Names(), "a b");
+    EXPECT_FALSE(PutBackInterrupted(folder.Path()));
+}
+
+TEST(KeptFiles, WithoutAListNothingWasChangedYet) {
+    const TestFolder folder;
+    folder.Write("a", "old");
+    folder.Write("UpdateKept/1", "half a copy");
+    EXPECT_FALSE(PutBackInterrupted(folder.Path()));
+    EXPECT_EQ(Slurp(folder.File("a")), "old");
+    EXPECT_EQ(folder.Names(), "a");
+}
+
+TEST(KeptFiles, AListThatNamesAnythingElseIsRefusedWhole) {
+    for (const char* line : {"+../outside", "-/etc/passwd", "=a", "", "+", "a"}) {
+        const TestFolder folder;
+        folder.Write("outside", "stays");
+        folder.Write("program/made", "stays");
+        folder.Write("program/UpdateKept/kept.lst", std::string("-made\n") + line + "\n");
+        EXPECT_THROW(PutBackInterrupted(folder.File("program")), RuntimeError) << line;
+        EXPECT_EQ(Slurp(folder.File("outside")), "stays") << line;
+        EXPECT_EQ(Slurp(folder.File("program/made")), "stays") << line;
+    }
+}
+
+TEST(KeptFiles, AFolderIsNotKept) {
+    const TestFolder folder;
+    folder.Write("a", "old");
+    folder.Write("folder/file", "x");
+    KeptFiles kept(folder.Path());
+    EXPECT_THROW(kept.Keep({"a", "folder"}), RuntimeError);
+    EXPECT_FALSE(kept.Any());
+    EXPECT_EQ(folder.Names(), "a folder");
+}
+
+} // namespace
+} // namespace vardenix
