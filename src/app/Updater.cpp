@@ -1,4 +1,4 @@
-#include "app/UpdaterWindows.h"
+#include "app/Updater.h"
 
 #include "files/KeptFiles.h"
 #include "files/OwnFolders.h"
@@ -27,35 +27,35 @@ std::vector<std::string> ProgramArguments() {
 
 } // namespace
 
-UpdaterWindows::UpdaterWindows(ProgramState& state, const Platform& platform,
-                               std::function<void(const std::string&)> exitProgram)
+Updater::Updater(ProgramState& state, const Platform& platform,
+                 std::function<void(const std::string&)> exitProgram)
     : state_(state), platform_(platform), exitProgram_(std::move(exitProgram)),
       ws1_(std::make_unique<QtTcpClient>()), timer1_(std::make_unique<QtTimer>()),
       check_(std::make_unique<VersionCheck>(
           *ws1_, *timer1_, static_cast<VersionCheckView&>(*this), platform_, offer_)) {}
 
-UpdaterWindows::~UpdaterWindows() = default;
+Updater::~Updater() = default;
 
-void UpdaterWindows::Join(FrmStartUp& startUp) {
+void Updater::Join(FrmStartUp& startUp) {
     startUp_ = &startUp;
     OnSignal(startUp_, &FrmStartUp::CheckWanted, ws1_.get(), [this] { StartCheck(); });
     OnSignal(startUp_, &FrmStartUp::CheckEnds, ws1_.get(), [this] { check_->Stop(); });
 }
 
-void UpdaterWindows::StartCheck() {
+void Updater::StartCheck() {
     if (MayUpdateItself(state_.Folders.AppPath, state_.Folders.ShippedPath))
         check_->Start(state_.Configuration.VersionCheck);
     else
         ShowCheck(UpdatedBySystem);
 }
 
-void UpdaterWindows::ShowCheck(const std::string& text) { startUp_->ShowCheck(text); }
+void Updater::ShowCheck(const std::string& text) { startUp_->ShowCheck(text); }
 
-void UpdaterWindows::LetEventsThrough() {
+void Updater::LetEventsThrough() {
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-void UpdaterWindows::StartDownload(const std::string& url) {
+void Updater::StartDownload(const std::string& url) {
     // Not from within the window's own event of an earlier download.
     if (!frmDownload_)
         frmDownload_ = std::make_unique<frmDownload>(
@@ -65,23 +65,21 @@ void UpdaterWindows::StartDownload(const std::string& url) {
     frmDownload_->Init_Download();
 }
 
-void UpdaterWindows::ApplyArchive(const std::string& archiveName) {
+void Updater::ApplyArchive(const std::string& archiveName) {
     ApplyUpdate(archiveName,
                 {state_.Folders, platform_, offer_, static_cast<UpdateEnd&>(*this),
                  UpdateKey(), ProgramArguments()});
 }
 
-void UpdaterWindows::HideDownload() { frmDownload_->hide(); }
+void Updater::HideDownload() { frmDownload_->hide(); }
 
-void UpdaterWindows::ShowText(const std::string& path) {
+void Updater::ShowText(const std::string& path) {
     frmDispTxt window;
     window.OpenTxtFile(path);
     window.exec();
 }
 
-void UpdaterWindows::ExitProgram(const std::string& commandLine) {
-    exitProgram_(commandLine);
-}
+void Updater::ExitProgram(const std::string& commandLine) { exitProgram_(commandLine); }
 
 std::string PutBackInterruptedUpdate(char** arguments) {
     const std::string folder = ProgramFolder();

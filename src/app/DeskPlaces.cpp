@@ -1,6 +1,6 @@
-#include "app/WindowPlaces.h"
+#include "app/DeskPlaces.h"
 
-#include "app/OneWindow.h"
+#include "app/DeskWindow.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/windows/Theme.h"
 #include "platform/windows/WindowPlace.h"
@@ -73,7 +73,24 @@ void KeepOverMap(QWidget& window, const WorkspaceWindows& windows) {
     window.windowHandle()->setTransientParent(below.windowHandle());
 }
 
-void WindowPlaces::Place() {
+void ShowTool(QWidget& window, bool shown) {
+    if (shown)
+        NoIcon(window);
+    SetShown(window, shown);
+}
+
+void PlaceLowerRight(QWidget& window, const WindowPosition& stored,
+                     const WorkspaceWindows& windows) {
+    window.adjustSize();
+    if (stored.Left != 0 || stored.Top != 0)
+        return PlaceAt(window, stored);
+    const QPoint corner =
+        Room(*windows.Map).bottomRight() - QPoint(window.width(), window.height());
+    PlaceAt(window, WindowPosition{.Top = TwipsOfPixels(corner.y()),
+                                   .Left = TwipsOfPixels(corner.x())});
+}
+
+void DeskPlaces::Place() {
     const bool first = NeverPlaced(settings_);
     if (first) {
         settings_.MainWinVis = true;
@@ -83,7 +100,7 @@ void WindowPlaces::Place() {
     placed_ = true;
 }
 
-void WindowPlaces::PlaceFirst() {
+void DeskPlaces::PlaceFirst() {
     PlacePanel(Room(*windows_.Map).topLeft());
     const FirstLayout layout = LayOutFirst(
         RectOf(Room(*windows_.Map)), SizeOf(*windows_.Panel), SizeOf(*windows_.Map),
@@ -94,12 +111,12 @@ void WindowPlaces::PlaceFirst() {
 }
 
 // The panel has its true height only when it is up.
-void WindowPlaces::PlacePanel(QPoint topLeft) {
+void DeskPlaces::PlacePanel(QPoint topLeft) {
     MoveOnScreen(*windows_.Panel, topLeft);
     windows_.Panel->show();
 }
 
-void WindowPlaces::PlaceAsStored() {
+void DeskPlaces::PlaceAsStored() {
     PlacePanel(CornerOf(settings_.MainControlWinPos));
     const WindowSize palette = PaletteSize(settings_);
     const FirstLayout layout = LayOutStored(
@@ -116,7 +133,7 @@ void WindowPlaces::PlaceAsStored() {
     MoveOnScreen(*windows_.Palette, CornerOf(settings_.PalWinPos));
 }
 
-void WindowPlaces::Store() {
+void DeskPlaces::Store() {
     if (!windows_.Panel->isWindow())
         return; // parts of one window keep the places that they had
     settings_.MainControlWinPos = StoredPlaceOf(*windows_.Panel);
@@ -131,7 +148,7 @@ void WindowPlaces::Store() {
     settings_.PalWinSizeH = TwipsOfPixels(windows_.Palette->height());
 }
 
-void WindowPlaces::ShowByBoxes() {
+void DeskPlaces::ShowByBoxes() {
     // Before the map, which so ends up with the keyboard. Its tools come behind it, or
     // the desktop would not know what they are to lie over.
     SetShown(*windows_.Panel, true);
@@ -149,13 +166,13 @@ void WindowPlaces::ShowByBoxes() {
         windows_.Panel->raise();
 }
 
-void WindowPlaces::ShowTicked() {
+void DeskPlaces::ShowTicked() {
     if (windows_.Map->isVisible())
         NoIcon(*windows_.Map);
     ShowByBoxes();
 }
 
-void WindowPlaces::RestoreChildWindows() {
+void DeskPlaces::RestoreChildWindows() {
     const auto restore = [this](QWidget* window, bool wanted) {
         if (window == nullptr)
             return;
@@ -170,11 +187,11 @@ void WindowPlaces::RestoreChildWindows() {
     restore(windows_.Palette.get(), settings_.PalWinVis);
 }
 
-bool WindowPlaces::SmallWindowsShown() const {
+bool DeskPlaces::SmallWindowsShown() const {
     return placed_ && !(windows_.Map->isVisible() && windows_.Map->isMinimized());
 }
 
-void WindowPlaces::HideAll() {
+void DeskPlaces::HideAll() {
     for (QWidget* window :
          std::initializer_list<QWidget*>{windows_.Panel.get(), windows_.Map.get(),
                                          windows_.Preview.get(), windows_.Palette.get()})

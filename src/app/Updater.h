@@ -18,12 +18,12 @@ class QtTimer;
 class frmDownload;
 
 // The check for a newer version from the start-up window, and what follows from it.
-class UpdaterWindows : private VersionCheckView, private UpdateEnd {
+class Updater : private VersionCheckView, private UpdateEnd {
 public:
     // All are borrowed; `exitProgram` ends the program and starts a command line last.
-    UpdaterWindows(ProgramState& state, const Platform& platform,
-                   std::function<void(const std::string&)> exitProgram);
-    ~UpdaterWindows() override;
+    Updater(ProgramState& state, const Platform& platform,
+            std::function<void(const std::string&)> exitProgram);
+    ~Updater() override;
 
     // From now on the window's wishes are heard.
     void Join(FrmStartUp& startUp);

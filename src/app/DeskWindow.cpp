@@ -1,4 +1,4 @@
-#include "app/OneWindow.h"
+#include "app/DeskWindow.h"
 
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/windows/RunTimeBarrier.h"
@@ -71,9 +71,9 @@ QDockWidget* DockOf(const QWidget& part) {
 
 } // namespace
 
-OneWindow::OneWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& parts,
-                     std::function<void(const char* box)> hidden,
-                     const std::string& layout)
+DeskWindow::DeskWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& parts,
+                       std::function<void(const char* box)> hidden,
+                       const std::string& layout)
     : windows_(windows), hidden_(std::move(hidden)), menus_(windows.Panel->menuBar()) {
     setObjectName("FrmVXDesk");
     setAttribute(Qt::WA_AlwaysShowToolTips);
@@ -96,7 +96,7 @@ OneWindow::OneWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& par
 }
 
 // Nothing of the parts belongs to this window when it goes.
-OneWindow::~OneWindow() {
+DeskWindow::~DeskWindow() {
     layout()->setMenuBar(nullptr);
     windows_.Panel->setMenuBar(menus_);
     for (const Docked& each : docked_)
@@ -111,7 +111,7 @@ OneWindow::~OneWindow() {
     windows_.Map->setParent(nullptr, Qt::Window);
 }
 
-void OneWindow::TakeMap() {
+void DeskWindow::TakeMap() {
     BecomePart(*windows_.Map);
     auto* holder = new QWidget(this);
     auto* box = new QVBoxLayout(holder);
@@ -121,7 +121,7 @@ void OneWindow::TakeMap() {
     windows_.Map->show();
 }
 
-void OneWindow::Dock(const DeskPart& part) {
+void DeskWindow::Dock(const DeskPart& part) {
     const bool closable = *part.Box != '\0';
     const bool shown = part.Window->isVisible();
     const QSize size = part.Window->size();
@@ -141,14 +141,14 @@ void OneWindow::Dock(const DeskPart& part) {
     SetShown(*part.Window, shown || !closable);
 }
 
-void OneWindow::ShowTitle() {
+void DeskWindow::ShowTitle() {
     QString program = windows_.Panel->windowTitle();
     if (program.startsWith('*'))
         program.remove(0, 1);
     setWindowTitle(windows_.Map->windowTitle() + " - " + program);
 }
 
-std::string OneWindow::Layout() const {
+std::string DeskWindow::Layout() const {
     const QByteArray geometry = saveGeometry();
     const QByteArray state = saveState();
     QByteArray bytes;
@@ -159,7 +159,7 @@ std::string OneWindow::Layout() const {
 
 // A screen that is not there any more counts for nothing, as the toolkit sees to; nor
 // does a text that somebody has changed.
-void OneWindow::Restore(const std::string& layout) {
+void DeskWindow::Restore(const std::string& layout) {
     const QByteArray bytes = QByteArray::fromBase64(QByteArray::fromStdString(layout));
     QDataStream stream(bytes);
     QByteArray geometry;
@@ -182,12 +182,12 @@ void OneWindow::Restore(const std::string& layout) {
 }
 
 // The way out is the panel's.
-void OneWindow::closeEvent(QCloseEvent* event) {
+void DeskWindow::closeEvent(QCloseEvent* event) {
     if (!windows_.Panel->close())
         event->ignore();
 }
 
-bool OneWindow::eventFilter(QObject* watched, QEvent* event) {
+bool DeskWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Close)
         for (const Docked& each : docked_)
             if (each.Dock == watched && *each.Box != '\0') {

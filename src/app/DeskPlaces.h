@@ -11,10 +11,10 @@ namespace vardenix {
 
 // Where the windows of the workspace stand, and which of them are seen. Places and boxes
 // are kept in the settings.
-class WindowPlaces {
+class DeskPlaces {
 public:
     // Both are borrowed.
-    WindowPlaces(Configuration& settings, WorkspaceWindows& windows)
+    DeskPlaces(Configuration& settings, WorkspaceWindows& windows)
         : settings_(settings), windows_(windows) {}
 
     // Side by side when no places are stored; the boxes then begin ticked. Before this
@@ -50,6 +50,13 @@ void KeepOverMap(QWidget& window, const WorkspaceWindows& windows);
 // A window that was made an icon is one no more. Some desktops make an icon of a tool
 // with its window, and shown as an icon it would take the map with it.
 void NoIcon(QWidget& window);
+
+// Shows or hides such a tool, whether it is a window of its own or docked.
+void ShowTool(QWidget& window, bool shown);
+
+// To its stored place; at first in the lower right, out of the way of panel and map.
+void PlaceLowerRight(QWidget& window, const WindowPosition& stored,
+                     const WorkspaceWindows& windows);
 
 // Where a window stands, frame included, and back to there.
 WindowPosition StoredPlaceOf(const QWidget& window);

@@ -24,15 +24,15 @@ struct DeskPart {
 
 // All parts of the workspace in one window: the map in the middle, the others docked
 // round it, the panel's menus on top. It lives as long as the user wants it so.
-class OneWindow : public QMainWindow {
+class DeskWindow : public QMainWindow {
 public:
     // All are borrowed. `hidden` is called with the box of a part that was closed;
     // `parts` are those beside panel and map. `layout` is what Layout has told an earlier
     // time.
-    OneWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& parts,
-              std::function<void(const char* box)> hidden, const std::string& layout);
+    DeskWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& parts,
+               std::function<void(const char* box)> hidden, const std::string& layout);
     // The parts are windows of their own again, not shown yet.
-    ~OneWindow() override;
+    ~DeskWindow() override;
 
     // Where it stands and how its parts lie, in letters and digits of the toolkit's own.
     std::string Layout() const;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/Workspace.h"
 #include "bineditor/EditorVerbs.h"
-#include "platform/DebugLog.h"
 #include "platform/Platform.h"
 #include "program/ProgramState.h"
 
@@ -10,24 +10,24 @@
 namespace vardenix {
 
 class FrmBINTileEdit;
-class Workspace;
 
 // The BIN editor and the workspace, which have the screen in turn.
-class BinEditorWindows : public EditorVerbs {
+class BinEditor : public WorkspacePart, private EditorVerbs {
 public:
-    // All are borrowed. Offers the workspace what opens the editor.
-    BinEditorWindows(ProgramState& state, const Platform& platform, DebugLog& log,
-                     Workspace& workspace);
-    ~BinEditorWindows() override;
+    // Borrowed.
+    explicit BinEditor(Workspace& workspace);
+    ~BinEditor() override;
 
-    // None until the editor was opened.
-    FrmBINTileEdit* Editor() { return editor_.get(); }
+    void Open();
+    // With the tile of a post selected.
+    void Locate(int32_t tileNumber);
 
 private:
-    void OpenEditor();
-    void LocateInBIN(int32_t tileNumber);
-    FrmBINTileEdit& MadeEditor();
+    FrmBINTileEdit& Editor();
     void ShowApart();
+
+    void AddUnsaved(DirtyFlags& flags) const override;
+    void TheaterSaved() override;
 
     void OpenWorkspace(uint8_t classCode) override;
     void L2NeedSave() override;
@@ -36,10 +36,9 @@ private:
     bool SaveBinAndL2() override;
     bool LeaveProgram() override;
 
+    Workspace& workspace_;
     ProgramState& state_;
     const Platform& platform_;
-    DebugLog& log_;
-    Workspace& workspace_;
     std::unique_ptr<FrmBINTileEdit> editor_; // from its first use to the end of the run
 };
 
