@@ -126,8 +126,12 @@ void Commands::WindowsMade() {
         DressMap(made);
     }
     DressControls();
-    for (QMenu* menu : subsystems_.Workspace.Panel().findChildren<QMenu*>())
+    FrmVXMap& map = subsystems_.Workspace.Map();
+    QList<QMenu*> menus = subsystems_.Workspace.Panel().findChildren<QMenu*>();
+    menus.append(&map.Popup());
+    for (QMenu* menu : menus)
         OnSignal(menu, &QMenu::aboutToShow, menu, [this] { Refresh(); });
+    OnSignal(&map, &FrmVXMap::ToolsShown, &map, [this] { Refresh(); });
     Refresh();
 }
 

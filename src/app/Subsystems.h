@@ -13,6 +13,8 @@
 #include "app/Workspace.h"
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 namespace vardenix {
 
@@ -20,8 +22,10 @@ namespace vardenix {
 struct Subsystems {
     // All are borrowed; `exitProgram` ends the program without another question.
     Subsystems(ProgramState& state, const Platform& platform, DebugLog& log,
-               std::function<void()> exitProgram)
-        : Workspace(state, platform, log, std::move(exitProgram)) {}
+               std::function<void()> exitProgram,
+               std::vector<Command> table = AllCommands())
+        : Workspace(state, platform, log, std::move(exitProgram)),
+          Commands(*this, std::move(table)) {}
     Subsystems(const Subsystems&) = delete;
     Subsystems& operator=(const Subsystems&) = delete;
     ~Subsystems() { Workspace.ForgetParts(); }
@@ -36,7 +40,7 @@ struct Subsystems {
     vardenix::Builder Builder{Workspace};
     MapClicks Clicks{Workspace, Regions, Features};
     vardenix::Opening Opening{Workspace, RestorePoints, Clicks};
-    vardenix::Commands Commands{*this};
+    vardenix::Commands Commands;
 };
 
 } // namespace vardenix

@@ -95,7 +95,7 @@ void FrmVXMap::ShowWord(const QString& word) { ui_->lblWord->setText(word); }
 
 void FrmVXMap::ShowTools() {
     ui_->strip->ShowTools();
-    workspace_.CommandsChanged(); // which of the tools is in hand
+    emit ToolsShown();
     const QString words = QString::fromStdString(
         Utf8FromBytes(ToolWords(interaction_, view_, state_.Catalogue.Lookup)));
     ui_->lblTool->setText(words);

@@ -86,6 +86,8 @@ public:
 signals:
     // The view has been painted anew: the preview's box follows.
     void ViewPainted();
+    // The tool in hand may be another one.
+    void ToolsShown();
     // The window was made an icon, or came back from one.
     void MinimiseStateChanged();
     // Its size has chosen other GridCells or TilePixels, which stand in the view now; a

@@ -199,10 +199,7 @@ void FrmVXMap::PicShow_MouseUp(QMouseEvent& event) {
     PicShow_MouseMove(event);
 }
 
-void FrmVXMap::ShowPopup(QPoint globalPosition) {
-    workspace_.CommandsChanged(); // there may be no post under the menu
-    mnupup1_->popup(globalPosition);
-}
+void FrmVXMap::ShowPopup(QPoint globalPosition) { mnupup1_->popup(globalPosition); }
 
 void FrmVXMap::PicShow_MouseMove(const QMouseEvent& event) {
     if (Pan(event))

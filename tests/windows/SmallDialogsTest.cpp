@@ -1,5 +1,3 @@
-#include "workspace/windows/PanelDialogs.h"
-
 #include "mapview/windows/FrmVXAreasPathsOptions.h"
 #include "mapview/windows/FrmVXHeightCols.h"
 #include "platform/windows/ColorButton.h"
@@ -198,26 +196,6 @@ TEST(FrmVXAreasPathsOptions, StoresAllNineSettingsAndRepaints) {
         EXPECT_EQ(settings.*row.Setting, chosen++) << row.Name;
     EXPECT_EQ(workspace.Story, "paint ");
     EXPECT_FALSE(window.isVisible());
-}
-
-TEST(PanelDialogs, OpenTheirWindows) {
-    ProgramState state;
-    MapView view;
-    tests::FakePlatform platform;
-    tests::ToldWorkspace workspace;
-    PanelDialogs dialogs(state, view, platform.All, workspace);
-    std::string seen;
-    const auto note = [&seen](QDialog& window) {
-        seen += window.objectName().toStdString() + " ";
-        window.reject();
-    };
-    tests::WhenModal<QDialog>(note);
-    dialogs.ShowHeightColors();
-    tests::WhenModal<QDialog>(note);
-    dialogs.ShowAreasPathsOptions();
-    tests::WhenModal<QDialog>(note);
-    dialogs.ShowAbout();
-    EXPECT_EQ(seen, "FrmVXHeightCols FrmVXAreasPathsOptions FrmAbout ");
 }
 
 TEST(FrmAbout, TellsTheVersionAndOpensThePage) {
