@@ -144,10 +144,6 @@ void Commands::MakeAction(Made& made) {
     action->setObjectName(row.Id);
     action->setToolTip(Says(row.MapKeys) ? ButtonTip(row) : QString(row.Tip));
     action->setCheckable(row.Chosen != nullptr);
-    if (Says(row.Icon)) {
-        action->setIcon(QIcon(row.Icon));
-        action->setIconVisibleInMenu(false);
-    }
     action->setShortcuts(KeysOf(row.Keys));
     action->setShortcutContext(Qt::ApplicationShortcut);
     if (Says(row.Keys))
@@ -201,7 +197,7 @@ void Commands::DressMap(Made& made) {
         return;
     QAbstractButton& button =
         subsystems_.Workspace.Map().Strip().AddTool(made.Row.MapButton);
-    button.setIcon(made.Action->icon());
+    button.setIcon(QIcon(made.Row.Icon));
     Join(made, button);
 }
 
