@@ -12,10 +12,10 @@
 #include <QIcon>
 #include <QMainWindow>
 #include <QMenu>
+#include <QPushButton>
 #include <QScopeGuard>
 #include <QSignalBlocker>
 #include <QToolBar>
-#include <QToolButton>
 
 namespace vardenix {
 
@@ -76,9 +76,8 @@ QToolBar& RowOfCommands(QWidget& window) {
 }
 
 QAbstractButton* NewButton(QWidget& window, const Command& row) {
-    auto* button = new QToolButton(&window);
+    auto* button = new QPushButton(NameOf(row), &window);
     button->setObjectName(row.Button);
-    button->setText(NameOf(row));
     RowOfCommands(window).addWidget(button);
     return button;
 }
