@@ -1,11 +1,7 @@
 #include "app/Application.h"
 
-#include "app/BinEditorWindows.h"
-#include "app/BuilderWindows.h"
-#include "app/MapEditorWindows.h"
-#include "app/OverlayWindows.h"
-#include "app/UpdaterWindows.h"
-#include "app/Workspace.h"
+#include "app/Subsystems.h"
+#include "app/Updater.h"
 #include "files/OwnFolders.h"
 #include "platform/Signals.h"
 #include "program/windows/FrmStartUp.h"
@@ -46,15 +42,9 @@ bool Application::Begin() {
         state_.Folders.AppPath, state_.Folders.ShippedPath, UsersWinePrefix());
     platform_ =
         std::make_unique<Platform>(Platform{dialogs_, *registry_, clock_, processes_});
-    workspace_ = std::make_unique<Workspace>(state_, *platform_, log_, [this] { End(); });
-    binEditor_ =
-        std::make_unique<BinEditorWindows>(state_, *platform_, log_, *workspace_);
-    builderWindows_ =
-        std::make_unique<BuilderWindows>(state_, *platform_, log_, *workspace_);
-    mapEditorWindows_ =
-        std::make_unique<MapEditorWindows>(state_, *platform_, *workspace_);
-    overlays_ = std::make_unique<OverlayWindows>(state_, *platform_, log_, *workspace_);
-    updater_ = std::make_unique<UpdaterWindows>(
+    subsystems_ =
+        std::make_unique<Subsystems>(state_, *platform_, log_, [this] { End(); });
+    updater_ = std::make_unique<Updater>(
         state_, *platform_, [this](const std::string& commandLine) { End(commandLine); });
     return true;
 }
@@ -68,16 +58,17 @@ void Application::HearSystem() {
     OnSignal(endSignal_.get(), &QSocketNotifier::activated, &barrier_, [this] {
         endSignal_->setEnabled(false);
         if (!state_.Starting && !state_.Exiting)
-            workspace_->StorePlaces();
+            subsystems_->Workspace.StorePlaces();
         End();
     });
 }
 
 void Application::ShowStartUp() {
-    frmStartUp_ = std::make_unique<FrmStartUp>(state_, *platform_, log_, *workspace_);
+    frmStartUp_ =
+        std::make_unique<FrmStartUp>(state_, *platform_, log_, subsystems_->Opening);
     OnSignal(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_, [this] { End(); });
     OnSignal(frmStartUp_.get(), &FrmStartUp::TheaterOpened, &barrier_,
-             [this] { workspace_->ApplySavedLayout(); });
+             [this] { subsystems_->Workspace.ApplySavedLayout(); });
     updater_->Join(*frmStartUp_);
     frmStartUp_->Form_Load();
     frmStartUp_->show();
@@ -88,12 +79,14 @@ void Application::EndAfterError() {
     if (state_.Starting)
         End();
     else
-        workspace_->LeaveProgram();
+        subsystems_->Workspace.LeaveProgram();
 }
 
 void Application::End(const std::string& commandLine) {
     if (!state_.Exiting)
-        ExitProgram(state_, commandLine.empty() ? workspace_->NextProgram() : commandLine,
+        ExitProgram(state_,
+                    commandLine.empty() ? subsystems_->Workspace.NextProgram()
+                                        : commandLine,
                     *platform_, log_, *this);
 }
 

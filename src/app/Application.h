@@ -14,15 +14,11 @@
 
 namespace vardenix {
 
-class BinEditorWindows;
-class BuilderWindows;
 class FrmStartUp;
-class MapEditorWindows;
-class OverlayWindows;
-class UpdaterWindows;
-class Workspace;
+struct Subsystems;
+class Updater;
 
-// Makes the state and the windows and joins them.
+// Makes the state and what works on it, from the first window to the last.
 class Application : public ProgramEnd {
 public:
     // Both are borrowed.
@@ -52,13 +48,9 @@ private:
     std::unique_ptr<Registry> registry_;
     std::unique_ptr<Platform> platform_;
     std::unique_ptr<FrmStartUp> frmStartUp_;
-    std::unique_ptr<Workspace> workspace_;
-    std::unique_ptr<BinEditorWindows> binEditor_;
-    std::unique_ptr<BuilderWindows> builderWindows_;
-    std::unique_ptr<MapEditorWindows> mapEditorWindows_;
+    std::unique_ptr<Subsystems> subsystems_;
     std::unique_ptr<QSocketNotifier> endSignal_;
-    std::unique_ptr<OverlayWindows> overlays_;
-    std::unique_ptr<UpdaterWindows> updater_;
+    std::unique_ptr<Updater> updater_;
 };
 
 } // namespace vardenix

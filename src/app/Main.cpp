@@ -1,6 +1,6 @@
 #include "app/Application.h"
 #include "app/Arguments.h"
-#include "app/UpdaterWindows.h"
+#include "app/Updater.h"
 #include "platform/windows/QtDialogs.h"
 #include "platform/windows/Theme.h"
 

@@ -1,17 +1,13 @@
 #include "app/Workspace.h"
 
-#include "app/WorkspaceVerbs.h"
-#include "files/FileNames.h"
 #include "files/OwnFolders.h"
-#include "mapeditor/MapFile.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/Processes.h"
 #include "platform/windows/FrontWindow.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "program/ExitGuard.h"
 #include "program/StartUp.h"
-#include "workspace/FirstView.h"
-#include "workspace/RestorePoint.h"
+#include "workspace/StatusLine.h"
 #include "workspace/TilePalette.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
@@ -19,6 +15,7 @@
 
 #include <QApplication>
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -28,63 +25,49 @@ namespace vardenix {
 
 namespace {
 
-// The name in the list of theaters; of one opened by hand, the folder that the folder of
-// its theater.map lies in.
-std::string TheaterTitle(const ProgramState& state) {
-    const std::vector<std::string> choices = TheaterChoices(state.Discovery);
-    const auto index = static_cast<size_t>(state.Configuration.OptionTheaterListIndex);
-    if (index > 0 && index < choices.size())
-        return choices[index];
-    std::string folder = state.MAPFile;
-    for (int levels = 0; levels < 2; ++levels) {
-        folder = UpToLastSlash(folder);
-        if (!folder.empty())
-            folder.pop_back();
-    }
-    return AfterLastSlash(folder);
-}
+// The windows that a box of the panel stands for, by the box.
+struct WindowBox {
+    std::string_view Box;
+    bool Configuration::*Shown;
+};
+constexpr auto WindowBoxes =
+    std::to_array<WindowBox>({{"chkShowMain", &Configuration::MainWinVis},
+                              {"chkShowTheater", &Configuration::ThPrevWinVis},
+                              {"chkShowTile", &Configuration::PalWinVis},
+                              {"chkShowFeatures", &Configuration::FeatWinVis},
+                              {"chkShowResults", &Configuration::SearchResWinVis}});
 
 } // namespace
 
-Workspace::Workspace(ProgramState& state, const Platform& platform, DebugLog& log,
-                     std::function<void()> exitProgram)
+Workspace::Workspace(ProgramState& state, const vardenix::Platform& platform,
+                     DebugLog& log, std::function<void()> exitProgram)
     : state_(state), platform_(platform), log_(log), exitProgram_(std::move(exitProgram)),
-      view_(ViewOfSettings(state.Configuration)), undo_(state.Terrain, *this),
-      panelVerbs_(std::make_unique<PanelVerbs>(*this)),
-      mapVerbs_(std::make_unique<MapVerbs>(*this)),
-      places_(state.Configuration, windows_), desk_(state.Folders.AppPath, log) {}
+      view_(ViewOfSettings(state.Configuration)),
+      undo_(state.Terrain, state.Changes, *this), places_(state.Configuration, windows_),
+      desk_(state.Folders.AppPath, log) {}
 
 Workspace::~Workspace() = default;
 
-void Workspace::PreviewChanged() {
+void Workspace::MakePreview() {
     if (!windows_.Preview)
         windows_.Preview = std::make_unique<FrmVXTheaterPreview>(
             state_, view_, platform_.Dialogs, *this);
-    windows_.Preview->PreviewChanged();
-}
-
-void Workspace::LoadMapEditor() {
-    state_.MAPFileRead = OpenMapFile(state_.MAPFile, state_.MapFileRecord);
-    if (offers_.MapFileOpened)
-        offers_.MapFileOpened();
 }
 
 // The map is painted with the panel's bar, so the two are made together.
-void Workspace::LoadMap() {
-    if (!windows_.Map)
-        MakeMap();
-}
-
-void Workspace::MakeMap() {
-    windows_.Panel =
-        std::make_unique<FrmVXMain>(state_, view_, platform_, *this, *panelVerbs_);
+void Workspace::MakeMap(MapWishes& wishes) {
+    if (windows_.Map)
+        return;
+    windows_.Panel = std::make_unique<FrmVXMain>(state_, view_, platform_, *this);
     renderer_ = std::make_unique<MapRenderer>(
         MapSources{state_.Terrain, state_.Catalogue, state_.MapFileRecord,
                    state_.Configuration, state_.Folders.ShippedPath},
         MapTools{tilePictures_, *windows_.Panel, log_, state_.AbortPaint});
-    windows_.Map = std::make_unique<FrmVXMap>(
-        FrmVXMap::Parts{state_, view_, interaction_, *renderer_, undo_, *this, *mapVerbs_,
-                        offers_.Layers});
+    MapLayers layers;
+    for (WorkspacePart* part : parts_)
+        part->AddLayers(layers);
+    windows_.Map = std::make_unique<FrmVXMap>(FrmVXMap::Parts{
+        state_, view_, interaction_, *renderer_, undo_, *this, wishes, layers});
     KeepOrder();
     OnSignal(windows_.Map.get(), &FrmVXMap::GridChosen, windows_.Panel.get(),
              [this](bool forGood) { windows_.Panel->GridChosen(forGood); });
@@ -94,23 +77,29 @@ void Workspace::MakeMap() {
              [this] { windows_.Preview->MakeViewPort(); });
     OnSignal(windows_.Map.get(), &FrmVXMap::MinimiseStateChanged, windows_.Map.get(),
              [this] { RestoreChildWindows(); });
-}
-
-// It is seen when the layout is applied, at its place.
-void Workspace::ShowMainPanel() {
-    windows_.Panel->Form_Load(TheaterTitle(state_));
-    panelVerbs_->ShowOriginOfPoint();
+    for (WorkspacePart* part : parts_)
+        part->WindowsMade();
 }
 
 // Made for the first theater. The tiles come with the layout, when the window has its
 // width; until then none of another theater may be chosen from.
-void Workspace::RefreshPalette() {
+void Workspace::MakePalette() {
     if (!windows_.Palette) {
         windows_.Palette =
             std::make_unique<FrmVXTilePal>(state_, interaction_, tilePictures_, *this);
         KeepOverMap(*windows_.Palette, windows_);
     }
     windows_.Palette->Clear();
+}
+
+void Workspace::EditorMade(QWidget& editor) {
+    for (WorkspacePart* part : parts_)
+        part->EditorMade(editor);
+}
+
+void Workspace::MapFileOpened() {
+    for (WorkspacePart* part : parts_)
+        part->MapFileOpened();
 }
 
 // A click on the map brings it up, and buries nothing.
@@ -123,48 +112,44 @@ void Workspace::KeepOrder() {
 
 void Workspace::RestoreChildWindows() {
     places_.RestoreChildWindows();
-    ShowOfferedWindows(places_.SmallWindowsShown());
+    ShowParts(places_.SmallWindowsShown());
 }
 
-void Workspace::ShowOfferedWindows(bool workspaceShown) {
-    for (const auto& show : offers_.ShowWindows)
-        show(workspaceShown);
-}
-
-void Workspace::InitForm() {
-    BeginWhereLandIs(state_.Configuration, state_.Terrain, state_.Catalogue.Lookup,
-                     view_.ViewPosts());
-    windows_.Map->InitForm();
+void Workspace::ShowParts(bool workspaceShown) {
+    for (WorkspacePart* part : parts_)
+        part->ShowWindows(workspaceShown);
 }
 
 void Workspace::ApplySavedLayout() {
     places_.Place();
-    for (const auto& place : offers_.PlaceWindows)
-        place();
+    for (WorkspacePart* part : parts_)
+        part->PlaceWindows();
     windows_.Palette->Command1_Click();
     windows_.Panel->ShowSettings();
+    CommandsChanged();
     if (desk_.Read().OneWindow) {
-        Join();
+        DockAll();
     } else {
         places_.ShowByBoxes();
-        ShowOfferedWindows(true);
+        ShowParts(true);
     }
     RefreshPicArray();
     RememberTheater();
 }
 
-void Workspace::Join() {
-    std::vector<DeskPart> parts{
+void Workspace::DockAll() {
+    std::vector<DeskPart> docked{
         {.Window = windows_.Preview.get(), .Box = "chkShowTheater"},
         {.Window = windows_.Palette.get(), .Box = "chkShowTile", .Height = 420}};
-    for (const auto& part : offers_.Parts)
-        parts.push_back(part());
-    oneWindow_ = std::make_unique<OneWindow>(
-        windows_, parts, [this](const char* box) { WindowHidden(box); },
+    for (WorkspacePart* part : parts_)
+        if (const auto more = part->Docked())
+            docked.push_back(*more);
+    deskWindow_ = std::make_unique<DeskWindow>(
+        windows_, docked, [this](const char* box) { WindowHidden(box); },
         desk_.Read().Layout);
     places_.ShowByBoxes();
-    ShowOfferedWindows(true);
-    oneWindow_->show();
+    ShowParts(true);
+    deskWindow_->show();
     windows_.Map->setFocus();
 }
 
@@ -173,24 +158,53 @@ void Workspace::SetOneWindow(bool on) {
         return;
     StorePlaces();
     if (on)
-        Join();
+        DockAll();
     else
-        Part();
+        FreeAll();
     desk_.Change([on](Desk& desk) { desk.OneWindow = on; });
     RefreshPicArray();
 }
 
-void Workspace::Part() {
-    oneWindow_.reset();
+void Workspace::FreeAll() {
+    deskWindow_.reset();
     KeepOrder();
-    for (const auto& part : offers_.Parts)
-        KeepOverMap(*part().Window, windows_);
+    for (WorkspacePart* part : parts_)
+        if (const auto docked = part->Docked())
+            KeepOverMap(*docked->Window, windows_);
     windows_.Map->FollowRoom();
     places_.Place();
-    for (const auto& place : offers_.PlaceWindows)
-        place();
+    for (WorkspacePart* part : parts_)
+        part->PlaceWindows();
     places_.ShowByBoxes();
-    ShowOfferedWindows(true);
+    ShowParts(true);
+}
+
+void Workspace::ShowWindow(bool Configuration::*shown, bool on) {
+    state_.Configuration.*shown = on;
+    if (on)
+        places_.ShowTicked();
+    else
+        places_.ShowByBoxes();
+}
+
+SavingParts Workspace::Saving() {
+    return {state_.Terrain, view_, platform_.Dialogs, Panel(), log_, Panel()};
+}
+
+void Workspace::SaveTheater(bool as) {
+    if (CmdSaveTheater(Saving(), as)) {
+        state_.Changes.Saved(PaperOf(view_.Edited()));
+        Tell(SavedWords(platform_.Clock.Now()));
+        for (WorkspacePart* part : parts_)
+            part->TheaterSaved();
+    }
+    Panel().RedrawSaveButton();
+}
+
+void Workspace::EditL0Elv(bool on) {
+    view_.L0Mode = on;
+    Panel().ChangeControlsForL0Edit(on);
+    undo_.ShowButtons(view_.Edited());
 }
 
 void Workspace::RememberTheater() {
@@ -216,15 +230,9 @@ void Workspace::ScrollTo(int x, int y) {
 
 void Workspace::PositionChanged() { windows_.Panel->PositionChanged(); }
 
-void Workspace::L2NeedSave() {
-    undo_.Marked(Layer::Posts);
-    windows_.Panel->L2NeedSave();
-}
+void Workspace::L2NeedSave() { windows_.Panel->L2NeedSave(); }
 
-void Workspace::L0NeedSave() {
-    undo_.Marked(Layer::Heights);
-    windows_.Panel->L0NeedSave();
-}
+void Workspace::L0NeedSave() { windows_.Panel->L0NeedSave(); }
 
 void Workspace::L2AsSaved() { windows_.Panel->L2Saved(); }
 
@@ -240,21 +248,42 @@ void Workspace::Tell(const std::string& words) {
 
 void Workspace::SelectionChanged() { windows_.Map->ShowTools(); }
 
-void Workspace::CommandsChanged() { windows_.Panel->RefreshCommands(); }
+void Workspace::CommandsChanged() {
+    for (WorkspacePart* part : parts_)
+        part->CommandsChanged();
+}
 
 void Workspace::ShowWorkspace() {
-    if (oneWindow_)
-        oneWindow_->show();
+    if (deskWindow_)
+        deskWindow_->show();
     places_.ShowByBoxes();
-    ShowOfferedWindows(true);
+    ShowParts(true);
     RefreshPicArray();
 }
 
+// The chosen number may be nobody's any more.
+void Workspace::ForgetLostTile() {
+    if (!HasTile(state_.Catalogue.Lookup, interaction_.SelectedTile))
+        interaction_.SelectedTile = -1;
+}
+
+void Workspace::CatalogueWalked() {
+    ForgetLostTile();
+    windows_.Palette->Command1_Click();
+}
+
+void Workspace::RemakePreview() {
+    const BusyWhile busy(*this);
+    const Configuration& settings = state_.Configuration;
+    state_.Preview =
+        ShowLFile(state_.Terrain, {settings.PreviewSeaColor, settings.PreviewLevelColors},
+                  Panel(), log_);
+    windows_.Preview->PreviewChanged();
+    windows_.Preview->MakeViewPort();
+}
+
 void Workspace::ShowWorkspaceWith(uint8_t classCode) {
-    // Where level 2 was not to follow, the chosen number may be nobody's any more.
-    int32_t& chosen = interaction_.SelectedTile;
-    if (!HasTile(state_.Catalogue.Lookup, chosen))
-        chosen = -1;
+    ForgetLostTile();
     windows_.Palette->Refresh_Pal(classCode);
     ShowWorkspace();
 }
@@ -262,7 +291,8 @@ void Workspace::ShowWorkspaceWith(uint8_t classCode) {
 // The chosen tile is still the one that is painted; one that has gone is chosen no more.
 void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
     undo_.TilesRenumbered(numbers);
-    renumberedSincePoint_ = true;
+    for (WorkspacePart* part : parts_)
+        part->NumbersChanged();
     int32_t& chosen = interaction_.SelectedTile;
     if (chosen < 0)
         return;
@@ -271,31 +301,29 @@ void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
 }
 
 void Workspace::HideWorkspace() {
-    ShowOfferedWindows(false);
-    if (oneWindow_)
-        oneWindow_->hide(); // its parts lie as they lay when it comes back
+    ShowParts(false);
+    if (deskWindow_)
+        deskWindow_->hide(); // its parts lie as they lay when it comes back
     else
         places_.HideAll();
 }
 
 void Workspace::WindowHidden(const char* checkBoxName) {
-    windows_.Panel->WindowHidden(checkBoxName);
-    state_.Configuration.MainWinVis = windows_.Panel->WindowBox(PanelVerb::ShowMain);
-    state_.Configuration.ThPrevWinVis = windows_.Panel->WindowBox(PanelVerb::ShowTheater);
-    state_.Configuration.PalWinVis = windows_.Panel->WindowBox(PanelVerb::ShowTile);
-    for (const auto& changed : offers_.BoxesChanged)
-        changed();
+    for (const WindowBox& row : WindowBoxes)
+        if (row.Box == checkBoxName)
+            state_.Configuration.*row.Shown = false;
+    for (WorkspacePart* part : parts_)
+        part->WindowClosed();
+    CommandsChanged();
 }
 
 void Workspace::StorePlaces() {
     places_.Store();
-    for (const auto& store : offers_.StorePlaces)
-        store();
-    if (oneWindow_)
-        desk_.Change([this](Desk& desk) { desk.Layout = oneWindow_->Layout(); });
+    for (WorkspacePart* part : parts_)
+        part->StorePlaces();
+    if (deskWindow_)
+        desk_.Change([this](Desk& desk) { desk.Layout = deskWindow_->Layout(); });
 }
-
-void Workspace::CreateRestorePoint() { panelVerbs_->Do(PanelVerb::CreateRestorePoint); }
 
 void Workspace::StartAnew(const std::string& folder) {
     nextProgram_ = QuotedWord(ProgramFile());
@@ -305,7 +333,6 @@ void Workspace::StartAnew(const std::string& folder) {
         nextProgram_.clear();
 }
 
-// An icon among them is one no more; the window in use stays that.
 void Workspace::BringAllToFront() {
     QWidget* inUse = QApplication::activeWindow();
     places_.ShowTicked();
@@ -318,12 +345,12 @@ void Workspace::BringAllToFront() {
 
 bool Workspace::LeaveProgram() {
     StorePlaces();
-    const DirtyFlags flags{.BIN = offers_.BinNeedsSave && offers_.BinNeedsSave(),
-                           .L2 = windows_.Panel->L2NeedSaveFlag(),
-                           .L0ELV = windows_.Panel->L0NeedSaveFlag(),
-                           .MAP = offers_.MapNeedsSave && offers_.MapNeedsSave()};
-    if (restoredUnsaved_ && !flags.L2 && !MayLeaveRestored(platform_.Dialogs))
-        return false;
+    DirtyFlags flags{.L2 = Panel().L2NeedSaveFlag(), .L0ELV = Panel().L0NeedSaveFlag()};
+    for (const WorkspacePart* part : parts_) {
+        part->AddUnsaved(flags);
+        if (!part->MayLeave())
+            return false;
+    }
     if (!ConfirmExit(flags, platform_.Dialogs))
         return false;
     exitProgram_();

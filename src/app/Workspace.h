@@ -1,42 +1,78 @@
 #pragma once
 
 #include "app/DeskMemory.h"
-#include "app/OfferedVerbs.h"
-#include "app/OneWindow.h"
-#include "app/WindowPlaces.h"
+#include "app/DeskPlaces.h"
+#include "app/DeskWindow.h"
+#include "app/WorkspacePart.h"
 #include "app/WorkspaceWindows.h"
 #include "mapview/MapRenderer.h"
 #include "mapview/MapView.h"
 #include "pictures/TilePictures.h"
 #include "platform/Platform.h"
 #include "program/ProgramState.h"
-#include "program/TheaterOpening.h"
 #include "program/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
+#include "workspace/TheaterSaving.h"
 #include "workspace/UndoPoints.h"
 
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
+class MapWishes;
+
 // The windows that a theater is worked on in, and what they ask of one another.
-class Workspace : public OpeningWindows, public WorkspaceCommands {
+class Workspace : public WorkspaceCommands {
 public:
     // All are borrowed; `exitProgram` ends the program without another question.
-    Workspace(ProgramState& state, const Platform& platform, DebugLog& log,
+    Workspace(ProgramState& state, const vardenix::Platform& platform, DebugLog& log,
               std::function<void()> exitProgram);
     ~Workspace() override;
 
+    // Borrowed for good: it hears of the workspace's turns from now on.
+    void Join(WorkspacePart& part) { parts_.push_back(&part); }
+    // Before they go.
+    void ForgetParts() { parts_.clear(); }
+    // Panel and map, unless they are there already; `wishes` is borrowed.
+    void MakeMap(MapWishes& wishes);
+    void MakePreview();
+    void MakePalette();
+    // The window of an editor has been made.
+    void EditorMade(QWidget& editor);
+    void MapFileOpened();
     // The windows come up at their stored places, or side by side when there are none;
     // the map is painted for the first time.
     void ApplySavedLayout();
+    // Small windows go with the map when it is made an icon.
+    void RestoreChildWindows();
 
-    bool LeaveProgram() override;
-    void HideWorkspace() override;
     // Where the windows stand, and what the panel shows, into the settings.
     void StorePlaces();
+    // Comes or goes with a flag of the settings.
+    void ShowWindow(bool Configuration::*shown, bool on);
+    // All parts in one window, or each in its own; remembered.
+    bool IsOneWindow() const { return deskWindow_ != nullptr; }
+    void SetOneWindow(bool on);
+    // An icon among the windows is one no more; the window in use stays that.
+    void BringAllToFront();
+    // The panel and the other windows, with the palette on a class of terrain.
+    void ShowWorkspaceWith(uint8_t classCode);
+
+    // The finest elevations are edited, or level 2 again.
+    void EditL0Elv(bool on);
+    // Under a name that the user is asked for, or over the files that were opened.
+    void SaveTheater(bool as);
+    SavingParts Saving();
+    // A pass has given level 2 other tile numbers: whatever else holds some follows.
+    void TilesRenumbered(const TileRenumbering& numbers);
+
+    // A walk through the log of changes has led past a change of the catalogue.
+    void CatalogueWalked();
+    // The preview's picture follows posts that were changed in bulk.
+    void RemakePreview();
 
     // Leaves the program as LeaveProgram does, and has it started anew: with the theater
     // of a folder, or with the start-up window where that is empty.
@@ -44,36 +80,21 @@ public:
     // What is to be started when the program has ended; may be empty.
     const std::string& NextProgram() const { return nextProgram_; }
 
-    // All parts in one window, or each in its own; remembered.
-    bool IsOneWindow() const { return oneWindow_ != nullptr; }
-    void SetOneWindow(bool on);
-
-    // For the subsystems whose windows open from the workspace to fill in, before the
-    // first theater is opened, and for what they ask of the workspace in turn.
-    OfferedVerbs& Offers() { return offers_; }
+    ProgramState& State() { return state_; }
+    const ProgramState& State() const { return state_; }
+    const vardenix::Platform& Platform() const { return platform_; }
+    DebugLog& Log() { return log_; }
     MapView& View() { return view_; }
+    const MapView& View() const { return view_; }
     MapInteraction& Interaction() { return interaction_; }
+    const MapInteraction& Interaction() const { return interaction_; }
     UndoPoints& Undo() { return undo_; }
+    const UndoPoints& Undo() const { return undo_; }
     TilePictures& Pictures() { return tilePictures_; }
     WorkspaceWindows& Windows() { return windows_; }
-    // As the panel's button makes it.
-    void CreateRestorePoint();
-    // A pass has given level 2 other tile numbers: whatever else holds some follows.
-    void TilesRenumbered(const TileRenumbering& numbers);
-    // The panel and the other windows, with the palette on a class of terrain.
-    void ShowWorkspaceWith(uint8_t classCode);
-
-private:
-    class PanelVerbs;
-    class MapVerbs;
-
-    void PreviewChanged() override;
-    void LoadMapEditor() override;
-    void LoadMap() override;
-    void ShowMainPanel() override;
-    void RestoreChildWindows() override;
-    void RefreshPalette() override;
-    void InitForm() override;
+    FrmVXMain& Panel() const { return *windows_.Panel; }
+    FrmVXMap& Map() const { return *windows_.Map; }
+    const DeskMemory& Memory() const { return desk_; }
 
     void RefreshPicArray() override;
     void LoadImageControls() override;
@@ -87,37 +108,35 @@ private:
     void Tell(const std::string& words) override;
     void SelectionChanged() override;
     void ShowWorkspace() override;
+    void HideWorkspace() override;
     void CommandsChanged() override;
     void WindowHidden(const char* checkBoxName) override;
+    bool LeaveProgram() override;
 
-    void MakeMap();
-    void ShowOfferedWindows(bool workspaceShown);
+private:
+    void ShowParts(bool workspaceShown);
+    void ForgetLostTile();
     void RememberTheater();
     // Windows of their own again lie over the map, and the panel over all.
     void KeepOrder();
-    void Join();
-    void Part();
-    void BringAllToFront();
+    void DockAll();
+    void FreeAll();
 
     ProgramState& state_;
-    const Platform& platform_;
+    const vardenix::Platform& platform_;
     DebugLog& log_;
     std::function<void()> exitProgram_;
-    OfferedVerbs offers_;
+    std::vector<WorkspacePart*> parts_;
     MapView view_;
     MapInteraction interaction_;
     UndoPoints undo_;
     TilePictures tilePictures_;
-    std::unique_ptr<PanelVerbs> panelVerbs_;
-    std::unique_ptr<MapVerbs> mapVerbs_;
     std::unique_ptr<MapRenderer> renderer_;
     WorkspaceWindows windows_;
-    WindowPlaces places_;
+    DeskPlaces places_;
     DeskMemory desk_;
     std::string nextProgram_;
-    bool renumberedSincePoint_ = false;    // and a restore point may be older
-    bool restoredUnsaved_ = false;         // level 2 has posts of one that no file has
-    std::unique_ptr<OneWindow> oneWindow_; // while the user wants it
+    std::unique_ptr<DeskWindow> deskWindow_; // while the user wants it
 };
 
 } // namespace vardenix

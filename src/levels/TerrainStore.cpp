@@ -28,12 +28,7 @@ size_t FirstPostOf(int32_t segX, int32_t segY, int32_t width) {
 void TakeBlock(const TerrainPost* first, int32_t width, std::span<TerrainPost> block) {
     for (size_t row = 0; row < SegmentSide; ++row)
         std::memcpy(&block[row * SegmentSide], first + row * static_cast<size_t>(width),
-<<<<<<< HEAD
-                    RowBytes);
-=======
                     SegmentRowBytes);
-    file.Write(std::as_bytes(std::span(block)));
->>>>>>> build
 }
 
 void RequireOneSegment(int32_t width, const std::string& pathO) {

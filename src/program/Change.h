@@ -1,6 +1,7 @@
 #pragma once
 
 #include "levels/PostDelta.h"
+#include "levels/Posts.h"
 #include "program/FeatureSet.h"
 
 #include <array>
@@ -19,7 +20,11 @@ namespace vardenix {
 // and so are never unsaved.
 enum class Paper : uint8_t { Level2, Heights, Catalogue, MapFile, Features };
 inline constexpr std::array AllPapers{Paper::Level2, Paper::Heights, Paper::Catalogue,
-                               Paper::MapFile, Paper::Features};
+                                      Paper::MapFile, Paper::Features};
+
+constexpr Paper PaperOf(Layer layer) {
+    return layer == Layer::Heights ? Paper::Heights : Paper::Level2;
+}
 
 // One stretch of bytes that another one takes the place of.
 struct ByteDelta {

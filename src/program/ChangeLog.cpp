@@ -67,6 +67,23 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
 
 } // namespace
 
+ChangeFollower::~ChangeFollower() {
+    if (followed_ != nullptr)
+        std::erase(followed_->followers_, this);
+}
+
+ChangeLog::~ChangeLog() {
+    for (ChangeFollower* follower : followers_)
+        follower->followed_ = nullptr;
+}
+
+void ChangeLog::Follow(ChangeFollower& follower) {
+    if (follower.followed_ != nullptr)
+        std::erase(follower.followed_->followers_, &follower);
+    follower.followed_ = this;
+    followers_.push_back(&follower);
+}
+
 ChangeLog::Revisions ChangeLog::RevisionsAfter(const Change& change) {
     Revisions revisions = Now();
     for (const Paper paper : AllPapers)

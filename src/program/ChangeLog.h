@@ -26,6 +26,8 @@ struct Papers {
 
 enum class Walk { Back, Again };
 
+class ChangeLog;
+
 // Hears of every change that the log has taken in, and of every one that it has taken
 // back or brought again; the papers are as they are meant by then.
 class ChangeFollower {
@@ -33,10 +35,15 @@ public:
     ChangeFollower() = default;
     ChangeFollower(const ChangeFollower&) = delete;
     ChangeFollower& operator=(const ChangeFollower&) = delete;
-    virtual ~ChangeFollower() = default;
+    // The log forgets it.
+    virtual ~ChangeFollower();
 
     virtual void Recorded(const Change& /*change*/) {}
     virtual void Walked(const Change& change, Walk walk) = 0;
+
+private:
+    friend class ChangeLog;
+    ChangeLog* followed_ = nullptr;
 };
 
 // Keeps the stacks of single edits, which go along with every step through the log.
@@ -69,12 +76,15 @@ public:
     static constexpr size_t MostBytes = size_t{64} << 20;
 
     explicit ChangeLog(const Papers& papers) : papers_(papers) {}
+    ~ChangeLog();
     ChangeLog(const ChangeLog&) = delete;
     ChangeLog& operator=(const ChangeLog&) = delete;
 
-    // Borrowed; told in the order of their coming.
-    void Follow(ChangeFollower& follower) { followers_.push_back(&follower); }
-    void KeepStacks(StackKeeper& keeper) { keeper_ = &keeper; }
+    // Borrowed for as long as it lives; told in the order of their coming. One that
+    // follows a log already leaves that.
+    void Follow(ChangeFollower& follower);
+    // Null for nobody.
+    void KeepStacks(StackKeeper* keeper) { keeper_ = keeper; }
 
     // A change that has been made just now, nothing for an empty one. What was taken
     // back before it is gone for good.
@@ -114,6 +124,7 @@ public:
     void LoadedAnew(Paper paper);
 
 private:
+    friend class ChangeFollower;
     friend class Recording;
 
     using Revisions = std::array<uint64_t, AllPapers.size()>;

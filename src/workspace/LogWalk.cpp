@@ -9,31 +9,22 @@ namespace {
 
 constexpr uint32_t FrameColor = 0x00FFFF; // yellow
 
-std::optional<PostBox> Step(ChangeLog& changes, Walk walk, const MapView& view,
-                            int32_t mapWidth, WorkspaceCommands& workspace) {
+} // namespace
+
+bool WalkLog(ChangeLog& changes, Walk walk, const MapView& view, int32_t mapWidth,
+             StepFrame& frame, WorkspaceCommands& workspace) {
     const Change* change = walk == Walk::Back ? changes.NextBack() : changes.NextAgain();
     if (change == nullptr)
-        return std::nullopt;
+        return false;
     const auto place = PlaceOf(*change, mapWidth, InView(view));
     const std::string words = WalkWords(*change, walk);
+    frame.Box.reset();
+    if (place)
+        frame.Box = place->Box;
     walk == Walk::Back ? changes.Back() : changes.Again();
     ScrollToHidden(place, workspace);
     workspace.Tell(words);
-    if (!place)
-        return std::nullopt;
-    return place->Box;
-}
-
-} // namespace
-
-std::optional<PostBox> WalkBack(ChangeLog& changes, const MapView& view, int32_t mapWidth,
-                                WorkspaceCommands& workspace) {
-    return Step(changes, Walk::Back, view, mapWidth, workspace);
-}
-
-std::optional<PostBox> WalkAgain(ChangeLog& changes, const MapView& view,
-                                 int32_t mapWidth, WorkspaceCommands& workspace) {
-    return Step(changes, Walk::Again, view, mapWidth, workspace);
+    return true;
 }
 
 std::string WalkWords(const Change& change, Walk walk) {

@@ -11,17 +11,6 @@
 
 namespace vardenix {
 
-// One step through the log of changes, back or on: the line under the map tells which,
-// and what lies out of view is scrolled to. Nothing where there is no such step. The
-// place of the step, in posts counted from 0, to be framed for a moment.
-std::optional<PostBox> WalkBack(ChangeLog& changes, const MapView& view, int32_t mapWidth,
-                                WorkspaceCommands& workspace);
-std::optional<PostBox> WalkAgain(ChangeLog& changes, const MapView& view,
-                                 int32_t mapWidth, WorkspaceCommands& workspace);
-
-// "Taken back: Paint 25 posts"
-std::string WalkWords(const Change& change, Walk walk);
-
 // The frame round the place of a step, above the map.
 class StepFrame : public MarkLayer {
 public:
@@ -29,5 +18,14 @@ public:
 
     void DrawMarks(DrawingSurface& surface, const MapView& view) override;
 };
+
+// One step through the log of changes, back or on: the line under the map tells which,
+// what lies out of view is scrolled to, and the frame lies round its place from then on.
+// False, and nothing done, where there is no such step.
+bool WalkLog(ChangeLog& changes, Walk walk, const MapView& view, int32_t mapWidth,
+             StepFrame& frame, WorkspaceCommands& workspace);
+
+// "Taken back: Paint 25 posts"
+std::string WalkWords(const Change& change, Walk walk);
 
 } // namespace vardenix

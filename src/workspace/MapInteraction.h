@@ -34,7 +34,8 @@ struct MapInteraction {
     bool WaitExportCorner1 = false;
     bool WaitExportCorner2 = false;
     bool WaitImportCorner = false;
-    int32_t ImportX = 0; // lower left corner of the stamp, posts from 0
+    bool ExportFeatures = false; // of the region to export, in place of its posts
+    int32_t ImportX = 0;         // lower left corner of the stamp, posts from 0
     int32_t ImportY = 0;
     int32_t ImportWidth = 0; // of the region to stamp, posts
     int32_t ImportHeight = 0;

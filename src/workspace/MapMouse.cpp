@@ -5,9 +5,9 @@
 namespace vardenix {
 
 MapMouse::MapMouse(Terrain& terrain, MapView& view, MapInteraction& interaction,
-                   UndoPoints& undo, WorkspaceCommands& workspace, MapCommands& commands)
+                   UndoPoints& undo, WorkspaceCommands& workspace, MapWishes& wishes)
     : terrain_(terrain), view_(view), interaction_(interaction), undo_(undo),
-      workspace_(workspace), commands_(commands),
+      workspace_(workspace), wishes_(wishes),
       gesture_(terrain, view, interaction, undo, workspace) {}
 
 void MapMouse::MiddleDown(double x, double y) {
@@ -37,7 +37,7 @@ void MapMouse::EditElevationAt(PostPlace place) {
     const int32_t x = place.X + 1;
     const int32_t y = place.Y + 1;
     const int16_t old = terrain_.Elevations.At(x, y);
-    const std::optional<int16_t> entered = commands_.EditElevation(old);
+    const std::optional<int16_t> entered = wishes_.EditElevation(old);
     if (!entered)
         return;
     terrain_.Elevations.At(x, y) = *entered;
@@ -59,20 +59,20 @@ void MapMouse::LeftDown(double x, double y, GestureKeys keys) {
         view_.ExportY2 = post.Y;
         interaction_.WaitExportCorner1 = false;
         interaction_.WaitExportCorner2 = false;
-        commands_.HideFrame7();
+        wishes_.HideFrame7();
         workspace_.RefreshPicArray();
-        if (commands_.ExportWithShift())
-            commands_.SubExportTDFs();
+        if (interaction_.ExportFeatures)
+            wishes_.SubExportTDFs();
         else
-            commands_.ExportTiles();
+            wishes_.ExportTiles();
     } else if (interaction_.WaitImportCorner) {
         interaction_.ImportX = post.X;
         interaction_.ImportY = post.Y;
         interaction_.WaitImportCorner = false;
-        commands_.HideFrame7();
-        commands_.ImportTiles();
+        wishes_.HideFrame7();
+        wishes_.ImportTiles();
     } else if (const auto picked = gesture_.Begin(x, y, keys)) {
-        commands_.PickTile(*picked);
+        wishes_.PickTile(*picked);
     }
 }
 
@@ -84,21 +84,11 @@ void MapMouse::ChangePost(int32_t serial, const TerrainPost& to) {
 }
 
 void MapMouse::mnuTileProperties() {
-    if (!PopupOnTerrain())
+    if (interaction_.PopupSerial == 0)
         return;
-    const auto entered = commands_.EditPost(terrain_.LxArr(interaction_.PopupSerial));
+    const auto entered = wishes_.EditPost(terrain_.LxArr(interaction_.PopupSerial));
     if (entered)
         ChangePost(interaction_.PopupSerial, *entered);
-}
-
-void MapMouse::mnuLocInBIN() {
-    if (PopupOnTerrain())
-        commands_.LocateInBIN(terrain_.LxArr(interaction_.PopupSerial).TileOffset);
-}
-
-void MapMouse::mnuLocColMAP() {
-    if (PopupOnTerrain())
-        commands_.LocateColorInMAP(terrain_.LxArr(interaction_.PopupSerial).Palette);
 }
 
 } // namespace vardenix

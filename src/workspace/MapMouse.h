@@ -15,38 +15,31 @@
 namespace vardenix {
 
 // What clicks on the map have other windows do. app/ fills it in.
-class MapCommands {
+class MapWishes {
 public:
-    MapCommands() = default;
-    MapCommands(const MapCommands&) = delete;
-    MapCommands& operator=(const MapCommands&) = delete;
-    virtual ~MapCommands() = default;
+    MapWishes() = default;
+    MapWishes(const MapWishes&) = delete;
+    MapWishes& operator=(const MapWishes&) = delete;
+    virtual ~MapWishes() = default;
 
     // The details dialog over a post, or over one height in feet; it has ended when the
     // call returns. Nothing unless the user chose to update.
     virtual std::optional<TerrainPost> EditPost(const TerrainPost& post) = 0;
     virtual std::optional<int16_t> EditElevation(int16_t elevation) = 0;
 
-    // Entries of the context menu whose window is not there are disabled.
-    virtual bool CanLocateInBIN() const { return false; }
-    virtual bool CanLocateColorInMAP() const { return false; }
-    virtual void LocateInBIN(int32_t /*tileNumber*/) {}
-    virtual void LocateColorInMAP(uint8_t /*palette*/) {}
-
     // The region between ExportX1, ExportY1 and ExportX2, ExportY2 of the view, or the
     // features in it; the stamp at ImportX, ImportY.
-    virtual void ExportTiles() {}
-    virtual void SubExportTDFs() {}
-    virtual void ImportTiles() {}
-    virtual bool ExportWithShift() const { return false; }
+    virtual void ExportTiles() = 0;
+    virtual void SubExportTDFs() = 0;
+    virtual void ImportTiles() = 0;
     // The tile of a post has been chosen on the map: the palette shows it.
-    virtual void PickTile(int32_t /*tileNumber*/) {}
+    virtual void PickTile(int32_t tileNumber) = 0;
     // ZoomPosts, 1 to 20, with the panel's slider; the map lays itself out and paints.
-    virtual void SetZoom(int16_t /*zoomPosts*/) {}
+    virtual void SetZoom(int16_t zoomPosts) = 0;
     // Feature files that were dropped on the map.
-    virtual void LoadFeatures(const std::vector<std::string>& /*paths*/) {}
+    virtual void LoadFeatures(const std::vector<std::string>& paths) = 0;
     // Frame7 of the panel, which tells what is waited for.
-    virtual void HideFrame7() {}
+    virtual void HideFrame7() = 0;
 };
 
 // What the map's own buttons of the mouse do. Positions are pixels on the picture. While
@@ -56,7 +49,7 @@ class MapMouse {
 public:
     // All are borrowed.
     MapMouse(Terrain& terrain, MapView& view, MapInteraction& interaction,
-             UndoPoints& undo, WorkspaceCommands& workspace, MapCommands& commands);
+             UndoPoints& undo, WorkspaceCommands& workspace, MapWishes& wishes);
 
     // The post becomes the lower left one of the view.
     void MiddleDown(double x, double y);
@@ -71,11 +64,8 @@ public:
     void LeftUp(double x, double y) { gesture_.End(x, y); }
     EditGesture& Gesture() { return gesture_; }
 
-    // The context menu, over the post of the last right click.
-    bool PopupOnTerrain() const { return interaction_.PopupSerial > 0; }
+    // Of the context menu: the details of the post of the last right click.
     void mnuTileProperties();
-    void mnuLocInBIN();
-    void mnuLocColMAP();
 
 private:
     void EditElevationAt(PostPlace place);
@@ -86,7 +76,7 @@ private:
     MapInteraction& interaction_;
     UndoPoints& undo_;
     WorkspaceCommands& workspace_;
-    MapCommands& commands_;
+    MapWishes& wishes_;
     EditGesture gesture_;
 };
 

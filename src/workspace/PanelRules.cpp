@@ -37,8 +37,6 @@ bool ZoomOut(MapView& view) {
     return true;
 }
 
-std::string ZoomCaption(const MapView& view) { return Format0(view.ZoomPosts); }
-
 std::string GridCaption(const MapView& view) {
     const std::string cells = std::to_string(view.GridCells);
     return cells + " X " + cells;

@@ -25,7 +25,6 @@ int32_t ZoomPlus(int32_t zoomPosts);
 bool ZoomIn(MapView& view);
 bool ZoomOut(MapView& view);
 
-std::string ZoomCaption(const MapView& view); // of Label1: "3"
 std::string GridCaption(const MapView& view); // of Label2: "5 X 5"
 
 // cmdGoXY: the position that the texts of LabelX and LabelY spell, rounded and clamped to

@@ -48,9 +48,11 @@ std::string StrokeName(const std::vector<ValueRun<Value>>& runs) {
 
 UndoPoints::UndoPoints(Terrain& terrain, ChangeLog& changes, WorkspaceCommands& workspace)
     : terrain_(terrain), changes_(changes), workspace_(workspace) {
-    changes_.KeepStacks(*this);
+    changes_.KeepStacks(this);
     changes_.Follow(*this);
 }
+
+UndoPoints::~UndoPoints() { changes_.KeepStacks(nullptr); }
 
 StackKeeper::Stacks UndoPoints::StacksNow() const {
     return std::make_shared<const UndoStacks>(stacks_);
@@ -227,7 +229,7 @@ void UndoPoints::StepTo(int16_t position, Layer layer) {
 // has that revision again.
 void UndoPoints::WriteRegardless(int16_t position, int16_t entry, bool undo,
                                  Layer layer) {
-    const Paper paper = layer == Layer::Heights ? Paper::Heights : Paper::Level2;
+    const Paper paper = PaperOf(layer);
     const EditInLog edit = EditAt(entry, layer);
     const uint64_t before = changes_.Revision(paper);
     {

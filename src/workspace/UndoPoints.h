@@ -114,6 +114,7 @@ public:
     // All are borrowed. Every step ends with the panel's buttons and a repaint. It keeps
     // the log's stacks and follows it.
     UndoPoints(Terrain& terrain, ChangeLog& changes, WorkspaceCommands& workspace);
+    ~UndoPoints() override;
 
     // Remembers an edit that the caller has made.
     void AddPostUndo(const TerrainPost& oldPost, const TerrainPost& newPost,

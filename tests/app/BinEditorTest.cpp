@@ -1,5 +1,4 @@
 // The BIN editor and the workspace, which have the screen in turn.
-#include "app/BinEditorWindows.h"
 #include "app/OpenedWorkspace.h"
 #include "bineditor/SetsAndTiles.h"
 #include "catalogue/TextureBinFile.h"
@@ -41,10 +40,6 @@ protected:
         state_.Terrain.LxArr(1).TileOffset = 16;
         CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
     }
-    void AddSubsystems() override {
-        editor_ =
-            std::make_unique<BinEditorWindows>(state_, platform_.All, log_, *workspace_);
-    }
 
     static QWidget& Editor() { return Window("FrmBINTileEdit"); }
     static void Press(const char* button) {
@@ -60,8 +55,6 @@ protected:
     }
     int32_t Tile(int serial) { return state_.Terrain.LxArr(serial).TileOffset; }
     int32_t& Chosen() { return workspace_->Interaction().SelectedTile; }
-
-    std::unique_ptr<BinEditorWindows> editor_;
 };
 
 TEST_F(BinEditorTest, TheScreenIsTheEditorsUntilTheMapIsCalledBack) {

@@ -41,7 +41,7 @@ TEST_F(DeskTest, AnotherTheaterIsOpenedByStartingAnew) {
 
 TEST_F(DeskTest, WhoStaysForUnsavedWorkStartsNothing) {
     Open();
-    static_cast<WorkspaceCommands&>(*workspace_).L2NeedSave();
+    workspace_->L2NeedSave();
     std::string question;
     platform_.Dialogs.ExpectAnyBox("Confirm", BoxAnswer::No, &question);
     Choose("mnuOpenTheater");

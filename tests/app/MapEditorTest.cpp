@@ -1,5 +1,4 @@
 // The MAP editor and the workspace, which have the screen in turn.
-#include "app/MapEditorWindows.h"
 #include "app/OpenedWorkspace.h"
 #include "mapeditor/windows/PaletteGrid.h"
 
@@ -15,9 +14,8 @@ protected:
     void OpenWithEditor() {
         state_.MAPFile = folder_.Write("theater.map", std::string(1112, '\0'));
         Open();
-        editor_ = std::make_unique<MapEditorWindows>(state_, platform_.All, *workspace_);
-        static_cast<OpeningWindows&>(*workspace_).LoadMapEditor();
-        static_cast<WorkspaceCommands&>(*workspace_).CommandsChanged();
+        static_cast<OpeningWindows&>(subsystems_->Opening).LoadMapEditor();
+        workspace_->CommandsChanged();
     }
     static QWidget& Editor() { return Window("frmMAPMain"); }
     void GiveColor(int index, uint32_t from, uint32_t to) {
@@ -30,8 +28,6 @@ protected:
         for (const char* name : {"FrmVXMain", "FrmVXMap", "FrmVXTheaterPreview"})
             EXPECT_EQ(Window(name).isVisible(), !editor) << name;
     }
-
-    std::unique_ptr<MapEditorWindows> editor_;
 };
 
 TEST_F(MapEditorTest, WithoutAnEditorItsWaysAreClosed) {
@@ -62,7 +58,6 @@ TEST_F(MapEditorTest, TheMapsMenuLeadsToThePostsColour) {
     QWidget& map = Window("FrmVXMap");
     QTest::mouseClick(&Find<QWidget>(map, "PicShow"), Qt::RightButton, {}, {3, 636});
     auto* menu = map.findChild<QMenu*>("mnupup1");
-    EXPECT_FALSE(map.findChild<QAction*>("mnuLocInBIN")->isEnabled());
     QAction* entry = map.findChild<QAction*>("mnuLocColMAP");
     ASSERT_TRUE(entry->isEnabled());
     menu->close();

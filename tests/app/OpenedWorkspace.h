@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Workspace.h"
+#include "app/Subsystems.h"
 #include "support/FakePlatform.h"
 #include "support/PictureMaker.h"
 #include "support/TestFolder.h"
@@ -46,12 +46,12 @@ protected:
 
     // As the start-up window does it.
     void Open() {
-        workspace_.reset();
+        subsystems_.reset();
         state_.Starting = true;
-        workspace_ =
-            std::make_unique<Workspace>(state_, platform_.All, log_, [this] { ++ends_; });
-        AddSubsystems();
-        OpeningWindows& windows = *workspace_;
+        subsystems_ = std::make_unique<Subsystems>(
+            state_, platform_.All, log_, [this] { ++ends_; }, table_);
+        workspace_ = &subsystems_->Workspace;
+        OpeningWindows& windows = subsystems_->Opening;
         windows.PreviewChanged();
         windows.LoadMap();
         windows.ShowMainPanel();
@@ -62,9 +62,6 @@ protected:
         state_.Starting = false;
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window("FrmVXMain")));
     }
-
-    // What joins the workspace before its windows are made.
-    virtual void AddSubsystems() {}
 
     static QWidget& Window(const char* name) {
         for (QWidget* window : QApplication::topLevelWidgets())
@@ -87,7 +84,9 @@ protected:
     FakePlatform platform_;
     DebugLog log_{platform_.Clock};
     int ends_ = 0;
-    std::unique_ptr<Workspace> workspace_;
+    std::vector<Command> table_ = AllCommands();
+    std::unique_ptr<Subsystems> subsystems_;
+    Workspace* workspace_ = nullptr; // among them
 };
 
 } // namespace vardenix::tests

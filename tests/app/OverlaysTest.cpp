@@ -1,7 +1,6 @@
 // Features, the search, regions and derived files, from the panel's buttons and clicks on
 // the map to what lies in memory and on the disk afterwards.
 #include "app/OpenedWorkspace.h"
-#include "app/OverlayWindows.h"
 #include "features/windows/FrmVXFeatures.h"
 #include "search/windows/frmVXSearchOptions.h"
 #include "workspace/windows/FrmVXMain.h"
@@ -21,11 +20,6 @@ class OverlaysTest : public tests::OpenedWorkspace {
 protected:
     OverlaysTest() { state_.Folders.SystemTempPath = folder_.Path() + "/"; }
 
-    void AddSubsystems() override {
-        overlays_ =
-            std::make_unique<OverlayWindows>(state_, platform_.All, log_, *workspace_);
-    }
-
     // The view is of 5 by 5 posts of 128 pixels at the lower left.
     static void PressPost(int x, int y) {
         auto& picture = Find<QWidget>(Window("FrmVXMap"), "PicShow");
@@ -34,6 +28,12 @@ protected:
     }
     static void Choose(const char* entry) {
         Window("FrmVXMain").findChild<QAction*>(entry)->trigger();
+    }
+    void SearchNow() {
+        subsystems_->Search.ShowOptions();
+        auto& options = static_cast<frmVXSearchOptions&>(Window("frmVXSearchOptions"));
+        options.hide();
+        emit options.SearchWanted();
     }
     static bool Shown(const char* window) {
         for (const QWidget* each : QApplication::topLevelWidgets())
@@ -52,8 +52,6 @@ protected:
         return state_.Terrain.LxArr(int64_t{y} * Posts + x + 1).TileOffset;
     }
     static QColor PixelOf(int x, int y) { return Painted().pixelColor(x, y); }
-
-    std::unique_ptr<OverlayWindows> overlays_;
 };
 
 TEST_F(OverlaysTest, ARegionIsExportedBetweenTwoClicks) {
@@ -121,7 +119,7 @@ TEST_F(OverlaysTest, AnImportThatIsRefusedWaitsForNothing) {
 
 TEST_F(OverlaysTest, FeaturesShowOnTheMap) {
     Open();
-    overlays_->Features().LoadFiles({folder_.Write(
+    subsystems_->Features.Window().LoadFiles({folder_.Write(
         "f.tdf", "ROAD 2 0,2 4,2 0\nAIRPORT 1 3,3 0\nRIVER 2 0,0 9,0 0\n")});
     state_.Configuration.Roads = {0x0000FF, 5};
     const QImage before = Painted();
@@ -157,7 +155,7 @@ TEST_F(OverlaysTest, TheFeaturesWindowAndItsBoxGoTogether) {
 
 TEST_F(OverlaysTest, ExportWithShiftExportsFeatures) {
     Open();
-    overlays_->Features().LoadFiles(
+    subsystems_->Features.Window().LoadFiles(
         {folder_.Write("f.tdf", "CITY 1 2,2 7\nCITY 1 9,9 8\n")});
     QTest::keyPress(&Window("FrmVXMain"), Qt::Key_Shift);
     Click("CmdExport");
@@ -187,7 +185,7 @@ TEST_F(OverlaysTest, ASearchListsFramesAndOverwritesItsHits) {
     Find<QLineEdit>(options, "Text1").setText("0");
     QTest::mouseClick(&Find<QWidget>(options, "Frame1_3"), Qt::LeftButton); // right
     Find<QLineEdit>(options, "Text2").setText("5");
-    static_cast<WorkspaceCommands&>(*workspace_).RefreshPicArray();
+    workspace_->RefreshPicArray();
     const QImage before = Painted();
     Find<QAbstractButton>(options, "cmdSearch").click();
 
@@ -220,7 +218,7 @@ TEST_F(OverlaysTest, AHitComesToTheLowerLeftOfTheView) {
     Open();
     state_.Terrain.LxArr(20 * Posts + 11).X1 = 7; // post 10,20
     state_.Search.Pattern[0].CellX1 = "7";
-    emit overlays_->SearchOptions().SearchWanted();
+    SearchNow();
     auto& list = Find<QTreeView>(Window("frmVXSearchResults"), "ListRes");
     list.setCurrentIndex(list.model()->index(0, 0));
     QTest::keyClick(&list, Qt::Key_Return);

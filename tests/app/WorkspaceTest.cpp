@@ -108,8 +108,7 @@ TEST_F(WorkspaceTest, AScreenshotThatCannotBeWrittenIsToldWithItsFile) {
     EXPECT_NE(told.find("map.bmp"), std::string::npos) << told;
 }
 
-// A window that cannot be shown in this run keeps what an earlier run has stored for it.
-TEST_F(WorkspaceTest, FlagsOfWindowsThatCannotBeShownStay) {
+TEST_F(WorkspaceTest, FlagsOfTheOtherWindowsStayWhenOneIsClosed) {
     state_.Configuration.FeatWinVis = true;
     state_.Configuration.SearchResWinVis = true;
     Open();

@@ -37,14 +37,13 @@ struct Borrowed {
     DebugLog Log{Platform.Clock};
     NoEditorVerbs Verbs;
     tests::ToldWorkspace Workspace;
-    tests::ToldCommands Commands{Workspace.Story};
 };
 
 std::unique_ptr<QWidget> Made(const std::string& name, Borrowed& with) {
     ProgramState& state = with.State;
     if (name == "FrmVXMain") {
         auto panel = std::make_unique<FrmVXMain>(state, with.View, with.Platform.All,
-                                                 with.Workspace, with.Commands);
+                                                 with.Workspace);
         panel->Form_Load("places");
         return panel;
     }

@@ -10,15 +10,13 @@ namespace vardenix::tests {
 
 // Answers the details dialog, and writes down what a click asks for behind what it asks
 // of the workspace.
-class ToldMap : public MapCommands {
+class ToldMap : public MapWishes {
 public:
     explicit ToldMap(std::string& story) : story_(story) {}
 
     std::optional<TerrainPost> PostAnswer;
     std::optional<int16_t> ElevationAnswer;
     TerrainPost AskedPost{};
-    bool WithShift = false;
-    bool Locates = false;
 
     std::optional<TerrainPost> EditPost(const TerrainPost& post) override {
         AskedPost = post;
@@ -28,14 +26,6 @@ public:
     std::optional<int16_t> EditElevation(int16_t elevation) override {
         story_ += " height " + std::to_string(elevation) + "?";
         return ElevationAnswer;
-    }
-    bool CanLocateInBIN() const override { return Locates; }
-    bool CanLocateColorInMAP() const override { return Locates; }
-    void LocateInBIN(int32_t tileNumber) override {
-        story_ += " bin " + std::to_string(tileNumber);
-    }
-    void LocateColorInMAP(uint8_t palette) override {
-        story_ += " map " + std::to_string(palette);
     }
     void ExportTiles() override { story_ += " export"; }
     void SubExportTDFs() override { story_ += " tdfs"; }
@@ -53,7 +43,6 @@ public:
         for (const std::string& path : paths)
             story_ += " load " + path;
     }
-    bool ExportWithShift() const override { return WithShift; }
     void HideFrame7() override { story_ += " nohint"; }
 
 private:

@@ -2,7 +2,6 @@
 
 #include "platform/windows/ColorButton.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QMenu>
@@ -15,14 +14,12 @@ namespace {
 
 using tests::FrmVXMainTest;
 
-constexpr int Verb(PanelVerb verb) { return static_cast<int>(verb); }
-
 TEST_F(FrmVXMainTest, ItsTipsAreShownWhileTheMapHasTheKeyboard) {
     EXPECT_TRUE(window_.testAttribute(Qt::WA_AlwaysShowToolTips));
 }
 
 TEST_F(FrmVXMainTest, WearsItsCaptionsLetterForLetter) {
-    Show(false);
+    Show();
     const std::map<const char*, std::string> captions{
         {"chkShowAreas", "Show Areas/Paths"},
         {"chkShowGrid", "ShowGrid"},
@@ -68,62 +65,15 @@ TEST_F(FrmVXMainTest, WearsTheMenusLetterForLetter) {
         {"mnuFile", "Fi&le"}, {"mnuTools", "T&ools"}, {"mnuHelp", "Hel&p"}};
     for (const auto& [name, caption] : menus)
         EXPECT_EQ(Find<QMenu>(name).title().toStdString(), caption);
-    const std::map<const char*, std::string> entries{
-        {"mnyExit", "E&xit"},
-        {"mnumkMEA", "Make MEA F&ile"},
-        {"mnumkTHR", "Ma&ke THR File"},
-        {"mnumktc", "Make t&c File"},
-        {"mnumktm", "Make t&m File"},
-        {"mnuRebuildTheater", "Re&build Entire Theater..."},
-        {"mnuThStats", "Theater Sta&tistics..."},
-        {"mnuSaveScreeshot", "Sa&ve Map Screenshot..."},
-        {"mnuOnlineHelp", "O&nline Help"}};
-    for (const auto& [name, caption] : entries)
-        EXPECT_EQ(Find<QAction>(name).text().toStdString(), caption);
-}
-
-TEST_F(FrmVXMainTest, MapOptionBoxesSetSwitchAndSettingAndRepaint) {
-    Show();
-    struct Row {
-        const char* Name;
-        bool MapView::*Switch;
-        bool Configuration::*Setting;
-    };
-    for (const Row& row : std::initializer_list<Row>{
-             {"chkShowAreas", &MapView::ShowAreasPaths,
-              &Configuration::VXMasterPathsAreas},
-             {"chkShowGrid", &MapView::ShowGrid, &Configuration::OptionShowGrid},
-             {"chkShowExport", &MapView::ShowExport, &Configuration::OptionShowExpArea},
-             {"chkShowHeights", &MapView::ShowHeights, &Configuration::OptionShowHeights},
-             {"chkShowSegments", &MapView::ShowSegments,
-              &Configuration::OptionShowSegments}}) {
-        for (const bool on : {true, false}) {
-            EXPECT_EQ(StoryOf(row.Name), "paint ") << row.Name;
-            EXPECT_EQ(view_.*row.Switch, on) << row.Name;
-            EXPECT_EQ(state_.Configuration.*row.Setting, on) << row.Name;
-        }
-    }
-}
-
-TEST_F(FrmVXMainTest, NightAndMapColorsActOnlyWhileThePanelIsVisible) {
-    Show();
-    EXPECT_EQ(StoryOf("chkApplyNight"), "paint ");
-    EXPECT_TRUE(view_.ApplyNight);
-    EXPECT_EQ(StoryOf("chkApplyMAP"), "paint ");
-    EXPECT_TRUE(view_.ApplyMAP);
-    window_.hide();
-    EXPECT_EQ(StoryOf("chkApplyNight") + StoryOf("chkApplyMAP"), "");
-    EXPECT_TRUE(view_.ApplyNight);
-    EXPECT_TRUE(view_.ApplyMAP);
 }
 
 TEST_F(FrmVXMainTest, NothingIsPaintedWhileTheProgramStarts) {
     state_.Starting = true;
     Show();
-    EXPECT_EQ(StoryOf("chkShowGrid") + StoryOf("chkApplyMAP") + StoryOf("cmdBPlus"), "");
-    EXPECT_TRUE(view_.ShowGrid);
+    EXPECT_EQ(StoryOf("cmdBPlus"), "");
     EXPECT_EQ(view_.Brightness, 20);
-    EXPECT_EQ(StoryOf("cmdminus"), "layout ");
+    window_.StepZoom(-1);
+    EXPECT_EQ(workspace_.Story, "layout ");
     Find<QComboBox>("ComTileWidth").setCurrentIndex(0);
     EXPECT_EQ(workspace_.Story, "layout layout ");
 }
@@ -159,7 +109,7 @@ TEST_F(FrmVXMainTest, MapColorStrengthRepaintsOnlyWhenItIsApplied) {
     EXPECT_EQ(StoryOf("cmdTransMinus"), "");
     EXPECT_EQ(view_.MapAlpha, 95);
     EXPECT_EQ(Shown("lblTrans"), "95");
-    Click("chkApplyMAP");
+    view_.ApplyMAP = true;
     EXPECT_EQ(StoryOf("cmdTransPlus"), "paint ");
     EXPECT_EQ(view_.MapAlpha, 127);
     Slider("sldrTrans").setValue(230);
@@ -195,8 +145,6 @@ TEST_F(FrmVXMainTest, ColorButtonsStoreTheChosenColorAndRepaint) {
         const QImage seen = button.grab().toImage();
         EXPECT_EQ(seen.pixelColor(button.rect().center()), QColor(0x56, 0x34, 0x12));
     }
-    EXPECT_EQ(StoryOf("CmdHeightCol"), "heights ");
-    EXPECT_EQ(StoryOf("cmdAreasOptions"), "areas ");
 }
 
 TEST_F(FrmVXMainTest, TheFontOfTheHeightsIsStored) {
@@ -216,40 +164,39 @@ TEST_F(FrmVXMainTest, TheFontOfTheHeightsIsStored) {
 
 TEST_F(FrmVXMainTest, ZoomStepsByOnePostBetweenOneAndTwenty) {
     Show();
+    const auto zoomed = [this](int steps) {
+        workspace_.Story.clear();
+        window_.StepZoom(steps);
+        return workspace_.Story;
+    };
     EXPECT_EQ(Slider("ZoomScroll").minimum(), 1);
     EXPECT_EQ(Slider("ZoomScroll").maximum(), 20);
     EXPECT_EQ(Slider("ZoomScroll").pageStep(), 5);
-    EXPECT_EQ(StoryOf("cmdplus"), "");
-    EXPECT_EQ(StoryOf("cmdminus"), "layout paint ");
+    EXPECT_EQ(zoomed(1), "");
+    EXPECT_EQ(zoomed(-1), "layout paint ");
     EXPECT_EQ(view_.ZoomPosts, 2);
     EXPECT_EQ(state_.Configuration.Zoom, 2);
     EXPECT_EQ(Shown("Label1"), "2");
     EXPECT_EQ(Shown("lblZoomUnit"), "posts a cell");
     view_.MapLeftX = 50; // to 59; five posts have the same middle from 52 on
     view_.MapBottomY = 70;
-    EXPECT_EQ(StoryOf("cmdplus"), "layout paint ");
+    EXPECT_EQ(zoomed(1), "layout paint ");
     EXPECT_EQ(workspace_.Placed, (PostPlace{52, 72}));
     EXPECT_EQ(Shown("lblZoomUnit"), "post a cell");
     EXPECT_EQ(view_.ZoomPosts, 1);
     Slider("ZoomScroll").setValue(20);
-    EXPECT_EQ(StoryOf("cmdminus"), "");
+    EXPECT_EQ(zoomed(-1), "");
     EXPECT_EQ(view_.ZoomPosts, 20);
 }
 
-TEST_F(FrmVXMainTest, GridSizeGoesFromTwoToTen) {
+TEST_F(FrmVXMainTest, TheSizeOfTheGridIsShownAndRemembered) {
     Show();
     EXPECT_EQ(Shown("Label2"), "5 X 5");
-    EXPECT_EQ(StoryOf("cmdZoomin"), "layout paint ");
+    view_.GridCells = 4;
+    window_.GridCellsChanged();
+    EXPECT_EQ(workspace_.Story, "layout paint ");
     EXPECT_EQ(Shown("Label2"), "4 X 4");
     EXPECT_EQ(state_.Configuration.GridSize, 4);
-    view_.GridCells = 2;
-    EXPECT_EQ(StoryOf("cmdZoomin"), "");
-    EXPECT_EQ(view_.GridCells, 2);
-    EXPECT_EQ(StoryOf("cmdZoomOut"), "layout paint ");
-    EXPECT_EQ(view_.GridCells, 3);
-    view_.GridCells = 10;
-    EXPECT_EQ(StoryOf("cmdZoomOut"), "");
-    EXPECT_EQ(view_.GridCells, 10);
 }
 
 TEST_F(FrmVXMainTest, TileSizeIsChosenFromSix) {
@@ -294,7 +241,8 @@ TEST_F(FrmVXMainTest, GoClampsThePositionBeforeItScrolls) {
     Find<QLineEdit>("LabelX").setText("17");
     Find<QLineEdit>("LabelY").setText("99999");
     // The last of 256 posts.
-    EXPECT_EQ(StoryOf("cmdGoXY"), "scroll 17,255 ");
+    window_.GoToTypedPosition();
+    EXPECT_EQ(workspace_.Story, "scroll 17,255 ");
     EXPECT_EQ(state_.Configuration.X, 17);
     EXPECT_EQ(state_.Configuration.Y, 255);
     Find<QLineEdit>("LabelX").setText("18");
@@ -308,41 +256,12 @@ TEST_F(FrmVXMainTest, GoClampsThePositionBeforeItScrolls) {
     EXPECT_EQ(Find<QLineEdit>("LabelY").text().toStdString(), "44");
 }
 
-TEST_F(FrmVXMainTest, WindowBoxesShowAndHideTheirWindows) {
-    Show();
-    const std::map<const char*, PanelVerb> boxes{
-        {"chkShowMain", PanelVerb::ShowMain},
-        {"chkShowResults", PanelVerb::ShowResults},
-        {"chkShowTheater", PanelVerb::ShowTheater},
-        {"chkShowTile", PanelVerb::ShowTile},
-        {"chkShowFeatures", PanelVerb::ShowFeatures}};
-    for (const auto& [name, verb] : boxes) {
-        const std::string number = std::to_string(Verb(verb)) + " ";
-        EXPECT_EQ(StoryOf(name), "show " + number) << name;
-        EXPECT_TRUE(window_.WindowBox(verb));
-        EXPECT_EQ(StoryOf(name), "hide " + number) << name;
-        Click(name);
-        workspace_.Story.clear();
-        window_.WindowHidden(name);
-        EXPECT_FALSE(window_.WindowBox(verb)) << name;
-        window_.SetWindowBox(verb, true);
-        EXPECT_TRUE(window_.WindowBox(verb)) << name;
-        EXPECT_EQ(workspace_.Story, "") << name;
-    }
-}
-
 TEST_F(FrmVXMainTest, SettingsAreShownWithoutAnyEffect) {
-    state_.Configuration.OptionShowSegments = true;
-    state_.Configuration.MainWinVis = true;
     state_.Configuration.OptionBrightness = 500; // an old file
     state_.Configuration.Zoom = 7;
     state_.Configuration.TileSize = 0;
-    commands_.AllPossible = true;
     window_.Form_Load("Norrland");
     EXPECT_EQ(workspace_.Story, "");
-    EXPECT_TRUE(Find<QCheckBox>("chkShowSegments").isChecked());
-    EXPECT_FALSE(Find<QCheckBox>("chkShowGrid").isChecked());
-    EXPECT_TRUE(window_.WindowBox(PanelVerb::ShowMain));
     EXPECT_EQ(Slider("sldrBrightness").value(), 100);
     EXPECT_EQ(Slider("ZoomScroll").value(), 7);
     EXPECT_EQ(Shown("Label1"), "7");

@@ -7,13 +7,9 @@
 
 #include <QAbstractButton>
 #include <QAbstractSlider>
-#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
-
-#include <optional>
-#include <set>
 
 namespace vardenix::tests {
 
@@ -47,43 +43,6 @@ public:
     }
 };
 
-class ToldCommands : public PanelCommands {
-public:
-    explicit ToldCommands(std::string& story) : story_(story) {}
-
-    std::set<PanelVerb> Possible;
-    bool AllPossible = false;
-
-    bool Can(PanelVerb verb) const override {
-        return AllPossible || Possible.contains(verb);
-    }
-    std::optional<PanelVerb> OneChosen;
-    bool Chosen(PanelVerb verb) const override { return OneChosen == verb; }
-    void Do(PanelVerb verb) override { Tell("do", static_cast<int>(verb)); }
-    void SaveTheater(bool as) override { Tell("save", as); }
-    void EditL0Elv(bool on) override { Tell("l0", on); }
-    void ShowWindow(PanelVerb window, bool on) override {
-        Tell(on ? "show" : "hide", static_cast<int>(window));
-    }
-    void SaveScreenshot(const std::string& path, int filterIndex) override {
-        story_ += path + " ";
-        Tell("screenshot", filterIndex);
-    }
-    std::vector<std::string> Recent;
-    std::vector<std::string> RecentTheaters() override { return Recent; }
-    void OpenRecent(const std::string& folder) override { story_ += folder + " "; }
-    void ShowHeightColors() override { story_ += "heights "; }
-    void ShowAreasPathsOptions() override { story_ += "areas "; }
-    void ShowAbout() override { story_ += "about "; }
-
-private:
-    void Tell(const char* what, int value) {
-        story_ += std::string(what) + " " + std::to_string(value) + " ";
-    }
-
-    std::string& story_;
-};
-
 // The panel on the screen, over a theater of 256 posts a side.
 class FrmVXMainTest : public testing::Test {
 protected:
@@ -92,9 +51,7 @@ protected:
         state_.Terrain.MapWidth = 256;
     }
 
-    // With every command or with none that comes from elsewhere.
-    void Show(bool allPossible = true) {
-        commands_.AllPossible = allPossible;
+    void Show() {
         window_.Form_Load("Norrland");
         window_.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window_));
@@ -107,11 +64,6 @@ protected:
         Click(name);
         return workspace_.Story;
     }
-    std::string StoryOfMenu(const char* name) {
-        workspace_.Story.clear();
-        Find<QAction>(name).trigger();
-        return workspace_.Story;
-    }
     template <typename Control>
     Control& Find(const char* name) {
         return tests::Find<Control>(window_, name);
@@ -121,7 +73,6 @@ protected:
         return tests::Find<Control>(window, name);
     }
     QAbstractSlider& Slider(const char* name) { return Find<QAbstractSlider>(name); }
-    bool Enabled(const char* name) { return Find<QWidget>(name).isEnabled(); }
     std::string Text(const char* name) {
         return Find<QAbstractButton>(name).text().toStdString();
     }
@@ -134,8 +85,7 @@ protected:
     MapView view_ = ViewOfSettings(state_.Configuration);
     FakePlatform platform_;
     ToldWorkspace workspace_;
-    ToldCommands commands_{workspace_.Story};
-    FrmVXMain window_{state_, view_, platform_.All, workspace_, commands_};
+    FrmVXMain window_{state_, view_, platform_.All, workspace_};
 };
 
 } // namespace vardenix::tests

@@ -2,7 +2,6 @@
 
 #include "support/RecordingCommands.h"
 #include "windows/WindowTest.h"
-#include "workspace/windows/MapDialogs.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -173,17 +172,17 @@ TEST_F(FrmVXTileDetailsTest, InL0ModeOnlyTheElevationLives) {
     EXPECT_EQ(workspace_.Story, "L0");
 }
 
-class MapDialogsTest : public FrmVXTileDetailsTest {
+class AskForDetails : public FrmVXTileDetailsTest {
 protected:
-    MapDialogs map_{dialogs_, workspace_, lookup_};
+    const FrmVXTileDetails::Helpers helpers_{dialogs_, workspace_, lookup_};
 };
 
-TEST_F(MapDialogsTest, AnUpdatedDialogGivesWhatWasEntered) {
+TEST_F(AskForDetails, AnUpdatedDialogGivesWhatWasEntered) {
     tests::WhenModal<FrmVXTileDetails>([](FrmVXTileDetails& dialog) {
         Find<QLineEdit>(dialog, "Text3").setText("44");
         Find<QAbstractButton>(dialog, "Command2").click();
     });
-    const auto post = map_.EditPost(Post());
+    const auto post = AskForPost(Post(), helpers_);
     ASSERT_TRUE(post);
     TerrainPost expected = Post();
     expected.Palette = 44;
@@ -192,16 +191,16 @@ TEST_F(MapDialogsTest, AnUpdatedDialogGivesWhatWasEntered) {
         Find<QLineEdit>(dialog, "Text2").setText("-9");
         Find<QAbstractButton>(dialog, "Command2").click();
     });
-    EXPECT_EQ(map_.EditElevation(12), int16_t{-9});
+    EXPECT_EQ(AskForElevation(12, helpers_), int16_t{-9});
 }
 
-TEST_F(MapDialogsTest, AClosedDialogGivesNothing) {
+TEST_F(AskForDetails, AClosedDialogGivesNothing) {
     tests::WhenModal<FrmVXTileDetails>([](FrmVXTileDetails& dialog) { dialog.close(); });
-    EXPECT_FALSE(map_.EditPost(Post()));
+    EXPECT_FALSE(AskForPost(Post(), helpers_));
     tests::WhenModal<FrmVXTileDetails>([](FrmVXTileDetails& dialog) {
         Find<QAbstractButton>(dialog, "Command1").click();
     });
-    EXPECT_FALSE(map_.EditElevation(12));
+    EXPECT_FALSE(AskForElevation(12, helpers_));
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "support/TestFolder.h"
-#include "workspace/windows/Actions.h"
 
 #include <QRegularExpression>
 #include <gtest/gtest.h>
@@ -16,15 +15,6 @@ const std::string Folder = MANUAL_FOLDER;
 
 std::string Manual() { return tests::Slurp(Folder + "/manual.md"); }
 
-std::string Between(const std::string& text, const std::string& begin,
-                    const std::string& end) {
-    const size_t from = text.find(begin);
-    const size_t to = text.find(end);
-    if (from == std::string::npos || to == std::string::npos)
-        return "no " + begin;
-    return text.substr(from + begin.size(), to - from - begin.size());
-}
-
 // What the expression's group takes, wherever the manual matches.
 std::vector<std::string> AllOf(const char* expression) {
     std::vector<std::string> found;
@@ -33,12 +23,6 @@ std::vector<std::string> AllOf(const char* expression) {
     while (matches.hasNext())
         found.push_back(matches.next().captured(1).toStdString());
     return found;
-}
-
-// When a key changes, this prints the table that the manual is to have.
-TEST(Manual, ListsTheKeysThatThereAre) {
-    EXPECT_EQ(Between(Manual(), "<!-- keys: begin -->\n", "<!-- keys: end -->"),
-              ShortcutList().toStdString());
 }
 
 TEST(Manual, ShowsPicturesThatThereAre) {

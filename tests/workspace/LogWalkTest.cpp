@@ -32,7 +32,7 @@ protected:
     }
     std::string Back() {
         workspace_.Story.clear();
-        place_ = WalkBack(state_.Changes, view_, 64, workspace_);
+        walked_ = WalkLog(state_.Changes, Walk::Back, view_, 64, frame_, workspace_);
         return workspace_.Story;
     }
 
@@ -40,20 +40,21 @@ protected:
     MapView view_;
     tests::RecordingCommands workspace_;
     UndoPoints undo_{state_.Terrain, state_.Changes, workspace_};
-    std::optional<PostBox> place_;
+    StepFrame frame_;
+    bool walked_ = false;
 };
 
 TEST_F(LogWalkTest, AStepIsToldAndItsPlaceGiven) {
     Set("Import coast.exp", 21, 31);
     EXPECT_EQ(Back(), "commands refresh L2saved");
     EXPECT_EQ(workspace_.Told, "Taken back: Import coast.exp");
-    ASSERT_TRUE(place_.has_value());
-    EXPECT_EQ(place_->X1, 21);
-    EXPECT_EQ(place_->Y1, 31);
-    EXPECT_EQ(place_->X2, 21);
-    EXPECT_EQ(place_->Y2, 31);
+    ASSERT_TRUE(frame_.Box.has_value());
+    EXPECT_EQ(frame_.Box->X1, 21);
+    EXPECT_EQ(frame_.Box->Y1, 31);
+    EXPECT_EQ(frame_.Box->X2, 21);
+    EXPECT_EQ(frame_.Box->Y2, 31);
     workspace_.Story.clear();
-    WalkAgain(state_.Changes, view_, 64, workspace_);
+    EXPECT_TRUE(WalkLog(state_.Changes, Walk::Again, view_, 64, frame_, workspace_));
     EXPECT_EQ(workspace_.Story, "commands refresh L2");
     EXPECT_EQ(workspace_.Told, "Done again: Import coast.exp");
 }
@@ -65,7 +66,7 @@ TEST_F(LogWalkTest, WhatLiesOutOfViewIsScrolledTo) {
 
 TEST_F(LogWalkTest, WithoutAStepNothingHappens) {
     EXPECT_EQ(Back(), "");
-    EXPECT_FALSE(place_.has_value());
+    EXPECT_FALSE(walked_);
     EXPECT_EQ(workspace_.Told, "");
 }
 
@@ -88,7 +89,7 @@ TEST_F(LogWalkTest, AChangeOfTheCatalogueHasNoPlaceOnTheMap) {
         ++state_.Catalogue.Bin.NumTiles;
     }
     EXPECT_EQ(Back(), "commands refresh");
-    EXPECT_FALSE(place_.has_value());
+    EXPECT_FALSE(frame_.Box.has_value());
 }
 
 TEST_F(LogWalkTest, TheFrameLiesRoundThePosts) {

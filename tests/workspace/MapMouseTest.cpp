@@ -129,7 +129,7 @@ TEST_F(MapMouseTest, BothCornersMayBeTheSamePost) {
 
 TEST_F(MapMouseTest, AnExportBegunWithShiftWritesFeatures) {
     interaction_.WaitExportCorner2 = true;
-    commands_.WithShift = true;
+    interaction_.ExportFeatures = true;
     Left(0, 0);
     EXPECT_EQ(workspace_.Story, " nohint refresh tdfs");
 }
@@ -179,23 +179,11 @@ TEST_F(MapMouseTest, WhileAScrollValueIsSetNoButtonDoesAnything) {
 TEST_F(MapMouseTest, ARightClickRemembersThePostForTheMenu) {
     EXPECT_TRUE(Right(2, 1));
     EXPECT_EQ(interaction_.PopupSerial, 16 + 3);
-    EXPECT_TRUE(mouse_.PopupOnTerrain());
     view_.MapLeftX = 15;
     EXPECT_TRUE(Right(2, 1));
-    EXPECT_FALSE(mouse_.PopupOnTerrain());
+    EXPECT_EQ(interaction_.PopupSerial, 0);
     mouse_.mnuTileProperties();
-    mouse_.mnuLocInBIN();
-    mouse_.mnuLocColMAP();
     EXPECT_EQ(workspace_.Story, "");
-}
-
-TEST_F(MapMouseTest, TheMenuActsOnThePostOfTheClick) {
-    terrain_.LxArr(16 + 3).TileOffset = 41;
-    terrain_.LxArr(16 + 3).Palette = 12;
-    Right(2, 1);
-    mouse_.mnuLocInBIN();
-    mouse_.mnuLocColMAP();
-    EXPECT_EQ(workspace_.Story, " bin 41 map 12");
 }
 
 TEST_F(MapMouseTest, PropertiesOverwriteAllFiveFields) {

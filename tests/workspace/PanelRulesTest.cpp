@@ -52,11 +52,9 @@ TEST(PanelRules, TheGridStaysBetweenTwoAndTenCells) {
     EXPECT_EQ(view.GridCells, 10);
 }
 
-TEST(PanelRules, CaptionsOfZoomAndGrid) {
+TEST(PanelRules, TheGridsCaptionNamesBothSides) {
     MapView view;
-    view.ZoomPosts = 12;
     view.GridCells = 10;
-    EXPECT_EQ(ZoomCaption(view), "12");
     EXPECT_EQ(GridCaption(view), "10 X 10");
 }
 

@@ -6,7 +6,6 @@
 #include "platform/windows/Theme.h"
 #include "ui_FrmVXMain.h"
 #include "workspace/ZoomAndDrag.h"
-#include "workspace/windows/Actions.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -30,26 +29,22 @@ constexpr int PanelTipWidth = 240;           // pixels
 } // namespace
 
 FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platform,
-                     WorkspaceCommands& workspace, PanelCommands& commands)
+                     WorkspaceCommands& workspace)
     : state_(state), view_(view), platform_(platform), workspace_(workspace),
-      commands_(commands), ui_(std::make_unique<Ui::FrmVXMain>()) {
+      ui_(std::make_unique<Ui::FrmVXMain>()) {
     ui_->setupUi(this);
     // The map has the keyboard most of the time.
     setAttribute(Qt::WA_AlwaysShowToolTips);
     DressControls();
-    ApplyActions(*this);
     MakeToolTip();
-    ConnectMapOptions();
     ConnectSliders();
     ConnectColors();
     ConnectView();
     ConnectPosition();
-    ConnectCommands();
-    ConnectMenus();
     OnSignal(qApp, &QApplication::focusChanged, this,
              [this](const QWidget*, const QWidget* now) { WatchFocus(now); });
     ShowSettings();
-    RefreshCommands();
+    RedrawSaveButton();
     resize(sizeHint());
     firstHeight_ = height();
 }
@@ -128,7 +123,6 @@ void FrmVXMain::Form_Load(const std::string& mapTitle) {
     ShowSettings();
     SetL0FileName({});
     ChangeControlsForL0Edit(false);
-    RefreshCommands();
 }
 
 void FrmVXMain::ShowSettings() {
@@ -138,29 +132,10 @@ void FrmVXMain::ShowSettings() {
         quiet.emplace_back(control);
     const Configuration& settings = state_.Configuration;
     const MapView stored = ViewOfSettings(settings);
-    ui_->chkShowAreas->setChecked(stored.ShowAreasPaths);
-    ui_->chkShowGrid->setChecked(stored.ShowGrid);
-    ui_->chkShowExport->setChecked(stored.ShowExport);
-    ui_->chkShowHeights->setChecked(stored.ShowHeights);
-    ui_->chkShowSegments->setChecked(stored.ShowSegments);
-    ui_->chkApplyNight->setChecked(view_.ApplyNight);
-    ui_->chkApplyMAP->setChecked(view_.ApplyMAP);
     ui_->sldrTrans->setValue(view_.MapAlpha);
     ui_->sldrBrightness->setValue(static_cast<int>(stored.Brightness));
     ui_->ZoomScroll->setValue(stored.ZoomPosts);
     ui_->ComTileWidth->setCurrentText(QString::number(stored.TilePixels));
-    for (const PanelVerb window :
-         {PanelVerb::ShowMain, PanelVerb::ShowResults, PanelVerb::ShowTheater,
-          PanelVerb::ShowTile, PanelVerb::ShowFeatures})
-        BoxOf(window)->setChecked(false);
-    ui_->chkShowMain->setChecked(settings.MainWinVis);
-    ui_->chkShowTheater->setChecked(settings.ThPrevWinVis);
-    ui_->chkShowResults->setChecked(settings.SearchResWinVis &&
-                                    commands_.Can(PanelVerb::ShowResults));
-    ui_->chkShowTile->setChecked(settings.PalWinVis &&
-                                 commands_.Can(PanelVerb::ShowTile));
-    ui_->chkShowFeatures->setChecked(settings.FeatWinVis &&
-                                     commands_.Can(PanelVerb::ShowFeatures));
     ShowColors();
     ShowCaptions();
     PositionChanged();
@@ -233,7 +208,7 @@ void FrmVXMain::ChangeControlsForL0Edit(bool on) {
         colors.setColor(QPalette::Base, color);
         box->setPalette(colors);
     }
-    RefreshCommands();
+    RedrawSaveButton();
 }
 
 void FrmVXMain::SetL0FileName(const std::string& fileName) {
@@ -241,7 +216,41 @@ void FrmVXMain::SetL0FileName(const std::string& fileName) {
     const QString tip = QString::fromStdString(L0ToolTip(fileName));
     toolTip_.SetToolText(*ui_->chkL0ELV, tip);
     toolTip_.SetToolText(*ui_->cmdLoadL0Elv, tip);
-    RefreshCommands();
+    RedrawSaveButton();
+}
+
+void FrmVXMain::DisableClickableItemsVX(bool enabled) {
+    for (const char* name : ClickableItemsVX)
+        if (auto* control = findChild<QWidget*>(name))
+            control->setEnabled(enabled);
+    // Unlocking gives back only what can be done.
+    if (enabled)
+        workspace_.CommandsChanged();
+}
+
+bool FrmVXMain::CanSave() const {
+    return vardenix::RedrawSaveButton(shiftDown_, view_.L0Mode, titles_.L0NeedSaveFlag(),
+                                      titles_.L2NeedSaveFlag())
+        .Enabled;
+}
+
+void FrmVXMain::RedrawSaveButton() {
+    const ButtonState look = vardenix::RedrawSaveButton(
+        shiftDown_, view_.L0Mode, titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag());
+    ui_->CmdSaveTheater->setText(QString::fromStdString(look.Caption));
+    workspace_.CommandsChanged();
+}
+
+void FrmVXMain::RedrawExportButton() {
+    ui_->CmdExport->setText(
+        QString::fromStdString(vardenix::RedrawExportButton(shiftDown_)));
+}
+
+void FrmVXMain::ShowHint(Hint hint) {
+    ui_->lblExport->setVisible(hint == Hint::Export);
+    ui_->lblImport->setVisible(hint == Hint::Import);
+    ui_->lblImportNoUndo->setVisible(hint == Hint::Import);
+    ui_->Frame7->setVisible(hint != Hint::None);
 }
 
 void FrmVXMain::SetPB3(int value) {

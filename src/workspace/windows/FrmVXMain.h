@@ -8,7 +8,6 @@
 #include "program/WorkspaceCommands.h"
 #include "workspace/PanelRules.h"
 #include "workspace/TheaterSaving.h"
-#include "workspace/windows/PanelCommands.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>
@@ -17,7 +16,6 @@
 #include <memory>
 
 class QAbstractSlider;
-class QCheckBox;
 
 namespace Ui {
 class FrmVXMain;
@@ -35,7 +33,7 @@ class FrmVXMain : public QMainWindow, public Progress, public SavingPanel {
 public:
     // All are borrowed for the window's life.
     FrmVXMain(ProgramState& state, MapView& view, const Platform& platform,
-              WorkspaceCommands& workspace, PanelCommands& commands);
+              WorkspaceCommands& workspace);
     ~FrmVXMain() override;
 
     // Everything as at the start of the work on a theater: controls from the settings,
@@ -61,13 +59,14 @@ public:
     // Empty until a file is loaded.
     void SetL0FileName(const std::string& fileName) override;
 
-    // Asks PanelCommands::Can anew for every control.
-    void RefreshCommands();
+    // Locks the controls that may change the view; unlocking gives back what can be done.
     void DisableClickableItemsVX(bool enabled);
     void RedrawSaveButton();
     void RedrawExportButton();
-    // ShiftDown when CmdExport was pressed.
-    bool ExportWithShift() const { return exportWithShift_; }
+    // There is something to be saved, or another name to be asked for.
+    bool CanSave() const;
+    bool HasL0File() const { return !l0FileName_.empty(); }
+    bool ShiftDown() const { return shiftDown_; }
     // The hint under the panel while corners are waited for.
     enum class Hint { None, Export, Import };
     void ShowHint(Hint hint);
@@ -79,11 +78,14 @@ public:
     // The map's window has chosen the view's GridCells and TilePixels: the panel shows
     // them, and lays out and paints anew. `forGood`: they are remembered.
     void GridChosen(bool forGood);
-    // The box of a window, without showing or hiding that.
-    bool WindowBox(PanelVerb window) const;
-    void SetWindowBox(PanelVerb window, bool on);
-    // By the box's name, for a window that its close box has hidden.
-    void WindowHidden(const char* checkBoxName);
+    // Fewer posts in a cell for positive steps, and the other way round.
+    void StepZoom(int steps);
+    // The view has other GridCells: the panel shows them, and lays out and paints anew.
+    void GridCellsChanged();
+    // The position that LabelX and LabelY spell.
+    void GoToTypedPosition();
+    // The buttons of colours show those of the settings.
+    void ShowColors();
 
     // The bar's width is (value - PB3Min) / PB3Max of 3495 twips.
     void SetPB3(int value);
@@ -112,57 +114,36 @@ private:
     void DressControls();
     void FitScrollArea();
     void MakeToolTip();
-    void ConnectMapOptions();
     void ConnectSliders();
     void ConnectColors();
     void ConnectView();
     void ConnectPosition();
-    void ConnectCommands();
-    void ConnectMenus();
 
-    // Sets a switch of the view and its setting from the box, and repaints.
-    void JoinSwitch(QCheckBox* box, bool MapView::*shown, bool Configuration::*stored);
-    // The same without a setting, and only while the panel is to be seen.
-    void JoinApplyBox(QCheckBox* box, bool MapView::*shown);
     void JoinColor(ColorButton* button, uint32_t MapView::*shown,
                    uint32_t Configuration::*stored);
-    void JoinWindowBox(QCheckBox* box, PanelVerb window);
-    void JoinVerb(const char* control, PanelVerb verb);
 
     void sldrBrightness_Change(int value);
     void sldrTrans_Change(int value);
     void ZoomScroll_Change(int value);
     void cmdFont_Click();
     void ComTileWidth_Click(int index);
-    void GridCellsChanged();
-    void cmdGoXY_Click();
-    void CmdSaveTheater_Click(bool as);
-    void CmdExport_Click();
-    void TickChosen();
-    void FillRecent();
-    void mnuOnlineHelp_Click();
-    void mnuSaveScreeshot_Click();
 
     // Unless the program is starting.
     void Repaint();
-    void ShowColors();
     void ShowCaptions();
     void ShowTitles();
     void WatchKey(const QKeyEvent& event, bool down);
     void WatchFocus(const QWidget* now);
     void SetShift(bool down);
-    QCheckBox* BoxOf(PanelVerb window) const;
 
     ProgramState& state_;
     MapView& view_;
     const Platform& platform_;
     WorkspaceCommands& workspace_;
-    PanelCommands& commands_;
     std::unique_ptr<Ui::FrmVXMain> ui_;
     DirtyTitles titles_{""};
     std::string l0FileName_;
     bool shiftDown_ = false;
-    bool exportWithShift_ = false;
     int firstHeight_ = 0; // until the window is first shown
     int pb3Min_ = 0;
     int pb3Max_ = 100;

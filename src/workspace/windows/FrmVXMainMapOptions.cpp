@@ -9,40 +9,6 @@
 
 namespace vardenix {
 
-void FrmVXMain::JoinSwitch(QCheckBox* box, bool MapView::*shown,
-                           bool Configuration::*stored) {
-    OnSignal(box, &QAbstractButton::toggled, this, [this, shown, stored](bool on) {
-        view_.*shown = on;
-        state_.Configuration.*stored = on;
-        Repaint();
-    });
-}
-
-void FrmVXMain::JoinApplyBox(QCheckBox* box, bool MapView::*shown) {
-    OnSignal(box, &QAbstractButton::toggled, this, [this, shown](bool on) {
-        if (!isVisible())
-            return;
-        view_.*shown = on;
-        Repaint();
-    });
-}
-
-void FrmVXMain::ConnectMapOptions() {
-    JoinSwitch(ui_->chkShowAreas, &MapView::ShowAreasPaths,
-               &Configuration::VXMasterPathsAreas);
-    JoinSwitch(ui_->chkShowGrid, &MapView::ShowGrid, &Configuration::OptionShowGrid);
-    JoinSwitch(ui_->chkShowExport, &MapView::ShowExport,
-               &Configuration::OptionShowExpArea);
-    JoinSwitch(ui_->chkShowHeights, &MapView::ShowHeights,
-               &Configuration::OptionShowHeights);
-    JoinSwitch(ui_->chkShowSegments, &MapView::ShowSegments,
-               &Configuration::OptionShowSegments);
-    JoinApplyBox(ui_->chkApplyNight, &MapView::ApplyNight);
-    JoinApplyBox(ui_->chkApplyMAP, &MapView::ApplyMAP);
-    OnSignal(ui_->chkL0ELV, &QAbstractButton::toggled, this,
-             [this](bool on) { commands_.EditL0Elv(on); });
-}
-
 void FrmVXMain::ConnectSliders() {
     OnSignal(ui_->sldrBrightness, &QAbstractSlider::valueChanged, this,
              [this](int value) { sldrBrightness_Change(value); });
@@ -97,12 +63,6 @@ void FrmVXMain::ConnectColors() {
     JoinColor(ui_->CmdExpAreaCol, &MapView::ExportColor,
               &Configuration::ExportedAreaColor);
     JoinColor(ui_->CmdSegCol, &MapView::SegmentColor, &Configuration::SegmentColor);
-    OnSignal(ui_->CmdHeightCol, &QAbstractButton::clicked, this, [this] {
-        commands_.ShowHeightColors();
-        ShowColors();
-    });
-    OnSignal(ui_->cmdAreasOptions, &QAbstractButton::clicked, this,
-             [this] { commands_.ShowAreasPathsOptions(); });
     OnSignal(ui_->cmdFont, &QAbstractButton::clicked, this, [this] { cmdFont_Click(); });
 }
 

@@ -9,33 +9,13 @@
 
 #include <QSignalBlocker>
 
-#include <cstring>
-
 namespace vardenix {
 
 void FrmVXMain::ConnectView() {
     OnSignal(ui_->ZoomScroll, &QAbstractSlider::valueChanged, this,
              [this](int value) { ZoomScroll_Change(value); });
-    OnSignal(ui_->cmdminus, &QAbstractButton::clicked, this,
-             [this] { ui_->ZoomScroll->setValue(ZoomMinus(ui_->ZoomScroll->value())); });
-    OnSignal(ui_->cmdplus, &QAbstractButton::clicked, this,
-             [this] { ui_->ZoomScroll->setValue(ZoomPlus(ui_->ZoomScroll->value())); });
-    OnSignal(ui_->cmdZoomin, &QAbstractButton::clicked, this, [this] {
-        if (ZoomIn(view_))
-            GridCellsChanged();
-    });
-    OnSignal(ui_->cmdZoomOut, &QAbstractButton::clicked, this, [this] {
-        if (ZoomOut(view_))
-            GridCellsChanged();
-    });
     OnSignal(ui_->ComTileWidth, &QComboBox::currentIndexChanged, this,
              [this](int index) { ComTileWidth_Click(index); });
-
-    JoinWindowBox(ui_->chkShowMain, PanelVerb::ShowMain);
-    JoinWindowBox(ui_->chkShowResults, PanelVerb::ShowResults);
-    JoinWindowBox(ui_->chkShowTheater, PanelVerb::ShowTheater);
-    JoinWindowBox(ui_->chkShowTile, PanelVerb::ShowTile);
-    JoinWindowBox(ui_->chkShowFeatures, PanelVerb::ShowFeatures);
 }
 
 void FrmVXMain::ZoomScroll_Change(int value) {
@@ -46,6 +26,11 @@ void FrmVXMain::ZoomScroll_Change(int value) {
     if (!state_.Starting)
         workspace_.PlaceView(position.X, position.Y);
     Repaint();
+}
+
+void FrmVXMain::StepZoom(int steps) {
+    const int posts = ui_->ZoomScroll->value();
+    ui_->ZoomScroll->setValue(steps > 0 ? ZoomPlus(posts) : ZoomMinus(posts));
 }
 
 void FrmVXMain::SetZoom(int16_t zoomPosts) {
@@ -87,13 +72,12 @@ void FrmVXMain::ComTileWidth_Click(int index) {
 }
 
 void FrmVXMain::ConnectPosition() {
-    OnSignal(ui_->cmdGoXY, &QAbstractButton::clicked, this, [this] { cmdGoXY_Click(); });
     for (QLineEdit* box :
          {static_cast<QLineEdit*>(ui_->LabelX), static_cast<QLineEdit*>(ui_->LabelY)})
-        OnSignal(box, &QLineEdit::returnPressed, this, [this] { cmdGoXY_Click(); });
+        OnSignal(box, &QLineEdit::returnPressed, this, [this] { GoToTypedPosition(); });
 }
 
-void FrmVXMain::cmdGoXY_Click() {
+void FrmVXMain::GoToTypedPosition() {
     const PostPlace position =
         GoToXY(ui_->LabelX->text().toStdString(), ui_->LabelY->text().toStdString(),
                state_.Terrain.MapWidth);
@@ -106,41 +90,6 @@ void FrmVXMain::cmdGoXY_Click() {
 void FrmVXMain::PositionChanged() {
     ui_->LabelX->setText(QString::number(view_.MapLeftX));
     ui_->LabelY->setText(QString::number(view_.MapBottomY));
-}
-
-void FrmVXMain::JoinWindowBox(QCheckBox* box, PanelVerb window) {
-    OnSignal(box, &QAbstractButton::toggled, this,
-             [this, window](bool on) { commands_.ShowWindow(window, on); });
-}
-
-QCheckBox* FrmVXMain::BoxOf(PanelVerb window) const {
-    switch (window) {
-    case PanelVerb::ShowMain:
-        return ui_->chkShowMain;
-    case PanelVerb::ShowResults:
-        return ui_->chkShowResults;
-    case PanelVerb::ShowTheater:
-        return ui_->chkShowTheater;
-    case PanelVerb::ShowTile:
-        return ui_->chkShowTile;
-    default:
-        return ui_->chkShowFeatures;
-    }
-}
-
-bool FrmVXMain::WindowBox(PanelVerb window) const { return BoxOf(window)->isChecked(); }
-
-void FrmVXMain::SetWindowBox(PanelVerb window, bool on) {
-    QCheckBox* box = BoxOf(window);
-    const QSignalBlocker quiet(box);
-    box->setChecked(on);
-}
-
-void FrmVXMain::WindowHidden(const char* checkBoxName) {
-    if (auto* box = findChild<QCheckBox*>(checkBoxName)) {
-        const QSignalBlocker quiet(box);
-        box->setChecked(false);
-    }
 }
 
 } // namespace vardenix

@@ -6,11 +6,12 @@
 #include "texts/Windows1252.h"
 #include "ui_FrmVXMap.h"
 #include "workspace/StatusLine.h"
-#include "workspace/windows/Actions.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
@@ -50,9 +51,9 @@ void SetRange(QScrollBar& bar, const ControlRange& range) {
 
 FrmVXMap::FrmVXMap(const Parts& parts)
     : state_(parts.State), view_(parts.View), interaction_(parts.Interaction),
-      renderer_(parts.Renderer), workspace_(parts.Workspace), commands_(parts.Commands),
+      renderer_(parts.Renderer), workspace_(parts.Workspace), wishes_(parts.Wishes),
       layers_(parts.Layers), mouse_(parts.State.Terrain, parts.View, parts.Interaction,
-                                    parts.Undo, parts.Workspace, parts.Commands),
+                                    parts.Undo, parts.Workspace, parts.Wishes),
       ui_(std::make_unique<Ui::FrmVXMap>()) {
     ui_->setupUi(this);
     ui_->ground->setBackgroundRole(QPalette::Mid);
@@ -67,7 +68,8 @@ FrmVXMap::FrmVXMap(const Parts& parts)
     setAcceptDrops(true);
     rest_.setSingleShot(true);
     OnSignal(&rest_, &QTimer::timeout, this, [this] { PaintRest(); });
-    MakePopup();
+    mnupup1_ = new QMenu(this);
+    mnupup1_->setObjectName("mnupup1");
     MakeToolTip();
     MakeStrip();
     setFocus(); // not the tools, whenever the window has the keyboard
@@ -92,28 +94,19 @@ void FrmVXMap::ShowWord(const QString& word) { ui_->lblWord->setText(word); }
 
 void FrmVXMap::ShowTools() {
     ui_->strip->ShowTools();
+    emit ToolsShown();
     const QString words = QString::fromStdString(
         Utf8FromBytes(ToolWords(interaction_, view_, state_.Catalogue.Lookup)));
     ui_->lblTool->setText(words);
     ui_->lblTool->setToolTip(words);
 }
 
+MapToolStrip& FrmVXMap::Strip() { return *ui_->strip; }
+
 void FrmVXMap::ChooseTool(MapTool tool) {
     ui_->strip->Choose(tool);
-    setFocus();
-}
-
-void FrmVXMap::MakePopup() {
-    mnupup1_ = new QMenu(this);
-    mnupup1_->setObjectName("mnupup1");
-    const auto join = [this](const char* name, void (MapMouse::*verb)()) {
-        QAction* entry = mnupup1_->addAction(CaptionOf(name));
-        entry->setObjectName(name);
-        OnSignal(entry, &QAction::triggered, this, [this, verb] { (mouse_.*verb)(); });
-    };
-    join("mnuTileProperties", &MapMouse::mnuTileProperties);
-    join("mnuLocInBIN", &MapMouse::mnuLocInBIN);
-    join("mnuLocColMAP", &MapMouse::mnuLocColMAP);
+    if (!isAncestorOf(QApplication::focusWidget()))
+        setFocus();
 }
 
 void FrmVXMap::MakeToolTip() {
@@ -278,7 +271,7 @@ void FrmVXMap::dropEvent(QDropEvent* event) {
 
 void FrmVXMap::LoadDropped() {
     static_cast<RunTimeBarrier*>(qApp)->Guard(
-        [this] { commands_.LoadFeatures(droppedPaths_); });
+        [this] { wishes_.LoadFeatures(droppedPaths_); });
 }
 
 bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {

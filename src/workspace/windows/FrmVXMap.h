@@ -13,18 +13,21 @@
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
-#include <QMenu>
 #include <QTimer>
 #include <QWidget>
 
 #include <memory>
 #include <optional>
 
+class QMenu;
+
 namespace Ui {
 class FrmVXMap;
 }
 
 namespace vardenix {
+
+class MapToolStrip;
 
 // The map: a picture of a part of the terrain, the scroll bars that move over it, and
 // what the mouse does on it.
@@ -40,7 +43,7 @@ public:
         MapRenderer& Renderer;
         UndoPoints& Undo;
         WorkspaceCommands& Workspace;
-        MapCommands& Commands;
+        MapWishes& Wishes;
         MapLayers Layers{}; // drawn on top
     };
     explicit FrmVXMap(const Parts& parts);
@@ -69,8 +72,13 @@ public:
     void ShowWord(const QString& word);
     // What the tools do, and the tile that is chosen, have changed elsewhere.
     void ShowTools();
-    // The keyboard comes to the map with it.
+    // The keyboard comes to the map with it, unless a part of the map has it.
     void ChooseTool(MapTool tool);
+    // The row of tools on the upper edge, and the menu over a post, which app/ fills.
+    MapToolStrip& Strip();
+    QMenu& Popup() { return *mnupup1_; }
+    // The details of the post that the menu is over.
+    void mnuTileProperties() { mouse_.mnuTileProperties(); }
 
     // The back buffer: what the last repaint has left, its rest painted.
     QtDrawingSurface& Picture2();
@@ -78,6 +86,8 @@ public:
 signals:
     // The view has been painted anew: the preview's box follows.
     void ViewPainted();
+    // The tool in hand may be another one.
+    void ToolsShown();
     // The window was made an icon, or came back from one.
     void MinimiseStateChanged();
     // Its size has chosen other GridCells or TilePixels, which stand in the view now; a
@@ -115,7 +125,6 @@ private:
     QSize MostOfScreen() const;
     void Scroll_Change();
     void ShowPositionOfView();
-    void MakePopup();
     void MakeToolTip();
     void MakeStrip();
     bool ToolKey(const QKeyEvent& event);
@@ -165,7 +174,7 @@ private:
     MapInteraction& interaction_;
     MapRenderer& renderer_;
     WorkspaceCommands& workspace_;
-    MapCommands& commands_;
+    MapWishes& wishes_;
     MapLayers layers_;
     MapMouse mouse_;
     std::unique_ptr<Ui::FrmVXMap> ui_;

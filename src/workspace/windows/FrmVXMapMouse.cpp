@@ -2,6 +2,7 @@
 
 #include "mapview/PictureBox.h"
 #include "platform/windows/ColorImage.h"
+#include "platform/windows/OwnKeys.h"
 #include "texts/Windows1252.h"
 #include "ui_FrmVXMap.h"
 #include "workspace/StatusLine.h"
@@ -10,6 +11,7 @@
 
 #include <QContextMenuEvent>
 #include <QCoreApplication>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -69,19 +71,9 @@ bool FrmVXMap::ToolKey(const QKeyEvent& event) {
     if ((event.modifiers() &
          (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != Qt::NoModifier)
         return false;
+    if (TriggerByOwnKey(*this, event))
+        return true;
     switch (event.key()) {
-    case Qt::Key_B:
-        ui_->strip->Choose(MapTool::Brush);
-        return true;
-    case Qt::Key_R:
-        ui_->strip->Choose(MapTool::Rectangle);
-        return true;
-    case Qt::Key_F:
-        ui_->strip->Choose(MapTool::Fill);
-        return true;
-    case Qt::Key_I:
-        ui_->strip->Choose(MapTool::Pick);
-        return true;
     case Qt::Key_BracketLeft:
         ui_->strip->SetBrushSize(interaction_.BrushSize - 1);
         return true;
@@ -207,17 +199,7 @@ void FrmVXMap::PicShow_MouseUp(QMouseEvent& event) {
     PicShow_MouseMove(event);
 }
 
-void FrmVXMap::ShowPopup(QPoint globalPosition) {
-    const bool onTerrain = mouse_.PopupOnTerrain();
-    for (QAction* entry : mnupup1_->actions()) {
-        const bool can = entry->objectName() == "mnuLocInBIN" ? commands_.CanLocateInBIN()
-                         : entry->objectName() == "mnuLocColMAP"
-                             ? commands_.CanLocateColorInMAP()
-                             : true;
-        entry->setEnabled(onTerrain && can);
-    }
-    mnupup1_->popup(globalPosition);
-}
+void FrmVXMap::ShowPopup(QPoint globalPosition) { mnupup1_->popup(globalPosition); }
 
 void FrmVXMap::PicShow_MouseMove(const QMouseEvent& event) {
     if (Pan(event))
@@ -302,7 +284,7 @@ void FrmVXMap::ZoomAt(QPointF place, int16_t zoomPosts) {
         return;
     const PostPlace position =
         ZoomedAt(view_, zoomPosts, place.x(), place.y(), state_.Terrain.MapWidth);
-    commands_.SetZoom(zoomPosts);
+    wishes_.SetZoom(zoomPosts);
     LoadImageControls();
     SetPosition(position);
     workspace_.RefreshPicArray();
@@ -332,7 +314,7 @@ bool FrmVXMap::StopWaiting() {
     if (!interaction_.Waits())
         return false;
     interaction_.StopWaiting();
-    commands_.HideFrame7();
+    wishes_.HideFrame7();
     PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
     return true;
 }

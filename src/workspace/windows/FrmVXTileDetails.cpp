@@ -7,6 +7,8 @@
 #include "ui_FrmVXTileDetails.h"
 #include "workspace/MapInteraction.h"
 
+#include <QApplication>
+
 namespace vardenix {
 
 namespace {
@@ -124,6 +126,32 @@ void FrmVXTileDetails::Command2_Click() {
 void FrmVXTileDetails::reject() {
     details_.DetailsUpdated = false;
     QDialog::reject();
+}
+
+namespace {
+
+std::optional<TerrainPost> Ask(FrmVXTileDetails& dialog) {
+    dialog.exec();
+    if (!dialog.Details().DetailsUpdated)
+        return std::nullopt;
+    return dialog.Details().Entered;
+}
+
+} // namespace
+
+std::optional<TerrainPost> AskForPost(const TerrainPost& post,
+                                      const FrmVXTileDetails::Helpers& helpers) {
+    FrmVXTileDetails dialog(post, helpers, QApplication::activeWindow());
+    return Ask(dialog);
+}
+
+std::optional<int16_t> AskForElevation(int16_t elevation,
+                                       const FrmVXTileDetails::Helpers& helpers) {
+    FrmVXTileDetails dialog(elevation, helpers, QApplication::activeWindow());
+    const auto entered = Ask(dialog);
+    if (!entered)
+        return std::nullopt;
+    return entered->Elevation;
 }
 
 } // namespace vardenix

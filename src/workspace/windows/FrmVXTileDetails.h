@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class FrmVXTileDetails;
@@ -63,5 +64,12 @@ private:
     std::unique_ptr<Ui::FrmVXTileDetails> ui_;
     TileDetails details_;
 };
+
+// The dialog over the active window; it has ended when the call returns. Nothing unless
+// the user chose to update.
+std::optional<TerrainPost> AskForPost(const TerrainPost& post,
+                                      const FrmVXTileDetails::Helpers& helpers);
+std::optional<int16_t> AskForElevation(int16_t elevation,
+                                       const FrmVXTileDetails::Helpers& helpers);
 
 } // namespace vardenix

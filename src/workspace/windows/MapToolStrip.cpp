@@ -2,11 +2,9 @@
 
 #include "platform/windows/RunTimeBarrier.h"
 #include "workspace/GridShapes.h"
-#include "workspace/windows/Actions.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
@@ -30,10 +28,6 @@ MapToolStrip::MapToolStrip(QWidget* parent) : QWidget(parent) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(2, 1, 4, 1);
     row->setSpacing(2);
-    MakeButton(MapTool::Brush, "cmdBrush", ":/brush.png");
-    MakeButton(MapTool::Rectangle, "cmdRectangle", ":/rectangle.png");
-    MakeButton(MapTool::Fill, "cmdFill", ":/fill.png");
-    MakeButton(MapTool::Pick, "cmdPick", ":/pick.png");
     MakeBrushSize();
     MakeHeights();
     GiveKeyboardBack();
@@ -42,19 +36,20 @@ MapToolStrip::MapToolStrip(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
-void MapToolStrip::MakeButton(MapTool tool, const char* name, const char* icon) {
+QAbstractButton& MapToolStrip::AddTool(const QString& name) {
     auto* button = new QToolButton(this);
     button->setObjectName(name);
-    button->setIcon(QIcon(icon));
     button->setIconSize({IconSide, IconSide});
     button->setCheckable(true);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
-    button->setToolTip(KeyTip(name));
-    button->setAccessibleName(CaptionOfKey(name));
-    OnSignal(button, &QAbstractButton::clicked, this, [this, tool] { Choose(tool); });
-    layout()->addWidget(button);
-    buttons_[static_cast<size_t>(tool)] = button;
+    static_cast<QHBoxLayout*>(layout())->insertWidget(tools_, button);
+    QWidget* before = this;
+    if (tools_ > 0)
+        before = layout()->itemAt(tools_ - 1)->widget();
+    setTabOrder(before, button);
+    ++tools_;
+    return *button;
 }
 
 void MapToolStrip::MakeBrushSize() {
@@ -63,8 +58,6 @@ void MapToolStrip::MakeBrushSize() {
     spnBrushSize_->setRange(1, MaxBrushSize);
     spnBrushSize_->setPrefix(tr("Size "));
     spnBrushSize_->setFocusPolicy(Qt::StrongFocus);
-    spnBrushSize_->setToolTip(KeyTip("spnBrushSize"));
-    spnBrushSize_->setAccessibleName(CaptionOfKey("spnBrushSize"));
     OnSignal(spnBrushSize_, &QSpinBox::valueChanged, this,
              [this](int size) { SetBrushSize(size); });
     layout()->addWidget(spnBrushSize_);
@@ -121,8 +114,6 @@ void MapToolStrip::ShowTools() {
     const QSignalBlocker quiet[] = {QSignalBlocker(spnBrushSize_),
                                     QSignalBlocker(ComHeights_),
                                     QSignalBlocker(spnFeet_)};
-    for (size_t i = 0; i < buttons_.size(); ++i)
-        buttons_[i]->setChecked(i == static_cast<size_t>(interaction_->Tool));
     spnBrushSize_->setValue(interaction_->BrushSize);
     ComHeights_->setCurrentIndex(static_cast<int>(interaction_->Heights));
     spnFeet_->setValue(interaction_->Feet);

@@ -5,12 +5,10 @@
 
 #include <QWidget>
 
-#include <array>
-
+class QAbstractButton;
 class QComboBox;
 class QLabel;
 class QSpinBox;
-class QToolButton;
 
 namespace vardenix {
 
@@ -24,6 +22,9 @@ public:
 
     // Borrowed for the widget's life.
     void Join(MapInteraction& interaction, const MapView& view);
+    // A button of the name for an action, behind those that are there already. What it
+    // does and how it looks is the caller's.
+    QAbstractButton& AddTool(const QString& name);
     // The controls follow what was changed elsewhere.
     void ShowTools();
     void Choose(MapTool tool);
@@ -36,14 +37,13 @@ signals:
     void Done();
 
 private:
-    void MakeButton(MapTool tool, const char* name, const char* icon);
     void MakeBrushSize();
     void MakeHeights();
     void GiveKeyboardBack();
 
     MapInteraction* interaction_ = nullptr;
     const MapView* view_ = nullptr;
-    std::array<QToolButton*, 4> buttons_{};
+    int tools_ = 0;
     QSpinBox* spnBrushSize_ = nullptr;
     QLabel* lblHeights_ = nullptr;
     QComboBox* ComHeights_ = nullptr;

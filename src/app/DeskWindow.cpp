@@ -1,0 +1,208 @@
+#include "app/DeskWindow.h"
+
+#include "mapview/windows/FrmVXTheaterPreview.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "workspace/windows/FrmVXMain.h"
+#include "workspace/windows/FrmVXMap.h"
+#include "workspace/windows/FrmVXTilePal.h"
+
+#include <QCloseEvent>
+#include <QDataStream>
+#include <QDockWidget>
+#include <QIODevice>
+#include <QMenuBar>
+#include <QScreen>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace vardenix {
+
+namespace {
+
+// Those that a window of its own needs are made again by whoever makes it one.
+void BecomePart(QWidget& window) {
+    window.hide();
+    window.setAttribute(Qt::WA_NativeWindow, false);
+    window.setWindowState(Qt::WindowNoState);
+}
+
+// There is no corner of the window to take hold of.
+void ShowGrip(const QWidget& window, bool shown) {
+    for (QStatusBar* bar : window.findChildren<QStatusBar*>())
+        bar->setSizeGripEnabled(shown);
+}
+
+// What a part has no room for is reached by scrolling: no part makes the whole window
+// larger than the screen.
+class Ground : public QScrollArea {
+public:
+    explicit Ground(const DeskPart& part) : height_(part.Height) {
+        setFrameShape(NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setWidget(part.Window);
+    }
+
+    // The map is to have the most of it.
+    QSize sizeHint() const override {
+        const int share = screen()->availableSize().width() * 27 / 100;
+        return {std::clamp(share, LeastWidth, MostWidth), height_};
+    }
+    QSize minimumSizeHint() const override { return {LeastSide, LeastSide}; }
+
+private:
+    static constexpr int LeastWidth = 260;
+    static constexpr int MostWidth = 340;
+    static constexpr int LeastSide = 90;
+    int height_;
+};
+
+QDockWidget* DockOf(const QWidget& part) {
+    for (QWidget* outer = part.parentWidget(); outer != nullptr;
+         outer = outer->parentWidget())
+        if (auto* dock = qobject_cast<QDockWidget*>(outer))
+            return dock;
+    return nullptr;
+}
+
+} // namespace
+
+DeskWindow::DeskWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& parts,
+                       std::function<void(const char* box)> hidden,
+                       const std::string& layout)
+    : windows_(windows), hidden_(std::move(hidden)), menus_(windows.Panel->menuBar()) {
+    setObjectName("FrmVXDesk");
+    setAttribute(Qt::WA_AlwaysShowToolTips);
+    // A panel behind the tab of another part would not hear its keys.
+    setDockOptions(AnimatedDocks | AllowNestedDocks);
+    // The right side as high as the window, and the left one too.
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    windows_.Panel->layout()->setMenuBar(nullptr);
+    setMenuBar(menus_);
+    TakeMap();
+    Dock({windows_.Panel.get(), "", Qt::LeftDockWidgetArea});
+    for (const DeskPart& part : parts)
+        Dock(part);
+    for (const QWidget* titled :
+         std::initializer_list<const QWidget*>{windows_.Panel.get(), windows_.Map.get()})
+        OnSignal(titled, &QWidget::windowTitleChanged, this, [this] { ShowTitle(); });
+    ShowTitle();
+    Restore(layout);
+}
+
+// Nothing of the parts belongs to this window when it goes.
+DeskWindow::~DeskWindow() {
+    layout()->setMenuBar(nullptr);
+    windows_.Panel->setMenuBar(menus_);
+    for (const Docked& each : docked_)
+        if (each.Window) {
+            each.Dock->removeEventFilter(this);
+            each.Window->hide();
+            each.Window->setParent(nullptr, Qt::Window);
+            each.Window->resize(each.Size);
+            ShowGrip(*each.Window, true);
+        }
+    windows_.Map->hide();
+    windows_.Map->setParent(nullptr, Qt::Window);
+}
+
+void DeskWindow::TakeMap() {
+    BecomePart(*windows_.Map);
+    auto* holder = new QWidget(this);
+    auto* box = new QVBoxLayout(holder);
+    box->setContentsMargins(0, 0, 0, 0);
+    box->addWidget(windows_.Map.get());
+    setCentralWidget(holder);
+    windows_.Map->show();
+}
+
+void DeskWindow::Dock(const DeskPart& part) {
+    const bool closable = *part.Box != '\0';
+    const bool shown = part.Window->isVisible();
+    const QSize size = part.Window->size();
+    BecomePart(*part.Window);
+    auto* dock = new QDockWidget(part.Window->windowTitle(), this);
+    dock->setObjectName("dock" + part.Window->objectName());
+    dock->setFeatures(
+        QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable |
+        (closable ? QDockWidget::DockWidgetClosable : QDockWidget::NoDockWidgetFeatures));
+    dock->setWidget(closable ? new Ground(part) : part.Window);
+    ShowGrip(*part.Window, false);
+    dock->installEventFilter(this);
+    OnSignal(part.Window, &QWidget::windowTitleChanged, dock,
+             [dock](const QString& title) { dock->setWindowTitle(title); });
+    addDockWidget(part.Area, dock);
+    docked_.push_back({dock, part.Window, part.Box, size});
+    SetShown(*part.Window, shown || !closable);
+}
+
+void DeskWindow::ShowTitle() {
+    QString program = windows_.Panel->windowTitle();
+    if (program.startsWith('*'))
+        program.remove(0, 1);
+    setWindowTitle(windows_.Map->windowTitle() + " - " + program);
+}
+
+std::string DeskWindow::Layout() const {
+    const QByteArray geometry = saveGeometry();
+    const QByteArray state = saveState();
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << geometry << state << qChecksum(geometry + state);
+    return bytes.toBase64().toStdString();
+}
+
+// A screen that is not there any more counts for nothing, as the toolkit sees to; nor
+// does a text that somebody has changed.
+void DeskWindow::Restore(const std::string& layout) {
+    const QByteArray bytes = QByteArray::fromBase64(QByteArray::fromStdString(layout));
+    QDataStream stream(bytes);
+    QByteArray geometry;
+    QByteArray state;
+    quint16 sum = 0;
+    stream >> geometry >> state >> sum;
+    if (stream.status() != QDataStream::Ok || sum != qChecksum(geometry + state) ||
+        !restoreGeometry(geometry)) {
+        setGeometry(windows_.Map->screen()->availableGeometry());
+        setWindowState(Qt::WindowMaximized);
+        return;
+    }
+    // Which of them are shown is the boxes' to say.
+    std::vector<bool> shown;
+    for (const Docked& each : docked_)
+        shown.push_back(!each.Dock->isHidden());
+    restoreState(state);
+    for (size_t i = 0; i < docked_.size(); ++i)
+        docked_[i].Dock->setVisible(shown[i]);
+}
+
+// The way out is the panel's.
+void DeskWindow::closeEvent(QCloseEvent* event) {
+    if (!windows_.Panel->close())
+        event->ignore();
+}
+
+bool DeskWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close)
+        for (const Docked& each : docked_)
+            if (each.Dock == watched && *each.Box != '\0') {
+                SetShown(*each.Window, false);
+                hidden_(each.Box);
+                event->ignore();
+                return true;
+            }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void SetShown(QWidget& part, bool shown) {
+    part.setVisible(shown);
+    if (QDockWidget* dock = DockOf(part))
+        dock->setVisible(shown);
+}
+
+} // namespace vardenix

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "app/WorkspaceWindows.h"
+
+#include <QMainWindow>
+#include <QPointer>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class QDockWidget;
+class QMenuBar;
+
+namespace vardenix {
+
+// A window of the workspace that comes and goes with its box on the panel.
+struct DeskPart {
+    QWidget* Window = nullptr;
+    const char* Box = "";
+    Qt::DockWidgetArea Area = Qt::RightDockWidgetArea; // where it stands at first
+    int Height = 220;                                  // that it has at first, pixels
+};
+
+// All parts of the workspace in one window: the map in the middle, the others docked
+// round it, the panel's menus on top. It lives as long as the user wants it so.
+class DeskWindow : public QMainWindow {
+public:
+    // All are borrowed. `hidden` is called with the box of a part that was closed;
+    // `parts` are those beside panel and map. `layout` is what Layout has told an earlier
+    // time.
+    DeskWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& parts,
+               std::function<void(const char* box)> hidden, const std::string& layout);
+    // The parts are windows of their own again, not shown yet.
+    ~DeskWindow() override;
+
+    // Where it stands and how its parts lie, in letters and digits of the toolkit's own.
+    std::string Layout() const;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void TakeMap();
+    // One without a box stays; and it scrolls by itself.
+    void Dock(const DeskPart& part);
+    void ShowTitle();
+    void Restore(const std::string& layout);
+
+    WorkspaceWindows& windows_;
+    std::function<void(const char* box)> hidden_;
+    QMenuBar* menus_;
+    struct Docked {
+        QDockWidget* Dock;
+        QPointer<QWidget> Window;
+        const char* Box;
+        QSize Size; // of its own window
+    };
+    std::vector<Docked> docked_;
+};
+
+// Shows or hides a part, whether it is a window of its own or docked.
+void SetShown(QWidget& part, bool shown);
+
+} // namespace vardenix

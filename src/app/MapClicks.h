@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/Features.h"
+#include "app/Regions.h"
+#include "app/Workspace.h"
+#include "workspace/MapMouse.h"
+
+namespace vardenix {
+
+// What clicks on the map do to the other windows.
+class MapClicks : public MapWishes {
+public:
+    // All are borrowed.
+    MapClicks(Workspace& workspace, Regions& regions, Features& features)
+        : workspace_(workspace), regions_(regions), features_(features) {}
+
+private:
+    std::optional<TerrainPost> EditPost(const TerrainPost& post) override;
+    std::optional<int16_t> EditElevation(int16_t elevation) override;
+    void ExportTiles() override { regions_.ExportTiles(); }
+    void SubExportTDFs() override { regions_.SubExportTDFs(); }
+    void ImportTiles() override { regions_.ImportTiles(); }
+    void PickTile(int32_t tileNumber) override;
+    void SetZoom(int16_t zoomPosts) override;
+    void LoadFeatures(const std::vector<std::string>& paths) override;
+    void HideFrame7() override;
+
+    Workspace& workspace_;
+    Regions& regions_;
+    Features& features_;
+};
+
+} // namespace vardenix

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "app/RestorePoints.h"
+#include "app/Workspace.h"
+#include "search/HitFrames.h"
+
+#include <memory>
+
+namespace vardenix {
+
+class frmVXSearchOptions;
+class frmVXSearchResults;
+enum class DerivedFile;
+
+// The search, its windows and the frames round what it found; and the files that are
+// computed from the posts. Each window is made when it is first wanted.
+class Search : public WorkspacePart {
+public:
+    // Both are borrowed.
+    Search(Workspace& workspace, RestorePoints& points);
+    ~Search() override;
+
+    void Make(DerivedFile kind);
+    void ShowOptions();
+    void ShowResults(bool shown);
+
+private:
+    frmVXSearchOptions& Options();
+    frmVXSearchResults& Results();
+    void SearchTiles();
+    void FollowHits();
+
+    void AddLayers(MapLayers& layers) override { layers.Marks.push_back(&hitFrames_); }
+    void ShowWindows(bool workspaceShown) override;
+    void WindowClosed() override;
+    std::optional<DeskPart> Docked() override;
+    void PlaceWindows() override;
+    void StorePlaces() override;
+
+    Workspace& workspace_;
+    RestorePoints& points_;
+    ProgramState& state_;
+    HitFrames hitFrames_;
+    std::unique_ptr<frmVXSearchOptions> options_;
+    std::unique_ptr<frmVXSearchResults> results_;
+};
+
+} // namespace vardenix

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "app/WorkspacePart.h"
+#include "program/ChangeLog.h"
+#include "workspace/LogWalk.h"
+
+#include <QTimer>
+
+namespace vardenix {
+
+class Workspace;
+
+// Steps through the log of changes by Ctrl+Z and Ctrl+Y, and what of the workspace
+// follows them: the frame round the place, palette and preview.
+class Steps : public WorkspacePart, private ChangeFollower {
+public:
+    // Borrowed.
+    explicit Steps(Workspace& workspace);
+
+    bool CanGo(Walk walk) const;
+    void Go(Walk walk);
+
+private:
+    void AddLayers(MapLayers& layers) override { layers.Marks.push_back(&frame_); }
+    void Recorded(const Change& change) override;
+    void Walked(const Change& change, Walk walk) override;
+
+    Workspace& workspace_;
+    StepFrame frame_;
+    QTimer frameShown_; // runs for as long as the frame is seen
+};
+
+} // namespace vardenix

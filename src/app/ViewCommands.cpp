@@ -1,0 +1,246 @@
+// The menu "View": what the map shows, which windows are seen, zoom and position.
+
+#include "app/Commands.h"
+#include "app/Subsystems.h"
+#include "mapview/windows/FrmVXAreasPathsOptions.h"
+#include "mapview/windows/FrmVXHeightCols.h"
+#include "workspace/PanelRules.h"
+#include "workspace/windows/FrmVXMain.h"
+
+#include <QApplication>
+
+#include <array>
+
+namespace vardenix {
+
+namespace {
+
+void Repaint(Subsystems& all) {
+    if (!all.Workspace.State().Starting)
+        all.Workspace.RefreshPicArray();
+}
+
+template <bool MapView::*Layer>
+bool IsShown(const Subsystems& all) {
+    return all.Workspace.View().*Layer;
+}
+
+// A layer of the map that the settings remember.
+template <bool MapView::*Layer, bool Configuration::*Stored>
+void Switch(Subsystems& all) {
+    bool& shown = all.Workspace.View().*Layer;
+    shown = !shown;
+    all.Workspace.State().Configuration.*Stored = shown;
+    Repaint(all);
+}
+
+// One that they do not, and that stays as it is while the panel cannot be seen.
+template <bool MapView::*Layer>
+void SwitchForNow(Subsystems& all) {
+    if (!all.Workspace.Panel().isVisible())
+        return;
+    bool& shown = all.Workspace.View().*Layer;
+    shown = !shown;
+    Repaint(all);
+}
+
+template <bool Configuration::*Shown>
+bool IsOpen(const Subsystems& all) {
+    return all.Workspace.State().Configuration.*Shown;
+}
+
+template <bool Configuration::*Shown>
+void OpenOrClose(Subsystems& all) {
+    all.Workspace.ShowWindow(Shown, !IsOpen<Shown>(all));
+}
+
+void AskForHeightColors(Workspace& workspace) {
+    FrmVXHeightCols dialog(workspace.State().Configuration, workspace.Platform().Dialogs,
+                           workspace, QApplication::activeWindow());
+    dialog.exec();
+    workspace.Panel().ShowColors();
+}
+
+void AskForAreasAndPaths(Workspace& workspace) {
+    FrmVXAreasPathsOptions dialog(workspace.State().Configuration, workspace.View(),
+                                  workspace.Platform().Dialogs, workspace,
+                                  QApplication::activeWindow());
+    dialog.exec();
+}
+
+constexpr auto Table =
+    std::to_array<Command>({
+        {.Id = "mnuShowAreas",
+         .Text = "&Areas and paths",
+         .Name = "Show Areas/Paths",
+         .Keys = "Ctrl+1",
+         .Menu = "mnuView",
+         .Button = "chkShowAreas",
+         .Chosen = IsShown<&MapView::ShowAreasPaths>,
+         .Do = Switch<&MapView::ShowAreasPaths, &Configuration::VXMasterPathsAreas>},
+        {.Id = "mnuShowGrid",
+         .Text = "&Grid",
+         .Name = "ShowGrid",
+         .Keys = "Ctrl+2",
+         .Menu = "mnuView",
+         .Button = "chkShowGrid",
+         .Chosen = IsShown<&MapView::ShowGrid>,
+         .Do = Switch<&MapView::ShowGrid, &Configuration::OptionShowGrid>},
+        {.Id = "mnuShowExport",
+         .Text = "&Export area",
+         .Name = "Show Export Area",
+         .Keys = "Ctrl+3",
+         .Menu = "mnuView",
+         .Button = "chkShowExport",
+         .Chosen = IsShown<&MapView::ShowExport>,
+         .Do = Switch<&MapView::ShowExport, &Configuration::OptionShowExpArea>},
+        {.Id = "mnuShowHeights",
+         .Text = "&Heights",
+         .Name = "Show Heights",
+         .Keys = "Ctrl+4",
+         .Menu = "mnuView",
+         .Button = "chkShowHeights",
+         .Chosen = IsShown<&MapView::ShowHeights>,
+         .Do = Switch<&MapView::ShowHeights, &Configuration::OptionShowHeights>},
+        {.Id = "mnuShowSegments",
+         .Text = "&Segments",
+         .Name = "Show Segments",
+         .Keys = "Ctrl+5",
+         .Menu = "mnuView",
+         .Button = "chkShowSegments",
+         .Chosen = IsShown<&MapView::ShowSegments>,
+         .Do = Switch<&MapView::ShowSegments, &Configuration::OptionShowSegments>},
+        {.Id = "mnuApplyNight",
+         .Text = "&Night colors",
+         .Name = "Apply Night Colors",
+         .Keys = "Ctrl+6",
+         .KeyInTip = false,
+         .Menu = "mnuView",
+         .Button = "chkApplyNight",
+         .Chosen = IsShown<&MapView::ApplyNight>,
+         .Do = SwitchForNow<&MapView::ApplyNight>},
+        {.Id = "mnuApplyMAP",
+         .Text = "&MAP color",
+         .Name = "Apply MAP Color",
+         .Keys = "Ctrl+7",
+         .KeyInTip = false,
+         .Menu = "mnuView",
+         .Button = "chkApplyMAP",
+         .Chosen = IsShown<&MapView::ApplyMAP>,
+         .Do = SwitchForNow<&MapView::ApplyMAP>},
+        {.Id = "mnuWinMain",
+         .Text = "Ma&in window",
+         .Name = "Show Main Window",
+         .Keys = "F5",
+         .Menu = "mnuView",
+         .Line = true,
+         .Button = "chkShowMain",
+         .Chosen = IsOpen<&Configuration::MainWinVis>,
+         .Do = OpenOrClose<&Configuration::MainWinVis>},
+        {.Id = "mnuWinTheater",
+         .Text = "Theater &preview",
+         .Name = "Show Theater Preview",
+         .Keys = "F6",
+         .Menu = "mnuView",
+         .Button = "chkShowTheater",
+         .Chosen = IsOpen<&Configuration::ThPrevWinVis>,
+         .Do = OpenOrClose<&Configuration::ThPrevWinVis>},
+        {.Id = "mnuWinResults",
+         .Text = "Search &results",
+         .Name = "Show Results window",
+         .Keys = "F7",
+         .Menu = "mnuView",
+         .Button = "chkShowResults",
+         .Chosen = IsOpen<&Configuration::SearchResWinVis>,
+         .Do =
+             [](Subsystems& all) {
+                 all.Search.ShowResults(!IsOpen<&Configuration::SearchResWinVis>(all));
+             }},
+        {.Id = "mnuWinTile",
+         .Text = "&Tile palette",
+         .Name = "Show Tile Palette",
+         .Keys = "F8",
+         .Menu = "mnuView",
+         .Button = "chkShowTile",
+         .Chosen = IsOpen<&Configuration::PalWinVis>,
+         .Do = OpenOrClose<&Configuration::PalWinVis>},
+        {.Id = "mnuWinFeatures",
+         .Text = "&Features",
+         .Name = "Show Features Window",
+         .Keys = "F9",
+         .Menu = "mnuView",
+         .Button = "chkShowFeatures",
+         .Chosen = IsOpen<&Configuration::FeatWinVis>,
+         .Do =
+             [](Subsystems& all) {
+                 all.Features.Show(!IsOpen<&Configuration::FeatWinVis>(all));
+             }},
+        {.Id = "mnuOneWindow",
+         .Text = "&One window",
+         .Keys = "F11",
+         .Tip = "All windows of the workspace in one, or each on its own",
+         .Menu = "mnuView",
+         .Line = true,
+         .Chosen = [](const Subsystems& all) { return all.Workspace.IsOneWindow(); },
+         .Do =
+             [](Subsystems& all) {
+                 all.Workspace.SetOneWindow(!all.Workspace.IsOneWindow());
+             }},
+        {.Id = "mnuBringAll",
+         .Text = "&Bring all to front",
+         .Keys = "F12",
+         .Tip = "Every window of the program comes over those of others",
+         .Menu = "mnuView",
+         .Do = [](Subsystems& all) { all.Workspace.BringAllToFront(); }},
+        {.Id = "cmdplus",
+         .Name = "Nearer",
+         .Tip = "Zoom in: fewer posts in a cell",
+         .Button = "cmdplus",
+         .Do = [](Subsystems& all) { all.Workspace.Panel().StepZoom(1); }},
+        {.Id = "cmdminus",
+         .Name = "Farther",
+         .Tip = "Zoom out: more posts in a cell",
+         .Button = "cmdminus",
+         .Do = [](Subsystems& all) { all.Workspace.Panel().StepZoom(-1); }},
+        {.Id = "cmdZoomin",
+         .Name = "Fewer grid cells",
+         .Keys = "Ctrl++ Ctrl+=",
+         .Tip = "One grid cell fewer a side",
+         .Button = "cmdZoomin",
+         .Do =
+             [](Subsystems& all) {
+                 if (ZoomIn(all.Workspace.View()))
+                     all.Workspace.Panel().GridCellsChanged();
+             }},
+        {.Id = "cmdZoomOut",
+         .Name = "More grid cells",
+         .Keys = "Ctrl+-",
+         .Tip = "One grid cell more a side",
+         .Button = "cmdZoomOut",
+         .Do =
+             [](Subsystems& all) {
+                 if (ZoomOut(all.Workspace.View()))
+                     all.Workspace.Panel().GridCellsChanged();
+             }},
+        {.Id = "cmdGoXY",
+         .Name = "Go to the position",
+         .Tip = "Show the post at X, Y in the map's lower left corner",
+         .Button = "cmdGoXY",
+         .Do = [](Subsystems& all) { all.Workspace.Panel().GoToTypedPosition(); }},
+        {.Id = "cmdAreasOptions",
+         .Name = "Areas and paths options",
+         .Tip = "What is shown of areas and paths, and their colors",
+         .Button = "cmdAreasOptions",
+         .Do = [](Subsystems& all) { AskForAreasAndPaths(all.Workspace); }},
+        {.Id = "CmdHeightCol",
+         .Name = "Colors of the heights",
+         .Tip = "Colors of the heights",
+         .Button = "CmdHeightCol",
+         .Do = [](Subsystems& all) { AskForHeightColors(all.Workspace); }},
+    });
+
+} // namespace
+
+std::span<const Command> ViewCommands() { return Table; }
+
+} // namespace vardenix
