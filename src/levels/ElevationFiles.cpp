@@ -206,11 +206,14 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
                 const ElevationsOf& changeBlock, Progress& progress,
                 IfChanged ifChanged) {
     const int32_t segments = layer.EMapWidth / SegmentSide;
-    const LevelReader old(pair, segments);
+    ReadableFile fileL(pair.L);
+    ReadableFile fileO(pair.O);
     Transaction files;
     const bool own = SameFile(pair.L, layer.Path);
     StagedFile& newL = files.Stage(pair.L, own ? layer.Read : Unread, ifChanged);
     StagedFile& newO = files.Stage(pair.O, own ? layer.ReadO : Unread, ifChanged);
+    // Read once staging has told that they are the files that were loaded.
+    const LevelReader old(std::move(fileL), std::move(fileO), segments);
     LevelWriter writer(newL, pair.L);
     std::vector<TerrainPost> row(static_cast<size_t>(segments) * PostsPerSegment);
     for (int32_t segY = 1; segY <= segments; ++segY) {
