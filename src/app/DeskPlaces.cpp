@@ -44,7 +44,7 @@ WindowSize FrameOf(const QWidget& window) {
 }
 
 // Stored without the frame, which is not known when the window comes back.
-WindowSize PaletteSize(const Configuration& settings) {
+WindowSize PaletteAtFirst(const Configuration& settings) {
     return {PixelsOfTwips(settings.PalWinSizeW), PixelsOfTwips(settings.PalWinSizeH)};
 }
 
@@ -104,7 +104,7 @@ void DeskPlaces::PlaceFirst() {
     PlacePanel(Room(*windows_.Map).topLeft());
     const FirstLayout layout = LayOutFirst(
         RectOf(Room(*windows_.Map)), SizeOf(*windows_.Panel), SizeOf(*windows_.Map),
-        SizeOf(*windows_.Preview), PaletteSize(settings_), FrameOf(*windows_.Map));
+        SizeOf(*windows_.Preview), PaletteAtFirst(settings_), FrameOf(*windows_.Map));
     PlaceAt(*windows_.Map, layout.Map);
     PlaceAt(*windows_.Preview, layout.Preview);
     PlaceAt(*windows_.Palette, layout.Palette);
@@ -118,7 +118,7 @@ void DeskPlaces::PlacePanel(QPoint topLeft) {
 
 void DeskPlaces::PlaceAsStored() {
     PlacePanel(CornerOf(settings_.MainControlWinPos));
-    const WindowSize palette = PaletteSize(settings_);
+    const WindowSize palette = PaletteAtFirst(settings_);
     const FirstLayout layout = LayOutStored(
         RectOf(Room(*windows_.Map)),
         {.Panel = RectAt(settings_.MainControlWinPos, SizeOf(*windows_.Panel)),
