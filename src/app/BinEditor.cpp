@@ -45,7 +45,7 @@ void BinEditor::Locate(int32_t tileNumber) {
     CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
     FrmBINTileEdit& editor = Editor();
     workspace_.HideWorkspace();
-    editor.OpenAt({place->Set, place->Tile});
+    editor.OpenAt(*place);
 }
 
 void BinEditor::AddUnsaved(DirtyFlags& flags) const {

@@ -1,5 +1,6 @@
 #include "app/Workspace.h"
 
+#include "app/BusyWhile.h"
 #include "files/OwnFolders.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/Processes.h"
