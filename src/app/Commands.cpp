@@ -47,7 +47,7 @@ QString TipWithName(const QString& name, const char* keys, const char* tip) {
 QString ButtonTip(const Command& row) {
     if (Says(row.MapKeys))
         return TipWithName(NameOf(row), row.MapKeys, row.Tip);
-    const QString tip = row.ButtonTip == nullptr ? row.Tip : row.ButtonTip;
+    QString tip = row.ButtonTip == nullptr ? row.Tip : row.ButtonTip;
     if (!row.KeyInTip || !Says(row.Keys))
         return tip;
     return tip.isEmpty() ? FirstKey(row.Keys) : tip + " (" + FirstKey(row.Keys) + ")";
