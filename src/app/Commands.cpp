@@ -47,7 +47,7 @@ QString TipWithName(const QString& name, const char* keys, const char* tip) {
 QString ButtonTip(const Command& row) {
     if (Says(row.MapKeys))
         return TipWithName(NameOf(row), row.MapKeys, row.Tip);
-    const QString tip = row.ButtonTip == nullptr ? row.Tip : row.ButtonTip;
+    QString tip = row.ButtonTip == nullptr ? row.Tip : row.ButtonTip;
     if (!row.KeyInTip || !Says(row.Keys))
         return tip;
     return tip.isEmpty() ? FirstKey(row.Keys) : tip + " (" + FirstKey(row.Keys) + ")";
@@ -129,8 +129,8 @@ void Commands::WindowsMade() {
     QList<QMenu*> menus = subsystems_.Workspace.Panel().findChildren<QMenu*>();
     menus.append(&map.Popup());
     for (QMenu* menu : menus)
-        OnSignal(menu, &QMenu::aboutToShow, menu, [this] { Refresh(); });
-    OnSignal(&map, &FrmVXMap::ToolsShown, &map, [this] { Refresh(); });
+        OnSignal(menu, &QMenu::aboutToShow, &here_, [this] { Refresh(); });
+    OnSignal(&map, &FrmVXMap::ToolsShown, &here_, [this] { Refresh(); });
     Refresh();
 }
 
@@ -151,7 +151,7 @@ void Commands::MakeAction(Made& made) {
         SetOwnKeys(*action, KeysOf(row.MapKeys));
         map.addAction(action);
     }
-    OnSignal(action, &QAction::triggered, action, [this, &row] { Do(row); });
+    OnSignal(action, &QAction::triggered, &here_, [this, &row] { Do(row); });
     made.Action = action;
 }
 
@@ -174,11 +174,11 @@ void Commands::MakeSubmenu(const Command& row, QMenu& menu) {
     QMenu* part = menu.addMenu(row.Text);
     part->setObjectName(row.Id);
     part->setToolTipsVisible(true);
-    OnSignal(part, &QMenu::aboutToShow, part, [this, &row, part] {
+    OnSignal(part, &QMenu::aboutToShow, &here_, [this, &row, part] {
         part->clear();
         row.Fill(subsystems_, *part);
     });
-    OnSignal(&menu, &QMenu::aboutToShow, part,
+    OnSignal(&menu, &QMenu::aboutToShow, &here_,
              [this, &row, part] { part->setEnabled(Can(row)); });
 }
 

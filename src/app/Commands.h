@@ -2,6 +2,7 @@
 
 #include "app/WorkspacePart.h"
 
+#include <QObject>
 #include <QPointer>
 #include <QString>
 
@@ -116,6 +117,7 @@ private:
 
     Subsystems& subsystems_;
     std::vector<Made> commands_;
+    QObject here_; // hears of actions and menus, which may outlive the table
 };
 
 } // namespace vardenix

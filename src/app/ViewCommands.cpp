@@ -4,12 +4,14 @@
 #include "app/Subsystems.h"
 #include "mapview/windows/FrmVXAreasPathsOptions.h"
 #include "mapview/windows/FrmVXHeightCols.h"
+#include "texts/RuntimeError.h"
 #include "workspace/PanelRules.h"
 #include "workspace/windows/FrmVXMain.h"
 
 #include <QApplication>
 
 #include <array>
+#include <optional>
 
 namespace vardenix {
 
@@ -52,6 +54,42 @@ bool IsOpen(const Subsystems& all) {
 template <bool Configuration::*Shown>
 void OpenOrClose(Subsystems& all) {
     all.Workspace.ShowWindow(Shown, !IsOpen<Shown>(all));
+}
+
+// What a dialog answers; nothing when it was cancelled.
+template <typename Ask>
+auto Answer(Ask ask) -> std::optional<decltype(ask())> {
+    try {
+        return ask();
+    } catch (const RuntimeError& error) {
+        if (error.Number() == ErrorNumber::Cancelled)
+            return std::nullopt;
+        throw;
+    }
+}
+
+template <uint32_t MapView::*Shown, uint32_t Configuration::*Stored>
+void AskForColor(Subsystems& all) {
+    uint32_t& stored = all.Workspace.State().Configuration.*Stored;
+    const auto color =
+        Answer([&] { return all.Workspace.Platform().Dialogs.Color(stored); });
+    if (!color)
+        return;
+    stored = *color;
+    all.Workspace.View().*Shown = *color;
+    all.Workspace.Panel().ShowColors();
+    Repaint(all);
+}
+
+void AskForFont(Subsystems& all) {
+    FontChoice& font = all.Workspace.State().Configuration.HeightsFont;
+    const auto chosen =
+        Answer([&] { return all.Workspace.Platform().Dialogs.Font(font); });
+    if (!chosen)
+        return;
+    font = *chosen;
+    if (all.Workspace.View().ShowHeights)
+        Repaint(all);
 }
 
 void AskForHeightColors(Workspace& workspace) {
@@ -232,6 +270,26 @@ constexpr auto Table =
          .Tip = "What is shown of areas and paths, and their colors",
          .Button = "cmdAreasOptions",
          .Do = [](Subsystems& all) { AskForAreasAndPaths(all.Workspace); }},
+        {.Id = "CmdGridCol",
+         .Name = "Color of the grid",
+         .Tip = "Color of the grid",
+         .Button = "CmdGridCol",
+         .Do = AskForColor<&MapView::GridColor, &Configuration::GridColor>},
+        {.Id = "CmdExpAreaCol",
+         .Name = "Color of the export area",
+         .Tip = "Color of the export area",
+         .Button = "CmdExpAreaCol",
+         .Do = AskForColor<&MapView::ExportColor, &Configuration::ExportedAreaColor>},
+        {.Id = "CmdSegCol",
+         .Name = "Color of the segments",
+         .Tip = "Color of the segments",
+         .Button = "CmdSegCol",
+         .Do = AskForColor<&MapView::SegmentColor, &Configuration::SegmentColor>},
+        {.Id = "cmdFont",
+         .Name = "Font of the heights",
+         .Tip = "Font of the heights",
+         .Button = "cmdFont",
+         .Do = AskForFont},
         {.Id = "CmdHeightCol",
          .Name = "Colors of the heights",
          .Tip = "Colors of the heights",

@@ -59,7 +59,7 @@ void Workspace::MakePreview() {
 void Workspace::MakeMap(MapWishes& wishes) {
     if (windows_.Map)
         return;
-    windows_.Panel = std::make_unique<FrmVXMain>(state_, view_, platform_, *this);
+    windows_.Panel = std::make_unique<FrmVXMain>(state_, view_, *this);
     renderer_ = std::make_unique<MapRenderer>(
         MapSources{state_.Terrain, state_.Catalogue, state_.MapFileRecord,
                    state_.Configuration, state_.Folders.ShippedPath},

@@ -162,10 +162,9 @@ TEST_F(CommandsTest, ALockedPanelDoesNothingButHelp) {
 
 TEST_F(CommandsTest, NoButtonOfThePanelIsWithoutAMeaning) {
     Open();
-    // Those that belong to a slider or a colour beside them; the panel looks after these.
-    std::set<std::string> known{"CmdGridCol", "CmdExpAreaCol", "cmdFont",
-                                "CmdSegCol",  "cmdTransMinus", "cmdTransPlus",
-                                "cmdBMinus",  "cmdBPlus",      "cmdBrightReset"};
+    // Those that belong to a slider beside them, which the panel looks after.
+    std::set<std::string> known{"cmdTransMinus", "cmdTransPlus", "cmdBMinus", "cmdBPlus",
+                                "cmdBrightReset"};
     for (const Command& row : table_)
         known.insert(row.Button);
     for (const QAbstractButton* button : Panel().findChildren<QAbstractButton*>()) {

@@ -1,6 +1,7 @@
 // The panel and its menus as the table of commands fills them, over a small theater: what
 // each says, and what it does to the rest of the workspace.
 #include "app/OpenedWorkspace.h"
+#include "platform/windows/ColorButton.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 
@@ -277,6 +278,48 @@ TEST_F(PanelTest, OverThePostTheMenuCanAndBeyondTheEdgeItCannot) {
     EXPECT_TRUE(offered({3, 636}));
     workspace_->View().MapLeftX = Posts - 2;
     EXPECT_FALSE(offered({636, 636}));
+}
+
+TEST_F(PanelTest, ColorButtonsStoreTheChosenColorAndRepaint) {
+    Open();
+    struct Row {
+        const char* Name;
+        uint32_t MapView::*Shown;
+        uint32_t Configuration::*Setting;
+        uint32_t First;
+    };
+    for (const Row& row : std::initializer_list<Row>{
+             {"CmdGridCol", &MapView::GridColor, &Configuration::GridColor, 0},
+             {"CmdExpAreaCol", &MapView::ExportColor, &Configuration::ExportedAreaColor,
+              0x7AEF65},
+             {"CmdSegCol", &MapView::SegmentColor, &Configuration::SegmentColor,
+              0x60F0E9}}) {
+        platform_.Dialogs.ExpectCancel();
+        EXPECT_EQ(Painting([&] { Click(row.Name); }), 0) << row.Name;
+        EXPECT_EQ(workspace_->View().*row.Shown, row.First) << row.Name;
+        platform_.Dialogs.ExpectColor(row.First, 0x123456);
+        EXPECT_EQ(Painting([&] { Click(row.Name); }), 1) << row.Name;
+        EXPECT_EQ(workspace_->View().*row.Shown, 0x123456u) << row.Name;
+        EXPECT_EQ(state_.Configuration.*row.Setting, 0x123456u) << row.Name;
+        auto& button = Find<ColorButton>(Panel(), row.Name);
+        const QImage seen = button.grab().toImage();
+        EXPECT_EQ(seen.pixelColor(button.rect().center()), QColor(0x56, 0x34, 0x12));
+    }
+}
+
+TEST_F(PanelTest, TheFontOfTheHeightsIsStored) {
+    Open();
+    platform_.Dialogs.ExpectCancel();
+    Click("cmdFont");
+    EXPECT_EQ(state_.Configuration.HeightsFont.Name, "Arial");
+    platform_.Dialogs.ExpectFont(
+        {.Name = "Courier", .Size = 8.25F, .Bold = true, .Underline = true});
+    // No heights are seen that would change.
+    EXPECT_EQ(Painting([&] { Click("cmdFont"); }), 0);
+    const FontChoice& font = state_.Configuration.HeightsFont;
+    EXPECT_EQ(font.Name, "Courier");
+    EXPECT_EQ(font.Size, 8.25F);
+    EXPECT_TRUE(font.Bold && font.Underline && !font.Italic && !font.Strikethrough);
 }
 
 TEST_F(PanelTest, TheSmallDialogsOpen) {

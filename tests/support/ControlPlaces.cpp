@@ -42,8 +42,7 @@ struct Borrowed {
 std::unique_ptr<QWidget> Made(const std::string& name, Borrowed& with) {
     ProgramState& state = with.State;
     if (name == "FrmVXMain") {
-        auto panel = std::make_unique<FrmVXMain>(state, with.View, with.Platform.All,
-                                                 with.Workspace);
+        auto panel = std::make_unique<FrmVXMain>(state, with.View, with.Workspace);
         panel->Form_Load("places");
         return panel;
     }

@@ -1,7 +1,5 @@
 #include "windows/FrmVXMainTest.h"
 
-#include "platform/windows/ColorButton.h"
-
 #include <QComboBox>
 #include <QGroupBox>
 #include <QMenu>
@@ -118,48 +116,6 @@ TEST_F(FrmVXMainTest, MapColorStrengthRepaintsOnlyWhenItIsApplied) {
     Slider("sldrTrans").setValue(31);
     Click("cmdTransMinus");
     EXPECT_EQ(view_.MapAlpha, 0);
-}
-
-TEST_F(FrmVXMainTest, ColorButtonsStoreTheChosenColorAndRepaint) {
-    Show();
-    struct Row {
-        const char* Name;
-        uint32_t MapView::*Shown;
-        uint32_t Configuration::*Setting;
-        uint32_t First;
-    };
-    for (const Row& row : std::initializer_list<Row>{
-             {"CmdGridCol", &MapView::GridColor, &Configuration::GridColor, 0},
-             {"CmdExpAreaCol", &MapView::ExportColor, &Configuration::ExportedAreaColor,
-              0x7AEF65},
-             {"CmdSegCol", &MapView::SegmentColor, &Configuration::SegmentColor,
-              0x60F0E9}}) {
-        platform_.Dialogs.ExpectCancel();
-        EXPECT_EQ(StoryOf(row.Name), "") << row.Name;
-        EXPECT_EQ(view_.*row.Shown, row.First) << row.Name;
-        platform_.Dialogs.ExpectColor(row.First, 0x123456);
-        EXPECT_EQ(StoryOf(row.Name), "paint ") << row.Name;
-        EXPECT_EQ(view_.*row.Shown, 0x123456u) << row.Name;
-        EXPECT_EQ(state_.Configuration.*row.Setting, 0x123456u) << row.Name;
-        auto& button = Find<ColorButton>(row.Name);
-        const QImage seen = button.grab().toImage();
-        EXPECT_EQ(seen.pixelColor(button.rect().center()), QColor(0x56, 0x34, 0x12));
-    }
-}
-
-TEST_F(FrmVXMainTest, TheFontOfTheHeightsIsStored) {
-    Show();
-    platform_.Dialogs.ExpectCancel();
-    Click("cmdFont");
-    EXPECT_EQ(state_.Configuration.HeightsFont.Name, "Arial");
-    platform_.Dialogs.ExpectFont(
-        {.Name = "Courier", .Size = 8.25F, .Bold = true, .Underline = true});
-    // No heights are seen that would change.
-    EXPECT_EQ(StoryOf("cmdFont"), "");
-    const FontChoice& font = state_.Configuration.HeightsFont;
-    EXPECT_EQ(font.Name, "Courier");
-    EXPECT_EQ(font.Size, 8.25F);
-    EXPECT_TRUE(font.Bold && font.Underline && !font.Italic && !font.Strikethrough);
 }
 
 TEST_F(FrmVXMainTest, ZoomStepsByOnePostBetweenOneAndTwenty) {

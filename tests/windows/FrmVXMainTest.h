@@ -85,7 +85,7 @@ protected:
     MapView view_ = ViewOfSettings(state_.Configuration);
     FakePlatform platform_;
     ToldWorkspace workspace_;
-    FrmVXMain window_{state_, view_, platform_.All, workspace_};
+    FrmVXMain window_{state_, view_, workspace_};
 };
 
 } // namespace vardenix::tests

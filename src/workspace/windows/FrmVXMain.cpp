@@ -28,9 +28,8 @@ constexpr int PanelTipWidth = 240;           // pixels
 
 } // namespace
 
-FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platform,
-                     WorkspaceCommands& workspace)
-    : state_(state), view_(view), platform_(platform), workspace_(workspace),
+FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, WorkspaceCommands& workspace)
+    : state_(state), view_(view), workspace_(workspace),
       ui_(std::make_unique<Ui::FrmVXMain>()) {
     ui_->setupUi(this);
     // The map has the keyboard most of the time.
@@ -38,7 +37,6 @@ FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, const Platform& platfor
     DressControls();
     MakeToolTip();
     ConnectSliders();
-    ConnectColors();
     ConnectView();
     ConnectPosition();
     OnSignal(qApp, &QApplication::focusChanged, this,

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "mapview/MapView.h"
-#include "platform/Platform.h"
 #include "platform/Progress.h"
 #include "platform/windows/clsToolTip.h"
 #include "program/ProgramState.h"
@@ -23,8 +22,6 @@ class FrmVXMain;
 
 namespace vardenix {
 
-class ColorButton;
-
 // The control panel of the workspace: what the map shows, zoom, windows, saving, undo,
 // export and import, and the bar of long work. As a Progress, it shows that bar.
 class FrmVXMain : public QMainWindow, public Progress, public SavingPanel {
@@ -32,8 +29,7 @@ class FrmVXMain : public QMainWindow, public Progress, public SavingPanel {
 
 public:
     // All are borrowed for the window's life.
-    FrmVXMain(ProgramState& state, MapView& view, const Platform& platform,
-              WorkspaceCommands& workspace);
+    FrmVXMain(ProgramState& state, MapView& view, WorkspaceCommands& workspace);
     ~FrmVXMain() override;
 
     // Everything as at the start of the work on a theater: controls from the settings,
@@ -115,17 +111,12 @@ private:
     void FitScrollArea();
     void MakeToolTip();
     void ConnectSliders();
-    void ConnectColors();
     void ConnectView();
     void ConnectPosition();
-
-    void JoinColor(ColorButton* button, uint32_t MapView::*shown,
-                   uint32_t Configuration::*stored);
 
     void sldrBrightness_Change(int value);
     void sldrTrans_Change(int value);
     void ZoomScroll_Change(int value);
-    void cmdFont_Click();
     void ComTileWidth_Click(int index);
 
     // Unless the program is starting.
@@ -138,7 +129,6 @@ private:
 
     ProgramState& state_;
     MapView& view_;
-    const Platform& platform_;
     WorkspaceCommands& workspace_;
     std::unique_ptr<Ui::FrmVXMain> ui_;
     DirtyTitles titles_{""};

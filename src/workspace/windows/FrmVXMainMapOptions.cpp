@@ -1,9 +1,7 @@
 // The frame "Map Options" of the control panel.
 
 #include "mapview/MapLayout.h"
-#include "platform/windows/AskColor.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "texts/RuntimeError.h"
 #include "ui_FrmVXMain.h"
 #include "workspace/windows/FrmVXMain.h"
 
@@ -47,25 +45,6 @@ void FrmVXMain::sldrTrans_Change(int value) {
         Repaint();
 }
 
-void FrmVXMain::JoinColor(ColorButton* button, uint32_t MapView::*shown,
-                          uint32_t Configuration::*stored) {
-    OnSignal(button, &QAbstractButton::clicked, this, [this, button, shown, stored] {
-        if (!AskColor(*button, platform_.Dialogs))
-            return;
-        view_.*shown = button->Color();
-        state_.Configuration.*stored = button->Color();
-        Repaint();
-    });
-}
-
-void FrmVXMain::ConnectColors() {
-    JoinColor(ui_->CmdGridCol, &MapView::GridColor, &Configuration::GridColor);
-    JoinColor(ui_->CmdExpAreaCol, &MapView::ExportColor,
-              &Configuration::ExportedAreaColor);
-    JoinColor(ui_->CmdSegCol, &MapView::SegmentColor, &Configuration::SegmentColor);
-    OnSignal(ui_->cmdFont, &QAbstractButton::clicked, this, [this] { cmdFont_Click(); });
-}
-
 void FrmVXMain::ShowColors() {
     const Configuration& settings = state_.Configuration;
     ui_->CmdGridCol->SetColor(settings.GridColor);
@@ -78,19 +57,6 @@ void FrmVXMain::ShowColors() {
     if (heights.empty())
         heights.push_back(settings.HeightDefaultColor);
     ui_->CmdHeightCol->SetColors(heights);
-}
-
-void FrmVXMain::cmdFont_Click() {
-    FontChoice& font = state_.Configuration.HeightsFont;
-    try {
-        font = platform_.Dialogs.Font(font);
-    } catch (const RuntimeError& error) {
-        if (error.Number() == ErrorNumber::Cancelled)
-            return;
-        throw;
-    }
-    if (view_.ShowHeights)
-        Repaint();
 }
 
 } // namespace vardenix
