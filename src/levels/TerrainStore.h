@@ -94,7 +94,4 @@ void WriteLevel2(const Terrain& terrain, StagedFile& fileL, StagedFile& fileO,
 // Sentences of Mending.h.
 void LogMended(const std::vector<std::string>& mended, DebugLog& log);
 
-// Mends what an interrupted save of a pair may have left, with a line in the log.
-void RecoverLevelPair(const LevelPair& pair, DebugLog& log);
-
 } // namespace vardenix
