@@ -207,11 +207,14 @@ bool IsSeaOfL0(const Block& block) {
     });
 }
 
+// Four times the O file of the widest level 0.
+constexpr uint64_t LongestOffsetFile = uint64_t{256} << 20;
+
 // The old terrain of a L0 pair with other elevations.
 void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
                 const ElevationsOf& changeBlock, Progress& progress,
                 IfChanged ifChanged) {
-    const FileBytes fileO = ReadWholeFile(pair.O);
+    const FileBytes fileO = ReadWholeFile(pair.O, LongestOffsetFile);
     LevelBlocks fileL(ReadableFile(pair.L), layer.EMapWidth);
     Transaction files;
     const bool own = SameFile(pair.L, layer.Path);
