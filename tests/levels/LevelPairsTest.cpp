@@ -50,6 +50,12 @@ protected:
     Terrain terrain_;
 };
 
+TEST_F(LevelPairs, FoldersAreCalledAsTheyAre) {
+    Make({"theater.L2 old/terrain/theater.L2", "theater.L2 old/terrain/theater.O2"});
+    EXPECT_EQ(OOfL2("theater.L2 old/terrain/theater.L2"),
+              "theater.L2 old/terrain/theater.O2");
+}
+
 TEST_F(LevelPairs, TheOFileOfAL2FileHasTheLettersOfItsName) {
     Make({"theater.O2", "theater.o2", "THEATER.O2", "Theater.o2"});
     EXPECT_EQ(OOfL2("theater.L2"), "theater.O2");
