@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bineditor/SetsAndTiles.h"
+#include "files/Transaction.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "program/ProgramState.h"
@@ -39,6 +40,9 @@ struct BinParts {
     vardenix::Dialogs& Dialogs;
     Progress& PB5;
     BinWindow& Window;
+    // Where the pictures of an intake wait for the catalogue, so that all take their
+    // places together; without one they do so at once.
+    Transaction* Together = nullptr;
 };
 
 // A set from 1, 0 while there is none, and a slot of it from 0, -1 for none.
