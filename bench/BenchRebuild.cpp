@@ -186,8 +186,8 @@ void BareElevations(benchmark::State& state) {
     TheWorld().MakeMaster();
     for (auto _ : state) {
         CopyFiles(names);
-        benchmark::DoNotOptimize(
-            ReadWholeFile((TheWorld().Folder() / "master.elv").string()));
+        benchmark::DoNotOptimize(ReadWholeFile(
+            (TheWorld().Folder() / "master.elv").string(), uint64_t{1} << 30));
     }
 }
 class NoDialogs : public Dialogs {

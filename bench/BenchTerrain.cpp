@@ -119,8 +119,8 @@ void Load(benchmark::State& state) {
 // one flush, then the old file goes.
 void BareWrite(benchmark::State& state) {
     const Land& land = Land::Of(state.range(0));
-    const FileBytes bytesL = ReadWholeFile(land.terrain.LFilename);
-    const FileBytes bytesO = ReadWholeFile(land.terrain.OFilename);
+    const FileBytes bytesL = ReadWholeFile(land.terrain.LFilename, uint64_t{1} << 30);
+    const FileBytes bytesO = ReadWholeFile(land.terrain.OFilename, uint64_t{1} << 30);
     const auto put = [](const std::string& path, const std::string& old,
                         const FileBytes& bytes) {
         const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);

@@ -1,5 +1,6 @@
 #include "bineditor/BinCommands.h"
 
+#include "bineditor/IntakeRisks.h"
 #include "bineditor/LevelTwoPass.h"
 #include "bineditor/RenumberQuestion.h"
 #include "bineditor/TileIntake.h"
@@ -102,9 +103,22 @@ TileSet SetOfFiles(const std::vector<std::string>& files, uint8_t terrain) {
 }
 
 bool TakeIn(const BinParts& parts, const std::vector<std::string>& files) {
-    return TakeInPictures(
-        files, IntakePlaceOf(parts.Catalogue.DDSFolder, parts.Folders, parts.Settings),
-        parts.PB5, [&] { return parts.Window.StopWanted(); });
+    const IntakePlace place =
+        IntakePlaceOf(parts.Catalogue.DDSFolder, parts.Folders, parts.Settings);
+    const auto stop = [&] { return parts.Window.StopWanted(); };
+    return parts.Together == nullptr
+               ? TakeInPictures(files, place, parts.PB5, stop)
+               : StagePictures(files, place, *parts.Together, parts.PB5, stop);
+}
+
+// Nobody loses a picture, or the user says so.
+bool MayTakeIn(const BinParts& parts, const std::vector<std::string>& files,
+               std::optional<int32_t> replaced) {
+    const IntakeRisks risks = RisksOfIntake(parts.Catalogue, files, replaced);
+    return risks.None() || parts.Dialogs.MessageBox(TextOfRisks(risks, parts.Catalogue) +
+                                                        "\nDo you want to go on?",
+                                                    "Attention", BoxIcon::Warning,
+                                                    BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
 // The slot that a new tile goes to: the first empty one, whichever empty one is selected.
@@ -153,7 +167,8 @@ std::optional<TilePlace> cmdAppendSet(const BinParts& parts, const TilePlace& se
         const LongWork work(parts);
         const std::vector<std::string> files =
             dropped ? *dropped : parts.Dialogs.OpenFiles({NormalTilesOnly, DdsFilter});
-        if (files.empty() || !CanBecomeSet(files, parts.Dialogs))
+        if (files.empty() || !CanBecomeSet(files, parts.Dialogs) ||
+            !MayTakeIn(parts, files, {}))
             return std::nullopt;
         return AppendSet(parts, PlaceOfNewSet(selected.Set, after).Set, terrain, files,
                          parts.Settings.AutoL2);
@@ -193,7 +208,8 @@ std::optional<TilePlace> cmdAppendTile(const BinParts& parts, const TilePlace& s
         const std::string file =
             dropped ? dropped->front() : parts.Dialogs.OpenFile({{}, DdsFilter}).Path;
         const TilePlace place{selected.Set, SlotForTile(parts.Catalogue, selected)};
-        if (!CanBecomeTile(file, parts.Dialogs))
+        if (!CanBecomeTile(file, parts.Dialogs) ||
+            !MayTakeIn(parts, {file}, FirstNumberOf(place.Set) + place.Slot))
             return std::nullopt;
         return TakeInTile(parts, place, file);
     });

@@ -2,6 +2,7 @@
 
 #include "bineditor/SetsAndTiles.h"
 #include "catalogue/TileNumbers.h"
+#include "files/Transaction.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "program/ProgramState.h"
@@ -40,6 +41,9 @@ struct BinParts {
     vardenix::Dialogs& Dialogs;
     Progress& PB5;
     BinWindow& Window;
+    // Where the pictures of an intake wait for the catalogue, so that all take their
+    // places together; without one they do so at once.
+    Transaction* Together = nullptr;
 };
 
 // Where the user stands after a command; nothing when it was called off or refused, with

@@ -15,4 +15,10 @@ namespace vardenix {
 void SaveBinAndLevelTwo(Catalogue& catalogue, Terrain& terrain, Progress& progress,
                         DebugLog& log, IfChanged ifChanged = IfChanged::Refuse);
 
+// The same in a transaction that holds other files too, which it commits; level 2 only
+// where `levelTwo` is set.
+void SaveBinTogether(Transaction& files, Catalogue& catalogue, Terrain& terrain,
+                     bool levelTwo, Progress& progress, DebugLog& log,
+                     IfChanged ifChanged = IfChanged::Refuse);
+
 } // namespace vardenix

@@ -125,15 +125,15 @@ void RequireTileName(const std::string& name) {
 }
 
 void CopyInto(StagedFile& target, const std::string& sourceFile) {
-    target.Write(ReadWholeFile(sourceFile).Span());
+    target.Write(ReadWholeFile(sourceFile, PictureLargestFile).Span());
 }
 
 // Every family's files, staged in order. A picture that lies at its target already stays
 // as it is, and what two families share comes in once.
 class StagedFamilies {
 public:
-    explicit StagedFamilies(const IntakePlace& place)
-        : tools_(place.AppPath, place.TempFolder) {}
+    StagedFamilies(const IntakePlace& place, Transaction& files)
+        : tools_(place.AppPath, place.TempFolder), files_(files) {}
 
     bool Stage(const std::vector<TileFamily>& families,
                const std::function<bool()>& stop) {
@@ -148,7 +148,6 @@ public:
         }
         return RunConversionQueue(tools_, queue, files_, stop);
     }
-    void Commit() { files_.Commit(); }
 
 private:
     bool IsNew(const std::string& target) {
@@ -156,7 +155,7 @@ private:
     }
 
     ToolRunner tools_;
-    Transaction files_;
+    Transaction& files_;
     std::map<std::string, bool> targets_;
 };
 
@@ -207,6 +206,16 @@ void MakeTileFamily(const std::string& sourceFolder, const std::string& chosenNa
 
 bool TakeInPictures(const std::vector<std::string>& chosen, const IntakePlace& place,
                     Progress& progress, const std::function<bool()>& stop) {
+    Transaction files;
+    if (!StagePictures(chosen, place, files, progress, stop))
+        return false;
+    files.Commit();
+    return true;
+}
+
+bool StagePictures(const std::vector<std::string>& chosen, const IntakePlace& place,
+                   Transaction& staged, Progress& progress,
+                   const std::function<bool()>& stop) {
     if (chosen.empty())
         return true;
     const std::vector<ChosenFile> files(chosen.begin(), chosen.end());
@@ -229,11 +238,8 @@ bool TakeInPictures(const std::vector<std::string>& chosen, const IntakePlace& p
         ++begun;
         MakeTileFamily(files[i].Folder, files[i].Name, place, families[i]);
     };
-    StagedFamilies staged(place);
-    if (!ForEachInParallel(chosen.size(), take, tell) || !staged.Stage(families, stop))
-        return false;
-    staged.Commit();
-    return true;
+    return ForEachInParallel(chosen.size(), take, tell) &&
+           StagedFamilies(place, staged).Stage(families, stop);
 }
 
 } // namespace vardenix

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "bineditor/TileNames.h"
+#include "files/Transaction.h"
 #include "pictures/ConversionQueue.h"
 #include "platform/Progress.h"
 #include "program/ProgramState.h"
@@ -60,5 +61,11 @@ void MakeTileFamily(const std::string& sourceFolder, const std::string& chosenNa
 // picture; errors of MakeTileFamily and of writing.
 bool TakeInPictures(const std::vector<std::string>& chosen, const IntakePlace& place,
                     Progress& progress, const std::function<bool()>& stop = {});
+
+// The same, staged whole in `files`, whose owner commits them together with what else
+// belongs to them. After false or an error `files` are not to be committed.
+bool StagePictures(const std::vector<std::string>& chosen, const IntakePlace& place,
+                   Transaction& files, Progress& progress,
+                   const std::function<bool()>& stop = {});
 
 } // namespace vardenix

@@ -2,6 +2,7 @@
 
 #include "bineditor/TileNames.h"
 #include "files/FileNames.h"
+#include "files/TransactionJournal.h"
 #include "platform/SeveralNotices.h"
 #include "texts/Cutting.h"
 #include "texts/RuntimeError.h"
@@ -32,6 +33,12 @@ std::vector<std::string> Sorted(const std::vector<std::string>& names) {
     for (auto& [key, name] : keyed)
         sorted.push_back(std::move(name));
     return sorted;
+}
+
+bool IsOfAnIntake(const std::string& name) {
+    const fs::path journal = JournalOf({});
+    return name == journal || name == AsideOf(journal) ||
+           UpperCase(name).ends_with(".DDSX");
 }
 
 // One box for each text, until the user has asked to be spared the rest.
@@ -88,7 +95,10 @@ std::vector<std::string> UnusedNames(const std::vector<std::string>& wanted,
 }
 
 std::vector<std::string> UnusedPictures(const Catalogue& catalogue) {
-    return UnusedNames(WantedNames(catalogue.Bin), PresentNames(catalogue.DDSFolder));
+    std::vector<std::string> unused =
+        UnusedNames(WantedNames(catalogue.Bin), PresentNames(catalogue.DDSFolder));
+    std::erase_if(unused, IsOfAnIntake);
+    return unused;
 }
 
 size_t DeletePictures(const std::string& ddsFolder, const std::vector<std::string>& names,

@@ -21,7 +21,8 @@ std::vector<std::string> PresentNames(const std::string& ddsFolder);
 std::vector<std::string> UnusedNames(const std::vector<std::string>& wanted,
                                      const std::vector<std::string>& present);
 
-// Of the catalogue and the folder; what cmdDeleteUnusedDDS would delete.
+// Of the catalogue and the folder; what cmdDeleteUnusedDDS would delete. A journal and
+// what is staged are not among them: an interrupted intake may need them to be finished.
 std::vector<std::string> UnusedPictures(const Catalogue& catalogue);
 
 // Deletes them one by one; those that cannot be deleted are told in boxes afterwards. How

@@ -122,7 +122,8 @@ bool HasTile(const Terrain& terrain, const LevelGeometry& geometry, int32_t y, i
 } // namespace
 
 FreeRoom FreeRoomAt(const std::string& folder) {
-    const std::string path = RealPath(folder).string();
+    // That of a name alone is the one where the program stands.
+    const std::string path = folder.empty() ? "." : RealPath(folder).string();
     struct statvfs room {};
     struct stat place {};
     if (::statvfs(path.c_str(), &room) != 0 || ::stat(path.c_str(), &place) != 0)

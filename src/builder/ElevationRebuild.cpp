@@ -74,6 +74,7 @@ public:
                                                   LxFolderOf(parts.Terrain), files_,
                                                   parts.View} {
         files_.How = options.OnlyChanged ? Rewriting::OnlyChanged : Rewriting::Always;
+        files_.IfChanged = options.IfChanged;
     }
 
     RebuildReport Run() {
@@ -114,7 +115,8 @@ private:
             if (error.Number() == ErrorNumber::Cancelled)
                 throw;
             parts_.Dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
-            if (parts_.Dialogs.MessageBox(GoOnQuestion, "Error...", BoxIcon::Warning,
+            if (!options_.AcceptShort &&
+                parts_.Dialogs.MessageBox(GoOnQuestion, "Error...", BoxIcon::Warning,
                                           BoxButtons::YesNo) != BoxAnswer::Yes)
                 throw RebuildStopped();
         }

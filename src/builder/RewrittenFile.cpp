@@ -43,7 +43,7 @@ RewrittenFile::RewrittenFile(RebuildFiles& files, std::string_view path,
 }
 
 void RewrittenFile::Stage() {
-    staged_ = read_ ? &files_.Transaction.Stage(path_, *read_)
+    staged_ = read_ ? &files_.Transaction.Stage(path_, *read_, files_.IfChanged)
                     : &files_.Transaction.Stage(path_);
 }
 

@@ -47,7 +47,8 @@ struct FartileCounts {
 // The files of one run.
 struct RebuildFiles {
     // Keeps other copies of the program from the folders of the files named, and puts
-    // right what an interrupted run has left there, with a line in the log. The files
+    // right what interrupted runs have left there, with a line in the log; a path that
+    // ends in a slash is a folder that is put right alone. The files
     // need not be there. Error 70 when another copy holds a folder.
     void Hold(const std::vector<std::string>& paths, DebugLog& log);
     // Puts all files in their places.
@@ -56,6 +57,7 @@ struct RebuildFiles {
     std::vector<FolderLock> Locks;
     vardenix::Transaction Transaction;
     Rewriting How = Rewriting::Always;
+    vardenix::IfChanged IfChanged = vardenix::IfChanged::Refuse;
     std::vector<RebuiltFile> Made;
     FartileCounts Fartiles;
 };
@@ -66,7 +68,7 @@ class RewrittenFile : public ByteSink {
 public:
     // The files are borrowed; their transaction commits what is written here. `read` is
     // the old file that the new one is made from, where there is one: the run ends when
-    // another is in its place by then.
+    // another is in its place by then, unless that is to be overwritten.
     RewrittenFile(RebuildFiles& files, std::string_view path,
                   std::optional<FileIdentity> read = {});
 

@@ -17,6 +17,7 @@ public:
           fartiles_(fartiles), levels_{parts.Terrain, LxFolderOf(parts.Terrain), files_,
                                        parts.View} {
         files_.How = options.OnlyChanged ? Rewriting::OnlyChanged : Rewriting::Always;
+        files_.IfChanged = options.IfChanged;
     }
 
     RebuildReport Run() {
@@ -26,7 +27,11 @@ public:
         parts_.View.SetPB2_Max(StepsOfRebuild(parts_.Terrain.MapWidth, options_.MakeL3));
         parts_.View.SetPB2_val(0);
         fartiles_.FartileCount = 0;
-        files_.Hold(AllFiles(), parts_.Log);
+        std::vector<std::string> all = AllFiles();
+        // Of an intake that was killed half way, far tiles would show a mixture.
+        if (options_.MakeL3 && !parts_.Catalogue.DDSFolder.empty())
+            all.push_back(parts_.Catalogue.DDSFolder);
+        files_.Hold(all, parts_.Log);
         RequireWhatIsNeeded();
         SaveFine(0);
         SaveFine(1);

@@ -26,7 +26,9 @@ struct RebuildOptions {
     bool MakeL3 = false;      // L3 to L5 and the far tiles too
     int32_t FarSize = 32;     // pixels along the edge of a far tile
     bool OnlyChanged = false; // files that would come out the same are left alone
-    unsigned Threads = 0;     // 0: as many as the machine has
+    bool AcceptShort = false; // of an elevation file that ends early, without a question
+    vardenix::IfChanged IfChanged = vardenix::IfChanged::Refuse;
+    unsigned Threads = 0; // 0: as many as the machine has
     AskFreeRoom FreeRoom = FreeRoomAt;
 };
 

@@ -170,6 +170,7 @@ void AddAppendSet(Command& bin) {
     });
     RunEdit(command, options, [](BinEditing& editing, const BinOptions& told) {
         const int32_t place = PlaceOf(editing, told);
+        editing.RequireNoLoss(told.Pictures, {}, told.Overwrite);
         AppendSet(editing.Parts(), place, told.Type, told.Pictures, !told.KeepNumbers);
         Print("set " + std::to_string(ShownSet(place)) + " has the numbers " +
               std::to_string(FirstNumberOf(place)) + " to " +
@@ -237,6 +238,7 @@ void AddAppendTile(Command& bin) {
         if (slot >= TilesPerSet)
             throw UsageError("SET", "set " + std::to_string(told.Set) +
                                         " is full; see replace-tile");
+        editing.RequireNoLoss({told.Picture}, {}, told.Overwrite);
         TakeInTile(editing.Parts(), {set, slot}, told.Picture);
         Print("tile " + std::to_string(FirstNumberOf(set) + slot));
     });
@@ -249,7 +251,9 @@ void AddReplaceTile(Command& bin) {
     command.Number("TILE", options->Tile, "Tile number", FromZero).Required();
     AddPicture(command, options);
     RunEdit(command, options, [](BinEditing& editing, const BinOptions& told) {
-        TakeInTile(editing.Parts(), editing.Tile(told.Tile), told.Picture);
+        const TilePlace place = editing.Tile(told.Tile);
+        editing.RequireNoLoss({told.Picture}, told.Tile, told.Overwrite);
+        TakeInTile(editing.Parts(), place, told.Picture);
     });
 }
 

@@ -1,6 +1,7 @@
 #include "cli/BinEditing.h"
 
 #include "bineditor/BinSaving.h"
+#include "bineditor/IntakeRisks.h"
 #include "bineditor/LevelTwoPass.h"
 #include "catalogue/TextureBinFile.h"
 #include "catalogue/TileCheck.h"
@@ -13,7 +14,7 @@ BinEditing::BinEditing(CommandContext& context, const TheaterFiles& files,
                        Purpose purpose)
     : context_(context) {
     if (purpose == Write)
-        context.OpenToWrite(files);
+        context.OpenToWrite(files, files.PictureFolder());
     else
         context.Open(files);
     folders_ = context.State.Folders;
@@ -28,7 +29,8 @@ BinParts BinEditing::Parts() {
             folders_,
             context_.Dialogs,
             context_.Progress,
-            *this};
+            *this,
+            &together_};
 }
 
 int32_t BinEditing::Set(const std::string& name, int32_t shown) {
@@ -55,17 +57,22 @@ void BinEditing::Follow(const TileRenumbering& numbers, bool keepNumbers) {
                                                      context_.Progress));
 }
 
+void BinEditing::RequireNoLoss(const std::vector<std::string>& files,
+                               std::optional<int32_t> replaced, bool overwrite) {
+    const IntakeRisks risks = RisksOfIntake(Bin(), files, replaced);
+    if (!overwrite && !risks.None())
+        throw UsageError("FILE", TextOfRisks(risks, Bin()) +
+                                     " With --overwrite it is done all the same.");
+}
+
 void BinEditing::LevelTwoRenumbered(const TileRenumbering& /*numbers*/, bool changed) {
     levelTwoChanged_ = levelTwoChanged_ || changed;
 }
 
 void BinEditing::Save(IfChanged ifChanged) {
     ProgramState& state = context_.State;
-    if (levelTwoChanged_)
-        SaveBinAndLevelTwo(state.Catalogue, state.Terrain, context_.Progress,
-                           context_.Log, ifChanged);
-    else
-        SaveBinFile(state.Catalogue, context_.Log, ifChanged);
+    SaveBinTogether(together_, state.Catalogue, state.Terrain, levelTwoChanged_,
+                    context_.Progress, context_.Log, ifChanged);
     context_.Progress.HideBar();
     Print("saved " + NameOnDisk(state.Catalogue.BinPath));
     if (levelTwoChanged_)

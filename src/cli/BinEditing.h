@@ -17,7 +17,8 @@ public:
     enum Purpose { Look, Write };
     BinEditing(CommandContext& context, const TheaterFiles& files, Purpose purpose);
 
-    // What an intake of pictures works on, with a scratch folder of its own.
+    // What an intake of pictures works on, with a scratch folder of its own. The pictures
+    // take their places with the catalogue, by Save.
     BinParts Parts();
     Progress& Bar() { return context_.Progress; }
     Catalogue& Bin() { return context_.State.Catalogue; }
@@ -30,7 +31,11 @@ public:
 
     // The edit's numbers are passed on to level 2, unless they are to be kept.
     void Follow(const TileRenumbering& numbers, bool keepNumbers);
-    // Catalogue and, when its numbers changed, level 2, as one.
+    // A usage error for pictures that cost others theirs (IntakeRisks.h), unless what is
+    // there is to be overwritten.
+    void RequireNoLoss(const std::vector<std::string>& files,
+                       std::optional<int32_t> replaced, bool overwrite);
+    // Pictures, catalogue and, when its numbers changed, level 2, as one.
     void Save(IfChanged ifChanged);
 
 private:
@@ -41,6 +46,7 @@ private:
 
     CommandContext& context_;
     std::optional<ScratchFolder> scratch_;
+    Transaction together_;
     ProgramFolders folders_;
     bool levelTwoChanged_ = false;
 };

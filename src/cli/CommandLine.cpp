@@ -1,5 +1,7 @@
 #include "cli/CommandLine.h"
 
+#include "cli/Outputs.h"
+
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
@@ -18,6 +20,13 @@ struct Command::Parts {
     std::string Name;                // the whole: "vardenix-cli elevation get"
     std::deque<Parts> Commands;      // of a family; they stay where they are
     std::vector<std::function<void()>> Checks;
+    struct Output {
+        std::string Name;
+        const std::string* Path;
+        std::vector<std::string_view> Others;
+    };
+    std::vector<Output> Outputs;
+    std::vector<std::function<std::vector<std::string>()>> Kept;
     CommandRun Run;
 };
 
@@ -172,6 +181,26 @@ Parts& Named(Parts& family) {
     return family;
 }
 
+void RequireOutputs(const Parts& command) {
+    for (const Parts::Output& output : command.Outputs) {
+        if (output.Path->empty())
+            continue;
+        std::vector<std::string> kept;
+        for (const auto& files : command.Kept)
+            for (std::string& file : files())
+                kept.push_back(std::move(file));
+        RequireOutput(output.Name, *output.Path, kept, output.Others);
+    }
+}
+
+void ListOutputs(const Parts& parts, std::vector<std::string>& outputs) {
+    for (const Parts::Output& output : parts.Outputs)
+        outputs.push_back(parts.Name.substr(parts.Name.find(' ') + 1) + " " +
+                          output.Name);
+    for (const Parts& command : parts.Commands)
+        ListOutputs(command, outputs);
+}
+
 // The library only says that a command is missing.
 void RequireCommand(const Parts& named) {
     if (named.Commands.empty())
@@ -227,6 +256,16 @@ Argument Command::Texts(const std::string& name, std::vector<std::string>& targe
         })));
 }
 
+Argument Command::Output(const std::string& name, std::string& target,
+                         const std::string& help, std::vector<std::string_view> others) {
+    parts_->Outputs.push_back({name, &target, std::move(others)});
+    return Text(name, target, help);
+}
+
+void Command::Keeps(std::function<std::vector<std::string>()> files) {
+    parts_->Kept.push_back(std::move(files));
+}
+
 Argument Command::Flag(const std::string& name, bool& target, const std::string& help) {
     return Argument(*parts_->App->add_flag_callback(
         name, [&target] { target = true; }, help));
@@ -257,6 +296,16 @@ Argument Command::AddNumbers(const std::string& name, const std::string& help,
         AddTo(*parts_, name, help, {}, EachOfList(WholeNumber(range, std::move(take))));
     option.type_name(RangeShown(range));
     return Argument(Repeated(option));
+}
+
+Argument Command::AddNumberRow(const std::string& name, const std::string& help,
+                               NumberRange range, int count,
+                               std::function<void(int64_t)> take) {
+    CLI::Option& option =
+        AddTo(*parts_, name, help, {}, WholeNumber(range, std::move(take)));
+    option.type_name(RangeShown(range));
+    option.expected(count);
+    return Argument(option);
 }
 
 Argument Command::AddReal(const std::string& name, const std::string& help,
@@ -306,6 +355,12 @@ CommandLine::~CommandLine() = default;
 
 Command CommandLine::Root() { return Command(*root_); }
 
+std::vector<std::string> CommandLine::Outputs() const {
+    std::vector<std::string> outputs;
+    ListOutputs(*root_, outputs);
+    return outputs;
+}
+
 ParsedLine CommandLine::Parse(const std::vector<std::string>& arguments) {
     std::vector<std::string> backwards;
     for (auto text = arguments.rbegin(); text != arguments.rend(); ++text)
@@ -326,6 +381,7 @@ ParsedLine CommandLine::Parse(const std::vector<std::string>& arguments) {
     const Parts& command = Named(*root_);
     for (const auto& check : command.Checks)
         check();
+    RequireOutputs(command);
     return {command.Run, {}};
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -127,6 +128,15 @@ public:
     Argument Texts(const std::string& name, std::vector<std::string>& targets,
                    const std::string& help);
 
+    // A text that names a file to be written. Once all checks of the command have passed,
+    // it must be none of the files that the command keeps, nor be called like a file that
+    // only a theater has, or end in one of `others` (RequireOutput in Outputs.h).
+    Argument Output(const std::string& name, std::string& target, const std::string& help,
+                    std::vector<std::string_view> others = {});
+    // Files that none of the command's outputs may replace; asked for when the line is
+    // taken apart.
+    void Keeps(std::function<std::vector<std::string>()> files);
+
     // A decimal whole number: digits, with a "-" in front or none. "010" is ten.
     template <typename Target>
     requires std::integral<FieldOf<Target>>
@@ -141,6 +151,15 @@ public:
     Argument Numbers(const std::string& name, std::vector<Field>& targets,
                      const std::string& help, NumberRange range = FittingField<Field>) {
         return AddNumbers(name, help, range, [&targets](int64_t value) {
+            targets.push_back(static_cast<Field>(value));
+        });
+    }
+
+    // `count` of them, one argument each: "--export 1 2 3 4".
+    template <std::integral Field>
+    Argument NumberRow(const std::string& name, std::vector<Field>& targets, int count,
+                       const std::string& help, NumberRange range = FittingField<Field>) {
+        return AddNumberRow(name, help, range, count, [&targets](int64_t value) {
             targets.push_back(static_cast<Field>(value));
         });
     }
@@ -218,6 +237,9 @@ private:
                        std::function<void(int64_t)> take);
     Argument AddNumbers(const std::string& name, const std::string& help,
                         NumberRange range, std::function<void(int64_t)> take);
+    Argument AddNumberRow(const std::string& name, const std::string& help,
+                          NumberRange range, int count,
+                          std::function<void(int64_t)> take);
     Argument AddReal(const std::string& name, const std::string& help, RealRange range,
                      const std::string& shown, std::function<void(double)> take);
     Argument AddChoice(const std::string& name, const std::string& help,
@@ -249,6 +271,9 @@ public:
 
     // The family of all commands.
     Command Root();
+
+    // Every output of every command, as "mea OUT", in the order of the commands.
+    std::vector<std::string> Outputs() const;
 
     // `arguments` are those behind the program's name. UsageError for whatever does not
     // fit; nothing of the theater has been looked at by then but what a check looks at.

@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 
 #include "cli/Printing.h"
+#include "files/FileNames.h"
 #include "files/OwnFolders.h"
 #include "files/StagedFile.h"
 #include "program/StartUp.h"
@@ -39,7 +40,9 @@ void CommandContext::LockToWrite(const TheaterFiles& files, const std::string& f
     std::vector<std::filesystem::path> written;
     for (const std::string& path : files.WrittenFiles())
         written.push_back(TargetOf(path));
-    if (!file.empty())
+    if (file.ends_with('/') || file.ends_with('\\'))
+        written.push_back(RealPath(file, PathKind::Folder) / "");
+    else if (!file.empty())
         written.push_back(TargetOf(file));
     locks_ = LockFoldersOf(written, FolderLock::Exclusive);
 }

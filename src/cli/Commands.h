@@ -28,7 +28,7 @@ public:
     void Open(const TheaterFiles& files);
     // Opens it for a command that writes: from the reading to the end of the command no
     // other program reads or writes the folders of the theater's files, nor that of
-    // `file` where one is named.
+    // `file` where one is named; one that ends in a slash is a folder.
     void OpenToWrite(const TheaterFiles& files, const std::string& file = {});
     // Single values of the theater; with the catalogue, but for its pictures, or without.
     LevelReader OpenToLookUp(const TheaterFiles& files, bool catalogue);

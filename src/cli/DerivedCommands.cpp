@@ -22,7 +22,7 @@ void AddDerivedFile(Command& all, const char* name, const char* help,
     };
     Command command = all.AddCommand(name, help);
     const auto options = std::make_shared<Options>(command);
-    command.Text("OUT", options->Out, "The file to write").Required();
+    command.Output("OUT", options->Out, "The file to write").Required();
     command.Run([options, write](CommandContext& context) {
         context.Open(options->Files);
         write(context.State, options->Out, context.Progress);

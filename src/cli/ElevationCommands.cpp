@@ -53,6 +53,7 @@ std::shared_ptr<ElevationOptions> AddTo(Command& command, Work work) {
         if (options->Writes)
             context.LockToWrite(options->Files, options->File);
         context.OpenToLookUp(options->Files, false);
+        MendAndTell({options->File});
         RequireFile(context, *options);
         work(context, *options);
         return ExitDone;

@@ -18,6 +18,7 @@ struct FeatureOptions {
     bool AsJson = false;
     PostBox Corners;
     std::string Out;
+    bool Overwrite = false;
 };
 
 // "Airports" and so on.
@@ -41,6 +42,17 @@ JsonObject InfoOf(const FeatureSet& features) {
 // A folder that is there, or a name that can only be a folder's.
 bool IsFolder(const std::string& out) {
     return FolderExists(out) || out.ends_with('/') || out.ends_with('\\');
+}
+
+void RequireNoneThere(const FoundFeatures& found, const FeatureOptions& options) {
+    const auto files = IsFolder(options.Out) ? FilesOfExport(found, options.Out)
+                                             : std::vector{options.Out};
+    std::string names;
+    for (const std::string& file : FilesThere(files))
+        names += (names.empty() ? "" : ", ") + file;
+    if (!options.Overwrite && !names.empty())
+        throw UsageError("--out", names + ": already there; name another place, or give "
+                                          "--overwrite to replace what is there");
 }
 
 void AddFeaturesInfo(Command& family) {
@@ -67,9 +79,10 @@ void AddFeaturesExport(Command& family) {
     command.Number("Y2", corners.Y2, "Row of the opposite corner").Required();
     command.Texts("FILE", options->Files, "Feature files").Required();
     command
-        .Text("--out", options->Out,
-              "The file to write; or a folder, which gets a file for each kind")
+        .Output("--out", options->Out,
+                "The file to write; or a folder, which gets a file for each kind")
         .Required();
+    command.Flag("--overwrite", options->Overwrite, "Replace files that are there");
     command.Run([options](CommandContext& context) {
         FeatureSet& features = context.State.Features;
         LoadFeatures(features, options->Files);
@@ -78,15 +91,15 @@ void AddFeaturesExport(Command& family) {
             Tell("No features where found in the area.");
             return ExitFound;
         }
+        RequireNoneThere(found, *options);
         if (!IsFolder(options->Out)) {
             WriteFeatures(found, options->Out);
             Print(NameOnDisk(options->Out));
             return ExitDone;
         }
         WriteFeatureFiles(found, options->Out);
-        for (const FeatureKind kind : FeatureKinds)
-            if (!found.ByKind[static_cast<size_t>(kind) - 1].empty())
-                Print(NameOnDisk(WithTrailingSlash(options->Out) + ExportedFile(kind)));
+        for (const std::string& file : FilesOfExport(found, options->Out))
+            Print(NameOnDisk(file));
         return ExitDone;
     });
 }
@@ -94,6 +107,7 @@ void AddFeaturesExport(Command& family) {
 } // namespace
 
 void LoadFeatures(FeatureSet& features, const std::vector<std::string>& files) {
+    MendAndTell(files);
     for (const std::string& file : files)
         LoadFeatureFile(file, features);
 }

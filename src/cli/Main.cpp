@@ -105,6 +105,7 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
 // What is no error of ours is a fault of the program; it is told all the same.
 int RunGuarded(int count, char** arguments) {
     try {
+        HearEndSignals();
         return RunCommandLine({arguments + 1, arguments + count});
     } catch (const std::exception& error) {
         Tell(std::string("vardenix-cli: ") + error.what());
@@ -118,7 +119,6 @@ int RunGuarded(int count, char** arguments) {
 int main(int count, char** arguments) {
     vardenix::HoldStandardStreams();
     vardenix::MakeFileSizeLimitAnError();
-    vardenix::HearEndSignals();
     const int code = vardenix::RunGuarded(count, arguments);
     // What was staged is taken away; whoever started the program sees how it ended.
     if (vardenix::EndSignalHeard() != 0)

@@ -1,6 +1,7 @@
 // map: the numbers and the palette of theater.map.
 #include "cli/Commands.h"
 #include "cli/Printing.h"
+#include "cli/TheaterFiles.h"
 #include "files/FileNames.h"
 #include "files/StagedFile.h"
 #include "mapeditor/MapFields.h"
@@ -32,17 +33,26 @@ public:
                 throw UsageError("name the theater by --theater, or its theater.map by "
                                  "--map");
         });
+        command.Keeps([this] { return std::vector{MapFile()}; });
     }
     MapChoice(const MapChoice&) = delete;
     MapChoice& operator=(const MapChoice&) = delete;
 
-    // As the disk has it.
-    std::string Path() const {
-        return TextOfPath(
-            RealPathToRead(map_.empty() ? PathsOfTheater(folder_, "").MapFile : map_));
+    // As the disk has it; of a whole theater with what interrupted saves have left put
+    // right.
+    std::string Path(CommandContext& context) const {
+        if (map_.empty())
+            MendTheater(PathsOfTheater(folder_, ""), context.Dialogs, context.Log);
+        else
+            MendAndTell({map_});
+        return TextOfPath(RealPathToRead(MapFile()));
     }
 
 private:
+    std::string MapFile() const {
+        return map_.empty() ? PathsOfTheater(folder_, "").MapFile : map_;
+    }
+
     std::string folder_;
     std::string map_;
 };
@@ -66,11 +76,11 @@ std::shared_ptr<MapOptions> AddFiles(Command& command) {
 
 // Reads, changes and saves it while no other program does.
 template <typename Change>
-std::string Changed(const MapOptions& options, Change change) {
-    std::string path = options.Choice.Path();
+std::string Changed(CommandContext& context, const MapOptions& options, Change change) {
+    std::string path = options.Choice.Path(context);
     const auto locks = LockFoldersOf({TargetOf(path)}, FolderLock::Exclusive);
     MapFileRecord record;
-    const FileIdentity read = OpenMapFile(path, record);
+    const FileIdentity read = OpenMapAndTell(path, record);
     change(record);
     SaveMapFile(path, record, read, IfChangedOf(options.Overwrite));
     return path;
@@ -141,9 +151,9 @@ void AddShow(Command& map) {
     Command command = map.AddCommand("show", "Tell the numbers and the palette");
     const auto options = AddFiles(command);
     command.Flag("--json", options->AsJson, "Print JSON");
-    command.Run([options](CommandContext&) {
+    command.Run([options](CommandContext& context) {
         MapFileRecord record;
-        OpenMapFile(options->Choice.Path(), record);
+        OpenMapAndTell(options->Choice.Path(context), record);
         Show(record, options->AsJson);
         return ExitDone;
     });
@@ -158,9 +168,10 @@ void AddMapSet(Command& map) {
         .Required();
     AddOverwrite(command, options->Overwrite);
     command.Check([options] { CheckPairs(options->Pairs); });
-    command.Run([options](CommandContext&) {
-        const std::string path = Changed(
-            *options, [&](MapFileRecord& record) { TakePairs(options->Pairs, record); });
+    command.Run([options](CommandContext& context) {
+        const std::string path = Changed(context, *options, [&](MapFileRecord& record) {
+            TakePairs(options->Pairs, record);
+        });
         const size_t count = options->Pairs.size() / 2;
         Print(std::to_string(count) + (count == 1 ? " field" : " fields") + " set in " +
               path);
@@ -178,8 +189,8 @@ void AddColor(Command& map) {
     command.Number("B", options->Color.Blue, "Blue").Required();
     command.Number("A", options->Alpha, "Alpha; stays when it is not given");
     AddOverwrite(command, options->Overwrite);
-    command.Run([options](CommandContext&) {
-        const std::string path = Changed(*options, [&](MapFileRecord& record) {
+    command.Run([options](CommandContext& context) {
+        const std::string path = Changed(context, *options, [&](MapFileRecord& record) {
             MapPaletteEntry& entry = record.Palette[options->Entry];
             const uint8_t alpha = options->Alpha.value_or(entry.Alpha);
             entry = options->Color;
@@ -190,11 +201,10 @@ void AddColor(Command& map) {
     });
 }
 
-// The file that the palette goes to or comes from.
-void AddPaletteFile(Command& command, const std::shared_ptr<MapOptions>& options,
-                    const char* name) {
-    command.Text(name, options->File, "A file whose name ends in .act, .pal or .bmp")
-        .Required();
+constexpr const char* PaletteFileHelp = "A file whose name ends in .act, .pal or .bmp";
+
+void CheckPaletteFile(Command& command, const std::shared_ptr<MapOptions>& options,
+                      const char* name) {
     command.Check([options, name] {
         if (!PaletteKindOf(options->File))
             throw UsageError(name,
@@ -206,13 +216,12 @@ void AddExportPalette(Command& map) {
     Command command =
         map.AddCommand("export-palette", "Write the palette as an ACT, PAL or BMP file");
     const auto options = AddFiles(command);
-    AddPaletteFile(command, options, "OUT");
-    command.Run([options](CommandContext&) {
-        const std::string path = options->Choice.Path();
-        if (SameFile(path, options->File))
-            throw UsageError("OUT", options->File + " is the theater.map itself");
+    command.Output("OUT", options->File, PaletteFileHelp).Required();
+    CheckPaletteFile(command, options, "OUT");
+    command.Run([options](CommandContext& context) {
+        const std::string path = options->Choice.Path(context);
         MapFileRecord record;
-        OpenMapFile(path, record);
+        OpenMapAndTell(path, record);
         SavePalette(*PaletteKindOf(options->File), options->File, record.Palette);
         Print(NameOnDisk(options->File));
         return ExitDone;
@@ -223,10 +232,11 @@ void AddImportPalette(Command& map) {
     Command command = map.AddCommand(
         "import-palette", "Take the palette of an ACT, PAL or BMP file, and save");
     const auto options = AddFiles(command);
-    AddPaletteFile(command, options, "FILE");
+    command.Text("FILE", options->File, PaletteFileHelp).Required();
+    CheckPaletteFile(command, options, "FILE");
     AddOverwrite(command, options->Overwrite);
-    command.Run([options](CommandContext&) {
-        const std::string path = Changed(*options, [&](MapFileRecord& record) {
+    command.Run([options](CommandContext& context) {
+        const std::string path = Changed(context, *options, [&](MapFileRecord& record) {
             LoadPalette(*PaletteKindOf(options->File), options->File, record.Palette);
         });
         Print("256 colors of " + NameOnDisk(options->File) + " taken into " + path);

@@ -1,6 +1,7 @@
 #include "cli/MapPainter.h"
 
 #include "cli/PlainSurface.h"
+#include "cli/Printing.h"
 #include "cli/ToolkitSurface.h"
 #include "pictures/TilePictures.h"
 
@@ -28,6 +29,10 @@ std::unique_ptr<DrawingSurface> PaintMap(ProgramState& state, const MapView& vie
     auto surface = SurfaceFor(state, view);
     NoScreen screen;
     renderer.RefreshPicArray(view, *surface, screen, layers);
+    for (const std::string& file : pictures.Unreadable())
+        Tell("File " + file +
+             " could not be read; its tile is shown as one without a "
+             "picture.");
     return surface;
 }
 

@@ -32,7 +32,7 @@ void AddPreview(Command& all) {
     Command command =
         all.AddCommand("preview", "Save the height picture, a pixel a post");
     const auto options = std::make_shared<PreviewOptions>(command);
-    command.Text("OUT", options->Out, "PNG, BMP, JPEG or Targa file, by its name")
+    command.Output("OUT", options->Out, "PNG, BMP, JPEG or Targa file, by its name")
         .Required();
     AddSmall(command, options->Small);
     command.Check([options] { RequirePictureName(options->Out); });

@@ -23,6 +23,7 @@ struct RebuildArguments {
     explicit RebuildArguments(Command& command) : Files(command) {}
     TheaterFiles Files;
     RebuildOptions Options;
+    bool Overwrite = false;
 };
 
 struct ElevationArguments {
@@ -31,6 +32,7 @@ struct ElevationArguments {
     std::string File;
     Downsampling Method = Downsampling::Rms;
     RebuildOptions Options;
+    bool Overwrite = false;
 };
 
 struct FarTileArguments {
@@ -43,6 +45,14 @@ struct FarTileArguments {
 
 void PrintReport(const RebuildReport& report) { Print(TextOfReport(report)); }
 
+// With what --overwrite means to the savers.
+template <typename Arguments>
+RebuildOptions OptionsOf(const Arguments& arguments) {
+    RebuildOptions options = arguments.Options;
+    options.IfChanged = IfChangedOf(arguments.Overwrite);
+    return options;
+}
+
 int Rebuild(CommandContext& context, const RebuildArguments& arguments) {
     context.Open(arguments.Files);
     context.Progress.HideBar();
@@ -50,7 +60,7 @@ int Rebuild(CommandContext& context, const RebuildArguments& arguments) {
     TerminalRebuild view;
     PrintReport(RebuildTheater(
         {context.State.Terrain, context.State.Catalogue, view, context.Log},
-        arguments.Options, fartiles));
+        OptionsOf(arguments), fartiles));
     return ExitDone;
 }
 
@@ -66,7 +76,7 @@ int RebuildFromMaster(CommandContext& context, const ElevationArguments& argumen
                 std::to_string(4 * terrain.MapWidth) + " elevations a side");
     TerminalRebuild view;
     PrintReport(RebuildElevations({terrain, view, context.Dialogs, context.Log}, master,
-                                  arguments.Method, arguments.Options));
+                                  arguments.Method, OptionsOf(arguments)));
     return ExitDone;
 }
 
@@ -94,6 +104,7 @@ void AddRebuild(Command& all) {
         .Needs(far);
     command.Flag("--changed", arguments->Options.OnlyChanged,
                  "Leave files alone that would come out the same");
+    AddOverwrite(command, arguments->Overwrite);
     command.Run(
         [arguments](CommandContext& context) { return Rebuild(context, *arguments); });
 }
@@ -113,6 +124,9 @@ void AddRebuildElevation(Command& all) {
         .Required();
     command.Flag("--changed", arguments->Options.OnlyChanged,
                  "Leave files alone that would come out the same");
+    command.Flag("--accept-short", arguments->Options.AcceptShort,
+                 "Take heights that FILE is too short for as 0");
+    AddOverwrite(command, arguments->Overwrite);
     command.Check([arguments] {
         if (KindOfElevationFile(arguments->File) == ElevationKind::None)
             throw UsageError("FILE",
@@ -130,7 +144,7 @@ void AddFarTile(Command& all) {
         .Number("T", arguments->Index, "Index of the far tile, from 0",
                 {0, FittingField<int32_t>.Max})
         .Required();
-    command.Text("OUT", arguments->Out, "PNG, BMP, JPEG or Targa file, by its name")
+    command.Output("OUT", arguments->Out, "PNG, BMP, JPEG or Targa file, by its name")
         .Required();
     command.Flag("--night", arguments->Night, "The far tile by night");
     command.Check([arguments] { RequirePictureName(arguments->Out); });

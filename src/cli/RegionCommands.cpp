@@ -52,7 +52,7 @@ void AddRegionExport(Command& family) {
         "export",
         "Write the tile numbers of a rectangle of posts, both corners included");
     const auto options = std::make_shared<RegionOptions>(command);
-    command.Text("OUT", options->File, "The .exp file to write").Required();
+    command.Output("OUT", options->File, "The .exp file to write").Required();
     AddPost(command, "X1", options->Corners.X1, "Y1", options->Corners.Y1);
     AddPost(command, "X2", options->Corners.X2, "Y2", options->Corners.Y2);
     command.Check([options] { options->RequireCornersInside(); });

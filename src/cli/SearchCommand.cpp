@@ -1,6 +1,7 @@
 // search: posts by a pattern of conditions, told or overwritten.
 #include "cli/Commands.h"
 #include "cli/Printing.h"
+#include "cli/SearchCells.h"
 #include "companion/Vardenix.h"
 #include "levels/TerrainStore.h"
 #include "search/SearchHits.h"
@@ -9,7 +10,6 @@
 #include "workspace/PostFields.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <memory>
 #include <set>
@@ -32,71 +32,6 @@ struct SearchOptions {
     PostChange Change;
 };
 
-struct FieldWord {
-    const char* Word;
-    std::string SearchCell::*Text;
-};
-constexpr std::array<FieldWord, 5> FieldWords{{{"tile", &SearchCell::CellTile},
-                                               {"elevation", &SearchCell::CellElevation},
-                                               {"palette", &SearchCell::CellPalette},
-                                               {"x1", &SearchCell::CellX1},
-                                               {"x2", &SearchCell::CellX2}}};
-constexpr const char* FieldList = "tile, elevation, palette, x1 or x2";
-
-[[noreturn]] void Refuse(const std::string& option, const std::string& text,
-                         const std::string& expected) {
-    throw UsageError(option, "'" + text + "' is not " + expected);
-}
-
-const FieldWord* FieldOf(std::string_view word) {
-    const auto found = std::ranges::find(FieldWords, word, &FieldWord::Word);
-    return found == FieldWords.end() ? nullptr : &*found;
-}
-
-// Digits, with a "-" in front or none.
-bool IsWhole(std::string_view text) {
-    if (text.starts_with('-'))
-        text.remove_prefix(1);
-    return !text.empty() &&
-           text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-// "elevation=>200"; false when it is none.
-bool TakeCondition(std::string_view text, SearchCell& cell) {
-    const size_t equals = std::min(text.find('='), text.size());
-    const FieldWord* field = FieldOf(text.substr(0, equals));
-    if (equals == text.size() || field == nullptr)
-        return false;
-    const std::string_view condition = text.substr(equals + 1);
-    const bool hasSign =
-        !condition.empty() &&
-        std::string_view("!<>").find(condition[0]) != std::string_view::npos;
-    if (!IsWhole(condition.substr(hasSign ? 1 : 0)))
-        return false;
-    std::string& kept = cell.*(field->Text);
-    if (!kept.empty())
-        throw UsageError("--cell",
-                         std::string(field->Word) + " is given twice for one post");
-    kept = condition;
-    return true;
-}
-
-// "1:elevation=>200,tile=5".
-void TakeCell(const std::string& text, SearchPattern& pattern) {
-    bool good = text.size() > 2 && text[0] >= '0' && text[0] <= '8' && text[1] == ':';
-    std::string_view rest = good ? std::string_view(text).substr(2) : "";
-    while (good && !rest.empty()) {
-        const size_t comma = std::min(rest.find(','), rest.size());
-        good = TakeCondition(rest.substr(0, comma),
-                             pattern[static_cast<size_t>(text[0] - '0')]);
-        rest.remove_prefix(std::min(comma + 1, rest.size()));
-    }
-    if (!good)
-        Refuse("--cell", text,
-               std::string("N:FIELD=CONDITION, N from 0 to 8, FIELD ") + FieldList +
-                   ", CONDITION a whole number with !, < or > in front or none");
-}
-
 template <typename Field>
 void TakeField(const std::string& text, std::string_view value,
                std::optional<Field>& field, int64_t least = FittingField<Field>.Min) {
@@ -116,8 +51,9 @@ void TakeField(const std::string& text, std::string_view value,
 void TakeSet(const std::string& text, PostChange& change) {
     const size_t equals = std::min(text.find('='), text.size());
     const std::string_view word = std::string_view(text).substr(0, equals);
-    if (equals == text.size() || FieldOf(word) == nullptr)
-        Refuse("--set", text, std::string("FIELD=VALUE, FIELD ") + FieldList);
+    if (equals == text.size() || SearchFieldOf(word) == nullptr)
+        throw UsageError("--set",
+                         "'" + text + "' is not FIELD=VALUE, FIELD " + SearchFieldList);
     const std::string_view value = std::string_view(text).substr(equals + 1);
     if (word == "tile") // a theater with a negative tile number cannot be opened
         TakeField(text, value, change.TileOffset, 0);
@@ -130,8 +66,7 @@ void TakeSet(const std::string& text, PostChange& change) {
 }
 
 void TakeTexts(SearchOptions& options) {
-    for (const std::string& cell : options.Cells)
-        TakeCell(cell, options.Pattern);
+    options.Pattern = PatternOfCells(options.Cells);
     for (const std::string& set : options.Sets)
         TakeSet(set, options.Change);
     if (!options.Sets.empty() && options.Cells.empty())
@@ -208,9 +143,7 @@ void AddSearch(Command& all) {
     Command command = all.AddCommand(
         "search", "List the posts that a pattern fits; exit 1 if there are none");
     const auto options = std::make_shared<SearchOptions>(command);
-    command.Texts("--cell", options->Cells,
-                  "Condition N:FIELD=CONDITION on the post itself (0) or a neighbour "
-                  "(1 above, then clockwise to 8): 0:tile=5, 1:elevation=>200, 3:x1=!0");
+    AddCells(command, options->Cells);
     command.Texts("--set", options->Sets,
                   "FIELD=VALUE that all posts found are set to, and saved");
     command.Flag("--json", options->AsJson, "Print JSON");

@@ -3,6 +3,7 @@
 #include "catalogue/TypeNames.h"
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
+#include "cli/Outputs.h"
 #include "cli/Printing.h"
 #include "files/FileNames.h"
 #include "levels/TerrainStore.h"
@@ -105,24 +106,6 @@ void PrintPlaces(const Terrain& terrain, const std::vector<int32_t>& serials,
         PrintJson(list);
 }
 
-// A report is text; behind the bytes of a theater it would be damage.
-void RequireNoTheaterFile(const TheaterFiles& files, const std::string& path) {
-    const std::string name = UpperCase(AfterLastSlash(path));
-    const size_t dot = name.rfind('.');
-    const std::string extension = dot == std::string::npos ? "" : name.substr(dot);
-    const bool level = extension.size() == 3 &&
-                       (extension[1] == 'L' || extension[1] == 'O') &&
-                       extension[2] >= '0' && extension[2] <= '5';
-    const auto of = [&extension](const char* other) { return extension == other; };
-    const auto kinds = {".ELV", ".BIN", ".MAP", ".DDS", ".MEA", ".TC",
-                        ".TM",  ".TDF", ".LST", ".EXP", ".TGA", ".INI"};
-    const std::vector<std::string> own = files.WrittenFiles();
-    if (level || std::any_of(kinds.begin(), kinds.end(), of) ||
-        std::any_of(own.begin(), own.end(),
-                    [&path](const std::string& file) { return SameFile(file, path); }))
-        throw UsageError("--report", path + " is a file of a theater; name a text file");
-}
-
 } // namespace
 
 void AddInfo(Command& all) {
@@ -140,12 +123,9 @@ void AddCheck(Command& all) {
         "check",
         "List the posts whose tile is not in the catalogue; exit 1 if there are any");
     const auto options = AddTo(command);
-    command.Text("--report", options->Report,
-                 "Append the report to this file, as the editor does");
-    command.Check([options] {
-        if (!options->Report.empty())
-            RequireNoTheaterFile(options->Files, options->Report);
-    });
+    // A report is text; behind the bytes of a theater it would be damage.
+    command.Output("--report", options->Report,
+                   "Append the report to this file, as the editor does", MadeFiles());
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
         const Terrain& terrain = context.State.Terrain;

@@ -1,8 +1,10 @@
 #include "cli/TheaterFiles.h"
 
 #include "catalogue/TextureBinFile.h"
+#include "cli/Printing.h"
 #include "files/FileNames.h"
 #include "files/Mending.h"
+#include "levels/RebuiltFiles.h"
 #include "levels/TerrainStore.h"
 #include "mapeditor/MapFile.h"
 #include "program/MissingSegments.h"
@@ -23,6 +25,7 @@ TheaterFiles::TheaterFiles(Command& command) {
     path("--map", map_, "The theater.map");
     path("--dds", dds_, "The folder of tile pictures");
     command.Check([this] { Paths(); });
+    command.Keeps([this] { return AllFiles(); });
 }
 
 TheaterPaths TheaterFiles::Paths() const {
@@ -39,9 +42,34 @@ TheaterPaths TheaterFiles::Paths() const {
     return {l2_, bin_, map_, WithTrailingSlash(dds_)};
 }
 
+void MendAndTell(const std::vector<std::string>& files) {
+    for (const std::string& sentence : MendAll(files).SetAside)
+        Tell(sentence);
+}
+
+FileIdentity OpenMapAndTell(const std::string& path, MapFileRecord& record) {
+    const FileIdentity read = OpenMapFile(path, record);
+    if (read.Size < sizeof record)
+        Tell(NameOnDisk(path) + " is cut: " + std::to_string(read.Size) + " of " +
+             std::to_string(sizeof record) +
+             " bytes. What it lacks counts as 0, and a save writes it so; bring back a "
+             "whole one if there is any.");
+    return read;
+}
+
 void AddOverwrite(Command& command, bool& overwrite) {
     command.Flag("--overwrite", overwrite,
-                 "Write although another program has changed the file since it was read");
+                 "Write although another program has changed the file since it was read, "
+                 "or a file of others would be replaced");
+}
+
+std::vector<std::string> TheaterFiles::AllFiles() const {
+    const TheaterPaths paths = Paths();
+    std::vector<std::string> files =
+        FilesOfRebuild(UpToLastSlash(paths.L2File), UpToLastSlash(paths.BinFile));
+    const LevelPair pair = FindLevelPair(paths.L2File);
+    files.insert(files.end(), {pair.L, pair.O, paths.BinFile, paths.MapFile});
+    return files;
 }
 
 std::vector<std::string> TheaterFiles::WrittenFiles() const {
@@ -62,11 +90,12 @@ void TheaterFiles::Open(ProgramState& state, Progress& progress, const Platform&
                         DebugLog& log) const {
     CheckPaths(state, platform.Dialogs, log);
     const ReadingLock reading({state.Terrain.LFilename, state.Terrain.OFilename,
-                               state.Catalogue.BinPath, state.MAPFile});
+                               state.Catalogue.BinPath, state.MAPFile,
+                               state.Catalogue.DDSFolder});
     LogMended(reading.Mended(), log);
     LoadLFile(state.Terrain, progress, log);
     OpenBinFile(state.Catalogue, progress, platform.Dialogs, log);
-    state.MAPFileRead = OpenMapFile(state.MAPFile, state.MapFileRecord);
+    state.MAPFileRead = OpenMapAndTell(state.MAPFile, state.MapFileRecord);
     TellGap(state.Terrain, state.MapFileRecord, platform.Dialogs);
     progress.HideBar();
 }
@@ -89,7 +118,7 @@ LevelReader TheaterFiles::OpenToLookUp(ProgramState& state, Dialogs& dialogs,
     LevelReader posts = OpenLevel2(state.Terrain, log);
     if (catalogue)
         OpenBinFileAlone(state.Catalogue);
-    state.MAPFileRead = OpenMapFile(state.MAPFile, state.MapFileRecord);
+    state.MAPFileRead = OpenMapAndTell(state.MAPFile, state.MapFileRecord);
     TellGap(state.Terrain, state.MapFileRecord, dialogs);
     return posts;
 }

@@ -41,6 +41,13 @@ public:
     LevelReader OpenToLookUp(ProgramState& state, Dialogs& dialogs, DebugLog& log,
                              bool catalogue) const;
 
+    // Every file of it that a command reads or makes, there or not, but for the single
+    // tile pictures.
+    std::vector<std::string> AllFiles() const;
+
+    // The folder of tile pictures, with a slash at its end.
+    std::string PictureFolder() const { return Paths().DDSFolder; }
+
     // What commands write of it: the L2 file, Texture.bin and theater.map.
     std::vector<std::string> WrittenFiles() const;
 
@@ -55,6 +62,14 @@ private:
     std::string map_;
     std::string dds_;
 };
+
+// Puts right what interrupted saves have left beside files that are no part of the
+// theater that was opened; a journal that does not count is told on the standard error.
+void MendAndTell(const std::vector<std::string>& files);
+
+// OpenMapFile, and a word on the standard error about a file that ends too early: what it
+// lacks is 0, and the next save would write it so.
+FileIdentity OpenMapAndTell(const std::string& path, MapFileRecord& record);
 
 // The option --overwrite of every command that writes: IfChangedOf tells what it means to
 // the savers.

@@ -64,6 +64,19 @@ std::optional<Target> AskForTarget(Dialogs& dialogs) {
     return Target{false, *folder};
 }
 
+bool MayReplace(const std::vector<std::string>& there, Dialogs& dialogs) {
+    if (there.empty())
+        return true;
+    std::string names;
+    for (const std::string& file : there)
+        names += "\n" + file;
+    return dialogs.MessageBox("These files are there already, and only the features of "
+                              "the selected region would be left in them:" +
+                                  names + "\nDo you want to replace them?",
+                              "TDF Export", BoxIcon::Warning,
+                              BoxButtons::YesNo) == BoxAnswer::Yes;
+}
+
 FoundFeatures Find(const FeatureSet& features, const PostBox& box, Progress& progress) {
     const ShownBar bar(progress);
     FoundFeatures found = FeaturesInside(features, box);
@@ -105,6 +118,23 @@ void WriteFeatures(const FoundFeatures& found, const std::string& path) {
     file.Commit();
 }
 
+std::vector<std::string> FilesOfExport(const FoundFeatures& found,
+                                       const std::string& folder) {
+    std::vector<std::string> files;
+    for (const FeatureKind kind : FeatureKinds)
+        if (!Of(found, kind).empty())
+            files.push_back(WithTrailingSlash(folder) + ExportedFile(kind));
+    return files;
+}
+
+std::vector<std::string> FilesThere(const std::vector<std::string>& files) {
+    std::vector<std::string> there;
+    for (const std::string& file : files)
+        if (FileExists(file))
+            there.push_back(ShownPath(file));
+    return there;
+}
+
 void WriteFeatureFiles(const FoundFeatures& found, const std::string& folder) {
     Transaction files;
     for (const FeatureKind kind : FeatureKinds)
@@ -125,7 +155,7 @@ void SubExportTDFs(const FeatureSet& features, const PostBox& box, Dialogs& dial
             dialogs.Notice(NoneFound, "Info...", BoxIcon::Information);
         else if (target->OneFile)
             WriteFeatures(found, target->Path);
-        else
+        else if (MayReplace(FilesThere(FilesOfExport(found, target->Path)), dialogs))
             WriteFeatureFiles(found, target->Path);
     } catch (const RuntimeError& error) {
         if (error.Number() != ErrorNumber::Cancelled)

@@ -16,6 +16,9 @@ namespace vardenix {
 
 namespace {
 
+// MostFeatures with room for many points each.
+constexpr uint64_t LongestFeatureFile = uint64_t{512} << 20;
+
 // The next piece between blanks and tabs; empty when there is none.
 std::string_view NextPiece(std::string_view& rest) {
     const size_t begin = std::min(rest.find_first_not_of(" \t"), rest.size());
@@ -155,7 +158,7 @@ void ParseFeatureLine(std::string_view line, FeatureSet& features) {
 void LoadFeatureFile(const std::string& path, FeatureSet& features) {
     // An export that a kill has cut short is finished or dropped first.
     const ReadingLock lock({path});
-    const FileBytes file = ReadWholeFile(path);
+    const FileBytes file = ReadWholeFile(path, LongestFeatureFile);
     std::string_view rest(reinterpret_cast<const char*>(file.data()), file.size());
     FeatureSet loaded;
     const size_t before = features.Count();

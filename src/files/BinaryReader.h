@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <span>
 #include <string>
@@ -28,10 +27,10 @@ private:
     size_t size_ = 0;
 };
 
-// Reads a file whole. Errors 53, 70, 75 and so on as the system refuses; 75 for what is
-// no regular file, 7 for one of more than `most` bytes or that memory cannot hold.
-FileBytes ReadWholeFile(std::string_view path,
-                        uint64_t most = std::numeric_limits<int64_t>::max());
+// Reads a file whole, measured before anything of it is read: whoever calls knows how
+// long such a file can be. Errors 53, 70, 75 and so on as the system refuses; 75 for what
+// is no regular file, 7 for one of more than `most` bytes or that memory cannot hold.
+FileBytes ReadWholeFile(std::string_view path, uint64_t most);
 
 // Takes little-endian bytes apart. Everything asked for is checked against what is left,
 // and a lack ends in error 62 that names the path, the offset, what was expected and what

@@ -82,8 +82,15 @@ bool ProfileFile::Has(std::string_view section, std::string_view key) const {
     return Find(section, key) != nullptr;
 }
 
+namespace {
+
+// Thousands of times what any profile needs.
+constexpr uint64_t LongestProfile = uint64_t{16} << 20;
+
+} // namespace
+
 ProfileFile ReadProfileFile(std::string_view path) {
-    const FileBytes bytes = ReadWholeFile(path);
+    const FileBytes bytes = ReadWholeFile(path, LongestProfile);
     const auto span = bytes.Span();
     return ProfileFile({reinterpret_cast<const char*>(span.data()), span.size()});
 }

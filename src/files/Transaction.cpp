@@ -1,7 +1,6 @@
 #include "files/Transaction.h"
 
 #include "files/FileNames.h"
-#include "files/Mending.h"
 #include "files/TransactionJournal.h"
 
 #include <algorithm>
@@ -64,6 +63,11 @@ Transaction::File::File(std::string_view path, const FileIdentity* read)
     Staged.isSummed_ = true;
 }
 
+Transaction::Transaction(const std::vector<std::string>& files) {
+    for (const std::string& file : files)
+        announced_.push_back(TargetOf(file));
+}
+
 StagedFile& Transaction::Stage(std::string_view path) { return Add(path, nullptr); }
 
 StagedFile& Transaction::Stage(std::string_view path, const FileIdentity& read,
@@ -90,8 +94,12 @@ void Transaction::MendFolderOf(const fs::path& target) {
     const fs::path folder = FolderOf(target);
     if (!mendedFolders_.insert(folder).second || !IsPlainFile(JournalOf(folder)))
         return;
-    const auto locks = LockFoldersOf({target}, FolderLock::Exclusive);
-    MendJournal(folder, mended_);
+    std::vector<fs::path> targets = announced_;
+    targets.push_back(target);
+    for (const auto& file : files_)
+        targets.push_back(file->Staged.target_);
+    const auto locks = LockFoldersOf(targets, FolderLock::Exclusive);
+    MendJournals(targets, mended_);
 }
 
 std::set<fs::path> Transaction::Folders() const {
@@ -118,8 +126,7 @@ void Transaction::Commit() {
         targets.push_back(file->Staged.target_);
     }
     const auto locks = LockFoldersOf(targets, FolderLock::Exclusive);
-    for (const fs::path& folder : Folders())
-        MendJournal(folder, mended_);
+    MendJournals(targets, mended_);
     RequireWhatWasRead();
     for (const auto& file : files_)
         file->Staged.Close();
@@ -154,11 +161,13 @@ void Transaction::WriteJournals() {
         if (!journal.IsOpen())
             ThrowSystemError(errno, "making", path.string());
         journals_.push_back(std::move(made));
-        // Whoever may read the files may see what is to be finished.
+        // Whoever may read the files may see what is to be finished, on a file system
+        // that knows rights.
         struct stat first {};
-        if (::fstat(files_.front()->Staged.lock_.Handle(), &first) == 0 &&
-            ::fchmod(journal.Handle(), (first.st_mode & 0666) | 0600) != 0)
-            ThrowSystemError(errno, "making", path.string());
+        const bool opened =
+            ::fstat(files_.front()->Staged.lock_.Handle(), &first) == 0 &&
+            ::fchmod(journal.Handle(), (first.st_mode & 0666) | 0600) == 0;
+        static_cast<void>(opened);
         WriteAll(journal.Handle(), text, path.string());
         if (::fsync(journal.Handle()) != 0 || !journal.Close() || !FlushFolder(folder))
             ThrowSystemError(errno, "flushing", path.string());

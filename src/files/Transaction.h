@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/FileIdentity.h"
+#include "files/Mending.h"
 #include "files/StagedFile.h"
 #include "texts/RuntimeError.h"
 
@@ -39,6 +40,9 @@ private:
 class Transaction {
 public:
     Transaction() = default;
+    // With the files that it is going to stage, where they lie in several folders: an
+    // interrupted save of all of them is then finished before the first is staged.
+    explicit Transaction(const std::vector<std::string>& files);
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;
 
@@ -60,7 +64,7 @@ public:
     void Commit();
 
     // What was mended on the way, for the log.
-    const std::vector<std::string>& Mended() const { return mended_; }
+    const std::vector<std::string>& Mended() const { return mended_.Done; }
 
 private:
     struct File {
@@ -83,7 +87,8 @@ private:
     std::vector<std::unique_ptr<File>> files_;
     std::set<std::filesystem::path> mendedFolders_;
     std::vector<std::filesystem::path> journals_; // written, not yet gone
-    std::vector<std::string> mended_;
+    std::vector<std::filesystem::path> announced_;
+    vardenix::Mended mended_;
 };
 
 } // namespace vardenix

@@ -138,4 +138,8 @@ std::filesystem::path JournalOf(const std::filesystem::path& folder) {
     return folder / "vardenix.journal";
 }
 
+std::filesystem::path AsideOf(const std::filesystem::path& journal) {
+    return journal.native() + ".aside";
+}
+
 } // namespace vardenix

@@ -45,7 +45,10 @@ std::string JournalText(const std::vector<JournalEntry>& entries);
 // Nothing unless the bytes are a whole journal of one entry or more.
 std::optional<std::vector<JournalEntry>> ParseJournal(std::span<const std::byte> bytes);
 
-// Where the journal of a folder lies.
+// Where the journal of a folder lies, and where one that does not count is set aside.
 std::filesystem::path JournalOf(const std::filesystem::path& folder);
+std::filesystem::path AsideOf(const std::filesystem::path& journal);
+
+constexpr uint64_t LargestJournal = uint64_t{1} << 20; // bytes
 
 } // namespace vardenix

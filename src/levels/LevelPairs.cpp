@@ -12,11 +12,12 @@ namespace vardenix {
 
 namespace {
 
-// Makes an O of the letter at `letter` of every occurrence of `upper`, in any case; the
-// letter keeps its case.
-std::string WithOForL(std::string path, std::string_view upper, size_t letter) {
+// Makes an O of the letter at `letter` of every occurrence of `upper` behind the first
+// `from` letters, in any case; the letter keeps its case.
+std::string WithOForL(std::string path, std::string_view upper, size_t letter,
+                      size_t from = 0) {
     const std::string inUpper = UpperCase(path);
-    for (size_t at = inUpper.find(upper); at != std::string::npos;
+    for (size_t at = inUpper.find(upper, from); at != std::string::npos;
          at = inUpper.find(upper, at + upper.size())) {
         char& l = path[at + letter];
         l = l == 'l' ? 'o' : 'O';
@@ -39,7 +40,8 @@ std::string BesideFile(const std::string& kept, const std::string& name) {
 } // namespace
 
 std::string OffsetFileOfL2(const std::string& pathL) {
-    return WithOForL(pathL, "THEATER.L", 8);
+    // Folders are called as they are.
+    return WithOForL(pathL, "THEATER.L", 8, UpToLastSlash(pathL).size());
 }
 
 std::string OffsetFileOfL0(const std::string& path) {

@@ -217,8 +217,4 @@ void LogMended(const std::vector<std::string>& mended, DebugLog& log) {
         log.WriteLog(what);
 }
 
-void RecoverLevelPair(const LevelPair& pair, DebugLog& log) {
-    LogMended(MendFiles({pair.L, pair.O}), log);
-}
-
 } // namespace vardenix

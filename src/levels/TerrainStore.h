@@ -78,7 +78,4 @@ void WriteLevel2(const Terrain& terrain, ByteSink& fileL, ByteSink& fileO,
 // Sentences of Mending.h.
 void LogMended(const std::vector<std::string>& mended, DebugLog& log);
 
-// Mends what an interrupted save of a pair may have left, with a line in the log.
-void RecoverLevelPair(const LevelPair& pair, DebugLog& log);
-
 } // namespace vardenix

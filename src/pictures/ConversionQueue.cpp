@@ -4,6 +4,7 @@
 #include "pictures/Dxt1Writer.h"
 #include "pictures/ImageFiles.h"
 #include "pictures/ImageLayer.h"
+#include "pictures/PictureGuard.h"
 #include "platform/ForEachInParallel.h"
 #include "texts/RuntimeError.h"
 
@@ -27,8 +28,8 @@ std::vector<uint8_t> PixelsInRgba(const Bitmap& bitmap) {
 }
 
 std::vector<uint8_t> Converted(const std::string& sourceFile) {
-    const Bitmap picture = ConvertTo32Bits(
-        ImageDecode(PictureFormat::Targa, ReadWholeFile(sourceFile), sourceFile));
+    const Bitmap picture = ConvertTo32Bits(ImageDecode(
+        PictureFormat::Targa, ReadWholeFile(sourceFile, PictureLargestFile), sourceFile));
     if (!picture)
         throw RuntimeError(ErrorNumber::OutOfMemory, sourceFile);
     return Dxt1File(PixelsInRgba(picture), picture.Width(), picture.Height(),

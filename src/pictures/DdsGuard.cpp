@@ -1,5 +1,7 @@
 #include "pictures/PictureGuardParts.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 namespace vardenix::guard {
@@ -15,6 +17,7 @@ constexpr size_t PixelFormatSizeAt = 76;
 constexpr size_t PixelFormatFlagsAt = 80;
 constexpr size_t CodeAt = 84;
 constexpr size_t DdsBitsAt = 88;
+constexpr size_t RedMaskAt = 92;
 
 constexpr uint32_t HasPitch = 8;
 constexpr uint32_t HasAlpha = 1;
@@ -53,17 +56,36 @@ uint64_t ReadyBlocks(FileBytes& bytes, uint32_t width, uint32_t height,
     return blockBytes * across * down;
 }
 
+// Of red, green and blue, as the library knows them.
+void CheckMasks(const FileBytes& bytes, std::string_view path) {
+    constexpr std::array<std::array<uint32_t, 3>, 3> known{
+        {{0xF800, 0x07E0, 0x001F}, {0x7C00, 0x03E0, 0x001F}, {0x0F00, 0x00F0, 0x000F}}};
+    const std::array<uint32_t, 3> masks{Little32(bytes, RedMaskAt),
+                                        Little32(bytes, RedMaskAt + 4),
+                                        Little32(bytes, RedMaskAt + 8)};
+    if (std::find(known.begin(), known.end(), masks) == known.end())
+        Refuse(path, "16 bits a pixel, parted in another way than 565, 1555 or 4444");
+}
+
 // A row length shorter than a row is taken for one that somebody forgot to fill in.
 uint64_t ReadyRows(FileBytes& bytes, uint32_t width, uint32_t height,
                    std::string_view path) {
     const uint32_t bits = Little32(bytes, DdsBitsAt);
-    if (bits != 24 && bits != 32)
-        Refuse(path, "24 or 32 bits a pixel expected, found " + std::to_string(bits));
+    if (bits == 16)
+        CheckMasks(bytes, path);
+    else if (bits != 24 && bits != 32)
+        Refuse(path, "16, 24 or 32 bits a pixel expected, found " + std::to_string(bits));
     const uint32_t row = width * bits / 8;
     const uint32_t flags = Little32(bytes, FlagsAt);
     const uint32_t pitch = Little32(bytes, PitchAt);
     const bool padded = (flags & HasPitch) != 0 && pitch > row && height > 1;
     Put32(bytes, FlagsAt, padded ? flags : flags & ~HasPitch);
+    // Rows of 16 bits that are not measured are sought at the length that they have once
+    // they are unpacked.
+    if (bits == 16 && !padded) {
+        Put32(bytes, FlagsAt, flags | HasPitch);
+        Put32(bytes, PitchAt, row);
+    }
     Put32(bytes, PixelFormatFlagsAt,
           HasColours | (Little32(bytes, PixelFormatFlagsAt) & HasAlpha));
     return padded ? uint64_t{pitch} * (height - 1) + row : uint64_t{row} * height;

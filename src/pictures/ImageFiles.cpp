@@ -122,16 +122,18 @@ FileBytes BytesOfPicture(PictureFormat format, std::string_view path) {
     if (FileLength(path) > PictureLargestFile)
         throw RuntimeError(ErrorNumber::InvalidPicture,
                            std::string(path) + ": the file is too long for a picture");
-    return ReadWholeFile(path);
+    return ReadWholeFile(path, PictureLargestFile);
 }
 
-// What `work` gives; every error of it is 481.
+// What `work` gives; every error of it is 481, but for a lack of memory, which is no
+// fault of the picture.
 template <typename Work>
 auto WithError481(std::string_view path, Work work) {
     try {
         return work();
     } catch (const RuntimeError& error) {
-        if (error.Number() == ErrorNumber::InvalidPicture)
+        if (error.Number() == ErrorNumber::InvalidPicture ||
+            error.Number() == ErrorNumber::OutOfMemory)
             throw;
         // The system's refusals name the file themselves where they know more.
         throw RuntimeError(ErrorNumber::InvalidPicture,

@@ -21,12 +21,22 @@ void Find(void* library, const char* name, Function& function) {
                                                           name + "; install FreeImage 3");
 }
 
+// The loader tells by its words alone that memory was what it lacked.
+RuntimeError NotOpened(const std::string& why) {
+    const bool memory = why.find("cannot allocate") != std::string::npos ||
+                        why.find("Cannot allocate") != std::string::npos ||
+                        why.find("failed to map") != std::string::npos;
+    return memory ? RuntimeError(ErrorNumber::OutOfMemory,
+                                 std::string(FileName) + " cannot be loaded: " + why)
+                  : RuntimeError(ErrorNumber::FileNotFound, std::string(FileName) + ": " +
+                                                                why +
+                                                                "; install FreeImage 3");
+}
+
 ImageFunctions Open() {
     void* const library = ::dlopen(FileName, RTLD_LAZY | RTLD_LOCAL);
     if (library == nullptr)
-        throw RuntimeError(ErrorNumber::FileNotFound, std::string(FileName) + ": " +
-                                                          ::dlerror() +
-                                                          "; install FreeImage 3");
+        throw NotOpened(::dlerror());
     ImageFunctions found;
     Find(library, "FreeImage_AcquireMemory", found.AcquireMemory);
     Find(library, "FreeImage_AdjustBrightness", found.AdjustBrightness);

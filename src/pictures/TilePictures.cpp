@@ -267,7 +267,8 @@ TilePictures::MadeCell TilePictures::MakeFromBlocks(const Picture& picture, int3
 bool TilePictures::TakeMade(Picture& picture, const MadeCell& made) {
     if (made.Pixels || made.Broken)
         ++decodes_;
-    picture.Present = picture.Present && !made.Broken;
+    if (made.Broken)
+        TellUnreadable(picture);
     return made.Pixels && !made.Broken;
 }
 
@@ -298,6 +299,13 @@ TilePictures::Cell* TilePictures::KeepCell(TilePictureId id, Raster pixels) {
     return kept;
 }
 
+void TilePictures::TellUnreadable(Picture& picture) {
+    picture.Present = false;
+    if (std::find(unreadable_.begin(), unreadable_.end(), picture.File) ==
+        unreadable_.end())
+        unreadable_.push_back(picture.File);
+}
+
 bool TilePictures::Decode(TilePictureId id) {
     Picture& picture = pictures_[static_cast<size_t>(id)];
     if (picture.Decoded) {
@@ -309,7 +317,7 @@ bool TilePictures::Decode(TilePictureId id) {
     if (bitmap && bitmap.BitsPerPixel() != 32)
         bitmap = ConvertTo32Bits(bitmap);
     if (!bitmap) {
-        picture.Present = false;
+        TellUnreadable(picture);
         return false;
     }
     const size_t bytes = PixelBytes(bitmap.Width(), bitmap.Height());

@@ -78,6 +78,8 @@ public:
     // Bytes kept now, and how often a picture has been decoded, whole or to a size.
     size_t MemoryInUse() const { return memoryInUse_; }
     uint64_t Decodes() const { return decodes_; }
+    // Files that are there and could not be read, in the order in which that was seen.
+    const std::vector<std::string>& Unreadable() const { return unreadable_; }
 
 private:
     // Something kept: a picture's cell of a size, or with a width of 0 its decoded
@@ -131,6 +133,7 @@ private:
     bool PrepareBatch(std::span<const TilePictureId> ids, int32_t side,
                       const std::function<bool()>& stop);
     bool Decode(TilePictureId id);
+    void TellUnreadable(Picture& picture);
 
     KeptList::iterator Keep(KeptList& list, const Kept& kept);
     void Touch(KeptList& list, KeptList::iterator place);
@@ -144,6 +147,7 @@ private:
     size_t memoryInUse_ = 0;
     size_t decodedInUse_ = 0; // of these, decoded pictures
     uint64_t decodes_ = 0;
+    std::vector<std::string> unreadable_;
     uint64_t repaint_ = 1;
     std::vector<Picture> pictures_; // by number
     std::unordered_map<std::string, TilePictureId> idByKey_;

@@ -12,10 +12,13 @@ namespace vardenix {
 
 namespace {
 
+// That of a Wine prefix with many programs has some 20 MB.
+constexpr uint64_t LongestRegistry = uint64_t{256} << 20;
+
 // Nothing of a file that is not there or cannot be read: such a registry has no values.
 std::string BytesOrNone(const std::string& path) {
     try {
-        const FileBytes bytes = ReadWholeFile(path);
+        const FileBytes bytes = ReadWholeFile(path, LongestRegistry);
         return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
     } catch (const RuntimeError&) {
         return {};
@@ -56,7 +59,7 @@ void FileRegistry::WriteText(std::string_view key, std::string_view name,
                              std::string_view value) {
     std::string old;
     if (FileExists(iniPath_)) {
-        const FileBytes bytes = ReadWholeFile(iniPath_);
+        const FileBytes bytes = ReadWholeFile(iniPath_, LongestRegistry);
         old.assign(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     }
     ProfileWriter file(old);

@@ -3,6 +3,7 @@
 #include "files/BinaryReader.h"
 #include "files/FileNames.h"
 #include "files/FileStatus.h"
+#include "files/InPlace.h"
 #include "texts/Cutting.h"
 #include "texts/Numbers.h"
 #include "texts/RuntimeError.h"
@@ -41,20 +42,23 @@ constexpr std::array<std::pair<std::string_view, std::string TheaterInfo::*>, 12
               {"3DDATADIR", &TheaterInfo::DataDir3D},
               {"SOUNDDIR", &TheaterInfo::SoundDir}}};
 
+// Of theater.lst and of a theater's description, which have some lines.
+constexpr uint64_t LongestText = uint64_t{16} << 20;
+
 std::string WithoutNuls(std::string text) {
     std::erase(text, '\0');
     return text;
 }
 
 // One that is not there has no neighbour of nearly the same name.
-FileBytes ReadThis(const fs::path& path) {
+std::string ThisOne(const fs::path& path) {
     if (!StatusOf(path))
         ThrowSystemError(ENOENT, "opening", TextOfPath(path));
-    return ReadWholeFile(TextOfPath(path));
+    return TextOfPath(path);
 }
 
 std::string ReadText(const fs::path& path) {
-    const FileBytes bytes = ReadThis(path);
+    const FileBytes bytes = ReadWholeFile(ThisOne(path), LongestText);
     return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
@@ -118,7 +122,9 @@ Discovery Discover(const Registry& registry) {
                                     " leads outside the folder of the game");
             continue;
         }
-        const FileBytes map = ReadThis(below(folder + "\\terrain\\theater.map"));
+        const FileBytes map =
+            ReadBeginning(ThisOne(below(folder + "\\terrain\\theater.map")),
+                          L2WidthOffset + sizeof(int32_t));
         theater.WidthText = ReadTheaterWidth(map.Span());
         found.TheaterList.push_back(std::move(theater));
     }

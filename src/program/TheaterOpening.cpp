@@ -69,6 +69,21 @@ LevelPair FindLevelPair(const std::string& l2File) {
     return PairOfL2(TextOfPath(RealPathToRead(l2File)));
 }
 
+void MendTheater(const TheaterPaths& paths, Dialogs& dialogs, DebugLog& log) {
+    const FilesOfTheater files(paths.L2File);
+    const LevelPair pair = PairOfL2(files.L2File());
+    std::vector<std::string> told{pair.L, pair.O};
+    for (const std::string& path : {paths.BinFile, paths.MapFile})
+        if (!path.empty())
+            told.push_back(files.RealOf(path, PathKind::File));
+    if (!paths.DDSFolder.empty())
+        told.push_back(files.RealOf(paths.DDSFolder, PathKind::Folder) + "/");
+    const Mended mended = MendAll(told);
+    LogMended(mended.Done, log);
+    for (const std::string& sentence : mended.SetAside)
+        dialogs.Notice(sentence, "Attention", BoxIcon::Warning);
+}
+
 bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& dialogs,
                        DebugLog& log) {
     const FilesOfTheater files(paths.L2File);
@@ -76,9 +91,9 @@ bool CheckTheaterPaths(ProgramState& state, const TheaterPaths& paths, Dialogs& 
     terrain.LFilename = files.L2File();
     if (!RequireFile(terrain.LFilename, "L2 File not found", dialogs))
         return false;
+    // A save that was killed half way may owe us any of the files that are looked for.
+    MendTheater(paths, dialogs, log);
     terrain.OFilename = PairOfL2(terrain.LFilename).O;
-    // A save that was killed half way may owe us the very O file.
-    RecoverLevelPair({terrain.LFilename, terrain.OFilename}, log);
     if (!RequireFile(terrain.OFilename, "O2 File not found", dialogs))
         return false;
     log.WriteLog("LFilename to open: " + UpperCase(terrain.LFilename));
@@ -109,10 +124,10 @@ void LoadTheater(ProgramState& state, Progress& progress, const Platform& platfo
                  DebugLog& log, OpeningWindows& windows) {
     log.WriteLog("Starting LoadLfile...");
     // Both are of one moment; the first box that waits for the user lets others save.
-    std::optional<ReadingLock> reading(std::in_place,
-                                       std::vector<std::string>{state.Terrain.LFilename,
-                                                                state.Terrain.OFilename,
-                                                                state.Catalogue.BinPath});
+    std::optional<ReadingLock> reading(
+        std::in_place,
+        std::vector<std::string>{state.Terrain.LFilename, state.Terrain.OFilename,
+                                 state.Catalogue.BinPath, state.Catalogue.DDSFolder});
     LogMended(reading->Mended(), log);
     LoadLFile(state.Terrain, progress, log);
 

@@ -48,6 +48,11 @@ public:
     virtual void InitForm() = 0;
 };
 
+// Puts right what interrupted saves have left in all folders of a theater at once, since
+// a save may reach over all of them. A journal that does not count is told in a box: it
+// came from elsewhere, or tells of a save that was lost. Errors of MendAll.
+void MendTheater(const TheaterPaths& paths, Dialogs& dialogs, DebugLog& log);
+
 // Finds the files that the paths name and keeps their real paths in the state, checking
 // them in order. The first that is empty or not there is told in a box, with the path
 // that was looked for, and the result is false. DDSFolder is not checked. A refusal of

@@ -111,7 +111,7 @@ TileRegion ReadRegion(const std::string& path) {
     const uint64_t size = FileLength(path);
     if (size > most)
         RefuseSize(path, "at most " + std::to_string(most) + " bytes", size);
-    const FileBytes file = ReadWholeFile(path);
+    const FileBytes file = ReadWholeFile(path, most);
     return ParseRegion(file.Span(), path);
 }
 

@@ -80,7 +80,7 @@ Restored RestoreFromPoint(Terrain& terrain, const std::string& systemTempPath) {
     const auto posts = std::as_writable_bytes(terrain.LxArr.Values());
     if (FileLength(path) != posts.size())
         return Restored::WrongSize;
-    const FileBytes file = ReadWholeFile(path);
+    const FileBytes file = ReadWholeFile(path, posts.size());
     if (file.size() != posts.size())
         return Restored::WrongSize;
     if (std::ranges::equal(file.Span(), posts))

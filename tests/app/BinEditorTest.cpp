@@ -33,8 +33,8 @@ protected:
             "Texture.bin", tests::CatalogueBytes({{1, {{"H0.PCX"}, {"H1.PCX"}}},
                                                   {4, {{"LAND.PCX"}}},
                                                   {9, {{"TOWN.PCX"}}}}));
-        state_.Catalogue.Bin =
-            ParseBinFile(ReadWholeFile(state_.Catalogue.BinPath).Span(), "");
+        state_.Catalogue.Bin = ParseBinFile(
+            ReadWholeFile(state_.Catalogue.BinPath, uint64_t{1} << 30).Span(), "");
         NoProgress quiet;
         RebuildTileLookup(state_.Catalogue, {}, quiet);
         state_.Terrain.LxArr(1).TileOffset = 16;

@@ -94,6 +94,40 @@ TEST_F(BinCommandsTest, ASetIsAppendedBeforeTheSelectedOneAndPostsFollow) {
     EXPECT_EQ(dialogs_.LastFilter(), "DDS File (*.dds)|*.dds");
 }
 
+TEST_F(BinCommandsTest, PicturesOfAnotherTileAreReplacedOnlyByWish) {
+    ASSERT_TRUE(cmdAppendTile(Parts(), {1, 2}, {{Chosen("lake.dds")}})); // number 2
+    catalogue_.Lookup[2].UseCount = 112;
+    folder_.Write("dds/HLAKE.dds", "by hand");
+    std::filesystem::remove(folder_.File("dds/Hlake.dds"));
+    for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes}) {
+        std::string text;
+        dialogs_.ExpectAnyBox("Attention", answer, &text);
+        const bool done =
+            cmdAppendTile(Parts(), {2, 2}, {{Chosen("lake.dds")}}).has_value();
+        EXPECT_EQ(done, answer == BoxAnswer::Yes);
+        EXPECT_EQ(text,
+                  "The pictures of tile 2 (HLAKE.PCX), which 112 posts show, would be "
+                  "replaced, and there is no undo for it; give the new file "
+                  "another name instead.\nDo you want to go on?");
+        EXPECT_EQ(dialogs_.LastButtons(), BoxButtons::YesNo);
+        EXPECT_EQ(tests::Slurp(folder_.File("dds/HLAKE.dds")) == "by hand", !done);
+    }
+    EXPECT_EQ(catalogue_.Bin.NumTiles, 6);
+    // A tile's own pictures are its own.
+    ASSERT_TRUE(cmdAppendTile(Parts(), {1, 1}, {{Chosen("1b.dds")}}));
+}
+
+TEST_F(BinCommandsTest, ANameThatIsCutIsAskedAboutBeforeAnythingIsWritten) {
+    std::string text;
+    dialogs_.ExpectAnyBox("Attention", BoxAnswer::No, &text);
+    EXPECT_FALSE(cmdAppendSet(Parts(), {2, 0}, 9, {{Chosen("Habcdefghijklmnop.dds")}}));
+    EXPECT_EQ(text.substr(0, 72), "Habcdefghijklmnop.dds: at most 16 letters in front of "
+                                  "\".dds\" fit into th");
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.File("dds")));
+    // Of sixteen letters with "H" in front all are kept.
+    EXPECT_TRUE(cmdAppendSet(Parts(), {2, 0}, 9, {{Chosen("Habcdefghijklmno.dds")}}));
+}
+
 TEST_F(BinCommandsTest, BehindTheLastSetNothingIsAskedAndNoNumberChanges) {
     settings_.AutoL2 = false;
     settings_.DefInsertAfter = true;

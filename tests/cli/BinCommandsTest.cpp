@@ -98,10 +98,72 @@ TEST_F(BinCommandsOfCli, AnAppendedSetKeepsTheLandscape) {
 TEST_F(BinCommandsOfCli, AfterAndLastPutASetBehindAnother) {
     const std::string picture = folder_.Write("in/a.dds", Dds(0));
     Done({"append-set", picture, "--type", "Rocky", "--after", "0"});
-    Done({"append-set", picture, "--type", "Swamp", "--last"});
+    Done({"append-set", picture, "--type", "Swamp", "--last", "--overwrite"});
     EXPECT_EQ(Catalogue().Story(),
               "1:SEA.PCX,SHORE.PCX 8:HA.PCX 4:LAND.PCX 9:TOWN.PCX 3:HA.PCX");
     EXPECT_EQ(Shown(), Before);
+}
+
+TEST_F(BinCommandsOfCli, PicturesOfAnotherTileAreReplacedOnlyWhenTold) {
+    const std::string land = folder_.Write("in/land.dds", Dds(0xF800));
+    Done({"append-tile", "0", land}); // number 2
+    level_.At(7, 7).Tile = 2;
+    WriteLevel();
+    const std::string target = folder_.File("my theater/texture/texture/Hland.dds");
+    ASSERT_EQ(Slurp(target), Dds(0xF800));
+    const std::string other = folder_.Write("in2/LAND.DDS", Dds(0x07E0));
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"append-tile", "1", other},
+          {"replace-tile", "0", other},
+          {"append-set", other, "--type", "Rocky", "--last"}}) {
+        const std::string told = Refused(command);
+        EXPECT_NE(told.find("tile 2 (HLAND.PCX), which 1 post shows"), std::string::npos)
+            << told;
+        EXPECT_NE(told.find("--overwrite"), std::string::npos) << told;
+        EXPECT_EQ(Slurp(target), Dds(0xF800));
+    }
+    Done({"replace-tile", "2", other}); // its own
+    EXPECT_EQ(Slurp(target), Dds(0x07E0));
+    Done({"append-tile", "1", land, "--overwrite"});
+    EXPECT_EQ(Slurp(target), Dds(0xF800));
+}
+
+TEST_F(BinCommandsOfCli, NamesThatTheCatalogueCutsAreTakenOnlyWhenTold) {
+    const std::string fits = folder_.Write("in/abcdefghijklmno.dds", Dds(0xF800));
+    const std::string withH = folder_.Write("in/Habcdefghijklmn2.dds", Dds(0xF800));
+    Done({"append-tile", "1", fits});
+    Done({"append-tile", "1", withH});
+    const std::string tooLong = folder_.Write("in/abcdefghijklmnop1.dds", Dds(0xF800));
+    const std::string told = Refused({"append-tile", "1", tooLong});
+    EXPECT_NE(told.find("abcdefghijklmnop1.dds: at most 15 letters"), std::string::npos)
+        << told;
+    Done({"append-tile", "1", tooLong, "--overwrite"});
+    // Two that the catalogue could not tell apart, whatever is told.
+    const std::string second = folder_.Write("in/abcdefghijklmnopqrst2.dds", Dds(0x07E0));
+    const std::string third = folder_.Write("in/abcdefghijklmnopqrst3.dds", Dds(0x07E0));
+    const std::string before = Slurp(BinPath());
+    const ProgramResult both = RunOn(
+        {"bin", "append-set", second, third, "--type", "Rocky", "--last", "--overwrite"});
+    EXPECT_EQ(both.ExitCode, 3);
+    EXPECT_NE(both.Errors.find("would both become the tile"), std::string::npos);
+    EXPECT_EQ(Slurp(BinPath()), before);
+}
+
+TEST_F(BinCommandsOfCli, PicturesAndCatalogueTakeTheirPlacesTogether) {
+    const std::string land = folder_.Write("in/land.dds", Dds(0xF800));
+    Done({"append-tile", "0", land});
+    const std::string target = folder_.File("my theater/texture/texture/Hland.dds");
+    Spill(land, Dds(0x07E0));
+    const std::string before = Slurp(BinPath());
+    // Somebody changes the catalogue while it is staged.
+    const FaultShimLink shim(FAULT_SHIM);
+    std::vector<std::string> environment = shim.Environment("touch", 1);
+    environment.push_back("FAULT_FILE=" + BinPath() + "x");
+    environment.push_back("FAULT_TOUCHED=" + BinPath());
+    EXPECT_EQ(RunOn({"bin", "replace-tile", "2", land}, environment).ExitCode, 3);
+    EXPECT_EQ(Slurp(target), Dds(0xF800));
+    EXPECT_EQ(RunOn({"bin", "replace-tile", "2", land}).ExitCode, 0);
+    EXPECT_EQ(Slurp(target), Dds(0x07E0));
 }
 
 TEST_F(BinCommandsOfCli, SetsAreMovedRetypedAndDeletedWithTheirPosts) {
@@ -128,7 +190,7 @@ TEST_F(BinCommandsOfCli, TilesComeChangeAndGo) {
     const std::string picture = folder_.Write("in/a.dds", Dds(0));
     Done({"append-tile", "1", picture});
     EXPECT_EQ(Catalogue().NameOf(17), "HA.PCX");
-    Done({"replace-tile", "1", picture});
+    Done({"replace-tile", "1", picture, "--overwrite"});
     EXPECT_EQ(Catalogue().Story(), "1:SEA.PCX,HA.PCX 4:LAND.PCX,HA.PCX 9:TOWN.PCX");
     EXPECT_EQ(Catalogue().Sets[0].Tiles[1].Paths.size(), 1U); // they stay
     Done({"delete-tile", "16"});

@@ -45,7 +45,7 @@ TEST_F(FaultyEditors, ExportedFeaturesOfAFolderChangeTogether) {
     File("out/Roads.tdf", "older roads");
     leftovers_ = {};
     TryEveryCall({"features", "export", "0", "0", "9", "9", features, "--out",
-                  folder_.File("out")},
+                  folder_.File("out"), "--overwrite"},
                  {"features", "info", folder_.File("out/Cities.tdf"),
                   folder_.File("out/Roads.tdf")});
 }

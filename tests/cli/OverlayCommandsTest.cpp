@@ -61,6 +61,29 @@ TEST_F(OverlayCommands, FeaturesExportWritesOneFileOrOneForEachKind) {
     EXPECT_EQ(Run({"features", "export", "0", "0", "5", file}).ExitCode, 2);
 }
 
+TEST_F(OverlayCommands, FeaturesExportReplacesFilesOnlyWhenTold) {
+    const std::string file = Tdf("CITY 1 1,1 7\nCITY 1 50,50 8\nROAD 1 2,2 9\n");
+    const std::string folder = folder_.File("a folder");
+    folder_.Write("a folder/Cities.tdf", "my work");
+    const std::vector<std::string> each{"features", "export", "0",     "0",   "5",
+                                        "5",        file,     "--out", folder};
+    const ProgramResult refused = Run(each);
+    EXPECT_EQ(refused.ExitCode, 2);
+    EXPECT_NE(refused.Errors.find("Cities.tdf: already there"), std::string::npos)
+        << refused.Errors;
+    EXPECT_EQ(Slurp(folder + "/Cities.tdf"), "my work");
+    EXPECT_FALSE(std::filesystem::exists(folder + "/Roads.tdf"));
+    std::vector<std::string> told = each;
+    told.emplace_back("--overwrite");
+    EXPECT_EQ(Run(told).ExitCode, 0);
+    EXPECT_EQ(Slurp(folder + "/Cities.tdf"), "CITY 1 1,1 7\r\n");
+    // Its own input is such a file as well.
+    const std::string before = Slurp(file);
+    EXPECT_EQ(
+        Run({"features", "export", "0", "0", "5", "5", file, "--out", file}).ExitCode, 2);
+    EXPECT_EQ(Slurp(file), before);
+}
+
 TEST_F(OverlayCommands, SearchListsThePostsThatFit) {
     const ProgramResult tile = RunOn({"search", "--cell", "0:tile=>0"});
     EXPECT_EQ(tile.ExitCode, 0) << tile.Errors;

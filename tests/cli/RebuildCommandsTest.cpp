@@ -2,6 +2,7 @@
 // at some moment.
 #include "builder/RebuildWorld.h"
 #include "support/FaultShimLink.h"
+#include "support/JournalMaker.h"
 #include "support/RunProgram.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +49,52 @@ protected:
 
     RebuildWorld world_;
 };
+
+TEST_F(RebuildCommands, AnElevationFileThatIsShortIsTakenWhenTold) {
+    const auto old = world_.Files();
+    // 512 heights a side, one of them missing.
+    const std::string master =
+        world_.Folder.Write("master.elv", std::string(512 * 512 * 2 - 2, '\2'));
+    const std::vector<std::string> command{"rebuild-elevation", master, "--method",
+                                           "max"};
+    EXPECT_EQ(Run(command).ExitCode, 3);
+    EXPECT_EQ(world_.Files(), old);
+    std::vector<std::string> told = command;
+    told.emplace_back("--accept-short");
+    const ProgramResult result = Run(told);
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_NE(result.Errors.find("expected 2 bytes more"), std::string::npos)
+        << result.Errors;
+    EXPECT_NE(world_.Files(), old);
+}
+
+TEST_F(RebuildCommands, RebuildsKnowWhatIsToBeOverwritten) {
+    EXPECT_EQ(Run({"rebuild", "--overwrite"}).ExitCode, 0);
+    const std::string master =
+        world_.Folder.Write("master.elv", std::string(512 * 512 * 2, '\2'));
+    EXPECT_EQ(
+        Run({"rebuild-elevation", master, "--method", "max", "--overwrite"}).ExitCode, 0);
+}
+
+TEST_F(RebuildCommands, AnIntakeThatIsHalfDoneIsFinishedBeforeFarTilesAreMade) {
+    const std::string pictures = world_.Folder.File("texture/texture/");
+    Spill(pictures + "HX.ddsx", "new");
+    JournalMaker journal;
+    journal.Add("HX.dds", "new", pictures + "HX.dds");
+    Spill(pictures + "vardenix.journal", journal.Text());
+    EXPECT_EQ(Run({"rebuild", "--far", "--far-size", "8"}).ExitCode, 0);
+    EXPECT_EQ(Slurp(pictures + "HX.dds"), "new");
+}
+
+TEST_F(RebuildCommands, ATheaterCanBeNamedFromItsOwnFolder) {
+    const ProgramResult result = RunProgram(
+        {"/bin/sh", "-c",
+         "cd '" + world_.Folder.File("terrain") +
+             "' && exec '" VARDENIX_CLI
+             "' rebuild --l2 theater.L2 --bin ../texture/Texture.bin --map theater.map "
+             "--dds ../texture/texture"});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+}
 
 TEST_F(RebuildCommands, RebuildMakesWhatTheWindowMakes) {
     const auto old = world_.Files();

@@ -36,6 +36,45 @@ protected:
     }
 };
 
+TEST_F(RenderSettings, EveryLayerCanBeDrawn) {
+    const std::string elv =
+        folder_.Write("heights.elv", std::string(size_t{128} * 128 * 2, '\1'));
+    const std::string plain = Rendered({});
+    const std::string l0 = Rendered({"--layers", "l0,grid", "--l0", elv});
+    const std::string box =
+        Rendered({"--layers", "export", "--export", "0", "0", "0", "0"});
+    const std::string hits = Rendered({"--layers", "hits", "--cell", "0:tile=0"});
+    const std::string areas = Rendered({"--layers", "areas"});
+    EXPECT_NE(l0, plain);
+    EXPECT_NE(l0, Rendered({"--layers", "heights,grid"})); // four by four to a post
+    EXPECT_NE(box, plain);
+    EXPECT_NE(box, Rendered({"--layers", "export", "--export", "0", "0", "1", "1"}));
+    EXPECT_NE(hits, plain);
+    EXPECT_NE(hits, box);
+    EXPECT_EQ(Rendered({"--layers", "hits", "--cell", "0:tile=77"}), plain);
+    EXPECT_EQ(areas, plain); // its tiles have none
+}
+
+TEST_F(RenderSettings, ALayerAndWhatItShowsAreToldTogether) {
+    const std::string elv = folder_.Write("heights.elv", "12");
+    for (const std::vector<std::string>& options :
+         {std::vector<std::string>{"--layers", "l0"},
+          {"--l0", elv},
+          {"--layers", "export"},
+          {"--export", "0", "0", "1", "1"},
+          {"--layers", "export", "--export", "0", "0", "1"},
+          {"--layers", "export", "--export", "0", "0", "1", "32"},
+          {"--layers", "hits"},
+          {"--cell", "0:tile=1"},
+          {"--layers", "filled"},
+          {"--layers", "l0", "--l0", "heights.txt"},
+          {"--layers", "hits", "--cell", "tile=1"}}) {
+        std::vector<std::string> command{"render", folder_.File("view.bmp")};
+        command.insert(command.end(), options.begin(), options.end());
+        EXPECT_EQ(RunOn(command).ExitCode, 2) << options[0] << " " << options.back();
+    }
+}
+
 TEST_F(RenderSettings, WhatIsTickedInTheEditorIsNotDrawn) {
     const std::string plain = Rendered({});
     const std::string heights = Rendered({"--layers", "heights"});

@@ -3,7 +3,9 @@
 #include "cli/CliTheater.h"
 #include "support/FaultShimLink.h"
 
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -165,6 +167,91 @@ TEST_F(Safety, GiantsAreMeasuredBeforeTheyAreRead) {
         << catalogue.Errors;
     MakeGiant(Terrain("theater.O2"), ThreeGiB);
     EXPECT_EQ(RunBehind(LittleMemory, {"info"}).ExitCode, 3);
+}
+
+TEST_F(Safety, AGiantFeatureFileIsMeasuredBeforeItIsRead) {
+    const std::string file = folder_.File("giant.tdf");
+    MakeGiant(file, ThreeGiB);
+    const ProgramResult result =
+        RunProgram({"/bin/sh", "-c",
+                    std::string(LittleMemory) + "; exec" +
+                        Joined({VARDENIX_CLI, "features", "info", file})});
+    EXPECT_EQ(result.ExitCode, 3);
+    EXPECT_NE(result.Errors.find("at most 536870912"), std::string::npos)
+        << result.Errors;
+}
+
+TEST_F(Safety, NoRoomForOpenFilesIsAnErrorAndNoCrash) {
+    const ProgramResult result = RunBehind(
+        "for f in 3 4 5 6 7 8 9; do eval \"exec $f<&-\"; done; ulimit -n 4", {"info"});
+    EXPECT_EQ(result.ExitCode, 3) << result.Errors;
+    EXPECT_NE(result.Errors, "");
+}
+
+TEST_F(Safety, PairsAreSavedWhereTheFileSystemKnowsNoRights) {
+    const FaultShimLink shim(FAULT_SHIM);
+    const ProgramResult result =
+        RunOn({"set", "1", "1", "--tile", "1"}, shim.Environment("rights", 1));
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_EQ(OnDisk().At(2, 2).Tile, 1);
+}
+
+TEST_F(Safety, AFolderOfAKilledCommandGoesWithTheNext) {
+    const std::string temp = folder_.File("temp");
+    fs::create_directory(temp);
+    const std::string own = temp + "/vardenix-" + std::to_string(geteuid());
+    fs::create_directories(own + "/vardenix-cli-killed/deep");
+    fs::create_directory(own + "/another");
+    fs::permissions(own, fs::perms::owner_all);
+    const std::string picture = folder_.Write("in/a.dds", "no picture");
+    RunOn({"bin", "append-tile", "1", picture}, {"TMPDIR=" + temp});
+    EXPECT_FALSE(fs::exists(own + "/vardenix-cli-killed"));
+    EXPECT_TRUE(fs::exists(own + "/another"));
+    EXPECT_EQ(std::distance(fs::directory_iterator(own), {}), 1);
+}
+
+TEST_F(Safety, AFolderOfARunningCommandStays) {
+    const std::string temp = folder_.File("temp");
+    const std::string own = temp + "/vardenix-" + std::to_string(geteuid());
+    const std::string used = own + "/vardenix-cli-used";
+    fs::create_directories(used);
+    fs::permissions(own, fs::perms::owner_all);
+    const int handle = open(used.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(flock(handle, LOCK_EX), 0);
+    const std::string picture = folder_.Write("in/a.dds", "no picture");
+    RunOn({"bin", "append-tile", "1", picture}, {"TMPDIR=" + temp});
+    EXPECT_TRUE(fs::exists(used));
+    close(handle);
+}
+
+TEST_F(Safety, PicturesThatCannotBeReadAreTold) {
+    const ProgramResult result = RunOn({"render", folder_.File("view.bmp")});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_NE(result.Errors.find("texture/sea.dds could not be read"), std::string::npos)
+        << result.Errors;
+}
+
+TEST_F(Safety, ACutTheaterMapIsTold) {
+    const std::string map = Terrain("theater.map");
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"map", "show"},
+          {"map", "set", "l0-width", "32"},
+          {"info"}}) {
+        fs::resize_file(map, 700);
+        const ProgramResult result = RunOn(command);
+        EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+        EXPECT_NE(result.Errors.find("theater.map is cut: 700 of 1112 bytes"),
+                  std::string::npos)
+            << command[0] << result.Errors;
+    }
+}
+
+TEST_F(Safety, AFolderWithTheLevelsNameInItIsOpened) {
+    fs::rename(folder_.File("my theater"), folder_.File("theater.L2 old"));
+    const ProgramResult result =
+        Run({"get", "3", "5", "--theater", folder_.File("theater.L2 old")});
+    EXPECT_EQ(result.ExitCode, 0) << result.Errors;
+    EXPECT_NE(result.Output.find("elevation: -20"), std::string::npos);
 }
 
 TEST_F(Safety, ALimitOnTheSizeOfFilesIsAnErrorLikeAFullDisk) {

@@ -86,11 +86,32 @@ TEST_F(SubExportTDFsTest, OneFileHasTheKindsInOrder) {
 TEST_F(SubExportTDFsTest, AFileForEachKindThatHasSome) {
     folder_.Write("RIVERS.TDF", "old");
     const FeatureSet set = Loaded({"AIRPORT 1 1,1 1", "RIVER 1 1,1 5", "CITY 1 9,9 2"});
-    ExportFolder(set, {0, 0, 5, 5});
+    dialogs_.ExpectBox("TDF Export", Question, BoxAnswer::No);
+    dialogs_.ExpectFolder("Save TDF Files...", folder_.Path());
+    dialogs_.ExpectAnyBox("TDF Export", BoxAnswer::Yes, nullptr);
+    SubExportTDFs(set, {0, 0, 5, 5}, dialogs_, progress_);
     // A file that is there keeps its name.
     EXPECT_EQ(folder_.Names(), "Airports.tdf RIVERS.TDF");
     EXPECT_EQ(tests::Slurp(folder_.File("Airports.tdf")), "AIRPORT 1 1,1 1\r\n");
     EXPECT_EQ(tests::Slurp(folder_.File("RIVERS.TDF")), "RIVER 1 1,1 5\r\n");
+}
+
+TEST_F(SubExportTDFsTest, FilesOfAFolderAreReplacedOnlyByWish) {
+    const FeatureSet set = Loaded({"CITY 1 1,1 7", "ROAD 1 2,2 9"});
+    const std::string cities = folder_.Write("Cities.tdf", "my work");
+    for (const BoxAnswer answer : {BoxAnswer::No, BoxAnswer::Yes}) {
+        dialogs_.ExpectBox("TDF Export", Question, BoxAnswer::No);
+        dialogs_.ExpectFolder("Save TDF Files...", folder_.Path());
+        dialogs_.ExpectBox("TDF Export",
+                           "These files are there already, and only the features of the "
+                           "selected region would be left in them:\n" +
+                               cities + "\nDo you want to replace them?",
+                           answer);
+        SubExportTDFs(set, {0, 0, 5, 5}, dialogs_, progress_);
+        const bool replaced = answer == BoxAnswer::Yes;
+        EXPECT_EQ(tests::Slurp(cities), replaced ? "CITY 1 1,1 7\r\n" : "my work");
+        EXPECT_EQ(folder_.Names(), replaced ? "Cities.tdf Roads.tdf" : "Cities.tdf");
+    }
 }
 
 TEST_F(SubExportTDFsTest, ExportedFilesHaveTheirNames) {

@@ -61,21 +61,33 @@ TEST(BinaryReader, CountsAreHeldAgainstWhatIsLeft) {
 TEST(ReadWholeFile, GivesTheBytes) {
     const TestFolder folder;
     const std::string path = folder.Write("a b.bin", std::string("a\0b", 3));
-    const FileBytes bytes = ReadWholeFile(path);
+    const FileBytes bytes = ReadWholeFile(path, 3);
     ASSERT_EQ(bytes.size(), 3U);
     EXPECT_EQ(bytes.data()[2], std::byte{'b'});
-    EXPECT_EQ(ReadWholeFile(folder.Write("empty", "")).size(), 0U);
+    EXPECT_EQ(ReadWholeFile(folder.Write("empty", ""), 0).size(), 0U);
+}
+
+TEST(ReadWholeFile, RefusesALongerFileBeforeItReadsIt) {
+    const TestFolder folder;
+    const std::string path = folder.Write("huge", "");
+    // Of no size on the disk; its bytes would not fit into memory.
+    std::filesystem::resize_file(path, uint64_t{1} << 42);
+    EXPECT_EQ(NumberOf([&] { ReadWholeFile(path, (uint64_t{1} << 42) - 1); }),
+              ErrorNumber::OutOfMemory);
+    EXPECT_EQ(NumberOf([&] { ReadWholeFile(folder.Write("four", "abcd"), 3); }),
+              ErrorNumber::OutOfMemory);
 }
 
 TEST(ReadWholeFile, RefusesWhatIsNoFile) {
     const TestFolder folder;
-    EXPECT_EQ(NumberOf([&] { ReadWholeFile(folder.File("none")); }),
+    EXPECT_EQ(NumberOf([&] { ReadWholeFile(folder.File("none"), 9); }),
               ErrorNumber::FileNotFound);
-    EXPECT_EQ(NumberOf([&] { ReadWholeFile(folder.Path()); }),
+    EXPECT_EQ(NumberOf([&] { ReadWholeFile(folder.Path(), 9); }),
               ErrorNumber::PathFileAccess);
-    EXPECT_EQ(NumberOf([] { ReadWholeFile("/dev/zero"); }), ErrorNumber::PathFileAccess);
+    EXPECT_EQ(NumberOf([] { ReadWholeFile("/dev/zero", 9); }),
+              ErrorNumber::PathFileAccess);
     ASSERT_EQ(mkfifo(folder.File("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(NumberOf([&] { ReadWholeFile(folder.File("pipe")); }),
+    EXPECT_EQ(NumberOf([&] { ReadWholeFile(folder.File("pipe"), 9); }),
               ErrorNumber::PathFileAccess);
 }
 

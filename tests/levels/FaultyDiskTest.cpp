@@ -1,6 +1,6 @@
 // Saves that are killed, run out of disk, or may not write: each in a process of its own,
 // with every call that changes the disk made to fail in turn.
-#include "levels/TerrainStore.h"
+#include "files/Mending.h"
 #include "support/FaultShimLink.h"
 #include "support/TestFolder.h"
 #include "support/TheaterMaker.h"
@@ -62,9 +62,7 @@ protected:
     // What the next opening makes of the pair: 'o' the old posts, 'n' the new ones, '?'
     // neither.
     char Reopened() {
-        const SystemClock clock;
-        DebugLog log(clock);
-        RecoverLevelPair({folder_.File("theater.L2"), folder_.File("theater.O2")}, log);
+        MendFiles({folder_.File("theater.L2"), folder_.File("theater.O2")});
         const MadeLevel found =
             tests::ReadPair(folder_.File("theater.L2"), folder_.File("theater.O2"));
         return found.Posts == old_.Posts ? 'o' : found.Posts == new_.Posts ? 'n' : '?';

@@ -1,10 +1,12 @@
 #include "pictures/PictureGuard.h"
 
 #include "pictures/ImageFiles.h"
+#include "pictures/ImageLayer.h"
 #include "support/PictureMaker.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 namespace vardenix::tests {
@@ -72,6 +74,45 @@ TEST(DdsGuard, ReadsPlainPixelsAsBlueGreenRed) {
     EXPECT_EQ(PixelOf(clear, 0, 1), 0x08070605U);
     const Bitmap opaque = Decode(PictureFormat::Dds, DdsHeader(1, 2, {"", 32}) + four);
     EXPECT_EQ(PixelOf(opaque, 0, 1), 0xFF070605);
+}
+
+// A picture of 2 by 2, sixteen bits a pixel, its colours parted by these masks.
+std::string Sixteen(const std::array<uint32_t, 4>& masks,
+                    const std::array<uint32_t, 4>& pixels) {
+    std::string file = DdsHeader(2, 2, {"", 16, masks[3] != 0});
+    for (size_t i = 0; i < 4; ++i)
+        file = With(file, 92 + 4 * i, Little(masks[i], 4));
+    for (const uint32_t pixel : pixels)
+        file += Little(pixel, 2);
+    return file;
+}
+
+TEST(DdsGuard, ReadsSixteenBitsAsTheLibraryKnowsThem) {
+    const std::string six =
+        Sixteen({0xF800, 0x07E0, 0x001F, 0}, {0xF800, 0x07E0, 0x001F, 0xFFFF});
+    const Bitmap bitmap = ConvertTo32Bits(Decode(PictureFormat::Dds, six));
+    EXPECT_EQ(PixelOf(bitmap, 0, 0) & 0xFFFFFF, 0xFF0000U);
+    EXPECT_EQ(PixelOf(bitmap, 1, 0) & 0xFFFFFF, 0x00FF00U);
+    EXPECT_EQ(PixelOf(bitmap, 0, 1) & 0xFFFFFF, 0x0000FFU);
+    EXPECT_EQ(PixelOf(bitmap, 1, 1) & 0xFFFFFF, 0xFFFFFFU);
+    const std::string five =
+        Sixteen({0x7C00, 0x03E0, 0x001F, 0x8000}, {0xFC00, 0x83E0, 0x801F, 0xFFFF});
+    const Bitmap second = ConvertTo32Bits(Decode(PictureFormat::Dds, five));
+    EXPECT_EQ(PixelOf(second, 0, 0) & 0xFFFFFF, 0xFF0000U);
+    EXPECT_EQ(PixelOf(second, 1, 0) & 0xFFFFFF, 0x00FF00U);
+    EXPECT_EQ(PixelOf(second, 0, 1) & 0xFFFFFF, 0x0000FFU);
+    const std::string four =
+        Sixteen({0x0F00, 0x00F0, 0x000F, 0xF000}, {0xFF00, 0xF0F0, 0xF00F, 0xFFFF});
+    const Bitmap third = ConvertTo32Bits(Decode(PictureFormat::Dds, four));
+    EXPECT_EQ(PixelOf(third, 0, 0) & 0xFFFFFF, 0xFF0000U);
+    EXPECT_EQ(PixelOf(third, 1, 0) & 0xFFFFFF, 0x00FF00U);
+    EXPECT_EQ(PixelOf(third, 0, 1) & 0xFFFFFF, 0x0000FFU);
+    ExpectEachCutRefused(PictureFormat::Dds, six);
+}
+
+TEST(DdsGuard, RefusesSixteenBitsInAnyOtherWay) {
+    EXPECT_EQ(Refusal(PictureFormat::Dds, Sixteen({0x1F, 0x07E0, 0xF800, 0}, {})), 481);
+    EXPECT_EQ(Refusal(PictureFormat::Dds, Sixteen({0, 0, 0, 0}, {})), 481);
 }
 
 TEST(DdsGuard, HonoursALongRowAndForgivesAShortOne) {

@@ -254,9 +254,10 @@ TEST_F(TheaterOpening, TheLogHasTheL2PathInUpperCase) {
     EXPECT_NE(text.find("OFilename to open: " + upper + "O2\r\n"), std::string::npos);
 }
 
-TEST_F(TheaterOpening, EveryOccurrenceOfTheNameIsReplaced) {
-    EXPECT_EQ(OffsetFileOfL2("/THEATER.L WORK/THEATER.L2"), "/THEATER.O WORK/THEATER.O2");
-    EXPECT_EQ(OffsetFileOfL2("/Theater.l work/theater.L2"), "/Theater.o work/theater.O2");
+TEST_F(TheaterOpening, EveryOccurrenceInTheFilesNameIsReplaced) {
+    EXPECT_EQ(OffsetFileOfL2("/THEATER.L WORK/THEATER.L2"), "/THEATER.L WORK/THEATER.O2");
+    EXPECT_EQ(OffsetFileOfL2("/a/Theater.l work theater.L2"),
+              "/a/Theater.o work theater.O2");
     EXPECT_EQ(OffsetFileOfL2("/ISLAND.L2"), "/ISLAND.L2");
 }
 

@@ -12,6 +12,7 @@
 //   spot. These count every call that looks at, reads or changes the disk, or asks for
 //   much memory.
 // - owner: every change of owner and group fails with EINVAL, as where users are mapped.
+// - rights: every change of rights fails with EPERM, as on a file system without them.
 // - shrink: somebody else cuts the file FAULT_FILE to 4 bytes just before the program
 //   opens it to read for the Nth time.
 // - touch: somebody else writes the file FAULT_TOUCHED just when the program opens
@@ -47,6 +48,7 @@ enum class Mode {
     Fail,
     KillAny,
     Owner,
+    Rights,
     Shrink,
     Touch,
     Refuse
@@ -78,6 +80,8 @@ Plan PlanOf(std::string_view mode, int at) {
         made.How = Mode::KillAny;
     else if (mode == "owner")
         made.How = Mode::Owner;
+    else if (mode == "rights")
+        made.How = Mode::Rights;
     else if (mode == "shrink")
         made.How = Mode::Shrink;
     else if (mode == "touch")
@@ -295,6 +299,8 @@ int fchown(int handle, uid_t user, gid_t group) noexcept {
 
 int fchmod(int handle, mode_t rights) noexcept {
     REAL(fchmod);
+    if (ThePlan().How == Mode::Rights)
+        return Refuse(EPERM);
     return IsBroken() ? Refuse(EIO) : real(handle, rights);
 }
 

@@ -66,8 +66,8 @@ protected:
                                                   {9, {{"TOWN.PCX"}}}}));
         std::filesystem::create_directory(folder_.File("dds"));
         state_.Catalogue.DDSFolder = folder_.File("dds/");
-        state_.Catalogue.Bin =
-            ParseBinFile(ReadWholeFile(state_.Catalogue.BinPath).Span(), "");
+        state_.Catalogue.Bin = ParseBinFile(
+            ReadWholeFile(state_.Catalogue.BinPath, uint64_t{1} << 30).Span(), "");
         NoProgress quiet;
         RebuildTileLookup(state_.Catalogue, {}, quiet);
         state_.Terrain.MapWidth = 16;
@@ -408,7 +408,9 @@ TEST_F(FrmBINTileEditTest, SavingTakesTheStarAwayAndTellsOfTheOtherFile) {
     window_->L2Saved();
     EXPECT_FALSE(window_->Apart());
     EXPECT_FALSE(Shown("cmdSaveBoth"));
-    EXPECT_EQ(ParseBinFile(ReadWholeFile(state_.Catalogue.BinPath).Span(), "").NumSets,
+    EXPECT_EQ(ParseBinFile(
+                  ReadWholeFile(state_.Catalogue.BinPath, uint64_t{1} << 30).Span(), "")
+                  .NumSets,
               2);
 }
 

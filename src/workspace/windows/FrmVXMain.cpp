@@ -227,14 +227,14 @@ void FrmVXMain::DisableClickableItemsVX(bool enabled) {
 }
 
 bool FrmVXMain::CanSave() const {
-    return vardenix::RedrawSaveButton(shiftDown_, view_.L0Mode, titles_.L0NeedSaveFlag(),
+    return vardenix::RedrawSaveButton(shiftDown_, view_.Edited(), titles_.L0NeedSaveFlag(),
                                       titles_.L2NeedSaveFlag())
         .Enabled;
 }
 
 void FrmVXMain::RedrawSaveButton() {
     const ButtonState look = vardenix::RedrawSaveButton(
-        shiftDown_, view_.L0Mode, titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag());
+        shiftDown_, view_.Edited(), titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag());
     ui_->CmdSaveTheater->setText(QString::fromStdString(look.Caption));
     workspace_.CommandsChanged();
 }
