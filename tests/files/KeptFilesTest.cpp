@@ -60,29 +60,37 @@ TEST(KeptFiles, WhoeverComesNextPutsBackAlsoAfterAPartOfIt) {
     folder.Write("made", "new");
     folder.Write("UpdateKept/2", "old b");
     folder.Write("UpdateKept/kept.lst", "+a\n+b\n-made\n");
-    EXPECT_TRUE(PutBackInterrupted(folder.Path()));
+    {
+        KeptFiles kept(folder.Path());
+        ASSERT_TRUE(kept.Any());
+        kept.PutBack();
+    }
     EXPECT_EQ(Slurp(folder.File("a")), "put back already");
     EXPECT_EQ(Slurp(folder.File("b")), "old b");
     EXPECT_EQ(folder.Names(), "a b");
-    EXPECT_FALSE(PutBackInterrupted(folder.Path()));
+    EXPECT_FALSE(KeptFiles(folder.Path()).Any());
 }
 
 TEST(KeptFiles, WithoutAListNothingWasChangedYet) {
     const TestFolder folder;
     folder.Write("a", "old");
     folder.Write("UpdateKept/1", "half a copy");
-    EXPECT_FALSE(PutBackInterrupted(folder.Path()));
+    KeptFiles kept(folder.Path());
+    EXPECT_FALSE(kept.Any());
+    kept.Clear();
     EXPECT_EQ(Slurp(folder.File("a")), "old");
     EXPECT_EQ(folder.Names(), "a");
 }
 
-TEST(KeptFiles, AListThatNamesAnythingElseIsRefusedWhole) {
+TEST(KeptFiles, AListThatNamesAnythingElseIsSetAsideWhole) {
     for (const char* line : {"+../outside", "-/etc/passwd", "=a", "", "+", "a"}) {
         const TestFolder folder;
         folder.Write("outside", "stays");
         folder.Write("program/made", "stays");
         folder.Write("program/UpdateKept/kept.lst", std::string("-made\n") + line + "\n");
-        EXPECT_THROW(PutBackInterrupted(folder.File("program")), RuntimeError) << line;
+        const KeptFiles kept(folder.File("program"));
+        EXPECT_FALSE(kept.Any()) << line;
+        EXPECT_NE(kept.SetAside(), "") << line;
         EXPECT_EQ(Slurp(folder.File("outside")), "stays") << line;
         EXPECT_EQ(Slurp(folder.File("program/made")), "stays") << line;
     }

