@@ -1,5 +1,5 @@
 // A kept.lst of any bytes: whatever is put back, nothing outside of the program's folder
-// is touched, and a list that is refused leaves that folder too as it was.
+// is touched, and one that does not count is set aside whole.
 #include "Require.h"
 #include "ScratchFolder.h"
 #include "files/KeptFiles.h"
@@ -33,19 +33,15 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     scratch.Write("program/UpdateKept/1", Byte);
     scratch.Write("program/UpdateKept/kept.lst", {data, size});
     const std::filesystem::path program = scratch.Path() / "program";
-    bool refused = false;
-    try {
-        KeptFiles kept(program.string());
-        Require(kept.Any());
-    } catch (const RuntimeError&) {
-        refused = true;
-    }
-    try {
-        Require(PutBackInterrupted(program.string()));
-        Require(!refused && !std::filesystem::exists(program / "UpdateKept"));
-    } catch (const RuntimeError&) {
-        Require(!refused ||
-                (EntriesOf(program) == 2 && EntriesOf(program / "UpdateKept") == 2));
+    KeptFiles kept(program.string());
+    Require(kept.Any() == kept.SetAside().empty());
+    if (kept.Any()) {
+        try {
+            kept.PutBack();
+        } catch (const RuntimeError&) {
+        }
+    } else {
+        Require(EntriesOf(program) == 2 && EntriesOf(program / "UpdateKept.aside") == 2);
     }
     Require(EntriesOf(scratch.Path()) == 2);
     return 0;

@@ -22,7 +22,7 @@ namespace {
 constexpr int Tries = 3;
 constexpr std::chrono::milliseconds PauseBetweenTries{20};
 
-fs::path RealFolder(const fs::path& folder) {
+fs::path CanonicalFolder(const fs::path& folder) {
     std::error_code error;
     fs::path real = fs::canonical(folder, error);
     if (error)
@@ -31,7 +31,8 @@ fs::path RealFolder(const fs::path& folder) {
 }
 
 std::string NameSeenFrom(const fs::path& folder, const fs::path& target) {
-    return (RealFolder(FolderOf(target)).lexically_relative(RealFolder(folder)) /
+    return (CanonicalFolder(FolderOf(target))
+                .lexically_relative(CanonicalFolder(folder)) /
             target.filename())
         .lexically_normal()
         .string();

@@ -201,9 +201,6 @@ bool IsSeaOfL0(std::span<const TerrainPost> block) {
     });
 }
 
-// Four times the O file of the widest level 0.
-constexpr uint64_t LongestOffsetFile = uint64_t{256} << 20;
-
 // The old terrain of a L0 pair with other elevations.
 void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
                 const ElevationsOf& changeBlock, Progress& progress,
@@ -211,7 +208,6 @@ void SaveIntoL0(ElevationLayer& layer, const LevelPair& pair,
     const int32_t segments = layer.EMapWidth / SegmentSide;
     ReadableFile fileL(pair.L);
     ReadableFile fileO(pair.O);
-    RequireAtMost(fileO, LongestOffsetFile);
     Transaction files;
     const bool own = SameFile(pair.L, layer.Path);
     StagedFile& newL = files.Stage(pair.L, own ? layer.Read : Unread, ifChanged);

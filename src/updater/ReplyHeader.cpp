@@ -76,7 +76,7 @@ std::string WhyNotTaken(std::string_view reply) {
     return {};
 }
 
-int StatusOf(std::string_view reply) {
+int StatusOfReply(std::string_view reply) {
     return HasWholeHeader(reply) ? StatusIn(HeaderOf(reply)) : 0;
 }
 

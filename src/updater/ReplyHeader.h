@@ -21,7 +21,7 @@ std::string_view HeaderOf(std::string_view reply);
 std::string WhyNotTaken(std::string_view reply);
 
 // The status of a whole header: 404; 0 as long as it is not whole or has none.
-int StatusOf(std::string_view reply);
+int StatusOfReply(std::string_view reply);
 
 // What the server says in its first line, as a sentence, for a reply that was not
 // expected: at most 80 letters of it, "?" for those that a message cannot show. Whatever

@@ -132,7 +132,7 @@ void VersionCheck::TcpClosed() {
     if (!cut)
         return;
     const std::string reply = WithCrLf(received_);
-    const int status = StatusOf(reply);
+    const int status = StatusOfReply(reply);
     const bool refused = status != 0 && (status < FirstGood || status > LastGood);
     view_.ShowCheck(refused ? WhatIsAnswered(reply) : "Connection Error");
 }
