@@ -23,7 +23,7 @@ void Take(Subsystems& all) {
 
 bool EditsPosts(const Subsystems& all) { return !all.Workspace.View().L0Mode; }
 
-constexpr auto Table = std::to_array<Command>({
+constexpr auto EditRows = std::to_array<Command>({
     {.Id = "mnuUndo",
      .Text = "&Undo",
      .Keys = "Ctrl+Z",
@@ -125,6 +125,6 @@ constexpr auto Table = std::to_array<Command>({
 
 } // namespace
 
-std::span<const Command> EditCommands() { return Table; }
+std::span<const Command> EditCommands() { return EditRows; }
 
 } // namespace vardenix

@@ -46,7 +46,7 @@ void FillRecent(Workspace& workspace, QMenu& menu) {
     }
 }
 
-constexpr auto Table = std::to_array<Command>({
+constexpr auto FileRows = std::to_array<Command>({
     {.Id = "mnuSave",
      .Text = "&Save",
      .Keys = "Ctrl+S",
@@ -124,6 +124,6 @@ constexpr auto Table = std::to_array<Command>({
 
 } // namespace
 
-std::span<const Command> FileCommands() { return Table; }
+std::span<const Command> FileCommands() { return FileRows; }
 
 } // namespace vardenix

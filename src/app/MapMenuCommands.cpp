@@ -17,7 +17,7 @@ const TerrainPost& Post(const Subsystems& all) {
     return all.Workspace.State().Terrain.LxArr(all.Workspace.Interaction().PopupSerial);
 }
 
-constexpr auto Table = std::to_array<Command>({
+constexpr auto MapMenuRows = std::to_array<Command>({
     {.Id = "mnuTileProperties",
      .Text = "&Tile Properties...",
      .InMapMenu = true,
@@ -52,7 +52,7 @@ constexpr auto Keys = std::to_array<ControlKey>({
 
 } // namespace
 
-std::span<const Command> MapMenuCommands() { return Table; }
+std::span<const Command> MapMenuCommands() { return MapMenuRows; }
 
 std::span<const ControlKey> ControlKeys() { return Keys; }
 

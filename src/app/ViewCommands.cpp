@@ -106,7 +106,7 @@ void AskForAreasAndPaths(Workspace& workspace) {
     dialog.exec();
 }
 
-constexpr auto Table =
+constexpr auto ViewRows =
     std::to_array<Command>({
         {.Id = "mnuShowAreas",
          .Text = "&Areas and paths",
@@ -299,6 +299,6 @@ constexpr auto Table =
 
 } // namespace
 
-std::span<const Command> ViewCommands() { return Table; }
+std::span<const Command> ViewCommands() { return ViewRows; }
 
 } // namespace vardenix
