@@ -5,6 +5,7 @@
 #include "bineditor/windows/FrmBINTileEdit.h"
 #include "catalogue/TileCheck.h"
 #include "platform/SavedOrKept.h"
+#include "workspace/LogWalk.h"
 #include "workspace/windows/FrmVXMain.h"
 
 #include <QStatusBar>
@@ -52,11 +53,11 @@ void BinEditor::AddUnsaved(DirtyFlags& flags) const {
     flags.BIN = editor_ && editor_->NeedSaveFlag();
 }
 
-void BinEditor::Walked(const Change& change, Walk /*walk*/) {
+void BinEditor::Walked(const Change& change, Walk walk) {
     if (!editor_)
         return;
     if (change.Touches(Paper::Catalogue))
-        editor_->CatalogueWalked();
+        editor_->CatalogueWalked(WalkWords(change, walk));
     else
         editor_->L2Saved(); // or it is not any more
     ShowApart();

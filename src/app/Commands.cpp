@@ -124,6 +124,10 @@ void Commands::WindowsMade() {
         DressPanel(made);
         DressMap(made);
     }
+    made_ = true;
+    for (QWidget* editor : editors_)
+        if (editor != nullptr)
+            DressEditor(*editor);
     DressControls();
     FrmVXMap& map = subsystems_.Workspace.Map();
     QList<QMenu*> menus = subsystems_.Workspace.Panel().findChildren<QMenu*>();
@@ -200,7 +204,14 @@ void Commands::DressMap(Made& made) {
     Join(made, button);
 }
 
+// The first may come before the panel, to which the actions belong.
 void Commands::EditorMade(QWidget& editor) {
+    editors_.emplace_back(&editor);
+    if (made_)
+        DressEditor(editor);
+}
+
+void Commands::DressEditor(QWidget& editor) {
     for (Made& made : commands_)
         if (made.Row.InEditors)
             RowOfCommands(editor).addAction(made.Action);

@@ -110,6 +110,7 @@ private:
     void MakeSubmenu(const Command& row, QMenu& menu);
     void DressPanel(Made& made);
     void DressMap(Made& made);
+    void DressEditor(QWidget& editor);
     void DressControls();
     void Join(Made& made, QAbstractButton& button);
     void Do(const Command& row);
@@ -117,7 +118,9 @@ private:
 
     Subsystems& subsystems_;
     std::vector<Made> commands_;
-    QObject here_; // hears of actions and menus, which may outlive the table
+    std::vector<QPointer<QWidget>> editors_;
+    bool made_ = false; // the actions
+    QObject here_;      // hears of actions and menus, which may outlive the table
 };
 
 } // namespace vardenix

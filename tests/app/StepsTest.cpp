@@ -6,6 +6,7 @@
 #include "support/TheaterMaker.h"
 #include "workspace/RestorePoint.h"
 
+#include <QLabel>
 #include <QTreeView>
 
 #include <cstring>
@@ -129,10 +130,20 @@ TEST_F(StepsTest, AnEditorHasTheSteps) {
     EXPECT_EQ(state_.Catalogue.Bin.NumSets, 2);
     QTest::keyClick(&Window("FrmBINTileEdit"), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(state_.Catalogue.Bin.NumSets, 3);
+    EXPECT_EQ(Find<QLabel>(Window("FrmBINTileEdit"), "lblStatus").text(),
+              "Taken back: Delete set 1");
     EXPECT_EQ(Find<QTreeView>(Window("FrmBINTileEdit"), "ListView1").model()->rowCount(),
               3);
     QTest::keyClick(&Window("FrmBINTileEdit"), Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(state_.Catalogue.Bin.NumSets, 2);
+    Press("FrmBINTileEdit", "cmdOpenTerrain");
+    // The other one is made before the panel is.
+    Click("cmdOpenMap");
+    platform_.Dialogs.ExpectColor(0, 0x102030);
+    Press("frmMAPMain", "Command1_7");
+    EXPECT_EQ(int{state_.MapFileRecord.Palette[7].Green}, 0x20);
+    QTest::keyClick(&Window("frmMAPMain"), Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(int{state_.MapFileRecord.Palette[7].Green}, 0);
 }
 
 } // namespace

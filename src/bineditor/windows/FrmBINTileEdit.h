@@ -56,8 +56,9 @@ public:
     void BinSaved();
     // Level 2 is on the disk.
     void L2Saved();
-    // A walk through the log of changes has led past a change of the catalogue.
-    void CatalogueWalked();
+    // A walk through the log of changes has led past a change of the catalogue; `words`
+    // tell which.
+    void CatalogueWalked(const std::string& words);
     // A pass has given level 2 other numbers, and catalogue and level 2 are not both on
     // the disk since: the files do not fit one another when only one of them is written.
     bool Apart() const;

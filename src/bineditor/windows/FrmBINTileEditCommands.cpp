@@ -287,11 +287,12 @@ void FrmBINTileEdit::ShowSaved() {
 
 void FrmBINTileEdit::L2Saved() { ShowApart(); }
 
-void FrmBINTileEdit::CatalogueWalked() {
+void FrmBINTileEdit::CatalogueWalked(const std::string& words) {
     if (state_.Changes.Unsaved(Paper::Catalogue))
         NeedSave();
     else
         ShowSaved();
+    Tell(QString::fromStdString(words));
     Done({});
 }
 
