@@ -27,8 +27,9 @@ struct Told {};
     throw Told();
 }
 
-ElevationMaster Browse(int32_t mapWidth, Dialogs& dialogs) {
-    const FileAnswer answer = dialogs.OpenFile({.Title = {}, .Filter = Filter});
+ElevationMaster Browse(int32_t mapWidth, const std::string& folder, Dialogs& dialogs) {
+    const FileAnswer answer =
+        dialogs.OpenFile({.Title = {}, .Filter = Filter, .InitialPath = folder});
     ElevationMaster master;
     master.Path = answer.Path;
     if (answer.FilterIndex == 1)
@@ -106,9 +107,10 @@ bool FitsTheater(const ElevationMaster& master, int32_t mapWidth) {
     return width == 4.0 * mapWidth;
 }
 
-ElevationMaster BrowseElevationFile(int32_t mapWidth, Dialogs& dialogs) {
+ElevationMaster BrowseElevationFile(int32_t mapWidth, const std::string& folder,
+                                    Dialogs& dialogs) {
     try {
-        return Browse(mapWidth, dialogs);
+        return Browse(mapWidth, folder, dialogs);
     } catch (const Told&) {
     } catch (const RuntimeError& error) {
         if (error.Number() != ErrorNumber::Cancelled)

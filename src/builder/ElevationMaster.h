@@ -26,9 +26,10 @@ struct ElevationMaster {
 // not there, the O0 file among them.
 bool FitsTheater(const ElevationMaster& master, int32_t mapWidth);
 
-// cmdBrowse: asks for a master and looks whether it fits. What is wrong with it is told,
-// a cancel is not; none is chosen then.
-ElevationMaster BrowseElevationFile(int32_t mapWidth, Dialogs& dialogs);
+// cmdBrowse: asks for a master, beginning in a folder, and looks whether it fits. What is
+// wrong with it is told, a cancel is not; none is chosen then.
+ElevationMaster BrowseElevationFile(int32_t mapWidth, const std::string& folder,
+                                    Dialogs& dialogs);
 
 // Reads the heights of a master into the finest grid. PB1 and PB2 count rows of blocks of
 // an L0 file and one step for an .elv file; events pass on every tenth row. On an error

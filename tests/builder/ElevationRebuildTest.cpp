@@ -252,7 +252,7 @@ struct BrowseWorld : ElevationWorld {
     BrowseWorld() : ElevationWorld(16) {}
     ElevationMaster Browse(const std::string& path, int filterIndex) {
         Dialogs.ExpectOpen("", path, filterIndex);
-        return BrowseElevationFile(16, Dialogs);
+        return BrowseElevationFile(16, Folder.Path(), Dialogs);
     }
     bool FitsElv(const std::string& bytes) const {
         return FitsTheater({ElevationKind::Elv, Folder.Write("any.elv", bytes)}, 16);
@@ -311,16 +311,16 @@ TEST(BrowseElevationFile, TellsWhatIsWrong) {
     BrowseWorld world;
     world.Dialogs.ExpectOpen("", world.Folder.Write("small.elv", "1234"), 2);
     world.Dialogs.ExpectBox("Error!", size, BoxAnswer::Ok);
-    EXPECT_FALSE(BrowseElevationFile(16, world.Dialogs).Chosen());
+    EXPECT_FALSE(BrowseElevationFile(16, {}, world.Dialogs).Chosen());
     EXPECT_EQ(world.Dialogs.LastIcon(), BoxIcon::Critical);
 
     world.Dialogs.ExpectOpen("", world.Folder.Write("alone.l0", "1234"), 1);
     world.Dialogs.ExpectBox("Error...", ".O0 File not found", BoxAnswer::Ok);
-    EXPECT_FALSE(BrowseElevationFile(16, world.Dialogs).Chosen());
+    EXPECT_FALSE(BrowseElevationFile(16, {}, world.Dialogs).Chosen());
 
     world.Dialogs.ExpectOpen("", world.Folder.Write("other.txt", "1234"), 3);
     world.Dialogs.ExpectBox("Error!", "Not a valid extension.", BoxAnswer::Ok);
-    EXPECT_FALSE(BrowseElevationFile(16, world.Dialogs).Chosen());
+    EXPECT_FALSE(BrowseElevationFile(16, {}, world.Dialogs).Chosen());
 
     const std::string gone = world.Folder.File("gone.elv");
     world.Dialogs.ExpectOpen("", gone, 2);
@@ -328,10 +328,10 @@ TEST(BrowseElevationFile, TellsWhatIsWrong) {
                             "ERROR number 53\nFile not found\nmeasuring " + gone +
                                 ": No such file or directory",
                             BoxAnswer::Ok);
-    EXPECT_FALSE(BrowseElevationFile(16, world.Dialogs).Chosen());
+    EXPECT_FALSE(BrowseElevationFile(16, {}, world.Dialogs).Chosen());
 
     world.Dialogs.ExpectCancel();
-    EXPECT_FALSE(BrowseElevationFile(16, world.Dialogs).Chosen());
+    EXPECT_FALSE(BrowseElevationFile(16, {}, world.Dialogs).Chosen());
 }
 
 } // namespace

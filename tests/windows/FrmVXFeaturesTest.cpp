@@ -196,6 +196,13 @@ TEST_F(FrmVXFeaturesTest, AFileThatCannotBeReadIsReported) {
     EXPECT_EQ(state_.Features.Count(), 0U);
 }
 
+TEST_F(FrmVXFeaturesTest, AFileThatCannotBeReadLeavesThoseBeforeItOnTheMap) {
+    const std::string good = folder_.Write("a.tdf", "CITY 1 2,3 0\r\n");
+    EXPECT_THROW(window_.LoadFiles({good, folder_.File("none.tdf")}), RuntimeError);
+    EXPECT_EQ(Story(), "refresh");
+    EXPECT_EQ(state_.Features.Cities.size(), 2U);
+}
+
 TEST_F(FrmVXFeaturesTest, TheCloseBoxOnlyHides) {
     window_.show();
     EXPECT_FALSE(window_.close());

@@ -194,6 +194,28 @@ TEST_F(FrmVXRebiuldTheaterTest, TheCloseBoxAsksTooAndNoGoesOn) {
     EXPECT_TRUE(window_->isVisible());
 }
 
+// Nothing of the last run is there when the window comes up again.
+TEST_F(FrmVXRebiuldTheaterTest, ComesUpAsItDidTheFirstTime) {
+    const auto open = [this] {
+        window_->hide();
+        window_->Form_Load();
+        window_->show();
+        QCoreApplication::processEvents();
+        return window_->size();
+    };
+    const QSize before = window_->size();
+    Click("chkMakeL3");
+    platform_.Dialogs.ExpectAnyBox("Rebuild Theater", BoxAnswer::Ok, nullptr);
+    Click("cmdStart");
+    EXPECT_EQ(Text("LblStatus"), "All done...");
+    Find<QLabel>(*window_, "lblTime").setText("About 00mins remaining.");
+    EXPECT_EQ(open(), before);
+    EXPECT_EQ(Text("LblStatus"), "Press the start button to begin...");
+    EXPECT_EQ(Text("lblTime"), "");
+    EXPECT_EQ(Text("Label2"), "");
+    EXPECT_TRUE(Find<QLabel>(*window_, "PicFT").pixmap().isNull());
+}
+
 // The system ends the program, or somebody does: there is nobody to be asked.
 TEST_F(FrmVXRebiuldTheaterTest, TheEndOfTheProgramStopsARunWithoutAQuestion) {
     const auto before = world_.Files();

@@ -55,6 +55,8 @@ TEST_F(ToolTipTest, ShowsTheTextOfItsToolsOnly) {
     Rest();
     EXPECT_TRUE(Shown());
     EXPECT_EQ(Text(), "a &lt; b<br>second");
+    tip_.SetToolText(button_, "a\nb");
+    EXPECT_EQ(Text(), "a<br>b");
     tip_.RemoveTool(button_);
     EXPECT_FALSE(Shown());
     EXPECT_EQ(tip_.ToolCount(), 0);

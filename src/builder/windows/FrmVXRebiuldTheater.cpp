@@ -21,6 +21,7 @@ namespace vardenix {
 
 namespace {
 
+constexpr const char* Ready = "Press the start button to begin...";
 constexpr const char* Title = "Rebuild Theater";
 constexpr const char* StopQuestion =
     "Do you want to stop the rebuild? No file has changed yet, and all files of the "
@@ -62,6 +63,7 @@ public:
         window_.sinceEvents_.start();
         window_.sincePicture_.invalidate();
         window_.stepBegan_ = 0;
+        window_.SetLblTime({});
         window_.Lock(true);
     }
     Running(const Running&) = delete;
@@ -106,13 +108,24 @@ void FrmVXRebiuldTheater::Form_Load() {
                  "Texture Folder: " + UpperFolder(TextureFolderOf(state_.Catalogue)));
     pb1_ = {0, 100};
     pb2_ = {0, 100};
+    ForgetLastRun();
     ShowBars();
     ShowMaster();
+}
+
+// It comes up as it did the first time.
+void FrmVXRebiuldTheater::ForgetLastRun() {
+    SetStatus(Ready);
+    SetLabel2({});
+    SetLblTime({});
+    ui_->PicFT->clear();
+    ui_->PicFTN->clear();
 }
 
 // As high as its texts are where the screen has the room; else as high as that allows,
 // and the frames are scrolled. The rest, with its buttons, is always seen.
 void FrmVXRebiuldTheater::FitScreen() {
+    ui_->scroll->setMinimumWidth(0); // that of the last time would count twice
     const int width = ui_->frames->sizeHint().width();
     const int height = ui_->columnFrames->heightForWidth(width);
     const QSize beside = sizeHint() - ui_->scroll->sizeHint();
@@ -182,7 +195,8 @@ bool FrmVXRebiuldTheater::MayReplaceL2() {
 }
 
 void FrmVXRebiuldTheater::cmdBrowse_Click() {
-    master_ = BrowseElevationFile(state_.Terrain.MapWidth, platform_.Dialogs);
+    master_ = BrowseElevationFile(state_.Terrain.MapWidth, LxFolderOf(state_.Terrain),
+                                  platform_.Dialogs);
     ShowMaster();
 }
 

@@ -47,6 +47,7 @@ private:
     class Running;
 
     void Connect();
+    void ForgetLastRun();
     void FitScreen();
     void cmdStart_Click();
     void cmdStartElv_Click();

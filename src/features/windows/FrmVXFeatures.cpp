@@ -9,6 +9,7 @@
 #include "ui_FrmVXFeatures.h"
 
 #include <QCloseEvent>
+#include <QScopeGuard>
 #include <QSignalBlocker>
 
 namespace vardenix {
@@ -141,13 +142,19 @@ void FrmVXFeatures::CmdLoadFeatures_Click() {
 }
 
 void FrmVXFeatures::LoadFiles(const std::vector<std::string>& paths) {
+    // One that cannot be read leaves those before it.
+    bool loaded = false;
+    const auto repaint = qScopeGuard([this, &loaded] {
+        if (loaded)
+            Repaint();
+    });
     for (const std::string& path : paths) {
         const Recording made(state_.Changes, {Paper::Features},
                              "Load " + AfterLastSlash(path));
         LoadFeatureFile(path, state_.Features);
+        loaded = true;
         ShowCounts();
     }
-    Repaint();
 }
 
 void FrmVXFeatures::CmdClearFeatures_Click() {

@@ -164,7 +164,9 @@ void clsToolTip::ShowText() {
         return;
     }
     QString rich = text.toHtmlEscaped();
-    rich.replace("\r\n", "<br>").replace("    ", "&nbsp;&nbsp;&nbsp; ");
+    rich.replace("\r\n", "\n")
+        .replace("\n", "<br>")
+        .replace("    ", "&nbsp;&nbsp;&nbsp; ");
     if (headerShow_)
         rich = "<b>" + header_.toHtmlEscaped() + "</b><br>" + rich;
     tip_->setTextFormat(Qt::RichText);
