@@ -38,7 +38,7 @@ void WriteFeatureFiles(const FoundFeatures& found, const std::string& folder);
 // files of a folder are there, only after a question that names them (the dialog for one
 // file asks itself). A cancel ends without a word, an error in a box; a region without
 // features is told and nothing is written.
-void SubExportTDFs(const FeatureSet& features, const PostBox& box,
-                   Dialogs& dialogs, Progress& progress);
+void SubExportTDFs(const FeatureSet& features, const PostBox& box, Dialogs& dialogs,
+                   Progress& progress);
 
 } // namespace vardenix

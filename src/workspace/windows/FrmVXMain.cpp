@@ -227,8 +227,8 @@ void FrmVXMain::DisableClickableItemsVX(bool enabled) {
 }
 
 bool FrmVXMain::CanSave() const {
-    return vardenix::RedrawSaveButton(shiftDown_, view_.Edited(), titles_.L0NeedSaveFlag(),
-                                      titles_.L2NeedSaveFlag())
+    return vardenix::RedrawSaveButton(shiftDown_, view_.Edited(),
+                                      titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag())
         .Enabled;
 }
 
