@@ -41,7 +41,8 @@ void DeleteLeftovers(const std::string& folder) {
     for (const std::string& name : NamesIn(folder).Names) {
         if (!name.starts_with(Prefix))
             continue;
-        const std::string path = folder + "/" + name;
+        std::string path = folder;
+        path.append("/").append(name);
         if (Lock(OpenFolder(path)))
             Delete(path);
     }

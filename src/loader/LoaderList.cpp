@@ -41,7 +41,7 @@ void RequireOurs(const std::string& folder, const std::filesystem::path& path) {
 std::vector<LoaderStep> StepsOf(const std::string& folder, const std::string& list) {
     RequireOurs(folder, PathAsItStands(list));
     const FileBytes bytes = ReadWholeFile(list, LongestList);
-    const auto steps =
+    std::vector<LoaderStep> steps =
         ReadLoaderList({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     for (const LoaderStep& step : steps) {
         RequireOurs(folder, PlaceOf(folder, step));

@@ -12,10 +12,10 @@
 #include "texts/Windows1252.h"
 #include "ui_FrmBINTileDet.h"
 
+#include <QAction>
 #include <QHeaderView>
 #include <QScreen>
 #include <QScrollBar>
-#include <QShortcut>
 #include <QSignalBlocker>
 
 #include <cmath>
@@ -207,9 +207,9 @@ void FrmBINTileDet::ConnectZoom() {
     OnSignal(ui_->cmdZoomOut, &QAbstractButton::clicked, this, out);
     // Both keys that have a plus, both that have a minus, with Shift or without.
     for (const Qt::Key key : {Qt::Key_Plus, Qt::Key_Equal})
-        OnSignal(new QShortcut(key, this), &QShortcut::activated, this, in);
+        OnSignal(addAction(QString(), QKeySequence(key)), &QAction::triggered, this, in);
     for (const Qt::Key key : {Qt::Key_Minus, Qt::Key_Underscore})
-        OnSignal(new QShortcut(key, this), &QShortcut::activated, this, out);
+        OnSignal(addAction(QString(), QKeySequence(key)), &QAction::triggered, this, out);
 }
 
 // The middle of what is seen stays in the middle.

@@ -10,9 +10,9 @@
 #include "texts/RuntimeError.h"
 #include "ui_frmMAPMain.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QShortcut>
 #include <QTimer>
 
 namespace vardenix {
@@ -67,8 +67,7 @@ void frmMAPMain::ConnectFile() {
     });
     for (const auto& [key, button] : {std::pair(QKeySequence("Ctrl+S"), ui_->cmdSaveMAP),
                                       std::pair(QKeySequence("F1"), ui_->cmdDocs)}) {
-        auto* shortcut = new QShortcut(key, this);
-        OnSignal(shortcut, &QShortcut::activated, button,
+        OnSignal(addAction(QString(), key), &QAction::triggered, button,
                  [pressed = button] { pressed->click(); });
     }
 }
