@@ -5,6 +5,7 @@
 #include "files/OwnFolders.h"
 #include "platform/Signals.h"
 #include "program/windows/FrmStartUp.h"
+#include "recovery/LeftLogs.h"
 #include "texts/RuntimeError.h"
 
 namespace vardenix {
@@ -34,6 +35,7 @@ bool Application::Begin() {
         const std::string own = OwnFilesFolder(ProgramFolder());
         MakeOwnFilesFolder(own);
         BeginProgram(state_, own, ProgramFolder());
+        state_.Folders.LogFolder = LogFolder();
     } catch (const RuntimeError& error) {
         dialogs_.Notice(ReportText(error), {}, BoxIcon::Critical);
         return false;
@@ -67,8 +69,10 @@ void Application::ShowStartUp() {
     frmStartUp_ =
         std::make_unique<FrmStartUp>(state_, *platform_, log_, subsystems_->Opening);
     OnSignal(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_, [this] { End(); });
-    OnSignal(frmStartUp_.get(), &FrmStartUp::TheaterOpened, &barrier_,
-             [this] { subsystems_->Workspace.ApplySavedLayout(); });
+    OnSignal(frmStartUp_.get(), &FrmStartUp::TheaterOpened, &barrier_, [this] {
+        subsystems_->Workspace.ApplySavedLayout();
+        subsystems_->Recovery.OfferSoon();
+    });
     updater_->Join(*frmStartUp_);
     frmStartUp_->Form_Load();
     frmStartUp_->show();

@@ -26,6 +26,9 @@ struct ProgramFolders {
     std::string UpdateTempFolder;
     // The user's own below the system's; home of the restore point.
     std::string SystemTempPath;
+    // Where logs of changes are kept for recovery, without a slash at its end; empty when
+    // none are.
+    std::string LogFolder;
 };
 
 // Everything that more than one window works on, owned for the whole run. Only windows
