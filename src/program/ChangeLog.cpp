@@ -208,6 +208,8 @@ void ChangeLog::Saved(Paper paper) {
     onDisk_[Index(paper)] = Revision(paper);
     if (journal_ != nullptr)
         journal_->Saved(paper);
+    for (ChangeFollower* follower : followers_)
+        follower->Saved(paper);
 }
 
 bool ChangeLog::AnyUnsaved() const {

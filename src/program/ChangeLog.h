@@ -38,6 +38,8 @@ public:
 
     virtual void Recorded(const Change& /*change*/) {}
     virtual void Walked(const Change& change, Walk walk) = 0;
+    // The paper is on the disk as it is now, saved or loaded.
+    virtual void Saved(Paper /*paper*/) {}
 
 private:
     friend class ChangeLog;
