@@ -5,6 +5,7 @@
 #include "files/OwnFolders.h"
 #include "platform/Signals.h"
 #include "program/windows/FrmStartUp.h"
+#include "recovery/EarlierSaves.h"
 #include "recovery/LeftLogs.h"
 #include "texts/RuntimeError.h"
 
@@ -36,6 +37,7 @@ bool Application::Begin() {
         MakeOwnFilesFolder(own);
         BeginProgram(state_, own, ProgramFolder());
         state_.Folders.LogFolder = LogFolder();
+        state_.Folders.SavesFolder = SavesFolder();
     } catch (const RuntimeError& error) {
         dialogs_.Notice(ReportText(error), {}, BoxIcon::Critical);
         return false;
