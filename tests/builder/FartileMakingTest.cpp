@@ -227,7 +227,7 @@ TEST(MakeFartiles, FewTilesAtATimeGiveTheSameBytes) {
     world.OldLevels();
     // Pictures so large that a few fill the memory.
     const FartileShape shape(32);
-    const TileFiles files(world.Catalogue);
+    TileFiles files(world.Catalogue);
     SmallTiles few(files, shape, 1);
     EXPECT_EQ(few.TilesAtOnce(), 64U);
     EXPECT_GT(SmallTiles(files, shape).TilesAtOnce(), 100000U);
