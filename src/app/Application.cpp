@@ -4,6 +4,7 @@
 #include "app/Updater.h"
 #include "files/OwnFolders.h"
 #include "platform/Signals.h"
+#include "platform/windows/WaitBox.h"
 #include "program/windows/FrmStartUp.h"
 #include "texts/RuntimeError.h"
 
@@ -20,6 +21,7 @@ int Application::Run(const std::string& theater) {
     if (!Begin())
         return 1;
     HearSystem();
+    const WaitBox waits;
     if (!barrier_.Guard([this] { ShowStartUp(); }))
         End(); // there would be no window to go on with
     else if (!theater.empty())
