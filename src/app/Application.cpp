@@ -5,8 +5,11 @@
 #include "files/OwnFolders.h"
 #include "platform/Signals.h"
 #include "platform/windows/WaitBox.h"
+#include "program/ReportDetails.h"
 #include "program/windows/FrmStartUp.h"
 #include "texts/RuntimeError.h"
+
+#include <QSysInfo>
 
 namespace vardenix {
 
@@ -27,6 +30,14 @@ int Application::Run(const std::string& theater) {
     else if (!theater.empty())
         frmStartUp_->OpenTheaterSoon(theater);
     return state_.Exiting ? 0 : QApplication::exec();
+}
+
+std::string Application::Details() const {
+    return ReportDetails(state_) + "System: " +
+           (QSysInfo::prettyProductName() + ", " + QSysInfo::kernelType() + " " +
+            QSysInfo::kernelVersion() + ", " + QSysInfo::currentCpuArchitecture() +
+            ", Qt " + qVersion() + ", " + QGuiApplication::platformName() + "\n")
+               .toStdString();
 }
 
 // Settings that cannot be read must not be overwritten at the end, so the program stops

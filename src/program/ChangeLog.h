@@ -175,6 +175,10 @@ public:
 
     // For a command that knows better what it has done.
     void Rename(std::string name) { name_ = std::move(name); }
+    // The command has replaced pictures; null for none.
+    void KeepPictures(std::shared_ptr<FileSwap> pictures) {
+        pictures_ = std::move(pictures);
+    }
 
 private:
     Change Made() const;
@@ -190,6 +194,7 @@ private:
     std::vector<std::byte> catalogue_;
     vardenix::MapFileRecord mapFile_{};
     std::shared_ptr<const FeatureSet> features_;
+    std::shared_ptr<FileSwap> pictures_;
 };
 
 } // namespace vardenix

@@ -154,6 +154,7 @@ private:
     std::unique_ptr<WorkingNotice> working_;
     clsToolTip slotTip_;
     clsToolTip zipTip_;
+    std::shared_ptr<FileSwap> replaced_; // by the command under way
     clsToolTip paletteTip_;
     std::optional<QPoint>
         copied_; // where the palette was clicked, until the cursor moves on

@@ -129,7 +129,7 @@ std::string FrmBINTileEdit::ShownSelectedSet() const {
 BinParts FrmBINTileEdit::Commands() {
     return {state_.Terrain, state_.Catalogue,  state_.Configuration,
             state_.Folders, platform_.Dialogs, *this,
-            *this};
+            *this,          nullptr,           &replaced_};
 }
 
 void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
@@ -139,11 +139,15 @@ void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
 
 void FrmBINTileEdit::Run(const std::string& name,
                          const std::function<std::optional<TilePlace>()>& command) {
-    const Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+    Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+    const auto keep = [&] { made.KeepPictures(std::exchange(replaced_, nullptr)); };
     try {
-        if (const auto place = command())
+        const auto place = command();
+        keep();
+        if (place)
             Done(place);
     } catch (...) {
+        keep();
         Done({});
         throw;
     }
