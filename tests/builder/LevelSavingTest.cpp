@@ -331,6 +331,16 @@ TEST(RebuildTheater, ATileNumberThatCannotBeRaisedIsError6) {
     EXPECT_EQ(world.ErrorOf({}), 0);
 }
 
+TEST(RebuildTheater, EveryLevelsBarBeginsAtNothingAndGoesRowByRow) {
+    RebuildWorld world(64);
+    world.OldLevel(0);
+    world.OldLevel(1);
+    world.Rebuild({});
+    EXPECT_EQ(world.View.Told("max1"), "16|8");
+    EXPECT_EQ(world.View.Told("val1"), "0|0");
+    EXPECT_EQ(world.View.Count("both"), 24);
+}
+
 // Saving an L0 under a new name leaves such a pair.
 TEST(SaveFineLevel, SaysThatDeletingAnEmptyPairHelps) {
     RebuildWorld world;
