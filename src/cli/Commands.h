@@ -66,6 +66,8 @@ void AddSettings(Command& all);
 void AddBin(Command& all);
 void AddFeatures(Command& all);
 void AddSearch(Command& all);
+void AddStatistics(Command& all);
+void AddReplace(Command& all);
 void AddRegion(Command& all);
 void AddDerived(Command& all);
 void AddUpdate(Command& all);

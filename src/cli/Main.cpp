@@ -55,6 +55,8 @@ std::vector<Commands> AllCommands() {
             {{"bin"}, AddBin},
             {{"features"}, AddFeatures},
             {{"search"}, AddSearch},
+            {{"stats"}, AddStatistics},
+            {{"replace"}, AddReplace},
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
             {{"update"}, AddUpdate}};
