@@ -297,6 +297,26 @@ CornerGrounds Numbered(const Labels& labels) {
     return grounds;
 }
 
+// Of some grounds the neighbour of another that stands beside it most often, the lowest
+// of several; -1 for none. Land that leads one way shall not be led another.
+template <typename Neighbours>
+int16_t MostTogether(const std::vector<int16_t>& some, int16_t other,
+                     Neighbours neighbours, const std::vector<int64_t>& together) {
+    const auto count = static_cast<size_t>(
+        std::llround(std::sqrt(static_cast<double>(together.size()))));
+    int16_t best = -1;
+    int64_t most = -1;
+    for (const int16_t ground : some) {
+        const int64_t posts =
+            together[static_cast<size_t>(other) * count + static_cast<size_t>(ground)];
+        if (neighbours(other, ground) && posts > most) {
+            most = posts;
+            best = ground;
+        }
+    }
+    return best;
+}
+
 } // namespace
 
 CornerGrounds GroundsFrom(const LearnedTiles& tiles, const MeetingCounts& eastward,
@@ -315,13 +335,15 @@ CornerGrounds GroundsFrom(const LearnedTiles& tiles, const MeetingCounts& eastwa
     return Numbered(labels);
 }
 
-GroundSteps::GroundSteps(const CornerGrounds& grounds)
+GroundSteps::GroundSteps(const CornerGrounds& grounds, const std::vector<int32_t>& uses)
     : count_(static_cast<size_t>(grounds.Count)), distances_(count_ * count_, NoWay),
       next_(count_ * count_) {
     // The patterns that tiles of two grounds show, a bit each, by which corners are the
     // higher one's.
     std::vector<uint16_t> patterns(count_ * count_, 0);
-    for (const GroundsOfTile& tile : grounds.Tiles) {
+    std::vector<int64_t> together(count_ * count_, 0); // posts of both
+    for (size_t i = 0; i < grounds.Tiles.size(); ++i) {
+        const GroundsOfTile& tile = grounds.Tiles[i];
         const auto [low, high] = std::ranges::minmax(tile);
         if (low == high || std::ranges::any_of(tile, [low = low, high = high](int16_t g) {
                 return g != low && g != high;
@@ -332,6 +354,8 @@ GroundSteps::GroundSteps(const CornerGrounds& grounds)
             pattern |= (tile[corner] == high ? 1U : 0U) << corner;
         patterns[At(low, high)] =
             static_cast<uint16_t>(patterns[At(low, high)] | 1U << pattern);
+        together[At(low, high)] += uses[i];
+        together[At(high, low)] += uses[i];
     }
     const auto neighbours = [&](int16_t a, int16_t b) {
         return __builtin_popcount(patterns[At(std::min(a, b), std::max(a, b))]) >=
@@ -346,12 +370,10 @@ GroundSteps::GroundSteps(const CornerGrounds& grounds)
             for (int16_t from = 0; from < grounds.Count; ++from) {
                 if (distances_[At(from, to)] != NoWay)
                     continue;
-                // The lowest of those as near.
-                const auto over = std::ranges::find_if(
-                    wave, [&](int16_t ground) { return neighbours(from, ground); });
-                if (over == wave.end())
+                const int16_t over = MostTogether(wave, from, neighbours, together);
+                if (over < 0)
                     continue;
-                next_[At(from, to)] = *over;
+                next_[At(from, to)] = over;
                 reached.push_back(from);
             }
             for (const int16_t from : reached)

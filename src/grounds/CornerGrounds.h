@@ -27,7 +27,9 @@ public:
     static constexpr int16_t NoWay = 1000;
 
     GroundSteps() = default;
-    explicit GroundSteps(const CornerGrounds& grounds);
+    // `uses` are posts of the map by tile index: of ways as short that is taken whose
+    // grounds stand together most often.
+    GroundSteps(const CornerGrounds& grounds, const std::vector<int32_t>& uses);
 
     // Steps from one to another; NoWay where tiles lead nowhere.
     int16_t Distance(int16_t from, int16_t to) const { return distances_[At(from, to)]; }

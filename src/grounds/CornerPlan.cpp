@@ -226,8 +226,12 @@ void CornerPlan::Repair() {
                 new_[at] = now;
             }
         const auto [more, steps, y, x, ground] = first;
-        if (more == std::numeric_limits<int>::max())
-            break;
+        if (more == std::numeric_limits<int>::max()) {
+            if (tabu.empty())
+                break;
+            tabu.pop_front();
+            continue;
+        }
         new_[At(x, y)] = ground;
         tabu.push_back(At(x, y));
         if (tabu.size() > TabuLength)

@@ -73,10 +73,11 @@ LearnedLand::LearnedLand(LearnedTiles tiles, const TileGrid& map)
       countsNorthward_(map, tiles_.Count(), Meeting::Northward),
       eastward_(tiles_, countsEastward_, Meeting::Eastward),
       northward_(tiles_, countsNorthward_, Meeting::Northward),
-      grounds_(GroundsFrom(tiles_, countsEastward_, countsNorthward_)), steps_(grounds_) {
+      grounds_(GroundsFrom(tiles_, countsEastward_, countsNorthward_)) {
     countsEastward_ = {};
     countsNorthward_ = {};
     CountUses(map);
+    steps_ = GroundSteps(grounds_, uses_);
     for (size_t tile = 0; tile < tiles_.Count(); ++tile)
         byGrounds_[grounds_.Tiles[tile]].push_back(static_cast<int32_t>(tile));
     Judge(map);

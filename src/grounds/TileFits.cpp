@@ -11,7 +11,9 @@ namespace {
 constexpr int Rounds = 6;
 constexpr double LeastRate = 0.003;
 constexpr double MostCountUsed = 8;
-constexpr double MostEvidence = 6; // of pictures and of ways
+constexpr double MostEvidence = 6; // against, of pictures and of ways
+constexpr double MostLikeness = 4; // for, of pictures
+constexpr double MostJoined = 2;   // for, of ways
 constexpr size_t Bins = 63;
 constexpr uint8_t NoBin = 63; // a tile has no picture
 constexpr float BinWidth = 2; // of DifferenceOf
@@ -76,8 +78,8 @@ struct PairSums {
     double E = 0;
     std::array<double, Bins + 1> FitByBin{};
     std::array<double, Bins + 1> AllByBin{};
-    std::array<double, WayStates> FitByWay{};
-    std::array<double, WayStates> AllByWay{};
+    std::array<double, WayStates> CountByWay{};
+    std::array<double, WayStates> ExpectedByWay{};
 };
 
 // Log odds that a pair fits, as a round takes them from the sums of the last one.
@@ -97,10 +99,12 @@ struct Odds {
         LogRate = std::log(std::max(fitting, LeastRate) / others);
         RateGap = fitting - others;
         TakePictures(sums);
+        // Of ways the map alone tells: they are too thin for the pictures of sides, and
+        // pairs that look alike but for a way would vouch for one another.
         for (size_t way = 0; way < WayStates; ++way)
-            Way[way] =
-                LogRatio(sums.FitByWay[way], sums.P,
-                         sums.AllByWay[way] - sums.FitByWay[way], sums.Pairs - sums.P);
+            Way[way] = std::clamp(
+                std::log((sums.CountByWay[way] + 0.5) / (sums.ExpectedByWay[way] + 0.5)),
+                -MostEvidence, MostJoined);
     }
 
     double Of(double count, double expected, size_t bin, size_t way) const {
@@ -113,7 +117,7 @@ private:
         // Half a pair more in each, so that what was never seen says nothing.
         const double a = (fit + 0.5) / (allFit + 1);
         const double b = (other + 0.5) / (allOther + 1);
-        return std::clamp(std::log(a / b), -MostEvidence, MostEvidence);
+        return std::clamp(std::log(a / b), -MostEvidence, MostLikeness);
     }
 
     void TakePictures(const PairSums& sums) {
@@ -188,8 +192,8 @@ public:
                 sums.E += expected;
                 sums.FitByBin[bin] += p;
                 sums.AllByBin[bin] += 1;
-                sums.FitByWay[way] += p;
-                sums.AllByWay[way] += 1;
+                sums.CountByWay[way] += count;
+                sums.ExpectedByWay[way] += expected;
             }
         }
         return sums;

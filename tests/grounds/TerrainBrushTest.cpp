@@ -131,6 +131,24 @@ TEST(TerrainBrush, Paints) {
             badBefore += land.BadSeams(land.Map, std::max(x0 - M,0), std::max(0,y0 - M), std::min(255,x0 + s + M-1), std::min(255,y0 + s + M-1));
             // seams of the area and those of changed
             seams += SampleLand::SeamsOf(whole, x0 - 2, y0 - 2, x0 + s + 1, y0 + s + 1);
+            if (b && std::getenv("WHY")) {
+                int corner=0, way=0;
+                for (int y = std::max(0,y0-M); y <= std::min(254,y0+s+M-1); ++y)
+                    for (int x = std::max(0,x0-M); x <= std::min(254,x0+s+M-1); ++x)
+                        for (auto m : {Meeting::Eastward, Meeting::Northward}) {
+                            int a = whole(x,y), c = m==Meeting::Eastward ? whole(x+1,y) : whole(x,y+1);
+                            if (land.Fit(m,a,c)) continue;
+                            bool e = m==Meeting::Eastward;
+                            bool cm = land.Truth(a, e?1:2) != land.Truth(c,0) || land.Truth(a,3) != land.Truth(c,e?2:1);
+                            (cm?corner:way)++;
+                            if (!cm && (n == 10 || n == 8)) {
+                                auto& wa = land.Tiles.Ways[size_t(a)]; auto& wc = land.Tiles.Ways[size_t(c)];
+                                std::printf("     (%d,%d) %s tiles %d %d wasA %d wasC %d ways r%d/%d ro%d/%d ra%d/%d fit %d cost %.3f\n", x-x0,y-y0, e?"E":"N", land.Tiles.Numbers[size_t(a)], land.Tiles.Numbers[size_t(c)],
+                                   land.Map(x,y), e?land.Map(x+1,y):land.Map(x,y+1), wa.Rivers, wc.Rivers, wa.Roads, wc.Roads, wa.Rails, wc.Rails, learned.Fits(m).Fit(size_t(a),size_t(c)), double(learned.Fits(m).Cost(size_t(a),size_t(c))));
+                            }
+                        }
+                std::printf("   corner %d way %d\n", corner, way);
+            }
             if (b) std::printf("  n %d ground %d size %d: bad %d unfilled %ld ms %.1f\n", n, int(ground), s, b, long(unfilled), ms);
         }
         std::printf("inside %d: bad %d (before %d) of %d fit %.4f right %.4f outside %d unfilled %d worst ms %.1f\n", inside, bad, badBefore,
