@@ -68,6 +68,7 @@ void AddFeatures(Command& all);
 void AddSearch(Command& all);
 void AddStatistics(Command& all);
 void AddReplace(Command& all);
+void AddTerrain(Command& all);
 void AddRegion(Command& all);
 void AddDerived(Command& all);
 void AddUpdate(Command& all);

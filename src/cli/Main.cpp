@@ -57,6 +57,7 @@ std::vector<Commands> AllCommands() {
             {{"search"}, AddSearch},
             {{"stats"}, AddStatistics},
             {{"replace"}, AddReplace},
+            {{"terrain"}, AddTerrain},
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
             {{"update"}, AddUpdate}};

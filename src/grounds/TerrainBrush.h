@@ -48,13 +48,16 @@ struct Seam {
 std::vector<Seam> BadSeams(const LearnedLand& land, const Terrain& terrain,
                            const PostBox& box);
 
-// The same on posts by their index, for whoever has no terrain: `marked` posts are
-// painted, or mended.
-void PaintGrid(const LearnedLand& land, TileGrid& posts,
-               const std::vector<uint8_t>& marked, int32_t tileIndex, PostPlace origin,
-               const BrushOptions& options, int64_t& unfilled);
-void MendGrid(const LearnedLand& land, TileGrid& posts,
-              const std::vector<uint8_t>& marked, PostPlace origin,
-              const BrushOptions& options, int64_t& unfilled);
+// The same on posts by their index, which they change; `origin` is where the lower left
+// one lies on the terrain. `marked` posts, by TileGrid::At, are painted or mended; what
+// is round them is looked at as far as ReachOfBrush. Gives the posts that no tile could
+// be found for.
+int64_t PaintGrid(const LearnedLand& land, TileGrid& posts,
+                  const std::vector<uint8_t>& marked, int32_t tileIndex, PostPlace origin,
+                  const BrushOptions& options);
+int64_t MendGrid(const LearnedLand& land, TileGrid& posts,
+                 const std::vector<uint8_t>& marked, PostPlace origin,
+                 const BrushOptions& options);
+int32_t ReachOfBrush(const LearnedLand& land);
 
 } // namespace vardenix

@@ -65,8 +65,8 @@ TEST_F(Outputs, OfEveryCommandAreInTheListOfThisTest) {
                            AddFill,    AddSaveAs,     AddElevation, AddMap,
                            AddPreview, AddRender,     AddRebuild,   AddRebuildElevation,
                            AddFarTile, AddSettings,   AddBin,       AddFeatures,
-                           AddSearch,  AddStatistics, AddReplace,   AddRegion,
-                           AddDerived, AddUpdate})
+                           AddSearch,  AddStatistics, AddReplace,   AddTerrain,
+                           AddRegion,  AddDerived,    AddUpdate})
         add(all);
     std::set<std::string> known;
     for (const auto& [name, command] : CommandsWithOutputs(""))

@@ -52,8 +52,7 @@ TEST(TerrainBrush, Windows) {
                         part(x + M, y + M) = -1;
                     }
                 }
-            int64_t unfilled = 0;
-            MendGrid(learned, part, marked, {x0 - M, y0 - M}, {}, unfilled);
+            MendGrid(learned, part, marked, {x0 - M, y0 - M}, {});
             TileGrid whole = land.Map;
             for (int y = 0; y < part.Height; ++y)
                 for (int x = 0; x < part.Width; ++x)
@@ -97,12 +96,10 @@ TEST(TerrainBrush, Paints) {
             for (int y = 0; y < s; ++y)
                 for (int x = 0; x < s; ++x)
                     marked[part.At(x + M, y + M)] = 1;
-            int64_t unfilled = 0;
             BrushOptions o;
             o.Inside = inside;
             auto t0 = std::chrono::steady_clock::now();
-            PaintGrid(learned, part, marked, land.PlainTile(ground), {x0 - M, y0 - M}, o,
-                      unfilled);
+            const int64_t unfilled = PaintGrid(learned, part, marked, land.PlainTile(ground), {x0 - M, y0 - M}, o);
             double ms = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0)
                             .count() * 1000;
             worst = std::max(worst, ms);
