@@ -14,6 +14,8 @@ constexpr double MostCountUsed = 8;
 constexpr double MostEvidence = 6; // against, of pictures and of ways
 constexpr double MostLikeness = 4; // for, of pictures
 constexpr double MostJoined = 2;   // for, of ways
+// Doubtful pairs are not complained of.
+constexpr double LeastOdds = -1;
 constexpr size_t Bins = 63;
 constexpr uint8_t NoBin = 63; // a tile has no picture
 constexpr float BinWidth = 2; // of DifferenceOf
@@ -275,7 +277,7 @@ MeetingFits::MeetingFits(const LearnedTiles& tiles, const MeetingCounts& counts,
                 bin == NoBin ? 1 : std::min((bin + 0.5) * BinWidth / 20.0, 1.0);
             const double cost = doubt + 0.02 * unlike;
             costs_[a * tiles_ + b] = static_cast<uint16_t>(
-                static_cast<unsigned>(cost * CostScale) << 1 | (likely >= 0 ? 1U : 0U));
+                static_cast<unsigned>(cost * CostScale) << 1 | (likely >= LeastOdds ? 1U : 0U));
             if (likely >= 0 && bin != NoBin) {
                 fitting[bin] += 1;
                 allFitting += 1;

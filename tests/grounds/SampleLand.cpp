@@ -3,7 +3,10 @@
 #include "make_sample_theater/Layers.h"
 #include "make_sample_theater/TileMarks.h"
 
+#include <algorithm>
+#include <random>
 #include <stdexcept>
+#include <utility>
 
 namespace vardenix::tests {
 
@@ -17,15 +20,20 @@ TileWays WaysOfSample(const sample::Tile& tile) {
     return WaysOf(record);
 }
 
-TileSides SidesOfSample(const sample::Tile& tile, int side) {
+// `from` gives where a pixel is taken from, `spoilt` what becomes of a part of a color.
+template <typename From, typename Spoilt>
+TileSides SidesOfSample(const sample::Tile& tile, int side, From from, Spoilt spoilt) {
     const sample::Picture picture = sample::PaintTile(tile, side).Day;
     const std::vector<uint8_t> bytes = picture.Rgba();
     Raster raster(side, side);
     for (int32_t y = 0; y < side; ++y)
         for (int32_t x = 0; x < side; ++x) {
-            const uint8_t* const pixel = &bytes[static_cast<size_t>(y * side + x) * 4];
-            raster.Row(y)[x] = OpaqueBlack | uint32_t{pixel[0]} << 16 |
-                               uint32_t{pixel[1]} << 8 | pixel[2];
+            const auto [fromX, fromY] = from(x, y);
+            const uint8_t* const pixel =
+                &bytes[static_cast<size_t>(fromY * side + fromX) * 4];
+            const uint32_t red = spoilt(pixel[0]);
+            const uint32_t green = spoilt(pixel[1]);
+            raster.Row(y)[x] = OpaqueBlack | red << 16 | green << 8 | spoilt(pixel[2]);
         }
     return SidesOf(raster.View());
 }
@@ -38,7 +46,14 @@ uint8_t Mask(Side side) {
 
 } // namespace
 
-SampleLand::SampleLand(int posts, uint32_t seed, int side) {
+SampleLand::SampleLand(int posts, uint32_t seed, int side, Spoiling spoiling) {
+    std::mt19937 random(seed);
+    const auto between = [&random](int most) { // -most to most
+        return most == 0
+                   ? 0
+                   : static_cast<int>(random() % static_cast<unsigned>(2 * most + 1)) -
+                         most;
+    };
     const sample::Catalogue catalogue;
     sample::World world(sample::MakeLandscape(posts, seed));
     sample::DigRivers(world, seed);
@@ -54,7 +69,20 @@ SampleLand::SampleLand(int posts, uint32_t seed, int side) {
             if (slot >= tiles.size())
                 continue;
             Tiles.Numbers.push_back(static_cast<int32_t>(set * 16 + slot));
-            Tiles.Sides.push_back(SidesOfSample(tiles[slot], side));
+            const double gain =
+                1 + spoiling.Gain * between(spoiling.Gain > 0 ? 100 : 0) / 100;
+            const int dx = between(spoiling.Shift);
+            const int dy = between(spoiling.Shift);
+            Tiles.Sides.push_back(SidesOfSample(
+                tiles[slot], side,
+                [&](int x, int y) {
+                    return std::pair{std::clamp(x + dx, 0, side - 1),
+                                     std::clamp(y + dy, 0, side - 1)};
+                },
+                [&](uint8_t part) {
+                    return static_cast<uint32_t>(
+                        std::clamp(part * gain + between(spoiling.Noise), 0.0, 255.0));
+                }));
             Tiles.Ways.push_back(WaysOfSample(tiles[slot]));
             looks_.push_back(tiles[slot].Look);
         }
@@ -62,6 +90,13 @@ SampleLand::SampleLand(int posts, uint32_t seed, int side) {
     for (int y = 0; y < posts; ++y)
         for (int x = 0; x < posts; ++x)
             Map.Tiles.push_back(Tiles.IndexOf(numbers.At(x, y)));
+}
+
+void SampleLand::SwapPosts(double share) {
+    std::mt19937 random(17);
+    const size_t posts = Map.Tiles.size();
+    for (size_t i = 0; i < static_cast<size_t>(share * static_cast<double>(posts)); ++i)
+        Map.Tiles[random() % posts] = Map.Tiles[random() % posts];
 }
 
 sample::Ground SampleLand::Truth(int32_t tile, size_t corner) const {

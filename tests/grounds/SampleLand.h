@@ -12,8 +12,19 @@ namespace vardenix::tests {
 // of it: which grounds lie at the corners, and what fits with what.
 class SampleLand {
 public:
+    // What becomes of the pictures: each brighter or darker by a share up to Gain, moved
+    // by up to Shift pixels, every part of every pixel off by up to Noise.
+    struct Spoiling {
+        double Gain = 0;
+        int Shift = 0;
+        int Noise = 0;
+    };
+
     // Pictures are `side` pixels a side.
-    SampleLand(int posts, uint32_t seed, int side);
+    SampleLand(int posts, uint32_t seed, int side, Spoiling spoiling = {0, 0, 0});
+
+    // That share of the posts get the tile of another post.
+    void SwapPosts(double share);
 
     sample::Ground Truth(int32_t tile, size_t corner) const;
     bool Fit(Meeting meeting, int32_t first, int32_t second) const;

@@ -1,156 +1,174 @@
 #include "grounds/TerrainBrush.h"
 
-#include "grounds/SampleLand.h"
+#include "grounds/BrushFigures.h"
+#include "grounds/DrawnLand.h"
+#include "support/ErrorOf.h"
 
 #include <gtest/gtest.h>
-
-#include <chrono>
-#include <cstdio>
-#include <random>
 
 namespace vardenix::tests {
 namespace {
 
-struct Figures {
-    int Seams = 0, Bad = 0, Windows = 0, Clean = 0;
-};
-
-TEST(TerrainBrush, Windows) {
-    const SampleLand land(256, 1, 64);
-    const LearnedLand learned(land.Tiles, land.Map);
-    for (int middle = 0; middle < 2; ++middle) {
-        std::mt19937 random(5);
-        Figures f;
-        auto t0 = std::chrono::steady_clock::now();
-        while (f.Windows < 200) {
-            const int w = 3 + int(random() % 6), h = 3 + int(random() % 6);
-            const int x0 = 12 + int(random() % (256 - 24 - w)), y0 = 12 + int(random() % (256 - 24 - h));
-            int transitions = 0;
-            for (int y = y0; y < y0 + h; ++y)
-                for (int x = x0; x < x0 + w; ++x) {
-                    int t = land.Map(x, y);
-                    for (size_t c = 1; c < 4; ++c)
-                        if (land.Truth(t, c) != land.Truth(t, 0)) {
-                            ++transitions;
-                            break;
-                        }
-                }
-            if (transitions * 10 < w * h * 3)
-                continue;
-            // a window with margin
-            const int M = 8;
-            TileGrid part{w + 2 * M, h + 2 * M, {}};
-            for (int y = y0 - M; y < y0 + h + M; ++y)
-                for (int x = x0 - M; x < x0 + w + M; ++x)
-                    part.Tiles.push_back(land.Map.Has(x, y) ? land.Map(x, y) : -1);
-            std::vector<uint8_t> marked(part.Tiles.size());
-            for (int y = 0; y < h; ++y)
-                for (int x = 0; x < w; ++x) {
-                    bool ring = x == 0 || y == 0 || x == w - 1 || y == h - 1;
-                    if (ring != (middle == 1)) {
-                        marked[part.At(x + M, y + M)] = 1;
-                        part(x + M, y + M) = -1;
-                    }
-                }
-            MendGrid(learned, part, marked, {x0 - M, y0 - M}, {});
-            TileGrid whole = land.Map;
-            for (int y = 0; y < part.Height; ++y)
-                for (int x = 0; x < part.Width; ++x)
-                    if (whole.Has(x0 - M + x, y0 - M + y))
-                        whole(x0 - M + x, y0 - M + y) = part(x, y);
-            const int bad = land.BadSeams(whole, x0, y0, x0 + w - 1, y0 + h - 1);
-            f.Bad += bad;
-            f.Seams += SampleLand::SeamsOf(whole, x0, y0, x0 + w - 1, y0 + h - 1);
-            f.Clean += bad == 0;
-            ++f.Windows;
-        }
-        auto t1 = std::chrono::steady_clock::now();
-        std::printf("middle %d: fit %.4f clean %.3f  %.1f ms each\n", middle,
-                    1 - double(f.Bad) / f.Seams, double(f.Clean) / f.Windows,
-                    std::chrono::duration<double>(t1 - t0).count() * 1000 / f.Windows);
-    }
+const LearnedLand& RedAndBlue() {
+    static const LearnedLand land(RedAndBlueTiles(), RedAndBlueMap(40, 1));
+    return land;
 }
 
-TEST(TerrainBrush, Paints) {
-    const SampleLand land(256, 1, 64);
-    const LearnedLand learned(land.Tiles, land.Map);
-    for (int inside = 0; inside < 2; ++inside) {
-        std::mt19937 random(9);
-        int bad = 0, seams = 0, wrong = 0, posts = 0, outside = 0, unf = 0, badBefore = 0;
-        double worst = 0;
-        for (int n = 0; n < 66; ++n) {
-            const auto ground = sample::Ground(n % 11 + (n % 11 >= 0 ? 1 : 0));
-            const int s = 3 + int(random() % 6);
-            int x0, y0;
-            do {
-                x0 = 12 + int(random() % (256 - 24 - s));
-                y0 = 12 + int(random() % (256 - 24 - s));
-            } while (land.Truth(land.Map(x0 + s / 2, y0 + s / 2), 0) <= sample::Ground::Shallow);
-            TileGrid whole = land.Map;
-            const int M = 12;
-            TileGrid part{s + 2 * M, s + 2 * M, {}};
-            for (int y = y0 - M; y < y0 + s + M; ++y)
-                for (int x = x0 - M; x < x0 + s + M; ++x)
-                    part.Tiles.push_back(land.Map.Has(x, y) ? land.Map(x, y) : -1);
-            std::vector<uint8_t> marked(part.Tiles.size());
-            for (int y = 0; y < s; ++y)
-                for (int x = 0; x < s; ++x)
-                    marked[part.At(x + M, y + M)] = 1;
-            BrushOptions o;
-            o.Inside = inside;
-            auto t0 = std::chrono::steady_clock::now();
-            const int64_t unfilled = PaintGrid(learned, part, marked, land.PlainTile(ground), {x0 - M, y0 - M}, o);
-            double ms = std::chrono::duration<double>(std::chrono::steady_clock::now() - t0)
-                            .count() * 1000;
-            worst = std::max(worst, ms);
-            unf += int(unfilled);
-            for (int y = 0; y < part.Height; ++y)
-                for (int x = 0; x < part.Width; ++x) {
-                    if (!whole.Has(x0 - M + x, y0 - M + y))
-                        continue;
-                    auto& t = whole(x0 - M + x, y0 - M + y);
-                    if (!marked[part.At(x, y)] && t != part(x, y))
-                        ++outside;
-                    t = part(x, y);
-                }
-            for (int y = 0; y < s; ++y)
-                for (int x = 0; x < s; ++x) {
-                    if (inside && (x == 0 || y == 0 || x == s - 1 || y == s - 1)) continue;
-                    ++posts;
-                    for (size_t c = 0; c < 4; ++c)
-                        if (land.Truth(whole(x0 + x, y0 + y), c) != ground) {
-                            ++wrong;
-                            break;
-                        }
-                }
-            const int b = land.BadSeams(whole, std::max(x0 - M,0), std::max(0,y0 - M), std::min(255,x0 + s + M-1), std::min(255,y0 + s + M-1));
-            bad += b;
-            badBefore += land.BadSeams(land.Map, std::max(x0 - M,0), std::max(0,y0 - M), std::min(255,x0 + s + M-1), std::min(255,y0 + s + M-1));
-            // seams of the area and those of changed
-            seams += SampleLand::SeamsOf(whole, x0 - 2, y0 - 2, x0 + s + 1, y0 + s + 1);
-            if (b && std::getenv("WHY")) {
-                int corner=0, way=0;
-                for (int y = std::max(0,y0-M); y <= std::min(254,y0+s+M-1); ++y)
-                    for (int x = std::max(0,x0-M); x <= std::min(254,x0+s+M-1); ++x)
-                        for (auto m : {Meeting::Eastward, Meeting::Northward}) {
-                            int a = whole(x,y), c = m==Meeting::Eastward ? whole(x+1,y) : whole(x,y+1);
-                            if (land.Fit(m,a,c)) continue;
-                            bool e = m==Meeting::Eastward;
-                            bool cm = land.Truth(a, e?1:2) != land.Truth(c,0) || land.Truth(a,3) != land.Truth(c,e?2:1);
-                            (cm?corner:way)++;
-                            if (!cm && (n == 10 || n == 8)) {
-                                auto& wa = land.Tiles.Ways[size_t(a)]; auto& wc = land.Tiles.Ways[size_t(c)];
-                                std::printf("     (%d,%d) %s tiles %d %d wasA %d wasC %d ways r%d/%d ro%d/%d ra%d/%d fit %d cost %.3f\n", x-x0,y-y0, e?"E":"N", land.Tiles.Numbers[size_t(a)], land.Tiles.Numbers[size_t(c)],
-                                   land.Map(x,y), e?land.Map(x+1,y):land.Map(x,y+1), wa.Rivers, wc.Rivers, wa.Roads, wc.Roads, wa.Rails, wc.Rails, learned.Fits(m).Fit(size_t(a),size_t(c)), double(learned.Fits(m).Cost(size_t(a),size_t(c))));
-                            }
-                        }
-                std::printf("   corner %d way %d\n", corner, way);
-            }
-            if (b) std::printf("  n %d ground %d size %d: bad %d unfilled %ld ms %.1f\n", n, int(ground), s, b, long(unfilled), ms);
-        }
-        std::printf("inside %d: bad %d (before %d) of %d fit %.4f right %.4f outside %d unfilled %d worst ms %.1f\n", inside, bad, badBefore,
-                    seams, 1 - double(bad) / seams, 1 - double(wrong) / posts, outside, unf, worst);
+const SampleLand& Sample() {
+    static const SampleLand land(256, 1, 64);
+    return land;
+}
+const LearnedLand& LearnedSample() {
+    static const LearnedLand land(Sample().Tiles, Sample().Map);
+    return land;
+}
+
+Terrain AllRed(int32_t width) {
+    Terrain terrain;
+    terrain.MapWidth = width;
+    terrain.LxArr = PostArray(int64_t{width} * width);
+    for (TerrainPost& post : terrain.LxArr.Values())
+        post.TileOffset = 100;
+    return terrain;
+}
+
+// Rows from the south.
+std::vector<std::vector<int32_t>> TilesAfter(Terrain& terrain,
+                                             const std::vector<TileRun>& runs) {
+    WriteNew(terrain.LxArr, runs);
+    std::vector<std::vector<int32_t>> rows;
+    for (int32_t y = 0; y < terrain.MapWidth; ++y) {
+        rows.emplace_back();
+        for (int32_t x = 0; x < terrain.MapWidth; ++x)
+            rows.back().push_back(
+                terrain.LxArr(int64_t{y} * terrain.MapWidth + x + 1).TileOffset - 100);
     }
+    return rows;
+}
+
+const std::vector<RowSpan> ThreeByThree{{2, 2, 4}, {3, 2, 4}, {4, 2, 4}};
+
+TEST(TerrainBrush, JoinsWhatItPaintsOutsideOfIt) {
+    Terrain terrain = AllRed(7);
+    const BrushResult result = PaintGround(RedAndBlue(), terrain, ThreeByThree, 115);
+    EXPECT_EQ(TilesAfter(terrain, result.Runs),
+              (std::vector<std::vector<int32_t>>{{0, 0, 0, 0, 0, 0, 0},
+                                                 {0, 8, 12, 12, 12, 4, 0},
+                                                 {0, 10, 15, 15, 15, 5, 0},
+                                                 {0, 10, 15, 15, 15, 5, 0},
+                                                 {0, 10, 15, 15, 15, 5, 0},
+                                                 {0, 2, 3, 3, 3, 1, 0},
+                                                 {0, 0, 0, 0, 0, 0, 0}}));
+    EXPECT_EQ(result.Outside, 16);
+    EXPECT_EQ(result.OpenSeams, 0);
+    EXPECT_EQ(result.Unfilled, 0);
+}
+
+TEST(TerrainBrush, JoinsWhatItPaintsInsideOfItWhenAsked) {
+    Terrain terrain = AllRed(7);
+    const BrushResult result =
+        PaintGround(RedAndBlue(), terrain, ThreeByThree, 115, {.Inside = true});
+    EXPECT_EQ(TilesAfter(terrain, result.Runs),
+              (std::vector<std::vector<int32_t>>{{0, 0, 0, 0, 0, 0, 0},
+                                                 {0, 0, 0, 0, 0, 0, 0},
+                                                 {0, 0, 8, 12, 4, 0, 0},
+                                                 {0, 0, 10, 15, 5, 0, 0},
+                                                 {0, 0, 2, 3, 1, 0, 0},
+                                                 {0, 0, 0, 0, 0, 0, 0},
+                                                 {0, 0, 0, 0, 0, 0, 0}}));
+    EXPECT_EQ(result.Outside, 0);
+    EXPECT_EQ(result.OpenSeams, 0);
+}
+
+TEST(TerrainBrush, PaintsUpToTheEdgeOfTheMap) {
+    Terrain terrain = AllRed(4);
+    const BrushResult result =
+        PaintGround(RedAndBlue(), terrain, std::vector<RowSpan>{{0, 0, 1}}, 115);
+    EXPECT_EQ(TilesAfter(terrain, result.Runs),
+              (std::vector<std::vector<int32_t>>{
+                  {15, 15, 5, 0}, {3, 3, 1, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}}));
+}
+
+TEST(TerrainBrush, MendsSeamsThatDoNotFit) {
+    Terrain terrain = AllRed(6);
+    terrain.LxArr(2 * 6 + 2 + 1).TileOffset = 115; // the post 2, 2
+    const PostBox all{0, 0, 5, 5};
+    const std::vector<Seam> seams{{{2, 1}, Meeting::Northward},
+                                  {{1, 2}, Meeting::Eastward},
+                                  {{2, 2}, Meeting::Eastward},
+                                  {{2, 2}, Meeting::Northward}};
+    EXPECT_EQ(BadSeams(RedAndBlue(), terrain, all), seams);
+    EXPECT_EQ(BadSeams(RedAndBlue(), terrain, {3, 2, 3, 2}),
+              (std::vector<Seam>{{{2, 2}, Meeting::Eastward}}));
+    const BrushResult result =
+        MendSeams(RedAndBlue(), terrain, std::vector<RowSpan>{{2, 2, 2}});
+    EXPECT_EQ(result.Runs, (std::vector<TileRun>{{15, 1, 115, 100}}));
+    EXPECT_EQ(result.OpenSeams, 0);
+}
+
+TEST(TerrainBrush, RefusesWhatItHasNotLearned) {
+    const Terrain terrain = AllRed(7);
+    const LearnedLand nothing(RedAndBlueTiles(), TileGrid());
+    const auto numberOf = [&](const LearnedLand& land, int32_t tile) {
+        return ErrorOf([&] { PaintGround(land, terrain, ThreeByThree, tile); }).Number();
+    };
+    EXPECT_EQ(numberOf(nothing, 115), ErrorNumber::InvalidCall);
+    EXPECT_EQ(numberOf(RedAndBlue(), 5), ErrorNumber::InvalidCall);
+    EXPECT_EQ(ErrorOf([&] { MendSeams(nothing, terrain, ThreeByThree); }).Number(),
+              ErrorNumber::InvalidCall);
+    EXPECT_TRUE(PaintGround(RedAndBlue(), terrain, {}, 115).Runs.empty());
+}
+
+TEST(TerrainBrush, FillsHiddenPostsOfTheSample) {
+    const BrushFigures ring = HiddenWindows(Sample(), LearnedSample(), 60, false);
+    EXPECT_GE(ring.FittingSeams(), 0.997);
+    EXPECT_GE(ring.Clean(), 0.95);
+    const BrushFigures middle = HiddenWindows(Sample(), LearnedSample(), 60, true);
+    EXPECT_GE(middle.FittingSeams(), 0.995);
+    EXPECT_GE(middle.Clean(), 0.9);
+}
+
+TEST(TerrainBrush, PaintsEveryGroundAnywhereOnTheSample) {
+    const BrushFigures outside = Paints(Sample(), LearnedSample(), 33, false);
+    EXPECT_GE(outside.FittingSeams(), 0.98);
+    EXPECT_GE(outside.RightGround(), 0.9);
+    const BrushFigures inside = Paints(Sample(), LearnedSample(), 33, true);
+    EXPECT_GE(inside.FittingSeams(), 0.98);
+    EXPECT_EQ(inside.ChangedOutside, 0);
+}
+
+// A lake in the plains, deep water in it, and an island in that.
+TEST(TerrainBrush, ALakeWithAnIslandHasNoBadSeam) {
+    TileGrid posts{40, 40, std::vector<int32_t>(1600, 0)};
+    posts.Tiles.assign(1600, Sample().PlainTile(sample::Ground::Plains));
+    const auto paint = [&](int from, int to, sample::Ground ground) {
+        std::vector<uint8_t> marked(1600);
+        for (int y = from; y <= to; ++y)
+            for (int x = from; x <= to; ++x)
+                marked[posts.At(x, y)] = 1;
+        EXPECT_EQ(PaintGrid(LearnedSample(), posts, marked, Sample().PlainTile(ground),
+                            {0, 0}, {}),
+                  0);
+        EXPECT_EQ(Sample().BadSeams(posts, 0, 0, 39, 39), 0);
+    };
+    paint(17, 22, sample::Ground::Shallow);
+    paint(10, 28, sample::Ground::Deep);
+    paint(18, 20, sample::Ground::Plains);
+}
+
+TEST(TerrainBrush, TheSameSeedGivesTheSameLand) {
+    const auto painted = [](uint32_t seed) {
+        TileGrid posts = Sample().Map;
+        std::vector<uint8_t> marked(posts.Tiles.size());
+        for (int y = 100; y < 110; ++y)
+            for (int x = 100; x < 110; ++x)
+                marked[posts.At(x, y)] = 1;
+        PaintGrid(LearnedSample(), posts, marked,
+                  Sample().PlainTile(sample::Ground::Plains), {0, 0}, {.Seed = seed});
+        return posts.Tiles;
+    };
+    EXPECT_EQ(painted(1), painted(1));
+    EXPECT_NE(painted(1), painted(2));
 }
 
 } // namespace
