@@ -56,6 +56,9 @@ std::vector<Commands> AllCommands() {
             {{"bin"}, AddBin},
             {{"features"}, AddFeatures},
             {{"search"}, AddSearch},
+            {{"stats"}, AddStatistics},
+            {{"replace"}, AddReplace},
+            {{"terrain"}, AddTerrain},
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
             {{"update"}, AddUpdate}};
