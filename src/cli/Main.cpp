@@ -61,7 +61,8 @@ std::vector<Commands> AllCommands() {
             {{"terrain"}, AddTerrain},
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
-            {{"update"}, AddUpdate}};
+            {{"update"}, AddUpdate},
+            {{"recovery"}, AddRecovery}};
 }
 
 // Declaring a command takes time. Relies on a line's first word deciding which command is
