@@ -4,10 +4,14 @@
 #include "app/Updater.h"
 #include "files/OwnFolders.h"
 #include "platform/Signals.h"
+#include "platform/windows/WaitBox.h"
+#include "program/ReportDetails.h"
 #include "program/windows/FrmStartUp.h"
 #include "recovery/EarlierSaves.h"
 #include "recovery/LeftLogs.h"
 #include "texts/RuntimeError.h"
+
+#include <QSysInfo>
 
 namespace vardenix {
 
@@ -22,11 +26,20 @@ int Application::Run(const std::string& theater) {
     if (!Begin())
         return 1;
     HearSystem();
+    const WaitBox waits;
     if (!barrier_.Guard([this] { ShowStartUp(); }))
         End(); // there would be no window to go on with
     else if (!theater.empty())
         frmStartUp_->OpenTheaterSoon(theater);
     return state_.Exiting ? 0 : QApplication::exec();
+}
+
+std::string Application::Details() const {
+    return ReportDetails(state_) + "System: " +
+           (QSysInfo::prettyProductName() + ", " + QSysInfo::kernelType() + " " +
+            QSysInfo::kernelVersion() + ", " + QSysInfo::currentCpuArchitecture() +
+            ", Qt " + qVersion() + ", " + QGuiApplication::platformName() + "\n")
+               .toStdString();
 }
 
 // Settings that cannot be read must not be overwritten at the end, so the program stops

@@ -56,7 +56,7 @@ void BinEditor::AddUnsaved(DirtyFlags& flags) const {
 void BinEditor::Walked(const Change& change, Walk walk) {
     if (!editor_)
         return;
-    if (change.Touches(Paper::Catalogue))
+    if (change.Touches(Paper::Catalogue) || change.Pictures)
         editor_->CatalogueWalked(WalkWords(change, walk));
     else
         editor_->L2Saved(); // or it is not any more

@@ -37,7 +37,7 @@ void Steps::Go(Walk walk) {
 void Steps::Recorded(const Change& /*change*/) { workspace_.CommandsChanged(); }
 
 void Steps::Walked(const Change& change, Walk /*walk*/) {
-    if (change.Touches(Paper::Catalogue))
+    if (change.Touches(Paper::Catalogue) || change.Pictures)
         workspace_.CatalogueWalked();
     // A single edit leaves the preview alone, as the edit itself does.
     if (change.SingleEdit == 0 && change.Touches(Paper::Level2))

@@ -47,6 +47,8 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
             throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
                                "a change of theater.map that changes its length");
     }
+    if (change.Pictures)
+        change.Pictures->Swap();
     if (back) {
         WriteOld(papers.Terrain.LxArr, change.Posts);
         WriteOld(papers.Terrain.Elevations.L0ElvArr, change.Heights);
@@ -292,7 +294,7 @@ bool Recording::Watches(Paper paper) const {
 }
 
 Change Recording::Made() const {
-    Change change{.Name = name_};
+    Change change{.Name = name_, .Pictures = pictures_};
     if (Watches(Paper::Level2))
         change.Posts.Values =
             Between(posts_, std::as_const(papers_.Terrain.LxArr).Values());

@@ -185,6 +185,10 @@ public:
 
     // For a command that knows better what it has done.
     void Rename(std::string name) { name_ = std::move(name); }
+    // The command has replaced pictures; null for none.
+    void KeepPictures(std::shared_ptr<FileSwap> pictures) {
+        pictures_ = std::move(pictures);
+    }
 
 private:
     Change Made() const;
@@ -200,6 +204,7 @@ private:
     std::vector<std::byte> catalogue_;
     vardenix::MapFileRecord mapFile_{};
     std::shared_ptr<const FeatureSet> features_;
+    std::shared_ptr<FileSwap> pictures_;
 };
 
 } // namespace vardenix

@@ -179,6 +179,7 @@ void FrmBINTileEdit::ShowDetails() {
     ui_->txtTilename->setText(TextOf(details.TileName));
     ui_->lblAreasPaths->setText(TextOf(details.AreasPaths));
     ui_->lblTileNum->setText(TextOf(details.TileNumber));
+    ui_->lblNoPicture->setText(TextOf(details.NoPicture));
     ui_->PicTiles->SetHighlight(SelectedTile,
                                 details.UsedInL2 ? QColor(0, 200, 0) : QColor(Qt::red));
     ShowCommands();

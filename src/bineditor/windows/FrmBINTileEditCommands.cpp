@@ -89,14 +89,21 @@ bool FrmBINTileEdit::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->picTilePalette) {
         if (event->type() == QEvent::MouseMove)
             picTilePalette_MouseMove(static_cast<QMouseEvent*>(event)->pos());
-        else if (event->type() == QEvent::MouseButtonPress)
-            picTilePalette_Click();
+        else if (event->type() == QEvent::MouseButtonRelease) // a press hides all tips
+            picTilePalette_Click(static_cast<QMouseEvent*>(event)->globalPosition());
+        else if (event->type() == QEvent::Leave)
+            copied_.reset();
     }
     return QWidget::eventFilter(watched, event);
 }
 
 void FrmBINTileEdit::picTilePalette_MouseMove(QPoint place) {
     QWidget& grid = *ui_->picTilePalette;
+    // A hand that clicks is never quite still.
+    if (copied_ &&
+        (place - *copied_).manhattanLength() < QApplication::startDragDistance())
+        return;
+    copied_.reset();
     if (SelectedTile == -1 || TilePalette.empty())
         return paletteTip_.SetToolText(grid, "No Palette loaded...");
     const PaletteTip tip = TipOfPalette(
@@ -106,9 +113,13 @@ void FrmBINTileEdit::picTilePalette_MouseMove(QPoint place) {
     paletteTip_.SetToolText(grid, QString::fromStdString(tip.Text));
 }
 
-void FrmBINTileEdit::picTilePalette_Click() {
-    QGuiApplication::clipboard()->setText(clsToolTip::ToolText(*ui_->picTilePalette));
-    paletteTip_.SetToolText(*ui_->picTilePalette, "Copied to clipboard");
+void FrmBINTileEdit::picTilePalette_Click(QPointF cursor) {
+    QWidget& grid = *ui_->picTilePalette;
+    if (!copied_)
+        QGuiApplication::clipboard()->setText(clsToolTip::ToolText(grid));
+    copied_ = grid.mapFromGlobal(cursor).toPoint();
+    paletteTip_.SetToolText(grid, "Copied to clipboard");
+    paletteTip_.Show(grid, cursor.toPoint());
 }
 
 std::string FrmBINTileEdit::ShownSelectedSet() const {
@@ -118,7 +129,7 @@ std::string FrmBINTileEdit::ShownSelectedSet() const {
 BinParts FrmBINTileEdit::Commands() {
     return {state_.Terrain, state_.Catalogue,  state_.Configuration,
             state_.Folders, platform_.Dialogs, *this,
-            *this};
+            *this,          nullptr,           &replaced_};
 }
 
 void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
@@ -128,11 +139,15 @@ void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
 
 void FrmBINTileEdit::Run(const std::string& name,
                          const std::function<std::optional<TilePlace>()>& command) {
-    const Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+    Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+    const auto keep = [&] { made.KeepPictures(std::exchange(replaced_, nullptr)); };
     try {
-        if (const auto place = command())
+        const auto place = command();
+        keep();
+        if (place)
             Done(place);
     } catch (...) {
+        keep();
         Done({});
         throw;
     }
@@ -204,7 +219,9 @@ void FrmBINTileEdit::cmdSaveBoth_Click() {
         Tell("Texture.bin and level 2 are saved.");
 }
 
-void FrmBINTileEdit::cmdOptions_Click() { ShowBinOptions(state_.Configuration, this); }
+void FrmBINTileEdit::cmdOptions_Click() {
+    ShowBinOptions(state_.Configuration, platform_.Dialogs, this);
+}
 
 void FrmBINTileEdit::cmdOpenTerrain_Click() {
     const TextureBin& bin = state_.Catalogue.Bin;
