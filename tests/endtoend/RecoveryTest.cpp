@@ -53,10 +53,11 @@ protected:
         return SerialOf(static_cast<size_t>(ViewX + cell % 5),
                         static_cast<size_t>(ViewY + cell / 5), Posts);
     }
-    // Of the view's 25, those that a click changes.
+    // Of the view's cells those that a click changes; the palette lies over the lower
+    // ones.
     std::vector<int> PaintableCells(const MadeLevel& level) const {
         std::vector<int> cells;
-        for (int cell = 0; cell < 25; ++cell)
+        for (int cell = 10; cell < 25; ++cell)
             if (level.Posts[SerialOfCell(cell) - 1].Tile != brush_)
                 cells.push_back(cell);
         return cells;
@@ -79,15 +80,16 @@ TEST_F(RecoveryEndToEnd, AtMostTheLastTwoSecondsAreLostByAKill) {
         const MadeLevel before = Level2();
         ASSERT_NO_FATAL_FAILURE(Start());
         ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
-        // What was painted after each command, the first one seen to be done.
+        // What was painted after each command.
         std::vector<std::vector<size_t>> states{{}};
         std::vector<steady_clock::time_point> sent;
         std::vector<int> cells = PaintableCells(before);
-        ASSERT_GE(cells.size(), 14U);
+        ASSERT_GE(cells.size(), 10U);
         std::shuffle(cells.begin(), cells.end(), random);
-        const int commands = 2 + static_cast<int>(random() % 12);
+        const int commands = 2 + static_cast<int>(random() % 9);
         for (int i = 0; i < commands; ++i) {
             std::vector<size_t> now = states.back();
+            const Picture shown = MapPicture();
             if (now.size() > 1 && random() % 4 == 0) {
                 now.pop_back();
                 desktop_.Key("ctrl+z");
@@ -99,8 +101,9 @@ TEST_F(RecoveryEndToEnd, AtMostTheLastTwoSecondsAreLostByAKill) {
             }
             states.push_back(now);
             sent.push_back(steady_clock::now());
-            if (i == 0) {
-                ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+            // A key may overtake a click; the last one is left to the kill.
+            if (i + 1 < commands) {
+                ASSERT_TRUE(Await([&](const Picture& map) { return map != shown; }));
             }
         }
         program_.KillAfter(static_cast<int>(random() % 300));
@@ -119,7 +122,9 @@ TEST_F(RecoveryEndToEnd, AtMostTheLastTwoSecondsAreLostByAKill) {
             if (state == restored)
                 agrees = i;
         }
-        ASSERT_LT(agrees, states.size()) << "no state that there ever was";
+        ASSERT_LT(agrees, states.size())
+            << testing::PrintToString(restored) << " is no state that there ever was of "
+            << testing::PrintToString(states);
         whole += agrees + 1 == states.size() ? 1 : 0;
         if (agrees + 1 < states.size()) {
             EXPECT_LT(killed - sent[agrees], std::chrono::seconds(2));
@@ -144,7 +149,7 @@ TEST_F(RecoveryEndToEnd, ALogoutLosesNothing) {
     EXPECT_TRUE(Differences(before, Level2()).empty());
     ASSERT_NO_FATAL_FAILURE(StartAfterKill());
     desktop_.Key("alt+n");
-    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Box); }));
     EXPECT_FALSE(desktop_.Visible(Star));
     EXPECT_TRUE(fs::exists(Logs() + "/1.aside"));
     Leave();
