@@ -115,6 +115,21 @@ TEST(OnlyChangedFartiles, ReadNoPictureThatNobodyHasChanged) {
     EXPECT_EQ(counts.PicturesRead, 0);
 }
 
+TEST(OnlyChangedFartiles, AreNotTakenFromAContainerThatIsChangedMeanwhile) {
+    TwoWorlds worlds;
+    RebuildWorld& world = worlds.Changed;
+    world.Level2.At(20, 5).Tile = 11;
+    world.TakeLevel2();
+    world.View.OnStatus = [&](const std::string& status) {
+        if (status == "Compressing DDS images, please be patient...")
+            FlipByte(world.TexturePathOf("fartilesN.dds"), 300, true);
+    };
+    EXPECT_EQ(world.ErrorOf(OnlyChanged()), 75);
+    EXPECT_NE(world.Detail.find("fartilesN.dds"), std::string::npos) << world.Detail;
+    world.View.OnStatus = nullptr;
+    EXPECT_EQ(world.Rebuild(OnlyChanged()).Fartiles.Copied, 0);
+}
+
 TEST(OldFartiles, AreTrustedWithoutBeingRead) {
     const TestFolder folder;
     const FartileShape shape(80);
