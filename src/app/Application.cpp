@@ -7,6 +7,7 @@
 #include "platform/windows/WaitBox.h"
 #include "program/ReportDetails.h"
 #include "program/windows/FrmStartUp.h"
+#include "recovery/LeftLogs.h"
 #include "texts/RuntimeError.h"
 
 #include <QSysInfo>
@@ -47,6 +48,7 @@ bool Application::Begin() {
         const std::string own = OwnFilesFolder(ProgramFolder());
         MakeOwnFilesFolder(own);
         BeginProgram(state_, own, ProgramFolder());
+        state_.Folders.LogFolder = LogFolder();
     } catch (const RuntimeError& error) {
         dialogs_.Notice(ReportText(error), {}, BoxIcon::Critical);
         return false;
@@ -80,8 +82,10 @@ void Application::ShowStartUp() {
     frmStartUp_ =
         std::make_unique<FrmStartUp>(state_, *platform_, log_, subsystems_->Opening);
     OnSignal(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_, [this] { End(); });
-    OnSignal(frmStartUp_.get(), &FrmStartUp::TheaterOpened, &barrier_,
-             [this] { subsystems_->Workspace.ApplySavedLayout(); });
+    OnSignal(frmStartUp_.get(), &FrmStartUp::TheaterOpened, &barrier_, [this] {
+        subsystems_->Workspace.ApplySavedLayout();
+        subsystems_->Recovery.OfferSoon();
+    });
     updater_->Join(*frmStartUp_);
     frmStartUp_->Form_Load();
     frmStartUp_->show();

@@ -16,12 +16,8 @@ namespace {
 
 // A map of the finest elevations shows the new ones at once.
 void LoadL0Elv(Workspace& workspace) {
-    if (!cmdLoadL0Elv(workspace.Saving()))
-        return;
-    workspace.Undo().ForgetElevations();
-    workspace.State().Changes.LoadedAnew(Paper::Heights);
-    if (workspace.View().L0Mode)
-        workspace.Undo().ShowButtons(Layer::Heights);
+    if (cmdLoadL0Elv(workspace.Saving()))
+        workspace.HeightsLoaded();
 }
 
 // One that has gone is told of before anything is left for it.

@@ -202,6 +202,13 @@ void Workspace::SaveTheater(bool as) {
     Panel().RedrawSaveButton();
 }
 
+void Workspace::HeightsLoaded() {
+    undo_.ForgetElevations();
+    state_.Changes.LoadedAnew(Paper::Heights);
+    if (view_.L0Mode)
+        undo_.ShowButtons(Layer::Heights);
+}
+
 void Workspace::EditL0Elv(bool on) {
     view_.L0Mode = on;
     Panel().ChangeControlsForL0Edit(on);
@@ -354,6 +361,8 @@ bool Workspace::LeaveProgram() {
     }
     if (!ConfirmExit(flags, platform_.Dialogs))
         return false;
+    for (WorkspacePart* part : parts_)
+        part->Leaving();
     exitProgram_();
     return true;
 }

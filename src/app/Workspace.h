@@ -66,6 +66,8 @@ public:
     // Under a name that the user is asked for, or over the files that were opened.
     void SaveTheater(bool as);
     SavingParts Saving();
+    // Another file of the finest elevations has been loaded.
+    void HeightsLoaded();
     // A pass has given level 2 other tile numbers: whatever else holds some follows.
     void TilesRenumbered(const TileRenumbering& numbers);
 

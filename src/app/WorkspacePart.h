@@ -39,6 +39,9 @@ public:
     // Asks about what no flag tells of, before the program ends.
     virtual bool MayLeave() const { return true; }
 
+    // The user has agreed to the end of the program, and to the loss of what is unsaved.
+    virtual void Leaving() {}
+
     // The workspace comes or goes, or the map is made an icon or comes back from one.
     virtual void ShowWindows(bool /*workspaceShown*/) {}
     // The close box of a window has taken its flag in the settings down.

@@ -56,9 +56,13 @@ std::vector<Commands> AllCommands() {
             {{"bin"}, AddBin},
             {{"features"}, AddFeatures},
             {{"search"}, AddSearch},
+            {{"stats"}, AddStatistics},
+            {{"replace"}, AddReplace},
+            {{"terrain"}, AddTerrain},
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
-            {{"update"}, AddUpdate}};
+            {{"update"}, AddUpdate},
+            {{"recovery"}, AddRecovery}};
 }
 
 // Declaring a command takes time. Relies on a line's first word deciding which command is

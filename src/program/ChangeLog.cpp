@@ -99,16 +99,26 @@ void ChangeLog::Add(Change change) { Put({.What = std::move(change)}); }
 void ChangeLog::Put(Entry entry) {
     if (entry.What.Empty())
         return;
-    entry.What.Time = std::chrono::system_clock::now();
+    if (entry.What.Time == Change{}.Time)
+        entry.What.Time = std::chrono::system_clock::now();
     entry.After = RevisionsAfter(entry.What);
     for (; entries_.size() > position_; entries_.pop_back())
         bytes_ -= entries_.back().What.Bytes();
     bytes_ += entry.What.Bytes();
     entries_.push_back(std::move(entry));
     ++position_;
+    if (journal_ != nullptr)
+        journal_->Added(entries_.back().What);
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
         follower->Recorded(entries_.back().What);
+}
+
+void ChangeLog::Apply(Change change) {
+    WalkPapers(papers_, change, Walk::Again);
+    Add(std::move(change));
+    for (ChangeFollower* follower : followers_)
+        follower->Walked(entries_.back().What, Walk::Again);
 }
 
 Change& ChangeLog::Newest() {
@@ -117,13 +127,15 @@ Change& ChangeLog::Newest() {
     return entries_.back().What;
 }
 
-void ChangeLog::HasGrown(const std::string& name) {
+void ChangeLog::HasGrown(Change more) {
     Entry& entry = entries_.back();
-    bytes_ += name.size() - entry.What.Name.size();
-    entry.What.Name = name;
+    bytes_ += more.Name.size() - entry.What.Name.size();
+    entry.What.Name = more.Name;
     --position_;
     entry.After = RevisionsAfter(entry.What);
     ++position_;
+    if (journal_ != nullptr)
+        journal_->Grown(more);
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
         follower->Recorded(entry.What);
@@ -133,14 +145,14 @@ void ChangeLog::Grow(std::vector<TileRun> runs, const std::string& name) {
     auto& all = Newest().Posts.Runs;
     bytes_ += runs.size() * sizeof(TileRun);
     all.insert(all.end(), runs.begin(), runs.end());
-    HasGrown(name);
+    HasGrown({.Name = name, .Posts = {.Runs = std::move(runs), .Values = {}}});
 }
 
 void ChangeLog::Grow(std::vector<HeightRun> runs, const std::string& name) {
     auto& all = Newest().Heights.Runs;
     bytes_ += runs.size() * sizeof(HeightRun);
     all.insert(all.end(), runs.begin(), runs.end());
-    HasGrown(name);
+    HasGrown({.Name = name, .Heights = {.Runs = std::move(runs), .Values = {}}});
 }
 
 const Change* ChangeLog::NextBack() const {
@@ -159,6 +171,8 @@ void ChangeLog::Back() {
     WalkPapers(papers_, entry.What, Walk::Back);
     --position_;
     MoveStacks(entry, Walk::Back);
+    if (journal_ != nullptr)
+        journal_->Walked(Walk::Back);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Back);
 }
@@ -170,6 +184,8 @@ void ChangeLog::Again() {
     WalkPapers(papers_, entry.What, Walk::Again);
     ++position_;
     MoveStacks(entry, Walk::Again);
+    if (journal_ != nullptr)
+        journal_->Walked(Walk::Again);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Again);
 }
@@ -186,6 +202,16 @@ void ChangeLog::MoveStacks(const Entry& entry, Walk walk) const {
 
 void ChangeLog::SetRevision(Paper paper, uint64_t revision) {
     Now()[Index(paper)] = revision;
+    if (journal_ != nullptr)
+        journal_->Revised();
+}
+
+void ChangeLog::Saved(Paper paper) {
+    onDisk_[Index(paper)] = Revision(paper);
+    if (journal_ != nullptr)
+        journal_->Saved(paper);
+    for (ChangeFollower* follower : followers_)
+        follower->Saved(paper);
 }
 
 bool ChangeLog::AnyUnsaved() const {
@@ -197,7 +223,7 @@ void ChangeLog::LoadedAnew(Paper paper) {
     while (without > 0 && !entries_[without - 1].What.Touches(paper))
         --without;
     if (position_ < without) {
-        ChangedOtherwise(paper);
+        Forget(paper);
     } else {
         const uint64_t revision = ++lastRevision_;
         for (; without > 0; --without)
@@ -210,6 +236,12 @@ void ChangeLog::LoadedAnew(Paper paper) {
 }
 
 void ChangeLog::ChangedOtherwise(Paper paper) {
+    Forget(paper);
+    if (journal_ != nullptr)
+        journal_->Lost();
+}
+
+void ChangeLog::Forget(Paper paper) {
     Revisions revisions = Now();
     revisions[Index(paper)] = ++lastRevision_;
     entries_.clear();

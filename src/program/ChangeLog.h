@@ -2,7 +2,7 @@
 
 #include "catalogue/TextureBin.h"
 #include "levels/Terrain.h"
-#include "program/Change.h"
+#include "program/ChangeJournal.h"
 #include "program/FeatureSet.h"
 #include "program/MapFileRecord.h"
 
@@ -24,8 +24,6 @@ struct Papers {
     FeatureSet& Features;
 };
 
-enum class Walk { Back, Again };
-
 class ChangeLog;
 
 // Hears of every change that the log has taken in, and of every one that it has taken
@@ -40,6 +38,8 @@ public:
 
     virtual void Recorded(const Change& /*change*/) {}
     virtual void Walked(const Change& change, Walk walk) = 0;
+    // The paper is on the disk as it is now, saved or loaded.
+    virtual void Saved(Paper /*paper*/) {}
 
 private:
     friend class ChangeLog;
@@ -86,9 +86,16 @@ public:
     // Null for nobody.
     void KeepStacks(StackKeeper* keeper) { keeper_ = keeper; }
 
+    // Null for nobody; borrowed.
+    void KeepJournal(ChangeJournal* journal) { journal_ = journal; }
+
     // A change that has been made just now, nothing for an empty one. What was taken
-    // back before it is gone for good.
+    // back before it is gone for good. One that has a time keeps it.
     void Add(Change change);
+    // Carries out a change that another run of the program has made, and adds it; the
+    // followers hear of it as of one that is brought again. Error 9 and so on, with
+    // nothing changed, where it does not fit.
+    void Apply(Change change);
     // More belongs to the newest change, which is not taken back: a stroke goes on.
     void Grow(std::vector<TileRun> runs, const std::string& name);
     void Grow(std::vector<HeightRun> runs, const std::string& name);
@@ -113,7 +120,7 @@ public:
     }
     bool AnyUnsaved() const;
     // The paper is on the disk as it is now.
-    void Saved(Paper paper) { onDisk_[Index(paper)] = Revision(paper); }
+    void Saved(Paper paper);
     // The newest change has led the paper to a state that has a revision already.
     void SetRevision(Paper paper, uint64_t revision);
     // The paper has become another in a way that no change tells, so that none leads past
@@ -148,11 +155,13 @@ private:
     // In force.
     void DropOldest();
     Change& Newest();
-    void HasGrown(const std::string& name);
+    void HasGrown(Change more);
+    void Forget(Paper paper);
 
     Papers papers_;
     std::vector<ChangeFollower*> followers_;
     StackKeeper* keeper_ = nullptr;
+    ChangeJournal* journal_ = nullptr;
     Revisions base_{}; // before the first change
     std::deque<Entry> entries_;
     size_t bytes_ = 0; // of all entries

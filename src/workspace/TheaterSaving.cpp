@@ -120,6 +120,17 @@ bool MayLoseElevations(const SavingParts& parts) {
                                     BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
+bool LoadAndShow(const SavingParts& parts, ElevationKind kind, const std::string& path) {
+    const LongWork work(parts);
+    if (!LoadElevationData(parts.Terrain, kind, path, parts.PB3, parts.Dialogs,
+                           parts.Log))
+        return false;
+    if (parts.Panel.L0NeedSaveFlag())
+        parts.Panel.L0Saved();
+    parts.Panel.SetL0FileName(path);
+    return true;
+}
+
 } // namespace
 
 bool CmdSaveTheater(const SavingParts& parts, bool as) {
@@ -141,15 +152,13 @@ bool cmdLoadL0Elv(const SavingParts& parts) {
             return TellNoExtension(parts.Dialogs);
         if (!MayLoseElevations(parts))
             return false;
-        const LongWork work(parts);
-        if (!LoadElevationData(parts.Terrain, kind, from.Path, parts.PB3, parts.Dialogs,
-                               parts.Log))
-            return false;
-        if (parts.Panel.L0NeedSaveFlag())
-            parts.Panel.L0Saved();
-        parts.Panel.SetL0FileName(from.Path);
-        return true;
+        return LoadAndShow(parts, kind, from.Path);
     });
+}
+
+bool LoadL0ElvFile(const SavingParts& parts, ElevationKind kind,
+                   const std::string& path) {
+    return Trapped(parts.Dialogs, [&] { return LoadAndShow(parts, kind, path); });
 }
 
 } // namespace vardenix

@@ -49,4 +49,7 @@ bool CmdSaveTheater(const SavingParts& parts, bool as);
 // True when another file is loaded.
 bool cmdLoadL0Elv(const SavingParts& parts);
 
+// The same of a file that is known already, without a question.
+bool LoadL0ElvFile(const SavingParts& parts, ElevationKind kind, const std::string& path);
+
 } // namespace vardenix
