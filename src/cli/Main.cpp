@@ -62,7 +62,8 @@ std::vector<Commands> AllCommands() {
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
             {{"update"}, AddUpdate},
-            {{"recovery"}, AddRecovery}};
+            {{"recovery"}, AddRecovery},
+            {{"saves"}, AddSaves}};
 }
 
 // Declaring a command takes time. Relies on a line's first word deciding which command is
