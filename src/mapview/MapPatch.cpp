@@ -71,7 +71,11 @@ MapPatch PatchOfPart(const MapView& view, const PixelRect& part, int32_t reach) 
              cellAt(part.Left + part.Width + around), last - cellAt(part.Top - around)}};
 }
 
-MapPatch PatchOf(const MapView& view, const PostBox& posts, int32_t reach) {
+MapPatch PatchOf(const MapView& view, const PostBox& changed, int32_t reach) {
+    // A height shows in the relief of its neighbours, and in their contour lines.
+    const int32_t around = view.ShowRelief || view.ShowContours ? 1 : 0;
+    const PostBox posts{changed.X1 - around, changed.Y1 - around, changed.X2 + around,
+                        changed.Y2 + around};
     const int32_t last = view.ViewPosts() - 1;
     const int32_t side = view.PictureSide();
     const double cell = view.CellSize();
