@@ -243,22 +243,22 @@ constexpr auto ViewRows =
         {.Id = "cmdZoomin",
          .Name = "Fewer grid cells",
          .Keys = "Ctrl++ Ctrl+=",
-         .Tip = "One grid cell fewer a side",
+         .Tip = "One grid cell fewer a side; larger tiles where the map fills its room",
          .Button = "cmdZoomin",
          .Do =
              [](Subsystems& all) {
                  if (ZoomIn(all.Workspace.View()))
-                     all.Workspace.Panel().GridCellsChanged();
+                     all.Workspace.Panel().GridChosen();
              }},
         {.Id = "cmdZoomOut",
          .Name = "More grid cells",
          .Keys = "Ctrl+-",
-         .Tip = "One grid cell more a side",
+         .Tip = "One grid cell more a side; smaller tiles where the map fills its room",
          .Button = "cmdZoomOut",
          .Do =
              [](Subsystems& all) {
                  if (ZoomOut(all.Workspace.View()))
-                     all.Workspace.Panel().GridCellsChanged();
+                     all.Workspace.Panel().GridChosen();
              }},
         {.Id = "cmdGoXY",
          .Name = "Go to the position",

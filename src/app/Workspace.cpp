@@ -71,7 +71,9 @@ void Workspace::MakeMap(MapWishes& wishes) {
         state_, view_, interaction_, *renderer_, undo_, *this, wishes, layers});
     KeepOrder();
     OnSignal(windows_.Map.get(), &FrmVXMap::GridChosen, windows_.Panel.get(),
-             [this](bool forGood) { windows_.Panel->GridChosen(forGood); });
+             [this] { windows_.Panel->GridChosen(); });
+    OnSignal(windows_.Map.get(), &FrmVXMap::RoomFilled, windows_.Panel.get(),
+             [this] { windows_.Panel->GridLaidOut(); });
     OnSignal(windows_.Panel.get(), &FrmVXMain::MapCaptionChanged, windows_.Map.get(),
              [this](const QString& caption) { windows_.Map->setWindowTitle(caption); });
     OnSignal(windows_.Map.get(), &FrmVXMap::ViewPainted, windows_.Preview.get(),

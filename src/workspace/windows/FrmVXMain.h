@@ -71,13 +71,13 @@ public:
     void SetZoom(int16_t zoomPosts);
     // LabelX and LabelY follow the view.
     void PositionChanged();
-    // The map's window has chosen the view's GridCells and TilePixels: the panel shows
-    // them, and lays out and paints anew. `forGood`: they are remembered.
-    void GridChosen(bool forGood);
+    // The view has other GridCells or TilePixels, which are remembered and shown, and
+    // laid out and painted anew.
+    void GridChosen();
+    // The same, without remembering anything: the map fills another room.
+    void GridLaidOut();
     // Fewer posts in a cell for positive steps, and the other way round.
     void StepZoom(int steps);
-    // The view has other GridCells: the panel shows them, and lays out and paints anew.
-    void GridCellsChanged();
     // The position that LabelX and LabelY spell.
     void GoToTypedPosition();
     // The buttons of colours show those of the settings.
