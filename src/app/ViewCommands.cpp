@@ -224,6 +224,17 @@ constexpr auto ViewRows =
              [](Subsystems& all) {
                  all.Workspace.SetOneWindow(!all.Workspace.IsOneWindow());
              }},
+        {.Id = "mnuControlPanel",
+         .Text = "Control pa&nel",
+         .Keys = "F4",
+         .Tip = "The panel beside the map; without it the map has its room, too",
+         .Menu = "mnuView",
+         .Can = [](const Subsystems& all) { return all.Workspace.IsOneWindow(); },
+         .Chosen = [](const Subsystems& all) { return all.Workspace.ShowsPanel(); },
+         .Do =
+             [](Subsystems& all) {
+                 all.Workspace.ShowPanel(!all.Workspace.ShowsPanel());
+             }},
         {.Id = "mnuBringAll",
          .Text = "&Bring all to front",
          .Keys = "F12",

@@ -120,6 +120,7 @@ private:
     void PlacePicture();
     // What a window has beside its picture; and the picture's part of a window's size.
     QSize RoundPicture() const;
+    QMargins Margins() const;
     WindowSize PictureRoom(QSize window) const;
     // The largest window that the screen has room for.
     QSize MostOfScreen() const;

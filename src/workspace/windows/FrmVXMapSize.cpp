@@ -40,11 +40,15 @@ void FrmVXMap::HoldLowerLeft() {
              [down] { down->setValue(down->maximum()); });
 }
 
+// A part of another window leaves the border to that.
+QMargins FrmVXMap::Margins() const { return isWindow() ? margins_ : QMargins(); }
+
 QSize FrmVXMap::RoundPicture() const {
     const int bars =
         ui_->strip->height() + ui_->HScroll1->sizeHint().height() + ui_->status->height();
-    return {ui_->VScroll1->sizeHint().width() + margins_.left() + margins_.right(),
-            bars + margins_.top() + margins_.bottom()};
+    const QMargins round = Margins();
+    return {ui_->VScroll1->sizeHint().width() + round.left() + round.right(),
+            bars + round.top() + round.bottom()};
 }
 
 WindowSize FrmVXMap::PictureRoom(QSize window) const {
@@ -62,7 +66,7 @@ void FrmVXMap::PlacePicture() {
         QSize(view_.PictureWidth(), view_.PictureHeight()) + RoundPicture();
     const int right = std::max(0, width() - form.width());
     const int below = std::max(0, height() - form.height());
-    layout()->setContentsMargins(margins_ + QMargins(0, 0, right, below));
+    layout()->setContentsMargins(Margins() + QMargins(0, 0, right, below));
 }
 
 void FrmVXMap::FitRoundPicture() {
