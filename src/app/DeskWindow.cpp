@@ -45,7 +45,7 @@ constexpr int LowScreen = 700;
 constexpr int HighScreen = 900;
 constexpr int PreviewHeight = 250;
 // Tabs, header, three rows of tiles and the line below.
-constexpr int PaletteHeight = 318;
+constexpr int PaletteHeight = 328;
 constexpr int TitleHeight = 22;
 
 // What a part has no room for is reached by scrolling: no part makes the whole window
