@@ -224,6 +224,17 @@ constexpr auto ViewRows =
              [](Subsystems& all) {
                  all.Workspace.SetOneWindow(!all.Workspace.IsOneWindow());
              }},
+        {.Id = "mnuControlPanel",
+         .Text = "Control pa&nel",
+         .Keys = "F4",
+         .Tip = "The panel beside the map; without it the map has its room, too",
+         .Menu = "mnuView",
+         .Can = [](const Subsystems& all) { return all.Workspace.IsOneWindow(); },
+         .Chosen = [](const Subsystems& all) { return all.Workspace.ShowsPanel(); },
+         .Do =
+             [](Subsystems& all) {
+                 all.Workspace.ShowPanel(!all.Workspace.ShowsPanel());
+             }},
         {.Id = "mnuBringAll",
          .Text = "&Bring all to front",
          .Keys = "F12",
@@ -243,22 +254,22 @@ constexpr auto ViewRows =
         {.Id = "cmdZoomin",
          .Name = "Fewer grid cells",
          .Keys = "Ctrl++ Ctrl+=",
-         .Tip = "One grid cell fewer a side",
+         .Tip = "One grid cell fewer a side; larger tiles where the map fills its room",
          .Button = "cmdZoomin",
          .Do =
              [](Subsystems& all) {
                  if (ZoomIn(all.Workspace.View()))
-                     all.Workspace.Panel().GridCellsChanged();
+                     all.Workspace.Panel().GridChosen();
              }},
         {.Id = "cmdZoomOut",
          .Name = "More grid cells",
          .Keys = "Ctrl+-",
-         .Tip = "One grid cell more a side",
+         .Tip = "One grid cell more a side; smaller tiles where the map fills its room",
          .Button = "cmdZoomOut",
          .Do =
              [](Subsystems& all) {
                  if (ZoomOut(all.Workspace.View()))
-                     all.Workspace.Panel().GridCellsChanged();
+                     all.Workspace.Panel().GridChosen();
              }},
         {.Id = "cmdGoXY",
          .Name = "Go to the position",

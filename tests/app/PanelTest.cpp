@@ -108,7 +108,9 @@ TEST_F(PanelTest, TipsSayTheKeyUnlessTheyAreKnownByHeart) {
     EXPECT_EQ(Tip("chkApplyMAP"), "Not accurate, just for reference!");
     EXPECT_EQ(Tip("chkL0ELV"), "No L0/ELV file loaded.");
     EXPECT_EQ(Tip("chkShowGrid"), "Ctrl+2");
-    EXPECT_EQ(Tip("cmdZoomOut"), "One grid cell more a side (Ctrl+-)");
+    EXPECT_EQ(
+        Tip("cmdZoomOut"),
+        "One grid cell more a side; smaller tiles where the map fills its room (Ctrl+-)");
     EXPECT_EQ(Find<QWidget>(Map(), "cmdRectangle").toolTip(),
               "Rectangle (R)\nPress at one corner, let go at the opposite one");
     EXPECT_EQ(Find<QWidget>(Map(), "spnBrushSize").toolTip(),
