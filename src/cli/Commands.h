@@ -72,6 +72,7 @@ void AddTerrain(Command& all);
 void AddRegion(Command& all);
 void AddDerived(Command& all);
 void AddUpdate(Command& all);
+void AddCompletion(Command& all);
 void AddRecovery(Command& all);
 void AddSaves(Command& all);
 
