@@ -115,6 +115,8 @@ void ChangeLog::Put(Entry entry) {
 }
 
 void ChangeLog::Apply(Change change) {
+    if (change.Empty())
+        return;
     WalkPapers(papers_, change, Walk::Again);
     Add(std::move(change));
     for (ChangeFollower* follower : followers_)
