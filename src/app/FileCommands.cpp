@@ -1,6 +1,7 @@
 // The menu "File", saving, and the buttons of files on the panel.
 
 #include "app/Commands.h"
+#include "app/SaveAll.h"
 #include "app/Subsystems.h"
 #include "files/FileNames.h"
 #include "platform/windows/RunTimeBarrier.h"
@@ -16,10 +17,21 @@ namespace {
 
 // A map of the finest elevations shows the new ones at once.
 void LoadL0Elv(Workspace& workspace) {
-    if (!cmdLoadL0Elv(workspace.Saving()))
+    ChangeLog& changes = workspace.State().Changes;
+    auto before = cmdLoadL0Elv(workspace.Saving());
+    if (!before)
         return;
-    workspace.Undo().ForgetElevations();
-    workspace.State().Changes.LoadedAnew(Paper::Heights);
+    if (before->Kind == ElevationKind::None) {
+        workspace.Undo().ForgetElevations();
+        changes.LoadedAnew(Paper::Heights);
+    } else {
+        Recording made(changes, {},
+                       "Load " +
+                           AfterLastSlash(workspace.State().Terrain.Elevations.Path));
+        workspace.Undo().ForgetElevations();
+        made.Replaced(std::move(*before));
+    }
+    changes.Saved(Paper::Heights);
     if (workspace.View().L0Mode)
         workspace.Undo().ShowButtons(Layer::Heights);
 }
@@ -66,6 +78,14 @@ constexpr auto FileRows = std::to_array<Command>({
      .Tip = "Under a name that you are asked for",
      .Menu = "mnuFile",
      .Do = [](Subsystems& all) { all.Workspace.SaveTheater(true); }},
+    {.Id = "mnuSaveAll",
+     .Text = "Save a&ll",
+     .Keys = "Ctrl+Alt+S",
+     .Tip = "Every file that differs from the disk",
+     .Menu = "mnuFile",
+     .InEditors = true,
+     .Can = [](const Subsystems& all) { return AnyDiffers(all.Workspace); },
+     .Do = [](Subsystems& all) { SaveAll(all.Workspace); }},
     {.Id = "mnuLoadHeights",
      .Text = "Load &heights...",
      .Name = "Load a L0 or ELV file",

@@ -47,6 +47,8 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
             throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
                                "a change of theater.map that changes its length");
     }
+    if (change.OtherHeights)
+        std::swap(papers.Terrain.Elevations, change.OtherHeights->Layer);
     if (back) {
         WriteOld(papers.Terrain.LxArr, change.Posts);
         WriteOld(papers.Terrain.Elevations.L0ElvArr, change.Heights);
@@ -156,6 +158,7 @@ void ChangeLog::Back() {
     const Entry& entry = entries_[position_ - 1];
     WalkPapers(papers_, entry.What, Walk::Back);
     --position_;
+    SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Back);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Back);
@@ -167,9 +170,15 @@ void ChangeLog::Again() {
     const Entry& entry = entries_[position_];
     WalkPapers(papers_, entry.What, Walk::Again);
     ++position_;
+    SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Again);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Again);
+}
+
+void ChangeLog::SwapOnDisk(const Change& change) {
+    if (change.OtherHeights)
+        std::swap(onDisk_[Index(Paper::Heights)], change.OtherHeights->OnDisk);
 }
 
 void ChangeLog::MoveStacks(const Entry& entry, Walk walk) const {
@@ -188,6 +197,20 @@ void ChangeLog::SetRevision(Paper paper, uint64_t revision) {
 
 bool ChangeLog::AnyUnsaved() const {
     return std::ranges::any_of(AllPapers, [this](Paper paper) { return Unsaved(paper); });
+}
+
+void ChangeLog::Saved(Paper paper) {
+    onDisk_[Index(paper)] = Revision(paper);
+    saved_.insert(Revision(paper));
+}
+
+std::vector<Paper> ChangeLog::SavedAt(size_t index) const {
+    const Entry& entry = entries_.at(index);
+    std::vector<Paper> papers;
+    for (const Paper paper : AllPapers)
+        if (entry.What.Touches(paper) && saved_.contains(entry.After[Index(paper)]))
+            papers.push_back(paper);
+    return papers;
 }
 
 void ChangeLog::LoadedAnew(Paper paper) {
@@ -248,12 +271,18 @@ Recording::Recording(ChangeLog& log, std::vector<Paper> which, std::string name)
     ++log_.recordings_;
 }
 
+void Recording::Replaced(ElevationLayer before) {
+    otherHeights_ = std::make_shared<WaitingHeights>(
+        WaitingHeights{std::move(before), log_.RevisionOnDisk(Paper::Heights)});
+}
+
 bool Recording::Watches(Paper paper) const {
     return std::ranges::find(which_, paper) != which_.end();
 }
 
 Change Recording::Made() const {
     Change change{.Name = name_};
+    change.OtherHeights = otherHeights_;
     if (Watches(Paper::Level2))
         change.Posts.Values =
             Between(posts_, std::as_const(papers_.Terrain.LxArr).Values());

@@ -43,10 +43,18 @@ std::string ExitQuestion(const DirtyFlags& flags) {
            "Press No to return to the program";
 }
 
-bool ConfirmExit(const DirtyFlags& flags, Dialogs& dialogs) {
+Leaving LeavingOf(BoxAnswer answer) {
+    return answer == BoxAnswer::SaveAll ? Leaving::SaveAll
+           : answer == BoxAnswer::Yes   ? Leaving::Lose
+                                        : Leaving::Stay;
+}
+
+Leaving ConfirmExit(const DirtyFlags& flags, Dialogs& dialogs) {
     const std::string question = ExitQuestion(flags);
-    return question.empty() || dialogs.MessageBox(question, "Confirm", BoxIcon::Question,
-                                                  BoxButtons::YesNo) == BoxAnswer::Yes;
+    return question.empty()
+               ? Leaving::Lose
+               : LeavingOf(dialogs.MessageBox(question, "Confirm", BoxIcon::Question,
+                                              BoxButtons::YesNoSaveAll));
 }
 
 } // namespace vardenix

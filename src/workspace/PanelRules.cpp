@@ -5,6 +5,12 @@
 
 namespace vardenix {
 
+namespace {
+
+std::string Star(const DirtyFlags& flags) { return flags.L2 || flags.L0ELV ? "*" : ""; }
+
+} // namespace
+
 int32_t StepDown(int32_t value, const ControlRange& range) {
     const int32_t step = range.LargeChange;
     return value > range.Min + step - 1 ? value - step : range.Min;
@@ -68,6 +74,14 @@ std::string L0ToolTip(const std::string& l0FileName) {
 std::string MainTitle(Layer layer) {
     return "Vardenix v" + ProgramVersion() +
            (layer == Layer::Heights ? " - L0/ELV MODE" : "");
+}
+
+std::string MainCaption(const DirtyFlags& flags, Layer layer) {
+    return Star(flags) + MainTitle(layer);
+}
+
+std::string MapCaption(const DirtyFlags& flags, const std::string& mapTitle) {
+    return Star(flags) + mapTitle;
 }
 
 double ProgressWidth(int32_t value, int32_t min, int32_t max) {

@@ -78,6 +78,7 @@ void FrmBINTileEdit::DressControls() {
     // The line at the bottom keeps its height when bar or button come up in it.
     ui_->lblStatus->setMinimumHeight(ui_->cmdSaveBoth->sizeHint().height());
     ui_->cmdSaveBoth->hide();
+    ui_->cmdCorrectL2->hide();
     // FraMoveSet takes no more room than FraActions.
     ui_->stack->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     resize((sizeHint() + QSize(RoomForColumns, 0))
@@ -126,8 +127,9 @@ void FrmBINTileEdit::ConnectSlots() {
 }
 
 void FrmBINTileEdit::OpenAt(const TilePlace& place) {
+    CountUses(state_.Terrain, state_.Catalogue.Lookup);
     RefreshLists(place);
-    ShowApart();
+    ShowNumbers();
     show();
     raise();
     activateWindow();

@@ -11,6 +11,7 @@
 
 #include <QPoint>
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 
 #include <functional>
@@ -51,18 +52,14 @@ public:
     void Open() { OpenAt({SelectedSet, SelectedTile}); }
 
     // The catalogue differs from its file.
-    bool NeedSaveFlag() const { return needSave_; }
+    bool NeedSaveFlag() const { return state_.Flags.BIN; }
     // The file is what the catalogue is: the flag falls, and the star with it.
     void BinSaved();
-    // Level 2 is on the disk.
-    void L2Saved();
+    // Level 2 has been saved, or read anew: the line that tells of its numbers follows.
+    void ShowNumbers();
     // A walk through the log of changes has led past a change of the catalogue; `words`
     // tell which.
     void CatalogueWalked(const std::string& words);
-    // A pass has given level 2 other numbers, and catalogue and level 2 are not both on
-    // the disk since: the files do not fit one another when only one of them is written.
-    bool Apart() const;
-
     // Of the selected tile's picture, were it one with a palette of its own.
     PaletteTable TilePalette;
 
@@ -116,6 +113,7 @@ private:
     void cmdEditTile_Click();
     void cmdSaveBIN_Click();
     void cmdSaveBoth_Click();
+    void cmdCorrectL2_Click();
     void cmdOptions_Click();
     void cmdOpenTerrain_Click();
     void picTilePalette_MouseMove(QPoint place);
@@ -133,7 +131,6 @@ private:
     void LevelTwoRenumbered(const TileRenumbering& numbers, bool changed) override;
     bool StopWanted() override;
     void Tell(const QString& text);
-    void ShowApart();
     void ShowSaved();
 
     // The names that theater makers know these by.
@@ -153,8 +150,7 @@ private:
     clsToolTip slotTip_;
     clsToolTip zipTip_;
     clsToolTip paletteTip_;
-    bool needSave_ = false;
-    bool passUnsaved_ = false;
+    QString numbersText_; // the last that was said of tile numbers
     bool busy_ = false;
     bool stop_ = false;
     int droppedSlot_ = -1;
