@@ -52,7 +52,7 @@ void BinEditor::Locate(int32_t tileNumber) {
 void BinEditor::Walked(const Change& change, Walk walk) {
     if (!editor_)
         return;
-    if (change.Touches(Paper::Catalogue))
+    if (change.Touches(Paper::Catalogue) || change.Pictures)
         editor_->CatalogueWalked(WalkWords(change, walk));
     ShowNumbers();
 }

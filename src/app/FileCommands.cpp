@@ -17,23 +17,8 @@ namespace {
 
 // A map of the finest elevations shows the new ones at once.
 void LoadL0Elv(Workspace& workspace) {
-    ChangeLog& changes = workspace.State().Changes;
-    auto before = cmdLoadL0Elv(workspace.Saving());
-    if (!before)
-        return;
-    if (before->Kind == ElevationKind::None) {
-        workspace.Undo().ForgetElevations();
-        changes.LoadedAnew(Paper::Heights);
-    } else {
-        Recording made(changes, {},
-                       "Load " +
-                           AfterLastSlash(workspace.State().Terrain.Elevations.Path));
-        workspace.Undo().ForgetElevations();
-        made.Replaced(std::move(*before));
-    }
-    changes.Saved(Paper::Heights);
-    if (workspace.View().L0Mode)
-        workspace.Undo().ShowButtons(Layer::Heights);
+    if (auto before = cmdLoadL0Elv(workspace.Saving()))
+        workspace.HeightsLoaded(std::move(*before));
 }
 
 // One that has gone is told of before anything is left for it.

@@ -44,11 +44,11 @@ void RestorePoints::ShowOrigin() {
         RestoreTip(OriginOfPoint(workspace_.State().Folders.SystemTempPath)));
 }
 
-Leaving RestorePoints::AskToLeave() const {
+WayOut RestorePoints::AskToLeave() const {
     const ProgramState& state = workspace_.State();
     return state.Changes.Unsaved(Paper::Level2) && !state.Flags.L2
                ? MayLeaveRestored(workspace_.Platform().Dialogs)
-               : Leaving::Lose;
+               : WayOut::Lose;
 }
 
 } // namespace vardenix

@@ -69,7 +69,7 @@ void Steps::ShowPlace(size_t position) {
 void Steps::Recorded(const Change& /*change*/) { workspace_.CommandsChanged(); }
 
 void Steps::Walked(const Change& change, Walk /*walk*/) {
-    if (change.Touches(Paper::Catalogue))
+    if (change.Touches(Paper::Catalogue) || change.Pictures)
         workspace_.CatalogueWalked();
     if (change.OtherHeights)
         workspace_.Panel().SetL0FileName(workspace_.State().Terrain.Elevations.Path);

@@ -8,6 +8,7 @@
 #include "app/MapClicks.h"
 #include "app/MapEditor.h"
 #include "app/Opening.h"
+#include "app/Recovery.h"
 #include "app/Regions.h"
 #include "app/RestorePoints.h"
 #include "app/Search.h"
@@ -42,6 +43,7 @@ struct Subsystems {
     vardenix::BinEditor BinEditor{Workspace};
     vardenix::MapEditor MapEditor{Workspace};
     vardenix::Builder Builder{Workspace};
+    vardenix::Recovery Recovery{Workspace}; // what it adds to others' words comes last
     MapClicks Clicks{Workspace, Regions, Features};
     vardenix::Opening Opening{Workspace, RestorePoints, Clicks};
     vardenix::Commands Commands;

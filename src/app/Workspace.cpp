@@ -222,6 +222,22 @@ void Workspace::AllSaved() {
         part->AllSaved();
 }
 
+void Workspace::HeightsLoaded(ElevationLayer before) {
+    ChangeLog& changes = state_.Changes;
+    if (before.Kind == ElevationKind::None) {
+        undo_.ForgetElevations();
+        changes.LoadedAnew(Paper::Heights);
+    } else {
+        Recording made(changes, {},
+                       "Load " + AfterLastSlash(state_.Terrain.Elevations.Path));
+        undo_.ForgetElevations();
+        made.Replaced(std::move(before));
+    }
+    changes.Saved(Paper::Heights);
+    if (view_.L0Mode)
+        undo_.ShowButtons(Layer::Heights);
+}
+
 void Workspace::EditL0Elv(bool on) {
     view_.L0Mode = on;
     Panel().ChangeControlsForL0Edit(on);
@@ -406,18 +422,20 @@ void Workspace::BringAllToFront() {
 
 bool Workspace::LeaveProgram() {
     StorePlaces();
-    Leaving leaving = Leaving::Lose;
+    WayOut leaving = WayOut::Lose;
     for (const WorkspacePart* part : parts_) {
-        const Leaving wanted = part->AskToLeave();
-        if (wanted == Leaving::Stay)
+        const WayOut wanted = part->AskToLeave();
+        if (wanted == WayOut::Stay)
             return false;
-        if (wanted == Leaving::SaveAll)
+        if (wanted == WayOut::SaveAll)
             leaving = wanted;
     }
-    if (leaving == Leaving::Lose)
+    if (leaving == WayOut::Lose)
         leaving = ConfirmExit(FlagsOfAll(state_), platform_.Dialogs);
-    if (leaving == Leaving::Stay || (leaving == Leaving::SaveAll && !SaveAll(*this)))
+    if (leaving == WayOut::Stay || (leaving == WayOut::SaveAll && !SaveAll(*this)))
         return false;
+    for (WorkspacePart* part : parts_)
+        part->Leaving();
     exitProgram_();
     return true;
 }

@@ -70,6 +70,8 @@ public:
     // fall.
     void TakeTyped();
     void AllSaved();
+    // Another file of the finest elevations has been loaded; what was before.
+    void HeightsLoaded(ElevationLayer before);
     // A pass has given level 2 other tile numbers: whatever else holds some follows.
     void TilesRenumbered(const TileRenumbering& numbers);
     // One that comes late has: what holds tiles of the catalogue has followed already.

@@ -37,12 +37,15 @@ public:
     // A pass has given level 2 other tile numbers.
     virtual void NumbersChanged() {}
     // Asks about what no flag tells of, before the program ends.
-    virtual Leaving AskToLeave() const { return Leaving::Lose; }
+    virtual WayOut AskToLeave() const { return WayOut::Lose; }
     // What a control holds and its paper has not yet is taken into that, before it is
     // saved; errors of what is no value go through.
     virtual void TakeTyped() {}
     // All papers have been saved at once.
     virtual void AllSaved() {}
+
+    // The user has agreed to the end of the program, and to the loss of what is unsaved.
+    virtual void Leaving() {}
 
     // The workspace comes or goes, or the map is made an icon or comes back from one.
     virtual void ShowWindows(bool /*workspaceShown*/) {}

@@ -106,9 +106,18 @@ bool TakeIn(const BinParts& parts, const std::vector<std::string>& files) {
     const IntakePlace place =
         IntakePlaceOf(parts.Catalogue.DDSFolder, parts.Folders, parts.Settings);
     const auto stop = [&] { return parts.Window.StopWanted(); };
-    return parts.Together == nullptr
-               ? TakeInPictures(files, place, parts.PB5, stop)
-               : StagePictures(files, place, *parts.Together, parts.PB5, stop);
+    if (parts.Together != nullptr)
+        return StagePictures(files, place, *parts.Together, parts.PB5, stop);
+    std::shared_ptr<FileSwap> replaced;
+    if (parts.Replaced != nullptr)
+        replaced = std::make_shared<FileSwap>(TargetsOf(files, place.DDSFolder));
+    if (!TakeInPictures(files, place, parts.PB5, stop))
+        return false;
+    if (replaced && !replaced->Empty()) {
+        replaced->Replaced();
+        *parts.Replaced = std::move(replaced);
+    }
+    return true;
 }
 
 // Nobody loses a picture, or the user says so.

@@ -2,12 +2,14 @@
 
 #include "bineditor/SetsAndTiles.h"
 #include "catalogue/TileNumbers.h"
+#include "files/FileSwap.h"
 #include "files/Transaction.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "program/ProgramState.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,6 +46,8 @@ struct BinParts {
     // Where the pictures of an intake wait for the catalogue, so that all take their
     // places together; without one they do so at once.
     Transaction* Together = nullptr;
+    // Where pictures that are replaced at once are kept; null to keep none.
+    std::shared_ptr<FileSwap>* Replaced = nullptr;
 };
 
 // Where the user stands after a command; nothing when it was called off or refused, with

@@ -66,9 +66,13 @@ void AddSettings(Command& all);
 void AddBin(Command& all);
 void AddFeatures(Command& all);
 void AddSearch(Command& all);
+void AddStatistics(Command& all);
+void AddReplace(Command& all);
+void AddTerrain(Command& all);
 void AddRegion(Command& all);
 void AddDerived(Command& all);
 void AddUpdate(Command& all);
+void AddRecovery(Command& all);
 
 // Adds the features of files one after the other; error 53 and the like for the first
 // that cannot be read.

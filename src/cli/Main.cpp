@@ -2,6 +2,7 @@
 // display.
 #include "cli/Commands.h"
 #include "cli/Printing.h"
+#include "cli/TerminalWait.h"
 #include "files/Transaction.h"
 #include "platform/Signals.h"
 #include "program/ProgramVersion.h"
@@ -55,9 +56,13 @@ std::vector<Commands> AllCommands() {
             {{"bin"}, AddBin},
             {{"features"}, AddFeatures},
             {{"search"}, AddSearch},
+            {{"stats"}, AddStatistics},
+            {{"replace"}, AddReplace},
+            {{"terrain"}, AddTerrain},
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
-            {{"update"}, AddUpdate}};
+            {{"update"}, AddUpdate},
+            {{"recovery"}, AddRecovery}};
 }
 
 // Declaring a command takes time. Relies on a line's first word deciding which command is
@@ -106,6 +111,7 @@ int RunCommandLine(const std::vector<std::string>& arguments) {
 int RunGuarded(int count, char** arguments) {
     try {
         HearEndSignals();
+        const TerminalWait wait;
         return RunCommandLine({arguments + 1, arguments + count});
     } catch (const std::exception& error) {
         Tell(std::string("vardenix-cli: ") + error.what());

@@ -85,6 +85,10 @@ std::string ProgramFile() {
 std::string OwnFilesFolder(const std::string& programFolder) {
     if (::access(PathAsItStands(programFolder).c_str(), W_OK) == 0)
         return programFolder;
+    return UsersDataFolder();
+}
+
+std::string UsersDataFolder() {
     const std::string data = AbsoluteOf("XDG_DATA_HOME");
     if (!data.empty())
         return data + "/vardenix";

@@ -72,13 +72,13 @@ bool Change::Touches(Paper paper) const {
 }
 
 bool Change::Empty() const {
-    return std::ranges::none_of(AllPapers,
-                                [this](Paper paper) { return Touches(paper); });
+    return !Pictures && std::ranges::none_of(
+                            AllPapers, [this](Paper paper) { return Touches(paper); });
 }
 
 size_t Change::Bytes() const {
     return sizeof *this + Name.size() + Posts.Bytes() + Heights.Bytes() +
-           Catalogue.Bytes() + MapFile.Bytes() +
+           Catalogue.Bytes() + MapFile.Bytes() + (Pictures ? Pictures->Bytes() : 0) +
            (OtherHeights ? OtherHeights->Layer.L0ElvArr.Values().size_bytes() : 0);
 }
 

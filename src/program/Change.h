@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/FileSwap.h"
 #include "levels/PostDelta.h"
 #include "levels/Posts.h"
 #include "levels/Terrain.h"
@@ -65,6 +66,9 @@ struct Change {
     ByteDelta Catalogue{}; // of the bytes of Texture.bin
     ByteDelta MapFile{};   // of the bytes of theater.map
     std::optional<FeatureDelta> Features{};
+    // Pictures that were replaced at once, which every step over the change swaps. Null
+    // for none.
+    std::shared_ptr<FileSwap> Pictures{};
     std::shared_ptr<WaitingHeights> OtherHeights{};
     uint64_t SingleEdit = 0; // of the stacks of single edits, by its number; 0 for none
 

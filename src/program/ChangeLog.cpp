@@ -47,6 +47,8 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
             throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
                                "a change of theater.map that changes its length");
     }
+    if (change.Pictures)
+        change.Pictures->Swap();
     if (change.OtherHeights)
         std::swap(papers.Terrain.Elevations, change.OtherHeights->Layer);
     if (back) {
@@ -99,16 +101,28 @@ void ChangeLog::Add(Change change) { Put({.What = std::move(change)}); }
 void ChangeLog::Put(Entry entry) {
     if (entry.What.Empty())
         return;
-    entry.What.Time = std::chrono::system_clock::now();
+    if (entry.What.Time == Change{}.Time)
+        entry.What.Time = std::chrono::system_clock::now();
     entry.After = RevisionsAfter(entry.What);
     for (; entries_.size() > position_; entries_.pop_back())
         bytes_ -= entries_.back().What.Bytes();
     bytes_ += entry.What.Bytes();
     entries_.push_back(std::move(entry));
     ++position_;
+    if (journal_ != nullptr)
+        journal_->Added(entries_.back().What);
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
         follower->Recorded(entries_.back().What);
+}
+
+void ChangeLog::Apply(Change change) {
+    if (change.Empty())
+        return;
+    WalkPapers(papers_, change, Walk::Again);
+    Add(std::move(change));
+    for (ChangeFollower* follower : followers_)
+        follower->Walked(entries_.back().What, Walk::Again);
 }
 
 Change& ChangeLog::Newest() {
@@ -117,13 +131,15 @@ Change& ChangeLog::Newest() {
     return entries_.back().What;
 }
 
-void ChangeLog::HasGrown(const std::string& name) {
+void ChangeLog::HasGrown(Change more) {
     Entry& entry = entries_.back();
-    bytes_ += name.size() - entry.What.Name.size();
-    entry.What.Name = name;
+    bytes_ += more.Name.size() - entry.What.Name.size();
+    entry.What.Name = more.Name;
     --position_;
     entry.After = RevisionsAfter(entry.What);
     ++position_;
+    if (journal_ != nullptr)
+        journal_->Grown(more);
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
         follower->Recorded(entry.What);
@@ -133,14 +149,14 @@ void ChangeLog::Grow(std::vector<TileRun> runs, const std::string& name) {
     auto& all = Newest().Posts.Runs;
     bytes_ += runs.size() * sizeof(TileRun);
     all.insert(all.end(), runs.begin(), runs.end());
-    HasGrown(name);
+    HasGrown({.Name = name, .Posts = {.Runs = std::move(runs), .Values = {}}});
 }
 
 void ChangeLog::Grow(std::vector<HeightRun> runs, const std::string& name) {
     auto& all = Newest().Heights.Runs;
     bytes_ += runs.size() * sizeof(HeightRun);
     all.insert(all.end(), runs.begin(), runs.end());
-    HasGrown(name);
+    HasGrown({.Name = name, .Heights = {.Runs = std::move(runs), .Values = {}}});
 }
 
 const Change* ChangeLog::NextBack() const {
@@ -160,6 +176,7 @@ void ChangeLog::Back() {
     --position_;
     SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Back);
+    Journal(entry.What, Walk::Back);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Back);
 }
@@ -172,8 +189,18 @@ void ChangeLog::Again() {
     ++position_;
     SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Again);
+    Journal(entry.What, Walk::Again);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Again);
+}
+
+// Another file is the one that heights are saved to, and that a restoring begins with.
+void ChangeLog::Journal(const Change& change, Walk walk) {
+    if (journal_ == nullptr)
+        return;
+    journal_->Walked(walk);
+    if (change.OtherHeights)
+        journal_->Saved(Paper::Heights);
 }
 
 void ChangeLog::SwapOnDisk(const Change& change) {
@@ -193,15 +220,21 @@ void ChangeLog::MoveStacks(const Entry& entry, Walk walk) const {
 
 void ChangeLog::SetRevision(Paper paper, uint64_t revision) {
     Now()[Index(paper)] = revision;
-}
-
-bool ChangeLog::AnyUnsaved() const {
-    return std::ranges::any_of(AllPapers, [this](Paper paper) { return Unsaved(paper); });
+    if (journal_ != nullptr)
+        journal_->Revised();
 }
 
 void ChangeLog::Saved(Paper paper) {
     onDisk_[Index(paper)] = Revision(paper);
     saved_.insert(Revision(paper));
+    if (journal_ != nullptr)
+        journal_->Saved(paper);
+    for (ChangeFollower* follower : followers_)
+        follower->Saved(paper);
+}
+
+bool ChangeLog::AnyUnsaved() const {
+    return std::ranges::any_of(AllPapers, [this](Paper paper) { return Unsaved(paper); });
 }
 
 std::vector<Paper> ChangeLog::SavedAt(size_t index) const {
@@ -218,7 +251,7 @@ void ChangeLog::LoadedAnew(Paper paper) {
     while (without > 0 && !entries_[without - 1].What.Touches(paper))
         --without;
     if (position_ < without) {
-        ChangedOtherwise(paper);
+        Forget(paper);
     } else {
         const uint64_t revision = ++lastRevision_;
         for (; without > 0; --without)
@@ -231,6 +264,12 @@ void ChangeLog::LoadedAnew(Paper paper) {
 }
 
 void ChangeLog::ChangedOtherwise(Paper paper) {
+    Forget(paper);
+    if (journal_ != nullptr)
+        journal_->Lost();
+}
+
+void ChangeLog::Forget(Paper paper) {
     Revisions revisions = Now();
     revisions[Index(paper)] = ++lastRevision_;
     entries_.clear();
@@ -281,7 +320,7 @@ bool Recording::Watches(Paper paper) const {
 }
 
 Change Recording::Made() const {
-    Change change{.Name = name_};
+    Change change{.Name = name_, .Pictures = pictures_};
     change.OtherHeights = otherHeights_;
     if (Watches(Paper::Level2))
         change.Posts.Values =

@@ -2,7 +2,7 @@
 
 #include "catalogue/TextureBin.h"
 #include "levels/Terrain.h"
-#include "program/Change.h"
+#include "program/ChangeJournal.h"
 #include "program/FeatureSet.h"
 #include "program/MapFileRecord.h"
 
@@ -25,8 +25,6 @@ struct Papers {
     FeatureSet& Features;
 };
 
-enum class Walk { Back, Again };
-
 class ChangeLog;
 
 // Hears of every change that the log has taken in, and of every one that it has taken
@@ -41,6 +39,8 @@ public:
 
     virtual void Recorded(const Change& /*change*/) {}
     virtual void Walked(const Change& change, Walk walk) = 0;
+    // The paper is on the disk as it is now, saved or loaded.
+    virtual void Saved(Paper /*paper*/) {}
 
 private:
     friend class ChangeLog;
@@ -87,9 +87,16 @@ public:
     // Null for nobody.
     void KeepStacks(StackKeeper* keeper) { keeper_ = keeper; }
 
+    // Null for nobody; borrowed.
+    void KeepJournal(ChangeJournal* journal) { journal_ = journal; }
+
     // A change that has been made just now, nothing for an empty one. What was taken
-    // back before it is gone for good.
+    // back before it is gone for good. One that has a time keeps it.
     void Add(Change change);
+    // Carries out a change that another run of the program has made, and adds it; the
+    // followers hear of it as of one that is brought again. Error 9 and so on, with
+    // nothing changed, where it does not fit.
+    void Apply(Change change);
     // More belongs to the newest change, which is not taken back: a stroke goes on.
     void Grow(std::vector<TileRun> runs, const std::string& name);
     void Grow(std::vector<HeightRun> runs, const std::string& name);
@@ -149,16 +156,19 @@ private:
     Revisions RevisionsAfter(const Change& change);
     void Put(Entry entry);
     void MoveStacks(const Entry& entry, Walk walk) const;
+    void Journal(const Change& change, Walk walk);
     void SwapOnDisk(const Change& change);
     void KeepWithinMemory();
     // In force.
     void DropOldest();
     Change& Newest();
-    void HasGrown(const std::string& name);
+    void HasGrown(Change more);
+    void Forget(Paper paper);
 
     Papers papers_;
     std::vector<ChangeFollower*> followers_;
     StackKeeper* keeper_ = nullptr;
+    ChangeJournal* journal_ = nullptr;
     Revisions base_{}; // before the first change
     std::deque<Entry> entries_;
     size_t bytes_ = 0; // of all entries
@@ -184,6 +194,10 @@ public:
     void Rename(std::string name) { name_ = std::move(name); }
     // Another file of heights has been loaded in the place of `before`.
     void Replaced(ElevationLayer before);
+    // The command has replaced pictures; null for none.
+    void KeepPictures(std::shared_ptr<FileSwap> pictures) {
+        pictures_ = std::move(pictures);
+    }
 
 private:
     Change Made() const;
@@ -200,6 +214,7 @@ private:
     vardenix::MapFileRecord mapFile_{};
     std::shared_ptr<const FeatureSet> features_;
     std::shared_ptr<WaitingHeights> otherHeights_;
+    std::shared_ptr<FileSwap> pictures_;
 };
 
 } // namespace vardenix

@@ -43,18 +43,18 @@ std::string ExitQuestion(const DirtyFlags& flags) {
            "Press No to return to the program";
 }
 
-Leaving LeavingOf(BoxAnswer answer) {
-    return answer == BoxAnswer::SaveAll ? Leaving::SaveAll
-           : answer == BoxAnswer::Yes   ? Leaving::Lose
-                                        : Leaving::Stay;
+WayOut WayOutOf(BoxAnswer answer) {
+    return answer == BoxAnswer::SaveAll ? WayOut::SaveAll
+           : answer == BoxAnswer::Yes   ? WayOut::Lose
+                                        : WayOut::Stay;
 }
 
-Leaving ConfirmExit(const DirtyFlags& flags, Dialogs& dialogs) {
+WayOut ConfirmExit(const DirtyFlags& flags, Dialogs& dialogs) {
     const std::string question = ExitQuestion(flags);
     return question.empty()
-               ? Leaving::Lose
-               : LeavingOf(dialogs.MessageBox(question, "Confirm", BoxIcon::Question,
-                                              BoxButtons::YesNoSaveAll));
+               ? WayOut::Lose
+               : WayOutOf(dialogs.MessageBox(question, "Confirm", BoxIcon::Question,
+                                             BoxButtons::YesNoSaveAll));
 }
 
 } // namespace vardenix

@@ -11,12 +11,12 @@ namespace vardenix {
 std::string ExitQuestion(const DirtyFlags& flags);
 
 // What the user wants of the way out.
-enum class Leaving { Stay, Lose, SaveAll };
+enum class WayOut { Stay, Lose, SaveAll };
 
 // Asks only when something is unsaved, else there is nothing to lose; window positions
 // are to be stored before, whatever the answer.
-Leaving ConfirmExit(const DirtyFlags& flags, Dialogs& dialogs);
+WayOut ConfirmExit(const DirtyFlags& flags, Dialogs& dialogs);
 // The answer to a box of YesNoSaveAll.
-Leaving LeavingOf(BoxAnswer answer);
+WayOut WayOutOf(BoxAnswer answer);
 
 } // namespace vardenix

@@ -44,7 +44,13 @@ void NumberPasses::Passed(const TileRenumbering& numbers, bool changed) {
     begun_ = numberings_.size() - 1;
 }
 
+// Both papers in one change, without a word on it, is a pass that was restored.
 void NumberPasses::Recorded(const Change& change) {
+    if (!begun_ && change.Touches(Paper::Catalogue) && change.Touches(Paper::Level2)) {
+        numberings_.push_back(
+            {.Before = now_[Index(Paper::Catalogue)], .Changed = true, .Known = false});
+        begun_ = numberings_.size() - 1;
+    }
     for (const Paper paper : NumberedPapers) {
         size_t& now = now_[Index(paper)];
         if (begun_ && change.Touches(Paper::Catalogue))
@@ -103,8 +109,11 @@ bool NumberPasses::Fits() const {
 
 std::vector<TileRenumbering> NumberPasses::Missing() const {
     std::vector<TileRenumbering> missing;
-    for (const size_t each : MissingPath().value_or(std::vector<size_t>{}))
+    for (const size_t each : MissingPath().value_or(std::vector<size_t>{})) {
+        if (!numberings_[each].Known)
+            return {};
         missing.push_back(numberings_[each].Numbers);
+    }
     return missing;
 }
 

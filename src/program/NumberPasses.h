@@ -33,7 +33,8 @@ public:
     // Level 2 has the numbers of the catalogue, in memory.
     bool Fits() const;
     // The passes that level 2 lacks, in their order; empty also where none lead to the
-    // numbers of the catalogue, which a walk has taken behind those of level 2.
+    // numbers of the catalogue, which a walk has taken behind those of level 2, and where
+    // one is not known.
     std::vector<TileRenumbering> Missing() const;
     // The paper has other numbers in memory than on the disk.
     bool Unsaved(Paper paper) const;
@@ -44,6 +45,7 @@ private:
         TileRenumbering Numbers{};
         bool Changed = false;
         uint64_t SameFor = 0; // the revision of level 2 whose posts it leaves as they are
+        bool Known = true;    // else its numbers are not: a run before this one made it
     };
     // From a revision on, until another row says otherwise; 0 are those from before all
     // passes.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "catalogue/TextureBin.h"
+#include "files/RunFolders.h"
 #include "levels/HeightPicture.h"
 #include "levels/Terrain.h"
 #include "program/ChangeLog.h"
@@ -12,6 +13,7 @@
 #include "program/NumberPasses.h"
 #include "program/SearchResults.h"
 
+#include <optional>
 #include <string>
 
 namespace vardenix {
@@ -20,10 +22,15 @@ namespace vardenix {
 struct ProgramFolders {
     std::string AppPath;     // base of the files that the program writes
     std::string ShippedPath; // where the files lie that come with it, "NoTile.jpg"
-    std::string TempFolder;  // scratch of the image services, made anew at each start
-    std::string UpdateTempFolder; // scratch of the updater
+    // This run's own in "Temp" and "UpdateTemp" under AppPath: scratch of the image
+    // services and of the updater.
+    std::string TempFolder;
+    std::string UpdateTempFolder;
     // The user's own below the system's; home of the restore point.
     std::string SystemTempPath;
+    // Where logs of changes are kept for recovery, without a slash at its end; empty when
+    // none are.
+    std::string LogFolder;
 };
 
 // Everything that more than one window works on, owned for the whole run. Only windows
@@ -37,6 +44,7 @@ struct ProgramState {
     bool AbortPaint = false;
 
     ProgramFolders Folders;
+    std::optional<RunName> Run; // of the scratch folders, from their preparing on
     vardenix::Configuration Configuration;
     vardenix::Discovery Discovery;
     vardenix::Terrain Terrain;

@@ -1,6 +1,6 @@
 #include "workspace/HistoryRows.h"
 
-#include <ctime>
+#include "platform/Clock.h"
 
 namespace vardenix {
 
@@ -29,14 +29,6 @@ std::string NamesOf(const std::vector<Paper>& papers) {
     for (const Paper paper : papers)
         names += (names.empty() ? "" : ", ") + std::string(NameOfPaper(paper));
     return names;
-}
-
-LocalTime LocalTimeOf(std::chrono::system_clock::time_point time) {
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
-    std::tm local{};
-    localtime_r(&seconds, &local);
-    return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_wday,
-            local.tm_hour,        local.tm_min,     local.tm_sec};
 }
 
 HistoryRow HistoryRowAt(const ChangeLog& changes, size_t row) {

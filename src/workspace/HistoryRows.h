@@ -1,9 +1,7 @@
 #pragma once
 
-#include "platform/Clock.h"
 #include "program/ChangeLog.h"
 
-#include <chrono>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -25,8 +23,5 @@ HistoryRow HistoryRowAt(const ChangeLog& changes, size_t row);
 
 // "L2, BIN", as the question on leaving calls them.
 std::string NamesOf(const std::vector<Paper>& papers);
-
-// Of the machine's time zone.
-LocalTime LocalTimeOf(std::chrono::system_clock::time_point time);
 
 } // namespace vardenix

@@ -105,8 +105,8 @@ bool MayRestoreOtherTheater(const std::optional<PointOrigin>& origin,
                             l2File + "\nall the same?");
 }
 
-Leaving MayLeaveRestored(Dialogs& dialogs) {
-    return LeavingOf(dialogs.MessageBox(
+WayOut MayLeaveRestored(Dialogs& dialogs) {
+    return WayOutOf(dialogs.MessageBox(
         "The posts that were brought back from the restore point are not saved: they "
         "differ from the L2 file, though nothing is marked. Do you want to leave without "
         "saving them?\n"

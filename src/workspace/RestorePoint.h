@@ -59,6 +59,6 @@ std::string RestoreMessage(Restored result);
 
 // Asked on the way out while level 2 has posts that no file has and nothing is marked, as
 // a restore leaves them.
-Leaving MayLeaveRestored(Dialogs& dialogs);
+WayOut MayLeaveRestored(Dialogs& dialogs);
 
 } // namespace vardenix

@@ -121,6 +121,22 @@ bool MayLoseElevations(const SavingParts& parts) {
                                     BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
+// What was loaded before; nothing where it stays.
+std::optional<ElevationLayer> LoadAndShow(const SavingParts& parts, ElevationKind kind,
+                                          const std::string& path) {
+    const LongWork work(parts);
+    Terrain other;
+    other.MapWidth = parts.Terrain.MapWidth;
+    if (!LoadElevationData(other, kind, path, parts.PB3, parts.Dialogs, parts.Log))
+        return {};
+    std::swap(parts.Terrain.Elevations, other.Elevations);
+    other.Elevations.AbandonedXFile.Close();
+    if (parts.Panel.L0NeedSaveFlag())
+        parts.Panel.L0Saved();
+    parts.Panel.SetL0FileName(path);
+    return std::move(other.Elevations);
+}
+
 } // namespace
 
 std::optional<std::string> CmdSaveTheater(const SavingParts& parts, bool as) {
@@ -144,19 +160,13 @@ std::optional<ElevationLayer> cmdLoadL0Elv(const SavingParts& parts) {
         }
         if (!MayLoseElevations(parts))
             return {};
-        const LongWork work(parts);
-        Terrain other;
-        other.MapWidth = parts.Terrain.MapWidth;
-        if (!LoadElevationData(other, kind, from.Path, parts.PB3, parts.Dialogs,
-                               parts.Log))
-            return {};
-        std::swap(parts.Terrain.Elevations, other.Elevations);
-        other.Elevations.AbandonedXFile.Close();
-        if (parts.Panel.L0NeedSaveFlag())
-            parts.Panel.L0Saved();
-        parts.Panel.SetL0FileName(from.Path);
-        return std::move(other.Elevations);
+        return LoadAndShow(parts, kind, from.Path);
     });
+}
+
+std::optional<ElevationLayer> LoadL0ElvFile(const SavingParts& parts, ElevationKind kind,
+                                            const std::string& path) {
+    return Trapped(parts.Dialogs, [&] { return LoadAndShow(parts, kind, path); });
 }
 
 } // namespace vardenix

@@ -78,6 +78,36 @@ TEST_F(BinEditorTest, TheScreenIsTheEditorsUntilTheMapIsCalledBack) {
     EXPECT_TRUE(Window("FrmVXMain").windowTitle().startsWith("*"));
 }
 
+// Editor and rebuild window have the screen in turn, and the same level 2.
+TEST_F(BinEditorTest, ARebuildTakesTheNumbersThatTheEditorHasGiven) {
+    Open();
+    Click("cmdOpenBIN");
+    Select(2);
+    Press("cmdMoveSet");
+    Select(0);
+    Press("cmdMoveOK");
+    ASSERT_EQ(Tile(1), 32);
+    Press("cmdOpenTerrain");
+    Window("FrmVXMain").findChild<QAction*>("mnuRebuildTheater")->trigger();
+    QWidget& rebuild = Window("FrmVXRebiuldTheater");
+    EXPECT_TRUE(rebuild.isVisible());
+    for (const char* name : {"FrmVXMain", "FrmVXMap", "FrmBINTileEdit"})
+        EXPECT_FALSE(Window(name).isVisible()) << name;
+    std::string made;
+    platform_.Dialogs.ExpectAnyBox("Rebuild Theater", BoxAnswer::Ok, &made);
+    Find<QAbstractButton>(rebuild, "cmdStart").click();
+    EXPECT_NE(made.find("theater.l0"), std::string::npos) << made;
+    EXPECT_TRUE(tests::Slurp(folder_.File("theater.l0"))
+                    .starts_with(std::string("\x20\x20\0\0", 4))); // 32 + 8192
+    Find<QAbstractButton>(rebuild, "cmdExit").click();
+    EXPECT_TRUE(Window("FrmVXMap").isVisible());
+    // The rebuild has saved neither level 2 nor the catalogue.
+    EXPECT_TRUE(Window("FrmVXMain").windowTitle().startsWith("*"));
+    Click("cmdOpenBIN");
+    EXPECT_TRUE(Editor().windowTitle().startsWith("*"));
+    EXPECT_FALSE(rebuild.isVisible());
+}
+
 TEST_F(BinEditorTest, TheMapsMenuLeadsToThePostsTile) {
     Open();
     QWidget& map = Window("FrmVXMap");

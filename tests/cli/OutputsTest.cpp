@@ -61,11 +61,12 @@ protected:
 TEST_F(Outputs, OfEveryCommandAreInTheListOfThisTest) {
     CommandLine line("vardenix-cli", "", "", "");
     auto all = line.Root();
-    for (const auto add : {AddInfo,    AddCheck,    AddGet,       AddSet,
-                           AddFill,    AddSaveAs,   AddElevation, AddMap,
-                           AddPreview, AddRender,   AddRebuild,   AddRebuildElevation,
-                           AddFarTile, AddSettings, AddBin,       AddFeatures,
-                           AddSearch,  AddRegion,   AddDerived,   AddUpdate})
+    for (const auto add : {AddInfo,    AddCheck,      AddGet,       AddSet,
+                           AddFill,    AddSaveAs,     AddElevation, AddMap,
+                           AddPreview, AddRender,     AddRebuild,   AddRebuildElevation,
+                           AddFarTile, AddSettings,   AddBin,       AddFeatures,
+                           AddSearch,  AddStatistics, AddReplace,   AddTerrain,
+                           AddRegion,  AddDerived,    AddUpdate})
         add(all);
     std::set<std::string> known;
     for (const auto& [name, command] : CommandsWithOutputs(""))

@@ -167,7 +167,7 @@ constexpr const char* QuestionEnd =
 
 TEST(ExitGuard, NothingUnsavedAsksNothing) {
     tests::ScriptedDialogs dialogs;
-    EXPECT_EQ(ConfirmExit({}, dialogs), Leaving::Lose);
+    EXPECT_EQ(ConfirmExit({}, dialogs), WayOut::Lose);
 }
 
 TEST(ExitGuard, TheWordsDependOnTheNumberOfNames) {
@@ -185,11 +185,11 @@ TEST(ExitGuard, YesLeavesNoStaysAndTheThirdButtonSaves) {
     tests::ScriptedDialogs dialogs;
     const std::string question = std::string("The BIN file has changed. ") + QuestionEnd;
     dialogs.ExpectBox("Confirm", question, BoxAnswer::Yes);
-    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), Leaving::Lose);
+    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), WayOut::Lose);
     dialogs.ExpectBox("Confirm", question, BoxAnswer::No);
-    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), Leaving::Stay);
+    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), WayOut::Stay);
     dialogs.ExpectBox("Confirm", question, BoxAnswer::SaveAll);
-    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), Leaving::SaveAll);
+    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), WayOut::SaveAll);
     EXPECT_EQ(dialogs.LastButtons(), BoxButtons::YesNoSaveAll);
 }
 

@@ -146,5 +146,19 @@ TEST_F(NumberPassesTest, AnEditThatMovesNoNumberBeginsNone) {
     EXPECT_EQ(Unsaved(), "");
 }
 
+// As a restoring brings it back: one change of both papers.
+TEST_F(NumberPassesTest, APassThatWasRestoredIsUnsavedLikeAnyOther) {
+    {
+        const Recording made(changes_, {Paper::Catalogue, Paper::Level2}, "Delete set 1");
+        catalogue_.Bin.NumTiles = 5;
+        terrain_.LxArr(1).TileOffset = 0;
+    }
+    EXPECT_TRUE(passes_.Fits());
+    EXPECT_EQ(Unsaved(), "L2 BIN");
+    ReadAnew(16);
+    EXPECT_FALSE(passes_.Fits());
+    EXPECT_TRUE(passes_.Missing().empty());
+}
+
 } // namespace
 } // namespace vardenix

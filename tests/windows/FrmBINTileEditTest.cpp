@@ -517,6 +517,27 @@ TEST_F(FrmBINTileEditTest, ThePaletteIsEmptyAndItsTipIsCopied) {
     EXPECT_EQ(palette.toolTip(), "Copied to clipboard");
 }
 
+// The press that makes it would hide it, and so would the next stir of the hand.
+TEST_F(FrmBINTileEditTest, ThatThePaletteWasCopiedIsSeenUntilThePointerMovesOn) {
+    auto& palette = Find<QWidget>(*window_, "picTilePalette");
+    const auto shown = [] {
+        QStringList texts;
+        for (const QWidget* widget : QApplication::topLevelWidgets())
+            if (widget->objectName() == "ToolTip" && widget->isVisible())
+                texts += static_cast<const QLabel*>(widget)->text();
+        return texts.join("|");
+    };
+    QTest::mouseMove(&palette, {5, 5});
+    QTest::mouseClick(&palette, Qt::LeftButton, {}, {5, 5});
+    EXPECT_EQ(shown(), "Copied to clipboard");
+    QTest::mouseMove(&palette, {7, 6});
+    EXPECT_EQ(shown(), "Copied to clipboard");
+    QTest::mouseClick(&palette, Qt::LeftButton, {}, {7, 6});
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "No Palette loaded...");
+    QTest::mouseMove(&palette, {60, 60});
+    EXPECT_EQ(shown(), "No Palette loaded...");
+}
+
 TEST_F(FrmBINTileEditTest, ThePaletteTellsTheColorUnderThePointer) {
     auto& palette = Find<QWidget>(*window_, "picTilePalette");
     window_->TilePalette.resize(256);

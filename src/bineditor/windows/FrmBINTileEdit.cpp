@@ -57,6 +57,8 @@ FrmBINTileEdit::FrmBINTileEdit(const Parts& parts)
     ConnectMove();
     ConnectPalette();
     RefreshLists({1, 0});
+    if (MayDiffer(state_, Paper::Catalogue))
+        NeedSave(); // since before it came up, as a restoring leaves it
 }
 
 FrmBINTileEdit::~FrmBINTileEdit() = default;
@@ -181,6 +183,7 @@ void FrmBINTileEdit::ShowDetails() {
     ui_->txtTilename->setText(TextOf(details.TileName));
     ui_->lblAreasPaths->setText(TextOf(details.AreasPaths));
     ui_->lblTileNum->setText(TextOf(details.TileNumber));
+    ui_->lblNoPicture->setText(TextOf(details.NoPicture));
     ui_->PicTiles->SetHighlight(SelectedTile,
                                 details.UsedInL2 ? QColor(0, 200, 0) : QColor(Qt::red));
     ShowCommands();

@@ -10,12 +10,14 @@
 #include "program/ProgramState.h"
 
 #include <QPoint>
+#include <QPointF>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -117,7 +119,7 @@ private:
     void cmdOptions_Click();
     void cmdOpenTerrain_Click();
     void picTilePalette_MouseMove(QPoint place);
-    void picTilePalette_Click();
+    void picTilePalette_Click(QPointF cursor);
     // Files that come down on a slot, or on no slot (-1).
     void Dropped(int slot, std::vector<std::string> files);
     Q_INVOKABLE void TakeDropped();
@@ -149,7 +151,10 @@ private:
     std::unique_ptr<WorkingNotice> working_;
     clsToolTip slotTip_;
     clsToolTip zipTip_;
+    std::shared_ptr<FileSwap> replaced_; // by the command under way
     clsToolTip paletteTip_;
+    std::optional<QPoint>
+        copied_;          // where the palette was clicked, until the cursor moves on
     QString numbersText_; // the last that was said of tile numbers
     bool busy_ = false;
     bool stop_ = false;

@@ -20,6 +20,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QShortcut>
 
 #include <cmath>
@@ -91,14 +92,21 @@ bool FrmBINTileEdit::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->picTilePalette) {
         if (event->type() == QEvent::MouseMove)
             picTilePalette_MouseMove(static_cast<QMouseEvent*>(event)->pos());
-        else if (event->type() == QEvent::MouseButtonPress)
-            picTilePalette_Click();
+        else if (event->type() == QEvent::MouseButtonRelease) // a press hides all tips
+            picTilePalette_Click(static_cast<QMouseEvent*>(event)->globalPosition());
+        else if (event->type() == QEvent::Leave)
+            copied_.reset();
     }
     return QWidget::eventFilter(watched, event);
 }
 
 void FrmBINTileEdit::picTilePalette_MouseMove(QPoint place) {
     QWidget& grid = *ui_->picTilePalette;
+    // A hand that clicks is never quite still.
+    if (copied_ &&
+        (place - *copied_).manhattanLength() < QApplication::startDragDistance())
+        return;
+    copied_.reset();
     if (SelectedTile == -1 || TilePalette.empty())
         return paletteTip_.SetToolText(grid, "No Palette loaded...");
     const PaletteTip tip = TipOfPalette(
@@ -108,9 +116,13 @@ void FrmBINTileEdit::picTilePalette_MouseMove(QPoint place) {
     paletteTip_.SetToolText(grid, QString::fromStdString(tip.Text));
 }
 
-void FrmBINTileEdit::picTilePalette_Click() {
-    QGuiApplication::clipboard()->setText(clsToolTip::ToolText(*ui_->picTilePalette));
-    paletteTip_.SetToolText(*ui_->picTilePalette, "Copied to clipboard");
+void FrmBINTileEdit::picTilePalette_Click(QPointF cursor) {
+    QWidget& grid = *ui_->picTilePalette;
+    if (!copied_)
+        QGuiApplication::clipboard()->setText(clsToolTip::ToolText(grid));
+    copied_ = grid.mapFromGlobal(cursor).toPoint();
+    paletteTip_.SetToolText(grid, "Copied to clipboard");
+    paletteTip_.Show(grid, cursor.toPoint());
 }
 
 std::string FrmBINTileEdit::ShownSelectedSet() const {
@@ -120,7 +132,7 @@ std::string FrmBINTileEdit::ShownSelectedSet() const {
 BinParts FrmBINTileEdit::Commands() {
     return {state_.Terrain, state_.Catalogue,  state_.Configuration,
             state_.Folders, platform_.Dialogs, *this,
-            *this};
+            *this,          nullptr,           &replaced_};
 }
 
 void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
@@ -132,7 +144,9 @@ void FrmBINTileEdit::Run(const std::string& name,
                          const std::function<std::optional<TilePlace>()>& command) {
     std::optional<TilePlace> place;
     try {
-        const Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+        Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+        const auto keep =
+            qScopeGuard([&] { made.KeepPictures(std::exchange(replaced_, nullptr)); });
         place = command();
     } catch (...) {
         Done({});
@@ -225,7 +239,9 @@ void FrmBINTileEdit::cmdCorrectL2_Click() {
     Done({});
 }
 
-void FrmBINTileEdit::cmdOptions_Click() { ShowBinOptions(state_.Configuration, this); }
+void FrmBINTileEdit::cmdOptions_Click() {
+    ShowBinOptions(state_.Configuration, platform_.Dialogs, this);
+}
 
 void FrmBINTileEdit::cmdOpenTerrain_Click() {
     const TextureBin& bin = state_.Catalogue.Bin;
@@ -286,7 +302,7 @@ void FrmBINTileEdit::PrepareForm(bool enable) {
 }
 
 void FrmBINTileEdit::NeedSave() {
-    if (!NeedSaveFlag()) {
+    if (!windowTitle().startsWith('*')) {
         setWindowTitle("*" + windowTitle());
         Tell({}); // what it says of a save is true no more
     }
@@ -339,8 +355,8 @@ void FrmBINTileEdit::ShowNumbers() {
         !numbers.Missing().empty()
             ? "Level 2 was read anew and has its old tile numbers. Correct it before you "
               "save."
-        : !fits ? "Level 2 has later tile numbers than the catalogue. Ctrl+Y may bring "
-                  "those of the catalogue again."
+        : !fits ? "Level 2 and the catalogue have different tile numbers. Ctrl+Z and "
+                  "Ctrl+Y lead to where they fit."
         : bin && level2 ? "Tile numbers of level 2 have changed: save both files."
         : bin
             ? "Level 2 is saved with the new tile numbers; Texture.bin is still unsaved."

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/WorkspacePart.h"
+#include "recovery/LogKeeper.h"
+#include "recovery/Restoring.h"
+
+#include <QTimer>
+
+#include <optional>
+#include <string>
+
+namespace vardenix {
+
+class Workspace;
+
+// Keeps the log of changes for the case that the program ends unexpectedly, and offers
+// what an earlier run has left.
+class Recovery : public WorkspacePart, private RestoringWindows {
+public:
+    // Borrowed.
+    explicit Recovery(Workspace& workspace);
+
+    // A theater has been opened: once its windows are there the user is asked about what
+    // an ended run has left of it.
+    void OfferSoon();
+    // From here on changes are kept; what was left before is asked about.
+    void Offer();
+
+private:
+    void Leaving() override;
+    bool LoadHeights(ElevationKind kind, const std::string& path) override;
+    void KeepRestored() override;
+    void TellComplaint();
+
+    Workspace& workspace_;
+    std::optional<LogKeeper> keeper_; // while a theater is open
+    QTimer soon_;
+    QTimer looks_; // whether the log can still be written
+};
+
+} // namespace vardenix
