@@ -17,7 +17,7 @@ public:
     MapRenderer(const MapSources& sources, const MapTools& tools)
         : sources_(sources), tools_(tools) {}
 
-    // `picture2` has view.PictureSide() pixels a side. False when
+    // `picture2` has view.PictureWidth() by view.PictureHeight() pixels. False when
     // AbortPaint ended it: what was painted so far is shown then and nothing later in the
     // order is drawn. A wish from before the repaint does not count.
     bool RefreshPicArray(const MapView& view, DrawingSurface& picture2, MapScreen& screen,

@@ -210,6 +210,10 @@ void ChangeLog::Saved(Paper paper) {
     onDisk_[Index(paper)] = Revision(paper);
     if (journal_ != nullptr)
         journal_->Saved(paper);
+    TellSaved(paper);
+}
+
+void ChangeLog::TellSaved(Paper paper) {
     for (ChangeFollower* follower : followers_)
         follower->Saved(paper);
 }
@@ -232,7 +236,10 @@ void ChangeLog::LoadedAnew(Paper paper) {
         for (Entry& entry : entries_)
             entry.After[Index(paper)] = revision;
     }
-    Saved(paper);
+    onDisk_[Index(paper)] = Revision(paper);
+    if (journal_ != nullptr)
+        journal_->Loaded(paper);
+    TellSaved(paper);
 }
 
 void ChangeLog::ChangedOtherwise(Paper paper) {
