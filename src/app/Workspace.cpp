@@ -1,6 +1,7 @@
 #include "app/Workspace.h"
 
 #include "app/BusyWhile.h"
+#include "app/SaveAll.h"
 #include "files/OwnFolders.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/Processes.h"
@@ -17,6 +18,8 @@
 #include <QApplication>
 
 #include <array>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -37,6 +40,14 @@ constexpr auto WindowBoxes =
                               {"chkShowTile", &Configuration::PalWinVis},
                               {"chkShowFeatures", &Configuration::FeatWinVis},
                               {"chkShowResults", &Configuration::SearchResWinVis}});
+
+// What the way out asks about: a restore of level 2 has a question of its own.
+DirtyFlags FlagsOfAll(const ProgramState& state) {
+    return {.BIN = MayDiffer(state, Paper::Catalogue),
+            .L2 = state.Flags.L2,
+            .L0ELV = MayDiffer(state, Paper::Heights),
+            .MAP = MayDiffer(state, Paper::MapFile)};
+}
 
 } // namespace
 
@@ -71,7 +82,11 @@ void Workspace::MakeMap(MapWishes& wishes) {
         state_, view_, interaction_, *renderer_, undo_, *this, wishes, layers});
     KeepOrder();
     OnSignal(windows_.Map.get(), &FrmVXMap::GridChosen, windows_.Panel.get(),
-             [this](bool forGood) { windows_.Panel->GridChosen(forGood); });
+             [this] { windows_.Panel->GridChosen(); });
+    OnSignal(windows_.Map.get(), &FrmVXMap::RoomFilled, windows_.Panel.get(),
+             [this] { windows_.Panel->GridLaidOut(); });
+    OnSignal(windows_.Panel.get(), &FrmVXMain::GroupsFolded, windows_.Panel.get(),
+             [this] { RememberFolded(); });
     OnSignal(windows_.Panel.get(), &FrmVXMain::MapCaptionChanged, windows_.Map.get(),
              [this](const QString& caption) { windows_.Map->setWindowTitle(caption); });
     OnSignal(windows_.Map.get(), &FrmVXMap::ViewPainted, windows_.Preview.get(),
@@ -122,15 +137,23 @@ void Workspace::ShowParts(bool workspaceShown) {
 }
 
 void Workspace::ApplySavedLayout() {
+    // Whoever has settings keeps the windows that they had.
+    const bool first = NeverPlaced(state_.Configuration);
+    const bool oneWindow = desk_.Read().OneWindow.value_or(first);
     places_.Place();
     for (WorkspacePart* part : parts_)
         part->PlaceWindows();
+    if (first && oneWindow) {
+        state_.Configuration.PalWinVis = true;
+        desk_.Change([](Desk& desk) { desk.OneWindow = true; });
+    }
     windows_.Palette->Command1_Click();
     windows_.Panel->ShowSettings();
     CommandsChanged();
-    if (desk_.Read().OneWindow) {
+    if (oneWindow) {
         DockAll();
     } else {
+        FoldPanel(false);
         places_.ShowByBoxes();
         ShowParts(true);
     }
@@ -140,11 +163,12 @@ void Workspace::ApplySavedLayout() {
 
 void Workspace::DockAll() {
     std::vector<DeskPart> docked{
-        {.Window = windows_.Preview.get(), .Box = "chkShowTheater"},
-        {.Window = windows_.Palette.get(), .Box = "chkShowTile", .Height = 420}};
+        {.Window = windows_.Palette.get(), .Box = "chkShowTile"},
+        {.Window = windows_.Preview.get(), .Box = "chkShowTheater", .Tab = false}};
     for (WorkspacePart* part : parts_)
         if (const auto more = part->Docked())
             docked.push_back(*more);
+    FoldPanel(true);
     deskWindow_ = std::make_unique<DeskWindow>(
         windows_, docked, [this](const char* box) { WindowHidden(box); },
         desk_.Read().Layout);
@@ -153,6 +177,30 @@ void Workspace::DockAll() {
     deskWindow_->show();
     windows_.Map->setFocus();
 }
+
+// As the user has left it; before that the one window shows of the panel what is wanted
+// all the time, and its own window all of it.
+void Workspace::FoldPanel(bool oneWindow) {
+    const auto folded = desk_.Read().Folded;
+    const std::string names =
+        folded.value_or(oneWindow ? "FraWindows Frame3 Frame1 Frame2" : "");
+    std::istringstream words(names);
+    windows_.Panel->FoldGroups({std::istream_iterator<std::string>(words), {}});
+}
+
+void Workspace::RememberFolded() {
+    std::string names;
+    for (const std::string& name : windows_.Panel->FoldedGroups())
+        names += (names.empty() ? "" : " ") + name;
+    desk_.Change([&names](Desk& desk) { desk.Folded = names; });
+}
+
+void Workspace::ShowPanel(bool shown) {
+    if (deskWindow_)
+        deskWindow_->ShowPanel(shown);
+}
+
+bool Workspace::ShowsPanel() const { return !deskWindow_ || deskWindow_->ShowsPanel(); }
 
 void Workspace::SetOneWindow(bool on) {
     if (on == IsOneWindow())
@@ -168,6 +216,7 @@ void Workspace::SetOneWindow(bool on) {
 
 void Workspace::FreeAll() {
     deskWindow_.reset();
+    FoldPanel(false);
     KeepOrder();
     for (WorkspacePart* part : parts_)
         if (const auto docked = part->Docked())
@@ -193,18 +242,38 @@ SavingParts Workspace::Saving() {
 }
 
 void Workspace::SaveTheater(bool as) {
-    if (CmdSaveTheater(Saving(), as)) {
+    if (const auto saved = CmdSaveTheater(Saving(), as)) {
         state_.Changes.Saved(PaperOf(view_.Edited()));
-        Tell(SavedWords(platform_.Clock.Now()));
+        Tell(SavedWords(*saved, platform_.Clock.Now()));
         for (WorkspacePart* part : parts_)
             part->TheaterSaved();
     }
     Panel().RedrawSaveButton();
 }
 
-void Workspace::HeightsLoaded() {
-    undo_.ForgetElevations();
-    state_.Changes.LoadedAnew(Paper::Heights);
+void Workspace::TakeTyped() {
+    for (WorkspacePart* part : parts_)
+        part->TakeTyped();
+}
+
+void Workspace::AllSaved() {
+    Panel().L2Saved();
+    for (WorkspacePart* part : parts_)
+        part->AllSaved();
+}
+
+void Workspace::HeightsLoaded(ElevationLayer before) {
+    ChangeLog& changes = state_.Changes;
+    if (before.Kind == ElevationKind::None) {
+        undo_.ForgetElevations();
+        changes.LoadedAnew(Paper::Heights);
+    } else {
+        Recording made(changes, {},
+                       "Load " + AfterLastSlash(state_.Terrain.Elevations.Path));
+        undo_.ForgetElevations();
+        made.Replaced(std::move(before));
+    }
+    changes.Saved(Paper::Heights);
     if (view_.L0Mode)
         undo_.ShowButtons(Layer::Heights);
 }
@@ -223,7 +292,31 @@ void Workspace::RememberTheater() {
         desk_.Change([&folder](Desk& desk) { NoteTheater(desk, folder); });
 }
 
-void Workspace::RefreshPicArray() { windows_.Map->RefreshPicArray(); }
+void Workspace::RefreshPicArray() {
+    if (held_)
+        repaintWanted_ = true;
+    else
+        windows_.Map->RefreshPicArray();
+}
+
+void Workspace::PaintOnce(const std::function<void()>& work) {
+    held_ = true;
+    try {
+        work();
+    } catch (...) {
+        PaintWanted();
+        throw;
+    }
+    PaintWanted();
+}
+
+void Workspace::PaintWanted() {
+    held_ = false;
+    if (std::exchange(previewWanted_, false))
+        RemakePreview();
+    if (std::exchange(repaintWanted_, false))
+        RefreshPicArray();
+}
 
 void Workspace::LoadImageControls() { windows_.Map->LoadImageControls(); }
 
@@ -281,6 +374,10 @@ void Workspace::CatalogueWalked() {
 }
 
 void Workspace::RemakePreview() {
+    if (held_) {
+        previewWanted_ = true;
+        return;
+    }
     const BusyWhile busy(*this);
     const Configuration& settings = state_.Configuration;
     state_.Preview =
@@ -296,11 +393,23 @@ void Workspace::ShowWorkspaceWith(uint8_t classCode) {
     ShowWorkspace();
 }
 
-// The chosen tile is still the one that is painted; one that has gone is chosen no more.
-void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
+void Workspace::PostsRenumbered(const TileRenumbering& numbers) {
     undo_.TilesRenumbered(numbers);
     for (WorkspacePart* part : parts_)
         part->NumbersChanged();
+}
+
+void Workspace::LevelTwoReadAnew() {
+    state_.Numbers.LevelTwoReadAnew();
+    state_.Changes.Saved(Paper::Level2);
+    Panel().L2Saved();
+    for (WorkspacePart* part : parts_)
+        part->LevelTwoReadAnew();
+}
+
+// The chosen tile is still the one that is painted; one that has gone is chosen no more.
+void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
+    PostsRenumbered(numbers);
     int32_t& chosen = interaction_.SelectedTile;
     if (chosen < 0)
         return;
@@ -353,13 +462,17 @@ void Workspace::BringAllToFront() {
 
 bool Workspace::LeaveProgram() {
     StorePlaces();
-    DirtyFlags flags{.L2 = Panel().L2NeedSaveFlag(), .L0ELV = Panel().L0NeedSaveFlag()};
+    WayOut leaving = WayOut::Lose;
     for (const WorkspacePart* part : parts_) {
-        part->AddUnsaved(flags);
-        if (!part->MayLeave())
+        const WayOut wanted = part->AskToLeave();
+        if (wanted == WayOut::Stay)
             return false;
+        if (wanted == WayOut::SaveAll)
+            leaving = wanted;
     }
-    if (!ConfirmExit(flags, platform_.Dialogs))
+    if (leaving == WayOut::Lose)
+        leaving = ConfirmExit(FlagsOfAll(state_), platform_.Dialogs);
+    if (leaving == WayOut::Stay || (leaving == WayOut::SaveAll && !SaveAll(*this)))
         return false;
     for (WorkspacePart* part : parts_)
         part->Leaving();

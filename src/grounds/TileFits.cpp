@@ -276,8 +276,9 @@ MeetingFits::MeetingFits(const LearnedTiles& tiles, const MeetingCounts& counts,
             const double unlike =
                 bin == NoBin ? 1 : std::min((bin + 0.5) * BinWidth / 20.0, 1.0);
             const double cost = doubt + 0.02 * unlike;
-            costs_[a * tiles_ + b] = static_cast<uint16_t>(
-                static_cast<unsigned>(cost * CostScale) << 1 | (likely >= LeastOdds ? 1U : 0U));
+            costs_[a * tiles_ + b] =
+                static_cast<uint16_t>(static_cast<unsigned>(cost * CostScale) << 1 |
+                                      (likely >= LeastOdds ? 1U : 0U));
             if (likely >= 0 && bin != NoBin) {
                 fitting[bin] += 1;
                 allFitting += 1;

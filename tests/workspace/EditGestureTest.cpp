@@ -129,20 +129,29 @@ TEST_F(EditGestureTest, AStrokeMayLeaveThePictureAndComeBack) {
 }
 
 TEST_F(EditGestureTest, ALineIsCutWhereItLeavesThePicture) {
+    MapView view;
+    view.GridCells = 2;
+    view.TilePixels = 50;
     double x1 = 5, y1 = 5, x2 = -5, y2 = 15;
-    ASSERT_TRUE(CutToPicture(100, x1, y1, x2, y2));
+    ASSERT_TRUE(CutToPicture(view, x1, y1, x2, y2));
     EXPECT_EQ(x1, 5);
     EXPECT_EQ(x2, 0);
     EXPECT_EQ(y2, 10);
     x1 = -10, y1 = -20, x2 = 110, y2 = 100;
-    ASSERT_TRUE(CutToPicture(100, x1, y1, x2, y2));
+    ASSERT_TRUE(CutToPicture(view, x1, y1, x2, y2));
     EXPECT_EQ(x1, 10);
     EXPECT_EQ(y1, 0);
     EXPECT_EQ(x2, 109 - 10);
     x1 = -10, y1 = 5, x2 = -10, y2 = 50;
-    EXPECT_FALSE(CutToPicture(100, x1, y1, x2, y2));
+    EXPECT_FALSE(CutToPicture(view, x1, y1, x2, y2));
     x1 = -10, y1 = 5, x2 = 5, y2 = -10;
-    EXPECT_FALSE(CutToPicture(100, x1, y1, x2, y2));
+    EXPECT_FALSE(CutToPicture(view, x1, y1, x2, y2));
+    view.RoomWidth = 300;
+    view.RoomHeight = 80;
+    x1 = 10, y1 = 0, x2 = 410, y2 = 100;
+    ASSERT_TRUE(CutToPicture(view, x1, y1, x2, y2));
+    EXPECT_EQ(x2, 299); // sooner than 316, where the line meets the lower edge
+    EXPECT_EQ(y2, 72.25);
 }
 
 TEST_F(EditGestureTest, AStrokeStopsAtTheEdgeOfTheTerrain) {
@@ -276,6 +285,13 @@ TEST_F(EditGestureTest, APickTakesTheTileAndGivesTheToolBack) {
     view_.MapLeftX = 62;
     EXPECT_EQ(gesture_.Begin(X(5), Y(2), {.Alt = true}), std::nullopt);
     EXPECT_EQ(Steps(), 0);
+}
+
+TEST_F(EditGestureTest, InL0ModeAClickWithTheToolOnLeaveSaysThatItPaintsLevel2) {
+    EditElevations(HeightTool::None, 10);
+    Begin(1, 1);
+    EXPECT_EQ(Tile(1, 1), 7);
+    EXPECT_EQ(workspace_.Told, "1 post of level 2 changed, no height");
 }
 
 TEST_F(EditGestureTest, InL0ModeTheBrushWorksOnHeights) {

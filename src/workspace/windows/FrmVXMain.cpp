@@ -10,8 +10,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QScreen>
-#include <QScrollBar>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -32,6 +30,7 @@ FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, WorkspaceCommands& work
     : state_(state), view_(view), workspace_(workspace),
       ui_(std::make_unique<Ui::FrmVXMain>()) {
     ui_->setupUi(this);
+    ArrangeControls();
     // The map has the keyboard most of the time.
     setAttribute(Qt::WA_AlwaysShowToolTips);
     DressControls();
@@ -70,10 +69,6 @@ void FrmVXMain::DressControls() {
         value->setMinimumWidth(value->fontMetrics().horizontalAdvance("-100"));
     ui_->Label2->setMinimumWidth(fontMetrics().horizontalAdvance("10 X 10"));
     ui_->PB3->setRange(0, ProgressFullWidth);
-    // The panel must not jump whenever the bar comes and goes.
-    QSizePolicy policy = ui_->PB3->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    ui_->PB3->setSizePolicy(policy);
     ui_->PB3->hide();
     ui_->Frame7->hide();
     for (QWidget* control : findChildren<QWidget*>()) {
@@ -82,12 +77,6 @@ void FrmVXMain::DressControls() {
             control->setFocusPolicy(Qt::StrongFocus);
     }
     FitScrollArea();
-}
-
-// The frames scroll downward only.
-void FrmVXMain::FitScrollArea() {
-    const int scrollBar = ui_->scroll->verticalScrollBar()->sizeHint().width();
-    ui_->scroll->setMinimumWidth(ui_->body->minimumSizeHint().width() + scrollBar);
 }
 
 void FrmVXMain::MakeToolTip() {
@@ -103,20 +92,14 @@ void FrmVXMain::MakeToolTip() {
                          tr("Lays the lights of the night pictures over the tiles"));
 }
 
-QSize FrmVXMain::sizeHint() const {
-    QSize hint = QMainWindow::sizeHint();
-    hint.rheight() += ui_->body->sizeHint().height() - ui_->scroll->sizeHint().height();
-    const int room = screen()->availableSize().height() * 9 / 10;
-    return {hint.width(), std::min(hint.height(), room)};
-}
-
 void FrmVXMain::SetRestoreTip(const std::string& text) {
     ui_->Command4->setToolTip(
         QString::fromStdString(text).toHtmlEscaped().replace('\n', "<br>"));
 }
 
 void FrmVXMain::Form_Load(const std::string& mapTitle) {
-    titles_ = DirtyTitles(mapTitle);
+    mapTitle_ = mapTitle;
+    state_.Flags.L2 = state_.Flags.L0ELV = false;
     view_.MapAlpha = InitialMapAlpha;
     ShowSettings();
     SetL0FileName({});
@@ -155,25 +138,25 @@ void FrmVXMain::Repaint() {
 }
 
 void FrmVXMain::L2NeedSave() {
-    titles_.L2NeedSave();
+    state_.Flags.L2 = true;
     ShowTitles();
     RedrawSaveButton();
 }
 
 void FrmVXMain::L0NeedSave() {
-    titles_.L0NeedSave();
+    state_.Flags.L0ELV = true;
     ShowTitles();
     RedrawSaveButton();
 }
 
 void FrmVXMain::L2Saved() {
-    titles_.L2Saved();
+    state_.Flags.L2 = false;
     ShowTitles();
     RedrawSaveButton();
 }
 
 void FrmVXMain::L0Saved() {
-    titles_.L0Saved();
+    state_.Flags.L0ELV = false;
     ShowTitles();
     RedrawSaveButton();
 }
@@ -188,12 +171,12 @@ void FrmVXMain::LockPanel(bool locked) {
 }
 
 void FrmVXMain::ShowTitles() {
-    setWindowTitle(QString::fromStdString(titles_.MainCaption()));
-    emit MapCaptionChanged(QString::fromStdString(titles_.MapCaption()));
+    setWindowTitle(QString::fromStdString(MainCaption(state_.Flags, layer_)));
+    emit MapCaptionChanged(QString::fromStdString(MapCaption(state_.Flags, mapTitle_)));
 }
 
 void FrmVXMain::ChangeControlsForL0Edit(bool on) {
-    titles_.SetLayer(on ? Layer::Heights : Layer::Posts);
+    layer_ = on ? Layer::Heights : Layer::Posts;
     ShowTitles();
     const QColor color = on ? L0ModeColor() : OffColor();
     QPalette ground = palette();
@@ -227,14 +210,14 @@ void FrmVXMain::DisableClickableItemsVX(bool enabled) {
 }
 
 bool FrmVXMain::CanSave() const {
-    return vardenix::RedrawSaveButton(shiftDown_, view_.Edited(),
-                                      titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag())
+    return vardenix::RedrawSaveButton(shiftDown_, view_.Edited(), L0NeedSaveFlag(),
+                                      L2NeedSaveFlag())
         .Enabled;
 }
 
 void FrmVXMain::RedrawSaveButton() {
     const ButtonState look = vardenix::RedrawSaveButton(
-        shiftDown_, view_.Edited(), titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag());
+        shiftDown_, view_.Edited(), L0NeedSaveFlag(), L2NeedSaveFlag());
     ui_->CmdSaveTheater->setText(QString::fromStdString(look.Caption));
     workspace_.CommandsChanged();
 }
