@@ -112,7 +112,9 @@ TEST_F(RecoveryEndToEnd, AtMostTheLastTwoSecondsAreLostByAKill) {
         ASSERT_NO_FATAL_FAILURE(StartAfterKill());
         desktop_.Key("Return"); // is a Yes
         ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+        ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Box); }));
         desktop_.Activate(Map);
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
         ASSERT_NO_FATAL_FAILURE(Save());
         std::vector<size_t> restored = Differences(before, Level2());
         size_t agrees = states.size();
