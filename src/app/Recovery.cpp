@@ -6,6 +6,8 @@
 
 #include <QApplication>
 
+#include <utility>
+
 namespace vardenix {
 
 namespace {
@@ -57,22 +59,16 @@ void Recovery::ShowUnsaved(const std::string& words) {
     workspace_.Tell(words);
 }
 
-// The editors' windows need not be there yet.
-void Recovery::AddUnsaved(DirtyFlags& flags) const {
-    const ChangeLog& changes = workspace_.State().Changes;
-    flags.BIN = flags.BIN || changes.Unsaved(Paper::Catalogue);
-    flags.MAP = flags.MAP || changes.Unsaved(Paper::MapFile);
-}
-
 void Recovery::Leaving() {
     if (keeper_)
         keeper_->GiveUp();
 }
 
 bool Recovery::LoadHeights(ElevationKind kind, const std::string& path) {
-    if (!LoadL0ElvFile(workspace_.Saving(), kind, path))
+    auto before = LoadL0ElvFile(workspace_.Saving(), kind, path);
+    if (!before)
         return false;
-    workspace_.HeightsLoaded();
+    workspace_.HeightsLoaded(std::move(*before));
     return true;
 }
 

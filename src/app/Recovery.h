@@ -33,7 +33,6 @@ public:
     void ShowEarlierSaves();
 
 private:
-    void AddUnsaved(DirtyFlags& flags) const override;
     void Leaving() override;
     bool LoadHeights(ElevationKind kind, const std::string& path) override;
     void KeepRestored() override;

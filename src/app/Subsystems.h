@@ -4,6 +4,7 @@
 #include "app/Builder.h"
 #include "app/Commands.h"
 #include "app/Features.h"
+#include "app/History.h"
 #include "app/MapClicks.h"
 #include "app/MapEditor.h"
 #include "app/Opening.h"
@@ -35,6 +36,7 @@ struct Subsystems {
     vardenix::Workspace Workspace;
     vardenix::RestorePoints RestorePoints{Workspace};
     vardenix::Steps Steps{Workspace};
+    vardenix::History History{Workspace, Steps};
     vardenix::Regions Regions{Workspace};
     vardenix::Features Features{Workspace};
     vardenix::Search Search{Workspace, RestorePoints};

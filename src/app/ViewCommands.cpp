@@ -210,6 +210,13 @@ constexpr auto ViewRows = std::to_array<Command>({
      .Chosen = IsOpen<&Configuration::FeatWinVis>,
      .Do = [](Subsystems&
                   all) { all.Features.Show(!IsOpen<&Configuration::FeatWinVis>(all)); }},
+    {.Id = "mnuWinHistory",
+     .Text = "Histor&y",
+     .Keys = "Ctrl+H",
+     .Tip = "The changes of this run, and the way back to each",
+     .Menu = "mnuView",
+     .Chosen = [](const Subsystems& all) { return all.History.Shown(); },
+     .Do = [](Subsystems& all) { all.History.Show(!all.History.Shown()); }},
     {.Id = "mnuOneWindow",
      .Text = "&One window",
      .Keys = "F11",

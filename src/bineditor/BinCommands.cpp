@@ -224,9 +224,20 @@ std::optional<TilePlace> cmdAppendTile(const BinParts& parts, const TilePlace& s
     });
 }
 
+void CountUses(const Terrain& terrain, TileLookup& lookup) {
+    std::vector<bool> empty;
+    for (const TileInfo& info : lookup)
+        empty.push_back(info.UseCount == -1);
+    CountTileUse(terrain, lookup);
+    for (size_t number = 0; number < lookup.size(); ++number)
+        if (empty[number] && lookup[number].UseCount == 0)
+            lookup[number].UseCount = -1;
+}
+
 std::optional<TilePlace> cmdDeleteSet(const BinParts& parts, int32_t set) {
     Catalogue& catalogue = parts.Catalogue;
     SetAt(catalogue.Bin, set);
+    CountUses(parts.Terrain, catalogue.Lookup);
     const bool matters = DeleteSetMatters(catalogue, set);
     if (!MayRenumber(NumberEdit::DeleteSet, matters, parts.Settings.AutoL2,
                      parts.Dialogs))
@@ -248,6 +259,7 @@ bool CanDeleteTile(const TextureBin& bin, const TilePlace& selected) {
 std::optional<TilePlace> cmdDeleteTile(const BinParts& parts, const TilePlace& selected) {
     Catalogue& catalogue = parts.Catalogue;
     TileAt(catalogue.Bin, selected.Set, selected.Slot);
+    CountUses(parts.Terrain, catalogue.Lookup);
     const bool matters = DeleteTileMatters(catalogue, selected.Set, selected.Slot);
     if (!MayRenumber(NumberEdit::DeleteTile, matters, parts.Settings.AutoL2,
                      parts.Dialogs))

@@ -63,6 +63,10 @@ std::optional<TilePlace> cmdDeleteTile(const BinParts& parts, const TilePlace& s
 std::optional<TilePlace> MoveSetNow(const BinParts& parts, int32_t source, int32_t target,
                                     bool before);
 
+// The uses of all tiles, counted anew: what was painted since the last count, and edits
+// that count none, have left others. An empty slot that no post uses keeps its -1.
+void CountUses(const Terrain& terrain, TileLookup& lookup);
+
 // Whether cmdDeleteTile can be used: not for an empty slot, and not for the last tile
 // that a set has.
 bool CanDeleteTile(const TextureBin& bin, const TilePlace& selected);

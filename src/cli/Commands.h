@@ -88,5 +88,8 @@ void TellSharedSea(int32_t segments);
 // missing from the file that was read, and, unless told to overwrite, where another
 // program has changed it since.
 void SaveLevel2(CommandContext& context, bool overwrite);
+// Error 5 where level 2 has a gap, after a word on what to do about it: for commands that
+// write over its files.
+void RequireNoGap(CommandContext& context);
 
 } // namespace vardenix

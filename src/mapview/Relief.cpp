@@ -7,7 +7,6 @@ namespace vardenix {
 namespace {
 
 constexpr double PostFeet = 3280.84;
-constexpr int32_t FinestPerPost = 4;
 constexpr double Steeper = 4;
 // Towards the light: as far west as north, and as high as both together.
 constexpr double LightWest = 0.5;

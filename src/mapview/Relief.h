@@ -10,6 +10,9 @@
 
 namespace vardenix {
 
+// Finest heights along a side of a post.
+inline constexpr int32_t FinestPerPost = 4;
+
 // A square grid of heights, of posts or the finest ones; places are counted from 0, and
 // those beyond the edge have the height at the edge. The terrain is borrowed.
 class HeightField {

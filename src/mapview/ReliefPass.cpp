@@ -7,7 +7,6 @@
 namespace vardenix {
 namespace {
 
-constexpr int32_t FinestPerPost = 4;
 // Below it quarters of a cell are not told apart.
 constexpr int32_t LeastCellOfQuarters = 8;
 constexpr uint32_t BareGround = 0xB4B4B4;

@@ -60,7 +60,7 @@ bool Change::Touches(Paper paper) const {
     case Paper::Level2:
         return !Posts.Empty();
     case Paper::Heights:
-        return !Heights.Empty();
+        return !Heights.Empty() || OtherHeights;
     case Paper::Catalogue:
         return !Catalogue.Empty();
     case Paper::MapFile:
@@ -78,7 +78,8 @@ bool Change::Empty() const {
 
 size_t Change::Bytes() const {
     return sizeof *this + Name.size() + Posts.Bytes() + Heights.Bytes() +
-           Catalogue.Bytes() + MapFile.Bytes() + (Pictures ? Pictures->Bytes() : 0);
+           Catalogue.Bytes() + MapFile.Bytes() + (Pictures ? Pictures->Bytes() : 0) +
+           (OtherHeights ? OtherHeights->Layer.L0ElvArr.Values().size_bytes() : 0);
 }
 
 } // namespace vardenix

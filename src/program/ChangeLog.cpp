@@ -52,6 +52,8 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
     }
     if (change.Pictures)
         change.Pictures->Swap();
+    if (change.OtherHeights)
+        std::swap(papers.Terrain.Elevations, change.OtherHeights->Layer);
     if (back) {
         WriteOld(papers.Terrain.LxArr, change.Posts);
         WriteOld(papers.Terrain.Elevations.L0ElvArr, change.Heights);
@@ -118,6 +120,8 @@ void ChangeLog::Put(Entry entry) {
 }
 
 void ChangeLog::Apply(Change change) {
+    if (change.Empty())
+        return;
     WalkPapers(papers_, change, Walk::Again);
     Add(std::move(change));
     for (ChangeFollower* follower : followers_)
@@ -173,9 +177,9 @@ void ChangeLog::Back() {
     const Entry& entry = entries_[position_ - 1];
     WalkPapers(papers_, entry.What, Walk::Back);
     --position_;
+    SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Back);
-    if (journal_ != nullptr)
-        journal_->Walked(Walk::Back);
+    Journal(entry.What, Walk::Back);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Back);
 }
@@ -186,11 +190,25 @@ void ChangeLog::Again() {
     const Entry& entry = entries_[position_];
     WalkPapers(papers_, entry.What, Walk::Again);
     ++position_;
+    SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Again);
-    if (journal_ != nullptr)
-        journal_->Walked(Walk::Again);
+    Journal(entry.What, Walk::Again);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Again);
+}
+
+// Another file is the one that heights are saved to, and that a restoring begins with.
+void ChangeLog::Journal(const Change& change, Walk walk) {
+    if (journal_ == nullptr)
+        return;
+    journal_->Walked(walk);
+    if (change.OtherHeights)
+        journal_->Saved(Paper::Heights);
+}
+
+void ChangeLog::SwapOnDisk(const Change& change) {
+    if (change.OtherHeights)
+        std::swap(onDisk_[Index(Paper::Heights)], change.OtherHeights->OnDisk);
 }
 
 void ChangeLog::MoveStacks(const Entry& entry, Walk walk) const {
@@ -211,6 +229,7 @@ void ChangeLog::SetRevision(Paper paper, uint64_t revision) {
 
 void ChangeLog::Saved(Paper paper) {
     onDisk_[Index(paper)] = Revision(paper);
+    saved_.insert(Revision(paper));
     if (journal_ != nullptr)
         journal_->Saved(paper);
     TellSaved(paper);
@@ -223,6 +242,15 @@ void ChangeLog::TellSaved(Paper paper) {
 
 bool ChangeLog::AnyUnsaved() const {
     return std::ranges::any_of(AllPapers, [this](Paper paper) { return Unsaved(paper); });
+}
+
+std::vector<Paper> ChangeLog::SavedAt(size_t index) const {
+    const Entry& entry = entries_.at(index);
+    std::vector<Paper> papers;
+    for (const Paper paper : AllPapers)
+        if (entry.What.Touches(paper) && saved_.contains(entry.After[Index(paper)]))
+            papers.push_back(paper);
+    return papers;
 }
 
 void ChangeLog::LoadedAnew(Paper paper) {
@@ -292,12 +320,18 @@ Recording::Recording(ChangeLog& log, std::vector<Paper> which, std::string name)
     ++log_.recordings_;
 }
 
+void Recording::Replaced(ElevationLayer before) {
+    otherHeights_ = std::make_shared<WaitingHeights>(
+        WaitingHeights{std::move(before), log_.RevisionOnDisk(Paper::Heights)});
+}
+
 bool Recording::Watches(Paper paper) const {
     return std::ranges::find(which_, paper) != which_.end();
 }
 
 Change Recording::Made() const {
     Change change{.Name = name_, .Pictures = pictures_};
+    change.OtherHeights = otherHeights_;
     if (Watches(Paper::Level2))
         change.Posts.Values =
             Between(posts_, std::as_const(papers_.Terrain.LxArr).Values());

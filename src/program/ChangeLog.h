@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -115,12 +116,16 @@ public:
     void Again();
 
     uint64_t Revision(Paper paper) const { return Now()[Index(paper)]; }
+    uint64_t RevisionOnDisk(Paper paper) const { return onDisk_[Index(paper)]; }
     bool Unsaved(Paper paper) const {
-        return paper != Paper::Features && Revision(paper) != onDisk_[Index(paper)];
+        return paper != Paper::Features && Revision(paper) != RevisionOnDisk(paper);
     }
     bool AnyUnsaved() const;
     // The paper is on the disk as it is now.
     void Saved(Paper paper);
+    // Of the papers that a change has changed, those that have been saved as it left
+    // them.
+    std::vector<Paper> SavedAt(size_t index) const;
     // The newest change has led the paper to a state that has a revision already.
     void SetRevision(Paper paper, uint64_t revision);
     // The paper has become another in a way that no change tells, so that none leads past
@@ -151,6 +156,8 @@ private:
     Revisions RevisionsAfter(const Change& change);
     void Put(Entry entry);
     void MoveStacks(const Entry& entry, Walk walk) const;
+    void Journal(const Change& change, Walk walk);
+    void SwapOnDisk(const Change& change);
     void KeepWithinMemory();
     // In force.
     void DropOldest();
@@ -170,6 +177,7 @@ private:
     int recordings_ = 0; // under way
     uint64_t lastRevision_ = 0;
     Revisions onDisk_{};
+    std::set<uint64_t> saved_; // revisions that have been on the disk
 };
 
 // Notes what a command makes of some papers, from here to its end, however it ends. What
@@ -185,6 +193,8 @@ public:
 
     // For a command that knows better what it has done.
     void Rename(std::string name) { name_ = std::move(name); }
+    // Another file of heights has been loaded in the place of `before`.
+    void Replaced(ElevationLayer before);
     // The command has replaced pictures; null for none.
     void KeepPictures(std::shared_ptr<FileSwap> pictures) {
         pictures_ = std::move(pictures);
@@ -204,6 +214,7 @@ private:
     std::vector<std::byte> catalogue_;
     vardenix::MapFileRecord mapFile_{};
     std::shared_ptr<const FeatureSet> features_;
+    std::shared_ptr<WaitingHeights> otherHeights_;
     std::shared_ptr<FileSwap> pictures_;
 };
 

@@ -6,9 +6,11 @@
 #include "levels/Terrain.h"
 #include "program/ChangeLog.h"
 #include "program/Configuration.h"
+#include "program/DirtyFlags.h"
 #include "program/Discovery.h"
 #include "program/FeatureSet.h"
 #include "program/MapFileRecord.h"
+#include "program/NumberPasses.h"
 #include "program/SearchResults.h"
 
 #include <optional>
@@ -58,6 +60,18 @@ struct ProgramState {
 
     vardenix::Papers Papers{Terrain, Catalogue, MapFileRecord, Features};
     ChangeLog Changes{Papers};
+    DirtyFlags Flags;
+    NumberPasses Numbers{Changes};
 };
+
+// By its flag or by the log: a RESTORE raises no flag, and what raises one may leave a
+// paper as it was.
+inline bool MayDiffer(const ProgramState& state, Paper paper) {
+    const DirtyFlags& flags = state.Flags;
+    return state.Changes.Unsaved(paper) || (paper == Paper::Level2 && flags.L2) ||
+           (paper == Paper::Heights && flags.L0ELV) ||
+           (paper == Paper::Catalogue && flags.BIN) ||
+           (paper == Paper::MapFile && flags.MAP);
+}
 
 } // namespace vardenix

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <ctime>
 #include <ranges>
 #include <span>
 #include <utility>
@@ -66,14 +65,6 @@ void KeepAside(LeftLog& log, const std::vector<LeftLog>& others) {
 }
 
 } // namespace
-
-LocalTime LocalTimeOf(std::chrono::system_clock::time_point time) {
-    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
-    std::tm parts{};
-    ::localtime_r(&seconds, &parts);
-    return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_wday,
-            parts.tm_hour,        parts.tm_min,     parts.tm_sec};
-}
 
 std::string WhenOf(std::chrono::system_clock::time_point time,
                    std::chrono::system_clock::time_point now) {

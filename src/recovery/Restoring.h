@@ -10,7 +10,6 @@
 
 namespace vardenix {
 
-LocalTime LocalTimeOf(std::chrono::system_clock::time_point time);
 // "14:05", with the date behind it where that is not today's.
 std::string WhenOf(std::chrono::system_clock::time_point time,
                    std::chrono::system_clock::time_point now);

@@ -371,6 +371,37 @@ TEST_F(BinCommandsTest, AnUnusedLastTileGoesWithoutAQuestionOrAPass) {
     EXPECT_EQ(window_.Story, " off save on");
 }
 
+// Painting and appending leave the counts behind.
+TEST_F(BinCommandsTest, UsesAreCountedBeforeASetIsDeleted) {
+    Begin({2, 16});
+    for (TileInfo& info : catalogue_.Lookup)
+        info.UseCount = 0;
+    settings_.AutoL2 = true;
+    EXPECT_TRUE(cmdDeleteSet(Parts(), 2));
+    EXPECT_EQ(Posts(), "0 1 0 0");
+    EXPECT_EQ(window_.Story, " off save pass on");
+}
+
+TEST_F(BinCommandsTest, UsesAreCountedBeforeATileIsDeleted) {
+    Begin({2, 3});
+    for (TileInfo& info : catalogue_.Lookup)
+        info.UseCount = 0;
+    terrain_.LxArr(4).TileOffset = 18;
+    settings_.AutoL2 = true;
+    EXPECT_TRUE(cmdDeleteTile(Parts(), {2, 2}));
+    EXPECT_EQ(Posts(), "0 1 16 0");
+}
+
+TEST_F(BinCommandsTest, ACountLeavesTheMinusOneOfAnEmptySlotThatNobodyUses) {
+    Begin({2, 15});
+    catalogue_.Lookup[20].UseCount = 5; // nobody's
+    terrain_.LxArr(4).TileOffset = 31;
+    CountUses(terrain_, catalogue_.Lookup);
+    EXPECT_EQ(catalogue_.Lookup[2].UseCount, -1);
+    EXPECT_EQ(catalogue_.Lookup[20].UseCount, 0);
+    EXPECT_EQ(catalogue_.Lookup[31].UseCount, 1); // an empty slot in use
+}
+
 TEST_F(BinCommandsTest, ADeletedTileMovesTheLaterOnesOfItsSetAlone) {
     const auto place = cmdDeleteTile(Parts(), {1, 0});
     ASSERT_TRUE(place);

@@ -1,4 +1,5 @@
 // What the buttons of FrmBINTileEdit do.
+#include "bineditor/LevelTwoPass.h"
 #include "bineditor/TileLists.h"
 #include "bineditor/UnusedPictures.h"
 #include "bineditor/windows/BinDialogs.h"
@@ -19,6 +20,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QShortcut>
 
 #include <cmath>
@@ -48,6 +50,7 @@ void FrmBINTileEdit::ConnectButtons() {
     join(ui_->cmdEditTile, [this] { cmdEditTile_Click(); });
     join(ui_->cmdSaveBIN, [this] { cmdSaveBIN_Click(); });
     join(ui_->cmdSaveBoth, [this] { cmdSaveBoth_Click(); });
+    join(ui_->cmdCorrectL2, [this] { cmdCorrectL2_Click(); });
     join(ui_->cmdOptions, [this] { cmdOptions_Click(); });
     join(ui_->cmdOpenTerrain, [this] { cmdOpenTerrain_Click(); });
     join(ui_->cmdDeleteUnusedDDS, [this] {
@@ -134,23 +137,23 @@ BinParts FrmBINTileEdit::Commands() {
 
 void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
     RefreshLists(place.value_or(TilePlace{SelectedSet, SelectedTile}));
-    ShowApart();
+    ShowNumbers();
 }
 
 void FrmBINTileEdit::Run(const std::string& name,
                          const std::function<std::optional<TilePlace>()>& command) {
-    Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
-    const auto keep = [&] { made.KeepPictures(std::exchange(replaced_, nullptr)); };
+    std::optional<TilePlace> place;
     try {
-        const auto place = command();
-        keep();
-        if (place)
-            Done(place);
+        Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+        const auto keep =
+            qScopeGuard([&] { made.KeepPictures(std::exchange(replaced_, nullptr)); });
+        place = command();
     } catch (...) {
-        keep();
         Done({});
         throw;
     }
+    if (place)
+        Done(place);
 }
 
 // The type is taken before the dialog opens.
@@ -185,11 +188,13 @@ void FrmBINTileEdit::cmdDeleteTile_Click() {
 }
 
 void FrmBINTileEdit::cmdChangeSet_Click() {
-    const Recording made(state_.Changes, {Paper::Catalogue},
-                         "Change the type of set " + ShownSelectedSet());
-    ChangeSetType(
-        state_.Catalogue, SelectedSet,
-        static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex())));
+    {
+        const Recording made(state_.Changes, {Paper::Catalogue},
+                             "Change the type of set " + ShownSelectedSet());
+        ChangeSetType(
+            state_.Catalogue, SelectedSet,
+            static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex())));
+    }
     NeedSave();
     Done({});
 }
@@ -217,6 +222,21 @@ void FrmBINTileEdit::cmdSaveBIN_Click() {
 void FrmBINTileEdit::cmdSaveBoth_Click() {
     if (verbs_.SaveBinAndL2())
         Tell("Texture.bin and level 2 are saved.");
+}
+
+void FrmBINTileEdit::cmdCorrectL2_Click() {
+    {
+        const Recording made(state_.Changes, {Paper::Level2},
+                             "Tile numbers of level 2 corrected");
+        for (const TileRenumbering& numbers : state_.Numbers.Missing()) {
+            RenumberLevelTwo(state_.Terrain, numbers, {}, *this);
+            verbs_.PostsRenumbered(numbers);
+        }
+    }
+    state_.Numbers.CaughtUp();
+    verbs_.L2NeedSave();
+    CountUses(state_.Terrain, state_.Catalogue.Lookup);
+    Done({});
 }
 
 void FrmBINTileEdit::cmdOptions_Click() {
@@ -273,7 +293,7 @@ void FrmBINTileEdit::PrepareForm(bool enable) {
     stop_ = false;
     for (QWidget* part : std::initializer_list<QWidget*>{
              ui_->FraTileDetails, ui_->FraTiles, ui_->FraTileSets, ui_->FraTilePalette,
-             ui_->FraActions, ui_->FraMoveSet, ui_->cmdSaveBoth})
+             ui_->FraActions, ui_->FraMoveSet, ui_->cmdSaveBoth, ui_->cmdCorrectL2})
         part->setEnabled(enable);
     if (!enable)
         setFocus(); // for Esc
@@ -282,9 +302,11 @@ void FrmBINTileEdit::PrepareForm(bool enable) {
 }
 
 void FrmBINTileEdit::NeedSave() {
-    if (!needSave_)
+    if (!windowTitle().startsWith('*')) {
         setWindowTitle("*" + windowTitle());
-    needSave_ = true;
+        Tell({}); // what it says of a save is true no more
+    }
+    state_.Flags.BIN = true;
     ui_->cmdSaveBIN->setEnabled(true);
 }
 
@@ -292,17 +314,15 @@ void FrmBINTileEdit::BinSaved() {
     state_.Changes.Saved(Paper::Catalogue);
     ShowSaved();
     Tell("Texture.bin is saved.");
-    ShowApart();
+    ShowNumbers();
 }
 
 void FrmBINTileEdit::ShowSaved() {
     ui_->cmdSaveBIN->setEnabled(false);
-    needSave_ = false;
+    state_.Flags.BIN = false;
     if (windowTitle().startsWith('*'))
         setWindowTitle(windowTitle().mid(1));
 }
-
-void FrmBINTileEdit::L2Saved() { ShowApart(); }
 
 void FrmBINTileEdit::CatalogueWalked(const std::string& words) {
     if (state_.Changes.Unsaved(Paper::Catalogue))
@@ -315,30 +335,37 @@ void FrmBINTileEdit::CatalogueWalked(const std::string& words) {
 
 void FrmBINTileEdit::LevelTwoRenumbered(const TileRenumbering& numbers, bool changed) {
     verbs_.TilesRenumbered(numbers);
-    if (!changed)
-        return;
-    passUnsaved_ = true;
-    verbs_.L2NeedSave();
-}
-
-bool FrmBINTileEdit::Apart() const {
-    return passUnsaved_ && (needSave_ || verbs_.L2Unsaved());
+    state_.Numbers.Passed(numbers, changed);
+    if (changed)
+        verbs_.L2NeedSave();
 }
 
 void FrmBINTileEdit::Tell(const QString& text) { ui_->lblStatus->setText(text); }
 
 // Files that do not fit one another are the user's loss when the program ends here.
-void FrmBINTileEdit::ShowApart() {
-    passUnsaved_ = Apart();
-    ui_->cmdSaveBoth->setVisible(passUnsaved_);
-    if (!passUnsaved_)
-        return;
-    Tell(needSave_ && verbs_.L2Unsaved()
-             ? "Tile numbers of level 2 have changed: save both files."
-         : needSave_ ? "Level 2 is saved with the new tile numbers; Texture.bin is still "
-                       "unsaved."
-                     : "Texture.bin is saved; level 2 with the new tile numbers is still "
-                       "unsaved.");
+void FrmBINTileEdit::ShowNumbers() {
+    const NumberPasses& numbers = state_.Numbers;
+    const bool fits = numbers.Fits();
+    const bool bin = numbers.Unsaved(Paper::Catalogue);
+    const bool level2 = numbers.Unsaved(Paper::Level2);
+    ui_->cmdSaveBoth->setVisible(fits && (bin || level2));
+    ui_->cmdCorrectL2->setVisible(!numbers.Missing().empty());
+    const QString before = numbersText_;
+    numbersText_ =
+        !numbers.Missing().empty()
+            ? "Level 2 was read anew and has its old tile numbers. Correct it before you "
+              "save."
+        : !fits ? "Level 2 and the catalogue have different tile numbers. Ctrl+Z and "
+                  "Ctrl+Y lead to where they fit."
+        : bin && level2 ? "Tile numbers of level 2 have changed: save both files."
+        : bin
+            ? "Level 2 is saved with the new tile numbers; Texture.bin is still unsaved."
+        : level2
+            ? "Texture.bin is saved; level 2 with the new tile numbers is still unsaved."
+            : "";
+    // What else the line says stays, where there is nothing to be said.
+    if (!numbersText_.isEmpty() || ui_->lblStatus->text() == before)
+        Tell(numbersText_);
 }
 
 bool FrmBINTileEdit::StopWanted() {

@@ -264,6 +264,17 @@ BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& titl
                : pressed == QMessageBox::No ? BoxAnswer::No
                                             : BoxAnswer::Cancel;
     }
+    case BoxButtons::YesNoSaveAll: {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        const QPushButton* save =
+            box.addButton("&Save all and exit", QMessageBox::ActionRole);
+        box.setDefaultButton(QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+        const int pressed = box.exec();
+        return box.clickedButton() == save   ? BoxAnswer::SaveAll
+               : pressed == QMessageBox::Yes ? BoxAnswer::Yes
+                                             : BoxAnswer::No;
+    }
     case BoxButtons::ContinueEnd:
         break;
     }
