@@ -145,7 +145,7 @@ void DrawFeatures(benchmark::State& state) {
     const FeatureSwitches switches;
     DrawnFeatures layer({set, switches, settings});
     QtDrawingSurface surface;
-    surface.Resize(view.PictureSide());
+    surface.Resize(view.PictureWidth(), view.PictureHeight());
     for (auto _ : state)
         for (const FeatureKind kind : {FeatureKind::River, FeatureKind::Road})
             layer.FeatureDraw(surface, view, kind, true);

@@ -34,13 +34,13 @@ public:
 struct BenchMap {
     explicit BenchMap(int zoomPosts) : World(MapWidth, Tiles().Folder()) {
         bench::FillWorld(World, zoomPosts);
-        Surface.Resize(World.View.PictureSide());
+        Surface.Resize(World.View.PictureWidth(), World.View.PictureHeight());
     }
 
     // Another width of cells.
     void Widen(int32_t tilePixels) {
         World.View.TilePixels = tilePixels;
-        Surface.Resize(World.View.PictureSide());
+        Surface.Resize(World.View.PictureWidth(), World.View.PictureHeight());
     }
     void Paint() {
         World.Renderer().RefreshPicArray(World.View, Surface, Screen, {});
@@ -87,9 +87,9 @@ void SeenOfWidest(benchmark::State& state) {
     QtDrawingSurface small;
     MapRenderer renderer = map.World.Renderer();
     for (auto _ : state) {
-        const MapPatch patch = PatchOfPart(view, {0, view.PictureSide() - 960, 1280, 960},
+        const MapPatch patch = PatchOfPart(view, {0, view.SquareSide() - 960, 1280, 960},
                                            ReachOf(view, renderer.Sources(), small));
-        small.Resize(1280);
+        small.Resize(1280, 1280);
         renderer.RepaintPatch(view, small, patch, {});
         map.Surface.Put(small, patch.Clip);
     }

@@ -7,6 +7,7 @@
 #include "platform/windows/WaitBox.h"
 #include "program/ReportDetails.h"
 #include "program/windows/FrmStartUp.h"
+#include "recovery/EarlierSaves.h"
 #include "recovery/LeftLogs.h"
 #include "texts/RuntimeError.h"
 
@@ -49,6 +50,7 @@ bool Application::Begin() {
         MakeOwnFilesFolder(own);
         BeginProgram(state_, own, ProgramFolder());
         state_.Folders.LogFolder = LogFolder();
+        state_.Folders.SavesFolder = SavesFolder();
     } catch (const RuntimeError& error) {
         dialogs_.Notice(ReportText(error), {}, BoxIcon::Critical);
         return false;

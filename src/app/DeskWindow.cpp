@@ -17,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace vardenix {
@@ -36,29 +37,34 @@ void ShowGrip(const QWidget& window, bool shown) {
         bar->setSizeGripEnabled(shown);
 }
 
+// Of the parts beside the map: four tiles of the palette.
+constexpr int ColumnWidth = 340;
+// Below that titles over the parts are left out; the tabs name them, too.
+constexpr int LowScreen = 700;
+// From there on the preview has a place of its own.
+constexpr int HighScreen = 900;
+constexpr int PreviewHeight = 250;
+// Tabs, header, three rows of tiles and the line below.
+constexpr int PaletteHeight = 328;
+constexpr int TitleHeight = 22;
+
 // What a part has no room for is reached by scrolling: no part makes the whole window
 // larger than the screen.
 class Ground : public QScrollArea {
 public:
-    explicit Ground(const DeskPart& part) : height_(part.Height) {
+    explicit Ground(const DeskPart& part) {
         setFrameShape(NoFrame);
         setFocusPolicy(Qt::NoFocus);
         setWidgetResizable(true);
         setWidget(part.Window);
     }
 
-    // The map is to have the most of it.
-    QSize sizeHint() const override {
-        const int share = screen()->availableSize().width() * 27 / 100;
-        return {std::clamp(share, LeastWidth, MostWidth), height_};
-    }
+    QSize sizeHint() const override { return {ColumnWidth, Height}; }
     QSize minimumSizeHint() const override { return {LeastSide, LeastSide}; }
 
 private:
-    static constexpr int LeastWidth = 260;
-    static constexpr int MostWidth = 340;
+    static constexpr int Height = 220;
     static constexpr int LeastSide = 90;
-    int height_;
 };
 
 QDockWidget* DockOf(const QWidget& part) {
@@ -77,8 +83,10 @@ DeskWindow::DeskWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& p
     : windows_(windows), hidden_(std::move(hidden)), menus_(windows.Panel->menuBar()) {
     setObjectName("FrmVXDesk");
     setAttribute(Qt::WA_AlwaysShowToolTips);
-    // A panel behind the tab of another part would not hear its keys.
-    setDockOptions(AnimatedDocks | AllowNestedDocks);
+    setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
+    setTabPosition(Qt::AllDockWidgetAreas, QTabWidget::North);
+    // A panel that is hidden, or behind the tab of another part, does not hear its keys.
+    addActions(windows.Panel->actions());
     // The right side as high as the window, and the left one too.
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
@@ -88,6 +96,7 @@ DeskWindow::DeskWindow(WorkspaceWindows& windows, const std::vector<DeskPart>& p
     Dock({windows_.Panel.get(), "", Qt::LeftDockWidgetArea});
     for (const DeskPart& part : parts)
         Dock(part);
+    Arrange(parts);
     for (const QWidget* titled :
          std::initializer_list<const QWidget*>{windows_.Panel.get(), windows_.Map.get()})
         OnSignal(titled, &QWidget::windowTitleChanged, this, [this] { ShowTitle(); });
@@ -170,6 +179,7 @@ void DeskWindow::Restore(const std::string& layout) {
         !restoreGeometry(geometry)) {
         setGeometry(windows_.Map->screen()->availableGeometry());
         setWindowState(Qt::WindowMaximized);
+        arranged_ = false;
         return;
     }
     // Which of them are shown is the boxes' to say.
@@ -180,6 +190,51 @@ void DeskWindow::Restore(const std::string& layout) {
     for (size_t i = 0; i < docked_.size(); ++i)
         docked_[i].Dock->setVisible(shown[i]);
 }
+
+void DeskWindow::Arrange(const std::vector<DeskPart>& parts) {
+    const int height = windows_.Map->screen()->availableSize().height();
+    for (size_t i = 0; i < parts.size(); ++i) {
+        QDockWidget* dock = docked_[i + 1].Dock;
+        if (!parts[i].Tab && height >= HighScreen)
+            splitDockWidget(docked_.front().Dock, dock, Qt::Vertical);
+        else if (tabs_ == nullptr)
+            tabs_ = dock;
+        else
+            tabifyDockWidget(tabs_, dock);
+    }
+    if (height < LowScreen)
+        for (const Docked& each : docked_)
+            each.Dock->setTitleBarWidget(new QWidget(each.Dock));
+}
+
+void DeskWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (!arranged_)
+        ShareRoom();
+    arranged_ = true;
+}
+
+void DeskWindow::ShareRoom() {
+    QList<QDockWidget*> docks{docked_.front().Dock};
+    QList<int> heights{height()};
+    for (const Docked& each : docked_)
+        if (each.Dock != docks.front() && each.Dock != tabs_ &&
+            !tabifiedDockWidgets(tabs_).contains(each.Dock)) {
+            docks.append(each.Dock);
+            heights.append(PreviewHeight);
+        }
+    docks.append(tabs_);
+    heights.append(PaletteHeight +
+                   (tabs_->titleBarWidget() == nullptr ? TitleHeight : 0));
+    heights.front() -= std::accumulate(heights.begin() + 1, heights.end(), 0);
+    resizeDocks(docks, heights, Qt::Vertical);
+    resizeDocks({tabs_}, {ColumnWidth}, Qt::Horizontal);
+    tabs_->raise();
+}
+
+bool DeskWindow::ShowsPanel() const { return !docked_.front().Dock->isHidden(); }
+
+void DeskWindow::ShowPanel(bool shown) { docked_.front().Dock->setVisible(shown); }
 
 // The way out is the panel's.
 void DeskWindow::closeEvent(QCloseEvent* event) {
@@ -200,9 +255,13 @@ bool DeskWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void SetShown(QWidget& part, bool shown) {
+    QDockWidget* dock = DockOf(part);
+    const bool comes = dock != nullptr && shown && dock->isHidden();
     part.setVisible(shown);
-    if (QDockWidget* dock = DockOf(part))
+    if (dock != nullptr)
         dock->setVisible(shown);
+    if (comes)
+        dock->raise(); // it may have come behind another tab
 }
 
 } // namespace vardenix

@@ -18,8 +18,8 @@ namespace vardenix {
 struct DeskPart {
     QWidget* Window = nullptr;
     const char* Box = "";
-    Qt::DockWidgetArea Area = Qt::RightDockWidgetArea; // where it stands at first
-    int Height = 220;                                  // that it has at first, pixels
+    Qt::DockWidgetArea Area = Qt::LeftDockWidgetArea; // where it stands at first
+    bool Tab = true;                                  // beside the others of its area
 };
 
 // All parts of the workspace in one window: the map in the middle, the others docked
@@ -34,11 +34,16 @@ public:
     // The parts are windows of their own again, not shown yet.
     ~DeskWindow() override;
 
+    // The panel is seen, or leaves its room to the map.
+    bool ShowsPanel() const;
+    void ShowPanel(bool shown);
+
     // Where it stands and how its parts lie, in letters and digits of the toolkit's own.
     std::string Layout() const;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -47,6 +52,9 @@ private:
     void Dock(const DeskPart& part);
     void ShowTitle();
     void Restore(const std::string& layout);
+    // As on a first start: the panel above the tabs of the others.
+    void Arrange(const std::vector<DeskPart>& parts);
+    void ShareRoom();
 
     WorkspaceWindows& windows_;
     std::function<void(const char* box)> hidden_;
@@ -57,7 +65,9 @@ private:
         const char* Box;
         QSize Size; // of its own window
     };
-    std::vector<Docked> docked_;
+    std::vector<Docked> docked_;  // the panel first
+    QDockWidget* tabs_ = nullptr; // the first of them
+    bool arranged_ = true;        // as the user has left it
 };
 
 // Shows or hides a part, whether it is a window of its own or docked.

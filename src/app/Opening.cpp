@@ -59,7 +59,7 @@ void Opening::RefreshPalette() { workspace_.MakePalette(); }
 void Opening::InitForm() {
     ProgramState& state = workspace_.State();
     BeginWhereLandIs(state.Configuration, state.Terrain, state.Catalogue.Lookup,
-                     workspace_.View().ViewPosts());
+                     workspace_.View().ViewColumns());
     workspace_.Map().InitForm();
 }
 

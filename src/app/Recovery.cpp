@@ -2,6 +2,7 @@
 
 #include "app/Workspace.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "recovery/windows/FrmEarlierSaves.h"
 
 #include <QApplication>
 
@@ -22,24 +23,40 @@ Recovery::Recovery(Workspace& workspace) : workspace_(workspace) {
     OnSignal(&looks_, &QTimer::timeout, &looks_, [this] { TellComplaint(); });
 }
 
+Recovery::~Recovery() = default;
+
 void Recovery::OfferSoon() {
     // What is changed before the answer is kept, too.
     keeper_.emplace(workspace_.State(), workspace_.State().Folders.LogFolder);
+    saves_.emplace(workspace_.State(), workspace_.State().Folders.SavesFolder);
     looks_.start(LookMilliseconds);
     soon_.start(0);
 }
 
 void Recovery::Offer() {
     ProgramState& state = workspace_.State();
-    if (!OfferLeftLogs(state, state.Folders.LogFolder, workspace_.Platform().Dialogs,
-                       *this))
-        return;
+    if (OfferLeftLogs(state, state.Folders.LogFolder, workspace_.Platform().Dialogs,
+                      *this))
+        ShowUnsaved("restored: it is not saved yet");
+}
+
+void Recovery::ShowEarlierSaves() {
+    if (!window_) {
+        window_ = std::make_unique<FrmEarlierSaves>(workspace_.State());
+        OnSignal(window_.get(), &FrmEarlierSaves::BroughtBack, window_.get(),
+                 [this] { ShowUnsaved("brought back: it is not saved yet"); });
+    }
+    window_->Open();
+}
+
+void Recovery::ShowUnsaved(const std::string& words) {
+    const ProgramState& state = workspace_.State();
     if (state.Changes.Unsaved(Paper::Level2))
         workspace_.L2NeedSave();
     if (state.Changes.Unsaved(Paper::Heights))
         workspace_.L0NeedSave();
     workspace_.RefreshPicArray();
-    workspace_.Tell("restored: it is not saved yet");
+    workspace_.Tell(words);
 }
 
 void Recovery::Leaving() {

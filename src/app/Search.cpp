@@ -106,7 +106,7 @@ void Search::FollowHits() {
 }
 
 std::optional<DeskPart> Search::Docked() {
-    return DeskPart{&Results(), "chkShowResults", Qt::BottomDockWidgetArea};
+    return DeskPart{&Results(), "chkShowResults"};
 }
 
 void Search::PlaceWindows() {

@@ -18,6 +18,8 @@
 #include <QApplication>
 
 #include <array>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -80,7 +82,11 @@ void Workspace::MakeMap(MapWishes& wishes) {
         state_, view_, interaction_, *renderer_, undo_, *this, wishes, layers});
     KeepOrder();
     OnSignal(windows_.Map.get(), &FrmVXMap::GridChosen, windows_.Panel.get(),
-             [this](bool forGood) { windows_.Panel->GridChosen(forGood); });
+             [this] { windows_.Panel->GridChosen(); });
+    OnSignal(windows_.Map.get(), &FrmVXMap::RoomFilled, windows_.Panel.get(),
+             [this] { windows_.Panel->GridLaidOut(); });
+    OnSignal(windows_.Panel.get(), &FrmVXMain::GroupsFolded, windows_.Panel.get(),
+             [this] { RememberFolded(); });
     OnSignal(windows_.Panel.get(), &FrmVXMain::MapCaptionChanged, windows_.Map.get(),
              [this](const QString& caption) { windows_.Map->setWindowTitle(caption); });
     OnSignal(windows_.Map.get(), &FrmVXMap::ViewPainted, windows_.Preview.get(),
@@ -131,15 +137,23 @@ void Workspace::ShowParts(bool workspaceShown) {
 }
 
 void Workspace::ApplySavedLayout() {
+    // Whoever has settings keeps the windows that they had.
+    const bool first = NeverPlaced(state_.Configuration);
+    const bool oneWindow = desk_.Read().OneWindow.value_or(first);
     places_.Place();
     for (WorkspacePart* part : parts_)
         part->PlaceWindows();
+    if (first && oneWindow) {
+        state_.Configuration.PalWinVis = true;
+        desk_.Change([](Desk& desk) { desk.OneWindow = true; });
+    }
     windows_.Palette->Command1_Click();
     windows_.Panel->ShowSettings();
     CommandsChanged();
-    if (desk_.Read().OneWindow) {
+    if (oneWindow) {
         DockAll();
     } else {
+        FoldPanel(false);
         places_.ShowByBoxes();
         ShowParts(true);
     }
@@ -149,11 +163,12 @@ void Workspace::ApplySavedLayout() {
 
 void Workspace::DockAll() {
     std::vector<DeskPart> docked{
-        {.Window = windows_.Preview.get(), .Box = "chkShowTheater"},
-        {.Window = windows_.Palette.get(), .Box = "chkShowTile", .Height = 420}};
+        {.Window = windows_.Palette.get(), .Box = "chkShowTile"},
+        {.Window = windows_.Preview.get(), .Box = "chkShowTheater", .Tab = false}};
     for (WorkspacePart* part : parts_)
         if (const auto more = part->Docked())
             docked.push_back(*more);
+    FoldPanel(true);
     deskWindow_ = std::make_unique<DeskWindow>(
         windows_, docked, [this](const char* box) { WindowHidden(box); },
         desk_.Read().Layout);
@@ -162,6 +177,30 @@ void Workspace::DockAll() {
     deskWindow_->show();
     windows_.Map->setFocus();
 }
+
+// As the user has left it; before that the one window shows of the panel what is wanted
+// all the time, and its own window all of it.
+void Workspace::FoldPanel(bool oneWindow) {
+    const auto folded = desk_.Read().Folded;
+    const std::string names =
+        folded.value_or(oneWindow ? "FraWindows Frame3 Frame1 Frame2" : "");
+    std::istringstream words(names);
+    windows_.Panel->FoldGroups({std::istream_iterator<std::string>(words), {}});
+}
+
+void Workspace::RememberFolded() {
+    std::string names;
+    for (const std::string& name : windows_.Panel->FoldedGroups())
+        names += (names.empty() ? "" : " ") + name;
+    desk_.Change([&names](Desk& desk) { desk.Folded = names; });
+}
+
+void Workspace::ShowPanel(bool shown) {
+    if (deskWindow_)
+        deskWindow_->ShowPanel(shown);
+}
+
+bool Workspace::ShowsPanel() const { return !deskWindow_ || deskWindow_->ShowsPanel(); }
 
 void Workspace::SetOneWindow(bool on) {
     if (on == IsOneWindow())
@@ -177,6 +216,7 @@ void Workspace::SetOneWindow(bool on) {
 
 void Workspace::FreeAll() {
     deskWindow_.reset();
+    FoldPanel(false);
     KeepOrder();
     for (WorkspacePart* part : parts_)
         if (const auto docked = part->Docked())

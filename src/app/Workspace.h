@@ -56,6 +56,9 @@ public:
     // All parts in one window, or each in its own; remembered.
     bool IsOneWindow() const { return deskWindow_ != nullptr; }
     void SetOneWindow(bool on);
+    // The panel leaves its room to the map, in one window only.
+    bool ShowsPanel() const;
+    void ShowPanel(bool shown);
     // An icon among the windows is one no more; the window in use stays that.
     void BringAllToFront();
     // The panel and the other windows, with the palette on a class of terrain.
@@ -132,6 +135,8 @@ private:
     void RememberTheater();
     // Windows of their own again lie over the map, and the panel over all.
     void KeepOrder();
+    void FoldPanel(bool oneWindow);
+    void RememberFolded();
     void DockAll();
     void FreeAll();
 

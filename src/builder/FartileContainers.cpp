@@ -73,6 +73,7 @@ void FartileContainers::Finish(std::vector<KnownPicture> pictures) {
     if (old_ != nullptr && Count() != old_->Count())
         Stage();
     CopyWhatWaits();
+    RequireOldAsTheyWere();
     const uint64_t bytes =
         FartileShape::HeaderBytes + static_cast<uint64_t>(Count()) * shape_.LinearSize();
     for (size_t i = 0; i < staged_.size(); ++i) {
@@ -82,6 +83,17 @@ void FartileContainers::Finish(std::vector<KnownPicture> pictures) {
     }
     index_.Pictures = std::move(pictures);
     WriteIndex();
+}
+
+// What the index tells of them was believed from the beginning of the run.
+void FartileContainers::RequireOldAsTheyWere() const {
+    if (old_ == nullptr)
+        return;
+    for (const ReadableFile& container : old_->Containers())
+        if (MarkOfPath(container.Path()) != container.Mark())
+            throw RuntimeError(ErrorNumber::PathFileAccess,
+                               container.Path() +
+                                   " was changed by another program meanwhile");
 }
 
 void FartileContainers::WriteIndex() {

@@ -33,13 +33,15 @@ public:
     void Add(const DrawnFartile& drawn);
     // The next far tile is that of the old containers.
     void Copy(int32_t from, const Digest& key);
-    // All far tiles are there; the files count among those made.
+    // All far tiles are there; the files count among those made. Error 75 when the old
+    // containers have been changed meanwhile.
     void Finish(std::vector<KnownPicture> pictures);
 
 private:
     int32_t Count() const { return static_cast<int32_t>(index_.Keys.size()); }
     void Stage();
     void CopyWhatWaits();
+    void RequireOldAsTheyWere() const;
     void WriteIndex();
 
     RebuildFiles& files_;

@@ -72,7 +72,9 @@ void AddTerrain(Command& all);
 void AddRegion(Command& all);
 void AddDerived(Command& all);
 void AddUpdate(Command& all);
+void AddCompletion(Command& all);
 void AddRecovery(Command& all);
+void AddSaves(Command& all);
 
 // Adds the features of files one after the other; error 53 and the like for the first
 // that cannot be read.

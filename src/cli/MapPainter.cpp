@@ -13,8 +13,8 @@ std::unique_ptr<DrawingSurface> SurfaceFor(const ProgramState& state,
                                            const MapView& view) {
     const bool texts = view.ShowHeights || state.Features.Count() > 0;
     if (texts || view.ShowAreasPaths)
-        return MakeToolkitSurface(view.PictureSide(), texts);
-    return std::make_unique<PlainSurface>(view.PictureSide());
+        return MakeToolkitSurface(view.SquareSide(), texts);
+    return std::make_unique<PlainSurface>(view.SquareSide());
 }
 
 } // namespace

@@ -30,7 +30,7 @@ PicturePoint RealPixel(const MapView& view, const FeaturePoint& point) {
     const double x = std::clamp(point.X, -Farthest, Farthest);
     const double y = std::clamp(point.Y, -Farthest, Farthest);
     return {(x - view.MapLeftX) * cell + cell / 2,
-            (view.MapBottomY + view.ViewPosts() - y) * cell - cell / 2};
+            view.PictureHeight() - (y - view.MapBottomY) * cell - cell / 2};
 }
 
 // One kind's drawing, on one view.
@@ -43,8 +43,8 @@ struct KindDrawing {
 
     // The picture, and `reach` pixels round it.
     RealBounds Picture(double reach) const {
-        const double far = View.PictureSide() + reach;
-        return {-reach, -reach, far, far};
+        return {-reach, -reach, View.PictureWidth() + reach,
+                View.PictureHeight() + reach};
     }
     bool Touches(const Feature& feature, double reach) const;
     void Convert(const Feature& feature);

@@ -15,9 +15,10 @@ std::string ProgramFolder();
 // now should an update have replaced it meanwhile.
 std::string ProgramFile();
 
-// The folder for the program's own files: `programFolder` when files can be made there,
-// else the user's data folder of the platform, which need not be there yet. Without a
-// slash behind it; empty for a user who has no home.
+// The folder for the program's own files: `programFolder` when files can be made there
+// and no file "by-package" says that the system's packages put it there, else the user's
+// data folder of the platform, which need not be there yet. Without a slash behind it;
+// empty for a user who has no home.
 std::string OwnFilesFolder(const std::string& programFolder);
 
 // The user's data folder of the platform, whatever folder the program writes to; it need

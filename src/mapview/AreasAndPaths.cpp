@@ -69,8 +69,10 @@ void DrawPath(Repaint& repaint, const TileScale& scale, const TilePath& path) {
     if (!IsFinite(start) || !IsFinite(end))
         return;
     const int32_t width = ClampToInt32(std::floor(scale.Length(path.Width)));
-    repaint.Surface.SetPen(PathColor(repaint.Sources.Settings, path.Type),
-                           std::clamp(width, 1, repaint.View.PictureSide()));
+    repaint.Surface.SetPen(
+        PathColor(repaint.Sources.Settings, path.Type),
+        std::clamp(width, 1,
+                   std::max(repaint.View.PictureWidth(), repaint.View.PictureHeight())));
     repaint.Surface.Line(start, end);
 }
 

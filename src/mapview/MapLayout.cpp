@@ -6,18 +6,20 @@ namespace {
 // Between the picture with its scroll bars and the frame of the form.
 constexpr int32_t FormMargin = 4;
 
-int32_t LargeChange(const MapView& view) {
-    return (view.GridCells / 2 + 1) * view.ZoomPosts;
+// Of a picture so many pixels long in the direction of the bar.
+int32_t LargeChange(const MapView& view, int32_t pixels) {
+    const int32_t cells = pixels / std::max(view.TilePixels, 1);
+    return (cells / 2 + 1) * view.ZoomPosts;
 }
 
 } // namespace
 
 ControlRange HorizontalScroll(const MapView& view, int32_t mapWidth) {
-    return {0, mapWidth - 1, LargeChange(view)};
+    return {0, mapWidth - 1, LargeChange(view, view.PictureWidth())};
 }
 
 ControlRange VerticalScroll(const MapView& view, int32_t mapWidth) {
-    return {1 - mapWidth, 0, LargeChange(view)};
+    return {1 - mapWidth, 0, LargeChange(view, view.PictureHeight())};
 }
 
 std::optional<MapLayout> LoadImageControls(const MapView& view, int32_t mapWidth,
@@ -26,12 +28,13 @@ std::optional<MapLayout> LoadImageControls(const MapView& view, int32_t mapWidth
         return std::nullopt;
     MapLayout layout;
     layout.CellSize = view.CellSize();
-    layout.PictureSide = view.PictureSide();
+    layout.PictureWidth = view.PictureWidth();
+    layout.PictureHeight = view.PictureHeight();
     layout.HScroll1 = HorizontalScroll(view, mapWidth);
     layout.VScroll1 = VerticalScroll(view, mapWidth);
-    layout.FormWidth = layout.PictureSide + metrics.ScrollBarWidth +
+    layout.FormWidth = layout.PictureWidth + metrics.ScrollBarWidth +
                        2 * metrics.BorderAcross + FormMargin;
-    layout.FormHeight = layout.PictureSide + metrics.ScrollBarHeight +
+    layout.FormHeight = layout.PictureHeight + metrics.ScrollBarHeight +
                         2 * metrics.BorderDown + metrics.Caption + FormMargin;
     return layout;
 }

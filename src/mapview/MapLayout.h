@@ -41,7 +41,8 @@ struct WindowMetrics {
 // VScroll1 at its right edge as high as it. Pixels.
 struct MapLayout {
     double CellSize = 0;
-    int32_t PictureSide = 0;
+    int32_t PictureWidth = 0;
+    int32_t PictureHeight = 0;
     ControlRange HScroll1; // values are MapLeftX
     ControlRange VScroll1; // values are minus MapBottomY
     int32_t FormWidth = 0;

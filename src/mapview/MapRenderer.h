@@ -9,14 +9,15 @@ namespace vardenix {
 
 // Paints one view of the terrain from nothing, the same for the map window, the
 // screenshot and the command line. From bottom to top: tiles, MAP colour, brightness over
-// both, areas and paths, night tiles, then heights and grid post by post, segments, the
-// export box, features. No picture that is missing or broken stops it.
+// both, relief, contour lines, areas and paths, night tiles, then heights and grid post
+// by post, segments, the export box, features. No picture that is missing or broken stops
+// it.
 class MapRenderer {
 public:
     MapRenderer(const MapSources& sources, const MapTools& tools)
         : sources_(sources), tools_(tools) {}
 
-    // `picture2` has view.PictureSide() pixels a side. False when
+    // `picture2` has view.PictureWidth() by view.PictureHeight() pixels. False when
     // AbortPaint ended it: what was painted so far is shown then and nothing later in the
     // order is drawn. A wish from before the repaint does not count.
     bool RefreshPicArray(const MapView& view, DrawingSurface& picture2, MapScreen& screen,

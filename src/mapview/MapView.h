@@ -29,6 +29,12 @@ struct MapView {
     uint8_t MapAlpha = 127; // of the MAP colour over a tile
     double Brightness = 0;  // percent, -100 to 100
 
+    bool ShowRelief = false;
+    bool ReliefAlone = false;    // no tiles below it
+    int32_t ReliefStrength = 60; // percent, 0 to 100
+    bool ShowContours = false;
+    int32_t ContourStep = 500; // feet from line to line, at least 1
+
     bool ShowAreasPaths = false; // master switch of the two below
     bool ShowAreas = true;
     bool ShowPaths = true;
@@ -40,17 +46,41 @@ struct MapView {
     int32_t ExportX2 = -1;
     int32_t ExportY2 = -1;
 
+    // Of the picture in pixels, where it fills a room of its own; 0 where it is the
+    // square of GridCells.
+    int32_t RoomWidth = 0;
+    int32_t RoomHeight = 0;
+
     bool L0Mode = false;     // the finest elevations are edited
     bool ScrollBusy = false; // a scroll value is being set by the program
 
     // What is edited.
     Layer Edited() const { return L0Mode ? Layer::Heights : Layer::Posts; }
-    // Posts along a side of the view.
-    int32_t ViewPosts() const { return GridCells * ZoomPosts; }
     // Pixels along a side of a post's cell, a real number.
     double CellSize() const { return static_cast<double>(TilePixels) / ZoomPosts; }
-    // Pixels along a side of the whole picture.
-    int32_t PictureSide() const { return GridCells * TilePixels; }
+    // Pixels along a side of the square of GridCells.
+    int32_t SquareSide() const { return GridCells * TilePixels; }
+
+    bool FillsRoom() const { return RoomWidth > 0 && RoomHeight > 0; }
+    // Of the whole picture.
+    int32_t PictureWidth() const { return FillsRoom() ? RoomWidth : SquareSide(); }
+    int32_t PictureHeight() const { return FillsRoom() ? RoomHeight : SquareSide(); }
+    // Posts across and up the view. In a room the last column and the uppermost row may
+    // be cut by the picture's edge: the lower left corner is always that of a post.
+    int32_t ViewColumns() const { return PostsWithin(PictureWidth()); }
+    int32_t ViewRows() const { return PostsWithin(PictureHeight()); }
+    // Pixels from the picture's upper edge to the lower side of a row of posts.
+    double BottomOfRow(int32_t y) const {
+        return PictureHeight() - CellSize() * (y - MapBottomY);
+    }
+
+private:
+    int32_t PostsWithin(int32_t pixels) const {
+        if (TilePixels <= 0)
+            return 0;
+        const int64_t posts = int64_t{pixels} * ZoomPosts;
+        return static_cast<int32_t>((posts + TilePixels - 1) / TilePixels);
+    }
 };
 
 // While it lives, a scroll value is being set by the program: clicks on the map and

@@ -32,8 +32,8 @@ double PreviewScale(int32_t previewSide, int32_t mapWidth) {
 
 ViewPort MakeViewPort(const MapView& view, int32_t previewSide, double postsOfPixel) {
     ViewPort port;
-    port.View = BoxOf(view.MapLeftX, view.MapBottomY, view.MapLeftX + view.ViewPosts(),
-                      view.MapBottomY + view.ViewPosts(), previewSide, postsOfPixel, Red);
+    port.View = BoxOf(view.MapLeftX, view.MapBottomY, view.MapLeftX + view.ViewColumns(),
+                      view.MapBottomY + view.ViewRows(), previewSide, postsOfPixel, Red);
     port.HasExport = view.ShowExport;
     if (port.HasExport)
         port.Export = BoxOf(std::min(view.ExportX1, view.ExportX2),

@@ -51,6 +51,10 @@ bool PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell);
 
 // The passes. Those that can be ended answer false when they were.
 bool PaintTiles(Repaint& repaint);
+// In the place of tiles, for a relief alone.
+void PaintBareGround(Repaint& repaint);
+void PaintRelief(Repaint& repaint);
+void DrawContours(Repaint& repaint);
 void PaintAreasAndPaths(Repaint& repaint);
 bool PaintOverlays(Repaint& repaint);
 void DrawSegments(Repaint& repaint);

@@ -9,17 +9,20 @@
 namespace vardenix {
 
 ViewGrid::ViewGrid(const MapView& view, const Terrain& terrain)
-    : ViewGrid(view, terrain, {0, 0, view.ViewPosts() - 1, view.ViewPosts() - 1}) {}
+    : ViewGrid(view, terrain, {0, 0, view.ViewColumns() - 1, view.ViewRows() - 1}) {}
 
 ViewGrid::ViewGrid(const MapView& view, const Terrain& terrain, const PostBox& cells)
-    : viewPosts_(std::max(view.ViewPosts(), 0)), firstColumn_(cells.X1),
-      firstRow_(cells.Y1), columns_(std::max(cells.X2 - cells.X1 + 1, 0)),
+    : firstColumn_(cells.X1), firstRow_(cells.Y1),
+      columns_(std::max(cells.X2 - cells.X1 + 1, 0)),
       rows_(std::max(cells.Y2 - cells.Y1 + 1, 0)),
       cellSide_(ClampToInt32(std::ceil(view.CellSize()))), mapLeftX_(view.MapLeftX),
       mapBottomY_(view.MapBottomY), terrain_(terrain) {
-    edges_.reserve(static_cast<size_t>(viewPosts_) + 1);
-    for (int32_t i = 0; i <= viewPosts_; ++i)
-        edges_.push_back(PixelAt(view.CellSize() * i));
+    columnEdges_.reserve(static_cast<size_t>(columns_) + 1);
+    for (int32_t i = 0; i <= columns_; ++i)
+        columnEdges_.push_back(PixelAt(view.CellSize() * (firstColumn_ + i)));
+    rowEdges_.reserve(static_cast<size_t>(rows_) + 1);
+    for (int32_t i = 0; i <= rows_; ++i)
+        rowEdges_.push_back(PixelAt(view.BottomOfRow(mapBottomY_ + firstRow_ + i)));
 }
 
 std::optional<PostCell> ViewGrid::At(int32_t i) const {
@@ -33,13 +36,14 @@ std::optional<PostCell> ViewGrid::At(int32_t i) const {
     if (serial > terrain_.LxArr.UpperBound())
         return std::nullopt;
 
-    const auto left = static_cast<size_t>(column);
-    const auto top = static_cast<size_t>(viewPosts_ - 1 - row);
+    const auto left = static_cast<size_t>(column - firstColumn_);
+    const auto bottom = static_cast<size_t>(row - firstRow_);
     PostCell cell;
     cell.X = static_cast<int32_t>(x);
     cell.Y = static_cast<int32_t>(y);
-    cell.Cell = {edges_[left], edges_[top], edges_[left + 1] - edges_[left],
-                 edges_[top + 1] - edges_[top]};
+    cell.Cell = {columnEdges_[left], rowEdges_[bottom + 1],
+                 columnEdges_[left + 1] - columnEdges_[left],
+                 rowEdges_[bottom] - rowEdges_[bottom + 1]};
     cell.Post = terrain_.LxArr.Values()[static_cast<size_t>(serial - 1)];
     return cell;
 }

@@ -41,7 +41,6 @@ public:
     std::optional<PostCell> At(int32_t i) const;
 
 private:
-    int32_t viewPosts_;
     int32_t firstColumn_;
     int32_t firstRow_;
     int32_t columns_;
@@ -50,7 +49,8 @@ private:
     int32_t mapLeftX_;
     int32_t mapBottomY_;
     const Terrain& terrain_;
-    std::vector<int32_t> edges_; // of columns from the left, of rows from the top
+    std::vector<int32_t> columnEdges_; // of the columns above, from the left
+    std::vector<int32_t> rowEdges_;    // of the rows above, from below
 };
 
 } // namespace vardenix

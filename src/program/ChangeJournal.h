@@ -20,8 +20,10 @@ public:
     // More belongs to the newest change, which has the name of `more` now.
     virtual void Grown(const Change& more) noexcept = 0;
     virtual void Walked(Walk walk) noexcept = 0;
-    // The paper is on the disk as it is now, saved or loaded.
+    // The paper is on the disk as it is now, in its own file or in a copy; or it has been
+    // read from its file.
     virtual void Saved(Paper paper) noexcept = 0;
+    virtual void Loaded(Paper paper) noexcept = 0;
     // The newest change has led the paper to a state that was there before.
     virtual void Revised() noexcept = 0;
     // The paper has become another in a way that no change tells.

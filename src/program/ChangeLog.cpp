@@ -229,6 +229,10 @@ void ChangeLog::Saved(Paper paper) {
     saved_.insert(Revision(paper));
     if (journal_ != nullptr)
         journal_->Saved(paper);
+    TellSaved(paper);
+}
+
+void ChangeLog::TellSaved(Paper paper) {
     for (ChangeFollower* follower : followers_)
         follower->Saved(paper);
 }
@@ -260,7 +264,10 @@ void ChangeLog::LoadedAnew(Paper paper) {
         for (Entry& entry : entries_)
             entry.After[Index(paper)] = revision;
     }
-    Saved(paper);
+    onDisk_[Index(paper)] = Revision(paper);
+    if (journal_ != nullptr)
+        journal_->Loaded(paper);
+    TellSaved(paper);
 }
 
 void ChangeLog::ChangedOtherwise(Paper paper) {

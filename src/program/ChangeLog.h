@@ -164,6 +164,7 @@ private:
     Change& Newest();
     void HasGrown(Change more);
     void Forget(Paper paper);
+    void TellSaved(Paper paper);
 
     Papers papers_;
     std::vector<ChangeFollower*> followers_;

@@ -45,7 +45,10 @@ Desk ReadDesk(std::string_view appPath) {
                                          folder) == desk.Recent.end())
             desk.Recent.push_back(folder);
     }
-    desk.OneWindow = Val(file.Read("WINDOWS", "ONE_WINDOW")) != 0;
+    if (file.Has("WINDOWS", "ONE_WINDOW"))
+        desk.OneWindow = Val(file.Read("WINDOWS", "ONE_WINDOW")) != 0;
+    if (file.Has("WINDOWS", "FOLDED"))
+        desk.Folded = file.Read("WINDOWS", "FOLDED");
     for (size_t i = 0; i < MostLayout / LayoutPiece; ++i)
         desk.Layout += file.Read("WINDOWS", KeyOfLayout(i));
     return desk;
@@ -55,7 +58,10 @@ std::string DeskText(const Desk& desk) {
     ProfileWriter file;
     for (size_t i = 0; i < desk.Recent.size(); ++i)
         file.Write("RECENT", KeyOfRecent(i), desk.Recent[i]);
-    file.Write("WINDOWS", "ONE_WINDOW", desk.OneWindow ? "-1" : "0");
+    if (desk.OneWindow)
+        file.Write("WINDOWS", "ONE_WINDOW", *desk.OneWindow ? "-1" : "0");
+    if (desk.Folded)
+        file.Write("WINDOWS", "FOLDED", *desk.Folded);
     if (desk.Layout.size() <= MostLayout)
         for (size_t at = 0; at < desk.Layout.size(); at += LayoutPiece)
             file.Write("WINDOWS", KeyOfLayout(at / LayoutPiece),

@@ -3,6 +3,7 @@
 #include "program/TheaterOpening.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,10 +16,14 @@ struct Desk {
     // Folders of the theaters opened last, UTF-8 without a slash at the end, the newest
     // first; each is there once.
     std::vector<std::string> Recent;
-    // All windows of the workspace in one; and how its parts lie, as letters and digits
-    // of the toolkit's own. Empty until it has been used.
-    bool OneWindow = false;
+    // All windows of the workspace in one; nothing until a run has stored it. And how its
+    // parts lie, as letters and digits of the toolkit's own, empty until it has been
+    // used.
+    std::optional<bool> OneWindow;
     std::string Layout;
+    // The frames of the panel that are folded, by their names, with a blank between them;
+    // nothing until the user has folded one.
+    std::optional<std::string> Folded;
 };
 
 constexpr size_t MostRecent = 9;

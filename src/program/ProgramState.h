@@ -28,9 +28,10 @@ struct ProgramFolders {
     std::string UpdateTempFolder;
     // The user's own below the system's; home of the restore point.
     std::string SystemTempPath;
-    // Where logs of changes are kept for recovery, without a slash at its end; empty when
-    // none are.
+    // Where logs of changes and earlier saves are kept, without a slash at their ends;
+    // empty when none are.
     std::string LogFolder;
+    std::string SavesFolder;
 };
 
 // Everything that more than one window works on, owned for the whole run. Only windows

@@ -3,6 +3,7 @@
 #include "files/OwnFolders.h"
 #include "recovery/ChangeBytes.h"
 #include "recovery/LeftLogs.h"
+#include "recovery/PaperFile.h"
 #include "texts/RuntimeError.h"
 
 #include <chrono>
@@ -72,7 +73,9 @@ void LogKeeper::Try(Work work) noexcept {
 
 void LogKeeper::Begin() {
     file_ = std::make_unique<GrowingFile>(MakeLog(folder_));
-    Write(RecordOf(RecordKind::Files));
+    LogRecord record = RecordOf(RecordKind::Files);
+    record.Files = files_ = FilesOf(state_);
+    Write(record);
 }
 
 // The changes that can still be walked over, in a file that everything is saved in.
@@ -91,10 +94,16 @@ void LogKeeper::BeginAgain() {
     }
     for (size_t i = changes.Position(); i < changes.Count(); ++i)
         Write(RecordOf(RecordKind::Back));
-    LogRecord record = RecordOf(RecordKind::Saved);
+    uint8_t all = 0;
     for (const Paper paper : AllPapers)
-        record.Saved |= PaperBit(paper);
-    record.Files = FilesOf(state_);
+        all |= PaperBit(paper);
+    WriteSaved(all);
+}
+
+void LogKeeper::WriteSaved(uint8_t papers) {
+    LogRecord record = RecordOf(RecordKind::Saved);
+    record.Saved = papers;
+    record.Files = files_ = FilesOf(state_);
     Write(record);
 }
 
@@ -103,8 +112,6 @@ LogRecord LogKeeper::RecordOf(RecordKind kind) const {
     for (const Paper paper : AllPapers)
         if (state_.Changes.Unsaved(paper))
             record.Unsaved |= PaperBit(paper);
-    if (kind == RecordKind::Files)
-        record.Files = FilesOf(state_);
     return record;
 }
 
@@ -138,6 +145,7 @@ void LogKeeper::Walked(Walk walk) noexcept {
         });
 }
 
+// After a save to a copy the theater's own file still is what it was.
 void LogKeeper::Saved(Paper paper) noexcept {
     if (folder_.empty())
         return;
@@ -146,11 +154,16 @@ void LogKeeper::Saved(Paper paper) noexcept {
             return BeginAgain();
         if (!Keeps() || !file_)
             return;
-        LogRecord record = RecordOf(RecordKind::Saved);
-        record.Saved = PaperBit(paper);
-        record.Files = FilesOf(state_);
-        Write(record);
+        if (FileOf(files_, paper) == FileOfPaper(state_, paper))
+            Write(RecordOf(RecordKind::Revised));
+        else
+            WriteSaved(PaperBit(paper));
     });
+}
+
+void LogKeeper::Loaded(Paper paper) noexcept {
+    if (Keeps() && file_)
+        Try([&] { WriteSaved(PaperBit(paper)); });
 }
 
 void LogKeeper::Revised() noexcept {

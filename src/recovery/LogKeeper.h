@@ -35,6 +35,7 @@ public:
     void Grown(const Change& more) noexcept override;
     void Walked(Walk walk) noexcept override;
     void Saved(Paper paper) noexcept override;
+    void Loaded(Paper paper) noexcept override;
     void Revised() noexcept override;
     void Lost() noexcept override;
 
@@ -47,11 +48,13 @@ private:
     void Stop(const std::string& why);
     LogRecord RecordOf(RecordKind kind) const;
     void Write(const LogRecord& record, const Change* change = nullptr);
+    void WriteSaved(uint8_t papers);
 
     ProgramState& state_;
     std::string folder_;
     uint64_t most_;
     std::unique_ptr<GrowingFile> file_;
+    BasedOn files_;        // as the log tells them
     bool stopped_ = false; // until everything is saved
     bool complained_ = false;
     std::string complaint_;

@@ -108,6 +108,23 @@ BasedOn FilesOf(const ProgramState& state) {
             .HeightsO = {heights.OffsetPath, heights.ReadO}};
 }
 
+const BasedOnFile& FileOf(const BasedOn& files, Paper paper) {
+    static const BasedOnFile none;
+    switch (paper) {
+    case Paper::Level2:
+        return files.L2;
+    case Paper::Heights:
+        return files.Heights;
+    case Paper::Catalogue:
+        return files.Bin;
+    case Paper::MapFile:
+        return files.Map;
+    case Paper::Features:
+        break;
+    }
+    return none;
+}
+
 bool IsThere(const BasedOnFile& file) {
     FileIdentity now = IdentityOfRealPath(file.Path);
     now.Device = file.Identity.Device;

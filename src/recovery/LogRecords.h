@@ -32,6 +32,7 @@ enum class RecordKind : uint8_t {
 struct BasedOnFile {
     std::string Path;
     FileIdentity Identity;
+    bool operator==(const BasedOnFile&) const = default;
 };
 struct BasedOn {
     BasedOnFile L2;
@@ -43,6 +44,8 @@ struct BasedOn {
     BasedOnFile HeightsO; // of a L0 file
 };
 BasedOn FilesOf(const ProgramState& state);
+// That of a paper; the L file of a pair.
+const BasedOnFile& FileOf(const BasedOn& files, Paper paper);
 
 // Whether a file is there as it was. The number of its disk does not count: it need not
 // be the same after the machine was started anew.

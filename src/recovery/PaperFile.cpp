@@ -37,20 +37,7 @@ std::vector<std::byte> AllBytesOf(const ReadableFile& file) {
 } // namespace
 
 BasedOnFile FileOfPaper(const ProgramState& state, Paper paper) {
-    const BasedOn files = FilesOf(state);
-    switch (paper) {
-    case Paper::Level2:
-        return files.L2;
-    case Paper::Heights:
-        return files.Heights;
-    case Paper::Catalogue:
-        return files.Bin;
-    case Paper::MapFile:
-        return files.Map;
-    case Paper::Features:
-        break;
-    }
-    return {};
+    return FileOf(FilesOf(state), paper);
 }
 
 PaperFile::PaperFile(const ProgramState& state, Paper paper) : paper_(paper) {

@@ -20,10 +20,10 @@ void HitFrames::DrawMarks(DrawingSurface& surface, const MapView& view) {
     surface.SetFill(FillStyle::None, 0);
     for (const int32_t serial : HitsInside(
              hits_, width, view.MapLeftX + 1, view.MapBottomY + 1,
-             view.MapLeftX + view.ViewPosts(), view.MapBottomY + view.ViewPosts())) {
+             view.MapLeftX + view.ViewColumns(), view.MapBottomY + view.ViewRows())) {
         const PostXY post = SerialToXY(serial, width);
         const double left = cell * (post.X - 1 - view.MapLeftX);
-        const double top = cell * (view.MapBottomY + view.ViewPosts() - post.Y);
+        const double top = view.PictureHeight() - cell * (post.Y - view.MapBottomY);
         surface.Rectangle({left + 1, top + 1}, {left + cell - 1, top + cell - 1});
     }
 }

@@ -35,16 +35,7 @@ std::vector<RowSpan> WholeTerrain(const Terrain& terrain) {
 }
 
 std::vector<RowSpan> SpansOfHits(const SearchResults& hits, int32_t mapWidth) {
-    std::vector<RowSpan> spans;
-    for (size_t i = 1; i < hits.size(); ++i) {
-        const int32_t y = (hits[i] - 1) / mapWidth;
-        const int32_t x = (hits[i] - 1) % mapWidth;
-        if (!spans.empty() && spans.back().Y == y && spans.back().X2 == x - 1)
-            spans.back().X2 = x;
-        else
-            spans.push_back({y, x, x});
-    }
-    return spans;
+    return SpansOfSerials(std::span(hits).subspan(1), mapWidth);
 }
 
 int64_t CountReplaced(const Terrain& terrain, const TileMarks& old,

@@ -43,8 +43,8 @@ std::optional<ChangedPosts> PlaceOf(const Change& change, int32_t mapWidth,
 }
 
 PostBox InView(const MapView& view) {
-    return {view.MapLeftX, view.MapBottomY, view.MapLeftX + view.ViewPosts() - 1,
-            view.MapBottomY + view.ViewPosts() - 1};
+    return {view.MapLeftX, view.MapBottomY, view.MapLeftX + view.ViewColumns() - 1,
+            view.MapBottomY + view.ViewRows() - 1};
 }
 
 void ScrollToHidden(const std::optional<ChangedPosts>& changed,

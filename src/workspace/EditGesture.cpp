@@ -47,13 +47,13 @@ bool CutPart(double from, double step, double last, double& begin, double& end) 
 
 } // namespace
 
-bool CutToPicture(int32_t side, double& x1, double& y1, double& x2, double& y2) {
+bool CutToPicture(const MapView& view, double& x1, double& y1, double& x2, double& y2) {
     const double dx = x2 - x1;
     const double dy = y2 - y1;
-    const double last = side - 1;
     double begin = 0;
     double end = 1;
-    if (!CutPart(x1, dx, last, begin, end) || !CutPart(y1, dy, last, begin, end))
+    if (!CutPart(x1, dx, view.PictureWidth() - 1, begin, end) ||
+        !CutPart(y1, dy, view.PictureHeight() - 1, begin, end))
         return false;
     x2 = x1 + dx * end;
     y2 = y1 + dy * end;
@@ -137,14 +137,14 @@ std::optional<PostBox> EditGesture::Move(double x, double y) {
         return std::nullopt;
     if (corner_)
         opposite_ =
-            SquareAt({std::clamp(x, 0.0, std::max(view_.PictureSide() - 1.0, 0.0)),
-                      std::clamp(y, 0.0, std::max(view_.PictureSide() - 1.0, 0.0))});
+            SquareAt({std::clamp(x, 0.0, std::max(view_.PictureWidth() - 1.0, 0.0)),
+                      std::clamp(y, 0.0, std::max(view_.PictureHeight() - 1.0, 0.0))});
     if (!stroke_ || (x == last_.X && y == last_.Y))
         return std::nullopt;
     Position from = last_;
     Position to{x, y};
     last_ = to;
-    if (!CutToPicture(view_.PictureSide(), from.X, from.Y, to.X, to.Y))
+    if (!CutToPicture(view_, from.X, from.Y, to.X, to.Y))
         return std::nullopt;
     return Brush(LineBetween(SquareAt(from), SquareAt(to)), false);
 }
@@ -193,11 +193,12 @@ PostBox EditGesture::FillLimits(bool everywhere) const {
     const int32_t side = heights_ ? HeightsPerPost * SegmentSide : SegmentSide;
     const int32_t squares = heights_ ? HeightsPerPost : 1;
     const auto first = [&](int32_t post) { return post * squares / side * side; };
-    const auto last = [&](int32_t post) {
-        return (post + view_.ViewPosts() - 1) * squares / side * side + side - 1;
+    const auto last = [&](int32_t post, int32_t count) {
+        return (post + count - 1) * squares / side * side + side - 1;
     };
     return CutToGrid({first(view_.MapLeftX), first(view_.MapBottomY),
-                      last(view_.MapLeftX), last(view_.MapBottomY)},
+                      last(view_.MapLeftX, view_.ViewColumns()),
+                      last(view_.MapBottomY, view_.ViewRows())},
                      width);
 }
 

@@ -83,8 +83,8 @@ private:
     int64_t changed_ = 0;  // squares, by this gesture
 };
 
-// The part of a line from one position of the mouse to another that lies on a picture
-// `side` pixels a side; false when none does.
-bool CutToPicture(int32_t side, double& x1, double& y1, double& x2, double& y2);
+// The part of a line from one position of the mouse to another that lies on the picture
+// of a view; false when none does.
+bool CutToPicture(const MapView& view, double& x1, double& y1, double& x2, double& y2);
 
 } // namespace vardenix

@@ -4,6 +4,7 @@
 #include "texts/Numbers.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vardenix {
 
@@ -16,6 +17,14 @@ constexpr const char* OutsideTerrain = "Outside Terrain Area";
 int32_t Rounded(double value) { return ClampToInt32(RoundHalfEven(value)); }
 
 int32_t CellPixels(const MapView& view) { return std::max(Rounded(view.CellSize()), 1); }
+
+// The square under a pixel where the picture is painted in cells of `side` pixels, a real
+// number: halves of rounded edges do not occur.
+PostPlace PaintedCell(const MapView& view, double x, double y, double side) {
+    const double across = std::floor(x) + 0.5;
+    const double up = view.PictureHeight() - std::floor(y) - 0.5;
+    return {ClampToInt32(std::floor(across / side)), ClampToInt32(std::floor(up / side))};
+}
 
 // Columns from the left edge and rows from the bottom edge of a view whose picture is
 // `height` pixels high by its rounded cells.
@@ -58,14 +67,17 @@ void ChooseTool(MapInteraction& interaction, MapTool tool) {
 
 PostPlace PostUnderCursor(const MapView& view, double x, double y) {
     const int32_t side = CellPixels(view);
-    const PostPlace cell = Cells(x, y, view.ViewPosts() * side, side);
+    const PostPlace cell = view.FillsRoom() ? PaintedCell(view, x, y, view.CellSize())
+                                            : Cells(x, y, view.ViewRows() * side, side);
     return {cell.X + view.MapLeftX, cell.Y + view.MapBottomY};
 }
 
 PostPlace ElevationUnderCursor(const MapView& view, double x, double y) {
     const int32_t side = CellPixels(view);
     const int32_t quarter = std::max(Rounded(side / 4.0), 1);
-    const PostPlace cell = Cells(x, y, view.ViewPosts() * side, quarter);
+    const PostPlace cell = view.FillsRoom()
+                               ? PaintedCell(view, x, y, view.CellSize() / 4)
+                               : Cells(x, y, view.ViewRows() * side, quarter);
     return {cell.X + view.MapLeftX * 4, cell.Y + view.MapBottomY * 4};
 }
 

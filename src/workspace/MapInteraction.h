@@ -56,7 +56,8 @@ void ChooseTool(MapInteraction& interaction, MapTool tool);
 // The post of level 2 under a position of the mouse on the picture, in pixels from the
 // upper left. Cells are taken as rounded to whole pixels here; where that differs from
 // the painted size (3 posts on 128 pixels) a click near a far edge of the view meets the
-// neighbour, as it always has.
+// neighbour, as it always has. A picture that fills a room is wide enough for that to
+// grow to whole cells, and there the painted ones count.
 PostPlace PostUnderCursor(const MapView& view, double x, double y);
 // The finest elevation there: sixteen to a cell, of a rounded quarter of its side each,
 // which is at least a pixel.

@@ -7,38 +7,23 @@
 
 namespace vardenix {
 
-namespace {
-
-// How many doublings lie between two tile sizes.
-int32_t Doublings(int32_t a, int32_t b) {
-    int32_t count = 0;
-    for (int32_t low = std::min(a, b); low < std::max(a, b); low *= 2)
-        ++count;
-    return count;
+bool RoomFilling::Fill(WindowSize room) {
+    const WindowSize wanted{std::max(room.Width, 1), std::max(room.Height, 1)};
+    if (wanted.Width == view_.RoomWidth && wanted.Height == view_.RoomHeight)
+        return false;
+    if (!Fills())
+        squareBefore_ = view_.SquareSide();
+    view_.RoomWidth = wanted.Width;
+    view_.RoomHeight = wanted.Height;
+    return true;
 }
 
-} // namespace
-
-GridChoice ChoiceOf(const MapView& view) { return {view.TilePixels, view.GridCells}; }
-
-GridChoice LargestGrid(const MapView& view, int32_t room) {
-    GridChoice best{TileWidths.front(), static_cast<int16_t>(GridCellsRange.Min)};
-    for (const int32_t width : TileWidths) {
-        const int32_t cells = std::min(room / width, GridCellsRange.Max);
-        if (cells < GridCellsRange.Min)
-            continue;
-        const GridChoice choice{width, static_cast<int16_t>(cells)};
-        const bool nearer = Doublings(width, view.TilePixels) <
-                            Doublings(best.TilePixels, view.TilePixels);
-        if (choice.Side() > best.Side() || (choice.Side() == best.Side() && nearer))
-            best = choice;
-    }
-    return best;
-}
-
-GridChoice FittingGrid(const MapView& view, int32_t room) {
-    const int32_t cells = GridCellsRange.Clamp(room / std::max(view.TilePixels, 1));
-    return {view.TilePixels, static_cast<int16_t>(cells)};
+bool RoomFilling::End() {
+    if (!Fills())
+        return false;
+    view_.RoomWidth = 0;
+    view_.RoomHeight = 0;
+    return true;
 }
 
 int16_t DrawnCells(const MapView& view, WindowSize before, WindowSize after,

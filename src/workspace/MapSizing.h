@@ -3,30 +3,32 @@
 #include "mapview/MapView.h"
 #include "workspace/FirstLayout.h"
 
+#include <cstdint>
+
 namespace vardenix {
 
 // How the picture of the map and its window follow one another.
 
-// The two sizes that make a picture's side.
-struct GridChoice {
-    int32_t TilePixels = 0;
-    int16_t GridCells = 0;
+// The picture fills a room, as a part of another window or a whole screen has it, or is
+// the square of GridCells again. What makes the square stays as it is meanwhile.
+class RoomFilling {
+public:
+    // Borrowed.
+    explicit RoomFilling(MapView& view) : view_(view) {}
 
-    int32_t Side() const { return TilePixels * GridCells; }
-    bool operator==(const GridChoice&) const = default;
+    // The picture gets as large as the room, at least a pixel. False when it is already.
+    bool Fill(WindowSize room);
+    // False when the picture is the square already.
+    bool End();
+    bool Fills() const { return view_.FillsRoom(); }
+    // Whether the square is as large as when the room was first filled: a window that
+    // comes back to its old size fits round it.
+    bool SquareKept() const { return view_.SquareSide() == squareBefore_; }
+
+private:
+    MapView& view_;
+    int32_t squareBefore_ = 0;
 };
-
-GridChoice ChoiceOf(const MapView& view);
-
-// The largest picture that fits a square of `room` pixels, of all tile sizes and cells
-// that can be chosen. Of several that are as large, the one whose tile size is nearest to
-// that of the view: it shows the terrain as the user had it. The smallest one where none
-// fits.
-GridChoice LargestGrid(const MapView& view, int32_t room);
-
-// The largest picture that fits, with the tile size of the view: as many cells as there
-// is room for, 2 to 10.
-GridChoice FittingGrid(const MapView& view, int32_t room);
 
 // The cells a side that the user means who has drawn the edges of a window so that its
 // part for the picture went from `before` to `after`: whole ones, by the direction that

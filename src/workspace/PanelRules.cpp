@@ -3,9 +3,22 @@
 #include "program/ProgramVersion.h"
 #include "texts/Numbers.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace vardenix {
 
 namespace {
+
+// The one behind that of the view, in the order of a list.
+template <typename Iterator>
+bool NextTileSize(MapView& view, Iterator begin, Iterator end) {
+    const auto at = std::find(begin, end, view.TilePixels);
+    if (at == end || std::next(at) == end)
+        return false;
+    view.TilePixels = *std::next(at);
+    return true;
+}
 
 std::string Star(const DirtyFlags& flags) { return flags.L2 || flags.L0ELV ? "*" : ""; }
 
@@ -30,6 +43,8 @@ int32_t ZoomPlus(int32_t zoomPosts) {
 }
 
 bool ZoomIn(MapView& view) {
+    if (view.FillsRoom())
+        return NextTileSize(view, TileWidths.begin(), TileWidths.end());
     if (view.GridCells <= GridCellsRange.Min)
         return false;
     --view.GridCells;
@@ -37,6 +52,8 @@ bool ZoomIn(MapView& view) {
 }
 
 bool ZoomOut(MapView& view) {
+    if (view.FillsRoom())
+        return NextTileSize(view, TileWidths.rbegin(), TileWidths.rend());
     if (view.GridCells >= GridCellsRange.Max)
         return false;
     ++view.GridCells;
@@ -44,8 +61,11 @@ bool ZoomOut(MapView& view) {
 }
 
 std::string GridCaption(const MapView& view) {
-    const std::string cells = std::to_string(view.GridCells);
-    return cells + " X " + cells;
+    const auto cells = [&view](int32_t pixels) {
+        const int32_t tile = std::max(view.TilePixels, 1);
+        return std::to_string((pixels + tile - 1) / tile);
+    };
+    return cells(view.PictureWidth()) + " X " + cells(view.PictureHeight());
 }
 
 PostPlace GoToXY(std::string_view labelX, std::string_view labelY, int32_t mapWidth) {

@@ -20,12 +20,14 @@ int32_t StepUp(int32_t value, const ControlRange& range);
 // cmdminus shows more posts, cmdplus fewer.
 int32_t ZoomMinus(int32_t zoomPosts);
 int32_t ZoomPlus(int32_t zoomPosts);
-// cmdZoomin and cmdZoomOut: one grid cell fewer or more a side. False at the limit, and
-// then nothing is laid out or painted anew.
+// cmdZoomin and cmdZoomOut: one grid cell fewer or more a side. A picture that fills a
+// room has fewer or more cells by the next larger or smaller tile size. False at the
+// limit, and then nothing is laid out or painted anew.
 bool ZoomIn(MapView& view);
 bool ZoomOut(MapView& view);
 
-std::string GridCaption(const MapView& view); // of Label2: "5 X 5"
+// Of Label2: "5 X 5"; of a picture that fills a room with the cells that its edges cut.
+std::string GridCaption(const MapView& view);
 
 // cmdGoXY: the position that the texts of LabelX and LabelY spell, rounded and clamped to
 // the scroll ranges.

@@ -29,10 +29,24 @@ std::vector<int32_t> TilesNamed(const TileLookup& lookup,
     const std::string wanted = UpperCase(TrimBlanks(part));
     std::vector<int32_t> named;
     for (const int32_t tile : tiles)
-        if (UpperCase(lookup.at(static_cast<size_t>(tile)).Name).find(wanted) !=
-            std::string::npos)
+        if (std::to_string(tile) == wanted ||
+            UpperCase(lookup.at(static_cast<size_t>(tile)).Name).find(wanted) !=
+                std::string::npos)
             named.push_back(tile);
     return named;
+}
+
+std::vector<int32_t> TilesToShow(const TileLookup& lookup, int32_t classCode,
+                                 std::string_view part) {
+    std::vector<int32_t> tiles =
+        TilesNamed(lookup, TilesOfClass(lookup, classCode), part);
+    if (!tiles.empty() || TrimBlanks(part).empty())
+        return tiles;
+    std::vector<int32_t> all;
+    for (size_t tile = 0; tile < lookup.size(); ++tile)
+        if (!lookup[tile].Name.empty())
+            all.push_back(static_cast<int32_t>(tile));
+    return TilesNamed(lookup, all, part);
 }
 
 bool HasTile(const TileLookup& lookup, int32_t tile) {

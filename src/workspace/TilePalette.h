@@ -28,10 +28,16 @@ int PaletteIndex(int32_t classCode);
 // The tile numbers that a class shows, rising. Numbers without a name are left out.
 std::vector<int32_t> TilesOfClass(const TileLookup& lookup, int32_t classCode);
 
-// Those of `tiles` whose names hold `part`, in their order; blanks round it and the case
-// of the letters A to Z do not count. Bytes as the catalogue has them.
+// Those of `tiles` whose names hold `part` or whose number it is, in their order; blanks
+// round it and the case of the letters A to Z do not count. Bytes as the catalogue has
+// them.
 std::vector<int32_t> TilesNamed(const TileLookup& lookup,
                                 const std::vector<int32_t>& tiles, std::string_view part);
+
+// What the palette shows of a class; where the class has no such tile, those of all
+// others.
+std::vector<int32_t> TilesToShow(const TileLookup& lookup, int32_t classCode,
+                                 std::string_view part);
 
 // Whether the catalogue has a tile of this number, which can be chosen so.
 bool HasTile(const TileLookup& lookup, int32_t tile);

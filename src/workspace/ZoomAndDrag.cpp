@@ -3,6 +3,8 @@
 #include "texts/Numbers.h"
 #include "workspace/MapInteraction.h"
 
+#include <cmath>
+
 namespace vardenix {
 
 PostPlace ZoomedAt(const MapView& view, int16_t zoomPosts, double x, double y,
@@ -16,9 +18,13 @@ PostPlace ZoomedAt(const MapView& view, int16_t zoomPosts, double x, double y,
 }
 
 PostPlace ZoomedAtMiddle(const MapView& view, int16_t zoomPosts, int32_t mapWidth) {
-    const int32_t posts = view.GridCells * zoomPosts;
-    const int32_t by = ClampToInt32(RoundHalfEven((view.ViewPosts() - posts) / 2.0));
-    return ClampToScroll({view.MapLeftX + by, view.MapBottomY + by}, mapWidth);
+    const double fewer = 1.0 * (view.ZoomPosts - zoomPosts) / view.TilePixels;
+    const auto by = [fewer](int32_t pixels) {
+        return ClampToInt32(RoundHalfEven(pixels * fewer / 2));
+    };
+    return ClampToScroll({view.MapLeftX + by(view.PictureWidth()),
+                          view.MapBottomY + by(view.PictureHeight())},
+                         mapWidth);
 }
 
 int16_t ZoomAfterWheel(int16_t zoomPosts, int32_t backward) {
@@ -32,6 +38,20 @@ PostPlace Dragged(const MapView& view, double right, double down, int32_t mapWid
     return ClampToScroll({ClampToInt32(view.MapLeftX - RoundHalfEven(right / cell)),
                           ClampToInt32(view.MapBottomY + RoundHalfEven(down / cell))},
                          mapWidth);
+}
+
+std::optional<PostPlace> MapPanning::To(double x, double y, int32_t mapWidth) {
+    moved_ = moved_ || std::abs(x - x_) > ClickSlip || std::abs(y - y_) > ClickSlip;
+    if (!moved_)
+        return std::nullopt;
+    return Dragged(from_, x - x_, y - y_, mapWidth);
+}
+
+int32_t WheelSum::NotchesWith(int32_t eighths) {
+    rest_ += eighths;
+    const int32_t notches = rest_ / Notch;
+    rest_ -= notches * Notch;
+    return notches;
 }
 
 std::string ZoomWords(int32_t zoomPosts) {

@@ -4,6 +4,7 @@
 #include "mapview/MapView.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace vardenix {
@@ -25,6 +26,36 @@ PostPlace Dragged(const MapView& view, double right, double down, int32_t mapWid
 
 // Pixels that a button may slip without being a drag.
 constexpr double ClickSlip = 4;
+
+// The map goes along with the pointer while a button is held. Positions are pixels of
+// anything that stands still, as the screen does.
+class MapPanning {
+public:
+    MapPanning(const MapView& view, double x, double y) : from_(view), x_(x), y_(y) {}
+
+    // Where the view begins with the pointer there; nothing as long as the button may
+    // only have slipped.
+    std::optional<PostPlace> To(double x, double y, int32_t mapWidth);
+    bool Moved() const { return moved_; }
+
+private:
+    MapView from_;
+    double x_;
+    double y_;
+    bool moved_ = false;
+};
+
+// Turns of a wheel or a touchpad, which come in parts of a notch.
+class WheelSum {
+public:
+    static constexpr int32_t Notch = 120; // eighths of a degree
+
+    // The whole notches that have come together with `eighths` more; the rest is kept.
+    int32_t NotchesWith(int32_t eighths);
+
+private:
+    int32_t rest_ = 0;
+};
 
 // "3 posts a cell".
 std::string ZoomWords(int32_t zoomPosts);

@@ -24,6 +24,7 @@ protected:
     OpenedWorkspace() {
         folder_.Write("H0.dds", BlockTile(64, 64, "DXT1"));
         folder_.Write("H1.dds", BlockTile(32, 32, "DXT1"));
+        folder_.Write("Desk.ini", "[WINDOWS]\r\nONE_WINDOW=0\r\n");
         folder_.Write("NoTile.jpg", JpegOf(8, 8, 0x804020));
         state_.Folders.AppPath = folder_.Path() + "/";
         state_.Folders.ShippedPath = state_.Folders.AppPath;

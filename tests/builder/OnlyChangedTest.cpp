@@ -1,6 +1,7 @@
 // Far tiles that are copied from the containers of an earlier run: whatever happened in
 // between, the files are those of a full run.
 #include "builder/FartileIndex.h"
+#include "builder/OldFartiles.h"
 #include "builder/RebuildWorld.h"
 #include "files/ReadableFile.h"
 #include "files/StagedFile.h"
@@ -32,10 +33,10 @@ std::optional<FartileIndex> IndexOf(const RebuildWorld& world) {
 // Two theaters with the same files, both rebuilt. What a test does to both, one then
 // rebuilds whole and the other what has changed.
 struct TwoWorlds {
-    explicit TwoWorlds(int farSize = FarSize) {
-        Both([farSize](RebuildWorld& world) {
+    TwoWorlds() {
+        Both([](RebuildWorld& world) {
             world.OldLevels();
-            world.Rebuild(WithFarTiles(farSize));
+            world.Rebuild(WithFarTiles(FarSize));
         });
     }
 
@@ -105,16 +106,52 @@ void LetPicturesSettle(const RebuildWorld& world) {
                 LetTickPass();
 }
 
-TEST(OnlyChangedFartiles, ReadNeitherPicturesNorContainersThatNobodyHasChanged) {
-    TwoWorlds worlds(640); // containers larger than all levels
+TEST(OnlyChangedFartiles, ReadNoPictureThatNobodyHasChanged) {
+    TwoWorlds worlds;
     LetPicturesSettle(worlds.Changed);
-    EXPECT_GT(worlds.Changed.Rebuild(WithFarTiles(640)).Fartiles.PicturesRead, 3);
-    const int64_t before = BytesRead();
-    const FartileCounts counts = worlds.Changed.Rebuild(OnlyChanged(640)).Fartiles;
-    EXPECT_LT(BytesRead() - before, static_cast<int64_t>(fs::file_size(
-                                        worlds.Changed.TexturePathOf("fartiles.dds"))));
+    EXPECT_GT(worlds.Changed.Rebuild(WithFarTiles(FarSize)).Fartiles.PicturesRead, 3);
+    const FartileCounts counts = worlds.Compare();
     EXPECT_EQ(counts.Made, 0);
     EXPECT_EQ(counts.PicturesRead, 0);
+}
+
+TEST(OnlyChangedFartiles, AreNotTakenFromAContainerThatIsChangedMeanwhile) {
+    TwoWorlds worlds;
+    RebuildWorld& world = worlds.Changed;
+    world.Level2.At(20, 5).Tile = 11;
+    world.TakeLevel2();
+    world.View.OnStatus = [&](const std::string& status) {
+        if (status == "Compressing DDS images, please be patient...")
+            FlipByte(world.TexturePathOf("fartilesN.dds"), 300, true);
+    };
+    EXPECT_EQ(world.ErrorOf(OnlyChanged()), 75);
+    EXPECT_NE(world.Detail.find("fartilesN.dds"), std::string::npos) << world.Detail;
+    world.View.OnStatus = nullptr;
+    EXPECT_EQ(world.Rebuild(OnlyChanged()).Fartiles.Copied, 0);
+}
+
+TEST(OldFartiles, AreTrustedWithoutBeingRead) {
+    const TestFolder folder;
+    const FartileShape shape(80);
+    constexpr size_t Count = 1000;
+    FartileIndex index;
+    index.Keys.resize(Count);
+    index.Sums.resize(Count);
+    const auto header = shape.Header();
+    const std::string bytes = std::string(header.begin(), header.end()) +
+                              std::string(Count * shape.LinearSize(), 'x');
+    size_t i = 0;
+    for (const char* name : {"fartiles.dds", "fartilesN.dds"})
+        index.Containers[i++] = MarkOfPath(folder.Write(name, bytes)).Identity;
+    const auto told = FartileIndexBytes(index);
+    folder.Write("fartiles.index",
+                 {reinterpret_cast<const char*>(told.data()), told.size()});
+    const int64_t before = BytesRead();
+    const auto old = OldFartiles::Trusted(folder.File(""), shape);
+    ASSERT_NE(old, nullptr);
+    EXPECT_LT(BytesRead() - before, static_cast<int64_t>(told.size() + 10000));
+    EXPECT_EQ(old->Count(), static_cast<int32_t>(Count));
+    EXPECT_EQ(OldFartiles::Trusted(folder.File(""), FartileShape(84)), nullptr);
 }
 
 // Its bytes are the same; only they could tell.

@@ -99,8 +99,9 @@ TEST_F(RecoveryEndToEnd, AtMostTheLastTwoSecondsAreLostByAKill) {
             }
             states.push_back(now);
             sent.push_back(steady_clock::now());
-            if (i == 0)
+            if (i == 0) {
                 ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+            }
         }
         program_.KillAfter(static_cast<int>(random() % 300));
         const auto killed = steady_clock::now();
@@ -120,8 +121,9 @@ TEST_F(RecoveryEndToEnd, AtMostTheLastTwoSecondsAreLostByAKill) {
         }
         ASSERT_LT(agrees, states.size()) << "no state that there ever was";
         whole += agrees + 1 == states.size() ? 1 : 0;
-        if (agrees + 1 < states.size())
+        if (agrees + 1 < states.size()) {
             EXPECT_LT(killed - sent[agrees], std::chrono::seconds(2));
+        }
         // It is all on the disk, so that there is nothing to ask about.
         program_.KillAfter(0);
         ASSERT_NO_FATAL_FAILURE(Start());

@@ -39,6 +39,7 @@ protected:
                 name == "vardenix" || name == "NoTile.jpg" || name.ends_with(".so"))
                 std::filesystem::copy(entry.path(), folder_.File("program/" + name));
         UseTheater(SAMPLE_FOLDER);
+        folder_.Write("program/Desk.ini", "[WINDOWS]\r\nONE_WINDOW=0\r\n");
     }
 
     // Settings of a first start but for the paths and what is given here.

@@ -21,17 +21,42 @@ TEST(MapLayout, NothingIsLaidOutWithoutTilePixelsOrTheater) {
 TEST(MapLayout, TheFormGoesRoundPictureBarsAndFrame) {
     const auto layout = LoadImageControls(ViewOf(3, 5, 128), 1024, {6, 7, 23, 17, 19});
     ASSERT_TRUE(layout);
-    EXPECT_EQ(layout->PictureSide, 640);
+    EXPECT_EQ(layout->PictureWidth, 640);
+    EXPECT_EQ(layout->PictureHeight, 640);
     EXPECT_DOUBLE_EQ(layout->CellSize, 128.0 / 3);
     EXPECT_EQ(layout->FormWidth, 640 + 17 + 12 + 4);
     EXPECT_EQ(layout->FormHeight, 640 + 19 + 14 + 23 + 4);
+}
+
+// 300 by 200 pixels in cells of 42 2/3: 7.03 columns and 4.69 rows of posts.
+TEST(MapLayout, ARoomCutsTheLastColumnAndTheUppermostRow) {
+    MapView view = ViewOf(3, 5, 128);
+    view.RoomWidth = 300;
+    view.RoomHeight = 200;
+    EXPECT_EQ(view.ViewColumns(), 8);
+    EXPECT_EQ(view.ViewRows(), 5);
+    view.RoomWidth = 256; // six whole ones
+    EXPECT_EQ(view.ViewColumns(), 6);
+    const auto layout = LoadImageControls(view, 1024, {6, 7, 23, 17, 19});
+    ASSERT_TRUE(layout);
+    EXPECT_EQ(layout->PictureWidth, 256);
+    EXPECT_EQ(layout->PictureHeight, 200);
+    EXPECT_EQ(layout->FormWidth, 256 + 17 + 12 + 4);
+    EXPECT_EQ(layout->FormHeight, 200 + 19 + 14 + 23 + 4);
+    // Two whole cells across, one up.
+    EXPECT_EQ(layout->HScroll1.LargeChange, (2 / 2 + 1) * 3);
+    EXPECT_EQ(layout->VScroll1.LargeChange, (1 / 2 + 1) * 3);
+    view.RoomHeight = 0;
+    EXPECT_FALSE(view.FillsRoom());
+    EXPECT_EQ(view.PictureWidth(), 640);
+    EXPECT_EQ(view.ViewRows(), 15);
 }
 
 TEST(MapLayout, ZoomNeverChangesTheWindow) {
     for (int16_t zoom = 1; zoom <= 20; ++zoom) {
         const auto layout = LoadImageControls(ViewOf(zoom, 4, 64), 512, {});
         ASSERT_TRUE(layout);
-        EXPECT_EQ(layout->PictureSide, 256);
+        EXPECT_EQ(layout->PictureWidth, 256);
         EXPECT_EQ(layout->FormWidth, 260);
     }
 }

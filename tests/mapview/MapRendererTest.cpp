@@ -150,6 +150,18 @@ TEST_F(Map, CellsMeetWithoutGaps) {
     EXPECT_EQ(tiles[35], "tile D0 27,0 5x5 of 6");
 }
 
+// 50 by 35 pixels in cells of 20: three columns, the last of which is cut, and two rows,
+// the upper one cut by the upper edge.
+TEST_F(Map, ARoomIsFilledFromTheLowerLeft) {
+    world_.View.TilePixels = 20;
+    world_.View.RoomWidth = 50;
+    world_.View.RoomHeight = 35;
+    const Lines tiles = PaintedLines("tile");
+    EXPECT_THAT(tiles, ElementsAre("tile D0 0,15 20x20", "tile D0 20,15 20x20",
+                                   "tile D0 40,15 20x20", "tile D0 0,-5 20x20",
+                                   "tile D0 20,-5 20x20", "tile D0 40,-5 20x20"));
+}
+
 TEST_F(Map, HalvesGoToTheEvenPixel) {
     world_.View.ZoomPosts = 2;
     world_.View.TilePixels = 5; // 2.5 pixels a post: 0, 2, 5, 8, 10

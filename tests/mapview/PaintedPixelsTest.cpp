@@ -43,7 +43,7 @@ protected:
     }
 
     std::vector<uint32_t> Repainted(TilePictures& pictures) {
-        MemorySurface surface(world_.View.PictureSide());
+        MemorySurface surface(world_.View.SquareSide());
         tests::Story story;
         tests::RecordingScreen screen(story);
         MapRenderer renderer({world_.Terrain, world_.Catalogue, world_.MapFileRecord,
@@ -62,7 +62,7 @@ protected:
     // The same view, every picture loaded anew for every post and painted cell by cell.
     std::vector<uint32_t> PaintedWithoutCache() {
         const MapView& view = world_.View;
-        Raster raster(view.PictureSide(), view.PictureSide(), 0xFFF0F0F0);
+        Raster raster(view.SquareSide(), view.SquareSide(), 0xFFF0F0F0);
         const int posts = view.GridCells * view.ZoomPosts;
         const double size = static_cast<double>(view.TilePixels) / view.ZoomPosts;
         const int side = static_cast<int>(std::ceil(size));

@@ -15,7 +15,8 @@ TEST(DeskFile, NothingIsRememberedWithoutTheFile) {
     const TestFolder folder;
     const Desk desk = ReadDesk(folder.Path() + "/");
     EXPECT_TRUE(desk.Recent.empty());
-    EXPECT_FALSE(desk.OneWindow);
+    EXPECT_FALSE(desk.OneWindow.has_value());
+    EXPECT_FALSE(desk.Folded.has_value());
     EXPECT_EQ(folder.Names(), "");
 }
 
@@ -26,13 +27,15 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     Desk kept;
     kept.Recent = recent;
     kept.OneWindow = true;
+    kept.Folded = "Frame1 Frame3";
     for (int i = 0; i < 2000; ++i)
         kept.Layout += "Ab3+/="[i * i % 7 % 6];
     WriteDesk(folder.Path() + "/", kept);
     EXPECT_EQ(folder.Names(), "Desk.ini");
     const Desk desk = ReadDesk(folder.Path() + "/");
     EXPECT_EQ(desk.Recent, recent);
-    EXPECT_TRUE(desk.OneWindow);
+    EXPECT_EQ(desk.OneWindow, true);
+    EXPECT_EQ(desk.Folded, "Frame1 Frame3");
     EXPECT_EQ(desk.Layout, kept.Layout);
 }
 
@@ -40,7 +43,7 @@ TEST(DeskFile, IsAPlainProfileFile) {
     Desk desk;
     desk.Recent = {"/new", "/old"};
     const std::string recent = "[RECENT]\r\nTHEATER1=/new\r\nTHEATER2=/old\r\n";
-    EXPECT_EQ(DeskText(desk), recent + "[WINDOWS]\r\nONE_WINDOW=0\r\n");
+    EXPECT_EQ(DeskText(desk), recent);
     desk.OneWindow = true;
     const std::string piece(700, 'x');
     desk.Layout.assign(piece).push_back('y');

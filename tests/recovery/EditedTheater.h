@@ -115,6 +115,10 @@ public:
     void Save(Paper paper) {
         const auto index = static_cast<size_t>(paper);
         Disk[index] = Copy()[index];
+        FileIdentity* const read[] = {&State->Terrain.ReadL,
+                                      &State->Terrain.Elevations.Read,
+                                      &State->Catalogue.Read, &State->MAPFileRead};
+        ++read[index]->Inode; // another file
         State->Changes.Saved(paper);
     }
 

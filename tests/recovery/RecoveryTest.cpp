@@ -96,6 +96,18 @@ TEST_F(RecoveryTest, WhatWasTakenBackBehindASaveIsTakenBackAgain) {
     EXPECT_EQ(Restored(found[0]), theater_.Copy());
 }
 
+// Work goes on upon the file that was opened.
+TEST_F(RecoveryTest, ASaveToACopyIsNoneOfTheOpenedFile) {
+    theater_.Paint();
+    changes_.Saved(Paper::Level2);
+    EXPECT_TRUE(FoundAfterAKill().empty());
+    theater_.Paint();
+    const std::vector<LeftLog> found = FoundAfterAKill();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Story.Steps.size(), 2U);
+    EXPECT_EQ(Restored(found[0]), theater_.Copy());
+}
+
 TEST_F(RecoveryTest, AStrokeComesBackAsOneChange) {
     theater_.Paint("Paint 1 post");
     for (int i = 0; i < 50; ++i)
@@ -160,7 +172,7 @@ TEST_F(RecoveryTest, ASaveBringsItsFilesWithIt) {
     theater_.Paint();
     Spill(folder_.File("theater.L2"), "saved");
     theater_.State->Terrain.ReadL = IdentityOfRealPath(folder_.File("theater.L2"));
-    theater_.Save(Paper::Level2);
+    changes_.Saved(Paper::Level2);
     theater_.Paint();
     const std::vector<LeftLog> found = FoundAfterAKill();
     ASSERT_EQ(found.size(), 1U);

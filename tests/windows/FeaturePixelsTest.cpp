@@ -21,7 +21,7 @@ protected:
         view_.GridCells = 3;
         view_.TilePixels = 64;
         view_.ZoomPosts = 3; // a cell is no whole number of pixels
-        surface_.Resize(view_.PictureSide());
+        surface_.Resize(view_.PictureWidth(), view_.PictureHeight());
     }
 
     double Anywhere(double from, double to) {

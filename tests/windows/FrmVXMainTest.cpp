@@ -149,7 +149,7 @@ TEST_F(FrmVXMainTest, TheSizeOfTheGridIsShownAndRemembered) {
     Show();
     EXPECT_EQ(Shown("Label2"), "5 X 5");
     view_.GridCells = 4;
-    window_.GridCellsChanged();
+    window_.GridChosen();
     EXPECT_EQ(workspace_.Story, "layout paint ");
     EXPECT_EQ(Shown("Label2"), "4 X 4");
     EXPECT_EQ(state_.Configuration.GridSize, 4);

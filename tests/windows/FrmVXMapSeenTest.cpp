@@ -35,7 +35,7 @@ protected:
     // The view painted at once.
     QImage Expected() {
         QtDrawingSurface surface;
-        surface.Resize(world_.View.PictureSide());
+        surface.Resize(world_.View.PictureWidth(), world_.View.PictureHeight());
         NoScreen screen;
         renderer_.RefreshPicArray(world_.View, surface, screen, {});
         return surface.Image().copy();

@@ -10,31 +10,30 @@ class FrmVXMapSizeTest : public tests::MapWindowTest {
 protected:
     FrmVXMapSizeTest() : MapWindowTest(2) {
         // As the panel does it.
-        QObject::connect(&window_, &FrmVXMap::GridChosen, &window_,
+        QObject::connect(&window_, &FrmVXMap::RoomFilled, &window_,
                          [this] { window_.LoadImageControls(); });
     }
 
     QSignalSpy chosen_{&window_, &FrmVXMap::GridChosen};
+    QSignalSpy filled_{&window_, &FrmVXMap::RoomFilled};
 };
 
-TEST_F(FrmVXMapSizeTest, MaximisedItTakesTheLargestPictureAndGivesItBack) {
+TEST_F(FrmVXMapSizeTest, MaximisedItFillsTheScreenAndGivesItBack) {
     Open();
     const QSize before = window_.size();
+    const QSize beside = before - PicShow().size();
     window_.showMaximized();
-    ASSERT_EQ(chosen_.size(), 1);
-    EXPECT_FALSE(chosen_.last().at(0).toBool()); // for this time only
-    const QSize room = window_.screen()->availableSize();
-    const int side = PicShow().width();
-    EXPECT_EQ(side, world_.View.GridCells * world_.View.TilePixels);
-    EXPECT_GT(side, 256);
-    EXPECT_LT(side, room.height());
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return PicShow().size() == window_.size() - beside; }));
+    EXPECT_GT(PicShow().width(), 700);
+    EXPECT_EQ(world_.View.PictureWidth(), PicShow().width());
     EXPECT_TRUE(window_.isMaximized());
-    window_.showNormal();
-    ASSERT_EQ(chosen_.size(), 2);
     EXPECT_EQ(world_.View.GridCells, 4);
     EXPECT_EQ(world_.View.TilePixels, 64);
-    EXPECT_EQ(PicShow().width(), 256);
-    EXPECT_EQ(window_.size(), before);
+    window_.showNormal();
+    EXPECT_EQ(PicShow().size(), QSize(256, 256));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window_.size() == before; }));
+    EXPECT_EQ(chosen_.size(), 0); // nothing to be remembered
 }
 
 TEST_F(FrmVXMapSizeTest, WhatIsChosenMeanwhileStays) {
@@ -45,10 +44,24 @@ TEST_F(FrmVXMapSizeTest, WhatIsChosenMeanwhileStays) {
     window_.LoadImageControls();
     EXPECT_TRUE(window_.isMaximized());
     window_.showNormal();
-    ASSERT_EQ(chosen_.size(), 2);
-    EXPECT_TRUE(chosen_.last().at(0).toBool()); // for good
-    EXPECT_EQ(world_.View.TilePixels, 16);
-    EXPECT_EQ(PicShow().width(), 48);
+    EXPECT_EQ(PicShow().size(), QSize(48, 48));
+}
+
+TEST_F(FrmVXMapSizeTest, APartOfAnotherWindowFollowsItsRoom) {
+    Open();
+    const QSize beside = window_.size() - PicShow().size();
+    QWidget other;
+    window_.setParent(&other);
+    window_.resize(731, 402);
+    other.resize(900, 500);
+    window_.show();
+    other.show();
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return PicShow().size() == QSize(731, 402) - beside; }));
+    window_.resize(500, 600);
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return PicShow().size() == QSize(500, 600) - beside; }));
+    window_.setParent(nullptr);
 }
 
 TEST_F(FrmVXMapSizeTest, AnIconChoosesNothing) {

@@ -68,8 +68,8 @@ protected:
         QtDrawingSurface patched;
         QtDrawingSurface whole;
         QtDrawingSurface small;
-        patched.Resize(world_.View.PictureSide());
-        whole.Resize(world_.View.PictureSide());
+        patched.Resize(world_.View.PictureWidth(), world_.View.PictureHeight());
+        whole.Resize(world_.View.PictureWidth(), world_.View.PictureHeight());
         renderer.RefreshPicArray(world_.View, patched, screen, {&shapes_, {}});
         for (int round = 0; round < 4; ++round) {
             const auto at = [&] { return static_cast<int32_t>(random_() % Width); };
@@ -85,7 +85,7 @@ protected:
             const MapPatch patch = PatchOf(
                 world_.View, posts, ReachOf(world_.View, renderer.Sources(), small));
             if (patch.Clip.Width > 0) {
-                small.Resize(std::max(patch.Clip.Width, patch.Clip.Height));
+                small.Resize(patch.Clip.Width, patch.Clip.Height);
                 renderer.RepaintPatch(world_.View, small, patch, {&shapes_, {}});
                 patched.Put(small, patch.Clip);
             }
@@ -123,9 +123,26 @@ TEST_F(MapPatchTest, IsPixelForPixelThatOfAWholeRepaint) {
             world_.View.L0Mode = (layers & 8) != 0;
             world_.View.Brightness = (layers & 16) != 0 ? 20 : 0;
             world_.View.ShowSegments = (layers & 16) != 0;
+            world_.View.ShowRelief = (layers & 5) != 0;
+            world_.View.ShowContours = (layers & 6) != 0;
             ASSERT_NO_FATAL_FAILURE(
                 ExpectPatched(size + " layers " + std::to_string(layers)));
         }
+    }
+}
+
+TEST_F(MapPatchTest, FitsAPictureThatCutsItsCells) {
+    for (const Cells& cells : {Cells{5, 1, 32}, Cells{3, 3, 64}, Cells{2, 20, 16}}) {
+        world_.View.ZoomPosts = cells.ZoomPosts;
+        world_.View.TilePixels = cells.TilePixels;
+        world_.View.RoomWidth = 203;
+        world_.View.RoomHeight = 117;
+        world_.View.MapLeftX = 5;
+        world_.View.MapBottomY = 3;
+        world_.View.ShowGrid = true;
+        world_.View.ShowHeights = true;
+        world_.View.ShowSegments = true;
+        ASSERT_NO_FATAL_FAILURE(ExpectPatched(std::to_string(cells.TilePixels)));
     }
 }
 

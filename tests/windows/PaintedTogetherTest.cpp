@@ -57,7 +57,7 @@ protected:
     }
 
     QImage Painted(QtDrawingSurface& surface) {
-        surface.Resize(world_.View.PictureSide());
+        surface.Resize(world_.View.PictureWidth(), world_.View.PictureHeight());
         tests::Story story;
         tests::RecordingScreen screen(story);
         world_.Renderer().RefreshPicArray(world_.View, surface, screen, {});

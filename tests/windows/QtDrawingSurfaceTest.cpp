@@ -19,7 +19,7 @@ protected:
     OnToolkitSurface() { Begin(8); }
 
     void Begin(int side) {
-        surface_.Resize(side);
+        surface_.Resize(side, side);
         surface_.Clear(0);
         surface_.SetPen(0x112233, 1);
         surface_.SetFill(FillStyle::None, 0x445566);

@@ -129,20 +129,29 @@ TEST_F(EditGestureTest, AStrokeMayLeaveThePictureAndComeBack) {
 }
 
 TEST_F(EditGestureTest, ALineIsCutWhereItLeavesThePicture) {
+    MapView view;
+    view.GridCells = 2;
+    view.TilePixels = 50;
     double x1 = 5, y1 = 5, x2 = -5, y2 = 15;
-    ASSERT_TRUE(CutToPicture(100, x1, y1, x2, y2));
+    ASSERT_TRUE(CutToPicture(view, x1, y1, x2, y2));
     EXPECT_EQ(x1, 5);
     EXPECT_EQ(x2, 0);
     EXPECT_EQ(y2, 10);
     x1 = -10, y1 = -20, x2 = 110, y2 = 100;
-    ASSERT_TRUE(CutToPicture(100, x1, y1, x2, y2));
+    ASSERT_TRUE(CutToPicture(view, x1, y1, x2, y2));
     EXPECT_EQ(x1, 10);
     EXPECT_EQ(y1, 0);
     EXPECT_EQ(x2, 109 - 10);
     x1 = -10, y1 = 5, x2 = -10, y2 = 50;
-    EXPECT_FALSE(CutToPicture(100, x1, y1, x2, y2));
+    EXPECT_FALSE(CutToPicture(view, x1, y1, x2, y2));
     x1 = -10, y1 = 5, x2 = 5, y2 = -10;
-    EXPECT_FALSE(CutToPicture(100, x1, y1, x2, y2));
+    EXPECT_FALSE(CutToPicture(view, x1, y1, x2, y2));
+    view.RoomWidth = 300;
+    view.RoomHeight = 80;
+    x1 = 10, y1 = 0, x2 = 410, y2 = 100;
+    ASSERT_TRUE(CutToPicture(view, x1, y1, x2, y2));
+    EXPECT_EQ(x2, 299); // sooner than 316, where the line meets the lower edge
+    EXPECT_EQ(y2, 72.25);
 }
 
 TEST_F(EditGestureTest, AStrokeStopsAtTheEdgeOfTheTerrain) {

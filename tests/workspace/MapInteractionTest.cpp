@@ -1,5 +1,6 @@
 #include "workspace/MapInteraction.h"
 
+#include "mapview/ViewGrid.h"
 #include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
@@ -64,6 +65,52 @@ TEST(PostUnderCursor, TakesCellsAsRounded) {
 // Sixteen pixels for twenty posts: a cell is a pixel here, and the view 40 of them high.
 TEST(PostUnderCursor, ACellBelowAPixelCountsAsOne) {
     EXPECT_EQ(PostUnderCursor(View(2, 16, 20), 5, 31), Post(5, 9));
+}
+
+// Each pixel of a picture that fills a room, by the cells that the renderer paints.
+TEST(PostUnderCursor, OfARoomIsThePostThatIsPaintedThere) {
+    Terrain terrain;
+    terrain.MapWidth = 256;
+    terrain.LxArr = PostArray(256 * 256);
+    for (const int16_t zoom : {int16_t{1}, int16_t{3}, int16_t{7}, int16_t{20}}) {
+        MapView view;
+        view.TilePixels = 64;
+        view.ZoomPosts = zoom;
+        view.RoomWidth = 401;
+        view.RoomHeight = 123;
+        view.MapLeftX = 30;
+        view.MapBottomY = 17;
+        const ViewGrid grid(view, terrain);
+        int64_t pixels = 0;
+        for (int32_t i = 1; i <= grid.Count(); ++i) {
+            const auto post = grid.At(i);
+            ASSERT_TRUE(post);
+            const PixelRect& cell = post->Cell;
+            for (int32_t y = cell.Top; y < cell.Top + cell.Height; ++y)
+                for (int32_t x = cell.Left; x < cell.Left + cell.Width; ++x) {
+                    if (x >= 401 || y < 0)
+                        continue; // cut
+                    ++pixels;
+                    ASSERT_EQ(PostUnderCursor(view, x + 0.6, y + 0.3),
+                              (PostPlace{post->X - 1, post->Y - 1}))
+                        << zoom << ": " << x << ", " << y;
+                }
+        }
+        EXPECT_EQ(pixels, 401 * 123) << zoom; // and nothing is blank
+    }
+}
+
+TEST(ElevationUnderCursor, OfARoomCountsQuartersOfThePaintedCells) {
+    MapView view;
+    view.TilePixels = 64;
+    view.RoomWidth = 401;
+    view.RoomHeight = 123;
+    view.MapLeftX = 30;
+    view.MapBottomY = 17;
+    EXPECT_EQ(ElevationUnderCursor(view, 0, 122), (PostPlace{120, 68}));
+    EXPECT_EQ(ElevationUnderCursor(view, 15, 107), (PostPlace{120, 68}));
+    EXPECT_EQ(ElevationUnderCursor(view, 16, 106), (PostPlace{121, 69}));
+    EXPECT_EQ(ElevationUnderCursor(view, 400, 0), (PostPlace{145, 75}));
 }
 
 TEST(OnElevations, FirstAndLastQuartersAreIn) {

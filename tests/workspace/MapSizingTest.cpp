@@ -12,44 +12,41 @@ MapView ViewOf(int32_t tilePixels, int16_t gridCells) {
     return view;
 }
 
-TEST(MapSizing, AWholeScreenTakesTheLargestPictureThatFits) {
-    // 1920 by 1080 leaves about 1030 pixels: 8 of 128, as the user had it.
-    EXPECT_EQ(LargestGrid(ViewOf(128, 5), 1030), (GridChoice{128, 8}));
-    EXPECT_EQ(LargestGrid(ViewOf(512, 2), 1030), (GridChoice{512, 2}));
-    EXPECT_EQ(LargestGrid(ViewOf(256, 3), 1030), (GridChoice{256, 4}));
-    // 16, 32 and 64 have no 1024 within ten cells.
-    EXPECT_EQ(LargestGrid(ViewOf(64, 10), 1030), (GridChoice{128, 8}));
-    EXPECT_EQ(LargestGrid(ViewOf(16, 10), 1030), (GridChoice{128, 8}));
-    // 1366 by 768: 640 of 64 and of 128.
-    EXPECT_EQ(LargestGrid(ViewOf(128, 5), 700), (GridChoice{128, 5}));
-    EXPECT_EQ(LargestGrid(ViewOf(64, 3), 700), (GridChoice{64, 10}));
-    EXPECT_EQ(LargestGrid(ViewOf(128, 5), 5200), (GridChoice{512, 10}));
+TEST(RoomFilling, ThePictureIsAsLargeAsTheRoomAndTheSquareComesBack) {
+    MapView view = ViewOf(128, 5);
+    RoomFilling filling(view);
+    EXPECT_FALSE(filling.Fills());
+    EXPECT_FALSE(filling.End());
+    EXPECT_TRUE(filling.Fill({1900, 1000}));
+    EXPECT_TRUE(filling.Fills());
+    EXPECT_EQ(view.PictureWidth(), 1900);
+    EXPECT_EQ(view.PictureHeight(), 1000);
+    EXPECT_FALSE(filling.Fill({1900, 1000}));
+    EXPECT_TRUE(filling.Fill({1900, 999}));
+    EXPECT_EQ(view.GridCells, 5);
+    EXPECT_EQ(view.TilePixels, 128);
+    EXPECT_TRUE(filling.End());
+    EXPECT_EQ(view.PictureWidth(), 640);
+    EXPECT_FALSE(filling.End());
 }
 
-// Every choice there is, one by one.
-TEST(MapSizing, NoOtherChoiceThatFitsIsLarger) {
-    for (int32_t room = 32; room < 2000; room += 7) {
-        int32_t largest = 0;
-        for (const int32_t width : {16, 32, 64, 128, 256, 512})
-            for (int32_t cells = 2; cells <= 10; ++cells)
-                if (width * cells <= room && width * cells > largest)
-                    largest = width * cells;
-        EXPECT_EQ(LargestGrid(ViewOf(128, 5), room).Side(), largest) << room;
-    }
+TEST(RoomFilling, KnowsWhetherTheSquareIsAnotherOneMeanwhile) {
+    MapView view = ViewOf(128, 5);
+    RoomFilling filling(view);
+    filling.Fill({900, 700});
+    view.TilePixels = 64;
+    filling.Fill({910, 700});
+    EXPECT_FALSE(filling.SquareKept());
+    view.TilePixels = 128;
+    EXPECT_TRUE(filling.SquareKept());
 }
 
-TEST(MapSizing, WhereNothingFitsTheSmallestIsTaken) {
-    EXPECT_EQ(LargestGrid(ViewOf(512, 10), 31), (GridChoice{16, 2}));
-    EXPECT_EQ(LargestGrid(ViewOf(512, 10), -5), (GridChoice{16, 2}));
-}
-
-TEST(MapSizing, APartOfAWindowKeepsTheTileSize) {
-    EXPECT_EQ(FittingGrid(ViewOf(128, 5), 900), (GridChoice{128, 7}));
-    EXPECT_EQ(FittingGrid(ViewOf(128, 5), 896), (GridChoice{128, 7}));
-    EXPECT_EQ(FittingGrid(ViewOf(128, 5), 895), (GridChoice{128, 6}));
-    EXPECT_EQ(FittingGrid(ViewOf(16, 5), 900), (GridChoice{16, 10}));
-    EXPECT_EQ(FittingGrid(ViewOf(512, 5), 900), (GridChoice{512, 2}));
-    EXPECT_EQ(FittingGrid(ViewOf(512, 5), -3), (GridChoice{512, 2}));
+TEST(RoomFilling, ARoomWithoutAnyPlaceLeavesAPixel) {
+    MapView view = ViewOf(128, 5);
+    RoomFilling filling(view);
+    EXPECT_TRUE(filling.Fill({0, -7}));
+    EXPECT_EQ(view.PictureWidth(), 1);
+    EXPECT_EQ(view.PictureHeight(), 1);
 }
 
 TEST(MapSizing, EdgesAreDrawnToWholeCells) {

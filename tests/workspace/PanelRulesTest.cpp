@@ -124,5 +124,24 @@ TEST(PanelRules, AStarStandsWhileEitherFlagIsUpInEitherMode) {
         }
 }
 
+TEST(PanelRules, InARoomTheCellsFollowTheTileSize) {
+    MapView view;
+    view.TilePixels = 256;
+    view.RoomWidth = 1900;
+    view.RoomHeight = 1000;
+    EXPECT_EQ(GridCaption(view), "8 X 4");
+    EXPECT_TRUE(ZoomOut(view));
+    EXPECT_EQ(view.TilePixels, 128);
+    EXPECT_EQ(GridCaption(view), "15 X 8");
+    EXPECT_TRUE(ZoomIn(view));
+    EXPECT_TRUE(ZoomIn(view));
+    EXPECT_EQ(view.TilePixels, 512);
+    EXPECT_FALSE(ZoomIn(view));
+    EXPECT_EQ(view.GridCells, 5);
+    view.TilePixels = 16;
+    EXPECT_FALSE(ZoomOut(view));
+    EXPECT_EQ(view.TilePixels, 16);
+}
+
 } // namespace
 } // namespace vardenix

@@ -74,6 +74,43 @@ TEST(ZoomAndDrag, ADragMovesByWholePosts) {
     EXPECT_EQ(Dragged(View(2), 1e6, 1e6, 1024), (PostPlace{0, 1023}));
 }
 
+TEST(MapPanning, FollowsTheHandOnceItHasMovedFartherThanASlip) {
+    MapView view;
+    view.TilePixels = 64;
+    view.MapLeftX = 20;
+    view.MapBottomY = 20;
+    MapPanning panning(view, 500, 300);
+    EXPECT_FALSE(panning.To(504, 296, 64));
+    EXPECT_FALSE(panning.Moved());
+    EXPECT_EQ(panning.To(500 - 130, 300 + 65, 64), (PostPlace{22, 21}));
+    // Back where it began it is still no click.
+    EXPECT_EQ(panning.To(501, 300, 64), (PostPlace{20, 20}));
+    EXPECT_TRUE(panning.Moved());
+}
+
+TEST(WheelSum, PartsOfANotchAddUp) {
+    WheelSum sum;
+    EXPECT_EQ(sum.NotchesWith(50), 0);
+    EXPECT_EQ(sum.NotchesWith(69), 0);
+    EXPECT_EQ(sum.NotchesWith(1), 1);
+    EXPECT_EQ(sum.NotchesWith(-60), 0);
+    EXPECT_EQ(sum.NotchesWith(-300), -3);
+    EXPECT_EQ(sum.NotchesWith(250), 2);
+    EXPECT_EQ(sum.NotchesWith(110), 1);
+}
+
+// 300 by 200 pixels of 64: 4.69 and 3.125 cells.
+TEST(ZoomAndDrag, TheMiddleOfARoomStaysToo) {
+    MapView view;
+    view.TilePixels = 64;
+    view.ZoomPosts = 2;
+    view.RoomWidth = 300;
+    view.RoomHeight = 200;
+    view.MapLeftX = 20;
+    view.MapBottomY = 20;
+    EXPECT_EQ(ZoomedAtMiddle(view, 6, 256), (PostPlace{20 - 9, 20 - 6}));
+}
+
 TEST(ZoomAndDrag, TheSliderSaysWhatItCounts) {
     EXPECT_EQ(ZoomWords(1), "1 post a cell");
     EXPECT_EQ(ZoomWords(3), "3 posts a cell");

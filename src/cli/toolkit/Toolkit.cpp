@@ -35,7 +35,7 @@ private:
 // In this order: the surface's fonts go before the toolkit does.
 class ToolkitSurface : private Toolkit, public QtDrawingSurface {
 public:
-    ToolkitSurface(int32_t side, bool texts) : Toolkit(texts) { Resize(side); }
+    ToolkitSurface(int32_t side, bool texts) : Toolkit(texts) { Resize(side, side); }
 };
 
 } // namespace

@@ -69,7 +69,7 @@ void FrmVXTheaterPreview::PreviewChanged() {
 }
 
 void FrmVXTheaterPreview::MakeViewPort() {
-    UpdatePart({view_.MapLeftX, view_.MapBottomY}, view_.ViewPosts(), view_.ViewPosts());
+    UpdatePart({view_.MapLeftX, view_.MapBottomY}, view_.ViewColumns(), view_.ViewRows());
     sweptRows_ = 0;
     sweep_.start(SweepAfter, this);
     ShowBoxes();

@@ -44,10 +44,10 @@ QPolygon PolygonOf(std::span<const PicturePoint> points) {
 QtDrawingSurface::QtDrawingSurface() = default;
 QtDrawingSurface::~QtDrawingSurface() = default;
 
-void QtDrawingSurface::Resize(int32_t side) {
-    if (image_.width() == side)
+void QtDrawingSurface::Resize(int32_t width, int32_t height) {
+    if (image_.size() == QSize(width, height))
         return;
-    QImage image(side, side, QImage::Format_RGB32);
+    QImage image(width, height, QImage::Format_RGB32);
     if (image.isNull())
         throw std::bad_alloc();
     ClosePainter();

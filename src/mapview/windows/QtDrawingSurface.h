@@ -21,9 +21,9 @@ public:
     QtDrawingSurface();
     ~QtDrawingSurface() override;
 
-    // A black square of `side` pixels, unless the picture has that side already. No
-    // memory ends in std::bad_alloc, and the old picture stands.
-    void Resize(int32_t side);
+    // A black picture of that size, unless it has that already. No memory ends in
+    // std::bad_alloc, and the old picture stands.
+    void Resize(int32_t width, int32_t height);
 
     // What has been drawn. Shared, not copied: whoever keeps it beyond the next repaint
     // makes that repaint pay for a copy.

@@ -10,8 +10,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QScreen>
-#include <QScrollBar>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -32,6 +30,7 @@ FrmVXMain::FrmVXMain(ProgramState& state, MapView& view, WorkspaceCommands& work
     : state_(state), view_(view), workspace_(workspace),
       ui_(std::make_unique<Ui::FrmVXMain>()) {
     ui_->setupUi(this);
+    ArrangeControls();
     // The map has the keyboard most of the time.
     setAttribute(Qt::WA_AlwaysShowToolTips);
     DressControls();
@@ -70,10 +69,6 @@ void FrmVXMain::DressControls() {
         value->setMinimumWidth(value->fontMetrics().horizontalAdvance("-100"));
     ui_->Label2->setMinimumWidth(fontMetrics().horizontalAdvance("10 X 10"));
     ui_->PB3->setRange(0, ProgressFullWidth);
-    // The panel must not jump whenever the bar comes and goes.
-    QSizePolicy policy = ui_->PB3->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    ui_->PB3->setSizePolicy(policy);
     ui_->PB3->hide();
     ui_->Frame7->hide();
     for (QWidget* control : findChildren<QWidget*>()) {
@@ -82,12 +77,6 @@ void FrmVXMain::DressControls() {
             control->setFocusPolicy(Qt::StrongFocus);
     }
     FitScrollArea();
-}
-
-// The frames scroll downward only.
-void FrmVXMain::FitScrollArea() {
-    const int scrollBar = ui_->scroll->verticalScrollBar()->sizeHint().width();
-    ui_->scroll->setMinimumWidth(ui_->body->minimumSizeHint().width() + scrollBar);
 }
 
 void FrmVXMain::MakeToolTip() {
@@ -101,13 +90,6 @@ void FrmVXMain::MakeToolTip() {
     toolTip_.SetToolText(*ui_->chkApplyMAP, tr("Not accurate, just for reference!"));
     toolTip_.SetToolText(*ui_->chkApplyNight,
                          tr("Lays the lights of the night pictures over the tiles"));
-}
-
-QSize FrmVXMain::sizeHint() const {
-    QSize hint = QMainWindow::sizeHint();
-    hint.rheight() += ui_->body->sizeHint().height() - ui_->scroll->sizeHint().height();
-    const int room = screen()->availableSize().height() * 9 / 10;
-    return {hint.width(), std::min(hint.height(), room)};
 }
 
 void FrmVXMain::SetRestoreTip(const std::string& text) {

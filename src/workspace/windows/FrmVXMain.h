@@ -13,6 +13,7 @@
 #include <QPointer>
 
 #include <memory>
+#include <vector>
 
 class QAbstractSlider;
 
@@ -21,6 +22,8 @@ class FrmVXMain;
 }
 
 namespace vardenix {
+
+class FoldingGroup;
 
 // The control panel of the workspace: what the map shows, zoom, windows, saving, undo,
 // export and import, and the bar of long work. As a Progress, it shows that bar.
@@ -71,13 +74,13 @@ public:
     void SetZoom(int16_t zoomPosts);
     // LabelX and LabelY follow the view.
     void PositionChanged();
-    // The map's window has chosen the view's GridCells and TilePixels: the panel shows
-    // them, and lays out and paints anew. `forGood`: they are remembered.
-    void GridChosen(bool forGood);
+    // The view has other GridCells or TilePixels, which are remembered and shown, and
+    // laid out and painted anew.
+    void GridChosen();
+    // The same, without remembering anything: the map fills another room.
+    void GridLaidOut();
     // Fewer posts in a cell for positive steps, and the other way round.
     void StepZoom(int steps);
-    // The view has other GridCells: the panel shows them, and lays out and paints anew.
-    void GridCellsChanged();
     // The position that LabelX and LabelY spell.
     void GoToTypedPosition();
     // The buttons of colours show those of the settings.
@@ -94,9 +97,15 @@ public:
     // High enough for all frames where the screen is; less than that scrolls.
     QSize sizeHint() const override;
 
+    // The frames that are folded to their titles, by their names.
+    std::vector<std::string> FoldedGroups() const;
+    void FoldGroups(const std::vector<std::string>& names);
+
 signals:
     // The caption of FrmVXMap, with its star or without.
     void MapCaptionChanged(const QString& caption);
+    // The user has folded a frame, or unfolded one.
+    void GroupsFolded();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -104,9 +113,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void ArrangeControls();
     void DressControls();
     void FitScrollArea();
     void MakeToolTip();
@@ -141,6 +152,7 @@ private:
     QElapsedTimer sinceBarDrawn_;
     QPointer<QWidget> focusOfLock_; // what had the focus when the panel was locked
     clsToolTip toolTip_;
+    std::vector<FoldingGroup*> groups_; // children
 };
 
 } // namespace vardenix

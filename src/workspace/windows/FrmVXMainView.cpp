@@ -41,23 +41,18 @@ void FrmVXMain::SetZoom(int16_t zoomPosts) {
     ShowCaptions();
 }
 
-void FrmVXMain::GridCellsChanged() {
-    state_.Configuration.GridSize = view_.GridCells;
-    ShowCaptions();
-    workspace_.LoadImageControls();
-    Repaint();
-}
-
-void FrmVXMain::GridChosen(bool forGood) {
+void FrmVXMain::GridChosen() {
     const int index = ui_->ComTileWidth->findText(QString::number(view_.TilePixels));
     {
         const QSignalBlocker quiet(ui_->ComTileWidth);
         ui_->ComTileWidth->setCurrentIndex(index);
     }
-    if (forGood) {
-        state_.Configuration.GridSize = view_.GridCells;
-        state_.Configuration.TileSize = static_cast<int16_t>(index); // a list of six
-    }
+    state_.Configuration.GridSize = view_.GridCells;
+    state_.Configuration.TileSize = static_cast<int16_t>(index); // a list of six
+    GridLaidOut();
+}
+
+void FrmVXMain::GridLaidOut() {
     ShowCaptions();
     workspace_.LoadImageControls();
     Repaint();
@@ -66,9 +61,8 @@ void FrmVXMain::GridChosen(bool forGood) {
 void FrmVXMain::ComTileWidth_Click(int index) {
     view_.TilePixels =
         ClampToInt32(Val(ui_->ComTileWidth->itemText(index).toStdString()));
-    workspace_.LoadImageControls();
     state_.Configuration.TileSize = static_cast<int16_t>(index); // a list of six
-    Repaint();
+    GridLaidOut();
 }
 
 void FrmVXMain::ConnectPosition() {

@@ -142,9 +142,9 @@ void FrmVXMap::LoadImageControls() {
         SetRange(*ui_->HScroll1, layout->HScroll1);
         SetRange(*ui_->VScroll1, layout->VScroll1);
     }
-    if (picture2_.Image().width() == layout->PictureSide)
+    if (picture2_.Image().size() == QSize(layout->PictureWidth, layout->PictureHeight))
         return;
-    picture2_.Resize(layout->PictureSide);
+    picture2_.Resize(layout->PictureWidth, layout->PictureHeight);
     FitRoundPicture();
 }
 
@@ -180,8 +180,8 @@ void FrmVXMap::Scroll_Change() {
 
 void FrmVXMap::RefreshPicArray() {
     const QRect seen = Seen();
-    const int64_t side = view_.PictureSide();
-    if (!seen.isEmpty() && int64_t{seen.width()} * seen.height() * 2 < side * side) {
+    const int64_t whole = int64_t{view_.PictureWidth()} * view_.PictureHeight();
+    if (!seen.isEmpty() && int64_t{seen.width()} * seen.height() * 2 < whole) {
         PaintSeen();
         rest_.start(RestWaits);
     } else
@@ -242,7 +242,7 @@ void FrmVXMap::Repaint(const MapPatch& patch) {
     const PixelRect& clip = patch.Clip;
     if (clip.Width <= 0 || clip.Height <= 0)
         return;
-    patch_.Resize(std::max(clip.Width, clip.Height));
+    patch_.Resize(clip.Width, clip.Height);
     renderer_.RepaintPatch(view_, patch_, patch, layers_);
     picture2_.Put(patch_, clip);
     ui_->PicShow->update(clip.Left, clip.Top, clip.Width, clip.Height);
@@ -310,7 +310,7 @@ void FrmVXMap::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() != QEvent::WindowStateChange)
         return;
-    if (isWindow())
+    if (isWindow() && !isMinimized())
         FollowRoom();
     emit MinimiseStateChanged();
 }

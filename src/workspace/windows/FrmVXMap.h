@@ -10,6 +10,7 @@
 #include "workspace/MapInteraction.h"
 #include "workspace/MapMouse.h"
 #include "workspace/MapSizing.h"
+#include "workspace/ZoomAndDrag.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -59,8 +60,8 @@ public:
     // The window as large as its picture, where the screen has room for it; a part of
     // another window, or one that fills the screen, keeps its size.
     void FitRoundPicture();
-    // Fills the screen, or its part of another window, with as large a picture as there
-    // is room for; afterwards the sizes from before come back.
+    // The picture fills the screen with the window, or its part of another window;
+    // afterwards it is the square of GridCells again.
     void FollowRoom();
     // Paints the view from nothing, and shows it. Of a picture that is much larger than
     // the window only what is seen is painted at once, the rest when the map is at rest.
@@ -90,9 +91,10 @@ signals:
     void ToolsShown();
     // The window was made an icon, or came back from one.
     void MinimiseStateChanged();
-    // Its size has chosen other GridCells or TilePixels, which stand in the view now; a
-    // window that fills the screen chooses for that time only.
-    void GridChosen(bool forGood);
+    // The user has drawn the window to other GridCells, which stand in the view now.
+    void GridChosen();
+    // The picture has the size of another room, or of none any more, as the view says.
+    void RoomFilled();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -113,13 +115,12 @@ protected:
 private:
     void HoldLowerLeft();
     void EdgesDrawn();
-    void Choose(const GridChoice& wanted, bool forGood);
-    void FillScreen();
-    void FillPart();
+    void Fill(QSize window);
     void BeAsBefore();
     void PlacePicture();
     // What a window has beside its picture; and the picture's part of a window's size.
     QSize RoundPicture() const;
+    QMargins Margins() const;
     WindowSize PictureRoom(QSize window) const;
     // The largest window that the screen has room for.
     QSize MostOfScreen() const;
@@ -184,32 +185,22 @@ private:
     QtDrawingSurface patch_; // parts of the picture that are painted anew
     EscWatch escWatch_;
     QTimer rest_; // of the picture is still to be painted while it runs
-    // The map is being moved by hand.
-    struct Panning {
-        Qt::MouseButton Button;
-        QPointF From; // pixels of the screen
-        MapView View; // as it was then
-        bool Moved = false;
-    };
-    std::optional<Panning> panning_;
+    std::optional<MapPanning> panning_; // in pixels of the screen
+    Qt::MouseButton panningBy_ = Qt::NoButton;
     bool pointerOver_ = false; // the picture
     bool spaceHeld_ = false;
-    int zoomTurned_ = 0;    // of the wheel with Ctrl, as below
     bool placing_ = false;  // the program itself moves the bars
     QMargins margins_;      // of a window that fits its picture
     bool keepSize_ = false; // the window is fitted round no picture
-    // While it fills the screen, or its part of another window.
-    struct Filled {
-        GridChoice Before;
-        GridChoice Chosen;
-        bool Screen;
-    };
-    std::optional<Filled> filled_;
+    RoomFilling filling_{view_};
+    bool filledScreen_ = false; // as a window of its own
     QElapsedTimer
         sinceSized_;      // by the program, or by the desktop as it placed the window
     QBasicTimer drawing_; // until the user's hand has come to rest
     QSize beforeDrawn_;
-    QPoint wheelTurned_; // what has not made a whole notch yet, eighths of a degree
+    WheelSum zoomTurned_; // with Ctrl
+    WheelSum turnedAcross_;
+    WheelSum turnedDown_;
     std::vector<std::string> droppedPaths_; // to be loaded when events come next
 };
 

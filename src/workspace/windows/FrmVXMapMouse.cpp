@@ -17,13 +17,10 @@
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace vardenix {
 
 namespace {
-
-constexpr int WheelNotch = QWheelEvent::DefaultDeltasPerStep;
 
 // Where the pointers point in their pictures.
 const std::map<MapPointer, QCursor>& Pointers() {
@@ -140,17 +137,13 @@ void FrmVXMap::wheelEvent(QWheelEvent* event) {
     event->accept();
     const QPoint turned = event->angleDelta();
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
-        zoomTurned_ += turned.y();
-        const int steps = zoomTurned_ / WheelNotch;
-        zoomTurned_ -= steps * WheelNotch;
+        const int steps = zoomTurned_.NotchesWith(turned.y());
         return ZoomAt(PlaceOfPointer(), ZoomAfterWheel(view_.ZoomPosts, -steps));
     }
     const bool sideways =
         event->modifiers().testFlag(Qt::ShiftModifier) || turned.y() == 0;
-    int& sum = sideways ? wheelTurned_.rx() : wheelTurned_.ry();
-    sum += turned.y() != 0 ? turned.y() : turned.x();
-    const int notches = sum / WheelNotch;
-    sum -= notches * WheelNotch;
+    WheelSum& sum = sideways ? turnedAcross_ : turnedDown_;
+    const int notches = sum.NotchesWith(turned.y() != 0 ? turned.y() : turned.x());
     QScrollBar* bar = sideways ? ui_->HScroll1 : ui_->VScroll1;
     bar->setValue(
         AfterWheel(bar->value(), -notches, view_, {bar->minimum(), bar->maximum()}));
@@ -163,7 +156,8 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
                        (event.button() == Qt::LeftButton && spaceHeld_);
     if (moves) {
         mouse_.Gesture().Cancel();
-        panning_ = Panning{event.button(), event.globalPosition(), view_};
+        panning_.emplace(view_, event.globalPosition().x(), event.globalPosition().y());
+        panningBy_ = event.button();
         HearEveryMove();
         return ShowHand(false);
     }
@@ -183,8 +177,8 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
 }
 
 void FrmVXMap::PicShow_MouseUp(QMouseEvent& event) {
-    if (panning_ && event.button() == panning_->Button) {
-        const bool click = !panning_->Moved && event.button() == Qt::MiddleButton;
+    if (panning_ && event.button() == panningBy_) {
+        const bool click = !panning_->Moved() && event.button() == Qt::MiddleButton;
         panning_.reset();
         HearEveryMove();
         ShowPointer();
@@ -222,21 +216,16 @@ void FrmVXMap::HearEveryMove() {
 bool FrmVXMap::Pan(const QMouseEvent& event) {
     if (!panning_)
         return false;
-    if (!event.buttons().testFlag(panning_->Button)) {
+    if (!event.buttons().testFlag(panningBy_)) {
         panning_.reset();
         HearEveryMove();
         return false;
     }
-    const QPointF by = event.globalPosition() - panning_->From;
-    panning_->Moved =
-        panning_->Moved || std::abs(by.x()) > ClickSlip || std::abs(by.y()) > ClickSlip;
-    if (!panning_->Moved || view_.ScrollBusy)
-        return true;
+    const auto wanted = panning_->To(event.globalPosition().x(),
+                                     event.globalPosition().y(), state_.Terrain.MapWidth);
     const PostPlace now{view_.MapLeftX, view_.MapBottomY};
-    const PostPlace wanted =
-        Dragged(panning_->View, by.x(), by.y(), state_.Terrain.MapWidth);
-    if (!(wanted == now)) {
-        SetPosition(wanted);
+    if (wanted && !view_.ScrollBusy && !(*wanted == now)) {
+        SetPosition(*wanted);
         workspace_.RefreshPicArray();
     }
     return true;

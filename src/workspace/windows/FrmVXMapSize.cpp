@@ -24,6 +24,8 @@ constexpr int LeastSide = 120;
 constexpr int64_t Settled = 1000; // ms
 // Nobody's hand rests for so long while it draws an edge.
 constexpr int AtRest = 300; // ms
+// A room that is drawn to another size is followed so often.
+constexpr int AnotherRoom = 30; // ms
 
 } // namespace
 
@@ -38,11 +40,15 @@ void FrmVXMap::HoldLowerLeft() {
              [down] { down->setValue(down->maximum()); });
 }
 
+// A part of another window leaves the border to that.
+QMargins FrmVXMap::Margins() const { return isWindow() ? margins_ : QMargins(); }
+
 QSize FrmVXMap::RoundPicture() const {
     const int bars =
         ui_->strip->height() + ui_->HScroll1->sizeHint().height() + ui_->status->height();
-    return {ui_->VScroll1->sizeHint().width() + margins_.left() + margins_.right(),
-            bars + margins_.top() + margins_.bottom()};
+    const QMargins round = Margins();
+    return {ui_->VScroll1->sizeHint().width() + round.left() + round.right(),
+            bars + round.top() + round.bottom()};
 }
 
 WindowSize FrmVXMap::PictureRoom(QSize window) const {
@@ -54,23 +60,22 @@ QSize FrmVXMap::MostOfScreen() const {
     return screen()->availableSize() - FrameSize(*this);
 }
 
-// Where the window has more room than the picture it lies at the top: on the right of a
-// whole screen, whose left has the panel; in the middle of one window.
+// At the upper left of a window that has more room, until the picture has grown.
 void FrmVXMap::PlacePicture() {
-    const QSize form = QSize(view_.PictureSide(), view_.PictureSide()) + RoundPicture();
+    const QSize form =
+        QSize(view_.PictureWidth(), view_.PictureHeight()) + RoundPicture();
     const int right = std::max(0, width() - form.width());
-    const int left = isMaximized() ? right : isWindow() ? 0 : right / 2;
     const int below = std::max(0, height() - form.height());
-    layout()->setContentsMargins(margins_ + QMargins(left, 0, right - left, below));
+    layout()->setContentsMargins(Margins() + QMargins(0, 0, right, below));
 }
 
 void FrmVXMap::FitRoundPicture() {
-    const int side = view_.PictureSide();
-    ui_->PicShow->setFixedSize(side, side);
-    ui_->ground->setMaximumSize(side, side);
-    ui_->HScroll1->setMaximumWidth(side);
-    ui_->VScroll1->setMaximumHeight(side);
-    const QSize form = QSize(side, side) + RoundPicture();
+    const QSize picture(view_.PictureWidth(), view_.PictureHeight());
+    ui_->PicShow->setFixedSize(picture);
+    ui_->ground->setMaximumSize(picture);
+    ui_->HScroll1->setMaximumWidth(picture.width());
+    ui_->VScroll1->setMaximumHeight(picture.height());
+    const QSize form = picture + RoundPicture();
     setMinimumSize(std::min(form.width(), LeastSide), std::min(form.height(), LeastSide));
     PlacePicture();
     if (!isWindow() || isMaximized() || keepSize_)
@@ -88,8 +93,8 @@ void FrmVXMap::resizeEvent(QResizeEvent* event) {
     PlacePicture();
     QScrollBar* down = ui_->ground->verticalScrollBar();
     down->setValue(down->maximum());
-    if (!isWindow()) {
-        drawing_.start(AtRest, this);
+    if (!isWindow() || isMaximized()) {
+        drawing_.start(AnotherRoom, this);
         return;
     }
     if (!event->spontaneous() || windowState() != Qt::WindowNoState || !isVisible()) {
@@ -109,10 +114,10 @@ void FrmVXMap::timerEvent(QTimerEvent* event) {
     if (view_.ScrollBusy)
         return; // files are read or written; a moment later
     drawing_.stop();
-    if (isWindow())
+    if (isWindow() && !isMaximized())
         EdgesDrawn();
     else if (isVisible())
-        FollowRoom();
+        Fill(size());
 }
 
 void FrmVXMap::EdgesDrawn() {
@@ -124,58 +129,33 @@ void FrmVXMap::EdgesDrawn() {
         return;
     if (cells == view_.GridCells)
         return FitRoundPicture();
-    Choose({view_.TilePixels, cells}, true);
-}
-
-void FrmVXMap::Choose(const GridChoice& wanted, bool forGood) {
-    if (wanted == ChoiceOf(view_) && !forGood)
-        return;
-    view_.TilePixels = wanted.TilePixels;
-    view_.GridCells = wanted.GridCells;
-    emit GridChosen(forGood);
+    view_.GridCells = cells;
+    emit GridChosen();
 }
 
 void FrmVXMap::FollowRoom() {
     sinceSized_.start();
     drawing_.stop();
     if (!isWindow())
-        FillPart();
+        Fill(size());
     else if (isMaximized())
-        FillScreen();
-    else if (filled_ && !isMinimized())
+        Fill(MostOfScreen()); // which the desktop is about to give it
+    else
         BeAsBefore();
 }
 
-void FrmVXMap::FillScreen() {
-    if (filled_)
-        return;
-    const WindowSize room = PictureRoom(MostOfScreen());
-    filled_ = {ChoiceOf(view_), LargestGrid(view_, std::min(room.Width, room.Height)),
-               true};
-    Choose(filled_->Chosen, false);
+void FrmVXMap::Fill(QSize window) {
+    filledScreen_ = isWindow();
+    if (filling_.Fill(PictureRoom(window)))
+        emit RoomFilled();
 }
 
-// Whenever its room has changed; what was chosen on the panel since is what comes back.
-void FrmVXMap::FillPart() {
-    const WindowSize room = PictureRoom(size());
-    const GridChoice now = ChoiceOf(view_);
-    const GridChoice before = filled_ && filled_->Chosen == now ? filled_->Before : now;
-    filled_ = {before, FittingGrid(view_, std::min(room.Width, room.Height)), false};
-    Choose(filled_->Chosen, false);
-}
-
-// What was chosen on the panel meanwhile stays chosen.
 void FrmVXMap::BeAsBefore() {
-    const Filled filled = *filled_;
-    filled_.reset();
-    const GridChoice now = ChoiceOf(view_);
-    if (!(now == filled.Chosen)) {
-        Choose(now, true);
-        return FitRoundPicture();
-    }
+    if (!filling_.End())
+        return;
     // The desktop itself gives a window the size that it had before.
-    const QScopedValueRollback keep(keepSize_, filled.Screen);
-    Choose(filled.Before, false);
+    const QScopedValueRollback keep(keepSize_, filledScreen_ && filling_.SquareKept());
+    emit RoomFilled();
     FitRoundPicture();
 }
 

@@ -4,6 +4,7 @@
 #include "catalogue/TypeNames.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "platform/windows/Theme.h"
+#include "platform/windows/WrappingRow.h"
 #include "texts/Windows1252.h"
 #include "ui_FrmVXTilePal.h"
 #include "workspace/TilePalette.h"
@@ -25,8 +26,8 @@ constexpr int Side = PixelsOfTwips(PaletteButtonSide);
 constexpr int LeastColumns = 3;
 // Within the border of Frame2, whose line some screens draw half over its inside.
 constexpr int BorderGap = 1;
-// The status bar's text with a name of full length.
-constexpr int LeastLetters = 46;
+// Letters that are seen of what is looked for.
+constexpr int LeastFilter = 16;
 
 } // namespace
 
@@ -65,13 +66,13 @@ FrmVXTilePal::~FrmVXTilePal() = default;
 
 void FrmVXTilePal::DressControls() {
     ui_->body->setContentsMargins(Margin, Margin, Margin, Margin);
+    ui_->txtFilter->setMinimumWidth(LeastFilter * fontMetrics().averageCharWidth());
+    WrappingRow::InPlaceOf(ui_->choice);
     for (const std::string_view text : PaletteClasses)
         ui_->Combo1->addItem(
             QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     const int border = 2 * (ui_->Frame2->frameWidth() + BorderGap);
-    const int least =
-        std::max(LeastColumns * Side, LeastLetters * fontMetrics().averageCharWidth());
-    ui_->Frame2->setMinimumSize(least + border, Side + border);
+    ui_->Frame2->setMinimumSize(LeastColumns * Side + border, Side + border);
     ui_->VScroll->setRange(0, 0);
     // Wherever the wheel is turned, it moves the tiles.
     for (QWidget* part : std::initializer_list<QWidget*>{ui_->Combo1, ui_->VScroll})
@@ -94,9 +95,8 @@ void FrmVXTilePal::Refresh_Pal(int32_t classCode) {
 }
 
 std::vector<int32_t> FrmVXTilePal::ShownTiles(int32_t classCode) const {
-    const TileLookup& lookup = state_.Catalogue.Lookup;
-    return TilesNamed(lookup, TilesOfClass(lookup, classCode),
-                      BytesFromUtf8(ui_->txtFilter->text().toStdString()));
+    return TilesToShow(state_.Catalogue.Lookup, classCode,
+                       BytesFromUtf8(ui_->txtFilter->text().toStdString()));
 }
 
 void FrmVXTilePal::Command1_Click() {
