@@ -224,7 +224,8 @@ void DeskWindow::ShareRoom() {
             heights.append(PreviewHeight);
         }
     docks.append(tabs_);
-    heights.append(PaletteHeight + (tabs_->titleBarWidget() == nullptr ? TitleHeight : 0));
+    heights.append(PaletteHeight +
+                   (tabs_->titleBarWidget() == nullptr ? TitleHeight : 0));
     heights.front() -= std::accumulate(heights.begin() + 1, heights.end(), 0);
     resizeDocks(docks, heights, Qt::Vertical);
     resizeDocks({tabs_}, {ColumnWidth}, Qt::Horizontal);

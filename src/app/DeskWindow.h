@@ -65,9 +65,9 @@ private:
         const char* Box;
         QSize Size; // of its own window
     };
-    std::vector<Docked> docked_; // the panel first
+    std::vector<Docked> docked_;  // the panel first
     QDockWidget* tabs_ = nullptr; // the first of them
-    bool arranged_ = true;       // as the user has left it
+    bool arranged_ = true;        // as the user has left it
 };
 
 // Shows or hides a part, whether it is a window of its own or docked.

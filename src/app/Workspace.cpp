@@ -169,8 +169,8 @@ void Workspace::DockAll() {
     windows_.Map->setFocus();
 }
 
-// As the user has left it; before that the one window shows of the panel what is wanted all
-// the time, and its own window all of it.
+// As the user has left it; before that the one window shows of the panel what is wanted
+// all the time, and its own window all of it.
 void Workspace::FoldPanel(bool oneWindow) {
     const auto folded = desk_.Read().Folded;
     const std::string names =

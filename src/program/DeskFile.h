@@ -17,7 +17,8 @@ struct Desk {
     // first; each is there once.
     std::vector<std::string> Recent;
     // All windows of the workspace in one; nothing until a run has stored it. And how its
-    // parts lie, as letters and digits of the toolkit's own, empty until it has been used.
+    // parts lie, as letters and digits of the toolkit's own, empty until it has been
+    // used.
     std::optional<bool> OneWindow;
     std::string Layout;
     // The frames of the panel that are folded, by their names, with a blank between them;

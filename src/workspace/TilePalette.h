@@ -29,11 +29,13 @@ int PaletteIndex(int32_t classCode);
 std::vector<int32_t> TilesOfClass(const TileLookup& lookup, int32_t classCode);
 
 // Those of `tiles` whose names hold `part` or whose number it is, in their order; blanks
-// round it and the case of the letters A to Z do not count. Bytes as the catalogue has them.
+// round it and the case of the letters A to Z do not count. Bytes as the catalogue has
+// them.
 std::vector<int32_t> TilesNamed(const TileLookup& lookup,
                                 const std::vector<int32_t>& tiles, std::string_view part);
 
-// What the palette shows of a class; where the class has no such tile, those of all others.
+// What the palette shows of a class; where the class has no such tile, those of all
+// others.
 std::vector<int32_t> TilesToShow(const TileLookup& lookup, int32_t classCode,
                                  std::string_view part);
 

@@ -46,8 +46,9 @@ WrappingRow* WrappingRow::InPlaceOf(QLayout* row, Widths widths) {
 
 // What can grow may also be narrower than it would like to be.
 int WrappingRow::WidthOf(const QLayoutItem& item) {
-    return item.expandingDirections().testFlag(Qt::Horizontal) ? item.minimumSize().width()
-                                                               : item.sizeHint().width();
+    return item.expandingDirections().testFlag(Qt::Horizontal)
+               ? item.minimumSize().width()
+               : item.sizeHint().width();
 }
 
 void WrappingRow::AddLayout(QLayout* part) {

@@ -7,8 +7,8 @@ class QLayoutItem;
 
 namespace vardenix {
 
-// A row that goes on in the next line where it is too narrow for all its parts. Parts that
-// can grow share what a line has left; or all are as wide as the widest, in columns.
+// A row that goes on in the next line where it is too narrow for all its parts. Parts
+// that can grow share what a line has left; or all are as wide as the widest, in columns.
 class WrappingRow : public QLayout {
 public:
     enum class Widths { Own, Columns };

@@ -8,7 +8,8 @@ class QToolButton;
 
 namespace vardenix {
 
-// Lets a group of the panel be folded to its title, by an arrow in that or by a click on it.
+// Lets a group of the panel be folded to its title, by an arrow in that or by a click on
+// it.
 class FoldingGroup : public QObject {
     Q_OBJECT
 

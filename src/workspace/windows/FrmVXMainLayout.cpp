@@ -71,8 +71,8 @@ void FrmVXMain::ArrangeControls() {
           LayerRow(ui_->chkShowSegments, {ui_->CmdSegCol}),
           LayerRow(ui_->chkApplyNight, {})})
         layers->AddLayout(row);
-    const int label = std::max(ui_->chkApplyMAP->sizeHint().width(),
-                               ui_->Frame26->sizeHint().width());
+    const int label =
+        std::max(ui_->chkApplyMAP->sizeHint().width(), ui_->Frame26->sizeHint().width());
     ui_->chkApplyMAP->setMinimumWidth(label);
     ui_->Frame26->setMinimumWidth(label);
     map->addWidget(ui_->chkApplyMAP);
@@ -91,8 +91,8 @@ void FrmVXMain::ArrangeControls() {
     WrappingRow::InPlaceOf(ui_->gridWindows, WrappingRow::Widths::Columns);
     ui_->column->removeWidget(ui_->PB3);
     ui_->PB3->setParent(ui_->panel);
-    for (QGroupBox* box : {ui_->FraMapOptions, ui_->FraWindows, ui_->Frame3, ui_->Frame1,
-                           ui_->Frame2}) {
+    for (QGroupBox* box :
+         {ui_->FraMapOptions, ui_->FraWindows, ui_->Frame3, ui_->Frame1, ui_->Frame2}) {
         auto* group = new FoldingGroup(*box);
         groups_.push_back(group);
         OnSignal(group, &FoldingGroup::Toggled, this, [this] { emit GroupsFolded(); });
@@ -109,8 +109,8 @@ std::vector<std::string> FrmVXMain::FoldedGroups() const {
 
 void FrmVXMain::FoldGroups(const std::vector<std::string>& names) {
     for (FoldingGroup* group : groups_)
-        group->Fold(std::find(names.begin(), names.end(),
-                              group->Name().toStdString()) != names.end());
+        group->Fold(std::find(names.begin(), names.end(), group->Name().toStdString()) !=
+                    names.end());
 }
 
 // The frames scroll downward only.
