@@ -84,7 +84,7 @@ class NoVerbs : public EditorVerbs {
 public:
     void OpenWorkspace(uint8_t) override {}
     void L2NeedSave() override {}
-    bool L2Unsaved() const override { return false; }
+    void PostsRenumbered(const TileRenumbering&) override {}
     bool SaveBinAndL2() override { return true; }
     void TilesRenumbered(const TileRenumbering&) override {}
     bool LeaveProgram() override { return false; }

@@ -11,6 +11,7 @@
 #include "platform/Clock.h"
 #include "platform/Progress.h"
 #include "platform/ZeroPages.h"
+#include "search/Statistics.h"
 
 #include <benchmark/benchmark.h>
 
@@ -165,6 +166,15 @@ void Check(benchmark::State& state) {
         benchmark::DoNotOptimize(CountTileUse(terrain, lookup));
 }
 
+void Counts(benchmark::State& state) {
+    const Terrain& terrain = Land::Of(state.range(0)).terrain;
+    TileLookup lookup(2000);
+    for (TileInfo& tile : lookup)
+        tile.Terrain = 4;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(StatisticsOf(terrain, lookup));
+}
+
 std::vector<int16_t> Grid(int64_t width) {
     std::vector<int16_t> grid(static_cast<size_t>(width * width));
     std::mt19937 random(1);
@@ -204,6 +214,7 @@ BENCHMARK(BareWrite)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(Save)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(BarePass)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(Check)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
+BENCHMARK(Counts)->Arg(1024)->Arg(2048)->Unit(benchmark::kMillisecond);
 BENCHMARK(BareCopy)->Arg(4096)->Unit(benchmark::kMillisecond);
 BENCHMARK(Halve)->Args({4096, 1})->Args({4096, 2})->Args({4096, 3})->Unit(
     benchmark::kMillisecond);

@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const auto index = ParseFartileIndex(bytes);
     if (!index)
         return 0;
-    Require(BytesOfIndex(index->Keys.size()) == size);
+    Require(BytesOfIndex(index->Keys.size(), index->Pictures.size()) == size);
     Require(std::ranges::equal(FartileIndexBytes(*index), bytes));
     return 0;
 }

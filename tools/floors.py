@@ -7,7 +7,7 @@ from collections import defaultdict
 from pathlib import Path
 
 LOGIC = [("companion", "texts"), "files", "platform", ("loader", "pictures/fast"), "pictures",
-         "levels", "catalogue", "program", "mapview",
+         "levels", "catalogue", "program", ("grounds", "mapview", "recovery"),
          ("workspace", "features", "search", "bineditor", "mapeditor", "builder", "updater")]
 FLOORS = {room: floor for floor, rooms in enumerate(LOGIC)
           for room in ([rooms] if isinstance(rooms, str) else rooms)}

@@ -122,6 +122,10 @@ picture MapTools.jpg "$map"
 keys Escape
 xdotool mouseup 1
 keys b bracketleft bracketleft
+keys ctrl+h
+up '^History$'
+picture FrmVXHistory.png '^History$'
+keys ctrl+h
 keys F11
 up '^\*?Sorrelund - Vardenix'
 sleep 1 # until the map has filled its part

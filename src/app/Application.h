@@ -28,6 +28,8 @@ public:
     // From the first window to the end of the program; the process's exit code. A theater
     // that is named is opened at once.
     int Run(const std::string& theater = {});
+    // For the report of an error: program, system, and what was done last.
+    std::string Details() const;
 
 private:
     bool Begin();

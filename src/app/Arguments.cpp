@@ -17,13 +17,26 @@ bool OnlyAsks(int argc, char** argv) {
     });
 }
 
+namespace {
+
+// A file manager hands over the level 2 file that was clicked on: FOLDER/terrain/NAME.L2.
+QString TheaterOf(const QString& named) {
+    const QString path = QDir().absoluteFilePath(named);
+    if (!path.endsWith(".l2", Qt::CaseInsensitive))
+        return path;
+    return QDir::cleanPath(path + "/../..");
+}
+
+} // namespace
+
 Arguments ReadArguments(const QStringList& words) {
     QCommandLineParser parser;
     parser.setApplicationDescription("Editor for the terrain of theaters.");
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     parser.addPositionalArgument(
-        "FOLDER", "The folder of a theater, which is opened at once.", "[FOLDER]");
+        "FOLDER", "The folder of a theater, or its L2 file, which is opened at once.",
+        "[FOLDER]");
     Arguments arguments;
     const auto complain = [&](const QString& fault) {
         arguments.Told =
@@ -43,7 +56,7 @@ Arguments ReadArguments(const QStringList& words) {
     else if (folders.size() == 1 && folders[0].isEmpty())
         complain("the name of the folder is empty");
     else if (folders.size() == 1)
-        arguments.Theater = QDir().absoluteFilePath(folders[0]).toStdString();
+        arguments.Theater = TheaterOf(folders[0]).toStdString();
     return arguments;
 }
 

@@ -1,13 +1,14 @@
 #include "app/BinEditor.h"
 
 #include "app/Workspace.h"
-#include "bineditor/BinSaving.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
-#include "catalogue/TileCheck.h"
 #include "platform/SavedOrKept.h"
+#include "program/MissingSegments.h"
+#include "program/PaperSaving.h"
 #include "workspace/LogWalk.h"
 #include "workspace/windows/FrmVXMain.h"
 
+#include <QLabel>
 #include <QStatusBar>
 
 namespace vardenix {
@@ -43,67 +44,76 @@ void BinEditor::Locate(int32_t tileNumber) {
         platform_.Dialogs.Notice(NoSetForTile, "Error", BoxIcon::Critical);
         return;
     }
-    CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
     FrmBINTileEdit& editor = Editor();
     workspace_.HideWorkspace();
     editor.OpenAt(*place);
 }
 
-void BinEditor::AddUnsaved(DirtyFlags& flags) const {
-    flags.BIN = editor_ && editor_->NeedSaveFlag();
-}
-
 void BinEditor::Walked(const Change& change, Walk walk) {
     if (!editor_)
         return;
-    if (change.Touches(Paper::Catalogue))
+    if (change.Touches(Paper::Catalogue) || change.Pictures)
         editor_->CatalogueWalked(WalkWords(change, walk));
-    else
-        editor_->L2Saved(); // or it is not any more
-    ShowApart();
-}
-
-void BinEditor::TheaterSaved() {
-    if (editor_)
-        editor_->L2Saved();
-    ShowApart();
+    ShowNumbers();
 }
 
 void BinEditor::OpenWorkspace(uint8_t classCode) {
-    ShowApart();
+    ShowOnPanel();
     workspace_.ShowWorkspaceWith(classCode);
     editor_->hide();
 }
 
-// What the panel's user should know before the program ends.
-void BinEditor::ShowApart() {
+void BinEditor::AllSaved() {
+    if (editor_)
+        editor_->BinSaved();
+    ShowOnPanel();
+}
+
+void BinEditor::ShowNumbers() {
+    if (editor_)
+        editor_->ShowNumbers();
+    ShowOnPanel();
+}
+
+// What the panel's user should know before the program ends. In a label of its own, since
+// a menu that opens clears the line of what it shows for a while.
+void BinEditor::ShowOnPanel() {
     QStatusBar* line = workspace_.Panel().statusBar();
-    const bool apart = editor_ && editor_->Apart();
-    line->setSizeGripEnabled(false);
-    line->setVisible(apart);
-    if (!apart)
-        return;
-    const bool bin = editor_->NeedSaveFlag();
-    line->showMessage(bin && L2Unsaved()
-                          ? "Tile numbers changed: save L2 and the BIN file."
-                      : bin ? "L2 is saved; the BIN file that fits it is not."
-                            : "The BIN file is saved; L2 that fits it is not.");
+    auto* label = line->findChild<QLabel*>("lblNumbers");
+    if (label == nullptr) {
+        label = new QLabel(line);
+        label->setObjectName("lblNumbers");
+        line->setSizeGripEnabled(false);
+        line->addPermanentWidget(label, 1);
+    }
+    const NumberPasses& numbers = state_.Numbers;
+    const bool bin = numbers.Unsaved(Paper::Catalogue);
+    const bool level2 = numbers.Unsaved(Paper::Level2);
+    label->setText(
+        !numbers.Fits()
+            ? "L2 has other tile numbers than the BIN file: see the BIN editor."
+        : bin && level2 ? "Tile numbers changed: save L2 and the BIN file."
+        : bin           ? "L2 is saved; the BIN file that fits it is not."
+        : level2        ? "The BIN file is saved; L2 that fits it is not."
+                        : "");
+    line->setVisible(!label->text().isEmpty());
 }
 
 void BinEditor::L2NeedSave() { workspace_.L2NeedSave(); }
-
-bool BinEditor::L2Unsaved() const {
-    return workspace_.Panel().L2NeedSaveFlag() || state_.Changes.Unsaved(Paper::Level2);
-}
 
 void BinEditor::TilesRenumbered(const TileRenumbering& numbers) {
     workspace_.TilesRenumbered(numbers);
 }
 
+void BinEditor::PostsRenumbered(const TileRenumbering& numbers) {
+    workspace_.PostsRenumbered(numbers);
+}
+
 bool BinEditor::SaveBinAndL2() {
-    if (!SavedOrKept(platform_.Dialogs, [this](IfChanged ifChanged) {
-            SaveBinAndLevelTwo(state_.Catalogue, state_.Terrain, *editor_,
-                               workspace_.Log(), ifChanged);
+    if (!MaySaveOverGap(state_.Terrain, platform_.Dialogs) ||
+        !SavedOrKept(platform_.Dialogs, [this](IfChanged ifChanged) {
+            SavePapers(state_, {Paper::Level2, Paper::Catalogue}, *editor_,
+                       workspace_.Log(), ifChanged);
         }))
         return false;
     workspace_.Panel().L2Saved();

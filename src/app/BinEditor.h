@@ -24,15 +24,17 @@ public:
 
 private:
     FrmBINTileEdit& Editor();
-    void ShowApart();
+    void ShowNumbers();
+    void ShowOnPanel();
 
     void Walked(const Change& change, Walk walk) override;
-    void AddUnsaved(DirtyFlags& flags) const override;
-    void TheaterSaved() override;
+    void TheaterSaved() override { ShowNumbers(); }
+    void AllSaved() override;
+    void LevelTwoReadAnew() override { ShowNumbers(); }
 
     void OpenWorkspace(uint8_t classCode) override;
     void L2NeedSave() override;
-    bool L2Unsaved() const override;
+    void PostsRenumbered(const TileRenumbering& numbers) override;
     void TilesRenumbered(const TileRenumbering& numbers) override;
     bool SaveBinAndL2() override;
     bool LeaveProgram() override;

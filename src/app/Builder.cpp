@@ -21,29 +21,32 @@ void Builder::Open() {
     frmVXRebiuldTheater_->show();
 }
 
-bool Builder::L2Unsaved() const {
-    return workspace_.Panel().L2NeedSaveFlag() ||
-           workspace_.State().Changes.Unsaved(Paper::Level2);
-}
-
-// Level 2, whatever the panel's mode would save.
-bool Builder::SaveL2() {
+// Whatever the panel's mode would save.
+bool Builder::Save(Layer layer) {
     MapView view = workspace_.View();
-    view.L0Mode = false;
-    FrmVXMain& panel = workspace_.Panel();
-    if (!CmdSaveTheater({workspace_.State().Terrain, view, workspace_.Platform().Dialogs,
-                         panel, workspace_.Log(), panel},
-                        false))
+    view.L0Mode = layer == Layer::Heights;
+    SavingParts parts = workspace_.Saving();
+    if (!CmdSaveTheater(
+            {parts.Terrain, view, parts.Dialogs, parts.PB3, parts.Log, parts.Panel},
+            false))
         return false;
-    workspace_.State().Changes.Saved(Paper::Level2);
+    workspace_.State().Changes.Saved(PaperOf(layer));
     return true;
 }
 
-void Builder::L2Reloaded() {
-    workspace_.Panel().L2Saved();
+void Builder::ForgetSteps(bool heights) {
     workspace_.Undo().ForgetPosts();
+    if (heights)
+        workspace_.Undo().ForgetElevations();
+}
+
+void Builder::ReadAnew(bool heights) {
+    workspace_.LevelTwoReadAnew();
+    if (heights) {
+        workspace_.State().Changes.Saved(Paper::Heights);
+        workspace_.Panel().L0Saved();
+    }
     workspace_.Undo().ShowButtons(workspace_.View().Edited());
-    workspace_.RefreshPicArray();
 }
 
 void Builder::LeaveRebuild() { workspace_.ShowWorkspace(); }

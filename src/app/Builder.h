@@ -20,10 +20,13 @@ public:
     void Open();
 
 private:
-    bool L2Unsaved() const override;
-    bool SaveL2() override;
-    void L2Reloaded() override;
+    bool SaveL2() override { return Save(Layer::Posts); }
+    bool SaveHeights() override { return Save(Layer::Heights); }
+    void ForgetSteps(bool heights) override;
+    void ReadAnew(bool heights) override;
     void LeaveRebuild() override;
+
+    bool Save(Layer layer);
 
     Workspace& workspace_;
     std::unique_ptr<FrmVXRebiuldTheater> frmVXRebiuldTheater_;

@@ -1,6 +1,7 @@
 // The menu "File", saving, and the buttons of files on the panel.
 
 #include "app/Commands.h"
+#include "app/SaveAll.h"
 #include "app/Subsystems.h"
 #include "files/FileNames.h"
 #include "platform/windows/RunTimeBarrier.h"
@@ -16,12 +17,8 @@ namespace {
 
 // A map of the finest elevations shows the new ones at once.
 void LoadL0Elv(Workspace& workspace) {
-    if (!cmdLoadL0Elv(workspace.Saving()))
-        return;
-    workspace.Undo().ForgetElevations();
-    workspace.State().Changes.LoadedAnew(Paper::Heights);
-    if (workspace.View().L0Mode)
-        workspace.Undo().ShowButtons(Layer::Heights);
+    if (auto before = cmdLoadL0Elv(workspace.Saving()))
+        workspace.HeightsLoaded(std::move(*before));
 }
 
 // One that has gone is told of before anything is left for it.
@@ -66,6 +63,19 @@ constexpr auto FileRows = std::to_array<Command>({
      .Tip = "Under a name that you are asked for",
      .Menu = "mnuFile",
      .Do = [](Subsystems& all) { all.Workspace.SaveTheater(true); }},
+    {.Id = "mnuSaveAll",
+     .Text = "Save a&ll",
+     .Keys = "Ctrl+Alt+S",
+     .Tip = "Every file that differs from the disk",
+     .Menu = "mnuFile",
+     .InEditors = true,
+     .Can = [](const Subsystems& all) { return AnyDiffers(all.Workspace); },
+     .Do = [](Subsystems& all) { SaveAll(all.Workspace); }},
+    {.Id = "mnuEarlierSaves",
+     .Text = "Earlier sa&ves...",
+     .Tip = "What the files of this theater were before they were saved",
+     .Menu = "mnuFile",
+     .Do = [](Subsystems& all) { all.Recovery.ShowEarlierSaves(); }},
     {.Id = "mnuLoadHeights",
      .Text = "Load &heights...",
      .Name = "Load a L0 or ELV file",

@@ -20,5 +20,6 @@ int main(int argc, char** argv) {
     if (!notPutBack.empty())
         dialogs.Notice(notPutBack, "Vardenix", vardenix::BoxIcon::Critical);
     vardenix::Application application(barrier, dialogs);
+    dialogs.Details = [&application] { return application.Details(); };
     return application.Run(arguments.Theater);
 }

@@ -30,8 +30,14 @@ void MapEditor::Walked(const Change& change, Walk /*walk*/) {
         editor_->MapFileWalked();
 }
 
-void MapEditor::AddUnsaved(DirtyFlags& flags) const {
-    flags.MAP = editor_ && editor_->MAPDirty();
+void MapEditor::TakeTyped() {
+    if (editor_)
+        editor_->TakeTyped();
+}
+
+void MapEditor::AllSaved() {
+    if (editor_)
+        editor_->FileSaved();
 }
 
 // The editor comes up first, so that the screen is never empty; the first time it does so

@@ -24,8 +24,9 @@ public:
 
 private:
     void MapFileOpened() override;
+    void TakeTyped() override;
+    void AllSaved() override;
     void Walked(const Change& change, Walk walk) override;
-    void AddUnsaved(DirtyFlags& flags) const override;
 
     Workspace& workspace_;
     std::unique_ptr<frmMAPMain> editor_; // from the first theater to the end of the run

@@ -44,10 +44,11 @@ void RestorePoints::ShowOrigin() {
         RestoreTip(OriginOfPoint(workspace_.State().Folders.SystemTempPath)));
 }
 
-bool RestorePoints::MayLeave() const {
-    return !workspace_.State().Changes.Unsaved(Paper::Level2) ||
-           workspace_.Panel().L2NeedSaveFlag() ||
-           MayLeaveRestored(workspace_.Platform().Dialogs);
+WayOut RestorePoints::AskToLeave() const {
+    const ProgramState& state = workspace_.State();
+    return state.Changes.Unsaved(Paper::Level2) && !state.Flags.L2
+               ? MayLeaveRestored(workspace_.Platform().Dialogs)
+               : WayOut::Lose;
 }
 
 } // namespace vardenix

@@ -18,7 +18,7 @@ public:
 
 private:
     void NumbersChanged() override { renumberedSince_ = true; }
-    bool MayLeave() const override;
+    WayOut AskToLeave() const override;
 
     Workspace& workspace_;
     bool renumberedSince_ = false; // and the point may be older

@@ -6,6 +6,8 @@
 
 #include <QTimer>
 
+#include <cstddef>
+
 namespace vardenix {
 
 class Workspace;
@@ -19,6 +21,10 @@ public:
 
     bool CanGo(Walk walk) const;
     void Go(Walk walk);
+    // To the state after so many changes, however far that is.
+    void GoTo(size_t position);
+    // Where the change before that state has happened, as a step shows it.
+    void ShowPlace(size_t position);
 
 private:
     void AddLayers(MapLayers& layers) override { layers.Marks.push_back(&frame_); }

@@ -4,9 +4,11 @@
 #include "app/Builder.h"
 #include "app/Commands.h"
 #include "app/Features.h"
+#include "app/History.h"
 #include "app/MapClicks.h"
 #include "app/MapEditor.h"
 #include "app/Opening.h"
+#include "app/Recovery.h"
 #include "app/Regions.h"
 #include "app/RestorePoints.h"
 #include "app/Search.h"
@@ -34,12 +36,14 @@ struct Subsystems {
     vardenix::Workspace Workspace;
     vardenix::RestorePoints RestorePoints{Workspace};
     vardenix::Steps Steps{Workspace};
+    vardenix::History History{Workspace, Steps};
     vardenix::Regions Regions{Workspace};
     vardenix::Features Features{Workspace};
     vardenix::Search Search{Workspace, RestorePoints};
     vardenix::BinEditor BinEditor{Workspace};
     vardenix::MapEditor MapEditor{Workspace};
     vardenix::Builder Builder{Workspace};
+    vardenix::Recovery Recovery{Workspace}; // what it adds to others' words comes last
     MapClicks Clicks{Workspace, Regions, Features};
     vardenix::Opening Opening{Workspace, RestorePoints, Clicks};
     vardenix::Commands Commands;

@@ -2,6 +2,7 @@
 
 #include "app/Commands.h"
 #include "app/Subsystems.h"
+#include "files/FileNames.h"
 #include "pictures/ImageFiles.h"
 #include "pictures/ImageLayer.h"
 #include "platform/OpenPage.h"
@@ -45,6 +46,13 @@ void SaveScreenshot(Workspace& workspace) {
 void OpenHelp(Workspace& workspace) {
     OpenPage(workspace.Platform().Processes, workspace.Platform().Dialogs,
              workspace.State().Configuration.OnlineHelp);
+}
+
+// Where an installed program has it; empty for one that was only built.
+std::string ManualPage(const Subsystems& all) {
+    const std::string page =
+        all.Workspace.State().Folders.ShippedPath + "manual\\manual.html";
+    return FileExists(page) ? RealPath(page, PathKind::File).string() : std::string();
 }
 
 void ShowAbout(Workspace& workspace) {
@@ -97,6 +105,17 @@ constexpr auto Help = std::to_array<Command>({
      .Keys = "F1",
      .Menu = "mnuHelp",
      .Do = [](Subsystems& all) { OpenHelp(all.Workspace); },
+     .WhileLocked = true},
+    {.Id = "mnuManual",
+     .Text = "&Manual",
+     .Tip = "The manual that is installed with the program",
+     .Menu = "mnuHelp",
+     .Can = [](const Subsystems& all) { return !ManualPage(all).empty(); },
+     .Do =
+         [](Subsystems& all) {
+             OpenPage(all.Workspace.Platform().Processes,
+                      all.Workspace.Platform().Dialogs, ManualPage(all));
+         },
      .WhileLocked = true},
     {.Id = "mnuAbout",
      .Text = "&About...",

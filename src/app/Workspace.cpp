@@ -1,6 +1,7 @@
 #include "app/Workspace.h"
 
 #include "app/BusyWhile.h"
+#include "app/SaveAll.h"
 #include "files/OwnFolders.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/Processes.h"
@@ -39,6 +40,14 @@ constexpr auto WindowBoxes =
                               {"chkShowTile", &Configuration::PalWinVis},
                               {"chkShowFeatures", &Configuration::FeatWinVis},
                               {"chkShowResults", &Configuration::SearchResWinVis}});
+
+// What the way out asks about: a restore of level 2 has a question of its own.
+DirtyFlags FlagsOfAll(const ProgramState& state) {
+    return {.BIN = MayDiffer(state, Paper::Catalogue),
+            .L2 = state.Flags.L2,
+            .L0ELV = MayDiffer(state, Paper::Heights),
+            .MAP = MayDiffer(state, Paper::MapFile)};
+}
 
 } // namespace
 
@@ -233,13 +242,40 @@ SavingParts Workspace::Saving() {
 }
 
 void Workspace::SaveTheater(bool as) {
-    if (CmdSaveTheater(Saving(), as)) {
+    if (const auto saved = CmdSaveTheater(Saving(), as)) {
         state_.Changes.Saved(PaperOf(view_.Edited()));
-        Tell(SavedWords(platform_.Clock.Now()));
+        Tell(SavedWords(*saved, platform_.Clock.Now()));
         for (WorkspacePart* part : parts_)
             part->TheaterSaved();
     }
     Panel().RedrawSaveButton();
+}
+
+void Workspace::TakeTyped() {
+    for (WorkspacePart* part : parts_)
+        part->TakeTyped();
+}
+
+void Workspace::AllSaved() {
+    Panel().L2Saved();
+    for (WorkspacePart* part : parts_)
+        part->AllSaved();
+}
+
+void Workspace::HeightsLoaded(ElevationLayer before) {
+    ChangeLog& changes = state_.Changes;
+    if (before.Kind == ElevationKind::None) {
+        undo_.ForgetElevations();
+        changes.LoadedAnew(Paper::Heights);
+    } else {
+        Recording made(changes, {},
+                       "Load " + AfterLastSlash(state_.Terrain.Elevations.Path));
+        undo_.ForgetElevations();
+        made.Replaced(std::move(before));
+    }
+    changes.Saved(Paper::Heights);
+    if (view_.L0Mode)
+        undo_.ShowButtons(Layer::Heights);
 }
 
 void Workspace::EditL0Elv(bool on) {
@@ -256,7 +292,31 @@ void Workspace::RememberTheater() {
         desk_.Change([&folder](Desk& desk) { NoteTheater(desk, folder); });
 }
 
-void Workspace::RefreshPicArray() { windows_.Map->RefreshPicArray(); }
+void Workspace::RefreshPicArray() {
+    if (held_)
+        repaintWanted_ = true;
+    else
+        windows_.Map->RefreshPicArray();
+}
+
+void Workspace::PaintOnce(const std::function<void()>& work) {
+    held_ = true;
+    try {
+        work();
+    } catch (...) {
+        PaintWanted();
+        throw;
+    }
+    PaintWanted();
+}
+
+void Workspace::PaintWanted() {
+    held_ = false;
+    if (std::exchange(previewWanted_, false))
+        RemakePreview();
+    if (std::exchange(repaintWanted_, false))
+        RefreshPicArray();
+}
 
 void Workspace::LoadImageControls() { windows_.Map->LoadImageControls(); }
 
@@ -314,6 +374,10 @@ void Workspace::CatalogueWalked() {
 }
 
 void Workspace::RemakePreview() {
+    if (held_) {
+        previewWanted_ = true;
+        return;
+    }
     const BusyWhile busy(*this);
     const Configuration& settings = state_.Configuration;
     state_.Preview =
@@ -329,11 +393,23 @@ void Workspace::ShowWorkspaceWith(uint8_t classCode) {
     ShowWorkspace();
 }
 
-// The chosen tile is still the one that is painted; one that has gone is chosen no more.
-void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
+void Workspace::PostsRenumbered(const TileRenumbering& numbers) {
     undo_.TilesRenumbered(numbers);
     for (WorkspacePart* part : parts_)
         part->NumbersChanged();
+}
+
+void Workspace::LevelTwoReadAnew() {
+    state_.Numbers.LevelTwoReadAnew();
+    state_.Changes.Saved(Paper::Level2);
+    Panel().L2Saved();
+    for (WorkspacePart* part : parts_)
+        part->LevelTwoReadAnew();
+}
+
+// The chosen tile is still the one that is painted; one that has gone is chosen no more.
+void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
+    PostsRenumbered(numbers);
     int32_t& chosen = interaction_.SelectedTile;
     if (chosen < 0)
         return;
@@ -386,14 +462,20 @@ void Workspace::BringAllToFront() {
 
 bool Workspace::LeaveProgram() {
     StorePlaces();
-    DirtyFlags flags{.L2 = Panel().L2NeedSaveFlag(), .L0ELV = Panel().L0NeedSaveFlag()};
+    WayOut leaving = WayOut::Lose;
     for (const WorkspacePart* part : parts_) {
-        part->AddUnsaved(flags);
-        if (!part->MayLeave())
+        const WayOut wanted = part->AskToLeave();
+        if (wanted == WayOut::Stay)
             return false;
+        if (wanted == WayOut::SaveAll)
+            leaving = wanted;
     }
-    if (!ConfirmExit(flags, platform_.Dialogs))
+    if (leaving == WayOut::Lose)
+        leaving = ConfirmExit(FlagsOfAll(state_), platform_.Dialogs);
+    if (leaving == WayOut::Stay || (leaving == WayOut::SaveAll && !SaveAll(*this)))
         return false;
+    for (WorkspacePart* part : parts_)
+        part->Leaving();
     exitProgram_();
     return true;
 }

@@ -69,13 +69,25 @@ public:
     // Under a name that the user is asked for, or over the files that were opened.
     void SaveTheater(bool as);
     SavingParts Saving();
+    // Before and after level 2, catalogue and theater.map are saved as one; the flags
+    // fall.
+    void TakeTyped();
+    void AllSaved();
+    // Another file of the finest elevations has been loaded; what was before.
+    void HeightsLoaded(ElevationLayer before);
     // A pass has given level 2 other tile numbers: whatever else holds some follows.
     void TilesRenumbered(const TileRenumbering& numbers);
+    // One that comes late has: what holds tiles of the catalogue has followed already.
+    void PostsRenumbered(const TileRenumbering& numbers);
+    // Level 2 is what its file has; a change in the log tells of it already.
+    void LevelTwoReadAnew();
 
     // A walk through the log of changes has led past a change of the catalogue.
     void CatalogueWalked();
     // The preview's picture follows posts that were changed in bulk.
     void RemakePreview();
+    // Map and preview are painted once for all that `work` does.
+    void PaintOnce(const std::function<void()>& work);
 
     // Leaves the program as LeaveProgram does, and has it started anew: with the theater
     // of a folder, or with the start-up window where that is empty.
@@ -117,6 +129,7 @@ public:
     bool LeaveProgram() override;
 
 private:
+    void PaintWanted();
     void ShowParts(bool workspaceShown);
     void ForgetLostTile();
     void RememberTheater();
@@ -142,6 +155,9 @@ private:
     DeskMemory desk_;
     std::string nextProgram_;
     std::unique_ptr<DeskWindow> deskWindow_; // while the user wants it
+    bool held_ = false;                      // the painting
+    bool repaintWanted_ = false;             // since then
+    bool previewWanted_ = false;
 };
 
 } // namespace vardenix

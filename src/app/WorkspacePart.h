@@ -32,12 +32,20 @@ public:
     virtual void CommandsChanged() {}
     // Level 2, or the finest elevations, have been saved from the panel.
     virtual void TheaterSaved() {}
+    // Level 2 has been read from its file again.
+    virtual void LevelTwoReadAnew() {}
     // A pass has given level 2 other tile numbers.
     virtual void NumbersChanged() {}
-    // Raises the flags of what is not on the disk.
-    virtual void AddUnsaved(DirtyFlags& /*flags*/) const {}
     // Asks about what no flag tells of, before the program ends.
-    virtual bool MayLeave() const { return true; }
+    virtual WayOut AskToLeave() const { return WayOut::Lose; }
+    // What a control holds and its paper has not yet is taken into that, before it is
+    // saved; errors of what is no value go through.
+    virtual void TakeTyped() {}
+    // All papers have been saved at once.
+    virtual void AllSaved() {}
+
+    // The user has agreed to the end of the program, and to the loss of what is unsaved.
+    virtual void Leaving() {}
 
     // The workspace comes or goes, or the map is made an icon or comes back from one.
     virtual void ShowWindows(bool /*workspaceShown*/) {}

@@ -106,9 +106,18 @@ bool TakeIn(const BinParts& parts, const std::vector<std::string>& files) {
     const IntakePlace place =
         IntakePlaceOf(parts.Catalogue.DDSFolder, parts.Folders, parts.Settings);
     const auto stop = [&] { return parts.Window.StopWanted(); };
-    return parts.Together == nullptr
-               ? TakeInPictures(files, place, parts.PB5, stop)
-               : StagePictures(files, place, *parts.Together, parts.PB5, stop);
+    if (parts.Together != nullptr)
+        return StagePictures(files, place, *parts.Together, parts.PB5, stop);
+    std::shared_ptr<FileSwap> replaced;
+    if (parts.Replaced != nullptr)
+        replaced = std::make_shared<FileSwap>(TargetsOf(files, place.DDSFolder));
+    if (!TakeInPictures(files, place, parts.PB5, stop))
+        return false;
+    if (replaced && !replaced->Empty()) {
+        replaced->Replaced();
+        *parts.Replaced = std::move(replaced);
+    }
+    return true;
 }
 
 // Nobody loses a picture, or the user says so.
@@ -215,9 +224,20 @@ std::optional<TilePlace> cmdAppendTile(const BinParts& parts, const TilePlace& s
     });
 }
 
+void CountUses(const Terrain& terrain, TileLookup& lookup) {
+    std::vector<bool> empty;
+    for (const TileInfo& info : lookup)
+        empty.push_back(info.UseCount == -1);
+    CountTileUse(terrain, lookup);
+    for (size_t number = 0; number < lookup.size(); ++number)
+        if (empty[number] && lookup[number].UseCount == 0)
+            lookup[number].UseCount = -1;
+}
+
 std::optional<TilePlace> cmdDeleteSet(const BinParts& parts, int32_t set) {
     Catalogue& catalogue = parts.Catalogue;
     SetAt(catalogue.Bin, set);
+    CountUses(parts.Terrain, catalogue.Lookup);
     const bool matters = DeleteSetMatters(catalogue, set);
     if (!MayRenumber(NumberEdit::DeleteSet, matters, parts.Settings.AutoL2,
                      parts.Dialogs))
@@ -239,6 +259,7 @@ bool CanDeleteTile(const TextureBin& bin, const TilePlace& selected) {
 std::optional<TilePlace> cmdDeleteTile(const BinParts& parts, const TilePlace& selected) {
     Catalogue& catalogue = parts.Catalogue;
     TileAt(catalogue.Bin, selected.Set, selected.Slot);
+    CountUses(parts.Terrain, catalogue.Lookup);
     const bool matters = DeleteTileMatters(catalogue, selected.Set, selected.Slot);
     if (!MayRenumber(NumberEdit::DeleteTile, matters, parts.Settings.AutoL2,
                      parts.Dialogs))

@@ -2,12 +2,14 @@
 
 #include "bineditor/SetsAndTiles.h"
 #include "catalogue/TileNumbers.h"
+#include "files/FileSwap.h"
 #include "files/Transaction.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 #include "program/ProgramState.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -44,6 +46,8 @@ struct BinParts {
     // Where the pictures of an intake wait for the catalogue, so that all take their
     // places together; without one they do so at once.
     Transaction* Together = nullptr;
+    // Where pictures that are replaced at once are kept; null to keep none.
+    std::shared_ptr<FileSwap>* Replaced = nullptr;
 };
 
 // Where the user stands after a command; nothing when it was called off or refused, with
@@ -58,6 +62,10 @@ std::optional<TilePlace> cmdDeleteSet(const BinParts& parts, int32_t set);
 std::optional<TilePlace> cmdDeleteTile(const BinParts& parts, const TilePlace& selected);
 std::optional<TilePlace> MoveSetNow(const BinParts& parts, int32_t source, int32_t target,
                                     bool before);
+
+// The uses of all tiles, counted anew: what was painted since the last count, and edits
+// that count none, have left others. An empty slot that no post uses keeps its -1.
+void CountUses(const Terrain& terrain, TileLookup& lookup);
 
 // Whether cmdDeleteTile can be used: not for an empty slot, and not for the last tile
 // that a set has.

@@ -204,6 +204,18 @@ void MakeTileFamily(const std::string& sourceFolder, const std::string& chosenNa
     AddSize(family, night, names.LNight, place.LTile, place);
 }
 
+std::vector<std::string> TargetsOf(const std::vector<std::string>& chosen,
+                                   const std::string& ddsFolder) {
+    std::vector<std::string> targets;
+    for (const std::string& file : chosen) {
+        const FamilyNames names = FamilyOf(AfterLastSlash(file));
+        for (const std::string& name : {names.HDay, names.HNight, names.MDay, names.LDay,
+                                        names.MNight, names.LNight})
+            targets.push_back(ddsFolder + name);
+    }
+    return targets;
+}
+
 bool TakeInPictures(const std::vector<std::string>& chosen, const IntakePlace& place,
                     Progress& progress, const std::function<bool()>& stop) {
     Transaction files;

@@ -53,6 +53,10 @@ struct TileFamily {
 void MakeTileFamily(const std::string& sourceFolder, const std::string& chosenName,
                     const IntakePlace& place, TileFamily& family);
 
+// The files of the picture folder that the chosen files become, six each.
+std::vector<std::string> TargetsOf(const std::vector<std::string>& chosen,
+                                   const std::string& ddsFolder);
+
 // Takes in the chosen files as one transaction: either every family
 // is whole in the picture folder afterwards, or the folder is what it was. `chosen` are
 // full paths. The bar goes from 0 to 25 and its text names the picture in work; `stop`,

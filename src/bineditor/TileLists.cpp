@@ -16,6 +16,15 @@ std::string CleanName(const TileRecord& tile) {
     return std::string(TrimBlanks(tile.TileName));
 }
 
+// Of a tile without a picture. A name that fills its field had no room for its extension.
+std::string WhyNoPicture(const TileInfo& info) {
+    const bool cut =
+        info.Name.size() >= TileNameLength && !UpperCase(info.Name).ends_with(".PCX");
+    return "No picture: " + info.DayFile + " is not there" +
+           (cut ? "; the name was cut to " + std::to_string(TileNameLength) + " letters"
+                : "");
+}
+
 } // namespace
 
 std::array<std::string, 3> SetColumns(const TextureBin& bin, int32_t row) {
@@ -70,6 +79,8 @@ SlotDetails DetailsOf(const Catalogue& catalogue, const TilePlace& place) {
     details.TileName = CleanName(tile);
     details.AreasPaths = AreasPathsText(tile);
     details.TileNumber = "Tile Number: " + std::to_string(number);
+    if (const TileInfo& info = InfoAt(catalogue, number); info.HasImage == 0)
+        details.NoPicture = WhyNoPicture(info);
     return details;
 }
 

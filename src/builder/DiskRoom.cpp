@@ -220,9 +220,9 @@ FartileTotals CountFartiles(const Terrain& terrain) {
     return totals;
 }
 
-uint64_t BytesOfFartiles(uint64_t count, const FartileShape& shape) {
+uint64_t BytesOfFartiles(uint64_t count, uint64_t tiles, const FartileShape& shape) {
     return 2 * (FartileShape::HeaderBytes + count * shape.LinearSize()) +
-           BytesOfIndex(count);
+           BytesOfIndex(count, 2 * tiles);
 }
 
 } // namespace vardenix

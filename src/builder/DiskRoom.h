@@ -50,6 +50,6 @@ struct FartileTotals {
 FartileTotals CountFartiles(const Terrain& terrain);
 
 // What both containers and their index take.
-uint64_t BytesOfFartiles(uint64_t count, const FartileShape& shape);
+uint64_t BytesOfFartiles(uint64_t count, uint64_t tiles, const FartileShape& shape);
 
 } // namespace vardenix

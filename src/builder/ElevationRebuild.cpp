@@ -1,10 +1,14 @@
 #include "builder/ElevationRebuild.h"
 
 #include "builder/LevelSaving.h"
+#include "builder/LoadedHeights.h"
 #include "builder/PostsUnder.h"
+#include "levels/ElevationFiles.h"
 #include "platform/Progress.h"
 
 #include <algorithm>
+#include <functional>
+#include <string>
 
 namespace vardenix {
 
@@ -79,6 +83,7 @@ public:
 
     RebuildReport Run() {
         const int64_t start = parts_.View.Seconds();
+        RequireNoGap(parts_.Terrain);
         parts_.View.SetLabel2("");
         parts_.View.SetStatus("Starting...");
         parts_.View.SetPB2_Max(StepsOfElevationRebuild(
@@ -95,9 +100,15 @@ public:
         parts_.View.BeginTakingPlaces();
         files_.Commit(parts_.Log);
         Begin("Reloading Map...");
-        ReadLevel2Back();
+        RebuildReport report{files_.Made, files_.Fartiles, 0};
+        ReadBack("level 2",
+                 [this] { ReloadLFile(parts_.Terrain, parts_.View, parts_.Log); });
+        report.HeightsReadAnew = LoadedHeights(parts_.Terrain).RewrittenBy(report);
+        if (report.HeightsReadAnew)
+            ReadBack("the heights", [this] { ReloadHeights(); });
         parts_.View.SetStatus("All done...");
-        return {files_.Made, files_.Fartiles, parts_.View.Seconds() - start};
+        report.Seconds = parts_.View.Seconds() - start;
+        return report;
     }
 
 private:
@@ -123,15 +134,21 @@ private:
     }
 
     // What fails here comes too late to leave the old files.
-    void ReadLevel2Back() {
+    static void ReadBack(const std::string& what, const std::function<void()>& read) {
         try {
-            ReloadLFile(parts_.Terrain, parts_.View, parts_.Log);
+            read();
         } catch (const RuntimeError& error) {
             throw RuntimeError(error.Number(), error.Description(),
-                               error.Detail() +
-                                   "; all files were rebuilt, but level 2 could not be "
-                                   "read back. Open the theater again");
+                               error.Detail() + "; all files were rebuilt, but " + what +
+                                   " could not be read back. Open the theater again");
         }
+    }
+
+    void ReloadHeights() {
+        const std::string path = parts_.Terrain.Elevations.Path;
+        NoProgress quiet;
+        LoadElevationData(parts_.Terrain, ElevationKind::L0, path, quiet, parts_.Dialogs,
+                          parts_.Log);
     }
 
     void RequireRoomForAll() const {

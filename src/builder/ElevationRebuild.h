@@ -13,7 +13,9 @@ namespace vardenix {
 
 // What an elevation rebuild works with; everything is borrowed.
 struct ElevationRebuildParts {
-    vardenix::Terrain& Terrain; // its level 2 is read anew at the end
+    // Level 2 is read anew at the end, and heights that are loaded from the theater.L0 of
+    // the run.
+    vardenix::Terrain& Terrain;
     RebuildView& View;
     vardenix::Dialogs& Dialogs;
     DebugLog& Log;
@@ -25,8 +27,8 @@ struct ElevationRebuildParts {
 // theater has its old files and level 2 in memory is what it was.
 //
 // A master that cannot be read to its end is told of, and the user is asked whether to go
-// on with the heights that were read. Errors otherwise: 61 with the bytes needed, 53, 62,
-// 9 for a missing level 3, 4 or 5, and the system's refusals.
+// on with the heights that were read. Errors otherwise: 5 for a gap in level 2, 61 with
+// the bytes needed, 53, 62, 9 for a missing level 3, 4 or 5, and the system's refusals.
 RebuildReport RebuildElevations(const ElevationRebuildParts& parts,
                                 const ElevationMaster& master, Downsampling method,
                                 const RebuildOptions& options);

@@ -2,8 +2,8 @@
 
 #include "pictures/Dxt1Writer.h"
 #include "pictures/ImageLayer.h"
-#include "platform/ForEachInParallel.h"
 
+#include <algorithm>
 #include <string>
 
 namespace vardenix {
@@ -41,27 +41,36 @@ Digest FartileKeys::KeyOf(int32_t level, std::span<const TileDigests> pictures) 
                      std::as_bytes(std::span(&level, 1)), std::as_bytes(pictures)});
 }
 
-KnownPictures::KnownPictures(const TileFiles& files)
-    : files_(files), digests_(files.Count()) {}
+PictureDigests::PictureDigests(TileFiles& files, SmallTiles& tiles)
+    : files_(files), tiles_(tiles), digests_(files.Count()) {}
 
-bool KnownPictures::Require(const std::vector<int32_t>& tiles,
-                            const std::function<bool()>& stop, unsigned threads) {
-    std::vector<int32_t> missing;
-    for (const int32_t tile : tiles)
-        if (!digests_[static_cast<size_t>(tile)])
-            missing.push_back(tile);
-    std::vector<TileDigests> read(missing.size());
-    const bool whole = ForEachInParallel(
-        2 * missing.size(),
-        [&](size_t item) {
-            const auto when = static_cast<DayOrNight>(item % 2);
-            read[item / 2][item % 2] = DigestOf(files_.Read(missing[item / 2], when));
-        },
-        stop, threads);
-    if (!whole)
+bool PictureDigests::Recall(int32_t tile) {
+    const auto day = files_.Recall(tile, DayOrNight::Day);
+    const auto night = files_.Recall(tile, DayOrNight::Night);
+    if (!day || !night)
         return false;
-    for (size_t i = 0; i < missing.size(); ++i)
-        digests_[static_cast<size_t>(missing[i])] = read[i];
+    digests_[static_cast<size_t>(tile)] = {*day, *night};
+    return true;
+}
+
+bool PictureDigests::Require(const std::vector<int32_t>& tiles,
+                             const std::function<bool()>& stop, unsigned threads) {
+    std::vector<int32_t> unknown;
+    for (const int32_t tile : tiles)
+        if (!digests_[static_cast<size_t>(tile)] && !Recall(tile))
+            unknown.push_back(tile);
+    for (size_t first = 0; first < unknown.size();) {
+        const size_t last = std::min(unknown.size(), first + tiles_.TilesAtOnce());
+        const std::vector<int32_t> some(
+            unknown.begin() + static_cast<std::ptrdiff_t>(first),
+            unknown.begin() + static_cast<std::ptrdiff_t>(last));
+        tiles_.MakeRoomFor(some);
+        if (!tiles_.Require(some, stop, threads))
+            return false;
+        for (const int32_t tile : some)
+            digests_[static_cast<size_t>(tile)] = tiles_.Of(tile).Digests;
+        first = last;
+    }
     return true;
 }
 

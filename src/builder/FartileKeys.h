@@ -1,6 +1,7 @@
 #pragma once
 
 #include "builder/FartileShape.h"
+#include "builder/SmallTiles.h"
 #include "builder/TileFiles.h"
 #include "files/Digest.h"
 
@@ -27,14 +28,15 @@ private:
     Digest making_;
 };
 
-// The digests of tile pictures, each file read once a run.
-class KnownPictures {
+// The digests of tile pictures, each asked for once a run. Pictures that are not known
+// are read as a run of all far tiles reads them, and never only to be known.
+class PictureDigests {
 public:
     // Borrowed.
-    explicit KnownPictures(const TileFiles& files);
+    PictureDigests(TileFiles& files, SmallTiles& tiles);
 
-    // Reads those of the tiles that were not read yet, several at a time. Errors and
-    // `stop` as SmallTiles::Require.
+    // Asks for those of the tiles that were not asked for yet. Errors and `stop` as
+    // SmallTiles::Require.
     bool Require(const std::vector<int32_t>& tiles, const std::function<bool()>& stop,
                  unsigned threads);
     // Of one that was required.
@@ -43,7 +45,10 @@ public:
     }
 
 private:
-    const TileFiles& files_;
+    bool Recall(int32_t tile);
+
+    TileFiles& files_;
+    SmallTiles& tiles_;
     std::vector<std::optional<TileDigests>> digests_; // by number
 };
 

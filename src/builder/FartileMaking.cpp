@@ -5,13 +5,13 @@
 #include "builder/FartileKeys.h"
 #include "builder/MetTiles.h"
 #include "builder/OldFartiles.h"
+#include "files/StagedFile.h"
 #include "levels/TerrainStore.h"
 #include "pictures/ImageLayer.h"
 #include "platform/ForEachInParallel.h"
 #include "texts/RuntimeError.h"
 
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -38,12 +38,13 @@ class Maker {
 public:
     Maker(const FartileParts& parts, const FartileList& list)
         : parts_(parts), list_(list), count_(list.UpperBound()), shape_(parts.FarSize),
-          files_(parts.Catalogue), tiles_(files_, shape_),
-          drawing_(parts.Terrain, shape_, tiles_), keys_(shape_), pictures_(files_),
-          containers_(parts.Files, parts.TextureFolder, shape_) {
-        if (parts.Files.How == Rewriting::OnlyChanged)
-            old_ = OldFartiles::Trusted(parts.TextureFolder, shape_, parts.View);
-    }
+          old_(parts.Files.How == Rewriting::OnlyChanged
+                   ? OldFartiles::Trusted(parts.TextureFolder, shape_)
+                   : nullptr),
+          files_(parts.Catalogue, old_ ? old_->Pictures() : std::vector<KnownPicture>()),
+          tiles_(files_, shape_), drawing_(parts.Terrain, shape_, tiles_), keys_(shape_),
+          pictures_(files_, tiles_),
+          containers_(parts.Files, parts.TextureFolder, shape_, old_.get()) {}
 
     void MakeAll() {
         int64_t start = parts_.View.Seconds();
@@ -52,11 +53,16 @@ public:
                 ShowTimeLeft(first, start);
             MakeBatch({first, std::min(first + BatchSize, count_)});
         }
-        containers_.Finish();
-        parts_.Files.Fartiles = {count_ - copied_, copied_};
+        containers_.Finish(files_.Known());
+        parts_.Files.Fartiles = {count_ - copied_, copied_, files_.FilesRead()};
     }
 
 private:
+    struct Copy {
+        int32_t From = OldFartiles::None; // index in the old containers
+        Digest Key{};
+    };
+
     // What the last batch took says how long the rest will take.
     void ShowTimeLeft(int32_t done, int64_t& start) {
         const int64_t now = parts_.View.Seconds();
@@ -91,20 +97,33 @@ private:
             AddTilesUnder(index, tiles);
         if (!pictures_.Require(tiles.All(), Stop(), parts_.Threads))
             throw RebuildStopped();
-        copies_.clear();
+        copies_.assign(static_cast<size_t>(batch.Last - batch.First), {});
+        firstOfCopies_ = batch.First;
         for (int32_t index = batch.First; index < batch.Last; ++index) {
             const Digest key = KeyOf(index, [&](int32_t tile) -> const TileDigests& {
                 return pictures_.Of(tile);
             });
-            if (const int32_t from = old_->Find(key); from != OldFartiles::None)
-                copies_[index] = {from, key};
+            const int32_t from = old_->Find(key, lastCopied_ + 1);
+            // One that is made takes the place of one that was.
+            lastCopied_ = from != OldFartiles::None ? from : lastCopied_ + 1;
+            if (from == OldFartiles::None)
+                continue;
+            copies_[static_cast<size_t>(index - batch.First)] = {from, key};
+            ++copied_;
         }
-        copied_ += static_cast<int32_t>(copies_.size());
+    }
+
+    // Null for one that is made.
+    const Copy* CopyFor(int32_t index) const {
+        if (!old_)
+            return nullptr;
+        const Copy& copy = copies_[static_cast<size_t>(index - firstOfCopies_)];
+        return copy.From == OldFartiles::None ? nullptr : &copy;
     }
 
     // False, and nothing added, when there is no room for the tiles of one more.
     bool AddTilesOf(int32_t index, MetTiles& tiles) const {
-        if (copies_.contains(index))
+        if (CopyFor(index) != nullptr)
             return true;
         const size_t before = tiles.All().size();
         AddTilesUnder(index, tiles);
@@ -171,31 +190,27 @@ private:
     void RequireTiles(const Range& range) {
         MetTiles tiles(files_.Count());
         for (int32_t index = range.First; index < range.Last; ++index)
-            if (!copies_.contains(index))
+            if (CopyFor(index) == nullptr)
                 AddTilesUnder(index, tiles);
         if (!tiles_.Require(tiles.All(), Stop(), parts_.Threads))
             throw RebuildStopped();
     }
 
-    // The bytes of one far tile and what it was made of.
-    struct Drawn {
-        std::vector<uint8_t> Day;
-        std::vector<uint8_t> Night;
-        Digest Key{};
-    };
-
     // The key is that of the pictures that were decoded: they may be others by now than
     // when it was looked for copies.
-    Drawn Draw(int32_t index) {
-        if (const auto copy = copies_.find(index); copy != copies_.end())
-            return {old_->Read(copy->second.From, DayOrNight::Day),
-                    old_->Read(copy->second.From, DayOrNight::Night), copy->second.Key};
+    DrawnFartile Draw(int32_t index) {
         const FartileRecord record = list_.At(index);
-        return {drawing_.Draw(record, DayOrNight::Day),
-                drawing_.Draw(record, DayOrNight::Night),
-                KeyOf(index, [&](int32_t tile) -> const TileDigests& {
-                    return tiles_.Of(tile).Digests;
-                })};
+        DrawnFartile drawn;
+        for (const DayOrNight when : {DayOrNight::Day, DayOrNight::Night}) {
+            auto& bytes = drawn.Bytes[static_cast<size_t>(when)];
+            bytes = drawing_.Draw(record, when);
+            drawn.Sums[static_cast<size_t>(when)] =
+                ChecksumOf(std::as_bytes(std::span(bytes)));
+        }
+        drawn.Key = KeyOf(index, [&](int32_t tile) -> const TileDigests& {
+            return tiles_.Of(tile).Digests;
+        });
+        return drawn;
     }
 
     void WriteTiles(const Range& range) {
@@ -203,17 +218,28 @@ private:
             std::max<size_t>(1, DrawnAtOnce / (2 * shape_.LinearSize())));
         for (int32_t first = range.First; first < range.Last; first += atOnce) {
             const auto count = static_cast<size_t>(std::min(range.Last - first, atOnce));
-            std::vector<Drawn> drawn(count);
+            std::vector<DrawnFartile> drawn(count);
             const bool whole = ForEachInParallel(
                 count,
-                [&](size_t i) { drawn[i] = Draw(first + static_cast<int32_t>(i)); },
+                [&](size_t i) {
+                    const int32_t index = first + static_cast<int32_t>(i);
+                    if (CopyFor(index) == nullptr)
+                        drawn[i] = Draw(index);
+                },
                 Stop(), parts_.Threads);
             if (!whole)
                 throw RebuildStopped();
-            for (const Drawn& fartile : drawn)
-                containers_.Add(fartile.Day, fartile.Night, fartile.Key);
-            parts_.View.ShowFartile(drawn.back().Day, drawn.back().Night,
-                                    shape_.FarSize());
+            const DrawnFartile* last = nullptr;
+            for (size_t i = 0; i < count; ++i) {
+                if (const Copy* copy = CopyFor(first + static_cast<int32_t>(i))) {
+                    containers_.Copy(copy->From, copy->Key);
+                    continue;
+                }
+                containers_.Add(drawn[i]);
+                last = &drawn[i];
+            }
+            if (last != nullptr)
+                parts_.View.ShowFartile(last->Bytes[0], last->Bytes[1], shape_.FarSize());
         }
     }
 
@@ -228,18 +254,16 @@ private:
     const FartileList& list_;
     int32_t count_;
     FartileShape shape_;
+    std::unique_ptr<const OldFartiles> old_; // where far tiles may be copied
     TileFiles files_;
     SmallTiles tiles_;
     FartileDrawing drawing_;
     FartileKeys keys_;
-    KnownPictures pictures_;
+    PictureDigests pictures_;
     FartileContainers containers_;
-    std::unique_ptr<const OldFartiles> old_; // where far tiles may be copied
-    struct Copy {
-        int32_t From; // index in the old containers
-        Digest Key;
-    };
-    std::map<int32_t, Copy> copies_; // of this batch, by index
+    std::vector<Copy> copies_; // of this batch, from its first on
+    int32_t firstOfCopies_ = 0;
+    int32_t lastCopied_ = -1; // in the old containers
     int32_t copied_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "builder/LevelRewriting.h"
 
+#include "builder/FartileShape.h"
 #include "files/FileNames.h"
 #include "levels/LevelReader.h"
 #include "levels/LevelWriter.h"
@@ -15,6 +16,11 @@ bool LevelNotExists(const std::string& folder, int32_t level) {
     if (!FileExists(pair.O))
         throw RuntimeError(ErrorNumber::FileNotFound,
                            pair.O + " (the L file beside it cannot be read without it)");
+    if (level < FirstFarLevel && FileLength(pair.L) == 0 && FileLength(pair.O) == 0)
+        throw RuntimeError(ErrorNumber::InputPastEnd,
+                           ShownPath(pair.L) + " and " + ShownPath(pair.O) +
+                               " are empty, as saving an L0 under a new name leaves "
+                               "them; delete the two and they are made anew");
     return false;
 }
 

@@ -24,7 +24,7 @@ struct LevelParts {
 };
 
 // Whether the L file of a level is not there. Error 53 for one that is there without its
-// O file.
+// O file; 62 for a pair of level 0 or 1 of which both are empty, with what helps.
 bool LevelNotExists(const std::string& folder, int32_t level);
 
 // Error 9, what a far level that does not exist ends in: its posts could be made of

@@ -1,100 +1,90 @@
 #include "builder/OldFartiles.h"
 
-#include "files/StagedFile.h"
 #include "levels/RebuiltFiles.h"
 #include "texts/RuntimeError.h"
 
 #include <algorithm>
-#include <new>
+#include <bit>
+#include <cstring>
 
 namespace vardenix {
 
 namespace {
 
-constexpr size_t PieceBytes = size_t{1} << 20;
+// A key is as good as any random number.
+size_t PlaceOf(const Digest& key, size_t places) {
+    uint64_t number = 0;
+    std::memcpy(&number, key.data(), sizeof number);
+    return static_cast<size_t>(number) & (places - 1);
+}
 
-// Whether the file begins as a container of this shape does and is what the stamp says.
-bool IsAsStamped(const ReadableFile& file, const FileStamp& stamp,
-                 const FartileShape& shape, RebuildView& view) {
-    const FileIdentity& there = file.Identity();
-    if (there.Size != stamp.Size || there.Seconds != stamp.Seconds ||
-        there.Nanoseconds != stamp.Nanoseconds)
-        return false;
-    std::vector<std::byte> piece(PieceBytes);
-    uint32_t checksum = 0;
-    for (uint64_t done = 0; done < there.Size;) {
-        const size_t got = file.ReadAt(done, piece);
-        const auto bytes = std::span(piece).first(got);
-        const auto header = shape.Header();
-        if (got == 0 ||
-            (done == 0 &&
-             (got < header.size() || !std::ranges::equal(std::as_bytes(std::span(header)),
-                                                         bytes.first(header.size())))))
-            return false;
-        checksum = ChecksumOf(bytes, checksum);
-        done += got;
-        view.GoOn();
-    }
-    return checksum == stamp.Checksum;
+bool BeginsAs(const ReadableFile& file, const FartileShape& shape) {
+    const auto expected = shape.Header();
+    std::array<uint8_t, FartileShape::HeaderBytes> header{};
+    return file.ReadAt(0, std::as_writable_bytes(std::span(header))) == header.size() &&
+           header == expected;
 }
 
 } // namespace
 
 std::unique_ptr<const OldFartiles> OldFartiles::Trusted(const std::string& textureFolder,
-                                                        const FartileShape& shape,
-                                                        RebuildView& view) {
-    const auto index = ReadFartileIndex(IndexOfFartiles(textureFolder));
-    if (!index)
-        return nullptr;
+                                                        const FartileShape& shape) {
     try {
-        auto old = std::make_unique<OldFartiles>(textureFolder, shape);
-        if (!old->Fit(*index, shape, view))
+        const ReadableFile file(IndexOfFartiles(textureFolder));
+        if (file.Size() > BytesOfIndex(MostFartilesOfIndex, MostPicturesOfIndex))
             return nullptr;
-        old->TakeKeys(index->Keys);
+        auto index = ParseFartileIndex(file.ReadAll().Span());
+        if (!index)
+            return nullptr;
+        auto old = std::make_unique<OldFartiles>(textureFolder, std::move(*index));
+        if (!old->Fit(file.Mark(), shape))
+            return nullptr;
+        old->MakePlaces();
         return old;
-    } catch (const RuntimeError& error) {
-        if (error.Number() == ErrorNumber::Cancelled)
-            throw;
+    } catch (const RuntimeError&) {
+        return nullptr; // far tiles can always be made anew
     }
-    return nullptr;
 }
 
-OldFartiles::OldFartiles(const std::string& textureFolder, const FartileShape& shape)
-    : linearSize_(shape.LinearSize()), containers_{
-                                           ReadableFile(DayContainer(textureFolder)),
-                                           ReadableFile(NightContainer(textureFolder))} {}
+OldFartiles::OldFartiles(const std::string& textureFolder, FartileIndex index)
+    : index_(std::move(index)), containers_{ReadableFile(DayContainer(textureFolder)),
+                                            ReadableFile(NightContainer(textureFolder))} {
+}
 
-bool OldFartiles::Fit(const FartileIndex& index, const FartileShape& shape,
-                      RebuildView& view) const {
-    for (size_t i = 0; i < containers_.size(); ++i)
-        if (index.Containers[i].Size !=
-                FartileShape::HeaderBytes + index.Keys.size() * linearSize_ ||
-            !IsAsStamped(containers_[i], index.Containers[i], shape, view))
+// The index is the last of the three to take its place: a container that was changed no
+// later has not been changed since.
+bool OldFartiles::Fit(const FileMark& index, const FartileShape& shape) const {
+    for (size_t i = 0; i < containers_.size(); ++i) {
+        const ReadableFile& container = containers_[i];
+        if (container.Identity() != index_.Containers[i] ||
+            !container.Mark().ChangedNoLaterThan(index) ||
+            container.Size() !=
+                FartileShape::HeaderBytes + index_.Keys.size() * shape.LinearSize() ||
+            !BeginsAs(container, shape))
             return false;
+    }
     return true;
 }
 
-void OldFartiles::TakeKeys(const std::vector<Digest>& keys) {
-    byKey_.reserve(keys.size());
-    for (const Digest& key : keys)
-        byKey_.emplace_back(key, static_cast<int32_t>(byKey_.size()));
-    std::sort(byKey_.begin(), byKey_.end());
+void OldFartiles::MakePlaces() {
+    places_.assign(std::bit_ceil(2 * index_.Keys.size() + 1), None);
+    for (int32_t fartile = 0; fartile < Count(); ++fartile) {
+        size_t place = PlaceOf(index_.Keys[static_cast<size_t>(fartile)], places_.size());
+        while (places_[place] != None)
+            place = (place + 1) & (places_.size() - 1);
+        places_[place] = fartile;
+    }
 }
 
-int32_t OldFartiles::Find(const Digest& key) const {
-    const auto found = std::lower_bound(byKey_.begin(), byKey_.end(), std::pair{key, 0});
-    return found != byKey_.end() && found->first == key ? found->second : None;
-}
-
-std::vector<uint8_t> OldFartiles::Read(int32_t index, DayOrNight when) const {
-    const ReadableFile& container = containers_[static_cast<size_t>(when)];
-    std::vector<uint8_t> bytes(linearSize_);
-    const uint64_t at =
-        FartileShape::HeaderBytes + static_cast<uint64_t>(index) * linearSize_;
-    if (container.ReadAt(at, std::as_writable_bytes(std::span(bytes))) < bytes.size())
-        throw RuntimeError(ErrorNumber::DeviceIo,
-                           container.Path() + " became shorter while it was copied from");
-    return bytes;
+int32_t OldFartiles::Find(const Digest& key, int32_t likely) const {
+    if (likely >= 0 && likely < Count() &&
+        index_.Keys[static_cast<size_t>(likely)] == key)
+        return likely;
+    size_t place = PlaceOf(key, places_.size());
+    for (; places_[place] != None; place = (place + 1) & (places_.size() - 1))
+        if (index_.Keys[static_cast<size_t>(places_[place])] == key)
+            return places_[place];
+    return None;
 }
 
 } // namespace vardenix

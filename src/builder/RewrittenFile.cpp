@@ -70,12 +70,6 @@ void RewrittenFile::Finish() {
     files_.Made.push_back({path_, position_, staged_ == nullptr});
 }
 
-FileStamp RewrittenFile::Stamp() {
-    const FileIdentity file = staged_ != nullptr ? staged_->Settle() : old_->Identity();
-    return {file.Size, file.Seconds, file.Nanoseconds,
-            staged_ != nullptr ? staged_->Checksum() : agreed_};
-}
-
 bool RewrittenFile::AgreesWithOld(std::span<const std::byte> bytes) {
     for (size_t done = 0; done < bytes.size();) {
         const auto part =
@@ -91,15 +85,7 @@ bool RewrittenFile::AgreesWithOld(std::span<const std::byte> bytes) {
 // The old file's beginning, up to where the new one differs.
 void RewrittenFile::StageWhatAgreed() {
     Stage();
-    for (uint64_t done = 0; done < position_;) {
-        const size_t part =
-            static_cast<size_t>(std::min<uint64_t>(buffer_.size(), position_ - done));
-        if (old_->ReadAt(done, {buffer_.data(), part}) < part)
-            throw RuntimeError(ErrorNumber::DeviceIo,
-                               path_ + " became shorter while it was compared");
-        staged_->Write({buffer_.data(), part});
-        done += part;
-    }
+    staged_->CopyFrom(*old_, 0, position_, agreed_);
 }
 
 } // namespace vardenix

@@ -20,16 +20,6 @@ namespace vardenix {
 // With OnlyChanged a file that comes out the same is left alone.
 enum class Rewriting { Always, OnlyChanged };
 
-// What a file is known by: its size and time, and CRC-32 of its bytes.
-struct FileStamp {
-    uint64_t Size = 0;
-    int64_t Seconds = 0;
-    int64_t Nanoseconds = 0;
-    uint32_t Checksum = 0;
-
-    bool operator==(const FileStamp&) const = default;
-};
-
 // What a run has made of one file.
 struct RebuiltFile {
     std::string Path;
@@ -42,6 +32,7 @@ struct RebuiltFile {
 struct FartileCounts {
     int32_t Made = 0;
     int32_t Copied = 0;
+    int32_t PicturesRead = 0; // tile pictures, by day and by night
 };
 
 // The files of one run.
@@ -78,8 +69,6 @@ public:
 
     // All is written; the file counts among those made.
     void Finish();
-    // Of the file that stands in its place when all is done; once it is finished.
-    FileStamp Stamp();
 
 private:
     bool AgreesWithOld(std::span<const std::byte> bytes);

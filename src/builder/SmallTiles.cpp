@@ -29,8 +29,7 @@ RgbaPicture RgbaOf(const Bitmap& bitmap) {
 
 } // namespace
 
-SmallTiles::SmallTiles(const TileFiles& files, const FartileShape& shape,
-                       size_t memoryBound)
+SmallTiles::SmallTiles(TileFiles& files, const FartileShape& shape, size_t memoryBound)
     : files_(files), shape_(shape), tiles_(files.Count()) {
     size_t bytes = 0; // of a tile's pictures by day and night
     for (int32_t level = FirstFarLevel; level < FirstFarLevel + 3; ++level) {
@@ -68,9 +67,9 @@ bool SmallTiles::Require(const std::vector<int32_t>& tiles,
         2 * missing.size(),
         [&](size_t item) {
             const auto when = static_cast<DayOrNight>(item % 2);
-            PictureFile file = files_.Read(missing[item / 2], when);
-            made[item / 2]->Digests[item % 2] = DigestOf(file);
-            made[item / 2]->Tiles[item % 2] = Make(std::move(file));
+            TileFiles::Read read = files_.ReadFile(missing[item / 2], when);
+            made[item / 2]->Digests[item % 2] = read.Digest;
+            made[item / 2]->Tiles[item % 2] = Make(std::move(read.File));
         },
         stop, threads);
     if (!whole)

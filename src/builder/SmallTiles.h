@@ -40,7 +40,7 @@ public:
     static constexpr size_t MemoryBound = size_t{256} << 20;
 
     // The files are borrowed.
-    SmallTiles(const TileFiles& files, const FartileShape& shape,
+    SmallTiles(TileFiles& files, const FartileShape& shape,
                size_t memoryBound = MemoryBound);
 
     // Tiles that may be wanted at a time within the memory bound, but no fewer than one
@@ -67,7 +67,7 @@ private:
     std::vector<RgbaPicture> Scaled(const Bitmap& bitmap);
     std::shared_ptr<const SquareShrinker> ShrinkerFor(int32_t side);
 
-    const TileFiles& files_;
+    TileFiles& files_;
     FartileShape shape_;
     size_t tilesAtOnce_;
     std::vector<std::unique_ptr<SmallTilePair>> tiles_; // by number

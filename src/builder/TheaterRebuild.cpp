@@ -3,6 +3,7 @@
 #include "builder/FartileMaking.h"
 #include "builder/FartileShape.h"
 #include "builder/LevelSaving.h"
+#include "files/FileMark.h"
 #include "files/FileNames.h"
 #include "files/Transaction.h"
 
@@ -39,6 +40,9 @@ public:
             MakeFarLevels();
         parts_.View.BeginTakingPlaces();
         files_.Commit(parts_.Log);
+        // A container that is changed from now on is to show it by its time.
+        if (options_.MakeL3)
+            LetTickPass();
         parts_.View.SetStatus("All done...");
         return {files_.Made, files_.Fartiles, parts_.View.Seconds() - start};
     }
@@ -60,9 +64,9 @@ private:
             const FartileShape shape(options_.FarSize);
             for (const int32_t level : {3, 4, 5})
                 levels.Bytes += BytesOfFarLevel(parts_.Terrain, levels_.LxFolder, level);
-            needs.push_back(
-                {TextureFolderOf(parts_.Catalogue),
-                 BytesOfFartiles(CountFartiles(parts_.Terrain).Count, shape)});
+            needs.push_back({TextureFolderOf(parts_.Catalogue),
+                             BytesOfFartiles(CountFartiles(parts_.Terrain).Count,
+                                             parts_.Catalogue.Lookup.size(), shape)});
         }
         needs.push_back(levels);
         RequireRoom(needs, options_.FreeRoom);

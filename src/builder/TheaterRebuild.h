@@ -37,6 +37,7 @@ struct RebuildReport {
     std::vector<RebuiltFile> Files;
     FartileCounts Fartiles;
     int64_t Seconds = 0;
+    bool HeightsReadAnew = false; // those loaded for editing, whose file was written
 };
 
 // The folder of the L file and that of Texture.bin, each with its slash.

@@ -64,4 +64,11 @@ TileRenumbering TileRenumbering::SetsMoved(const std::vector<int32_t>& newPlaces
     return result;
 }
 
+bool TileRenumbering::MovesNone() const {
+    for (size_t number = 0; number < to_.size(); ++number)
+        if (to_[number] != static_cast<int32_t>(number))
+            return false;
+    return beyond_ == 0;
+}
+
 } // namespace vardenix

@@ -37,6 +37,9 @@ public:
         return number > highest_ ? number : number + beyond_;
     }
 
+    // Whether every number stays what it is.
+    bool MovesNone() const;
+
     // Whether the edit has taken that number's tile out of the catalogue.
     bool TakesAway(int32_t number) const {
         return number >= firstTaken_ && number < firstTaken_ + taken_;

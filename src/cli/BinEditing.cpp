@@ -1,12 +1,12 @@
 #include "cli/BinEditing.h"
 
-#include "bineditor/BinSaving.h"
 #include "bineditor/IntakeRisks.h"
 #include "bineditor/LevelTwoPass.h"
 #include "catalogue/TextureBinFile.h"
 #include "catalogue/TileCheck.h"
 #include "catalogue/TileNumbers.h"
 #include "cli/Printing.h"
+#include "program/PaperSaving.h"
 
 namespace vardenix {
 
@@ -71,8 +71,12 @@ void BinEditing::LevelTwoRenumbered(const TileRenumbering& /*numbers*/, bool cha
 
 void BinEditing::Save(IfChanged ifChanged) {
     ProgramState& state = context_.State;
-    SaveBinTogether(together_, state.Catalogue, state.Terrain, levelTwoChanged_,
-                    context_.Progress, context_.Log, ifChanged);
+    if (levelTwoChanged_)
+        RequireNoGap(context_);
+    std::vector<Paper> papers{Paper::Catalogue};
+    if (levelTwoChanged_)
+        papers.push_back(Paper::Level2);
+    SavePapersWith(together_, state, papers, context_.Progress, context_.Log, ifChanged);
     context_.Progress.HideBar();
     Print("saved " + NameOnDisk(state.Catalogue.BinPath));
     if (levelTwoChanged_)

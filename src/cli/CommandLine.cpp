@@ -10,6 +10,7 @@
 #include <charconv>
 #include <cmath>
 #include <deque>
+#include <map>
 #include <string_view>
 
 namespace vardenix {
@@ -26,6 +27,7 @@ struct Command::Parts {
         std::vector<std::string_view> Others;
     };
     std::vector<Output> Outputs;
+    std::map<std::string, std::vector<std::string>> Choices; // by the argument's name
     std::vector<std::function<std::vector<std::string>()>> Kept;
     CommandRun Run;
 };
@@ -201,6 +203,24 @@ void ListOutputs(const Parts& parts, std::vector<std::string>& outputs) {
         ListOutputs(command, outputs);
 }
 
+void ListCommands(const Parts& parts, std::vector<ListedCommand>& list) {
+    ListedCommand listed{parts.Name, {}, {}};
+    for (const Parts& command : parts.Commands)
+        listed.Commands.push_back(command.App->get_name());
+    for (const CLI::Option* option : std::as_const(*parts.App).get_options()) {
+        if (option->get_positional())
+            continue;
+        const std::string name = "--" + option->get_lnames().at(0);
+        const auto words = parts.Choices.find(name);
+        listed.Options.push_back(
+            {name, option->get_items_expected_max() > 0,
+             words == parts.Choices.end() ? std::vector<std::string>() : words->second});
+    }
+    list.push_back(std::move(listed));
+    for (const Parts& command : parts.Commands)
+        ListCommands(command, list);
+}
+
 // The library only says that a command is missing.
 void RequireCommand(const Parts& named) {
     if (named.Commands.empty())
@@ -322,6 +342,7 @@ Argument Command::AddChoice(const std::string& name, const std::string& help,
                             const std::string& shown, std::function<void(size_t)> take) {
     CLI::Option& option =
         AddTo(*parts_, name, help, shown, WordOf(words, std::move(take)));
+    parts_->Choices[name] = words;
     option.type_name(WordList(words));
     return Argument(option);
 }
@@ -331,6 +352,7 @@ Argument Command::AddChoiceList(const std::string& name, const std::string& help
                                 std::function<void(size_t)> take) {
     CLI::Option& option =
         AddTo(*parts_, name, help, {}, EachOfList(WordOf(words, std::move(take))));
+    parts_->Choices[name] = words;
     option.type_name(WordList(words));
     return Argument(Repeated(option));
 }
@@ -359,6 +381,12 @@ std::vector<std::string> CommandLine::Outputs() const {
     std::vector<std::string> outputs;
     ListOutputs(*root_, outputs);
     return outputs;
+}
+
+std::vector<ListedCommand> CommandLine::List() const {
+    std::vector<ListedCommand> list;
+    ListCommands(*root_, list);
+    return list;
 }
 
 ParsedLine CommandLine::Parse(const std::vector<std::string>& arguments) {

@@ -259,6 +259,18 @@ struct ParsedLine {
     std::string Told;
 };
 
+// What may follow the words that call a command, for what is made of the table.
+struct ListedCommand {
+    std::string Name;                  // "vardenix-cli bin append-tile"
+    std::vector<std::string> Commands; // the next words of a family
+    struct Option {
+        std::string Name;               // "--layers"; positions are not listed
+        bool TakesValue = false;        // else it is given alone
+        std::vector<std::string> Words; // all values that there are; empty: any
+    };
+    std::vector<Option> Options;
+};
+
 // All commands of a program.
 class CommandLine {
 public:
@@ -274,6 +286,9 @@ public:
 
     // Every output of every command, as "mea OUT", in the order of the commands.
     std::vector<std::string> Outputs() const;
+
+    // Every command, each family before its own, as a line calls it.
+    std::vector<ListedCommand> List() const;
 
     // `arguments` are those behind the program's name. UsageError for whatever does not
     // fit; nothing of the theater has been looked at by then but what a check looks at.

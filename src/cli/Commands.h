@@ -66,9 +66,15 @@ void AddSettings(Command& all);
 void AddBin(Command& all);
 void AddFeatures(Command& all);
 void AddSearch(Command& all);
+void AddStatistics(Command& all);
+void AddReplace(Command& all);
+void AddTerrain(Command& all);
 void AddRegion(Command& all);
 void AddDerived(Command& all);
 void AddUpdate(Command& all);
+void AddCompletion(Command& all);
+void AddRecovery(Command& all);
+void AddSaves(Command& all);
 
 // Adds the features of files one after the other; error 53 and the like for the first
 // that cannot be read.
@@ -82,5 +88,8 @@ void TellSharedSea(int32_t segments);
 // missing from the file that was read, and, unless told to overwrite, where another
 // program has changed it since.
 void SaveLevel2(CommandContext& context, bool overwrite);
+// Error 5 where level 2 has a gap, after a word on what to do about it: for commands that
+// write over its files.
+void RequireNoGap(CommandContext& context);
 
 } // namespace vardenix

@@ -79,13 +79,18 @@ void TellSharedSea(int32_t segments) {
              "one stand for all.");
 }
 
-void SaveLevel2(CommandContext& context, bool overwrite) {
+void RequireNoGap(CommandContext& context) {
     Terrain& terrain = context.State.Terrain;
     if (!MaySaveOverGap(terrain, context.Dialogs))
         throw RuntimeError(ErrorNumber::InvalidCall,
                            terrain.LFilename +
                                " was left as it is; save-as under another name first, "
                                "or bring back a backup");
+}
+
+void SaveLevel2(CommandContext& context, bool overwrite) {
+    RequireNoGap(context);
+    Terrain& terrain = context.State.Terrain;
     SaveTheater(terrain, "", context.Progress, IfChangedOf(overwrite));
 }
 

@@ -74,6 +74,7 @@ int RebuildFromMaster(CommandContext& context, const ElevationArguments& argumen
             ErrorNumber::InvalidCall,
             arguments.File + " does not fit: a master of this theater has " +
                 std::to_string(4 * terrain.MapWidth) + " elevations a side");
+    RequireNoGap(context);
     TerminalRebuild view;
     PrintReport(RebuildElevations({terrain, view, context.Dialogs, context.Log}, master,
                                   arguments.Method, OptionsOf(arguments)));

@@ -19,6 +19,8 @@ namespace {
 // What --layers turns on.
 struct ShownLayers {
     bool Areas = false;
+    bool Bare = false;
+    bool Contours = false;
     bool Export = false;
     bool Filled = false;
     bool Grid = false;
@@ -28,6 +30,7 @@ struct ShownLayers {
     bool Map = false;
     bool Night = false;
     bool Paths = false;
+    bool Relief = false;
     bool Segments = false;
 };
 
@@ -47,12 +50,16 @@ struct RenderOptions {
     SearchPattern Pattern;
     int32_t Brightness = 0;
     uint8_t Alpha = InitialMapAlpha;
+    int32_t Relief = MapView().ReliefStrength;
+    int32_t ContourStep = MapView().ContourStep;
     std::vector<std::string> FeatureFiles;
     bool Small = false;
 };
 
 Choices<bool ShownLayers::*> LayerNames() {
     return {{"areas", &ShownLayers::Areas},
+            {"bare", &ShownLayers::Bare},
+            {"contours", &ShownLayers::Contours},
             {"export", &ShownLayers::Export},
             {"filled", &ShownLayers::Filled},
             {"grid", &ShownLayers::Grid},
@@ -62,6 +69,7 @@ Choices<bool ShownLayers::*> LayerNames() {
             {"map", &ShownLayers::Map},
             {"night", &ShownLayers::Night},
             {"paths", &ShownLayers::Paths},
+            {"relief", &ShownLayers::Relief},
             {"segments", &ShownLayers::Segments}};
 }
 
@@ -85,6 +93,8 @@ void CheckLayers(RenderOptions& options) {
     RequireTogether(layers.L0, !options.L0File.empty(), "l0", "--l0");
     RequireTogether(layers.Export, !options.Export.empty(), "export", "--export");
     RequireTogether(layers.Hits, !options.Cells.empty(), "hits", "--cell");
+    if (layers.Bare && !layers.Relief)
+        throw UsageError("--layers", "bare needs relief");
     if (layers.Filled && !layers.Areas)
         throw UsageError("--layers", "filled needs areas");
     if (layers.L0 && KindOfElevationFile(options.L0File) == ElevationKind::None)
@@ -131,6 +141,11 @@ MapView ViewOf(const RenderOptions& options, const Configuration& settings) {
     view.ShowAreas = layers.Areas;
     view.AreasFilled = layers.Filled;
     view.ShowPaths = layers.Paths;
+    view.ShowRelief = layers.Relief;
+    view.ReliefAlone = layers.Bare;
+    view.ReliefStrength = options.Relief;
+    view.ShowContours = layers.Contours;
+    view.ContourStep = options.ContourStep;
     view.ShowGrid = layers.Grid;
     view.ShowSegments = layers.Segments;
     view.ApplyMAP = layers.Map;
@@ -174,6 +189,10 @@ void AddRenderOptions(Command& command, RenderOptions& options) {
                    RangeOf(BrightnessRange));
     command.Number("--alpha", options.Alpha, "Weight of the MAP colour",
                    RangeOf(TransRange));
+    command.Number("--relief", options.Relief, "Strength of the layer relief, percent",
+                   {0, 100});
+    command.Number("--contour-step", options.ContourStep,
+                   "Feet from line to line of the layer contours", {1, 32767});
     command.Texts("--features", options.FeatureFiles,
                   "Feature file whose features are drawn, all kinds of them");
     AddSmall(command, options.Small);

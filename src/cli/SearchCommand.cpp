@@ -6,6 +6,7 @@
 #include "levels/TerrainStore.h"
 #include "search/SearchHits.h"
 #include "search/TileSearch.h"
+#include "search/TilesMeant.h"
 #include "texts/Numbers.h"
 #include "workspace/PostFields.h"
 
@@ -24,6 +25,7 @@ struct SearchOptions {
     TheaterFiles Files;
     std::vector<std::string> Cells;
     std::vector<std::string> Sets;
+    std::string Named;
     bool AsJson = false;
     bool CountOnly = false;
     bool Overwrite = false;
@@ -69,9 +71,9 @@ void TakeTexts(SearchOptions& options) {
     options.Pattern = PatternOfCells(options.Cells);
     for (const std::string& set : options.Sets)
         TakeSet(set, options.Change);
-    if (!options.Sets.empty() && options.Cells.empty())
+    if (!options.Sets.empty() && options.Cells.empty() && options.Named.empty())
         throw UsageError("--set", "would set every post of the terrain; say with --cell "
-                                  "which, or use fill");
+                                  "or --named which, or use fill");
 }
 
 std::pair<int, int> PlaceOf(int32_t serial, int32_t mapWidth) {
@@ -144,6 +146,9 @@ void AddSearch(Command& all) {
         "search", "List the posts that a pattern fits; exit 1 if there are none");
     const auto options = std::make_shared<SearchOptions>(command);
     AddCells(command, options->Cells);
+    command.Text("--named", options->Named,
+                 "Only posts of tiles with this in their name, or of this kind; several "
+                 "parted by commas");
     command.Texts("--set", options->Sets,
                   "FIELD=VALUE that all posts found are set to, and saved");
     command.Flag("--json", options->AsJson, "Print JSON");
@@ -156,6 +161,10 @@ void AddSearch(Command& all) {
         const Terrain& terrain = context.State.Terrain;
         SearchResults hits;
         SearchTiles(terrain, options->Pattern, context.Progress, hits);
+        if (!options->Named.empty())
+            KeepTilesMeant(terrain,
+                           TilesMeant(context.State.Catalogue.Lookup, options->Named),
+                           hits);
         if (sets)
             hits = KeptHits(hits, terrain.MapWidth);
         if (sets && hits.size() > 1)

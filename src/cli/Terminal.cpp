@@ -22,6 +22,7 @@ BoxAnswer TerminalDialogs::MessageBox(const std::string& text, const std::string
     case BoxButtons::Ok:
         return BoxAnswer::Ok;
     case BoxButtons::YesNo:
+    case BoxButtons::YesNoSaveAll:
         return BoxAnswer::No;
     case BoxButtons::YesUnlessNo:
         return BoxAnswer::Yes;

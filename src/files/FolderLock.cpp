@@ -2,6 +2,7 @@
 
 #include "files/FileIdentity.h"
 #include "files/FileNames.h"
+#include "files/LockWait.h"
 #include "files/SystemFile.h"
 #include "texts/RuntimeError.h"
 
@@ -11,6 +12,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -33,19 +35,83 @@ Attempt TryLock(int handle, int operation) {
     return Attempt::Got;
 }
 
+using std::chrono::steady_clock;
+
+// A wait that is over sooner is nobody's business.
+constexpr milliseconds Moment{300};
+constexpr milliseconds BetweenLooks{50};
+
+LockWatcher* watcher = nullptr;
+
 // The system has no wait that ends by itself, so it is asked again and again, at first
-// within a moment: a reading of a small theater is over in less.
-Attempt KeepTrying(int handle, int operation, milliseconds patience) {
-    const auto end = std::chrono::steady_clock::now() + patience;
+// within a moment: a reading of a small theater is over in less. `look` says whether to
+// go on.
+template <typename Look>
+Attempt KeepTrying(int handle, int operation, milliseconds patience, Look look) {
+    const auto start = steady_clock::now();
+    auto nextLook = start + Moment;
     milliseconds pause{1};
     Attempt attempt = TryLock(handle, operation);
-    while (attempt == Attempt::Busy && std::chrono::steady_clock::now() < end) {
+    while (attempt == Attempt::Busy && steady_clock::now() < start + patience) {
+        if (steady_clock::now() >= nextLook) {
+            if (!look())
+                break;
+            nextLook = steady_clock::now() + BetweenLooks;
+        }
         std::this_thread::sleep_for(pause);
         pause = std::min(pause * 2, milliseconds{5});
         attempt = TryLock(handle, operation);
     }
     return attempt;
 }
+
+Attempt KeepTrying(int handle, int operation, milliseconds patience) {
+    return KeepTrying(handle, operation, patience, [] { return true; });
+}
+
+// A wait for a folder, as it is shown to whoever watches.
+class ShownWait {
+public:
+    ShownWait(int handle, const fs::path& folder, bool forWriting)
+        : handle_(handle), forWriting_(forWriting), wait_{folder, {}, false} {}
+    ShownWait(const ShownWait&) = delete;
+    ShownWait& operator=(const ShownWait&) = delete;
+    ~ShownWait() {
+        if (shown_ != nullptr)
+            shown_->WaitIsOver();
+    }
+
+    // False when the wait is to end, by giving up or by passing over.
+    bool Look() {
+        if (watcher == nullptr)
+            return true;
+        FindHolders();
+        shown_ = watcher;
+        answer_ = watcher->Waiting(wait_);
+        return answer_ == WaitAnswer::GoOn ||
+               (answer_ == WaitAnswer::PassOver && !wait_.MayPassOver);
+    }
+    bool GaveUp() const { return answer_ == WaitAnswer::GiveUp; }
+
+    const LockWait& FindHolders() {
+        struct stat folder {};
+        wait_.Holders = HoldersOf(handle_);
+        wait_.MayPassOver =
+            forWriting_ && !wait_.Holders.empty() && ::fstat(handle_, &folder) == 0 &&
+            folder.st_uid == ::geteuid() &&
+            std::ranges::all_of(wait_.Holders, [&](const LockHolder& holder) {
+                return !holder.Writes && holder.UserId != folder.st_uid;
+            });
+        return wait_;
+    }
+
+private:
+    int handle_;
+    bool forWriting_;
+    LockWait wait_;
+    LockWatcher* shown_ = nullptr;
+    WaitAnswer answer_ = WaitAnswer::GoOn;
+};
 
 } // namespace
 
@@ -93,16 +159,22 @@ void FolderLock::Take(const fs::path& path, milliseconds patience) {
     const bool enough = wanted->Writers > 0 || (kind_ == Shared && wanted->Readers > 0);
     if (!enough) {
         const int operation = kind_ == Shared ? LOCK_SH : LOCK_EX;
-        const Attempt attempt = KeepTrying(wanted->Handle.Handle(), operation, patience);
+        ShownWait wait(wanted->Handle.Handle(), path, kind_ == Exclusive);
+        Attempt attempt = KeepTrying(wanted->Handle.Handle(), operation, patience,
+                                     [&wait] { return wait.Look(); });
+        // Readers of other users cannot keep the owner from saving. A reader's lock keeps
+        // off other writers, who would have to wait for it.
+        if (attempt == Attempt::Busy && !wait.GaveUp() && wait.FindHolders().MayPassOver)
+            attempt = TryLock(wanted->Handle.Handle(), LOCK_SH);
         // Asking for more may have cost the reader's lock.
         if (attempt != Attempt::Got && wanted->Readers > 0)
             KeepTrying(wanted->Handle.Handle(), LOCK_SH, patience);
         if (attempt == Attempt::Busy)
             throw RuntimeError(
                 ErrorNumber::PermissionDenied,
-                path.string() +
-                    ": another program is reading or saving the files of this folder; "
-                    "try again when it is done");
+                path.string() + ": " + TextOfHolders(wait.FindHolders().Holders) +
+                    " is reading or saving the files of this folder; try again when it "
+                    "is done");
         if (attempt == Attempt::Unknown)
             return;
     }
@@ -157,6 +229,13 @@ std::vector<FolderLock> LockFoldersOf(const std::vector<fs::path>& files,
         locks.push_back(std::move(lock));
     }
     return locks;
+}
+
+LockWatcher* WatchLocks(LockWatcher* next) { return std::exchange(watcher, next); }
+
+std::string TextOfWait(const LockWait& wait) {
+    return "Waiting for " + TextOfHolders(wait.Holders) +
+           ", which reads or saves the files of " + ShownPath(wait.Folder.string());
 }
 
 fs::path FolderOf(const fs::path& file) {

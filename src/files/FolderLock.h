@@ -26,8 +26,10 @@ class FolderLock {
 public:
     enum Kind { Shared, Exclusive };
 
-    // Error 70 when another program still has the folder after `patience`; the system's
-    // refusals (57, 75) when the folder cannot be opened for other reasons than rights.
+    // Error 70 with its name when another program still has the folder after `patience`,
+    // or when whoever watches the wait (LockWait.h) has given up. For writing, the
+    // folder's owner passes over readers of other users by then. The system's refusals
+    // (57, 75) when the folder cannot be opened for other reasons than rights.
     FolderLock(std::string_view folder, Kind kind,
                std::chrono::milliseconds patience = LockPatience);
     FolderLock(FolderLock&&) noexcept;

@@ -83,8 +83,15 @@ std::string ProgramFile() {
 }
 
 std::string OwnFilesFolder(const std::string& programFolder) {
-    if (::access(PathAsItStands(programFolder).c_str(), W_OK) == 0)
+    // What the system's packages hold is theirs, also for those who could write there.
+    const fs::path folder = PathAsItStands(programFolder);
+    if (::access((folder / "by-package").c_str(), F_OK) != 0 &&
+        ::access(folder.c_str(), W_OK) == 0)
         return programFolder;
+    return UsersDataFolder();
+}
+
+std::string UsersDataFolder() {
     const std::string data = AbsoluteOf("XDG_DATA_HOME");
     if (!data.empty())
         return data + "/vardenix";

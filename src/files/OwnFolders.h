@@ -15,12 +15,18 @@ std::string ProgramFolder();
 // now should an update have replaced it meanwhile.
 std::string ProgramFile();
 
-// The folder for the program's own files: `programFolder` when files can be made there,
-// else the user's data folder of the platform, which need not be there yet. Without a
-// slash behind it; empty for a user who has no home.
+// The folder for the program's own files: `programFolder` when files can be made there
+// and no file "by-package" says that the system's packages put it there, else the user's
+// data folder of the platform, which need not be there yet. Without a slash behind it;
+// empty for a user who has no home.
 std::string OwnFilesFolder(const std::string& programFolder);
 
-// Makes that folder where it is missing, for its user alone. Error 76 for an empty text,
+// The user's data folder of the platform, whatever folder the program writes to; it need
+// not be there yet. Without a slash behind it; empty for a user who has no home.
+std::string UsersDataFolder();
+
+// Makes the folder for the program's own files where it is missing, for its user alone.
+// Error 76 for an empty text,
 // else the system's refusal.
 void MakeOwnFilesFolder(const std::string& folder);
 

@@ -21,7 +21,7 @@ ReadableFile::ReadableFile(std::string_view path)
         ThrowSystemError(errno, "measuring", path_);
     if (!S_ISREG(status.st_mode))
         throw RuntimeError(ErrorNumber::PathFileAccess, path_ + " is not a file");
-    identity_ = IdentityOfStatus(status);
+    mark_ = MarkOfStatus(status);
 }
 
 size_t ReadableFile::ReadAt(uint64_t offset, std::span<std::byte> into) const {

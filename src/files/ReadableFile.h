@@ -1,7 +1,7 @@
 #pragma once
 
 #include "files/BinaryReader.h"
-#include "files/FileIdentity.h"
+#include "files/FileMark.h"
 #include "files/SystemFile.h"
 
 #include <cstddef>
@@ -20,8 +20,9 @@ public:
 
     const std::string& Path() const { return path_; }
     // As it was when it was opened.
-    uint64_t Size() const { return identity_.Size; }
-    const FileIdentity& Identity() const { return identity_; }
+    uint64_t Size() const { return mark_.Identity.Size; }
+    const FileIdentity& Identity() const { return mark_.Identity; }
+    const FileMark& Mark() const { return mark_; }
 
     // As many bytes from `offset` on as `into` takes and the file has.
     size_t ReadAt(uint64_t offset, std::span<std::byte> into) const;
@@ -29,11 +30,13 @@ public:
     void ReadMeasured(uint64_t offset, std::span<std::byte> into) const;
     // Error 62 when it has become shorter, 7 when memory lacks.
     FileBytes ReadAll() const;
+    // For calls of the system that read from an open file.
+    int Handle() const { return file_.Handle(); }
 
 private:
     std::string path_;
     SystemFile file_;
-    FileIdentity identity_;
+    FileMark mark_;
 };
 
 // A value at an offset of a file; zero where the file does not hold all of it.

@@ -11,6 +11,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 #include <zlib.h>
 
 namespace fs = std::filesystem;
@@ -20,6 +21,9 @@ namespace vardenix {
 namespace {
 
 constexpr size_t BufferSize = size_t{1} << 20;
+// Less is copied by way of the buffer. More at a time would not let the disk begin.
+constexpr uint64_t WorthACall = uint64_t{1} << 16;
+constexpr uint64_t MostOfACall = uint64_t{1} << 25;
 
 bool IsAbsence(int systemError) {
     return systemError == ENOENT || systemError == ENOTDIR;
@@ -101,6 +105,13 @@ uint32_t ChecksumOf(std::span<const std::byte> bytes, uint32_t checksum) {
         ::crc32_z(checksum, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size()));
 }
 
+ChecksumJoiner::ChecksumJoiner(uint64_t lengthOfSecond)
+    : operator_(::crc32_combine_gen(static_cast<z_off_t>(lengthOfSecond))) {}
+
+uint32_t ChecksumJoiner::Join(uint32_t first, uint32_t second) const {
+    return static_cast<uint32_t>(::crc32_combine_op(first, second, operator_));
+}
+
 StagedFile::StagedFile(std::string_view path)
     : text_(ShownPath(path)), target_(TargetOf(path)), buffer_(BufferSize),
       staged_(StagedNameOf(target_)) {
@@ -148,16 +159,83 @@ void StagedFile::Make(const struct ::stat* old) {
     specialRights_ = old->st_mode & 07000;
 }
 
-void StagedFile::Write(std::span<const std::byte> bytes) {
+void StagedFile::Write(std::span<const std::byte> bytes) { Buffer(bytes, false); }
+
+void StagedFile::Write(std::span<const std::byte> bytes, uint32_t checksum) {
+    SumBuffered();
+    Buffer(bytes, true);
+    checksum_ = ChecksumJoiner(bytes.size()).Join(checksum_, checksum);
+}
+
+void StagedFile::Buffer(std::span<const std::byte> bytes, bool summed) {
     position_ += bytes.size();
     while (!bytes.empty()) {
         const size_t part = std::min(bytes.size(), BufferSize - buffered_);
         std::memcpy(buffer_.data() + buffered_, bytes.data(), part);
         buffered_ += part;
+        if (summed)
+            summed_ = buffered_;
         bytes = bytes.subspan(part);
         if (buffered_ == BufferSize)
             Drain();
     }
+}
+
+// Sharing is by whole pages of both files, so the middle of what lies alike in both is
+// copied apart. What the system does not copy is read and written.
+void StagedFile::CopyFrom(const ReadableFile& file, uint64_t offset, uint64_t count,
+                          uint32_t checksum) {
+    constexpr uint64_t Page = 4096;
+    SumBuffered();
+    checksum_ = ChecksumJoiner(count).Join(checksum_, checksum);
+    std::vector<std::byte> piece;
+    while (count > 0) {
+        uint64_t part = count;
+        uint64_t copied = 0;
+        const bool alike = offset % Page == position_ % Page;
+        if (count >= WorthACall) {
+            if (alike && offset % Page != 0)
+                part = Page - offset % Page;
+            else if (alike)
+                part -= count % Page;
+            if (part >= WorthACall)
+                copied = CopyBySystem(file, offset, part);
+        }
+        if (copied == 0) {
+            part = std::min<uint64_t>(part, BufferSize);
+            piece.resize(part);
+            if (file.ReadAt(offset, piece) < part)
+                throw RuntimeError(ErrorNumber::DeviceIo,
+                                   file.Path() +
+                                       " became shorter while it was copied from");
+            Buffer(piece, true);
+            copied = part;
+        }
+        offset += copied;
+        count -= copied;
+    }
+}
+
+// How much of it the system has copied; 0 where it does not do such a thing, which the
+// way by memory finds out with its reason.
+uint64_t StagedFile::CopyBySystem(const ReadableFile& file, uint64_t offset,
+                                  uint64_t count) {
+    Drain();
+    auto from = static_cast<off_t>(offset);
+    const ssize_t copied = ::copy_file_range(file.Handle(), &from, file_.Handle(),
+                                             nullptr, std::min(count, MostOfACall), 0);
+    if (copied <= 0)
+        return 0;
+    position_ += static_cast<uint64_t>(copied);
+    ::sync_file_range(file_.Handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
+    return static_cast<uint64_t>(copied);
+}
+
+void StagedFile::SumBuffered() {
+    if (isSummed_)
+        checksum_ =
+            ChecksumOf(buffer_.Span().first(buffered_).subspan(summed_), checksum_);
+    summed_ = buffered_;
 }
 
 void StagedFile::WriteText(std::string_view text) {
@@ -181,8 +259,7 @@ void StagedFile::WriteRestOf(const ReadableFile& file, uint64_t offset) {
 }
 
 void StagedFile::Drain() {
-    if (isSummed_)
-        checksum_ = ChecksumOf(buffer_.Span().first(buffered_), checksum_);
+    SumBuffered();
     size_t done = 0;
     while (done < buffered_) {
         const ssize_t put =
@@ -200,6 +277,7 @@ void StagedFile::Drain() {
     if (buffered_ == BufferSize)
         ::sync_file_range(file_.Handle(), 0, 0, SYNC_FILE_RANGE_WRITE);
     buffered_ = 0;
+    summed_ = 0;
 }
 
 FileIdentity StagedFile::Settle() {

@@ -58,6 +58,13 @@ public:
     void WriteInt32(int32_t value);
     // What another file holds from `offset` on, however much it is.
     void WriteRestOf(const ReadableFile& file, uint64_t offset);
+    // Bytes whose CRC-32 is known.
+    void Write(std::span<const std::byte> bytes, uint32_t checksum);
+    // `count` bytes of another file, which has them, and their CRC-32. The system copies
+    // them, or lets both files share them where it can. Error 57 when the file has become
+    // shorter.
+    void CopyFrom(const ReadableFile& file, uint64_t offset, uint64_t count,
+                  uint32_t checksum);
     uint64_t Position() const final { return position_; }
 
     // For a file beside it that tells how this one can be known. All is written; size and
@@ -90,6 +97,9 @@ private:
     void Keep() { staged_.LetGo(); }
     void Make(const struct ::stat* old);
     void Drain();
+    void Buffer(std::span<const std::byte> bytes, bool summed);
+    void SumBuffered();
+    uint64_t CopyBySystem(const ReadableFile& file, uint64_t offset, uint64_t count);
 
     std::string text_;
     std::filesystem::path target_;
@@ -100,6 +110,7 @@ private:
     FileIdentity identity_;
     unsigned specialRights_ = 0;
     size_t buffered_ = 0;
+    size_t summed_ = 0; // of what is buffered
     uint64_t position_ = 0;
     bool isSummed_ = false; // by its Transaction's wish
     uint32_t checksum_ = 0;
@@ -124,5 +135,16 @@ bool FlushFolder(const std::filesystem::path& folder);
 
 // CRC-32, gone on with from `checksum`.
 uint32_t ChecksumOf(std::span<const std::byte> bytes, uint32_t checksum = 0);
+
+// The CRC-32 of two contents one behind the other from those of both, for any number of
+// contents of one length that come second.
+class ChecksumJoiner {
+public:
+    explicit ChecksumJoiner(uint64_t lengthOfSecond);
+    uint32_t Join(uint32_t first, uint32_t second) const;
+
+private:
+    unsigned long operator_;
+};
 
 } // namespace vardenix

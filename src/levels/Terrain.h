@@ -60,6 +60,7 @@ using HeightArray = SerialArray<int16_t>; // feet
 struct SegmentGap {
     int64_t Missing = 0;
     int64_t All = 0;
+    bool MayStay = false; // the user knows, and saves all the same
 };
 
 // The two kinds of file that the finest elevations come from.

@@ -177,6 +177,15 @@ void WriteLevel2(const Terrain& terrain, ByteSink& fileL, ByteSink& fileO,
     writer.WriteOffsets(fileO);
 }
 
+void RequireNoGap(const Terrain& terrain) {
+    if (terrain.Gap.Missing > 0 && !terrain.Gap.MayStay)
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           std::to_string(terrain.Gap.Missing) + " of " +
+                               std::to_string(terrain.Gap.All) +
+                               " segments were missing in " + terrain.LFilename +
+                               " when it was opened; saving would make that permanent");
+}
+
 void SaveTheater(Terrain& terrain, const std::string& path, Progress& progress,
                  IfChanged ifChanged) {
     SaveTheater(terrain, PairForSaving(terrain, path), progress, ifChanged);
@@ -199,6 +208,8 @@ void SaveTheater(Terrain& terrain, const LevelPair& pair, Progress& progress,
     const auto locks =
         LockFoldersOf({TargetOf(pair.L), TargetOf(pair.O)}, FolderLock::Exclusive);
     const bool own = SameFile(pair.L, terrain.LFilename);
+    if (own)
+        RequireNoGap(terrain);
     Transaction files;
     const FileIdentity unread;
     StagedFile& fileL = files.Stage(pair.L, own ? terrain.ReadL : unread, ifChanged);
@@ -208,7 +219,7 @@ void SaveTheater(Terrain& terrain, const LevelPair& pair, Progress& progress,
     if (own) {
         terrain.ReadL = fileL.Identity();
         terrain.ReadO = fileO.Identity();
-        terrain.Gap.Missing = 0;
+        terrain.Gap = {};
     }
 }
 

@@ -56,13 +56,18 @@ LevelReader OpenLevel2(Terrain& terrain, DebugLog& log);
 // fields play no part.
 bool IsCommonSeg(const Terrain& terrain, int32_t segX, int32_t segY);
 
+// Whether level 2 may be written over the files that it was read from: error 5 while
+// they have a gap that nobody has said may stay. Whoever writes them goes through here.
+void RequireNoGap(const Terrain& terrain);
+
 // Writes LxArr to a pair; all sea segments share the block of the first one met. The old
 // pair stands until the new one is whole on the disk. LFilename and OFilename stay what
 // they are; when it is their files that are written, ReadL and ReadO follow and the gap
 // is closed. Errors before anything is written: 75 when L and O would be the same file or
-// L has the name of an unfinished save, 53 when a neighbour would be written in place of
-// the theater's own file; ChangedFileError when the theater's own files are others than
-// were read; the system's refusals (61, 70, 75) while writing.
+// L has the name of an unfinished save, 5 for a gap in the theater's own files, 53 when a
+// neighbour would be written in place of the theater's own file; ChangedFileError when
+// the theater's own files are others than were read; the system's refusals (61, 70, 75)
+// while writing.
 void SaveTheater(Terrain& terrain, const LevelPair& pair, Progress& progress,
                  IfChanged ifChanged = IfChanged::Refuse);
 

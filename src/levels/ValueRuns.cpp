@@ -31,6 +31,19 @@ void WriteAllOld(Array& values, std::span<const ValueRun<Value>> runs) {
 
 } // namespace
 
+std::vector<RowSpan> SpansOfSerials(std::span<const int32_t> serials, int32_t width) {
+    std::vector<RowSpan> spans;
+    for (const int32_t serial : serials) {
+        const int32_t y = (serial - 1) / width;
+        const int32_t x = (serial - 1) % width;
+        if (!spans.empty() && spans.back().Y == y && spans.back().X2 == x - 1)
+            spans.back().X2 = x;
+        else
+            spans.push_back({y, x, x});
+    }
+    return spans;
+}
+
 void WriteNew(PostArray& posts, std::span<const TileRun> runs) {
     WriteAllNew(posts, runs);
 }

@@ -39,6 +39,9 @@ inline bool operator==(const RowSpan& a, const RowSpan& b) {
     return a.Y == b.Y && a.X1 == b.X1 && a.X2 == b.X2;
 }
 
+// Of serials that rise, in a grid `width` squares a side.
+std::vector<RowSpan> SpansOfSerials(std::span<const int32_t> serials, int32_t width);
+
 // Runs as they grow, square by square; what does not change is left out.
 template <typename Value>
 class RunWriter {

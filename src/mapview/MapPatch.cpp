@@ -76,7 +76,11 @@ MapPatch PatchOfPart(const MapView& view, const PixelRect& part, int32_t reach) 
              columnAt(part.Left + part.Width + around), rowAt(part.Top - around)}};
 }
 
-MapPatch PatchOf(const MapView& view, const PostBox& posts, int32_t reach) {
+MapPatch PatchOf(const MapView& view, const PostBox& changed, int32_t reach) {
+    // A height shows in the relief of its neighbours, and in their contour lines.
+    const int32_t around = view.ShowRelief || view.ShowContours ? 1 : 0;
+    const PostBox posts{changed.X1 - around, changed.Y1 - around, changed.X2 + around,
+                        changed.Y2 + around};
     const double cell = view.CellSize();
     const int32_t x1 = std::max(posts.X1 - view.MapLeftX, 0);
     const int32_t x2 = std::min(posts.X2 - view.MapLeftX, view.ViewColumns() - 1);

@@ -23,6 +23,6 @@ int32_t ReachOf(const MapView& view, const MapSources& sources, DrawingSurface& 
 MapPatch PatchOfPart(const MapView& view, const PixelRect& part, int32_t reach);
 
 // For posts of level 2, counted from 0.
-MapPatch PatchOf(const MapView& view, const PostBox& posts, int32_t reach);
+MapPatch PatchOf(const MapView& view, const PostBox& changed, int32_t reach);
 
 } // namespace vardenix

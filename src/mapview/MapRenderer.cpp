@@ -34,11 +34,18 @@ bool PaintPosts(Repaint& repaint) {
             repaint.Surface.AdjustBrightness(repaint.View.Brightness);
         return true;
     }
-    if (!PaintTiles(repaint))
+    const bool bare = repaint.View.ShowRelief && repaint.View.ReliefAlone;
+    if (bare)
+        PaintBareGround(repaint);
+    else if (!PaintTiles(repaint))
         return false;
     // A brightness of 0 gives every pixel its own value.
     if (repaint.View.Brightness != 0)
         repaint.Surface.AdjustBrightness(repaint.View.Brightness);
+    if (repaint.View.ShowRelief)
+        PaintRelief(repaint);
+    if (repaint.View.ShowContours)
+        DrawContours(repaint);
     if (repaint.View.ShowAreasPaths)
         PaintAreasAndPaths(repaint);
     return PaintOverlays(repaint);

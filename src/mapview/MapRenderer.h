@@ -9,8 +9,9 @@ namespace vardenix {
 
 // Paints one view of the terrain from nothing, the same for the map window, the
 // screenshot and the command line. From bottom to top: tiles, MAP colour, brightness over
-// both, areas and paths, night tiles, then heights and grid post by post, segments, the
-// export box, features. No picture that is missing or broken stops it.
+// both, relief, contour lines, areas and paths, night tiles, then heights and grid post
+// by post, segments, the export box, features. No picture that is missing or broken stops
+// it.
 class MapRenderer {
 public:
     MapRenderer(const MapSources& sources, const MapTools& tools)

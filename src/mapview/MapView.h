@@ -30,6 +30,12 @@ struct MapView {
     uint8_t MapAlpha = 127; // of the MAP colour over a tile
     double Brightness = 0;  // percent, -100 to 100
 
+    bool ShowRelief = false;
+    bool ReliefAlone = false;    // no tiles below it
+    int32_t ReliefStrength = 60; // percent, 0 to 100
+    bool ShowContours = false;
+    int32_t ContourStep = 500; // feet from line to line, at least 1
+
     bool ShowAreasPaths = false; // master switch of the two below
     bool ShowAreas = true;
     bool ShowPaths = true;

@@ -55,6 +55,10 @@ bool PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell);
 bool PaintTiles(Repaint& repaint);
 // In place of tiles, areas and paths, heights and grid.
 void PaintOverview(Repaint& repaint);
+// In the place of tiles, for a relief alone.
+void PaintBareGround(Repaint& repaint);
+void PaintRelief(Repaint& repaint);
+void DrawContours(Repaint& repaint);
 void PaintAreasAndPaths(Repaint& repaint);
 bool PaintOverlays(Repaint& repaint);
 void DrawSegments(Repaint& repaint);

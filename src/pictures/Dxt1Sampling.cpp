@@ -150,6 +150,10 @@ std::optional<Raster> LoadDxt1(std::string_view path, int32_t width, int32_t hei
     const auto layout = GuardDxt1(header, file.Size(), file.Path());
     if (!layout)
         return std::nullopt;
+    if (width == 0 && height == 0) {
+        width = layout->Width;
+        height = layout->Height;
+    }
     Raster raster(width, height);
     const Stretched stretched(*layout, width, height);
     const size_t length = RowBytes(*layout);

@@ -19,7 +19,8 @@ void SampleDxt1(const Dxt1Layout& layout, std::span<const std::byte> blocks,
                 const RasterView& target);
 
 // SampleDxt1 of a DDS file, of which only what is seen is read; nothing where its picture
-// is of another kind. Error 481 for a broken one, and what the system refuses.
+// is of another kind. Both sides 0 stand for the picture's own. Error 481 for a broken
+// one, and what the system refuses.
 std::optional<Raster> LoadDxt1(std::string_view path, int32_t width, int32_t height);
 
 } // namespace vardenix

@@ -25,9 +25,13 @@ std::string MonthName(const LocalTime& time) {
 } // namespace
 
 LocalTime SystemClock::Now() const {
-    const std::time_t now = std::time(nullptr);
+    return LocalTimeOf(std::chrono::system_clock::now());
+}
+
+LocalTime LocalTimeOf(std::chrono::system_clock::time_point time) {
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(time);
     std::tm parts{};
-    localtime_r(&now, &parts);
+    localtime_r(&seconds, &parts);
     return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_wday,
             parts.tm_hour,        parts.tm_min,     parts.tm_sec};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace vardenix {
@@ -14,6 +15,9 @@ struct LocalTime {
     int Minute = 0;
     int Second = 0;
 };
+
+// Of the machine's time zone.
+LocalTime LocalTimeOf(std::chrono::system_clock::time_point time);
 
 class Clock {
 public:

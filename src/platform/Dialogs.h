@@ -8,8 +8,8 @@
 namespace vardenix {
 
 enum class BoxIcon { None, Information, Question, Warning, Critical };
-enum class BoxButtons { Ok, YesNo, YesUnlessNo, YesNoCancel, ContinueEnd };
-enum class BoxAnswer { Ok, Yes, No, Cancel, Continue, End };
+enum class BoxButtons { Ok, YesNo, YesUnlessNo, YesNoCancel, YesNoSaveAll, ContinueEnd };
+enum class BoxAnswer { Ok, Yes, No, Cancel, SaveAll, Continue, End };
 
 struct FileQuestion {
     std::string Title; // empty: the platform's own
@@ -45,9 +45,9 @@ public:
     Dialogs& operator=(const Dialogs&) = delete;
     virtual ~Dialogs() = default;
 
-    // An empty title shows the program's name. In a box with Yes and No only, Enter, Esc
-    // and the close box mean No; with YesUnlessNo, where it is No that loses something,
-    // they mean Yes.
+    // An empty title shows the program's name. In a box with Yes and No only, or with
+    // "Save all and exit" beside them, Enter, Esc and the close box mean No; with
+    // YesUnlessNo, where it is No that loses something, they mean Yes.
     virtual BoxAnswer MessageBox(const std::string& text, const std::string& title,
                                  BoxIcon icon, BoxButtons buttons) = 0;
     // An existing file.

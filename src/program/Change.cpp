@@ -60,7 +60,7 @@ bool Change::Touches(Paper paper) const {
     case Paper::Level2:
         return !Posts.Empty();
     case Paper::Heights:
-        return !Heights.Empty();
+        return !Heights.Empty() || OtherHeights;
     case Paper::Catalogue:
         return !Catalogue.Empty();
     case Paper::MapFile:
@@ -72,13 +72,14 @@ bool Change::Touches(Paper paper) const {
 }
 
 bool Change::Empty() const {
-    return std::ranges::none_of(AllPapers,
-                                [this](Paper paper) { return Touches(paper); });
+    return !Pictures && std::ranges::none_of(
+                            AllPapers, [this](Paper paper) { return Touches(paper); });
 }
 
 size_t Change::Bytes() const {
     return sizeof *this + Name.size() + Posts.Bytes() + Heights.Bytes() +
-           Catalogue.Bytes() + MapFile.Bytes();
+           Catalogue.Bytes() + MapFile.Bytes() + (Pictures ? Pictures->Bytes() : 0) +
+           (OtherHeights ? OtherHeights->Layer.L0ElvArr.Values().size_bytes() : 0);
 }
 
 } // namespace vardenix

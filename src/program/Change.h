@@ -1,7 +1,9 @@
 #pragma once
 
+#include "files/FileSwap.h"
 #include "levels/PostDelta.h"
 #include "levels/Posts.h"
+#include "levels/Terrain.h"
 #include "program/FeatureSet.h"
 
 #include <array>
@@ -48,6 +50,13 @@ struct FeatureDelta {
     std::shared_ptr<const FeatureSet> New;
 };
 
+// Another file of heights in the place of the one that was loaded: the one that is not in
+// use waits here, and a walk over the change swaps the two.
+struct WaitingHeights {
+    ElevationLayer Layer;
+    uint64_t OnDisk = 0; // its revision there
+};
+
 // One command of the user's: what it is called, and what it has changed of each paper.
 struct Change {
     std::string Name; // "Paint 25 posts", UTF-8
@@ -57,6 +66,10 @@ struct Change {
     ByteDelta Catalogue{}; // of the bytes of Texture.bin
     ByteDelta MapFile{};   // of the bytes of theater.map
     std::optional<FeatureDelta> Features{};
+    // Pictures that were replaced at once, which every step over the change swaps. Null
+    // for none.
+    std::shared_ptr<FileSwap> Pictures{};
+    std::shared_ptr<WaitingHeights> OtherHeights{};
     uint64_t SingleEdit = 0; // of the stacks of single edits, by its number; 0 for none
 
     bool Touches(Paper paper) const;

@@ -47,6 +47,10 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
             throw RuntimeError(ErrorNumber::SubscriptOutOfRange,
                                "a change of theater.map that changes its length");
     }
+    if (change.Pictures)
+        change.Pictures->Swap();
+    if (change.OtherHeights)
+        std::swap(papers.Terrain.Elevations, change.OtherHeights->Layer);
     if (back) {
         WriteOld(papers.Terrain.LxArr, change.Posts);
         WriteOld(papers.Terrain.Elevations.L0ElvArr, change.Heights);
@@ -97,16 +101,28 @@ void ChangeLog::Add(Change change) { Put({.What = std::move(change)}); }
 void ChangeLog::Put(Entry entry) {
     if (entry.What.Empty())
         return;
-    entry.What.Time = std::chrono::system_clock::now();
+    if (entry.What.Time == Change{}.Time)
+        entry.What.Time = std::chrono::system_clock::now();
     entry.After = RevisionsAfter(entry.What);
     for (; entries_.size() > position_; entries_.pop_back())
         bytes_ -= entries_.back().What.Bytes();
     bytes_ += entry.What.Bytes();
     entries_.push_back(std::move(entry));
     ++position_;
+    if (journal_ != nullptr)
+        journal_->Added(entries_.back().What);
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
         follower->Recorded(entries_.back().What);
+}
+
+void ChangeLog::Apply(Change change) {
+    if (change.Empty())
+        return;
+    WalkPapers(papers_, change, Walk::Again);
+    Add(std::move(change));
+    for (ChangeFollower* follower : followers_)
+        follower->Walked(entries_.back().What, Walk::Again);
 }
 
 Change& ChangeLog::Newest() {
@@ -115,13 +131,15 @@ Change& ChangeLog::Newest() {
     return entries_.back().What;
 }
 
-void ChangeLog::HasGrown(const std::string& name) {
+void ChangeLog::HasGrown(Change more) {
     Entry& entry = entries_.back();
-    bytes_ += name.size() - entry.What.Name.size();
-    entry.What.Name = name;
+    bytes_ += more.Name.size() - entry.What.Name.size();
+    entry.What.Name = more.Name;
     --position_;
     entry.After = RevisionsAfter(entry.What);
     ++position_;
+    if (journal_ != nullptr)
+        journal_->Grown(more);
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
         follower->Recorded(entry.What);
@@ -131,14 +149,14 @@ void ChangeLog::Grow(std::vector<TileRun> runs, const std::string& name) {
     auto& all = Newest().Posts.Runs;
     bytes_ += runs.size() * sizeof(TileRun);
     all.insert(all.end(), runs.begin(), runs.end());
-    HasGrown(name);
+    HasGrown({.Name = name, .Posts = {.Runs = std::move(runs), .Values = {}}});
 }
 
 void ChangeLog::Grow(std::vector<HeightRun> runs, const std::string& name) {
     auto& all = Newest().Heights.Runs;
     bytes_ += runs.size() * sizeof(HeightRun);
     all.insert(all.end(), runs.begin(), runs.end());
-    HasGrown(name);
+    HasGrown({.Name = name, .Heights = {.Runs = std::move(runs), .Values = {}}});
 }
 
 const Change* ChangeLog::NextBack() const {
@@ -156,7 +174,9 @@ void ChangeLog::Back() {
     const Entry& entry = entries_[position_ - 1];
     WalkPapers(papers_, entry.What, Walk::Back);
     --position_;
+    SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Back);
+    Journal(entry.What, Walk::Back);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Back);
 }
@@ -167,9 +187,25 @@ void ChangeLog::Again() {
     const Entry& entry = entries_[position_];
     WalkPapers(papers_, entry.What, Walk::Again);
     ++position_;
+    SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Again);
+    Journal(entry.What, Walk::Again);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Again);
+}
+
+// Another file is the one that heights are saved to, and that a restoring begins with.
+void ChangeLog::Journal(const Change& change, Walk walk) {
+    if (journal_ == nullptr)
+        return;
+    journal_->Walked(walk);
+    if (change.OtherHeights)
+        journal_->Saved(Paper::Heights);
+}
+
+void ChangeLog::SwapOnDisk(const Change& change) {
+    if (change.OtherHeights)
+        std::swap(onDisk_[Index(Paper::Heights)], change.OtherHeights->OnDisk);
 }
 
 void ChangeLog::MoveStacks(const Entry& entry, Walk walk) const {
@@ -184,10 +220,34 @@ void ChangeLog::MoveStacks(const Entry& entry, Walk walk) const {
 
 void ChangeLog::SetRevision(Paper paper, uint64_t revision) {
     Now()[Index(paper)] = revision;
+    if (journal_ != nullptr)
+        journal_->Revised();
+}
+
+void ChangeLog::Saved(Paper paper) {
+    onDisk_[Index(paper)] = Revision(paper);
+    saved_.insert(Revision(paper));
+    if (journal_ != nullptr)
+        journal_->Saved(paper);
+    TellSaved(paper);
+}
+
+void ChangeLog::TellSaved(Paper paper) {
+    for (ChangeFollower* follower : followers_)
+        follower->Saved(paper);
 }
 
 bool ChangeLog::AnyUnsaved() const {
     return std::ranges::any_of(AllPapers, [this](Paper paper) { return Unsaved(paper); });
+}
+
+std::vector<Paper> ChangeLog::SavedAt(size_t index) const {
+    const Entry& entry = entries_.at(index);
+    std::vector<Paper> papers;
+    for (const Paper paper : AllPapers)
+        if (entry.What.Touches(paper) && saved_.contains(entry.After[Index(paper)]))
+            papers.push_back(paper);
+    return papers;
 }
 
 void ChangeLog::LoadedAnew(Paper paper) {
@@ -195,7 +255,7 @@ void ChangeLog::LoadedAnew(Paper paper) {
     while (without > 0 && !entries_[without - 1].What.Touches(paper))
         --without;
     if (position_ < without) {
-        ChangedOtherwise(paper);
+        Forget(paper);
     } else {
         const uint64_t revision = ++lastRevision_;
         for (; without > 0; --without)
@@ -204,10 +264,19 @@ void ChangeLog::LoadedAnew(Paper paper) {
         for (Entry& entry : entries_)
             entry.After[Index(paper)] = revision;
     }
-    Saved(paper);
+    onDisk_[Index(paper)] = Revision(paper);
+    if (journal_ != nullptr)
+        journal_->Loaded(paper);
+    TellSaved(paper);
 }
 
 void ChangeLog::ChangedOtherwise(Paper paper) {
+    Forget(paper);
+    if (journal_ != nullptr)
+        journal_->Lost();
+}
+
+void ChangeLog::Forget(Paper paper) {
     Revisions revisions = Now();
     revisions[Index(paper)] = ++lastRevision_;
     entries_.clear();
@@ -248,12 +317,18 @@ Recording::Recording(ChangeLog& log, std::vector<Paper> which, std::string name)
     ++log_.recordings_;
 }
 
+void Recording::Replaced(ElevationLayer before) {
+    otherHeights_ = std::make_shared<WaitingHeights>(
+        WaitingHeights{std::move(before), log_.RevisionOnDisk(Paper::Heights)});
+}
+
 bool Recording::Watches(Paper paper) const {
     return std::ranges::find(which_, paper) != which_.end();
 }
 
 Change Recording::Made() const {
-    Change change{.Name = name_};
+    Change change{.Name = name_, .Pictures = pictures_};
+    change.OtherHeights = otherHeights_;
     if (Watches(Paper::Level2))
         change.Posts.Values =
             Between(posts_, std::as_const(papers_.Terrain.LxArr).Values());

@@ -2,7 +2,7 @@
 
 #include "catalogue/TextureBin.h"
 #include "levels/Terrain.h"
-#include "program/Change.h"
+#include "program/ChangeJournal.h"
 #include "program/FeatureSet.h"
 #include "program/MapFileRecord.h"
 
@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,6 @@ struct Papers {
     vardenix::MapFileRecord& MapFileRecord;
     FeatureSet& Features;
 };
-
-enum class Walk { Back, Again };
 
 class ChangeLog;
 
@@ -40,6 +39,8 @@ public:
 
     virtual void Recorded(const Change& /*change*/) {}
     virtual void Walked(const Change& change, Walk walk) = 0;
+    // The paper is on the disk as it is now, saved or loaded.
+    virtual void Saved(Paper /*paper*/) {}
 
 private:
     friend class ChangeLog;
@@ -86,9 +87,16 @@ public:
     // Null for nobody.
     void KeepStacks(StackKeeper* keeper) { keeper_ = keeper; }
 
+    // Null for nobody; borrowed.
+    void KeepJournal(ChangeJournal* journal) { journal_ = journal; }
+
     // A change that has been made just now, nothing for an empty one. What was taken
-    // back before it is gone for good.
+    // back before it is gone for good. One that has a time keeps it.
     void Add(Change change);
+    // Carries out a change that another run of the program has made, and adds it; the
+    // followers hear of it as of one that is brought again. Error 9 and so on, with
+    // nothing changed, where it does not fit.
+    void Apply(Change change);
     // More belongs to the newest change, which is not taken back: a stroke goes on.
     void Grow(std::vector<TileRun> runs, const std::string& name);
     void Grow(std::vector<HeightRun> runs, const std::string& name);
@@ -108,12 +116,16 @@ public:
     void Again();
 
     uint64_t Revision(Paper paper) const { return Now()[Index(paper)]; }
+    uint64_t RevisionOnDisk(Paper paper) const { return onDisk_[Index(paper)]; }
     bool Unsaved(Paper paper) const {
-        return paper != Paper::Features && Revision(paper) != onDisk_[Index(paper)];
+        return paper != Paper::Features && Revision(paper) != RevisionOnDisk(paper);
     }
     bool AnyUnsaved() const;
     // The paper is on the disk as it is now.
-    void Saved(Paper paper) { onDisk_[Index(paper)] = Revision(paper); }
+    void Saved(Paper paper);
+    // Of the papers that a change has changed, those that have been saved as it left
+    // them.
+    std::vector<Paper> SavedAt(size_t index) const;
     // The newest change has led the paper to a state that has a revision already.
     void SetRevision(Paper paper, uint64_t revision);
     // The paper has become another in a way that no change tells, so that none leads past
@@ -144,15 +156,20 @@ private:
     Revisions RevisionsAfter(const Change& change);
     void Put(Entry entry);
     void MoveStacks(const Entry& entry, Walk walk) const;
+    void Journal(const Change& change, Walk walk);
+    void SwapOnDisk(const Change& change);
     void KeepWithinMemory();
     // In force.
     void DropOldest();
     Change& Newest();
-    void HasGrown(const std::string& name);
+    void HasGrown(Change more);
+    void Forget(Paper paper);
+    void TellSaved(Paper paper);
 
     Papers papers_;
     std::vector<ChangeFollower*> followers_;
     StackKeeper* keeper_ = nullptr;
+    ChangeJournal* journal_ = nullptr;
     Revisions base_{}; // before the first change
     std::deque<Entry> entries_;
     size_t bytes_ = 0; // of all entries
@@ -160,6 +177,7 @@ private:
     int recordings_ = 0; // under way
     uint64_t lastRevision_ = 0;
     Revisions onDisk_{};
+    std::set<uint64_t> saved_; // revisions that have been on the disk
 };
 
 // Notes what a command makes of some papers, from here to its end, however it ends. What
@@ -175,6 +193,12 @@ public:
 
     // For a command that knows better what it has done.
     void Rename(std::string name) { name_ = std::move(name); }
+    // Another file of heights has been loaded in the place of `before`.
+    void Replaced(ElevationLayer before);
+    // The command has replaced pictures; null for none.
+    void KeepPictures(std::shared_ptr<FileSwap> pictures) {
+        pictures_ = std::move(pictures);
+    }
 
 private:
     Change Made() const;
@@ -190,6 +214,8 @@ private:
     std::vector<std::byte> catalogue_;
     vardenix::MapFileRecord mapFile_{};
     std::shared_ptr<const FeatureSet> features_;
+    std::shared_ptr<WaitingHeights> otherHeights_;
+    std::shared_ptr<FileSwap> pictures_;
 };
 
 } // namespace vardenix

@@ -43,10 +43,18 @@ std::string ExitQuestion(const DirtyFlags& flags) {
            "Press No to return to the program";
 }
 
-bool ConfirmExit(const DirtyFlags& flags, Dialogs& dialogs) {
+WayOut WayOutOf(BoxAnswer answer) {
+    return answer == BoxAnswer::SaveAll ? WayOut::SaveAll
+           : answer == BoxAnswer::Yes   ? WayOut::Lose
+                                        : WayOut::Stay;
+}
+
+WayOut ConfirmExit(const DirtyFlags& flags, Dialogs& dialogs) {
     const std::string question = ExitQuestion(flags);
-    return question.empty() || dialogs.MessageBox(question, "Confirm", BoxIcon::Question,
-                                                  BoxButtons::YesNo) == BoxAnswer::Yes;
+    return question.empty()
+               ? WayOut::Lose
+               : WayOutOf(dialogs.MessageBox(question, "Confirm", BoxIcon::Question,
+                                             BoxButtons::YesNoSaveAll));
 }
 
 } // namespace vardenix

@@ -43,13 +43,16 @@ void TellGap(Terrain& terrain, const MapFileRecord& record, Dialogs& dialogs) {
                        "Warning...", BoxIcon::Warning);
 }
 
-bool MaySaveOverGap(const Terrain& terrain, Dialogs& dialogs) {
-    return terrain.Gap.Missing == 0 ||
-           dialogs.MessageBox(
-               Count(terrain.Gap) + " were missing in " + terrain.LFilename +
-                   " when it was opened. Saving makes that permanent. "
-                   "Save it all the same?",
-               "Confirm", BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
+bool MaySaveOverGap(Terrain& terrain, Dialogs& dialogs) {
+    SegmentGap& gap = terrain.Gap;
+    if (gap.Missing == 0 || gap.MayStay)
+        return true;
+    gap.MayStay = dialogs.MessageBox(
+                      Count(gap) + " were missing in " + terrain.LFilename +
+                          " when it was opened. Saving makes that permanent. "
+                          "Save it all the same?",
+                      "Confirm", BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
+    return gap.MayStay;
 }
 
 } // namespace vardenix

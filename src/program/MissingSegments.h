@@ -20,7 +20,7 @@ SegmentGap GapOf(const Terrain& terrain, const MapFileRecord& record);
 void TellGap(Terrain& terrain, const MapFileRecord& record, Dialogs& dialogs);
 
 // Before level 2 is written over the files that it was read from: asks when they had a
-// gap. False when they are to stay as they are.
-bool MaySaveOverGap(const Terrain& terrain, Dialogs& dialogs);
+// gap, and remembers a Yes. False when they are to stay as they are.
+bool MaySaveOverGap(Terrain& terrain, Dialogs& dialogs);
 
 } // namespace vardenix

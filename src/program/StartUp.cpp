@@ -2,6 +2,7 @@
 
 #include "files/FileNames.h"
 #include "files/OwnFolders.h"
+#include "files/RunFolders.h"
 #include "platform/Processes.h"
 #include "program/ConfigurationFile.h"
 #include "program/ProgramVersion.h"
@@ -19,6 +20,10 @@ constexpr const char* UpdateQuestion =
     "to "
     "enable the autoupdate feature? (You can enable/disable it later from the startup "
     "window)";
+
+std::string TempOfAllRuns(const ProgramFolders& folders) {
+    return folders.AppPath + "Temp\\";
+}
 
 // Ending must not fail for a file that cannot be deleted or written: the user is told,
 // and the program ends all the same.
@@ -67,11 +72,15 @@ void FindSystemTempPath(ProgramFolders& folders) {
     folders.SystemTempPath = WithTrailingSlash(OwnTemporaryFolder());
 }
 
-void PrepareFolders(ProgramFolders& folders) {
-    folders.TempFolder = folders.AppPath + "Temp\\";
-    folders.UpdateTempFolder = folders.AppPath + "UpdateTemp\\";
-    DeleteFolderTree(folders.TempFolder);
-    DeleteFolderTree(folders.UpdateTempFolder);
+void PrepareFolders(ProgramState& state) {
+    ProgramFolders& folders = state.Folders;
+    const std::string temp = TempOfAllRuns(folders);
+    const std::string updateTemp = folders.AppPath + "UpdateTemp\\";
+    ClearRunFolders(updateTemp, temp);
+    ClearRunFolders(temp, temp);
+    state.Run.emplace(temp);
+    folders.TempFolder = temp + state.Run->Text() + "\\";
+    folders.UpdateTempFolder = updateTemp + state.Run->Text() + "\\";
     MakeScratchFolder(folders.TempFolder);
 }
 
@@ -104,7 +113,11 @@ void ExitProgram(ProgramState& state, const std::string& commandLine,
                  const Platform& platform, DebugLog& log, ProgramEnd& end) {
     log.StopDebugLog();
     state.Exiting = true;
-    TellFailure(platform.Dialogs, [&] { DeleteFolderTree(state.Folders.TempFolder); });
+    TellFailure(platform.Dialogs, [&] {
+        state.Run.reset();
+        if (!state.Folders.TempFolder.empty()) // it was prepared
+            ClearRunFolders(TempOfAllRuns(state.Folders), TempOfAllRuns(state.Folders));
+    });
     TellFailure(platform.Dialogs, [&] {
         // The restore point lies in SystemTempPath and outlives the run; this finds one
         // only where somebody put it.

@@ -31,10 +31,11 @@ std::string StartUpCaption();
 // when others are in its place.
 void FindSystemTempPath(ProgramFolders& folders);
 
-// TempFolder and UpdateTempFolder under AppPath. TempFolder is made anew;
-// UpdateTempFolder is only deleted. A link that is found instead goes, and what it leads
-// to stays. The system's refusals go through.
-void PrepareFolders(ProgramFolders& folders);
+// Empties "Temp" and "UpdateTemp" under AppPath of everything that no living run of the
+// program holds, takes this run's name there (ProgramState::Run) and makes TempFolder;
+// UpdateTempFolder is made by whoever needs it. A link that is found instead goes, and
+// what it leads to stays. The system's refusals go through.
+void PrepareFolders(ProgramState& state);
 
 // The entries of Combo1, UTF-8: "MANUALLY OPEN PATH", then the theaters of an install
 // that offers them.

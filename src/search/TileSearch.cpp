@@ -68,6 +68,16 @@ std::string LabelOfText(std::string_view text) {
     return std::string(text.substr(0, first)) + Format0(Val(text.substr(first)));
 }
 
+std::optional<double> NumberCounted(std::string_view text) {
+    if (text.starts_with('!') || text.starts_with('<') || text.starts_with('>'))
+        text.remove_prefix(1);
+    const bool hasSign = text.starts_with('-') || text.starts_with('+');
+    if (std::ranges::all_of(text.substr(hasSign ? 1 : 0),
+                            [](char key) { return key >= '0' && key <= '9'; }))
+        return {};
+    return Val(text);
+}
+
 void SearchTiles(const Terrain& terrain, const SearchPattern& pattern, Progress& progress,
                  SearchResults& results) {
     const std::vector<CellConditions> cells = ConditionsOf(pattern);

@@ -5,6 +5,7 @@
 #include "program/SearchResults.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,11 @@ int32_t CellOffset(int32_t cell, bool horizontal);
 // What a cell keeps of the text of one of its boxes: a whole number, with the first
 // character in front of it unless that is a digit; nothing of a lone sign. UTF-8.
 std::string LabelOfText(std::string_view text);
+
+// What a box's text counts as when it is no number: anything but digits, with a sign and
+// one of "!", "<" and ">" in front where wished. None of a number, and none as long as
+// there is nothing behind the sign.
+std::optional<double> NumberCounted(std::string_view text);
 
 // Fills `results` with the serials of all posts around which every cell's conditions
 // hold. A condition on a neighbour outside the map fails; a cell without conditions holds

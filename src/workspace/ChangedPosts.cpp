@@ -35,6 +35,8 @@ std::optional<ChangedPosts> PlaceOf(const Change& change, int32_t mapWidth,
         heights.Add(serial, count);
     const PostBox& a = posts.Result().Box;
     const PostBox& b = heights.Result().Box;
+    if (a.X2 < 0 && b.X2 < 0)
+        return std::nullopt; // another file of heights
     return ChangedPosts{{std::min(a.X1, b.X1), std::min(a.Y1, b.Y1), std::max(a.X2, b.X2),
                          std::max(a.Y2, b.Y2)},
                         posts.Result().AnyIn || heights.Result().AnyIn};

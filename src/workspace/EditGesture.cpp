@@ -275,8 +275,10 @@ std::optional<PostBox> EditGesture::EditHeights(const std::vector<RowSpan>& span
 
 void EditGesture::TellChanged() {
     const std::string what = heights_ ? "height" : "post";
+    const bool heightsStay = view_.L0Mode && !heights_;
     workspace_.Tell(std::to_string(changed_) + " " + what + (changed_ == 1 ? "" : "s") +
-                    " changed");
+                    (heightsStay ? " of level 2" : "") + " changed" +
+                    (heightsStay ? ", no height" : ""));
 }
 
 } // namespace vardenix

@@ -20,6 +20,8 @@ bool NextTileSize(MapView& view, Iterator begin, Iterator end) {
     return true;
 }
 
+std::string Star(const DirtyFlags& flags) { return flags.L2 || flags.L0ELV ? "*" : ""; }
+
 } // namespace
 
 int32_t StepDown(int32_t value, const ControlRange& range) {
@@ -92,6 +94,14 @@ std::string L0ToolTip(const std::string& l0FileName) {
 std::string MainTitle(Layer layer) {
     return "Vardenix v" + ProgramVersion() +
            (layer == Layer::Heights ? " - L0/ELV MODE" : "");
+}
+
+std::string MainCaption(const DirtyFlags& flags, Layer layer) {
+    return Star(flags) + MainTitle(layer);
+}
+
+std::string MapCaption(const DirtyFlags& flags, const std::string& mapTitle) {
+    return Star(flags) + mapTitle;
 }
 
 double ProgressWidth(int32_t value, int32_t min, int32_t max) {

@@ -2,12 +2,12 @@
 
 #include "mapview/MapLayout.h"
 #include "mapview/MapView.h"
+#include "program/DirtyFlags.h"
 
 #include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace vardenix {
 
@@ -49,33 +49,10 @@ std::string L0ToolTip(const std::string& l0FileName);
 // "Vardenix v3.0.1", and " - L0/ELV MODE" behind it in that mode.
 std::string MainTitle(Layer layer);
 
-// The flags that tell what needs saving, and the captions of FrmVXMain and FrmVXMap: a
-// star stands before both while level 2 or the finest elevations are unsaved, whichever
-// of the two is edited.
-class DirtyTitles {
-public:
-    explicit DirtyTitles(std::string mapTitle) : mapTitle_(std::move(mapTitle)) {}
-
-    std::string MainCaption() const { return Star() + MainTitle(layer_); }
-    std::string MapCaption() const { return Star() + mapTitle_; }
-    bool L2NeedSaveFlag() const { return l2NeedSaveFlag_; }
-    bool L0NeedSaveFlag() const { return l0NeedSaveFlag_; }
-
-    void L2NeedSave() { l2NeedSaveFlag_ = true; }
-    void L0NeedSave() { l0NeedSaveFlag_ = true; }
-    void L2Saved() { l2NeedSaveFlag_ = false; }
-    // Also when unsaved elevations were given up for those of another file.
-    void L0Saved() { l0NeedSaveFlag_ = false; }
-    void SetLayer(Layer layer) { layer_ = layer; }
-
-private:
-    std::string Star() const { return l2NeedSaveFlag_ || l0NeedSaveFlag_ ? "*" : ""; }
-
-    std::string mapTitle_;
-    Layer layer_ = Layer::Posts;
-    bool l2NeedSaveFlag_ = false;
-    bool l0NeedSaveFlag_ = false;
-};
+// The captions of FrmVXMain and FrmVXMap: a star stands before both while the flag of
+// level 2 or of the finest elevations is up, whichever of the two is edited.
+std::string MainCaption(const DirtyFlags& flags, Layer layer);
+std::string MapCaption(const DirtyFlags& flags, const std::string& mapTitle);
 
 constexpr int32_t ProgressFullWidth = 3495; // of PB3, twips
 

@@ -105,12 +105,13 @@ bool MayRestoreOtherTheater(const std::optional<PointOrigin>& origin,
                             l2File + "\nall the same?");
 }
 
-bool MayLeaveRestored(Dialogs& dialogs) {
-    return Ask(dialogs,
-               "The posts that were brought back from the restore point are not saved: "
-               "they differ from the L2 file, though nothing is marked. Do you want to "
-               "leave without saving them?\n"
-               "Press No to return to the program; hold Shift there to save.");
+WayOut MayLeaveRestored(Dialogs& dialogs) {
+    return WayOutOf(dialogs.MessageBox(
+        "The posts that were brought back from the restore point are not saved: they "
+        "differ from the L2 file, though nothing is marked. Do you want to leave without "
+        "saving them?\n"
+        "Press No to return to the program.",
+        "Attention", BoxIcon::Warning, BoxButtons::YesNoSaveAll));
 }
 
 std::string RestoreMessage(Restored result) {

@@ -3,6 +3,7 @@
 #include "levels/Terrain.h"
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
+#include "program/ExitGuard.h"
 
 #include <optional>
 #include <string>
@@ -56,8 +57,8 @@ bool MayRestoreOldNumbers(Dialogs& dialogs);
 // What the user is told of it in a box; empty when all is done.
 std::string RestoreMessage(Restored result);
 
-// Asked on the way out while level 2 has posts of a restore that no file has and nothing
-// is marked. True when the user leaves all the same.
-bool MayLeaveRestored(Dialogs& dialogs);
+// Asked on the way out while level 2 has posts that no file has and nothing is marked, as
+// a restore leaves them.
+WayOut MayLeaveRestored(Dialogs& dialogs);
 
 } // namespace vardenix

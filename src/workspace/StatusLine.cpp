@@ -1,6 +1,7 @@
 #include "workspace/StatusLine.h"
 
 #include "companion/Vardenix.h"
+#include "files/FileNames.h"
 #include "texts/Numbers.h"
 
 namespace vardenix {
@@ -74,10 +75,14 @@ std::string ToolWords(const MapInteraction& interaction, const MapView& view,
                              : interaction.SelectedTile == -1
                                  ? "no tile chosen"
                                  : "tile " + TileWords(interaction.SelectedTile, lookup);
-    return NameOf(interaction) + ": " + what;
+    const bool heightsStay = view.L0Mode && !EditsHeights(interaction, view);
+    return NameOf(interaction) + ": " + what +
+           (heightsStay ? ", on level 2 and not on the heights" : "");
 }
 
-std::string SavedWords(const LocalTime& now) { return "saved at " + HoursMinutes(now); }
+std::string SavedWords(const std::string& path, const LocalTime& now) {
+    return AfterLastSlash(path) + " saved at " + HoursMinutes(now);
+}
 
 std::string HitWords(size_t hits) {
     return std::to_string(hits) + (hits == 1 ? " hit" : " hits");

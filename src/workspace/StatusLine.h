@@ -19,12 +19,13 @@ std::string PostWords(const MapView& view, const Terrain& terrain,
                       const TileLookup& lookup, double x, double y);
 
 // The tool in hand and what it gives: "Brush 3: tile 17 HRIVER05", "Fill: no tile
-// chosen", "Brush 1: raise by 100 ft".
+// chosen", "Brush 1: raise by 100 ft"; also that the heights are left alone while they
+// are what is shown.
 std::string ToolWords(const MapInteraction& interaction, const MapView& view,
                       const TileLookup& lookup);
 
-// "saved at 14:05".
-std::string SavedWords(const LocalTime& now);
+// "theater.L2 saved at 14:05", of a file's path.
+std::string SavedWords(const std::string& path, const LocalTime& now);
 // "1 hit", "37 hits".
 std::string HitWords(size_t hits);
 

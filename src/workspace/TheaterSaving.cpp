@@ -34,15 +34,16 @@ private:
     ShownBar bar_;
 };
 
-// Runs `work`; what it throws is told, but for a cancelled dialog. False then.
+// Runs `work`; what it throws is told, but for a cancelled dialog. False, or nothing,
+// then.
 template <typename Work>
-bool Trapped(Dialogs& dialogs, Work work) {
+auto Trapped(Dialogs& dialogs, Work work) -> decltype(work()) {
     try {
         return work();
     } catch (const RuntimeError& error) {
         if (error.Number() != ErrorNumber::Cancelled)
             dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
-        return false;
+        return {};
     }
 }
 
@@ -52,13 +53,12 @@ ElevationKind KindOf(const FileAnswer& answer) {
     return static_cast<int>(kind) == answer.FilterIndex ? kind : ElevationKind::None;
 }
 
-bool TellNoExtension(Dialogs& dialogs) {
+void TellNoExtension(Dialogs& dialogs) {
     dialogs.Notice("Not a valid extension.", "Error!", BoxIcon::Critical);
-    return false;
 }
 
 // Before a name is taken, `to` is where the loaded file would go.
-bool SaveElevations(const SavingParts& parts, bool as) {
+std::optional<std::string> SaveElevations(const SavingParts& parts, bool as) {
     FileAnswer to{.Path = {}, .FilterIndex = 0};
     ElevationKind kind = ElevationKind::None;
     if (as) {
@@ -66,8 +66,10 @@ bool SaveElevations(const SavingParts& parts, bool as) {
                                      .Filter = ElevationFilter,
                                      .InitialPath = parts.Terrain.Elevations.Path});
         kind = KindOf(to);
-        if (kind == ElevationKind::None)
-            return TellNoExtension(parts.Dialogs);
+        if (kind == ElevationKind::None) {
+            TellNoExtension(parts.Dialogs);
+            return {};
+        }
     }
     bool saveOK = false;
     const auto save = [&](IfChanged ifChanged) {
@@ -75,11 +77,10 @@ bool SaveElevations(const SavingParts& parts, bool as) {
         saveOK = SaveElevationData(parts.Terrain, kind, to.Path, parts.PB3, parts.Dialogs,
                                    ifChanged) == ElevationSave::Done;
     };
-    if (!SavedOrKept(parts.Dialogs, save))
-        return false;
-    if (saveOK)
-        parts.Panel.L0Saved();
-    return saveOK;
+    if (!SavedOrKept(parts.Dialogs, save) || !saveOK)
+        return {};
+    parts.Panel.L0Saved();
+    return as ? to.Path : parts.Terrain.Elevations.Path;
 }
 
 // The dialog asks about the L file; an O file that has none beside it would go with no
@@ -90,7 +91,7 @@ bool MayReplaceOffsets(const LevelPair& pair, Dialogs& dialogs) {
                               BoxIcon::Warning, BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
-bool SaveLevel2(const SavingParts& parts, bool as) {
+std::optional<std::string> SaveLevel2(const SavingParts& parts, bool as) {
     std::string to;
     if (as)
         to = parts.Dialogs
@@ -100,18 +101,18 @@ bool SaveLevel2(const SavingParts& parts, bool as) {
                  .Path;
     const LevelPair pair = PairForSaving(parts.Terrain, to);
     if (as && !MayReplaceOffsets(pair, parts.Dialogs))
-        return false;
+        return {};
     if (SameFile(pair.L, parts.Terrain.LFilename) &&
         !MaySaveOverGap(parts.Terrain, parts.Dialogs))
-        return false;
+        return {};
     const auto save = [&](IfChanged ifChanged) {
         const LongWork work(parts);
         SaveTheater(parts.Terrain, pair, parts.PB3, ifChanged);
     };
     if (!SavedOrKept(parts.Dialogs, save))
-        return false;
+        return {};
     parts.Panel.L2Saved();
-    return true;
+    return pair.L;
 }
 
 bool MayLoseElevations(const SavingParts& parts) {
@@ -120,16 +121,32 @@ bool MayLoseElevations(const SavingParts& parts) {
                                     BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
+// What was loaded before; nothing where it stays.
+std::optional<ElevationLayer> LoadAndShow(const SavingParts& parts, ElevationKind kind,
+                                          const std::string& path) {
+    const LongWork work(parts);
+    Terrain other;
+    other.MapWidth = parts.Terrain.MapWidth;
+    if (!LoadElevationData(other, kind, path, parts.PB3, parts.Dialogs, parts.Log))
+        return {};
+    std::swap(parts.Terrain.Elevations, other.Elevations);
+    other.Elevations.AbandonedXFile.Close();
+    if (parts.Panel.L0NeedSaveFlag())
+        parts.Panel.L0Saved();
+    parts.Panel.SetL0FileName(path);
+    return std::move(other.Elevations);
+}
+
 } // namespace
 
-bool CmdSaveTheater(const SavingParts& parts, bool as) {
+std::optional<std::string> CmdSaveTheater(const SavingParts& parts, bool as) {
     return Trapped(parts.Dialogs, [&] {
         return parts.View.L0Mode ? SaveElevations(parts, as) : SaveLevel2(parts, as);
     });
 }
 
-bool cmdLoadL0Elv(const SavingParts& parts) {
-    return Trapped(parts.Dialogs, [&] {
+std::optional<ElevationLayer> cmdLoadL0Elv(const SavingParts& parts) {
+    return Trapped(parts.Dialogs, [&]() -> std::optional<ElevationLayer> {
         const std::string& loaded = parts.Terrain.Elevations.Path;
         const FileAnswer from = parts.Dialogs.OpenFile(
             {.Title = {},
@@ -137,19 +154,19 @@ bool cmdLoadL0Elv(const SavingParts& parts) {
              .InitialPath =
                  loaded.empty() ? UpToLastSlash(parts.Terrain.LFilename) : loaded});
         const ElevationKind kind = KindOf(from);
-        if (kind == ElevationKind::None)
-            return TellNoExtension(parts.Dialogs);
+        if (kind == ElevationKind::None) {
+            TellNoExtension(parts.Dialogs);
+            return {};
+        }
         if (!MayLoseElevations(parts))
-            return false;
-        const LongWork work(parts);
-        if (!LoadElevationData(parts.Terrain, kind, from.Path, parts.PB3, parts.Dialogs,
-                               parts.Log))
-            return false;
-        if (parts.Panel.L0NeedSaveFlag())
-            parts.Panel.L0Saved();
-        parts.Panel.SetL0FileName(from.Path);
-        return true;
+            return {};
+        return LoadAndShow(parts, kind, from.Path);
     });
+}
+
+std::optional<ElevationLayer> LoadL0ElvFile(const SavingParts& parts, ElevationKind kind,
+                                            const std::string& path) {
+    return Trapped(parts.Dialogs, [&] { return LoadAndShow(parts, kind, path); });
 }
 
 } // namespace vardenix

@@ -6,6 +6,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
 
+#include <optional>
 #include <string>
 
 namespace vardenix {
@@ -41,12 +42,16 @@ struct SavingParts {
 // CmdSaveTheater: writes what the mode edits; `as` asks for another name first. An error
 // is told in a box and leaves the old files and the flag as they were; a cancel says
 // nothing. Elevations that no file holds afterwards, because the one that was chosen does
-// not fit or stays empty, are still unsaved. True when it was saved.
-bool CmdSaveTheater(const SavingParts& parts, bool as);
+// not fit or stays empty, are still unsaved. The file that was saved, or nothing.
+std::optional<std::string> CmdSaveTheater(const SavingParts& parts, bool as);
 
 // cmdLoadL0Elv: asks for a L0 or .elv file and reads it into L0ElvArr, after a question
 // when the loaded one has changes. Failures are told, and leave what was loaded before.
-// True when another file is loaded.
-bool cmdLoadL0Elv(const SavingParts& parts);
+// What was loaded before, when another file is loaded; its kind is None at the first.
+std::optional<ElevationLayer> cmdLoadL0Elv(const SavingParts& parts);
+
+// The same of a file that is known already, without a question.
+std::optional<ElevationLayer> LoadL0ElvFile(const SavingParts& parts, ElevationKind kind,
+                                            const std::string& path);
 
 } // namespace vardenix

@@ -1,6 +1,7 @@
 #include "workspace/UndoPoints.h"
 
 #include <algorithm>
+#include <cctype>
 #include <limits>
 
 namespace vardenix {
@@ -42,6 +43,17 @@ std::string StrokeName(const std::vector<ValueRun<Value>>& runs) {
     const int64_t count = CountOf<Value>(runs);
     return std::is_same_v<Value, int32_t> ? "Paint " + Counted(count, "post")
                                           : "Shape " + Counted(count, "height");
+}
+
+// "Taken back: paint at 107, 103. The import after it stays; Ctrl+Z takes that back"; a
+// change of another kind is named as the log names it.
+std::string ArrowWords(const std::string& edit, bool undo, const Change* newest) {
+    std::string words = (undo ? "Taken back: " : "Done again: ") + edit;
+    if (newest == nullptr)
+        return words;
+    const bool import = newest->Name.starts_with("Import ");
+    words += import ? ". The import" : ". \"" + newest->Name + "\"";
+    return words + " after it stays; Ctrl+Z takes that back";
 }
 
 } // namespace
@@ -86,9 +98,27 @@ void UndoPoints::MovePast(const Change& edit, Walk walk) {
 // step is on the stack already.
 void UndoPoints::Log(Change change, Paper paper, EditInLog& edit) {
     edit.Number = change.SingleEdit = ++lastEdit_;
+    edit.Name = PlaceName(change);
     edit.Before = changes_.Revision(paper);
     changes_.Add(std::move(change));
     edit.After = changes_.Revision(paper);
+}
+
+// The first word of its name, and the first of its posts.
+std::string UndoPoints::PlaceName(const Change& edit) const {
+    std::string word = edit.Name.substr(0, edit.Name.find(' '));
+    word.front() = static_cast<char>(std::tolower(static_cast<unsigned char>(word[0])));
+    const auto at = [&word](int32_t serial, int32_t width, int32_t perPost) {
+        return word + " at " + std::to_string((serial - 1) % width / perPost) + ", " +
+               std::to_string((serial - 1) / width / perPost);
+    };
+    const auto first = [](const auto& delta) {
+        return delta.Runs.empty() ? delta.Values.Stretches.front().Serial
+                                  : delta.Runs.front().Serial;
+    };
+    return edit.Touches(Paper::Heights)
+               ? at(first(edit.Heights), terrain_.Elevations.EMapWidth, HeightsPerPost)
+               : at(first(edit.Posts), terrain_.MapWidth, 1);
 }
 
 void UndoPoints::AddPostUndo(const TerrainPost& oldPost, const TerrainPost& newPost,
@@ -232,8 +262,10 @@ void UndoPoints::WriteRegardless(int16_t position, int16_t entry, bool undo,
     const Paper paper = PaperOf(layer);
     const EditInLog edit = EditAt(entry, layer);
     const uint64_t before = changes_.Revision(paper);
+    const Change* newest = changes_.NextBack();
+    const std::string words = ArrowWords(edit.Name, undo, newest);
     {
-        const Recording made(changes_, {paper}, undo ? "Undo an edit" : "Redo an edit");
+        const Recording made(changes_, {paper}, (undo ? "Undo " : "Redo ") + edit.Name);
         if (layer == Layer::Heights) {
             WriteStep(terrain_.Elevations, stacks_.Elv.At(entry), undo);
             stacks_.Elv.SetPosition(position);
@@ -246,6 +278,7 @@ void UndoPoints::WriteRegardless(int16_t position, int16_t entry, bool undo,
         changes_.SetRevision(paper, undo ? edit.Before : edit.After);
     ShowStep();
     ShowMark(paper);
+    workspace_.Tell(words);
 }
 
 void UndoPoints::ShowMark(Paper paper) {

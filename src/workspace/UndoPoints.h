@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -21,6 +22,7 @@ namespace vardenix {
 // that it leads between.
 struct EditInLog {
     uint64_t Number = 0;
+    std::string Name; // "paint at 107, 103", in posts counted from 0
     uint64_t Before = 0;
     uint64_t After = 0;
 };
@@ -192,6 +194,7 @@ private:
                                           const PostBox& part) const;
     void ShowStep();
     void ShowMark(Paper paper);
+    std::string PlaceName(const Change& edit) const;
 
     Terrain& terrain_;
     ChangeLog& changes_;

@@ -22,6 +22,13 @@ TEST(Arguments, AFolderIsKnownByItsWholePath) {
     EXPECT_EQ(Read({"--", "-theater"}).Theater, here + "/-theater");
 }
 
+TEST(Arguments, ALevel2FileStandsForItsTheater) {
+    const std::string here = QDir::currentPath().toStdString();
+    EXPECT_EQ(Read({"/a b/theater/terrain/theater.L2"}).Theater, "/a b/theater");
+    EXPECT_EQ(Read({"theater/Terrain/THEATER.l2"}).Theater, here + "/theater");
+    EXPECT_EQ(Read({"/a b/theater.L2 old"}).Theater, "/a b/theater.L2 old");
+}
+
 TEST(Arguments, WrongOnesAreToldWithTheUsage) {
     const std::pair<QStringList, const char*> wrong[] = {
         {{"a", "b"}, "one folder"}, {{""}, "empty"}, {{"--grid"}, "grid"}};

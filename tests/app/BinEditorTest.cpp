@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QTreeView>
 
 #include <filesystem>
@@ -50,8 +51,9 @@ protected:
         list.setCurrentIndex(list.model()->index(set, 0));
     }
     static std::string PanelStatus() {
-        const auto* line = static_cast<FrmVXMain&>(Window("FrmVXMain")).statusBar();
-        return line->isVisible() ? line->currentMessage().toStdString() : "";
+        QStatusBar& line = *static_cast<FrmVXMain&>(Window("FrmVXMain")).statusBar();
+        const auto* label = line.findChild<QLabel*>("lblNumbers");
+        return label != nullptr && label->isVisible() ? label->text().toStdString() : "";
     }
     int32_t Tile(int serial) { return state_.Terrain.LxArr(serial).TileOffset; }
     int32_t& Chosen() { return workspace_->Interaction().SelectedTile; }
@@ -74,6 +76,36 @@ TEST_F(BinEditorTest, TheScreenIsTheEditorsUntilTheMapIsCalledBack) {
     EXPECT_TRUE(Window("FrmVXMap").isVisible());
     EXPECT_EQ(Painted(), before);
     EXPECT_TRUE(Window("FrmVXMain").windowTitle().startsWith("*"));
+}
+
+// Editor and rebuild window have the screen in turn, and the same level 2.
+TEST_F(BinEditorTest, ARebuildTakesTheNumbersThatTheEditorHasGiven) {
+    Open();
+    Click("cmdOpenBIN");
+    Select(2);
+    Press("cmdMoveSet");
+    Select(0);
+    Press("cmdMoveOK");
+    ASSERT_EQ(Tile(1), 32);
+    Press("cmdOpenTerrain");
+    Window("FrmVXMain").findChild<QAction*>("mnuRebuildTheater")->trigger();
+    QWidget& rebuild = Window("FrmVXRebiuldTheater");
+    EXPECT_TRUE(rebuild.isVisible());
+    for (const char* name : {"FrmVXMain", "FrmVXMap", "FrmBINTileEdit"})
+        EXPECT_FALSE(Window(name).isVisible()) << name;
+    std::string made;
+    platform_.Dialogs.ExpectAnyBox("Rebuild Theater", BoxAnswer::Ok, &made);
+    Find<QAbstractButton>(rebuild, "cmdStart").click();
+    EXPECT_NE(made.find("theater.l0"), std::string::npos) << made;
+    EXPECT_TRUE(tests::Slurp(folder_.File("theater.l0"))
+                    .starts_with(std::string("\x20\x20\0\0", 4))); // 32 + 8192
+    Find<QAbstractButton>(rebuild, "cmdExit").click();
+    EXPECT_TRUE(Window("FrmVXMap").isVisible());
+    // The rebuild has saved neither level 2 nor the catalogue.
+    EXPECT_TRUE(Window("FrmVXMain").windowTitle().startsWith("*"));
+    Click("cmdOpenBIN");
+    EXPECT_TRUE(Editor().windowTitle().startsWith("*"));
+    EXPECT_FALSE(rebuild.isVisible());
 }
 
 TEST_F(BinEditorTest, TheMapsMenuLeadsToThePostsTile) {
@@ -138,6 +170,10 @@ TEST_F(BinEditorTest, WhoeverSavesOneFileIsToldOfTheOther) {
     Press("cmdDeleteSet");
     Press("cmdOpenTerrain");
     EXPECT_EQ(PanelStatus(), "Tile numbers changed: save L2 and the BIN file.");
+    // As a menu does it that opens.
+    QStatusTipEvent tip("");
+    QApplication::sendEvent(&Window("FrmVXMain"), &tip);
+    EXPECT_EQ(PanelStatus(), "Tile numbers changed: save L2 and the BIN file.");
     Click("CmdSaveTheater");
     EXPECT_EQ(PanelStatus(), "L2 is saved; the BIN file that fits it is not.");
     Click("cmdOpenBIN");
@@ -161,6 +197,69 @@ TEST_F(BinEditorTest, BothAreSavedAsOneAndNoStarIsLeft) {
     Press("cmdOpenTerrain");
     EXPECT_FALSE(Window("FrmVXMain").windowTitle().startsWith("*"));
     EXPECT_EQ(PanelStatus(), "");
+    Window("FrmVXMain").close();
+    EXPECT_EQ(ends_, 1); // nobody is asked
+}
+
+// As an elevation rebuild does it whose question about unsaved posts was answered No.
+TEST_F(BinEditorTest, LevelTwoThatARebuildReadsAnewIsCorrectedOrGivenUp) {
+    Open();
+    Click("CmdSaveTheater");
+    Click("cmdOpenBIN");
+    Select(0);
+    Press("cmdDeleteSet");
+    ASSERT_EQ(Tile(1), 0);
+    {
+        const Recording made(state_.Changes, {Paper::Level2}, "Level 2 read anew");
+        state_.Terrain.LxArr(1).TileOffset = 16;
+    }
+    workspace_->LevelTwoReadAnew();
+    Press("cmdOpenTerrain");
+    EXPECT_EQ(PanelStatus(),
+              "L2 has other tile numbers than the BIN file: see the BIN editor.");
+    Click("cmdOpenBIN");
+    EXPECT_FALSE(Find<QWidget>(Editor(), "cmdSaveBoth").isVisible());
+    Press("cmdCorrectL2");
+    EXPECT_EQ(Tile(1), 0);
+    Press("cmdSaveBoth");
+    EXPECT_EQ(tests::ReadPair(state_.Terrain.LFilename, state_.Terrain.OFilename)
+                  .Posts.front()
+                  .Tile,
+              0);
+    Press("cmdOpenTerrain");
+    EXPECT_EQ(PanelStatus(), "");
+}
+
+TEST_F(BinEditorTest, SaveBothAsksBeforeItWritesTheGapOfACutFile) {
+    Open();
+    state_.Terrain.Gap = {11, 16};
+    Click("cmdOpenBIN");
+    Select(0);
+    Press("cmdDeleteSet");
+    std::string asked;
+    platform_.Dialogs.ExpectAnyBox("Confirm", BoxAnswer::No, &asked);
+    Press("cmdSaveBoth");
+    EXPECT_TRUE(asked.starts_with("11 of 16 segments were missing in ")) << asked;
+    EXPECT_FALSE(std::filesystem::exists(state_.Terrain.LFilename));
+    EXPECT_EQ(tests::ReadCatalogue(state_.Catalogue.BinPath).Sets.size(), 3U);
+    platform_.Dialogs.ExpectAnyBox("Confirm", BoxAnswer::Yes, &asked);
+    Press("cmdSaveBoth");
+    EXPECT_TRUE(std::filesystem::exists(state_.Terrain.LFilename));
+}
+
+TEST_F(BinEditorTest, ARestoreThatIsSavedWithTheCatalogueIsNotAskedAboutAnyMore) {
+    Open();
+    Click("Command3");
+    Chosen() = 32;
+    auto& picture = Find<QWidget>(Window("FrmVXMap"), "PicShow");
+    QTest::mousePress(&picture, Qt::LeftButton, {}, {64, 636});
+    QTest::mouseRelease(&picture, Qt::LeftButton, {}, {64, 636});
+    Click("Command4");
+    Click("cmdOpenBIN");
+    Select(0);
+    Press("cmdDeleteSet");
+    Press("cmdSaveBoth");
+    Press("cmdOpenTerrain");
     Window("FrmVXMain").close();
     EXPECT_EQ(ends_, 1); // nobody is asked
 }

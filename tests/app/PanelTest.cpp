@@ -92,7 +92,7 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
                   "Search Tiles...", "Rebuild Entire Theater...", "Theater Statistics...",
                   "-", "Save Map Screenshot..."}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuHelp")),
-              (std::vector<std::string>{"Online Help", "About..."}));
+              (std::vector<std::string>{"Online Help", "Manual", "About..."}));
     EXPECT_EQ(Texts(Map().Popup()),
               (std::vector<std::string>{"Tile Properties...", "Locate in BIN Editor",
                                         "Locate Color in MAP Editor"}));
@@ -359,6 +359,18 @@ TEST_F(PanelTest, HelpOpensTheStoredAddress) {
     state_.Configuration.OnlineHelp = "http://www.vardenix.example/elsewhere";
     Entry("mnuOnlineHelp").trigger();
     EXPECT_EQ(platform_.Processes.Story, "open http://www.vardenix.example/elsewhere");
+}
+
+TEST_F(PanelTest, TheManualIsThatOfAnInstalledProgram) {
+    Open();
+    emit Find<QMenu>(Panel(), "mnuHelp").aboutToShow();
+    EXPECT_FALSE(Entry("mnuManual").isEnabled());
+    const tests::TestFolder installed;
+    const std::string page = installed.Write("manual/manual.html", "<html>");
+    state_.Folders.ShippedPath = installed.Path() + "\\";
+    emit Find<QMenu>(Panel(), "mnuHelp").aboutToShow();
+    Entry("mnuManual").trigger();
+    EXPECT_EQ(platform_.Processes.Story, "open " + page);
 }
 
 TEST_F(PanelTest, ExitLeavesTheProgram) {

@@ -1,6 +1,7 @@
 #include "bineditor/BinCommands.h"
 
 #include "bineditor/MadeCatalogue.h"
+#include "program/ChangeLog.h"
 #include "support/PictureMaker.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TestFolder.h"
@@ -9,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 
 namespace vardenix {
 namespace {
@@ -76,6 +78,49 @@ protected:
     tests::RecordingProgress progress_;
     RecordingWindow window_;
 };
+
+// The catalogue stays unsaved by choice, but pictures take their places at once.
+TEST_F(BinCommandsTest, TakingBackAnIntakeBringsTheReplacedPicturesBack) {
+    MapFileRecord map;
+    FeatureSet features;
+    ChangeLog log(Papers{terrain_, catalogue_, map, features});
+    const auto pictures = [&] {
+        std::map<std::string, std::string> files;
+        for (const auto& entry : std::filesystem::directory_iterator(folder_.File("dds")))
+            files[entry.path().filename()] = tests::Slurp(entry.path());
+        return files;
+    };
+    const auto append = [&](const std::string& file) {
+        Recording made(log, {Paper::Catalogue, Paper::Level2}, "Append a tile");
+        std::shared_ptr<FileSwap> replaced;
+        BinParts parts = Parts();
+        parts.Replaced = &replaced;
+        EXPECT_TRUE(TakeInTile(parts, {1, 0}, file));
+        made.KeepPictures(replaced);
+    };
+    append(Chosen("lake.dds"));
+    const auto before = pictures();
+    EXPECT_EQ(before.size(), 6U);
+    EXPECT_EQ(log.At(0).Pictures, nullptr);
+    append(folder_.Write("other/lake.dds", BlockTile(8, 8, "DXT3")));
+    ASSERT_EQ(log.Count(), 2U); // although the catalogue is the same
+    const auto after = pictures();
+    ASSERT_NE(after, before);
+    log.Back();
+    EXPECT_EQ(pictures(), before);
+    log.Again();
+    EXPECT_EQ(pictures(), after);
+    log.Back();
+    log.Back();
+    EXPECT_EQ(pictures(), before); // those that came stay
+
+    log.Again();
+    folder_.Write("dds/Hlake.dds", "by somebody else");
+    const auto changed = pictures();
+    EXPECT_THROW(log.Again(), RuntimeError);
+    EXPECT_EQ(pictures(), changed);
+    EXPECT_EQ(log.Position(), 1U);
+}
 
 TEST_F(BinCommandsTest, ASetIsAppendedBeforeTheSelectedOneAndPostsFollow) {
     dialogs_.ExpectOpen(AppendTitle, Chosen("a.dds"));
@@ -323,6 +368,37 @@ TEST_F(BinCommandsTest, AnUnusedLastTileGoesWithoutAQuestionOrAPass) {
     // The count said unused, as it stands at 0 before it is counted.
     EXPECT_EQ(Posts(), "0 1 16 17");
     EXPECT_EQ(window_.Story, " off save on");
+}
+
+// Painting and appending leave the counts behind.
+TEST_F(BinCommandsTest, UsesAreCountedBeforeASetIsDeleted) {
+    Begin({2, 16});
+    for (TileInfo& info : catalogue_.Lookup)
+        info.UseCount = 0;
+    settings_.AutoL2 = true;
+    EXPECT_TRUE(cmdDeleteSet(Parts(), 2));
+    EXPECT_EQ(Posts(), "0 1 0 0");
+    EXPECT_EQ(window_.Story, " off save pass on");
+}
+
+TEST_F(BinCommandsTest, UsesAreCountedBeforeATileIsDeleted) {
+    Begin({2, 3});
+    for (TileInfo& info : catalogue_.Lookup)
+        info.UseCount = 0;
+    terrain_.LxArr(4).TileOffset = 18;
+    settings_.AutoL2 = true;
+    EXPECT_TRUE(cmdDeleteTile(Parts(), {2, 2}));
+    EXPECT_EQ(Posts(), "0 1 16 0");
+}
+
+TEST_F(BinCommandsTest, ACountLeavesTheMinusOneOfAnEmptySlotThatNobodyUses) {
+    Begin({2, 15});
+    catalogue_.Lookup[20].UseCount = 5; // nobody's
+    terrain_.LxArr(4).TileOffset = 31;
+    CountUses(terrain_, catalogue_.Lookup);
+    EXPECT_EQ(catalogue_.Lookup[2].UseCount, -1);
+    EXPECT_EQ(catalogue_.Lookup[20].UseCount, 0);
+    EXPECT_EQ(catalogue_.Lookup[31].UseCount, 1); // an empty slot in use
 }
 
 TEST_F(BinCommandsTest, ADeletedTileMovesTheLaterOnesOfItsSetAlone) {

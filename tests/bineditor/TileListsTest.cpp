@@ -53,6 +53,22 @@ TEST(TileLists, DetailsOfAnEmptySlotAreBlank) {
     EXPECT_EQ(DetailsOf(CatalogueOf({}), {0, -1}).TileName, "");
 }
 
+TEST(TileLists, DetailsSayWhyATileHasNoPicture) {
+    Catalogue catalogue = CatalogueOf({2});
+    const auto why = [&] { return DetailsOf(catalogue, {1, 0}).NoPicture; };
+    catalogue.Lookup[0].DayFile = "1A.dds";
+    EXPECT_EQ(why(), "No picture: 1A.dds is not there");
+    catalogue.Lookup[0].Name = "HAVERYLONGTILE12.PCX"; // just fits
+    EXPECT_EQ(why(), "No picture: 1A.dds is not there");
+    catalogue.Lookup[0].Name = "HAVERYLONGTILENAME12";
+    catalogue.Lookup[0].DayFile = "HAVERYLONGTILENA.dds";
+    EXPECT_EQ(why(), "No picture: HAVERYLONGTILENA.dds is not there; the name was cut to "
+                     "20 letters");
+    catalogue.Lookup[0].HasImage = 1;
+    EXPECT_EQ(why(), "");
+    EXPECT_EQ(DetailsOf(catalogue, {1, 2}).NoPicture, "");
+}
+
 TEST(TileLists, TheTipOfASlotGoesByItsPictureAndItsUse) {
     Catalogue catalogue = CatalogueOf({2});
     catalogue.Lookup[0].HasImage = 1;

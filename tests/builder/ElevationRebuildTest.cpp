@@ -183,13 +183,16 @@ TEST(RebuildElevations, LetsEventsThroughOnEveryTenthRowOfTheMaster) {
     ElevationWorld world;
     world.OldLevels();
     bool reading = false;
-    int events = 0;
+    std::vector<int> rows; // read at each
     world.View.OnStatus = [&](const std::string& text) {
         reading = text == "Reading Elevation data...";
     };
-    world.View.OnEvents = [&] { events += reading ? 1 : 0; };
+    world.View.OnEvents = [&] {
+        if (reading)
+            rows.push_back(world.View.Count("both"));
+    };
     world.Run(world.L0Master(), Downsampling::Rms);
-    EXPECT_EQ(events, 3); // of 32 rows
+    EXPECT_EQ(rows, (std::vector{10, 20, 30})); // of 32
 }
 
 TEST(RebuildElevations, AnElvFileCountsAsOneStep) {

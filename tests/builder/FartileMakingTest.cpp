@@ -1,14 +1,20 @@
 #include "builder/FartileMaking.h"
 
+#include "builder/FartileDrawing.h"
+#include "builder/FartilePicture.h"
 #include "builder/FartileShape.h"
 #include "builder/RebuildWorld.h"
 #include "builder/SlowRebuild.h"
 #include "builder/SmallTiles.h"
+#include "support/ErrorOf.h"
 #include "support/PictureMaker.h"
+#include "support/TestFolder.h"
 #include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstring>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -227,7 +233,7 @@ TEST(MakeFartiles, FewTilesAtATimeGiveTheSameBytes) {
     world.OldLevels();
     // Pictures so large that a few fill the memory.
     const FartileShape shape(32);
-    const TileFiles files(world.Catalogue);
+    TileFiles files(world.Catalogue);
     SmallTiles few(files, shape, 1);
     EXPECT_EQ(few.TilesAtOnce(), 64U);
     EXPECT_GT(SmallTiles(files, shape).TilesAtOnce(), 100000U);
@@ -238,6 +244,38 @@ TEST(MakeFartiles, FewTilesAtATimeGiveTheSameBytes) {
     few.MakeRoomFor({3});
     EXPECT_TRUE(few.Require({2, 3}, never, 2));
     EXPECT_EQ(few.Of(2).Of(DayOrNight::Night, 3).Blocks, blocks);
+}
+
+// Of blocks that differ in one pixel each is the compressor's own.
+TEST(KnownBlocks, TellsBlocksApartByEveryPixel) {
+    KnownBlocks known;
+    const auto expected = [](const std::array<uint8_t, 64>& pixels) {
+        uint64_t block = 0;
+        std::memcpy(&block, CompressDxt1(pixels, 4, 4).data(), sizeof block);
+        return block;
+    };
+    std::array<uint8_t, 64> pixels{};
+    for (size_t i = 0; i < pixels.size(); ++i)
+        pixels[i] = i % 4 == 3 ? 255 : static_cast<uint8_t>(i);
+    EXPECT_EQ(known.BlockOf(pixels), expected(pixels));
+    for (size_t pixel = 0; pixel < 16; ++pixel) {
+        auto other = pixels;
+        other[pixel * 4] = 250;
+        EXPECT_EQ(known.BlockOf(other), expected(other)) << pixel;
+        EXPECT_EQ(known.BlockOf(pixels), expected(pixels)) << pixel;
+    }
+}
+
+TEST(ReadFartile, TakesTheOnlyOneOfAContainerAndNoneOfAnEmptyOne) {
+    const TestFolder folder;
+    const auto header = FartileShape(8).Header();
+    const std::string head(header.begin(), header.end());
+    const std::string path = folder.Write("fartiles.dds", head + std::string(32, '\0'));
+    EXPECT_EQ(ReadFartile(path, 0).Width(), 8);
+    for (const int64_t none : {-1, 1, 7})
+        EXPECT_EQ(ErrorOf([&] { ReadFartile(path, none); }).NumberValue(), 9) << none;
+    folder.Write("fartiles.dds", head);
+    EXPECT_EQ(ErrorOf([&] { ReadFartile(path, 0); }).NumberValue(), 9);
 }
 
 TEST(TimeRemainingText, HasHoursOnlyWhereThereAreAny) {

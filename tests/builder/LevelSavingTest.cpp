@@ -331,5 +331,31 @@ TEST(RebuildTheater, ATileNumberThatCannotBeRaisedIsError6) {
     EXPECT_EQ(world.ErrorOf({}), 0);
 }
 
+TEST(RebuildTheater, EveryLevelsBarBeginsAtNothingAndGoesRowByRow) {
+    RebuildWorld world(64);
+    world.OldLevel(0);
+    world.OldLevel(1);
+    world.Rebuild({});
+    EXPECT_EQ(world.View.Told("max1"), "16|8");
+    EXPECT_EQ(world.View.Told("val1"), "0|0");
+    EXPECT_EQ(world.View.Count("both"), 24);
+}
+
+// Saving an L0 under a new name leaves such a pair.
+TEST(SaveFineLevel, SaysThatDeletingAnEmptyPairHelps) {
+    RebuildWorld world;
+    world.OldLevels();
+    Spill(world.PathOf("theater.L0"), "");
+    Spill(world.PathOf("theater.O0"), "");
+    const auto before = world.Files();
+    EXPECT_EQ(world.ErrorOf({}), 62);
+    EXPECT_NE(world.Detail.find("delete the two"), std::string::npos) << world.Detail;
+    EXPECT_NE(world.Detail.find("theater.O0"), std::string::npos) << world.Detail;
+    EXPECT_TRUE(world.Files() == before);
+    std::filesystem::remove(world.PathOf("theater.L0"));
+    std::filesystem::remove(world.PathOf("theater.O0"));
+    EXPECT_EQ(world.ErrorOf({}), 0);
+}
+
 } // namespace
 } // namespace vardenix::tests

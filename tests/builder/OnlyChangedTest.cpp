@@ -1,7 +1,9 @@
 // Far tiles that are copied from the containers of an earlier run: whatever happened in
 // between, the files are those of a full run.
 #include "builder/FartileIndex.h"
+#include "builder/OldFartiles.h"
 #include "builder/RebuildWorld.h"
+#include "files/ReadableFile.h"
 #include "files/StagedFile.h"
 #include "levels/RebuiltFiles.h"
 
@@ -21,6 +23,11 @@ RebuildOptions OnlyChanged(int farSize = FarSize) {
     RebuildOptions options = WithFarTiles(farSize);
     options.OnlyChanged = true;
     return options;
+}
+
+std::optional<FartileIndex> IndexOf(const RebuildWorld& world) {
+    const std::string bytes = Slurp(world.TexturePathOf("fartiles.index"));
+    return ParseFartileIndex(std::as_bytes(std::span(bytes)));
 }
 
 // Two theaters with the same files, both rebuilt. What a test does to both, one then
@@ -50,9 +57,10 @@ struct TwoWorlds {
         const FartileCounts counts = Changed.Rebuild(OnlyChanged(farSize)).Fartiles;
         EXPECT_TRUE(whole_ == Changed.PlayedFiles());
         EXPECT_EQ(counts.Made + counts.Copied, Changed.Made.FartileCount);
-        const auto index = ReadFartileIndex(Changed.TexturePathOf("fartiles.index"));
-        const auto expected = ReadFartileIndex(Full.TexturePathOf("fartiles.index"));
-        EXPECT_TRUE(index && expected && index->Keys == expected->Keys);
+        const auto index = IndexOf(Changed);
+        const auto expected = IndexOf(Full);
+        EXPECT_TRUE(index && expected && index->Keys == expected->Keys &&
+                    index->Sums == expected->Sums);
         return counts;
     }
 
@@ -79,6 +87,93 @@ TEST(OnlyChangedFartiles, AreAllCopiedWhenNothingHasChanged) {
     const FartileCounts counts = worlds.Compare();
     EXPECT_EQ(counts.Made, 0);
     EXPECT_GT(counts.Copied, 50);
+}
+
+// Bytes that this process has read of files, by the system's count.
+int64_t BytesRead() {
+    std::ifstream counts("/proc/self/io");
+    std::string word;
+    int64_t bytes = -1;
+    counts >> word >> bytes;
+    return bytes;
+}
+
+// A picture's time is told from that of a change to come once a tick has passed.
+void LetPicturesSettle(const RebuildWorld& world) {
+    for (int tile = 0; tile < RebuildWorld::Tiles; ++tile)
+        for (const bool night : {false, true})
+            while (!MarkOfPath(world.PicturePathOf(tile, night)).IsSettled())
+                LetTickPass();
+}
+
+TEST(OnlyChangedFartiles, ReadNoPictureThatNobodyHasChanged) {
+    TwoWorlds worlds;
+    LetPicturesSettle(worlds.Changed);
+    EXPECT_GT(worlds.Changed.Rebuild(WithFarTiles(FarSize)).Fartiles.PicturesRead, 3);
+    const FartileCounts counts = worlds.Compare();
+    EXPECT_EQ(counts.Made, 0);
+    EXPECT_EQ(counts.PicturesRead, 0);
+}
+
+TEST(OnlyChangedFartiles, AreNotTakenFromAContainerThatIsChangedMeanwhile) {
+    TwoWorlds worlds;
+    RebuildWorld& world = worlds.Changed;
+    world.Level2.At(20, 5).Tile = 11;
+    world.TakeLevel2();
+    world.View.OnStatus = [&](const std::string& status) {
+        if (status == "Compressing DDS images, please be patient...")
+            FlipByte(world.TexturePathOf("fartilesN.dds"), 300, true);
+    };
+    EXPECT_EQ(world.ErrorOf(OnlyChanged()), 75);
+    EXPECT_NE(world.Detail.find("fartilesN.dds"), std::string::npos) << world.Detail;
+    world.View.OnStatus = nullptr;
+    EXPECT_EQ(world.Rebuild(OnlyChanged()).Fartiles.Copied, 0);
+}
+
+TEST(OldFartiles, AreTrustedWithoutBeingRead) {
+    const TestFolder folder;
+    const FartileShape shape(80);
+    constexpr size_t Count = 1000;
+    FartileIndex index;
+    index.Keys.resize(Count);
+    index.Sums.resize(Count);
+    const auto header = shape.Header();
+    const std::string bytes = std::string(header.begin(), header.end()) +
+                              std::string(Count * shape.LinearSize(), 'x');
+    size_t i = 0;
+    for (const char* name : {"fartiles.dds", "fartilesN.dds"})
+        index.Containers[i++] = MarkOfPath(folder.Write(name, bytes)).Identity;
+    const auto told = FartileIndexBytes(index);
+    folder.Write("fartiles.index",
+                 {reinterpret_cast<const char*>(told.data()), told.size()});
+    const int64_t before = BytesRead();
+    const auto old = OldFartiles::Trusted(folder.File(""), shape);
+    ASSERT_NE(old, nullptr);
+    EXPECT_LT(BytesRead() - before, static_cast<int64_t>(told.size() + 10000));
+    EXPECT_EQ(old->Count(), static_cast<int32_t>(Count));
+    EXPECT_EQ(OldFartiles::Trusted(folder.File(""), FartileShape(84)), nullptr);
+}
+
+// Its bytes are the same; only they could tell.
+TEST(OnlyChangedFartiles, ReadOnePictureThatWasTouched) {
+    TwoWorlds worlds;
+    LetPicturesSettle(worlds.Changed);
+    worlds.Changed.Rebuild(WithFarTiles(FarSize));
+    const std::string path = worlds.Changed.PicturePathOf(7, false);
+    fs::last_write_time(path, fs::last_write_time(path));
+    const FartileCounts counts = worlds.Compare();
+    EXPECT_EQ(counts.Made, 0);
+    EXPECT_EQ(counts.PicturesRead, 2); // by day and by night
+}
+
+TEST(OnlyChangedFartiles, AreMadeWhenAnotherFileIsInAContainersPlace) {
+    TwoWorlds worlds;
+    const std::string path = worlds.Changed.TexturePathOf("fartiles.dds");
+    const auto time = fs::last_write_time(path);
+    fs::copy_file(path, path + ".copy");
+    fs::last_write_time(path + ".copy", time);
+    fs::rename(path + ".copy", path);
+    EXPECT_EQ(worlds.Compare().Copied, 0);
 }
 
 TEST(OnlyChangedFartiles, MakeOneOfEachLevelForARepaintedPost) {
@@ -169,18 +264,18 @@ TEST(FartileIndex, IsNeverTrustedUnlessItIsWhole) {
     };
     EXPECT_GT(copied([](std::string&) {}), 0);
     EXPECT_EQ(copied([](std::string& bytes) { bytes.clear(); }), 0);
-    EXPECT_EQ(copied([](std::string& bytes) { bytes = "VXFTIDX1"; }), 0);
+    EXPECT_EQ(copied([](std::string& bytes) { bytes = "VXFTIDX2"; }), 0);
     EXPECT_EQ(copied([](std::string& bytes) { bytes.pop_back(); }), 0);
     EXPECT_EQ(copied([](std::string& bytes) { bytes.resize(bytes.size() - 16); }), 0);
     EXPECT_EQ(copied([](std::string& bytes) { bytes.append(16, '\0'); }), 0);
     EXPECT_EQ(copied([](std::string& bytes) { bytes[100] ^= 1; }), 0);
-    EXPECT_EQ(copied([](std::string& bytes) { bytes[7] = '2'; }), 0);
+    EXPECT_EQ(copied([](std::string& bytes) { bytes[7] = '1'; }), 0);
 }
 
 TEST(FartileIndex, OfHugeLengthOrOfAnotherTheaterIsNotTrusted) {
     TwoWorlds worlds;
     const std::string path = worlds.Changed.TexturePathOf("fartiles.index");
-    fs::resize_file(path, BytesOfIndex(uint64_t{1} << 32));
+    fs::resize_file(path, BytesOfIndex(uint64_t{1} << 32, 0));
     EXPECT_EQ(worlds.Compare().Copied, 0);
     RebuildWorld other;
     other.LandAt(60, 60, 9, 9, 5);
@@ -235,29 +330,35 @@ TEST(FartileIndex, IsOfTheSameTransactionAsTheContainers) {
     EXPECT_NE(world.Files().at("fartiles.index"), before.at("fartiles.index"));
 }
 
-// Signature, then size, seconds, nanoseconds and checksum of each container, the keys,
-// the checksum of all that.
+// Signature, both counts, device, inode, size, seconds and nanoseconds of each container,
+// keys, checksums by day and by night, pictures, the checksum of all that.
 TEST(FartileIndex, HasTheBytesThatAreToldOfIt) {
     FartileIndex index;
-    index.Containers[0] = {1, 2, 3, 4};
-    index.Containers[1] = {5, -6, 7, 8};
+    index.Containers[0] = {true, 1, 2, 3, 4, 5};
+    index.Containers[1] = {true, 6, 7, 8, -9, 10};
     index.Keys.resize(2);
-    index.Keys[1][15] = 9;
+    index.Keys[1][15] = 11;
+    index.Sums = {{12, 13}, {14, 15}};
+    index.Pictures = {{{{true, 16, 17, 18, 19, 20}, 21, 22}, 23, {24}}};
     const auto bytes = FartileIndexBytes(index);
     const auto at = [&](size_t place) { return std::to_integer<int>(bytes.at(place)); };
-    ASSERT_EQ(bytes.size(), 8U + 2 * 28 + 2 * 16 + 4);
+    ASSERT_EQ(bytes.size(), 8U + 8 + 2 * 40 + 2 * 16 + 2 * 8 + 76 + 4);
     EXPECT_EQ(at(0), 'V');
-    EXPECT_EQ(at(7), '1');
-    EXPECT_EQ(at(8), 1);
-    EXPECT_EQ(at(16), 2);
-    EXPECT_EQ(at(24), 3);
-    EXPECT_EQ(at(32), 4);
-    EXPECT_EQ(at(36), 5);
-    EXPECT_EQ(at(44), 250);
-    EXPECT_EQ(at(60), 8);
-    EXPECT_EQ(at(95), 9);
-    const uint32_t checksum = ChecksumOf(std::span(bytes).first(96));
-    EXPECT_EQ(at(96), static_cast<int>(checksum & 255));
+    EXPECT_EQ(at(7), '2');
+    EXPECT_EQ(at(8), 2);
+    EXPECT_EQ(at(12), 1);
+    for (const size_t i : {0, 1, 2, 3, 4, 5, 6, 7, 9})
+        EXPECT_EQ(at(16 + 8 * i), i == 9 ? 10 : static_cast<int>(i) + 1) << i;
+    EXPECT_EQ(at(16 + 8 * 8), 247);
+    EXPECT_EQ(at(127), 11);
+    for (size_t i = 0; i < 4; ++i)
+        EXPECT_EQ(at(128 + 4 * i), static_cast<int>(i) + 12) << i;
+    for (size_t i = 0; i < 7; ++i)
+        EXPECT_EQ(at(144 + 8 * i), static_cast<int>(i) + 16) << i;
+    EXPECT_EQ(at(200), 23);
+    EXPECT_EQ(at(204), 24);
+    const uint32_t checksum = ChecksumOf(std::span(bytes).first(220));
+    EXPECT_EQ(at(220), static_cast<int>(checksum & 255));
     EXPECT_EQ(ParseFartileIndex(bytes), index);
 }
 

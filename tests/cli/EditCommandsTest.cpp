@@ -196,6 +196,10 @@ TEST_F(EditCommands, PostsThatACutFileLacksAreSeaAndAreNotSavedAsSuch) {
     const ProgramResult result = RunOn({"set", "1", "2", "--tile", "1"});
     EXPECT_EQ(result.ExitCode, 3);
     EXPECT_NE(result.Errors.find("save-as under another name"), std::string::npos);
+    const std::string bin = folder_.File("my theater/texture/Texture.bin");
+    const std::string catalogue = Slurp(bin);
+    EXPECT_EQ(RunOn({"bin", "move-set", "0", "--after", "1"}).ExitCode, 3);
+    EXPECT_EQ(Slurp(bin), catalogue);
     EXPECT_EQ(PairOnDisk(), before);
     EXPECT_EQ(RunOn({"save-as", Terrain("copy.L2")}).ExitCode, 0);
     level_ = MadeLevel::Empty(32);

@@ -1,6 +1,6 @@
 // No output of any command replaces a file of the theater that it reads.
 #include "cli/CliTheater.h"
-#include "cli/Commands.h"
+#include "cli/CommandTable.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -61,12 +61,7 @@ protected:
 TEST_F(Outputs, OfEveryCommandAreInTheListOfThisTest) {
     CommandLine line("vardenix-cli", "", "", "");
     auto all = line.Root();
-    for (const auto add : {AddInfo,    AddCheck,    AddGet,       AddSet,
-                           AddFill,    AddSaveAs,   AddElevation, AddMap,
-                           AddPreview, AddRender,   AddRebuild,   AddRebuildElevation,
-                           AddFarTile, AddSettings, AddBin,       AddFeatures,
-                           AddSearch,  AddRegion,   AddDerived,   AddUpdate})
-        add(all);
+    AddAllCommands(all);
     std::set<std::string> known;
     for (const auto& [name, command] : CommandsWithOutputs(""))
         known.insert(name);

@@ -49,6 +49,11 @@ protected:
         return ReadPair(Terrain("theater.L0"), Terrain("theater.O0"));
     }
 
+    // Where the program keeps its logs of changes.
+    std::string Logs() const {
+        return folder_.File("desktop/.local/share/vardenix/recovery");
+    }
+
     // The middle of a post of the view, from its lower left.
     static int Across(int x) { return x * Cell + Cell / 2; }
     static int Down(int y) { return Strip + Side - y * Cell - Cell / 2; }

@@ -257,7 +257,9 @@ TEST_F(KilledEditor, LeavesTheOldPostsOrTheNewOnes) {
         desktop_.Key("ctrl+s");
         program_.KillAfter(static_cast<int>(random() % 90));
 
-        // The next opening mends what the kill has left.
+        // The next opening mends what the kill has left; what was not saved is another
+        // test's.
+        std::filesystem::remove_all(Logs());
         ASSERT_NO_FATAL_FAILURE(Start()) << round;
         program_.KillAfter(0);
         const MadeLevel opened = Level2();

@@ -191,7 +191,7 @@ TEST_F(UpdateEndToEnd, AnInstallerIsStartedOnceTheUsersFilesAreSaved) {
     EXPECT_TRUE(WaitFor([&] {
         return fs::exists(folder_.File("installed")) &&
                Slurp(folder_.File("installed")) ==
-                   folder_.File("program/UpdateTemp/in stall") + "\n";
+                   folder_.File("program/UpdateTemp/1/in stall") + "\n";
     }));
     EXPECT_NE(Slurp(folder_.File("saved/VX.ini")).find("[SYSTEM]"), std::string::npos);
     EXPECT_NE(Slurp(folder_.File("saved/Update.log")).find("Major Update detected"),

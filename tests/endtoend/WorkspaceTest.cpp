@@ -196,6 +196,20 @@ TEST_F(WorkspaceEndToEnd, EscStopsALongRepaint) {
     EXPECT_TRUE(Await([&](const Picture& map) { return unpainted(map) == 0; }));
 }
 
+TEST_F(WorkspaceEndToEnd, AnotherProgramTakesNoScratchFilesAway) {
+    Start();
+    const std::string scratch = folder_.Write("program/Temp/1/tile.tga", "x");
+    Child other = desktop_.StartEditor(folder_.File("program/vardenix"));
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(StartUp); }));
+    EXPECT_EQ(folder_.Names("program/Temp"), "1 1.lock 2 2.lock");
+    desktop_.Key("alt+F4");
+    ASSERT_TRUE(WaitFor([&] { return !other.Running(); }));
+    EXPECT_EQ(folder_.Names("program/Temp"), "1 1.lock");
+    EXPECT_EQ(Slurp(scratch), "x");
+    Leave();
+    EXPECT_FALSE(fs::exists(folder_.File("program/Temp")));
+}
+
 TEST_F(WorkspaceEndToEnd, TheEndOfTheSessionEndsTheProgramCleanly) {
     const std::string copy = folder_.File("copied theater");
     fs::copy(SAMPLE_FOLDER, copy, fs::copy_options::recursive);

@@ -1,5 +1,6 @@
 #include "files/KeptFiles.h"
 
+#include "support/ErrorOf.h"
 #include "support/TestFolder.h"
 #include "texts/RuntimeError.h"
 
@@ -7,6 +8,7 @@
 
 #include <filesystem>
 #include <string>
+#include <unistd.h>
 
 namespace vardenix {
 namespace {
@@ -14,6 +16,8 @@ namespace {
 using tests::Slurp;
 using tests::Spill;
 using tests::TestFolder;
+
+constexpr uid_t Somebody = 65534;
 
 // A file that an update replaces as it must: another file takes its name.
 void Replace(const std::string& path, const std::string& bytes) {
@@ -94,6 +98,21 @@ TEST(KeptFiles, AListThatNamesAnythingElseIsSetAsideWhole) {
         EXPECT_EQ(Slurp(folder.File("outside")), "stays") << line;
         EXPECT_EQ(Slurp(folder.File("program/made")), "stays") << line;
     }
+}
+
+TEST(KeptFiles, AFileOfAnotherUserIsNoneToKeep) {
+    if (::geteuid() != 0)
+        return; // only the superuser can give files away
+    const TestFolder folder;
+    folder.Write("a", "old");
+    const std::string other = folder.Write("other", "other bytes");
+    ASSERT_EQ(::lchown(other.c_str(), Somebody, Somebody), 0);
+    KeptFiles kept(folder.Path());
+    const RuntimeError error = tests::ErrorOf([&] { kept.Keep({"a", "other"}); });
+    EXPECT_EQ(error.NumberValue(), 70);
+    EXPECT_TRUE(error.Detail().ends_with("/other belongs to another user"))
+        << error.Detail();
+    EXPECT_EQ(folder.Names(), "a other");
 }
 
 TEST(KeptFiles, AFolderIsNotKept) {

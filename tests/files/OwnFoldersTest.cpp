@@ -59,6 +59,13 @@ TEST_F(OwnFolders, AreTheUsersDataFolderElseAndAreNotMadeByAsking) {
     EXPECT_EQ(Own(), folder_.File("home/.local/share/vardenix"));
 }
 
+TEST_F(OwnFolders, AreNotThoseOfAPackageWhoeverMayWriteThere) {
+    LetOthers(folder_.File("program"), 7);
+    folder_.Write("program/by-package", "");
+    const PlainUser user;
+    EXPECT_EQ(Own(), folder_.File("home/.local/share/vardenix"));
+}
+
 TEST_F(OwnFolders, AreMadeForTheirUserAlone) {
     const PlainUser user;
     MakeOwnFilesFolder(Own());

@@ -103,6 +103,41 @@ TEST_F(LevelReaderTest, BadPairsEndAsLoadingThemDoes) {
     }
 }
 
+// Neighbours in the row that are neighbours in the file, shared, the other way round, and
+// missing: a row is what its blocks are one by one.
+TEST_F(LevelReaderTest, ARowIsItsBlocksHoweverTheyLie) {
+    constexpr int32_t Blocks = 8;
+    std::string fileL;
+    for (int32_t block = 0; block < 6; ++block)
+        for (int32_t post = 0; post < PostsPerSegment; ++post) {
+            TerrainPost made{};
+            made.TileOffset = 1000 * (block + 1) + post;
+            fileL.append(reinterpret_cast<const char*>(&made), sizeof made);
+        }
+    std::string fileO;
+    const std::vector<int32_t> order{1, 2, 3, 3, 3, 2, 1, 0};
+    for (int32_t y = 0; y < Blocks; ++y)
+        for (const int32_t block : order) {
+            const int32_t offset = y == 1 ? -BlockBytes * block : BlockBytes * block;
+            fileO.append(reinterpret_cast<const char*>(&offset), sizeof offset);
+        }
+    WritePair("2", {fileL, fileO});
+    const LevelReader reader({terrain_.LFilename, terrain_.OFilename}, Blocks);
+    std::vector<TerrainPost> row(Blocks * PostsPerSegment);
+    for (const int32_t y : {0, 1}) {
+        reader.ReadRow(y, row);
+        for (size_t x = 0; x < order.size(); ++x)
+            for (int32_t post = 0; post < PostsPerSegment; ++post) {
+                const bool there = y == 0 || order[x] == 0;
+                ASSERT_EQ(
+                    int32_t{
+                        row[x * PostsPerSegment + static_cast<size_t>(post)].TileOffset},
+                    there ? 1000 * (order[x] + 1) + post : 0)
+                    << x << ' ' << y;
+            }
+    }
+}
+
 // Windows of a mebibyte: the pair has more than two of them, so blocks lie across their
 // edges.
 TEST_F(LevelReaderTest, ALevelOfManyWindowsIsReadAsItLies) {

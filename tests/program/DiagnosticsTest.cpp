@@ -167,7 +167,7 @@ constexpr const char* QuestionEnd =
 
 TEST(ExitGuard, NothingUnsavedAsksNothing) {
     tests::ScriptedDialogs dialogs;
-    EXPECT_TRUE(ConfirmExit({}, dialogs));
+    EXPECT_EQ(ConfirmExit({}, dialogs), WayOut::Lose);
 }
 
 TEST(ExitGuard, TheWordsDependOnTheNumberOfNames) {
@@ -181,14 +181,16 @@ TEST(ExitGuard, TheWordsDependOnTheNumberOfNames) {
               "BIN, L2, L0/ELV and MAP files have changed. " + end);
 }
 
-TEST(ExitGuard, OnlyYesLeaves) {
+TEST(ExitGuard, YesLeavesNoStaysAndTheThirdButtonSaves) {
     tests::ScriptedDialogs dialogs;
     const std::string question = std::string("The BIN file has changed. ") + QuestionEnd;
     dialogs.ExpectBox("Confirm", question, BoxAnswer::Yes);
-    EXPECT_TRUE(ConfirmExit({.BIN = true}, dialogs));
+    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), WayOut::Lose);
     dialogs.ExpectBox("Confirm", question, BoxAnswer::No);
-    EXPECT_FALSE(ConfirmExit({.BIN = true}, dialogs));
-    EXPECT_EQ(dialogs.LastButtons(), BoxButtons::YesNo);
+    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), WayOut::Stay);
+    dialogs.ExpectBox("Confirm", question, BoxAnswer::SaveAll);
+    EXPECT_EQ(ConfirmExit({.BIN = true}, dialogs), WayOut::SaveAll);
+    EXPECT_EQ(dialogs.LastButtons(), BoxButtons::YesNoSaveAll);
 }
 
 } // namespace

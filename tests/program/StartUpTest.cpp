@@ -54,13 +54,37 @@ TEST(StartUp, TempIsMadeAnewAndUpdateTempGoes) {
     const TestFolder folder;
     folder.Write("Temp/old/file", "x");
     folder.Write("UpdateTemp/file", "x");
-    ProgramFolders folders;
-    folders.AppPath = folder.Path() + "\\";
-    PrepareFolders(folders);
+    ProgramState state;
+    state.Folders.AppPath = folder.Path() + "\\";
+    PrepareFolders(state);
     EXPECT_EQ(folder.Names(), "Temp");
-    EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp")));
-    EXPECT_EQ(folders.TempFolder, folder.Path() + "\\Temp\\");
-    EXPECT_EQ(folders.UpdateTempFolder, folder.Path() + "\\UpdateTemp\\");
+    EXPECT_EQ(folder.Names("Temp"), "1 1.lock");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp/1")));
+    EXPECT_EQ(state.Folders.TempFolder, folder.Path() + "\\Temp\\1\\");
+    EXPECT_EQ(state.Folders.UpdateTempFolder, folder.Path() + "\\UpdateTemp\\1\\");
+}
+
+TEST(StartUp, EachRunHasAFolderOfItsOwnAndLeavesThoseOfLivingRuns) {
+    const TestFolder folder;
+    ProgramState first;
+    first.Folders.AppPath = folder.Path() + "\\";
+    PrepareFolders(first);
+    folder.Write("Temp/1/tile.tga", "x");
+    folder.Write("UpdateTemp/1/update.7z", "x");
+    folder.Write("UpdateTemp/stray", "x");
+    {
+        ProgramState second;
+        second.Folders.AppPath = first.Folders.AppPath;
+        PrepareFolders(second);
+        EXPECT_EQ(second.Folders.TempFolder, folder.Path() + "\\Temp\\2\\");
+        EXPECT_EQ(folder.Names("Temp"), "1 1.lock 2 2.lock");
+        EXPECT_EQ(folder.Names("UpdateTemp"), "1");
+    }
+    ProgramState third;
+    third.Folders.AppPath = first.Folders.AppPath;
+    PrepareFolders(third);
+    EXPECT_EQ(folder.Names("Temp"), "1 1.lock 2 2.lock");
+    EXPECT_EQ(Slurp(folder.File("Temp/1/tile.tga")), "x");
 }
 
 TEST(StartUp, TempIsOursAndNeitherALinkNorAUsersOwnFolder) {
@@ -71,12 +95,12 @@ TEST(StartUp, TempIsOursAndNeitherALinkNorAUsersOwnFolder) {
     for (const char* name : {"Temp", "UpdateTemp"})
         std::filesystem::create_directory_symlink(folder.File("elsewhere"),
                                                   folder.File(name));
-    ProgramFolders folders;
-    folders.AppPath = folder.Path() + "\\";
-    PrepareFolders(folders);
+    ProgramState state;
+    state.Folders.AppPath = folder.Path() + "\\";
+    PrepareFolders(state);
     EXPECT_EQ(folder.Names(), "Temp elsewhere temp updatetemp");
     EXPECT_FALSE(std::filesystem::is_symlink(folder.File("Temp")));
-    EXPECT_TRUE(std::filesystem::is_empty(folder.File("Temp")));
+    EXPECT_EQ(folder.Names("Temp"), "1 1.lock");
     EXPECT_EQ(std::filesystem::status(folder.File("Temp")).permissions(),
               static_cast<std::filesystem::perms>(0700));
     for (const char* name : {"temp", "updatetemp"})
@@ -326,7 +350,7 @@ class Ending : public TheaterOpening {};
 TEST_F(Ending, GoesThroughItsStepsInOrder) {
     log_.DebugFlag = true;
     log_.StartDebugLog(state_.Folders.AppPath);
-    PrepareFolders(state_.Folders);
+    PrepareFolders(state_);
     folder_.Write("VXUndo.tmp", "x");
     ExitProgram(state_, "Loader.exe now", platform_.All, log_, windows_);
     EXPECT_TRUE(state_.Exiting);
@@ -335,6 +359,18 @@ TEST_F(Ending, GoesThroughItsStepsInOrder) {
     EXPECT_EQ(folder_.Names(), "Debug.txt VX.ini terrain texture");
     EXPECT_NE(Slurp(folder_.File("Debug.txt")).find("Debug Terminated at "),
               std::string::npos);
+}
+
+TEST_F(Ending, LeavesTheScratchFilesOfAnotherRun) {
+    ProgramState other;
+    other.Folders.AppPath = state_.Folders.AppPath;
+    PrepareFolders(other);
+    PrepareFolders(state_);
+    folder_.Write("Temp/1/tile.tga", "x");
+    folder_.Write("Temp/2/tile.tga", "x");
+    ExitProgram(state_, "", platform_.All, log_, windows_);
+    EXPECT_EQ(folder_.Names("Temp"), "1 1.lock");
+    EXPECT_EQ(Slurp(folder_.File("Temp/1/tile.tga")), "x");
 }
 
 TEST_F(Ending, AnUnwritableSettingsFileIsToldAndTheProgramEnds) {

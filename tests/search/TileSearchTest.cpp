@@ -46,6 +46,18 @@ TEST(CellOffset, CellsGoRoundClockwiseFromAbove) {
     }
 }
 
+TEST(NumberCounted, IsOfTextsThatAreNoNumber) {
+    for (const char* number : {"", "0", "12", "!12", "<-5", ">+7", "-5", "!", "<-"})
+        EXPECT_EQ(NumberCounted(number), std::nullopt) << number;
+    EXPECT_EQ(NumberCounted("HTHNE003"), 0.0);
+    EXPECT_EQ(NumberCounted("!x"), 0.0);
+    EXPECT_EQ(NumberCounted("12a"), 12.0);
+    EXPECT_EQ(NumberCounted(">-3 m"), -3.0);
+    EXPECT_EQ(NumberCounted("--5"), 0.0);
+    EXPECT_EQ(NumberCounted("!!5"), 0.0);
+    EXPECT_EQ(NumberCounted("2.5"), 2.5);
+}
+
 TEST(LabelOfText, FollowsTheFirstCharacter) {
     EXPECT_EQ(LabelOfText(""), "");
     EXPECT_EQ(LabelOfText("12"), "12");

@@ -22,7 +22,7 @@ class NoEditorVerbs : public EditorVerbs {
 public:
     void OpenWorkspace(uint8_t) override {}
     void L2NeedSave() override {}
-    bool L2Unsaved() const override { return false; }
+    void PostsRenumbered(const TileRenumbering&) override {}
     bool SaveBinAndL2() override { return false; }
     void TilesRenumbered(const TileRenumbering&) override {}
     bool LeaveProgram() override { return false; }

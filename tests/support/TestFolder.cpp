@@ -35,9 +35,9 @@ std::string TestFolder::Write(std::string_view name, std::string_view bytes) con
     return path.string();
 }
 
-std::string TestFolder::Names() const {
+std::string TestFolder::Names(std::string_view below) const {
     std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(path_))
+    for (const auto& entry : fs::directory_iterator(File(below)))
         names.push_back(entry.path().filename().string());
     std::sort(names.begin(), names.end());
     std::string joined;

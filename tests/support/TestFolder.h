@@ -18,8 +18,9 @@ public:
     std::string File(std::string_view name) const;
     // Writes a file of the folder, making missing folders, and gives its path.
     std::string Write(std::string_view name, std::string_view bytes) const;
-    // Names of all entries directly in the folder, sorted and joined by blanks.
-    std::string Names() const;
+    // Names of all entries directly in the folder, or in one below it, sorted and joined
+    // by blanks.
+    std::string Names(std::string_view below = {}) const;
 
 private:
     std::string path_;

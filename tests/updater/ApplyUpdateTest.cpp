@@ -271,7 +271,7 @@ TEST_F(ApplyUpdateTest, ANameInOtherLettersMeansTheFileThatIsThere) {
 TEST_F(ApplyUpdateTest, ReplacedFilesKeepTheirRightsAndNewOnesAreNobodysElse) {
     ::chmod(folder_.File("program/NoTile.jpg").c_str(), 0640);
     folder_.Write("make/new file.txt", "a new file");
-    ::chmod(folder_.File("make/new file.txt").c_str(), 0777);
+    ::chmod(folder_.File("make/new file.txt").c_str(), 0766);
     SevenZip({"a", Archive(), folder_.File("make/new file.txt")});
     Pack({{"update.lst", Copy("NoTile.jpg", NewPicture) + Copy("new file.txt", NewFile)},
           {"NoTile.jpg", "new picture"}});
@@ -282,7 +282,7 @@ TEST_F(ApplyUpdateTest, ReplacedFilesKeepTheirRightsAndNewOnesAreNobodysElse) {
             fs::status(folder_.File(std::string("program/") + name)).permissions());
     };
     EXPECT_EQ(rights("NoTile.jpg"), 0640U);
-    EXPECT_EQ(rights("new file.txt"), 0755U);
+    EXPECT_EQ(rights("new file.txt"), 0744U);
 }
 
 TEST_F(ApplyUpdateTest, AnUpdateOfAProgramWithArgumentsRestartsItWithThem) {

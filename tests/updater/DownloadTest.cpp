@@ -3,6 +3,7 @@
 #include "support/FakeTcp.h"
 #include "support/PlainUser.h"
 #include "support/TestFolder.h"
+#include "updater/ReplyHeader.h"
 
 #include <gtest/gtest.h>
 
@@ -205,6 +206,8 @@ TEST_F(DownloadTest, AReplyWithoutALengthThatEndsIsToldAsThat) {
 
 // Theater makers' servers put a blank there; without it a digit is lost, as ever.
 TEST(ContentLength, IsTakenSixteenCharactersBehindItsName) {
+    EXPECT_EQ(FindAnyCase("..AMZ@[..", "amz@["), 2U);
+    EXPECT_EQ(FindAnyCase("..AMZ..", "amz`"), std::string_view::npos);
     EXPECT_EQ(ContentLength("HTTP/1.1 200 OK\r\nContent-Length: 123\r\n"), 123);
     EXPECT_EQ(ContentLength("CONTENT-LENGTH:   9 bytes\r\n"), 9);
     EXPECT_EQ(ContentLength("Content-Length:123\r\n"), 23);

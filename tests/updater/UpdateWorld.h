@@ -2,6 +2,7 @@
 
 #include "loader/LoaderList.h"
 #include "support/FakePlatform.h"
+#include "support/FolderFiles.h"
 #include "support/RunProgram.h"
 #include "support/TestFolder.h"
 #include "updater/ApplyUpdate.h"
@@ -11,7 +12,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <stdexcept>
 #include <string>
 
@@ -20,21 +20,6 @@ namespace vardenix::tests {
 // By md5sum.
 constexpr const char* NewPicture = "30A220E4C665D3791E1F800DD3942CA7"; // "new picture"
 constexpr const char* NewFile = "D6F012FAA49D3640877E2B3C8FDC17E1";    // "a new file"
-
-using Files = std::map<std::string, std::string>;
-
-// The names and bytes of a folder's files; folders stand with a slash behind them.
-inline Files FilesIn(const std::string& folder) {
-    Files files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-        const std::string name = entry.path().filename();
-        if (entry.is_directory())
-            files[name + "/"] = "";
-        else
-            files[name] = Slurp(entry.path());
-    }
-    return files;
-}
 
 // A program's folder with an update that has been fetched, and what applying it does.
 class UpdateWorld : public testing::Test, protected UpdateEnd {

@@ -7,6 +7,7 @@
 #include "bineditor/windows/FrmBINWorking.h"
 #include "bineditor/windows/TilePicture.h"
 #include "pictures/ImageLayer.h"
+#include "platform/windows/PinkBox.h"
 #include "support/ScriptedDialogs.h"
 #include "windows/WindowTest.h"
 
@@ -330,8 +331,8 @@ TEST(FrmBINPathEdit, ABadBoxIsPinkAndThoseBeforeItAreWritten) {
     Find<FloatBox>(dialog, "txtEndX").setText("9");
     Find<QAbstractButton>(dialog, "cmdOK").click();
     EXPECT_TRUE(dialog.isVisible());
-    EXPECT_FALSE(Find<FloatBox>(dialog, "txtStartX").Pink());
-    EXPECT_TRUE(Find<FloatBox>(dialog, "txtStartY").Pink());
+    EXPECT_FALSE(IsPink(Find<FloatBox>(dialog, "txtStartX")));
+    EXPECT_TRUE(IsPink(Find<FloatBox>(dialog, "txtStartY")));
     EXPECT_EQ(Find<FloatBox>(dialog, "txtStartY").palette().color(QPalette::Base),
               QColor(0xFF, 0xC0, 0xC0));
     EXPECT_EQ(path.StartX, 7);
@@ -362,9 +363,10 @@ TEST(FrmBINAreasEdit, AnUnknownTypeStaysUnlessAnotherIsChosen) {
     EXPECT_EQ(area.CenterX, 2.123456789F); // to the last bit
 }
 
-TEST(FrmBINOPtions, OkStoresTheFiveValuesAndAnOverflowNone) {
+TEST(FrmBINOPtions, OkStoresTheFiveValuesAndABadSizeNone) {
     Configuration settings;
-    FrmBINOPtions dialog(settings);
+    tests::ScriptedDialogs dialogs;
+    FrmBINOPtions dialog(settings, dialogs);
     EXPECT_EQ(Find<QLineEdit>(dialog, "txtM").text(), "64");
     EXPECT_EQ(Find<QLineEdit>(dialog, "txtL").text(), "32");
     EXPECT_EQ(Find<QLineEdit>(dialog, "txtT").text(), "16");
@@ -389,13 +391,18 @@ TEST(FrmBINOPtions, OkStoresTheFiveValuesAndAnOverflowNone) {
     Find<QAbstractButton>(dialog, "OptAfterSelected_0").setChecked(true);
     Find<QLineEdit>(dialog, "txtM").setText("128");
     Find<QLineEdit>(dialog, "txtT").setText("32768");
-    {
-        tests::BarrierAnswers answers;
-        answers.ExpectBox("Vardenix",
-                          "Run-time error '6':\n\nOverflow\n32768 does not fit",
-                          BoxAnswer::Continue);
-        Find<QAbstractButton>(dialog, "cmdOK").click();
-    }
+    dialogs.ExpectBox("Error...",
+                      "ERROR number 6\nOverflow\nT Tile Size: 32768 does not fit; the "
+                      "largest is 32767",
+                      BoxAnswer::Ok);
+    Find<QAbstractButton>(dialog, "cmdOK").click();
+    EXPECT_TRUE(IsPink(Find<QLineEdit>(dialog, "txtT")));
+    Find<QLineEdit>(dialog, "txtT").clear();
+    dialogs.ExpectBox("Error...",
+                      "ERROR number 13\nType mismatch\nT Tile Size is empty: type a size",
+                      BoxAnswer::Ok);
+    Find<QAbstractButton>(dialog, "cmdOK").click();
+    EXPECT_FALSE(IsPink(Find<QLineEdit>(dialog, "txtM")));
     EXPECT_TRUE(settings.AutoL2);
     EXPECT_EQ(settings.MTile, 64);
     Find<QLineEdit>(dialog, "txtT").setText("8");

@@ -31,20 +31,17 @@ using tests::Find;
 class ToldVerbs : public EditorVerbs {
 public:
     std::string Story;
-    bool Unsaved = false;
     std::function<void()> OnSaveBoth;
 
     void OpenWorkspace(uint8_t classCode) override {
         Story += " map" + std::to_string(classCode);
     }
-    void L2NeedSave() override {
-        Unsaved = true;
-        Story += " L2";
+    void L2NeedSave() override { Story += " L2"; }
+    void PostsRenumbered(const TileRenumbering& numbers) override {
+        Story += " late0to" + std::to_string(numbers.Of(0));
     }
-    bool L2Unsaved() const override { return Unsaved; }
     bool SaveBinAndL2() override {
         Story += " both";
-        Unsaved = false;
         OnSaveBoth();
         return true;
     }
@@ -76,7 +73,10 @@ protected:
         CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
         window_ = std::make_unique<FrmBINTileEdit>(
             FrmBINTileEdit::Parts{state_, pictures_, platform_.All, log_, verbs_});
-        verbs_.OnSaveBoth = [this] { window_->BinSaved(); };
+        verbs_.OnSaveBoth = [this] {
+            state_.Changes.Saved(Paper::Level2);
+            window_->BinSaved();
+        };
         window_->Open();
     }
 
@@ -403,10 +403,8 @@ TEST_F(FrmBINTileEditTest, SavingTakesTheStarAwayAndTellsOfTheOtherFile) {
     EXPECT_EQ(
         Label("lblStatus"),
         "Texture.bin is saved; level 2 with the new tile numbers is still unsaved.");
-    EXPECT_TRUE(window_->Apart());
-    verbs_.Unsaved = false;
-    window_->L2Saved();
-    EXPECT_FALSE(window_->Apart());
+    state_.Changes.Saved(Paper::Level2);
+    window_->ShowNumbers();
     EXPECT_FALSE(Shown("cmdSaveBoth"));
     EXPECT_EQ(ParseBinFile(
                   ReadWholeFile(state_.Catalogue.BinPath, uint64_t{1} << 30).Span(), "")
@@ -419,7 +417,56 @@ TEST_F(FrmBINTileEditTest, BothAreSavedTogether) {
     Click("cmdSaveBoth");
     EXPECT_EQ(verbs_.Story, " 0to0 L2 both");
     EXPECT_FALSE(window_->NeedSaveFlag());
-    EXPECT_FALSE(window_->Apart());
+    EXPECT_FALSE(Shown("cmdSaveBoth"));
+}
+
+// The first set is deleted, so the post of tile 16 has tile 0 by then.
+TEST_F(FrmBINTileEditTest, LevelTwoThatWasReadAnewIsCorrectedBeforeItIsCalledRight) {
+    Click("cmdDeleteSet");
+    ASSERT_EQ(state_.Terrain.LxArr(9).TileOffset, 0);
+    {
+        const Recording made(state_.Changes, {Paper::Level2}, "Level 2 read anew");
+        state_.Terrain.LxArr(9).TileOffset = 16;
+    }
+    state_.Numbers.LevelTwoReadAnew();
+    state_.Changes.Saved(Paper::Level2);
+    window_->Open();
+    EXPECT_EQ(Label("lblStatus"), "Level 2 was read anew and has its old tile numbers. "
+                                  "Correct it before you save.");
+    EXPECT_FALSE(Shown("cmdSaveBoth"));
+    ASSERT_TRUE(Shown("cmdCorrectL2"));
+    verbs_.Story.clear();
+    Click("cmdCorrectL2");
+    EXPECT_EQ(verbs_.Story, " late0to0 L2");
+    EXPECT_EQ(state_.Terrain.LxArr(9).TileOffset, 0);
+    EXPECT_FALSE(Shown("cmdCorrectL2"));
+    EXPECT_TRUE(Shown("cmdSaveBoth"));
+    EXPECT_EQ(Label("lblStatus"),
+              "Tile numbers of level 2 have changed: save both files.");
+    EXPECT_EQ(state_.Changes.NextBack()->Name, "Tile numbers of level 2 corrected");
+}
+
+TEST_F(FrmBINTileEditTest, WhatItSaidOfASaveGoesWithTheNextChange) {
+    Click("cmdChangeSet");
+    Click("cmdSaveBIN");
+    EXPECT_EQ(Label("lblStatus"), "Texture.bin is saved.");
+    Click("cmdChangeSet");
+    EXPECT_TRUE(window_->windowTitle().startsWith("*"));
+    EXPECT_EQ(Label("lblStatus"), "");
+}
+
+TEST_F(FrmBINTileEditTest, UsesAreCountedWhenItComesUp) {
+    state_.Terrain.LxArr(10).TileOffset = 32;
+    window_->Open();
+    EXPECT_EQ(Find<QGroupBox>(*window_, "FraTileSets").title(),
+              "3 Sets || 4 Tiles || 1 Tiles not used in L2");
+}
+
+TEST_F(FrmBINTileEditTest, DeleteSetStandsApartFromAppendSet) {
+    const QWidget& append = Find<QWidget>(*window_, "cmdAppendSet");
+    const QWidget& gone = Find<QWidget>(*window_, "cmdDeleteSet");
+    const QWidget& type = Find<QWidget>(*window_, "cmdChangeSet");
+    EXPECT_GT(gone.y(), append.geometry().bottom() + type.height());
 }
 
 TEST_F(FrmBINTileEditTest, TheOnlySetCanGo) {
@@ -468,6 +515,27 @@ TEST_F(FrmBINTileEditTest, ThePaletteIsEmptyAndItsTipIsCopied) {
     QTest::mouseClick(&palette, Qt::LeftButton);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "No Palette loaded...");
     EXPECT_EQ(palette.toolTip(), "Copied to clipboard");
+}
+
+// The press that makes it would hide it, and so would the next stir of the hand.
+TEST_F(FrmBINTileEditTest, ThatThePaletteWasCopiedIsSeenUntilThePointerMovesOn) {
+    auto& palette = Find<QWidget>(*window_, "picTilePalette");
+    const auto shown = [] {
+        QStringList texts;
+        for (const QWidget* widget : QApplication::topLevelWidgets())
+            if (widget->objectName() == "ToolTip" && widget->isVisible())
+                texts += static_cast<const QLabel*>(widget)->text();
+        return texts.join("|");
+    };
+    QTest::mouseMove(&palette, {5, 5});
+    QTest::mouseClick(&palette, Qt::LeftButton, {}, {5, 5});
+    EXPECT_EQ(shown(), "Copied to clipboard");
+    QTest::mouseMove(&palette, {7, 6});
+    EXPECT_EQ(shown(), "Copied to clipboard");
+    QTest::mouseClick(&palette, Qt::LeftButton, {}, {7, 6});
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "No Palette loaded...");
+    QTest::mouseMove(&palette, {60, 60});
+    EXPECT_EQ(shown(), "No Palette loaded...");
 }
 
 TEST_F(FrmBINTileEditTest, ThePaletteTellsTheColorUnderThePointer) {

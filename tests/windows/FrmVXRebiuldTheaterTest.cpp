@@ -1,6 +1,7 @@
 #include "builder/windows/FrmVXRebiuldTheater.h"
 
 #include "builder/RebuildWorld.h"
+#include "levels/ElevationFiles.h"
 #include "support/FakePlatform.h"
 #include "windows/WindowTest.h"
 
@@ -20,15 +21,20 @@ namespace {
 class Verbs : public RebuildVerbs {
 public:
     std::string Story;
-    bool Unsaved = false;
     bool Saves = true;
 
-    bool L2Unsaved() const override { return Unsaved; }
     bool SaveL2() override {
         Story += "save ";
         return Saves;
     }
-    void L2Reloaded() override { Story += "reloaded "; }
+    bool SaveHeights() override {
+        Story += "save heights ";
+        return Saves;
+    }
+    void ForgetSteps(bool heights) override {
+        Story += heights ? "forget all " : "forget ";
+    }
+    void ReadAnew(bool heights) override { Story += heights ? "all anew " : "anew "; }
     void LeaveRebuild() override { Story += "leave "; }
 };
 
@@ -60,6 +66,7 @@ protected:
     ProgramState state_;
     FakePlatform platform_;
     Verbs verbs_;
+    NoProgress quiet_;
     std::unique_ptr<FrmVXRebiuldTheater> window_;
 };
 
@@ -255,7 +262,7 @@ TEST_F(FrmVXRebiuldTheaterTest, AnElevationRebuildReadsLevel2Back) {
     Click("Option1_2");
     platform_.Dialogs.ExpectAnyBox("Rebuild Theater", BoxAnswer::Ok, nullptr);
     Click("cmdStartElv");
-    EXPECT_EQ(verbs_.Story, "reloaded ");
+    EXPECT_EQ(verbs_.Story, "forget anew ");
     EXPECT_EQ(state_.Terrain.LxArr(1).Elevation, 0x0101);
 }
 
@@ -263,7 +270,7 @@ TEST_F(FrmVXRebiuldTheaterTest, UnsavedEditsOfLevel2AreAskedAboutFirst) {
     const std::string question =
         "The L2 file has changes that this run would replace. Do "
         "you want to save it first?";
-    verbs_.Unsaved = true;
+    state_.Flags.L2 = true;
     ChooseMaster();
     const auto before = world_.Files();
     platform_.Dialogs.ExpectBox("Rebuild Theater", question, BoxAnswer::Cancel);
@@ -277,7 +284,66 @@ TEST_F(FrmVXRebiuldTheaterTest, UnsavedEditsOfLevel2AreAskedAboutFirst) {
     platform_.Dialogs.ExpectBox("Rebuild Theater", question, BoxAnswer::No);
     platform_.Dialogs.ExpectAnyBox("Rebuild Theater", BoxAnswer::Ok, nullptr);
     Click("cmdStartElv");
-    EXPECT_EQ(verbs_.Story, "save reloaded ");
+    EXPECT_EQ(verbs_.Story, "save forget anew ");
+}
+
+// Heights of the theater's own L0 file, one of them changed.
+TEST_F(FrmVXRebiuldTheaterTest, UnsavedHeightsOfTheFileThatIsWrittenAreAskedAboutFirst) {
+    ASSERT_TRUE(LoadElevationData(state_.Terrain, ElevationKind::L0,
+                                  world_.PathOf("theater.l0"), quiet_, platform_.Dialogs,
+                                  world_.Log));
+    int16_t& height = state_.Terrain.Elevations.At(5, 7);
+    const auto changed = static_cast<int16_t>(height + 1);
+    {
+        const Recording made(state_.Changes, {Paper::Heights}, "Change 1 height");
+        height = changed;
+    }
+    const std::string question =
+        "The L0/ELV file has changes that this run would replace. Do you want to save "
+        "it first?";
+    ChooseMaster();
+    const auto before = world_.Files();
+    platform_.Dialogs.ExpectBox("Rebuild Theater", question, BoxAnswer::Cancel);
+    Click("cmdStartElv");
+    EXPECT_EQ(verbs_.Story, "");
+    EXPECT_EQ(world_.Files() == before, true);
+    platform_.Dialogs.ExpectBox("Rebuild Theater", question, BoxAnswer::No);
+    platform_.Dialogs.ExpectAnyBox("Rebuild Theater", BoxAnswer::Ok, nullptr);
+    Click("cmdStartElv");
+    EXPECT_EQ(verbs_.Story, "forget all all anew ");
+    EXPECT_EQ(state_.Terrain.Elevations.At(5, 7), 0x0101);
+    EXPECT_EQ(state_.Changes.NextBack()->Name,
+              "Level 2 and heights read anew after a rebuild");
+    state_.Changes.Back();
+    EXPECT_EQ(state_.Terrain.Elevations.At(5, 7), changed);
+}
+
+TEST_F(FrmVXRebiuldTheaterTest, UnsavedHeightsOfTheMasterAreAskedAboutFirst) {
+    ChooseMaster();
+    ASSERT_TRUE(LoadElevationData(state_.Terrain, ElevationKind::Elv,
+                                  world_.Folder.File("Master.elv"), quiet_,
+                                  platform_.Dialogs, world_.Log));
+    state_.Flags.L0ELV = true;
+    platform_.Dialogs.ExpectBox(
+        "Rebuild Theater",
+        "The L0/ELV file has changes that this run would leave out, since it reads that "
+        "file from the disk. Do you want to save it first?",
+        BoxAnswer::Yes);
+    platform_.Dialogs.ExpectAnyBox("Rebuild Theater", BoxAnswer::Ok, nullptr);
+    Click("cmdStartElv");
+    EXPECT_EQ(verbs_.Story, "save heights forget anew ");
+}
+
+TEST_F(FrmVXRebiuldTheaterTest, HeightsAreSavedOverTheFileThatOurOwnRunHasWritten) {
+    ASSERT_TRUE(LoadElevationData(state_.Terrain, ElevationKind::L0,
+                                  world_.PathOf("theater.l0"), quiet_, platform_.Dialogs,
+                                  world_.Log));
+    platform_.Dialogs.ExpectAnyBox("Rebuild Theater", BoxAnswer::Ok, nullptr);
+    Click("cmdStart");
+    state_.Terrain.Elevations.At(5, 7) = 1234;
+    EXPECT_EQ(SaveElevationData(state_.Terrain, ElevationKind::L0, "", quiet_,
+                                platform_.Dialogs),
+              ElevationSave::Done);
 }
 
 TEST_F(FrmVXRebiuldTheaterTest, ExitBringsTheWorkspaceBack) {

@@ -1,5 +1,6 @@
 // The window of the pattern and the window of the hits.
 #include "platform/windows/ColorImage.h"
+#include "platform/windows/PinkBox.h"
 #include "search/windows/SearchCells.h"
 #include "search/windows/frmVXSearchOptions.h"
 #include "search/windows/frmVXSearchResults.h"
@@ -130,6 +131,25 @@ TEST_F(SearchOptionsTest, TextsBecomeTheLabelsOfTheChosenCell) {
     ClickCell(0);
     EXPECT_EQ(The<QLineEdit>("Text1").text(), "!5");
     EXPECT_EQ(Label("lblTile", 0), "!5");
+}
+
+// A tile's name is no tile number: it finds the sea.
+TEST_F(SearchOptionsTest, ATextThatIsNoNumberIsPinkAndToldWhatItCountsAs) {
+    auto& box = The<QLineEdit>("Text1");
+    Type("Text1", "HTHNE003");
+    EXPECT_TRUE(IsPink(box));
+    EXPECT_FALSE(IsPink(The<QLineEdit>("Text2")));
+    EXPECT_EQ(box.toolTip(), "No number: counts as 0");
+    EXPECT_EQ(The<QLabel>("lblNoNumber").text(), box.toolTip());
+    EXPECT_EQ(Label("lblTile", 0), "H0");
+    ClickCell(1);
+    EXPECT_FALSE(IsPink(box));
+    EXPECT_EQ(The<QLabel>("lblNoNumber").text(), "");
+    ClickCell(0);
+    EXPECT_TRUE(IsPink(box));
+    Type("Text1", "<5");
+    EXPECT_FALSE(IsPink(box));
+    EXPECT_EQ(box.toolTip(), "");
 }
 
 TEST_F(SearchOptionsTest, ClearAllEmptiesEverything) {

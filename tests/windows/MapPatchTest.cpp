@@ -123,6 +123,8 @@ TEST_F(MapPatchTest, IsPixelForPixelThatOfAWholeRepaint) {
             world_.View.L0Mode = (layers & 8) != 0;
             world_.View.Brightness = (layers & 16) != 0 ? 20 : 0;
             world_.View.ShowSegments = (layers & 16) != 0;
+            world_.View.ShowRelief = (layers & 5) != 0;
+            world_.View.ShowContours = (layers & 6) != 0;
             ASSERT_NO_FATAL_FAILURE(
                 ExpectPatched(size + " layers " + std::to_string(layers)));
         }

@@ -8,6 +8,7 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QColorDialog>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -46,6 +47,34 @@ void ExpectCancelled(Work work) {
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.NumberValue(), 32755);
     }
+}
+
+TEST(QtDialogsBox, CopiesTheDetailsOfAnErrorAndStays) {
+    QtDialogs dialogs;
+    dialogs.Details = [] { return "Vardenix 3\nChanged last: Paint"; };
+    const auto copied = [&](BoxButtons buttons, const QString& press) {
+        QGuiApplication::clipboard()->clear();
+        WhenModal<QMessageBox>([press](QMessageBox& box) {
+            Press(box, "Copy details");
+            EXPECT_TRUE(box.isVisible());
+            if (press == "Esc")
+                QTest::keyClick(&box, Qt::Key_Escape);
+            else if (press == "Enter")
+                QTest::keyClick(&box, Qt::Key_Return);
+            else
+                Press(box, press);
+        });
+        const BoxAnswer answer =
+            dialogs.MessageBox("Disk full", "Error...", BoxIcon::Critical, buttons);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(),
+                  "Error...\nDisk full\n\nVardenix 3\nChanged last: Paint");
+        return answer;
+    };
+    EXPECT_EQ(copied(BoxButtons::Ok, "Esc"), BoxAnswer::Ok);
+    EXPECT_EQ(copied(BoxButtons::Ok, "Enter"), BoxAnswer::Ok);
+    EXPECT_EQ(copied(BoxButtons::ContinueEnd, "Enter"), BoxAnswer::Continue);
+    EXPECT_EQ(copied(BoxButtons::ContinueEnd, "End"), BoxAnswer::End);
+    EXPECT_EQ(copied(BoxButtons::YesNo, "Esc"), BoxAnswer::No);
 }
 
 TEST(QtDialogsBox, ShowsItsTextsAndGivesTheButtonPressed) {

@@ -287,6 +287,13 @@ TEST_F(EditGestureTest, APickTakesTheTileAndGivesTheToolBack) {
     EXPECT_EQ(Steps(), 0);
 }
 
+TEST_F(EditGestureTest, InL0ModeAClickWithTheToolOnLeaveSaysThatItPaintsLevel2) {
+    EditElevations(HeightTool::None, 10);
+    Begin(1, 1);
+    EXPECT_EQ(Tile(1, 1), 7);
+    EXPECT_EQ(workspace_.Told, "1 post of level 2 changed, no height");
+}
+
 TEST_F(EditGestureTest, InL0ModeTheBrushWorksOnHeights) {
     EditElevations(HeightTool::Raise, 10);
     // Quarters of 8 pixels: index (41, 81) at the lower left.

@@ -112,75 +112,16 @@ TEST(PanelRules, TheBarsWidthIsItsShareOfTheFullOne) {
     EXPECT_DOUBLE_EQ(ProgressWidth(5, 0, 0), 0);
 }
 
-TEST(DirtyTitles, StarsComeOnceWhicheverFileIsChanged) {
-    DirtyTitles titles("Korea");
-    EXPECT_EQ(titles.MainCaption(), "Vardenix v3.0.1");
-    EXPECT_EQ(titles.MapCaption(), "Korea");
-    titles.L2NeedSave();
-    titles.L2NeedSave();
-    titles.L0NeedSave();
-    EXPECT_EQ(titles.MainCaption(), "*Vardenix v3.0.1");
-    EXPECT_EQ(titles.MapCaption(), "*Korea");
-    EXPECT_TRUE(titles.L2NeedSaveFlag());
-    EXPECT_TRUE(titles.L0NeedSaveFlag());
-}
-
-TEST(DirtyTitles, TheStarGoesAtTheLastSave) {
-    DirtyTitles titles("Korea");
-    titles.L2NeedSave();
-    titles.L0NeedSave();
-    titles.L0Saved();
-    EXPECT_EQ(titles.MainCaption(), "*Vardenix v3.0.1");
-    EXPECT_EQ(titles.MapCaption(), "*Korea");
-    EXPECT_TRUE(titles.L2NeedSaveFlag());
-    EXPECT_FALSE(titles.L0NeedSaveFlag());
-    titles.L2Saved();
-    EXPECT_EQ(titles.MapCaption(), "Korea");
-    EXPECT_FALSE(titles.L2NeedSaveFlag());
-}
-
-TEST(DirtyTitles, ASaveWithNothingMarkedLeavesTheTitlesAlone) {
-    DirtyTitles titles("Korea");
-    titles.L2Saved();
-    EXPECT_EQ(titles.MainCaption(), "Vardenix v3.0.1");
-    EXPECT_EQ(titles.MapCaption(), "Korea");
-}
-
-// Whatever the order of edits, saves and changes of the mode.
-TEST(DirtyTitles, TheStarStandsWhileAnythingIsUnsavedInEitherMode) {
-    for (int steps = 0; steps < 4 * 4 * 4 * 4; ++steps) {
-        DirtyTitles titles("Korea");
-        bool l2 = false;
-        bool l0 = false;
-        Layer layer = Layer::Posts;
-        for (int rest = steps, i = 0; i < 4; ++i, rest /= 4) {
-            switch (rest % 4) {
-            case 0:
-                l2 = !l2;
-                l2 ? titles.L2NeedSave() : titles.L2Saved();
-                break;
-            case 1:
-                l0 = !l0;
-                l0 ? titles.L0NeedSave() : titles.L0Saved();
-                break;
-            case 2:
-                titles.L0Saved(); // other heights were loaded
-                l0 = false;
-                break;
-            default:
-                layer = layer == Layer::Posts ? Layer::Heights : Layer::Posts;
-                titles.SetLayer(layer);
-            }
-            const std::string star = l2 || l0 ? "*" : "";
-            ASSERT_EQ(titles.MapCaption(), star + "Korea") << steps << " step " << i;
-            ASSERT_EQ(titles.MainCaption(),
-                      star + "Vardenix v3.0.1" +
-                          (layer == Layer::Heights ? " - L0/ELV MODE" : ""))
-                << steps << " step " << i;
-            ASSERT_EQ(titles.L2NeedSaveFlag(), l2);
-            ASSERT_EQ(titles.L0NeedSaveFlag(), l0);
+TEST(PanelRules, AStarStandsWhileEitherFlagIsUpInEitherMode) {
+    for (const bool l2 : {false, true})
+        for (const bool heights : {false, true}) {
+            const DirtyFlags flags{.BIN = true, .L2 = l2, .L0ELV = heights, .MAP = true};
+            const std::string star = l2 || heights ? "*" : "";
+            EXPECT_EQ(MapCaption(flags, "Korea"), star + "Korea");
+            EXPECT_EQ(MainCaption(flags, Layer::Posts), star + "Vardenix v3.0.1");
+            EXPECT_EQ(MainCaption(flags, Layer::Heights),
+                      star + "Vardenix v3.0.1 - L0/ELV MODE");
         }
-    }
 }
 
 TEST(PanelRules, InARoomTheCellsFollowTheTileSize) {

@@ -156,6 +156,17 @@ TEST_F(RegionExchangeTest, PastTheEdgeThePostsInsideAreSet) {
     }
 }
 
+// 0 is the sea, and a tile like any other.
+TEST_F(RegionExchangeTest, ATileNumberOfMinusOneIsRefusedAndNoneOfZero) {
+    const std::string two = Int32Bytes(2) + Int32Bytes(1);
+    ExpectRefused(two + Int32Bytes(5) + Int32Bytes(-1), ErrorNumber::SubscriptOutOfRange,
+                  "offset 12 is the tile number -1");
+    ExpectRefused(two + Int32Bytes(-1) + Int32Bytes(0), ErrorNumber::SubscriptOutOfRange,
+                  "offset 8 is the tile number -1");
+    folder_.Write("a region.exp", two + Int32Bytes(0) + Int32Bytes(0));
+    EXPECT_EQ(ReadRegion(path_).TileNumbers, (std::vector<int32_t>{0, 0}));
+}
+
 TEST_F(RegionExchangeTest, AFileWhoseSizeDoesNotFitItsHeaderIsRefused) {
     const std::string two = Int32Bytes(2) + Int32Bytes(1);
     ExpectRefused(two + Int32Bytes(5), ErrorNumber::InputPastEnd,

@@ -54,6 +54,10 @@ TEST_F(StatusLineTest, TellsTheToolAndWhatItGives) {
     interaction_.Heights = HeightTool::Lower;
     EXPECT_EQ(ToolWords(interaction_, view_, lookup_), "Fill: tile 5 HRIVER05");
     view_.L0Mode = true;
+    interaction_.Heights = HeightTool::None;
+    EXPECT_EQ(ToolWords(interaction_, view_, lookup_),
+              "Fill: tile 5 HRIVER05, on level 2 and not on the heights");
+    interaction_.Heights = HeightTool::Lower;
     interaction_.Feet = 40;
     EXPECT_EQ(ToolWords(interaction_, view_, lookup_), "Fill: lower by 40 ft");
     interaction_.Heights = HeightTool::Set;
@@ -69,7 +73,7 @@ TEST_F(StatusLineTest, TellsWhatWasDone) {
     LocalTime now;
     now.Hour = 9;
     now.Minute = 5;
-    EXPECT_EQ(SavedWords(now), "saved at 09:05");
+    EXPECT_EQ(SavedWords("/games/terrain/theater.L2", now), "theater.L2 saved at 09:05");
     EXPECT_EQ(HitWords(1), "1 hit");
     EXPECT_EQ(HitWords(0), "0 hits");
 }

@@ -67,7 +67,7 @@ protected:
     }
     bool Load(const std::string& path, int filterIndex) {
         dialogs_.ExpectOpen("", path, filterIndex);
-        return cmdLoadL0Elv(parts_);
+        return cmdLoadL0Elv(parts_).has_value();
     }
     // Loads heights of 3 feet everywhere and begins to edit them.
     void EditElv() {

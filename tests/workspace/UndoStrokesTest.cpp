@@ -38,7 +38,7 @@ protected:
         undo_.TilesRenumbered(numbers);
     }
     void Import(int32_t serial, int32_t tile) {
-        const Recording made(state_.Changes, {Paper::Level2}, "Import");
+        const Recording made(state_.Changes, {Paper::Level2}, "Import coast.exp at 4, 0");
         terrain_.LxArr(serial).TileOffset = tile;
     }
     int32_t Tile(int32_t serial) const { return terrain_.LxArr(serial).TileOffset; }
@@ -222,8 +222,11 @@ TEST_F(UndoStrokesTest, AnArrowPastAnImportIsAnEntryOfItsOwn) {
     Undo();
     EXPECT_EQ(Tile(3), 0);
     EXPECT_EQ(Tile(5), 9);
+    EXPECT_EQ(workspace_.Told, "Taken back: paint at 2, 0. The import after it stays; "
+                               "Ctrl+Z takes that back");
     EXPECT_EQ(undo_.UndoPostPos(), 1);
     ASSERT_EQ(state_.Changes.Count(), 3U);
+    EXPECT_EQ(state_.Changes.At(2).Name, "Undo paint at 2, 0");
     state_.Changes.Back();
     EXPECT_EQ(Tile(3), 7);
     EXPECT_EQ(undo_.UndoPostPos(), 0);
@@ -327,6 +330,19 @@ TEST_F(UndoStrokesTest, HeightsAreLookedForInTheirPosts) {
     workspace_.Story.clear();
     UndoInView(undo_, view_, workspace_);
     EXPECT_EQ(workspace_.Story, "commands refresh L0saved scroll(2,0)");
+}
+
+TEST_F(UndoStrokesTest, AnArrowNamesTheNewestChangeThatStays) {
+    Stroke({{18, 2, 0, 7}});
+    {
+        const Recording made(state_.Changes, {Paper::Level2}, "Set 215 posts");
+        terrain_.LxArr(5).TileOffset = 9;
+    }
+    Undo();
+    EXPECT_EQ(workspace_.Told, "Taken back: paint at 1, 1. \"Set 215 posts\" after it "
+                               "stays; Ctrl+Z takes that back");
+    undo_.Redo(Layer::Posts); // which is the newest change by now
+    EXPECT_EQ(Tile(18), 7);
 }
 
 } // namespace

@@ -32,8 +32,8 @@ EditedTile ShowTileDetails(ProgramState& state, const Platform& platform,
     return {written, written && window.Changed()};
 }
 
-void ShowBinOptions(Configuration& settings, QWidget* parent) {
-    FrmBINOPtions window(settings, parent);
+void ShowBinOptions(Configuration& settings, Dialogs& dialogs, QWidget* parent) {
+    FrmBINOPtions window(settings, dialogs, parent);
     window.exec();
 }
 

@@ -19,6 +19,6 @@ struct EditedTile {
 EditedTile ShowTileDetails(ProgramState& state, const Platform& platform,
                            const TilePlace& place, QWidget* parent);
 
-void ShowBinOptions(Configuration& settings, QWidget* parent);
+void ShowBinOptions(Configuration& settings, Dialogs& dialogs, QWidget* parent);
 
 } // namespace vardenix

@@ -1,15 +1,13 @@
 #include "bineditor/windows/FloatBox.h"
 
 #include "bineditor/TileDetail.h"
-#include "platform/windows/ColorImage.h"
+#include "platform/windows/PinkBox.h"
 
 namespace vardenix {
 
 namespace {
 
 constexpr int MaxKeys = 64; // the longest number of the field has 47
-constexpr uint32_t PinkColor = 0xC0C0FF;
-constexpr uint32_t WhiteColor = 0xFFFFFF;
 
 } // namespace
 
@@ -19,13 +17,6 @@ FloatBox::FloatBox(QWidget* parent) : NumberBox(parent) {
             return (key >= '0' && key <= '9') || key == '.' || key == '-';
         },
         MaxKeys);
-}
-
-void FloatBox::SetPink(bool pink) {
-    pink_ = pink;
-    QPalette colors = palette();
-    colors.setColor(QPalette::Base, ColorOf(pink ? PinkColor : WhiteColor));
-    setPalette(colors);
 }
 
 void FloatBoxes::Show(const std::vector<float*>& fields) {
@@ -40,15 +31,15 @@ bool FloatBoxes::Write(const std::vector<float*>& fields, bool& changed) {
         FloatBox& box = *boxes_[i];
         const std::string text = box.text().toStdString();
         if (text == FieldText(*fields[i])) {
-            box.SetPink(false);
+            SetPink(box, false);
             continue;
         }
         if (WriteFields({fields[i]}, {text})) {
-            box.SetPink(true);
+            SetPink(box, true);
             box.setFocus();
             return false;
         }
-        box.SetPink(false);
+        SetPink(box, false);
         changed = true;
     }
     return true;

@@ -10,13 +10,6 @@ namespace vardenix {
 class FloatBox : public NumberBox {
 public:
     explicit FloatBox(QWidget* parent = nullptr);
-
-    // Its text does not convert.
-    void SetPink(bool pink);
-    bool Pink() const { return pink_; }
-
-private:
-    bool pink_ = false;
 };
 
 // The boxes of a dialog, in the order in which OK takes them.

@@ -1,19 +1,16 @@
 #include "bineditor/windows/FrmBINOPtions.h"
 
+#include "bineditor/PictureSize.h"
+#include "platform/windows/PinkBox.h"
 #include "platform/windows/RunTimeBarrier.h"
-#include "texts/Numbers.h"
+#include "texts/RuntimeError.h"
 #include "ui_FrmBINOPtions.h"
 
 namespace vardenix {
 
-namespace {
-
-int16_t SizeOf(const QLineEdit* box) { return ToInt16(Val(box->text().toStdString())); }
-
-} // namespace
-
-FrmBINOPtions::FrmBINOPtions(Configuration& settings, QWidget* parent)
-    : QDialog(parent), settings_(settings), ui_(std::make_unique<Ui::FrmBINOPtions>()) {
+FrmBINOPtions::FrmBINOPtions(Configuration& settings, Dialogs& dialogs, QWidget* parent)
+    : QDialog(parent), settings_(settings), dialogs_(dialogs),
+      ui_(std::make_unique<Ui::FrmBINOPtions>()) {
     ui_->setupUi(this);
     ui_->chkAutomaticallyCorrect->setChecked(settings.AutoL2);
     ui_->OptAfterSelected_0->setChecked(settings.DefInsertAfter);
@@ -27,16 +24,35 @@ FrmBINOPtions::FrmBINOPtions(Configuration& settings, QWidget* parent)
 
 FrmBINOPtions::~FrmBINOPtions() = default;
 
-// A size that overflows is told by the run-time's report, and nothing is stored.
+std::optional<int16_t> FrmBINOPtions::SizeOf(QLineEdit& box) {
+    try {
+        const int16_t size =
+            PictureSizeOf(box.accessibleName().toStdString(), box.text().toStdString());
+        SetPink(box, false);
+        return size;
+    } catch (const RuntimeError& error) {
+        SetPink(box, true);
+        dialogs_.Notice(TrapText(error), "Error...", BoxIcon::Critical);
+        box.setFocus();
+        return {};
+    }
+}
+
+// All are taken, or none.
 void FrmBINOPtions::cmdOK_Click() {
-    const int16_t mTile = SizeOf(ui_->txtM);
-    const int16_t lTile = SizeOf(ui_->txtL);
-    const int16_t tTile = SizeOf(ui_->txtT);
+    std::array<int16_t, 3> sizes{};
+    const std::array<QLineEdit*, 3> boxes{ui_->txtM, ui_->txtL, ui_->txtT};
+    for (size_t i = 0; i < boxes.size(); ++i) {
+        const auto size = SizeOf(*boxes[i]);
+        if (!size)
+            return;
+        sizes[i] = *size;
+    }
     settings_.AutoL2 = ui_->chkAutomaticallyCorrect->isChecked();
     settings_.DefInsertAfter = ui_->OptAfterSelected_0->isChecked();
-    settings_.MTile = mTile;
-    settings_.LTile = lTile;
-    settings_.TTile = tTile;
+    settings_.MTile = sizes[0];
+    settings_.LTile = sizes[1];
+    settings_.TTile = sizes[2];
     accept();
 }
 

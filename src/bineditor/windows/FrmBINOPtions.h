@@ -1,10 +1,14 @@
 #pragma once
 
+#include "platform/Dialogs.h"
 #include "program/Configuration.h"
 
 #include <QDialog>
 
 #include <memory>
+#include <optional>
+
+class QLineEdit;
 
 namespace Ui {
 class FrmBINOPtions;
@@ -17,14 +21,17 @@ class FrmBINOPtions : public QDialog {
     Q_OBJECT
 
 public:
-    // Borrowed for the window's life; set by OK.
-    explicit FrmBINOPtions(Configuration& settings, QWidget* parent = nullptr);
+    // Borrowed for the window's life. The settings are set by OK; a size that is none is
+    // told with its box's name, which turns pink, and the window stays.
+    FrmBINOPtions(Configuration& settings, Dialogs& dialogs, QWidget* parent = nullptr);
     ~FrmBINOPtions() override;
 
 private:
+    std::optional<int16_t> SizeOf(QLineEdit& box);
     void cmdOK_Click();
 
     Configuration& settings_;
+    Dialogs& dialogs_;
     std::unique_ptr<Ui::FrmBINOPtions> ui_;
 };
 

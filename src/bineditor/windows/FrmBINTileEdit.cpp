@@ -57,6 +57,8 @@ FrmBINTileEdit::FrmBINTileEdit(const Parts& parts)
     ConnectMove();
     ConnectPalette();
     RefreshLists({1, 0});
+    if (MayDiffer(state_, Paper::Catalogue))
+        NeedSave(); // since before it came up, as a restoring leaves it
 }
 
 FrmBINTileEdit::~FrmBINTileEdit() = default;
@@ -78,6 +80,7 @@ void FrmBINTileEdit::DressControls() {
     // The line at the bottom keeps its height when bar or button come up in it.
     ui_->lblStatus->setMinimumHeight(ui_->cmdSaveBoth->sizeHint().height());
     ui_->cmdSaveBoth->hide();
+    ui_->cmdCorrectL2->hide();
     // FraMoveSet takes no more room than FraActions.
     ui_->stack->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     resize((sizeHint() + QSize(RoomForColumns, 0))
@@ -126,8 +129,9 @@ void FrmBINTileEdit::ConnectSlots() {
 }
 
 void FrmBINTileEdit::OpenAt(const TilePlace& place) {
+    CountUses(state_.Terrain, state_.Catalogue.Lookup);
     RefreshLists(place);
-    ShowApart();
+    ShowNumbers();
     show();
     raise();
     activateWindow();
@@ -179,6 +183,7 @@ void FrmBINTileEdit::ShowDetails() {
     ui_->txtTilename->setText(TextOf(details.TileName));
     ui_->lblAreasPaths->setText(TextOf(details.AreasPaths));
     ui_->lblTileNum->setText(TextOf(details.TileNumber));
+    ui_->lblNoPicture->setText(TextOf(details.NoPicture));
     ui_->PicTiles->SetHighlight(SelectedTile,
                                 details.UsedInL2 ? QColor(0, 200, 0) : QColor(Qt::red));
     ShowCommands();

@@ -10,11 +10,14 @@
 #include "program/ProgramState.h"
 
 #include <QPoint>
+#include <QPointF>
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,18 +54,14 @@ public:
     void Open() { OpenAt({SelectedSet, SelectedTile}); }
 
     // The catalogue differs from its file.
-    bool NeedSaveFlag() const { return needSave_; }
+    bool NeedSaveFlag() const { return state_.Flags.BIN; }
     // The file is what the catalogue is: the flag falls, and the star with it.
     void BinSaved();
-    // Level 2 is on the disk.
-    void L2Saved();
+    // Level 2 has been saved, or read anew: the line that tells of its numbers follows.
+    void ShowNumbers();
     // A walk through the log of changes has led past a change of the catalogue; `words`
     // tell which.
     void CatalogueWalked(const std::string& words);
-    // A pass has given level 2 other numbers, and catalogue and level 2 are not both on
-    // the disk since: the files do not fit one another when only one of them is written.
-    bool Apart() const;
-
     // Of the selected tile's picture, were it one with a palette of its own.
     PaletteTable TilePalette;
 
@@ -116,10 +115,11 @@ private:
     void cmdEditTile_Click();
     void cmdSaveBIN_Click();
     void cmdSaveBoth_Click();
+    void cmdCorrectL2_Click();
     void cmdOptions_Click();
     void cmdOpenTerrain_Click();
     void picTilePalette_MouseMove(QPoint place);
-    void picTilePalette_Click();
+    void picTilePalette_Click(QPointF cursor);
     // Files that come down on a slot, or on no slot (-1).
     void Dropped(int slot, std::vector<std::string> files);
     Q_INVOKABLE void TakeDropped();
@@ -133,7 +133,6 @@ private:
     void LevelTwoRenumbered(const TileRenumbering& numbers, bool changed) override;
     bool StopWanted() override;
     void Tell(const QString& text);
-    void ShowApart();
     void ShowSaved();
 
     // The names that theater makers know these by.
@@ -152,9 +151,11 @@ private:
     std::unique_ptr<WorkingNotice> working_;
     clsToolTip slotTip_;
     clsToolTip zipTip_;
+    std::shared_ptr<FileSwap> replaced_; // by the command under way
     clsToolTip paletteTip_;
-    bool needSave_ = false;
-    bool passUnsaved_ = false;
+    std::optional<QPoint>
+        copied_;          // where the palette was clicked, until the cursor moves on
+    QString numbersText_; // the last that was said of tile numbers
     bool busy_ = false;
     bool stop_ = false;
     int droppedSlot_ = -1;

@@ -1,4 +1,5 @@
 // What the buttons of FrmBINTileEdit do.
+#include "bineditor/LevelTwoPass.h"
 #include "bineditor/TileLists.h"
 #include "bineditor/UnusedPictures.h"
 #include "bineditor/windows/BinDialogs.h"
@@ -19,6 +20,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QShortcut>
 
 #include <cmath>
@@ -48,6 +50,7 @@ void FrmBINTileEdit::ConnectButtons() {
     join(ui_->cmdEditTile, [this] { cmdEditTile_Click(); });
     join(ui_->cmdSaveBIN, [this] { cmdSaveBIN_Click(); });
     join(ui_->cmdSaveBoth, [this] { cmdSaveBoth_Click(); });
+    join(ui_->cmdCorrectL2, [this] { cmdCorrectL2_Click(); });
     join(ui_->cmdOptions, [this] { cmdOptions_Click(); });
     join(ui_->cmdOpenTerrain, [this] { cmdOpenTerrain_Click(); });
     join(ui_->cmdDeleteUnusedDDS, [this] {
@@ -89,14 +92,21 @@ bool FrmBINTileEdit::eventFilter(QObject* watched, QEvent* event) {
     if (watched == ui_->picTilePalette) {
         if (event->type() == QEvent::MouseMove)
             picTilePalette_MouseMove(static_cast<QMouseEvent*>(event)->pos());
-        else if (event->type() == QEvent::MouseButtonPress)
-            picTilePalette_Click();
+        else if (event->type() == QEvent::MouseButtonRelease) // a press hides all tips
+            picTilePalette_Click(static_cast<QMouseEvent*>(event)->globalPosition());
+        else if (event->type() == QEvent::Leave)
+            copied_.reset();
     }
     return QWidget::eventFilter(watched, event);
 }
 
 void FrmBINTileEdit::picTilePalette_MouseMove(QPoint place) {
     QWidget& grid = *ui_->picTilePalette;
+    // A hand that clicks is never quite still.
+    if (copied_ &&
+        (place - *copied_).manhattanLength() < QApplication::startDragDistance())
+        return;
+    copied_.reset();
     if (SelectedTile == -1 || TilePalette.empty())
         return paletteTip_.SetToolText(grid, "No Palette loaded...");
     const PaletteTip tip = TipOfPalette(
@@ -106,9 +116,13 @@ void FrmBINTileEdit::picTilePalette_MouseMove(QPoint place) {
     paletteTip_.SetToolText(grid, QString::fromStdString(tip.Text));
 }
 
-void FrmBINTileEdit::picTilePalette_Click() {
-    QGuiApplication::clipboard()->setText(clsToolTip::ToolText(*ui_->picTilePalette));
-    paletteTip_.SetToolText(*ui_->picTilePalette, "Copied to clipboard");
+void FrmBINTileEdit::picTilePalette_Click(QPointF cursor) {
+    QWidget& grid = *ui_->picTilePalette;
+    if (!copied_)
+        QGuiApplication::clipboard()->setText(clsToolTip::ToolText(grid));
+    copied_ = grid.mapFromGlobal(cursor).toPoint();
+    paletteTip_.SetToolText(grid, "Copied to clipboard");
+    paletteTip_.Show(grid, cursor.toPoint());
 }
 
 std::string FrmBINTileEdit::ShownSelectedSet() const {
@@ -118,24 +132,28 @@ std::string FrmBINTileEdit::ShownSelectedSet() const {
 BinParts FrmBINTileEdit::Commands() {
     return {state_.Terrain, state_.Catalogue,  state_.Configuration,
             state_.Folders, platform_.Dialogs, *this,
-            *this};
+            *this,          nullptr,           &replaced_};
 }
 
 void FrmBINTileEdit::Done(const std::optional<TilePlace>& place) {
     RefreshLists(place.value_or(TilePlace{SelectedSet, SelectedTile}));
-    ShowApart();
+    ShowNumbers();
 }
 
 void FrmBINTileEdit::Run(const std::string& name,
                          const std::function<std::optional<TilePlace>()>& command) {
-    const Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+    std::optional<TilePlace> place;
     try {
-        if (const auto place = command())
-            Done(place);
+        Recording made(state_.Changes, {Paper::Catalogue, Paper::Level2}, name);
+        const auto keep =
+            qScopeGuard([&] { made.KeepPictures(std::exchange(replaced_, nullptr)); });
+        place = command();
     } catch (...) {
         Done({});
         throw;
     }
+    if (place)
+        Done(place);
 }
 
 // The type is taken before the dialog opens.
@@ -170,11 +188,13 @@ void FrmBINTileEdit::cmdDeleteTile_Click() {
 }
 
 void FrmBINTileEdit::cmdChangeSet_Click() {
-    const Recording made(state_.Changes, {Paper::Catalogue},
-                         "Change the type of set " + ShownSelectedSet());
-    ChangeSetType(
-        state_.Catalogue, SelectedSet,
-        static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex())));
+    {
+        const Recording made(state_.Changes, {Paper::Catalogue},
+                             "Change the type of set " + ShownSelectedSet());
+        ChangeSetType(
+            state_.Catalogue, SelectedSet,
+            static_cast<uint8_t>(TerrainFromIndex(ui_->ComboSetType->currentIndex())));
+    }
     NeedSave();
     Done({});
 }
@@ -204,7 +224,24 @@ void FrmBINTileEdit::cmdSaveBoth_Click() {
         Tell("Texture.bin and level 2 are saved.");
 }
 
-void FrmBINTileEdit::cmdOptions_Click() { ShowBinOptions(state_.Configuration, this); }
+void FrmBINTileEdit::cmdCorrectL2_Click() {
+    {
+        const Recording made(state_.Changes, {Paper::Level2},
+                             "Tile numbers of level 2 corrected");
+        for (const TileRenumbering& numbers : state_.Numbers.Missing()) {
+            RenumberLevelTwo(state_.Terrain, numbers, {}, *this);
+            verbs_.PostsRenumbered(numbers);
+        }
+    }
+    state_.Numbers.CaughtUp();
+    verbs_.L2NeedSave();
+    CountUses(state_.Terrain, state_.Catalogue.Lookup);
+    Done({});
+}
+
+void FrmBINTileEdit::cmdOptions_Click() {
+    ShowBinOptions(state_.Configuration, platform_.Dialogs, this);
+}
 
 void FrmBINTileEdit::cmdOpenTerrain_Click() {
     const TextureBin& bin = state_.Catalogue.Bin;
@@ -256,7 +293,7 @@ void FrmBINTileEdit::PrepareForm(bool enable) {
     stop_ = false;
     for (QWidget* part : std::initializer_list<QWidget*>{
              ui_->FraTileDetails, ui_->FraTiles, ui_->FraTileSets, ui_->FraTilePalette,
-             ui_->FraActions, ui_->FraMoveSet, ui_->cmdSaveBoth})
+             ui_->FraActions, ui_->FraMoveSet, ui_->cmdSaveBoth, ui_->cmdCorrectL2})
         part->setEnabled(enable);
     if (!enable)
         setFocus(); // for Esc
@@ -265,9 +302,11 @@ void FrmBINTileEdit::PrepareForm(bool enable) {
 }
 
 void FrmBINTileEdit::NeedSave() {
-    if (!needSave_)
+    if (!windowTitle().startsWith('*')) {
         setWindowTitle("*" + windowTitle());
-    needSave_ = true;
+        Tell({}); // what it says of a save is true no more
+    }
+    state_.Flags.BIN = true;
     ui_->cmdSaveBIN->setEnabled(true);
 }
 
@@ -275,17 +314,15 @@ void FrmBINTileEdit::BinSaved() {
     state_.Changes.Saved(Paper::Catalogue);
     ShowSaved();
     Tell("Texture.bin is saved.");
-    ShowApart();
+    ShowNumbers();
 }
 
 void FrmBINTileEdit::ShowSaved() {
     ui_->cmdSaveBIN->setEnabled(false);
-    needSave_ = false;
+    state_.Flags.BIN = false;
     if (windowTitle().startsWith('*'))
         setWindowTitle(windowTitle().mid(1));
 }
-
-void FrmBINTileEdit::L2Saved() { ShowApart(); }
 
 void FrmBINTileEdit::CatalogueWalked(const std::string& words) {
     if (state_.Changes.Unsaved(Paper::Catalogue))
@@ -298,30 +335,37 @@ void FrmBINTileEdit::CatalogueWalked(const std::string& words) {
 
 void FrmBINTileEdit::LevelTwoRenumbered(const TileRenumbering& numbers, bool changed) {
     verbs_.TilesRenumbered(numbers);
-    if (!changed)
-        return;
-    passUnsaved_ = true;
-    verbs_.L2NeedSave();
-}
-
-bool FrmBINTileEdit::Apart() const {
-    return passUnsaved_ && (needSave_ || verbs_.L2Unsaved());
+    state_.Numbers.Passed(numbers, changed);
+    if (changed)
+        verbs_.L2NeedSave();
 }
 
 void FrmBINTileEdit::Tell(const QString& text) { ui_->lblStatus->setText(text); }
 
 // Files that do not fit one another are the user's loss when the program ends here.
-void FrmBINTileEdit::ShowApart() {
-    passUnsaved_ = Apart();
-    ui_->cmdSaveBoth->setVisible(passUnsaved_);
-    if (!passUnsaved_)
-        return;
-    Tell(needSave_ && verbs_.L2Unsaved()
-             ? "Tile numbers of level 2 have changed: save both files."
-         : needSave_ ? "Level 2 is saved with the new tile numbers; Texture.bin is still "
-                       "unsaved."
-                     : "Texture.bin is saved; level 2 with the new tile numbers is still "
-                       "unsaved.");
+void FrmBINTileEdit::ShowNumbers() {
+    const NumberPasses& numbers = state_.Numbers;
+    const bool fits = numbers.Fits();
+    const bool bin = numbers.Unsaved(Paper::Catalogue);
+    const bool level2 = numbers.Unsaved(Paper::Level2);
+    ui_->cmdSaveBoth->setVisible(fits && (bin || level2));
+    ui_->cmdCorrectL2->setVisible(!numbers.Missing().empty());
+    const QString before = numbersText_;
+    numbersText_ =
+        !numbers.Missing().empty()
+            ? "Level 2 was read anew and has its old tile numbers. Correct it before you "
+              "save."
+        : !fits ? "Level 2 and the catalogue have different tile numbers. Ctrl+Z and "
+                  "Ctrl+Y lead to where they fit."
+        : bin && level2 ? "Tile numbers of level 2 have changed: save both files."
+        : bin
+            ? "Level 2 is saved with the new tile numbers; Texture.bin is still unsaved."
+        : level2
+            ? "Texture.bin is saved; level 2 with the new tile numbers is still unsaved."
+            : "";
+    // What else the line says stays, where there is nothing to be said.
+    if (!numbersText_.isEmpty() || ui_->lblStatus->text() == before)
+        Tell(numbersText_);
 }
 
 bool FrmBINTileEdit::StopWanted() {

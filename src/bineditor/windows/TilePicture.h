@@ -38,8 +38,6 @@ public:
 
     // The next drag makes an area, or a path; at most one of them.
     void SetPending(bool area, bool path);
-    bool PendingArea() const { return pendingArea_; }
-    bool PendingPath() const { return pendingPath_; }
 
     QSize sizeHint() const override { return size(); }
 

@@ -1,9 +1,11 @@
 #include "builder/windows/FrmVXRebiuldTheater.h"
 
 #include "builder/FartilePicture.h"
+#include "builder/LoadedHeights.h"
 #include "builder/RunClock.h"
 #include "platform/Dialogs.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "program/MissingSegments.h"
 #include "texts/Cutting.h"
 #include "texts/Numbers.h"
 #include "texts/RuntimeError.h"
@@ -28,6 +30,12 @@ constexpr const char* StopQuestion =
     "theater stay as they are.";
 constexpr const char* SaveQuestion =
     "The L2 file has changes that this run would replace. Do you want to save it first?";
+constexpr const char* SaveHeightsQuestion =
+    "The L0/ELV file has changes that this run would replace. Do you want to save it "
+    "first?";
+constexpr const char* LeaveOutQuestion =
+    "The L0/ELV file has changes that this run would leave out, since it reads that file "
+    "from the disk. Do you want to save it first?";
 
 // What the desktop's frame takes at most.
 constexpr int FrameWidth = 12;
@@ -140,24 +148,30 @@ void FrmVXRebiuldTheater::FitScreen() {
 
 void FrmVXRebiuldTheater::cmdStart_Click() {
     Run([this] {
-        return RebuildTheater({state_.Terrain, state_.Catalogue, *this, log_}, Options(),
-                              fartiles_);
+        LoadedHeights heights(state_.Terrain);
+        RebuildReport report = RebuildTheater(
+            {state_.Terrain, state_.Catalogue, *this, log_}, Options(), fartiles_);
+        heights.Follow(report);
+        return report;
     });
 }
 
 void FrmVXRebiuldTheater::cmdStartElv_Click() {
-    if (!MayReplaceL2())
+    if (!MayReplaceL2() || !MayReplaceHeights() ||
+        !MaySaveOverGap(state_.Terrain, platform_.Dialogs))
         return;
     Run([this] {
         RebuildReport report;
         {
-            const Recording made(state_.Changes, {Paper::Level2},
-                                 "Level 2 read anew after a rebuild");
+            Recording made(state_.Changes, {Paper::Level2, Paper::Heights},
+                           "Level 2 read anew after a rebuild");
             report = RebuildElevations({state_.Terrain, *this, platform_.Dialogs, log_},
                                        master_, Method(), Options());
-            verbs_.L2Reloaded();
+            if (report.HeightsReadAnew)
+                made.Rename("Level 2 and heights read anew after a rebuild");
+            verbs_.ForgetSteps(report.HeightsReadAnew);
         }
-        state_.Changes.Saved(Paper::Level2);
+        verbs_.ReadAnew(report.HeightsReadAnew);
         return report;
     });
 }
@@ -181,12 +195,24 @@ void FrmVXRebiuldTheater::Run(const std::function<RebuildReport()>& work) {
 
 // The run reads level 2 from the disk, so what is not there would be gone.
 bool FrmVXRebiuldTheater::MayReplaceL2() {
-    if (!verbs_.L2Unsaved())
-        return true;
-    switch (platform_.Dialogs.MessageBox(SaveQuestion, Title, BoxIcon::Question,
+    return !MayDiffer(state_, Paper::Level2) ||
+           SavedOrGivenUp(SaveQuestion, [this] { return verbs_.SaveL2(); });
+}
+
+bool FrmVXRebiuldTheater::MayReplaceHeights() {
+    const HeightsInRun heights = HeightsIn(state_.Terrain, master_);
+    return heights == HeightsInRun::Untouched || !MayDiffer(state_, Paper::Heights) ||
+           SavedOrGivenUp(heights == HeightsInRun::Replaced ? SaveHeightsQuestion
+                                                            : LeaveOutQuestion,
+                          [this] { return verbs_.SaveHeights(); });
+}
+
+bool FrmVXRebiuldTheater::SavedOrGivenUp(const char* question,
+                                         const std::function<bool()>& save) {
+    switch (platform_.Dialogs.MessageBox(question, Title, BoxIcon::Question,
                                          BoxButtons::YesNoCancel)) {
     case BoxAnswer::Yes:
-        return verbs_.SaveL2();
+        return save();
     case BoxAnswer::No:
         return true;
     default:

@@ -55,6 +55,8 @@ private:
     // What was made is told at the end; a run that the user stopped ends without a word.
     void Run(const std::function<RebuildReport()>& work);
     bool MayReplaceL2();
+    bool MayReplaceHeights();
+    bool SavedOrGivenUp(const char* question, const std::function<bool()>& save);
     RebuildOptions Options() const;
     Downsampling Method() const;
     void ShowMaster();

@@ -171,7 +171,7 @@ void frmMAPMain::MapFileWalked() {
 }
 
 void frmMAPMain::ShowTitle() {
-    setWindowTitle(QString::fromStdString(MapEditorTitle(path_, mapDirty_)));
+    setWindowTitle(QString::fromStdString(MapEditorTitle(path_, state_.Flags.MAP)));
 }
 
 void frmMAPMain::TakeRecordBack() {
@@ -182,6 +182,24 @@ void frmMAPMain::TakeRecordBack() {
     TakeMapFields(state_.MapFileRecord, texts);
     for (int i = 0; i < PaletteSize; ++i)
         SetEntryColor(state_.MapFileRecord.Palette[i], ui_->Command1->Color(i));
+}
+
+void frmMAPMain::TakeTyped() {
+    if (!MAPDirty())
+        return;
+    try {
+        const Recording made(state_.Changes, {Paper::MapFile}, "Numbers of theater.map");
+        TakeRecordBack();
+    } catch (const MapFieldError& error) {
+        ShowWrongNumber(error.Index());
+        throw;
+    }
+}
+
+void frmMAPMain::FileSaved() {
+    path_ = state_.MAPFile;
+    MAPSaved();
+    ShowRecord();
 }
 
 bool frmMAPMain::SaveMapFile() {
@@ -201,19 +219,19 @@ bool frmMAPMain::SaveMapFile() {
 }
 
 void frmMAPMain::MAPNeedSave() {
-    mapDirty_ = true;
+    state_.Flags.MAP = true;
     ui_->cmdSaveMAP->setEnabled(true);
     ShowTitle();
 }
 
 void frmMAPMain::MAPSaved() {
     ui_->cmdSaveMAP->setEnabled(false);
-    mapDirty_ = false;
+    state_.Flags.MAP = false;
     ShowTitle();
 }
 
 bool frmMAPMain::MayDiscard() {
-    return !mapDirty_ ||
+    return !state_.Flags.MAP ||
            platform_.Dialogs.MessageBox(DiscardQuestion, "Confirm", BoxIcon::Question,
                                         BoxButtons::YesNo) == BoxAnswer::Yes;
 }

@@ -45,8 +45,13 @@ public:
     // A walk through the log of changes has led past a change of the record.
     void MapFileWalked();
 
+    // Numbers that are typed and not taken yet become those of the record, before it is
+    // saved from elsewhere; MapFieldError for one that is none, which the box shows.
+    void TakeTyped();
+    // theater.map has been saved from elsewhere.
+    void FileSaved();
     // The record differs from MAPFile.
-    bool MAPDirty() const { return mapDirty_; }
+    bool MAPDirty() const { return state_.Flags.MAP; }
 
     // Comes up with that entry chosen, flashing.
     void LocateColor(uint8_t index);
@@ -110,7 +115,6 @@ private:
     std::array<QString, MapFieldCount> shown_; // of the boxes, by the program
     QTimer* timer1_;
     std::string path_; // of the file in the title
-    bool mapDirty_ = false;
     bool controlsLoading_ = false;
     // Kept for gradients, which nothing makes yet.
     bool blackToColor_ = false;

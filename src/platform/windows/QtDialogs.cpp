@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QColorDialog>
 #include <QDir>
 #include <QFileDialog>
@@ -218,13 +219,32 @@ void Dress(QMessageBox& box, const std::string& text, const std::string& title,
 
 } // namespace
 
+void QtDialogs::OfferDetails(QMessageBox& box, const std::string& text) const {
+    if (box.icon() != QMessageBox::Critical)
+        return;
+    QPushButton* copy = box.addButton("Copy &details", QMessageBox::ActionRole);
+    copy->setToolTip("For a report: this text, version, system and what was done last");
+    // It answers nothing, so the box stays.
+    copy->disconnect();
+    QObject::connect(copy, &QPushButton::clicked, &box, [this, text, copy, &box] {
+        std::string details = box.windowTitle().toStdString() + "\n" + text + "\n";
+        if (Details)
+            details += "\n" + Details();
+        QApplication::clipboard()->setText(QString::fromStdString(details));
+        copy->setText("Details copied");
+    });
+}
+
 BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& title,
                                 BoxIcon icon, BoxButtons buttons) {
     QMessageBox box(QApplication::activeWindow());
     Dress(box, text, title, icon);
+    OfferDetails(box, text);
     switch (buttons) {
     case BoxButtons::Ok:
         box.setStandardButtons(QMessageBox::Ok);
+        box.setDefaultButton(QMessageBox::Ok);
+        box.setEscapeButton(QMessageBox::Ok);
         box.exec();
         return BoxAnswer::Ok;
     case BoxButtons::YesNo:
@@ -244,6 +264,17 @@ BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& titl
                : pressed == QMessageBox::No ? BoxAnswer::No
                                             : BoxAnswer::Cancel;
     }
+    case BoxButtons::YesNoSaveAll: {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        const QPushButton* save =
+            box.addButton("&Save all and exit", QMessageBox::ActionRole);
+        box.setDefaultButton(QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
+        const int pressed = box.exec();
+        return box.clickedButton() == save   ? BoxAnswer::SaveAll
+               : pressed == QMessageBox::Yes ? BoxAnswer::Yes
+                                             : BoxAnswer::No;
+    }
     case BoxButtons::ContinueEnd:
         break;
     }
@@ -260,7 +291,10 @@ bool QtDialogs::NoticeOfSeveral(const std::string& text, const std::string& titl
     QMessageBox box(QApplication::activeWindow());
     Dress(box, text, title, icon);
     box.setInformativeText(Breakable(detail));
+    OfferDetails(box, text + "\n" + detail);
     box.setStandardButtons(QMessageBox::Ok);
+    box.setDefaultButton(QMessageBox::Ok);
+    box.setEscapeButton(QMessageBox::Ok);
     if (others == 0) {
         box.exec();
         return false;

@@ -5,7 +5,10 @@
 
 #include <QString>
 
+#include <functional>
+
 class QFileDialog;
+class QMessageBox;
 
 namespace vardenix {
 
@@ -13,6 +16,10 @@ namespace vardenix {
 // dialog that is not told where to begin does so where the last one ended.
 class QtDialogs : public Dialogs, public SeveralNotices {
 public:
+    // What "Copy details" of an error's box puts into the clipboard behind the box's own
+    // texts: version, system, what was done last. Without it there are those alone.
+    std::function<std::string()> Details;
+
     BoxAnswer MessageBox(const std::string& text, const std::string& title, BoxIcon icon,
                          BoxButtons buttons) override;
     // With a box to tick while others are to come: "The other 347 too".
@@ -29,6 +36,7 @@ public:
     FontChoice FontAndColor(const FontChoice& current) override;
 
 private:
+    void OfferDetails(QMessageBox& box, const std::string& text) const;
     // Runs the dialog and remembers its folder; false when it was cancelled.
     bool Accepted(QFileDialog& dialog);
 

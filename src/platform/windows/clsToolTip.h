@@ -37,6 +37,8 @@ public:
     // Plain text; empty shows no tip.
     static QString ToolText(const QWidget& tool);
     void SetToolText(QWidget& tool, const QString& text);
+    // Up at once, without the rest of the cursor; `cursor` on the screen.
+    void Show(QWidget& tool, QPoint cursor);
     QString ToolTipHeader() const { return header_; }
     void SetToolTipHeader(const QString& header);
     bool ToolTipHeaderShow() const { return headerShow_; }
@@ -62,7 +64,6 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
-    void Show(QWidget& tool, QPoint cursor);
     void Hide();
     void Dress();
     void ShowText();

@@ -137,7 +137,7 @@ void FrmStartUp::Form_Load() {
     }
     Combo1_Click();
     ui_->Combo1->setFocus();
-    tryOrTell([this] { PrepareFolders(state_.Folders); });
+    tryOrTell([this] { PrepareFolders(state_); });
 }
 
 // Who misses a theater of their game in the list finds out why.

@@ -1,7 +1,9 @@
 #include "search/windows/frmVXSearchOptions.h"
 
+#include "platform/windows/PinkBox.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "search/TileSearch.h"
+#include "texts/Numbers.h"
 #include "ui_frmVXSearchOptions.h"
 
 #include <QSignalBlocker>
@@ -75,6 +77,7 @@ void frmVXSearchOptions::ShowSelectedCell() {
         Boxes()[i]->setText(
             QString::fromStdString(ui_->Cells->Pattern()[cell].*Texts[i]));
     }
+    MarkWhatIsNoNumber();
     ui_->Frame2->setTitle(cell == 0 ? tr("The Post Itself")
                                     : tr("Neighbour: %1").arg(CellNames[cell]));
 }
@@ -84,6 +87,23 @@ void frmVXSearchOptions::Text_Change() {
     for (size_t i = 0; i < Texts.size(); ++i)
         cell.*Texts[i] = LabelOfText(Boxes()[i]->text().toStdString());
     ui_->Cells->SetCell(cell);
+    MarkWhatIsNoNumber();
+}
+
+void frmVXSearchOptions::MarkWhatIsNoNumber() {
+    QString told;
+    for (size_t i = 0; i < Texts.size(); ++i) {
+        QLineEdit& box = *Boxes()[i];
+        const std::string text = box.text().toStdString();
+        const auto counted = NumberCounted(text);
+        SetPink(box, counted.has_value());
+        box.setToolTip(counted ? tr("No number: counts as %1")
+                                     .arg(QString::fromStdString(Format0(*counted)))
+                               : QString());
+        if (counted && told.isEmpty())
+            told = box.toolTip();
+    }
+    ui_->lblNoNumber->setText(told);
 }
 
 void frmVXSearchOptions::cmdClearAll_Click() {

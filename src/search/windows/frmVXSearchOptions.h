@@ -36,6 +36,7 @@ private:
     std::array<QLineEdit*, 5> Boxes() const;
     void ShowSelectedCell();
     void Text_Change();
+    void MarkWhatIsNoNumber();
     void cmdClearAll_Click();
     void cmdSearch_Click();
     void comLast_Click(int index);

@@ -98,7 +98,8 @@ void FrmVXMain::SetRestoreTip(const std::string& text) {
 }
 
 void FrmVXMain::Form_Load(const std::string& mapTitle) {
-    titles_ = DirtyTitles(mapTitle);
+    mapTitle_ = mapTitle;
+    state_.Flags.L2 = state_.Flags.L0ELV = false;
     view_.MapAlpha = InitialMapAlpha;
     ShowSettings();
     SetL0FileName({});
@@ -137,25 +138,25 @@ void FrmVXMain::Repaint() {
 }
 
 void FrmVXMain::L2NeedSave() {
-    titles_.L2NeedSave();
+    state_.Flags.L2 = true;
     ShowTitles();
     RedrawSaveButton();
 }
 
 void FrmVXMain::L0NeedSave() {
-    titles_.L0NeedSave();
+    state_.Flags.L0ELV = true;
     ShowTitles();
     RedrawSaveButton();
 }
 
 void FrmVXMain::L2Saved() {
-    titles_.L2Saved();
+    state_.Flags.L2 = false;
     ShowTitles();
     RedrawSaveButton();
 }
 
 void FrmVXMain::L0Saved() {
-    titles_.L0Saved();
+    state_.Flags.L0ELV = false;
     ShowTitles();
     RedrawSaveButton();
 }
@@ -170,12 +171,12 @@ void FrmVXMain::LockPanel(bool locked) {
 }
 
 void FrmVXMain::ShowTitles() {
-    setWindowTitle(QString::fromStdString(titles_.MainCaption()));
-    emit MapCaptionChanged(QString::fromStdString(titles_.MapCaption()));
+    setWindowTitle(QString::fromStdString(MainCaption(state_.Flags, layer_)));
+    emit MapCaptionChanged(QString::fromStdString(MapCaption(state_.Flags, mapTitle_)));
 }
 
 void FrmVXMain::ChangeControlsForL0Edit(bool on) {
-    titles_.SetLayer(on ? Layer::Heights : Layer::Posts);
+    layer_ = on ? Layer::Heights : Layer::Posts;
     ShowTitles();
     const QColor color = on ? L0ModeColor() : OffColor();
     QPalette ground = palette();
@@ -209,14 +210,14 @@ void FrmVXMain::DisableClickableItemsVX(bool enabled) {
 }
 
 bool FrmVXMain::CanSave() const {
-    return vardenix::RedrawSaveButton(shiftDown_, view_.Edited(),
-                                      titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag())
+    return vardenix::RedrawSaveButton(shiftDown_, view_.Edited(), L0NeedSaveFlag(),
+                                      L2NeedSaveFlag())
         .Enabled;
 }
 
 void FrmVXMain::RedrawSaveButton() {
     const ButtonState look = vardenix::RedrawSaveButton(
-        shiftDown_, view_.Edited(), titles_.L0NeedSaveFlag(), titles_.L2NeedSaveFlag());
+        shiftDown_, view_.Edited(), L0NeedSaveFlag(), L2NeedSaveFlag());
     ui_->CmdSaveTheater->setText(QString::fromStdString(look.Caption));
     workspace_.CommandsChanged();
 }

@@ -48,8 +48,8 @@ public:
     void L0NeedSave();
     void L2Saved() override;
     void L0Saved() override;
-    bool L2NeedSaveFlag() const { return titles_.L2NeedSaveFlag(); }
-    bool L0NeedSaveFlag() const override { return titles_.L0NeedSaveFlag(); }
+    bool L2NeedSaveFlag() const { return state_.Flags.L2; }
+    bool L0NeedSaveFlag() const override { return state_.Flags.L0ELV; }
     // A locked panel cannot be closed either.
     void LockPanel(bool locked) override;
     // Titles, ground, save button and restore points for the mode; MapView::L0Mode is
@@ -142,7 +142,8 @@ private:
     MapView& view_;
     WorkspaceCommands& workspace_;
     std::unique_ptr<Ui::FrmVXMain> ui_;
-    DirtyTitles titles_{""};
+    std::string mapTitle_;
+    Layer layer_ = Layer::Posts; // that the titles tell
     std::string l0FileName_;
     bool shiftDown_ = false;
     int firstHeight_ = 0; // until the window is first shown

@@ -1,10 +1,8 @@
-// What an update keeps of the old files, and when it counts.
-#include "files/KeptFiles.h"
-
 #include "loader/InterruptedUpdate.h"
+
+#include "files/KeptFiles.h"
+#include "support/FolderFiles.h"
 #include "support/PlainUser.h"
-#include "texts/RuntimeError.h"
-#include "updater/UpdateWorld.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +18,7 @@ using tests::Slurp;
 
 constexpr uid_t Somebody = 65534;
 
-class KeptFilesTest : public testing::Test {
+class InterruptedUpdateTest : public testing::Test {
 protected:
     void SetUp() override { Begin(); }
     void Begin() {
@@ -83,7 +81,7 @@ protected:
         {"new", "new bytes"}, {"old", "new bytes"}, {"other", "other bytes"}};
 };
 
-TEST_F(KeptFilesTest, WhatWasInterruptedIsPutBackAndWrittenDown) {
+TEST_F(InterruptedUpdateTest, WhatWasInterruptedIsPutBackAndWrittenDown) {
     Interrupt();
     EXPECT_EQ(Found(), half_);
     const PutBack outcome = PutBackInterrupted(Program());
@@ -106,7 +104,7 @@ TEST(PutBackNotice, IsTakenOnce) {
     EXPECT_EQ(TakeNotice(), "");
 }
 
-TEST_F(KeptFilesTest, AListThatIsDamagedIsSetAsideAndHoldsNoLaterUpdateUp) {
+TEST_F(InterruptedUpdateTest, AListThatIsDamagedIsSetAsideAndHoldsNoLaterUpdateUp) {
     folder_.Write("mine", "precious");
     for (const auto& [list, why] :
          {std::pair{"", "kept.lst is cut"},
@@ -128,7 +126,7 @@ TEST_F(KeptFilesTest, AListThatIsDamagedIsSetAsideAndHoldsNoLaterUpdateUp) {
     EXPECT_EQ(Slurp(folder_.File("mine")), "precious");
 }
 
-TEST_F(KeptFilesTest, AListThatIsNoListIsSetAside) {
+TEST_F(InterruptedUpdateTest, AListThatIsNoListIsSetAside) {
     Interrupt();
     fs::remove(Aside("kept.lst"));
     fs::create_symlink(folder_.Write("list", "-old\n"), Aside("kept.lst"));
@@ -142,7 +140,7 @@ TEST_F(KeptFilesTest, AListThatIsNoListIsSetAside) {
     ExpectSetAside("line 1 of kept.lst names what is no file");
 }
 
-TEST_F(KeptFilesTest, WhatIsSetAsideStaysBesideWhatWasSetAsideBefore) {
+TEST_F(InterruptedUpdateTest, WhatIsSetAsideStaysBesideWhatWasSetAsideBefore) {
     for (const char* name : {"UpdateKept.aside", "UpdateKept.aside2"}) {
         Interrupt();
         Write("+old");
@@ -151,7 +149,7 @@ TEST_F(KeptFilesTest, WhatIsSetAsideStaysBesideWhatWasSetAsideBefore) {
     }
 }
 
-TEST_F(KeptFilesTest, FilesOfAnotherUserAreNeitherTakenNorTouched) {
+TEST_F(InterruptedUpdateTest, FilesOfAnotherUserAreNeitherTakenNorTouched) {
     if (::geteuid() != 0)
         return; // only the superuser can give files away
     for (const auto& [file, why] :
@@ -167,7 +165,7 @@ TEST_F(KeptFilesTest, FilesOfAnotherUserAreNeitherTakenNorTouched) {
     }
 }
 
-TEST_F(KeptFilesTest, FilesOfWhomTheFolderBelongsToAreTaken) {
+TEST_F(InterruptedUpdateTest, FilesOfWhomTheFolderBelongsToAreTaken) {
     if (::geteuid() != 0)
         return; // only the superuser can give files away
     Interrupt();
@@ -178,7 +176,7 @@ TEST_F(KeptFilesTest, FilesOfWhomTheFolderBelongsToAreTaken) {
     EXPECT_EQ(Found(), old_);
 }
 
-TEST_F(KeptFilesTest, AnUpdateThatAnotherUserHasAtWorkIsLeftAlone) {
+TEST_F(InterruptedUpdateTest, AnUpdateThatAnotherUserHasAtWorkIsLeftAlone) {
     if (::geteuid() != 0)
         return; // only the superuser can give files away
     Interrupt();
@@ -195,22 +193,6 @@ TEST_F(KeptFilesTest, AnUpdateThatAnotherUserHasAtWorkIsLeftAlone) {
     }
     EXPECT_EQ(Found(), half_);
     EXPECT_TRUE(fs::exists(Aside("kept.lst")));
-}
-
-TEST_F(KeptFilesTest, AFileOfAnotherUserIsNoneToKeep) {
-    if (::geteuid() != 0)
-        return; // only the superuser can give files away
-    Give(folder_.File("program/other"));
-    KeptFiles kept(Program());
-    try {
-        kept.Keep({"old", "other"});
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.NumberValue(), 70);
-        EXPECT_TRUE(error.Detail().ends_with("/other belongs to another user"))
-            << error.Detail();
-    }
-    EXPECT_FALSE(fs::exists(folder_.File("program/UpdateKept")));
 }
 
 } // namespace

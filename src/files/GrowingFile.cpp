@@ -1,0 +1,177 @@
+#include "files/GrowingFile.h"
+
+#include "files/FileNames.h"
+#include "files/StagedFile.h"
+#include "texts/RuntimeError.h"
+
+#include <array>
+#include <cerrno>
+#include <condition_variable>
+#include <cstring>
+#include <deque>
+#include <mutex>
+#include <span>
+#include <sys/stat.h>
+#include <sys/types.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+
+namespace vardenix {
+
+namespace {
+
+using RecordHead = std::array<uint32_t, 2>; // bytes, and their CRC-32
+static_assert(sizeof(RecordHead) == GrowingFile::HeadBytes);
+
+RecordHead HeadOf(std::span<const std::byte> record) {
+    return {static_cast<uint32_t>(record.size()), ChecksumOf(record)};
+}
+
+bool WriteAll(int handle, std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(handle, bytes.data(), bytes.size());
+        if (written < 0 && errno != EINTR)
+            return false;
+        if (written > 0)
+            bytes = bytes.subspan(static_cast<size_t>(written));
+    }
+    return true;
+}
+
+bool ReadAll(int handle, uint64_t offset, std::span<std::byte> into) {
+    while (!into.empty()) {
+        const ssize_t read =
+            ::pread(handle, into.data(), into.size(), static_cast<off_t>(offset));
+        if (read == 0 || (read < 0 && errno != EINTR))
+            return false;
+        if (read > 0) {
+            into = into.subspan(static_cast<size_t>(read));
+            offset += static_cast<uint64_t>(read);
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+struct GrowingFile::Shared {
+    explicit Shared(HeldFile file) : File(std::move(file)) {}
+
+    void Work() {
+        std::unique_lock lock(Mutex);
+        bool flushed = true;
+        auto flushAt = std::chrono::steady_clock::time_point::max();
+        while (true) {
+            const auto wanted = [this] { return !Waiting.empty() || Ends; };
+            if (flushed)
+                Changed.wait(lock, wanted);
+            else
+                Changed.wait_until(lock, flushAt, wanted);
+            if (!Waiting.empty() && Refusal == 0) {
+                WriteNext(lock);
+                if (flushed)
+                    flushAt = std::chrono::steady_clock::now() + FlushWithin;
+                flushed = false;
+                Changed.notify_all();
+            }
+            if (Refusal != 0)
+                Waiting.clear();
+            const bool ends = Ends && Waiting.empty();
+            if (!flushed && (ends || std::chrono::steady_clock::now() >= flushAt)) {
+                lock.unlock();
+                ::fdatasync(File.Handle());
+                lock.lock();
+                flushed = true;
+            }
+            if (ends)
+                return;
+        }
+    }
+
+    // Nobody waits while the disk is at work.
+    void WriteNext(std::unique_lock<std::mutex>& lock) {
+        const std::vector<std::byte> record = std::move(Waiting.front());
+        lock.unlock();
+        const RecordHead head = HeadOf(record);
+        const bool done = WriteAll(File.Handle(), std::as_bytes(std::span(head))) &&
+                          WriteAll(File.Handle(), record);
+        const int refusal = done ? 0 : errno;
+        lock.lock();
+        Refusal = refusal;
+        Waiting.pop_front();
+    }
+
+    HeldFile File;
+    std::mutex Mutex;
+    std::condition_variable Changed;
+    std::deque<std::vector<std::byte>> Waiting; // the first may be under way
+    int Refusal = 0;
+    bool Ends = false;
+    std::thread Thread;
+};
+
+GrowingFile::GrowingFile(HeldFile file)
+    : shared_(std::make_unique<Shared>(std::move(file))) {
+    const off_t end = ::lseek(shared_->File.Handle(), 0, SEEK_END);
+    if (end < 0)
+        ThrowSystemError(errno, "writing", TextOfPath(shared_->File.Path()));
+    size_ = static_cast<uint64_t>(end);
+    try {
+        shared_->Thread = std::thread([shared = shared_.get()] { shared->Work(); });
+    } catch (const std::system_error&) {
+        throw RuntimeError(ErrorNumber::OutOfMemory, "no thread could be had");
+    }
+}
+
+GrowingFile::~GrowingFile() {
+    {
+        const std::lock_guard lock(shared_->Mutex);
+        shared_->Ends = true;
+    }
+    shared_->Changed.notify_all();
+    shared_->Thread.join();
+}
+
+void GrowingFile::Append(std::vector<std::byte> record) {
+    const uint64_t bytes = HeadBytes + record.size();
+    {
+        const std::lock_guard lock(shared_->Mutex);
+        shared_->Waiting.push_back(std::move(record));
+    }
+    size_ += bytes;
+    shared_->Changed.notify_all();
+}
+
+void GrowingFile::Drain() {
+    std::unique_lock lock(shared_->Mutex);
+    shared_->Changed.wait(
+        lock, [this] { return shared_->Waiting.empty() || shared_->Refusal != 0; });
+}
+
+std::string GrowingFile::Failure() const {
+    const std::lock_guard lock(shared_->Mutex);
+    return shared_->Refusal == 0 ? std::string()
+                                 : "writing " + TextOfPath(shared_->File.Path()) + ": " +
+                                       std::strerror(shared_->Refusal);
+}
+
+FileBytes GrowingFile::RecordAt(uint64_t offset) {
+    Drain();
+    const int handle = shared_->File.Handle();
+    RecordHead head{};
+    if (ReadAll(handle, offset, std::as_writable_bytes(std::span(head))) &&
+        head[0] <= size_ - offset) {
+        FileBytes record(head[0]);
+        if (ReadAll(handle, offset + HeadBytes, {record.data(), record.size()}) &&
+            ChecksumOf(record.Span()) == head[1])
+            return record;
+    }
+    throw RuntimeError(ErrorNumber::InputPastEnd,
+                       TextOfPath(shared_->File.Path()) + ", offset " +
+                           std::to_string(offset) + ": no record");
+}
+
+void GrowingFile::Delete() { shared_->File.Delete(); }
+
+} // namespace vardenix
