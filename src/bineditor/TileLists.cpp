@@ -16,13 +16,17 @@ std::string CleanName(const TileRecord& tile) {
     return std::string(TrimBlanks(tile.TileName));
 }
 
-// Of a tile without a picture. A name that fills its field had no room for its extension.
+// A name that fills its field had no room for its extension, so its last letters were
+// taken for one: the picture that just came in is not found when the catalogue is next
+// read.
 std::string WhyNoPicture(const TileInfo& info) {
     const bool cut =
         info.Name.size() >= TileNameLength && !UpperCase(info.Name).ends_with(".PCX");
-    return "No picture: " + info.DayFile + " is not there" +
-           (cut ? "; the name was cut to " + std::to_string(TileNameLength) + " letters"
-                : "");
+    const std::string because =
+        cut ? "the name was cut to " + std::to_string(TileNameLength) + " letters" : "";
+    if (info.HasImage != 0)
+        return cut ? "No picture the next time: " + because : "";
+    return "No picture: " + info.DayFile + " is not there" + (cut ? "; " + because : "");
 }
 
 } // namespace
@@ -79,8 +83,7 @@ SlotDetails DetailsOf(const Catalogue& catalogue, const TilePlace& place) {
     details.TileName = CleanName(tile);
     details.AreasPaths = AreasPathsText(tile);
     details.TileNumber = "Tile Number: " + std::to_string(number);
-    if (const TileInfo& info = InfoAt(catalogue, number); info.HasImage == 0)
-        details.NoPicture = WhyNoPicture(info);
+    details.NoPicture = WhyNoPicture(InfoAt(catalogue, number));
     return details;
 }
 

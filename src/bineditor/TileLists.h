@@ -34,7 +34,7 @@ struct SlotDetails {
     std::string TileName;   // all empty for a slot without a tile
     std::string AreasPaths; // "2 Areas and 1 Paths"
     std::string TileNumber; // "Tile Number: 17"
-    std::string NoPicture;  // why the tile has none; empty where it has one
+    std::string NoPicture;  // why the tile has none, now or the next time; else empty
     bool UsedInL2 = false;  // Highlightrect is green, else red
 };
 SlotDetails DetailsOf(const Catalogue& catalogue, const TilePlace& place);

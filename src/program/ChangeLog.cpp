@@ -32,7 +32,10 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
     const bool back = walk == Walk::Back;
     TextureBin bin;
     TileLookup lookup;
-    if (change.Touches(Paper::Catalogue)) {
+    // An intake of pictures for a tile of the same name leaves the catalogue's bytes
+    // alone.
+    const bool catalogue = change.Touches(Paper::Catalogue) || change.Pictures;
+    if (catalogue) {
         const std::vector<std::byte> now = BytesOf(papers.Catalogue.Bin);
         bin = ParseBinFile(back ? WithOld(now, change.Catalogue)
                                 : WithNew(now, change.Catalogue),
@@ -62,7 +65,7 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
         std::memcpy(&papers.MapFileRecord, map.data(), map.size());
     if (change.Features)
         papers.Features = back ? *change.Features->Old : *change.Features->New;
-    if (change.Touches(Paper::Catalogue)) {
+    if (catalogue) {
         papers.Catalogue.Bin = std::move(bin);
         papers.Catalogue.Lookup = std::move(lookup);
         CountTileUse(papers.Terrain, papers.Catalogue.Lookup);

@@ -1,5 +1,6 @@
 // The window with the changes of the log, and other heights as one of them.
 #include "app/OpenedWorkspace.h"
+#include "workspace/windows/FrmVXMap.h"
 
 #include <QDockWidget>
 #include <QTreeView>
@@ -85,8 +86,7 @@ TEST_F(HistoryTest, IsADockInTheOneWindow) {
     Open();
     Choose("mnuWinHistory");
     workspace_->SetOneWindow(true);
-    auto* dock = qobject_cast<QDockWidget*>(
-        Window("FrmVXMap").window()->findChild<QWidget*>("dockFrmVXHistory"));
+    auto* dock = workspace_->Map().window()->findChild<QDockWidget*>("dockFrmVXHistory");
     ASSERT_NE(dock, nullptr);
     EXPECT_TRUE(dock->isVisible());
     dock->close();

@@ -59,8 +59,8 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
               (std::vector<std::string>{"Fi&le", "&Edit", "&View", "T&ools", "Hel&p"}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuFile")),
               (std::vector<std::string>{
-                  "Save|Ctrl+S", "Save as...", "-", "Load heights...|Ctrl+L", "-",
-                  "Open another theater...", "Recent", "-", "Exit"}));
+                  "Save|Ctrl+S", "Save as...", "Save all", "-", "Load heights...|Ctrl+L",
+                  "-", "Open another theater...", "Recent", "-", "Exit"}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuEdit")),
               (std::vector<std::string>{"Undo", "Redo", "-", "Brush|B", "Rectangle|R",
                                         "Fill|F", "Pick a tile|I"}));
@@ -69,7 +69,7 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
                   "Areas and paths|Ctrl+1", "Grid|Ctrl+2", "Export area|Ctrl+3",
                   "Heights|Ctrl+4", "Segments|Ctrl+5", "Night colors|Ctrl+6",
                   "MAP color|Ctrl+7", "-", "Main window|F5", "Theater preview|F6",
-                  "Search results|F7", "Tile palette|F8", "Features|F9", "-",
+                  "Search results|F7", "Tile palette|F8", "Features|F9", "History", "-",
                   "One window", "Bring all to front"}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuTools")),
               (std::vector<std::string>{

@@ -108,6 +108,7 @@ TEST_F(BinCommandsTest, TakingBackAnIntakeBringsTheReplacedPicturesBack) {
     ASSERT_NE(after, before);
     log.Back();
     EXPECT_EQ(pictures(), before);
+    EXPECT_EQ(catalogue_.Lookup[0].UseCount, 64); // counted anew
     log.Again();
     EXPECT_EQ(pictures(), after);
     log.Back();

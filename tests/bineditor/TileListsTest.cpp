@@ -64,7 +64,9 @@ TEST(TileLists, DetailsSayWhyATileHasNoPicture) {
     catalogue.Lookup[0].DayFile = "HAVERYLONGTILENA.dds";
     EXPECT_EQ(why(), "No picture: HAVERYLONGTILENA.dds is not there; the name was cut to "
                      "20 letters");
-    catalogue.Lookup[0].HasImage = 1;
+    catalogue.Lookup[0].HasImage = 1; // it has just come in
+    EXPECT_EQ(why(), "No picture the next time: the name was cut to 20 letters");
+    catalogue.Lookup[0].Name = "HAVERYLONGTILE12.PCX";
     EXPECT_EQ(why(), "");
     EXPECT_EQ(DetailsOf(catalogue, {1, 2}).NoPicture, "");
 }

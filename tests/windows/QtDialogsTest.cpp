@@ -103,6 +103,10 @@ TEST(QtDialogsBox, ShowsItsTextsAndGivesTheButtonPressed) {
     EXPECT_EQ(ask(BoxButtons::YesUnlessNo, "No"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesUnlessNo, "Enter"), BoxAnswer::Yes);
     EXPECT_EQ(ask(BoxButtons::YesUnlessNo, "Esc"), BoxAnswer::Yes);
+    EXPECT_EQ(ask(BoxButtons::YesNoSaveAll, "Yes"), BoxAnswer::Yes);
+    EXPECT_EQ(ask(BoxButtons::YesNoSaveAll, "Save all and exit"), BoxAnswer::SaveAll);
+    EXPECT_EQ(ask(BoxButtons::YesNoSaveAll, "Enter"), BoxAnswer::No);
+    EXPECT_EQ(ask(BoxButtons::YesNoSaveAll, "Esc"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesNoCancel, "No"), BoxAnswer::No);
     EXPECT_EQ(ask(BoxButtons::YesNoCancel, "Esc"), BoxAnswer::Cancel);
     EXPECT_EQ(ask(BoxButtons::ContinueEnd, "End"), BoxAnswer::End);

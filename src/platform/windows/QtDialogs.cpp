@@ -268,6 +268,9 @@ BoxAnswer QtDialogs::MessageBox(const std::string& text, const std::string& titl
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
         const QPushButton* save =
             box.addButton("&Save all and exit", QMessageBox::ActionRole);
+        // The usual green tick would make losing look right.
+        for (const auto button : {QMessageBox::Yes, QMessageBox::No})
+            box.button(button)->setIcon({});
         box.setDefaultButton(QMessageBox::No);
         box.setEscapeButton(QMessageBox::No);
         const int pressed = box.exec();
