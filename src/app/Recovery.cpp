@@ -55,6 +55,7 @@ void Recovery::ShowUnsaved(const std::string& words) {
         workspace_.L2NeedSave();
     if (state.Changes.Unsaved(Paper::Heights))
         workspace_.L0NeedSave();
+    workspace_.CommandsChanged(); // it can be saved now
     workspace_.RefreshPicArray();
     workspace_.Tell(words);
 }

@@ -7,6 +7,7 @@
 #include "texts/RuntimeError.h"
 #include "workspace/PanelRules.h"
 #include "workspace/windows/FrmVXMain.h"
+#include "workspace/windows/FrmVXMap.h"
 
 #include <QApplication>
 
@@ -228,8 +229,26 @@ constexpr auto ViewRows = std::to_array<Command>({
          [](Subsystems& all) {
              all.Workspace.SetOneWindow(!all.Workspace.IsOneWindow());
          }},
+    {.Id = "mnuZoomIn",
+     .Text = "&Zoom in",
+     .Keys = "Ctrl++ Ctrl+=",
+     .Tip = "Round the pointer, as Ctrl and the wheel",
+     .Menu = "mnuView",
+     .Line = true,
+     .Do = [](Subsystems& all) { all.Workspace.Map().ZoomBy(1); }},
+    {.Id = "mnuZoomOut",
+     .Text = "Zoom o&ut",
+     .Keys = "Ctrl+-",
+     .Tip = "Beyond 20 posts a cell each post is its tile's mean color",
+     .Menu = "mnuView",
+     .Do = [](Subsystems& all) { all.Workspace.Map().ZoomBy(-1); }},
+    {.Id = "mnuZoomWhole",
+     .Text = "&Whole map",
+     .Keys = "Ctrl+Home",
+     .Menu = "mnuView",
+     .Do = [](Subsystems& all) { all.Workspace.Map().ShowWhole(); }},
     {.Id = "mnuControlPanel",
-     .Text = "Control pa&nel",
+     .Text = "Contro&l panel",
      .Keys = "F4",
      .Tip = "The panel beside the map; without it the map has its room, too",
      .Menu = "mnuView",
@@ -254,7 +273,6 @@ constexpr auto ViewRows = std::to_array<Command>({
      .Do = [](Subsystems& all) { all.Workspace.Panel().StepZoom(-1); }},
     {.Id = "cmdZoomin",
      .Name = "Fewer grid cells",
-     .Keys = "Ctrl++ Ctrl+=",
      .Tip = "One grid cell fewer a side; larger tiles where the map fills its room",
      .Button = "cmdZoomin",
      .Do =
@@ -264,7 +282,6 @@ constexpr auto ViewRows = std::to_array<Command>({
          }},
     {.Id = "cmdZoomOut",
      .Name = "More grid cells",
-     .Keys = "Ctrl+-",
      .Tip = "One grid cell more a side; smaller tiles where the map fills its room",
      .Button = "cmdZoomOut",
      .Do =

@@ -22,7 +22,7 @@ struct ControlRange {
 
 constexpr ControlRange BrightnessRange{-100, 100, 20};
 constexpr ControlRange TransRange{0, 255, 32};
-constexpr ControlRange ZoomRange{1, 20, 5};
+constexpr ControlRange ZoomRange{1, MapView::MostZoomPosts, 5};
 constexpr ControlRange GridCellsRange{2, 10, 1};
 // The list of ComTileWidth.
 constexpr std::array<int32_t, 6> TileWidths{16, 32, 64, 128, 256, 512};

@@ -27,9 +27,13 @@ void DrawFeatures(Repaint& repaint, FeatureLayer& features) {
         features.FeatureDraw(repaint.Surface, repaint.View, kind, features.Shown(kind));
 }
 
-bool Paint(Repaint& repaint, const MapLayers& layers) {
-    const ImageSession session;
-    Begin(repaint);
+bool PaintPosts(Repaint& repaint) {
+    if (repaint.View.IsOverview()) {
+        PaintOverview(repaint);
+        if (repaint.View.Brightness != 0)
+            repaint.Surface.AdjustBrightness(repaint.View.Brightness);
+        return true;
+    }
     const bool bare = repaint.View.ShowRelief && repaint.View.ReliefAlone;
     if (bare)
         PaintBareGround(repaint);
@@ -44,7 +48,13 @@ bool Paint(Repaint& repaint, const MapLayers& layers) {
         DrawContours(repaint);
     if (repaint.View.ShowAreasPaths)
         PaintAreasAndPaths(repaint);
-    if (!PaintOverlays(repaint))
+    return PaintOverlays(repaint);
+}
+
+bool Paint(Repaint& repaint, const MapLayers& layers) {
+    const ImageSession session;
+    Begin(repaint);
+    if (!PaintPosts(repaint))
         return false;
     if (repaint.View.ShowSegments)
         DrawSegments(repaint);
@@ -83,6 +93,8 @@ void MapRenderer::RepaintPatch(const MapView& view, DrawingSurface& small,
     PatchSurface surface(small, patch.Clip.Left, patch.Clip.Top);
     Repaint repaint{view,    sources_, tools,
                     surface, noScreen, ViewGrid(view, sources_.Terrain, patch.Cells)};
+    repaint.Left = patch.Clip.Left;
+    repaint.Top = patch.Clip.Top;
     Paint(repaint, layers);
 }
 

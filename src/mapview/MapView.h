@@ -12,7 +12,8 @@ struct MapView {
     int32_t MapLeftX = 0; // post column at the left edge, the horizontal scroll value
     // Post row at the bottom edge, minus the vertical scroll value.
     int32_t MapBottomY = 0;
-    int16_t ZoomPosts = 1;    // posts along a side of a grid cell, 1 to 20
+    // Posts along a side of a grid cell: 1 to 20, or more for an overview.
+    int16_t ZoomPosts = 1;
     int16_t GridCells = 5;    // grid cells along a side of the view, 2 to 10
     int32_t TilePixels = 128; // pixels along a side of a grid cell: 16 to 512
 
@@ -60,6 +61,10 @@ struct MapView {
     double CellSize() const { return static_cast<double>(TilePixels) / ZoomPosts; }
     // Pixels along a side of the square of GridCells.
     int32_t SquareSide() const { return GridCells * TilePixels; }
+
+    static constexpr int16_t MostZoomPosts = 20; // of pictures, and of what is stored
+    // Posts are seen by the colours of their tiles only.
+    bool IsOverview() const { return ZoomPosts > MostZoomPosts; }
 
     bool FillsRoom() const { return RoomWidth > 0 && RoomHeight > 0; }
     // Of the whole picture.

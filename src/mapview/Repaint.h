@@ -18,6 +18,8 @@ struct Repaint {
     ViewGrid Grid;
     int32_t LastPercent = 0;    // on the bar
     int32_t HeightsLeftOut = 0; // that are wider than their cell
+    int32_t Left = 0;           // of the surface's pixels on the picture
+    int32_t Top = 0;
 
     // Called after cell `i` of a pass that fills half of the bar from `base` on. False
     // when the repaint shall end.
@@ -51,6 +53,8 @@ bool PaintCell(Repaint& repaint, TilePictureId id, const PixelRect& cell);
 
 // The passes. Those that can be ended answer false when they were.
 bool PaintTiles(Repaint& repaint);
+// In place of tiles, areas and paths, heights and grid.
+void PaintOverview(Repaint& repaint);
 // In the place of tiles, for a relief alone.
 void PaintBareGround(Repaint& repaint);
 void PaintRelief(Repaint& repaint);

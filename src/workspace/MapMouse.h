@@ -34,7 +34,8 @@ public:
     virtual void ImportTiles() = 0;
     // The tile of a post has been chosen on the map: the palette shows it.
     virtual void PickTile(int32_t tileNumber) = 0;
-    // ZoomPosts, 1 to 20, with the panel's slider; the map lays itself out and paints.
+    // ZoomPosts, also those of an overview, with the panel's slider; the map lays itself
+    // out and paints.
     virtual void SetZoom(int16_t zoomPosts) = 0;
     // Feature files that were dropped on the map.
     virtual void LoadFeatures(const std::vector<std::string>& paths) = 0;

@@ -3,7 +3,9 @@
 #include "texts/Numbers.h"
 #include "workspace/MapInteraction.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace vardenix {
 
@@ -27,10 +29,25 @@ PostPlace ZoomedAtMiddle(const MapView& view, int16_t zoomPosts, int32_t mapWidt
                          mapWidth);
 }
 
-int16_t ZoomAfterWheel(int16_t zoomPosts, int32_t backward) {
-    const int64_t wanted = int64_t{zoomPosts} + backward;
+int16_t ZoomAfterWheel(int16_t zoomPosts, int32_t backward, int32_t most) {
+    int32_t zoom = zoomPosts;
+    const int32_t last = std::max(ZoomRange.Max, most);
+    for (; backward > 0 && zoom < last; --backward)
+        zoom += zoom < ZoomRange.Max ? 1 : zoom / 4;
+    for (; backward < 0 && zoom > ZoomRange.Min; ++backward)
+        zoom = zoom > ZoomRange.Max ? std::max(ZoomRange.Max, zoom * 4 / 5) : zoom - 1;
+    return static_cast<int16_t>(std::min(zoom, last));
+}
+
+int16_t ZoomOfWhole(const MapView& view, int32_t mapWidth) {
+    const int32_t side = std::max(std::min(view.PictureWidth(), view.PictureHeight()), 1);
+    const int64_t posts = (int64_t{mapWidth} * view.TilePixels + side - 1) / side;
     return static_cast<int16_t>(
-        std::clamp<int64_t>(wanted, ZoomRange.Min, ZoomRange.Max));
+        std::clamp<int64_t>(posts, 1, std::numeric_limits<int16_t>::max()));
+}
+
+int16_t MostZoomPosts(const MapView& view, int32_t mapWidth) {
+    return std::max(MapView::MostZoomPosts, ZoomOfWhole(view, mapWidth));
 }
 
 PostPlace Dragged(const MapView& view, double right, double down, int32_t mapWidth) {

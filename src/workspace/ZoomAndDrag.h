@@ -17,8 +17,13 @@ PostPlace ZoomedAt(const MapView& view, int16_t zoomPosts, double x, double y,
 PostPlace ZoomedAtMiddle(const MapView& view, int16_t zoomPosts, int32_t mapWidth);
 
 // ZoomPosts after notches of the wheel, `backward` negative for forward ones, which lead
-// nearer; at most to the ends of ZoomScroll.
-int16_t ZoomAfterWheel(int16_t zoomPosts, int32_t backward);
+// nearer: one post each, and beyond the end of ZoomScroll a quarter more; from 1 to
+// `most`.
+int16_t ZoomAfterWheel(int16_t zoomPosts, int32_t backward, int32_t most);
+// ZoomPosts that show a whole theater at once; no fewer than ZoomScroll has.
+int16_t MostZoomPosts(const MapView& view, int32_t mapWidth);
+// The fewest that do, from its lower left corner on.
+int16_t ZoomOfWhole(const MapView& view, int32_t mapWidth);
 
 // Where the view begins when the picture has been drawn along by some pixels, to the
 // right and down, since `view` was shown.

@@ -82,7 +82,9 @@ TEST_F(DeskTest, ATheaterThatHasGoneIsToldOfAndNothingIsLeft) {
 
 TEST_F(DeskTest, AFileThatCannotBeWrittenCostsNothingButTheMemory) {
     UseTheaterIn("a");
+    std::filesystem::remove(folder_.File("Desk.ini"));
     folder_.Write("Desk.ini/inside", "x");
+    state_.Configuration.MainWinPos = {.Top = 600, .Left = 600}; // no first start
     Open();
     EXPECT_TRUE(Recent().empty());
     Choose("mnuOpenTheater");

@@ -78,8 +78,8 @@ TEST_F(HistoryTest, EnterShowsThePlaceAndChangesNothing) {
     QTest::keyClick(&List(), Qt::Key_Return);
     EXPECT_EQ(state_.Changes.Position(), 2U);
     const MapView& view = workspace_->View();
-    EXPECT_LE(30, view.MapLeftX + view.ViewPosts() - 1);
-    EXPECT_LE(30, view.MapBottomY + view.ViewPosts() - 1);
+    EXPECT_LE(30, view.MapLeftX + view.ViewColumns() - 1);
+    EXPECT_LE(30, view.MapBottomY + view.ViewRows() - 1);
 }
 
 TEST_F(HistoryTest, IsADockInTheOneWindow) {

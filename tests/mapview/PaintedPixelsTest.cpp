@@ -121,6 +121,38 @@ TEST_F(Painted, WithTheCacheIsPixelForPixelAsWithout) {
         }
 }
 
+// Cells of three pixels: 15 pixels show 5 posts, each in the mean of what its picture is.
+TEST_F(Painted, AnOverviewShowsEachPostInTheMeanColorOfItsTile) {
+    world_.View.ZoomPosts = 40;
+    world_.View.TilePixels = 120;
+    world_.View.RoomWidth = world_.View.RoomHeight = 15;
+    world_.View.MapLeftX = 12; // the last column lies beyond the terrain
+    MemorySurface surface(15);
+    tests::Story story;
+    tests::RecordingScreen screen(story);
+    world_.Renderer().RefreshPicArray(world_.View, surface, screen, {});
+    for (int y = 0; y < 15; ++y) {
+        for (int x = 0; x < 12; ++x) {
+            const int post = 13 + x / 3;
+            const int row = 1 + (14 - y) / 3;
+            const Bitmap day = ImageLoad(
+                PictureFormat::Dds,
+                folder_.File("H" + std::to_string((post * 5 + row * 3) % 8) + ".dds"));
+            const Raster pixels = BitmapToHBitmap(day);
+            double sums[3]{};
+            for (int32_t v = 0; v < pixels.Height(); ++v)
+                for (int32_t u = 0; u < pixels.Width(); ++u)
+                    for (int i = 0; i < 3; ++i)
+                        sums[i] += pixels.Row(v)[u] >> (8 * i) & 255;
+            const double count = pixels.Width() * pixels.Height();
+            for (int i = 0; i < 3; ++i)
+                EXPECT_NEAR(surface.At(x, y) >> (8 * i) & 255, sums[i] / count, 4)
+                    << x << "," << y << " " << i;
+        }
+        EXPECT_EQ(surface.At(13, y) & 0xFFFFFF, MapBackground);
+    }
+}
+
 TEST_F(Painted, ACellPastTheUpperLeftCornerShowsItsLowerRightPart) {
     MemorySurface whole(16);
     MemorySurface part(16);

@@ -132,7 +132,8 @@ TEST_F(MapPatchTest, IsPixelForPixelThatOfAWholeRepaint) {
 }
 
 TEST_F(MapPatchTest, FitsAPictureThatCutsItsCells) {
-    for (const Cells& cells : {Cells{5, 1, 32}, Cells{3, 3, 64}, Cells{2, 20, 16}}) {
+    for (const Cells& cells : {Cells{5, 1, 32}, Cells{3, 3, 64}, Cells{2, 20, 16},
+                               Cells{5, 23, 256}, Cells{5, 40, 16}}) {
         world_.View.ZoomPosts = cells.ZoomPosts;
         world_.View.TilePixels = cells.TilePixels;
         world_.View.RoomWidth = 203;

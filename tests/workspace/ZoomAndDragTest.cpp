@@ -58,11 +58,38 @@ TEST(ZoomAndDrag, TheMiddleStaysAndComesBack) {
 }
 
 TEST(ZoomAndDrag, TheWheelStopsAtTheEndsOfTheSlider) {
-    EXPECT_EQ(ZoomAfterWheel(5, -1), 4);
-    EXPECT_EQ(ZoomAfterWheel(5, 3), 8);
-    EXPECT_EQ(ZoomAfterWheel(1, -1), 1);
-    EXPECT_EQ(ZoomAfterWheel(20, 1), 20);
-    EXPECT_EQ(ZoomAfterWheel(20, -2147483647), 1);
+    EXPECT_EQ(ZoomAfterWheel(5, -1, 20), 4);
+    EXPECT_EQ(ZoomAfterWheel(5, 3, 20), 8);
+    EXPECT_EQ(ZoomAfterWheel(1, -1, 20), 1);
+    EXPECT_EQ(ZoomAfterWheel(20, 1, 20), 20);
+    EXPECT_EQ(ZoomAfterWheel(20, -2147483647, 20), 1);
+}
+
+TEST(ZoomAndDrag, BeyondTheSliderEachNotchIsAQuarterMore) {
+    EXPECT_EQ(ZoomAfterWheel(20, 1, 128), 25);
+    EXPECT_EQ(ZoomAfterWheel(20, 2, 128), 31);
+    EXPECT_EQ(ZoomAfterWheel(19, 2, 128), 25);
+    EXPECT_EQ(ZoomAfterWheel(31, -1, 128), 24);
+    EXPECT_EQ(ZoomAfterWheel(24, -1, 128), 20);
+    EXPECT_EQ(ZoomAfterWheel(24, -2, 128), 19);
+    EXPECT_EQ(ZoomAfterWheel(120, 5, 128), 128);
+    EXPECT_EQ(ZoomAfterWheel(20, 1, 3), 20);
+}
+
+// 1024 posts on 1000 pixels in cells of 128: 131.07 posts a cell.
+TEST(ZoomAndDrag, TheWholeTheaterFitsTheShorterSide) {
+    MapView view;
+    view.TilePixels = 128;
+    view.RoomWidth = 1900;
+    view.RoomHeight = 1000;
+    EXPECT_EQ(ZoomOfWhole(view, 1024), 132);
+    view.ZoomPosts = 132;
+    EXPECT_GE(view.ViewRows(), 1024);
+    view.ZoomPosts = 131;
+    EXPECT_LT(view.PictureHeight() / view.CellSize(), 1024);
+    EXPECT_EQ(ZoomOfWhole(view, 64), 9);
+    EXPECT_EQ(MostZoomPosts(view, 64), 20);
+    EXPECT_EQ(MostZoomPosts(view, 1024), 132);
 }
 
 // The picture goes with the hand: to the right shows what lies west, down what lies

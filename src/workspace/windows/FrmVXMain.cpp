@@ -123,7 +123,7 @@ void FrmVXMain::ShowSettings() {
 }
 
 void FrmVXMain::ShowCaptions() {
-    const int32_t zoom = ui_->ZoomScroll->value();
+    const int32_t zoom = view_.IsOverview() ? view_.ZoomPosts : ui_->ZoomScroll->value();
     ui_->Label1->setText(QString::number(zoom));
     ui_->lblZoomUnit->setText(zoom == 1 ? tr("post a cell") : tr("posts a cell"));
     ui_->ZoomScroll->setToolTip(QString::fromStdString(ZoomWords(zoom)));

@@ -9,6 +9,8 @@
 
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace vardenix {
 
 void FrmVXMain::ConnectView() {
@@ -29,13 +31,19 @@ void FrmVXMain::ZoomScroll_Change(int value) {
 }
 
 void FrmVXMain::StepZoom(int steps) {
+    // From an overview the first step leads to the slider's end.
+    if (view_.IsOverview()) {
+        if (steps > 0)
+            ZoomScroll_Change(ZoomRange.Max);
+        return;
+    }
     const int posts = ui_->ZoomScroll->value();
     ui_->ZoomScroll->setValue(steps > 0 ? ZoomPlus(posts) : ZoomMinus(posts));
 }
 
 void FrmVXMain::SetZoom(int16_t zoomPosts) {
     view_.ZoomPosts = zoomPosts;
-    state_.Configuration.Zoom = zoomPosts;
+    state_.Configuration.Zoom = std::min(zoomPosts, MapView::MostZoomPosts);
     const QSignalBlocker quiet(ui_->ZoomScroll);
     ui_->ZoomScroll->setValue(zoomPosts);
     ShowCaptions();

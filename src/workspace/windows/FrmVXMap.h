@@ -75,6 +75,10 @@ public:
     void ShowTools();
     // The keyboard comes to the map with it, unless a part of the map has it.
     void ChooseTool(MapTool tool);
+    // Nearer for positive steps, round the pointer or the middle; farther than the
+    // panel's slider goes, until the whole theater is seen.
+    void ZoomBy(int steps);
+    void ShowWhole();
     // The row of tools on the upper edge, and the menu over a post, which app/ fills.
     MapToolStrip& Strip();
     QMenu& Popup() { return *mnupup1_; }

@@ -79,10 +79,10 @@ bool FrmVXMap::ToolKey(const QKeyEvent& event) {
         return true;
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-        ZoomAt(PlaceOfPointer(), ZoomAfterWheel(view_.ZoomPosts, -1));
+        ZoomBy(1);
         return true;
     case Qt::Key_Minus:
-        ZoomAt(PlaceOfPointer(), ZoomAfterWheel(view_.ZoomPosts, 1));
+        ZoomBy(-1);
         return true;
     case Qt::Key_Space:
         spaceHeld_ = true;
@@ -138,7 +138,7 @@ void FrmVXMap::wheelEvent(QWheelEvent* event) {
     const QPoint turned = event->angleDelta();
     if (event->modifiers().testFlag(Qt::ControlModifier)) {
         const int steps = zoomTurned_.NotchesWith(turned.y());
-        return ZoomAt(PlaceOfPointer(), ZoomAfterWheel(view_.ZoomPosts, -steps));
+        return ZoomBy(steps);
     }
     const bool sideways =
         event->modifiers().testFlag(Qt::ShiftModifier) || turned.y() == 0;
@@ -276,6 +276,22 @@ void FrmVXMap::ZoomAt(QPointF place, int16_t zoomPosts) {
     wishes_.SetZoom(zoomPosts);
     LoadImageControls();
     SetPosition(position);
+    workspace_.RefreshPicArray();
+}
+
+void FrmVXMap::ZoomBy(int steps) {
+    ZoomAt(PlaceOfPointer(),
+           ZoomAfterWheel(view_.ZoomPosts, -steps,
+                          MostZoomPosts(view_, state_.Terrain.MapWidth)));
+}
+
+void FrmVXMap::ShowWhole() {
+    const int32_t width = state_.Terrain.MapWidth;
+    if (view_.ScrollBusy || width == 0)
+        return;
+    wishes_.SetZoom(ZoomOfWhole(view_, width));
+    LoadImageControls();
+    SetPosition({0, 0});
     workspace_.RefreshPicArray();
 }
 
