@@ -90,6 +90,7 @@ std::vector<CornerLink> LinksOf(const LearnedTiles& tiles, const MeetingCounts& 
     if (links.empty())
         return links;
     std::vector<float> squares;
+    squares.reserve(links.size());
     for (const CornerLink& link : links)
         squares.push_back(link.Weight);
     const size_t ninetieth = squares.size() * 9 / 10;

@@ -29,6 +29,7 @@ std::vector<TileRun> ReplacedRuns(const Terrain& terrain, const Replacement& rep
 
 std::vector<RowSpan> WholeTerrain(const Terrain& terrain) {
     std::vector<RowSpan> spans;
+    spans.reserve(static_cast<size_t>(terrain.MapWidth));
     for (int32_t y = 0; y < terrain.MapWidth; ++y)
         spans.push_back({y, 0, terrain.MapWidth - 1});
     return spans;
@@ -47,7 +48,7 @@ int64_t CountReplaced(const Terrain& terrain, const TileMarks& old,
         const size_t row = static_cast<size_t>(span.Y) * width;
         for (const TerrainPost& post :
              posts.subspan(row + static_cast<size_t>(span.X1),
-                           static_cast<size_t>(span.X2 - span.X1 + 1)))
+                           static_cast<size_t>(int64_t{span.X2} - span.X1 + 1)))
             count += IsMeant(old, post.TileOffset) ? 1 : 0;
     }
     return count;
