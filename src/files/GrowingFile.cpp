@@ -39,20 +39,6 @@ bool WriteAll(int handle, std::span<const std::byte> bytes) {
     return true;
 }
 
-bool ReadAll(int handle, uint64_t offset, std::span<std::byte> into) {
-    while (!into.empty()) {
-        const ssize_t read =
-            ::pread(handle, into.data(), into.size(), static_cast<off_t>(offset));
-        if (read == 0 || (read < 0 && errno != EINTR))
-            return false;
-        if (read > 0) {
-            into = into.subspan(static_cast<size_t>(read));
-            offset += static_cast<uint64_t>(read);
-        }
-    }
-    return true;
-}
-
 } // namespace
 
 struct GrowingFile::Shared {
@@ -154,22 +140,6 @@ std::string GrowingFile::Failure() const {
     return shared_->Refusal == 0 ? std::string()
                                  : "writing " + TextOfPath(shared_->File.Path()) + ": " +
                                        std::strerror(shared_->Refusal);
-}
-
-FileBytes GrowingFile::RecordAt(uint64_t offset) {
-    Drain();
-    const int handle = shared_->File.Handle();
-    RecordHead head{};
-    if (ReadAll(handle, offset, std::as_writable_bytes(std::span(head))) &&
-        head[0] <= size_ - offset) {
-        FileBytes record(head[0]);
-        if (ReadAll(handle, offset + HeadBytes, {record.data(), record.size()}) &&
-            ChecksumOf(record.Span()) == head[1])
-            return record;
-    }
-    throw RuntimeError(ErrorNumber::InputPastEnd,
-                       TextOfPath(shared_->File.Path()) + ", offset " +
-                           std::to_string(offset) + ": no record");
 }
 
 void GrowingFile::Delete() { shared_->File.Delete(); }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "files/BinaryReader.h"
 #include "files/HeldFile.h"
 
 #include <chrono>
@@ -40,9 +39,6 @@ public:
     // What the system said when it refused to write, as a sentence; empty while it has
     // not. Nothing more is written then.
     std::string Failure() const;
-    // The bytes of a record that begins at `offset`, once it is written; error 62 or 57
-    // where they are not there as they were handed over.
-    FileBytes RecordAt(uint64_t offset);
     void Delete();
 
 private:
