@@ -359,16 +359,15 @@ TEST_F(BinCommandsTest, TheSelectionStaysWithinTheSets) {
 }
 
 TEST_F(BinCommandsTest, AnUnusedLastTileGoesWithoutAQuestionOrAPass) {
-    settings_.AutoL2 = false;
-    ASSERT_TRUE(cmdDeleteTile(Parts(), {2, 1}));
-    EXPECT_EQ(Posts(), "0 1 16 17");
-    settings_.AutoL2 = true;
-    Begin({2, 2});
-    window_.Story.clear();
-    ASSERT_TRUE(cmdDeleteTile(Parts(), {2, 1}));
-    // The count said unused, as it stands at 0 before it is counted.
-    EXPECT_EQ(Posts(), "0 1 16 17");
-    EXPECT_EQ(window_.Story, " off save on");
+    for (const bool autoL2 : {false, true}) {
+        settings_.AutoL2 = autoL2;
+        Begin({2, 2});
+        terrain_ = tests::TerrainOf(16, {0, 1, 16, 16});
+        window_.Story.clear();
+        ASSERT_TRUE(cmdDeleteTile(Parts(), {2, 1}));
+        EXPECT_EQ(Posts(), "0 1 16 16");
+        EXPECT_EQ(window_.Story, " off save on");
+    }
 }
 
 // Painting and appending leave the counts behind.

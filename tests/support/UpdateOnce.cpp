@@ -19,8 +19,8 @@ void Apply(const std::string& folder) {
     const SystemClock clock;
     UpdateLog log(folder, clock);
     FileRegistry registry(folder, folder, {});
-    const ProgramFolders folders{
-        folder + "/", folder + "/", {}, folder + "/UpdateTemp/", {}};
+    const ProgramFolders folders{folder + "/", folder + "/", {}, folder + "/UpdateTemp/",
+                                 {},           {},           {}};
     MinorUpdate update;
     for (const char* name : {"NoTile.jpg", "new file.txt"})
         update.Files[name] = folders.UpdateTempFolder + name;

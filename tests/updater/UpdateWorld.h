@@ -26,7 +26,9 @@ class UpdateWorld : public testing::Test, protected UpdateEnd {
 protected:
     UpdateWorld() {
         const std::string program = folder_.Path() + "/program\\";
-        Folders = {program, program, program + "Temp\\", program + "UpdateTemp\\", ""};
+        Folders.AppPath = Folders.ShippedPath = program;
+        Folders.TempFolder = program + "Temp\\";
+        Folders.UpdateTempFolder = program + "UpdateTemp\\";
         for (const char* name : {"program/Temp", "program/UpdateTemp", "make"})
             std::filesystem::create_directories(folder_.File(name));
         for (const auto& [name, bytes] : Old)
