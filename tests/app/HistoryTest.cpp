@@ -86,7 +86,7 @@ TEST_F(HistoryTest, IsADockInTheOneWindow) {
     Choose("mnuWinHistory");
     workspace_->SetOneWindow(true);
     auto* dock = qobject_cast<QDockWidget*>(
-        Window("FrmVXMap").window()->findChild<QWidget*>("dockFrmVXHistory"));
+        Window("FrmVXDesk").findChild<QWidget*>("dockFrmVXHistory"));
     ASSERT_NE(dock, nullptr);
     EXPECT_TRUE(dock->isVisible());
     dock->close();
