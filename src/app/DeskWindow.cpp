@@ -227,6 +227,7 @@ void DeskWindow::ShareRoom() {
     heights.append(PaletteHeight +
                    (tabs_->titleBarWidget() == nullptr ? TitleHeight : 0));
     heights.front() -= std::accumulate(heights.begin() + 1, heights.end(), 0);
+    heights.front() = std::max(heights.front(), 1);
     resizeDocks(docks, heights, Qt::Vertical);
     resizeDocks({tabs_}, {ColumnWidth}, Qt::Horizontal);
     tabs_->raise();

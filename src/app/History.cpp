@@ -62,8 +62,6 @@ void History::WindowClosed() {
         shown_ = false;
 }
 
-std::optional<DeskPart> History::Docked() {
-    return DeskPart{&Window(), HistoryBox, Qt::BottomDockWidgetArea};
-}
+std::optional<DeskPart> History::Docked() { return DeskPart{&Window(), HistoryBox}; }
 
 } // namespace vardenix

@@ -7,6 +7,7 @@
 #include "texts/Numbers.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace vardenix {
@@ -14,6 +15,8 @@ namespace {
 
 constexpr uint32_t Opaque = 0xFF000000;
 constexpr size_t RowsAtOnce = 32;
+// Of the squares that pictures are shrunk to before their mean is taken, pixels.
+constexpr int32_t MeanSide = 16;
 
 // 0x00BBGGRR and the pixels' 0xAARRGGBB.
 uint32_t PixelOf(uint32_t color) {
@@ -84,7 +87,7 @@ private:
             ids.push_back(entry.HasImage == 1 ? tiles.Of(repaint, number, entry)
                                               : ids.front());
         }
-        pictures.Prepare(ids, 1);
+        pictures.Prepare(ids, MeanSide);
         if (use == TileUse::Day)
             colors_.back() = ColorOf(pictures, ids.front(), Opaque);
         for (size_t i = 0; i < numbers.size(); ++i) {
@@ -94,18 +97,28 @@ private:
         }
     }
 
-    // Of the whole picture stretched to a pixel; `other` where there is none.
+    // Of all pixels of the picture; where it has none, or by night stays away, `other`.
     static uint32_t ColorOf(TilePictures& pictures, TilePictureId id, uint32_t other) {
-        const Raster* pixel = pictures.Ready(id, 1).Cell;
-        if (pixel == nullptr) {
-            Raster made(1, 1, 0);
-            if (pictures.Paint({made.Row(0), 1, 1, 1}, id, {0, 0, 1, 1}) &&
-                made.Row(0)[0] != 0)
-                return made.Row(0)[0] | Opaque;
-            return other;
+        const Raster* cell = pictures.Ready(id, MeanSide).Cell;
+        Raster made(MeanSide, MeanSide, other);
+        if (cell == nullptr) {
+            pictures.Paint({made.Row(0), MeanSide, MeanSide, made.Width()}, id,
+                           {0, 0, MeanSide, MeanSide});
+            cell = &made;
         }
-        const uint32_t color = pixel->Row(0)[0];
-        return (color & Opaque) != 0 ? color | Opaque : other;
+        std::array<uint32_t, 3> sums{};
+        for (int32_t y = 0; y < MeanSide; ++y)
+            for (int32_t x = 0; x < MeanSide; ++x) {
+                const uint32_t pixel = cell->Row(y)[x];
+                const uint32_t seen = (pixel & Opaque) != 0 ? pixel : other;
+                for (size_t i = 0; i < sums.size(); ++i)
+                    sums[i] += seen >> (8 * i) & 255;
+            }
+        constexpr uint32_t count = MeanSide * MeanSide;
+        uint32_t color = Opaque;
+        for (size_t i = 0; i < sums.size(); ++i)
+            color |= (sums[i] + count / 2) / count << (8 * i);
+        return color;
     }
 
     std::vector<uint32_t> colors_;

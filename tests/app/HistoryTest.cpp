@@ -86,7 +86,8 @@ TEST_F(HistoryTest, IsADockInTheOneWindow) {
     Open();
     Choose("mnuWinHistory");
     workspace_->SetOneWindow(true);
-    auto* dock = workspace_->Map().window()->findChild<QDockWidget*>("dockFrmVXHistory");
+    auto* dock = qobject_cast<QDockWidget*>(
+        Window("FrmVXDesk").findChild<QWidget*>("dockFrmVXHistory"));
     ASSERT_NE(dock, nullptr);
     EXPECT_TRUE(dock->isVisible());
     dock->close();
