@@ -17,7 +17,7 @@ class RecoveryCommands : public tests::CliTheater {
 protected:
     void SetUp() override {
         CliTheater::SetUp();
-        Terrain& terrain = state_.Terrain;
+        auto& terrain = state_.Terrain;
         terrain.LFilename = CliTheater::Terrain("theater.L2");
         terrain.OFilename = CliTheater::Terrain("theater.O2");
         LoadLFile(terrain, progress_, log_);

@@ -528,16 +528,16 @@ TEST_F(FrmStartUpTest, ThePicturesOpenTheMakersPages) {
     const std::string& story = platform_.Processes.Story;
     EXPECT_EQ(story.substr(story.rfind('|') + 1),
               "open http://www.vardenix.example/vardenix");
-    // The sound that was picked lies in the program's own Temp, for the player.
+    // The sound that was picked lies in the run's own folder in Temp, for the player.
     std::string sound;
-    for (const auto& entry : std::filesystem::directory_iterator(folder_.File("Temp")))
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.File("Temp/1")))
         sound = entry.path().filename().string();
     ASSERT_TRUE(story.starts_with("start ")) << story;
-    EXPECT_NE(story.find("/Temp/" + sound + '"'), std::string::npos) << story;
+    EXPECT_NE(story.find("/Temp/1/" + sound + '"'), std::string::npos) << story;
     QFile resource(QString::fromStdString(":/" + sound));
     ASSERT_TRUE(resource.open(QIODevice::ReadOnly));
     EXPECT_EQ(resource.readAll().toStdString(),
-              tests::Slurp(folder_.File("Temp/" + sound)));
+              tests::Slurp(folder_.File("Temp/1/" + sound)));
 }
 
 TEST_F(FrmStartUpTest, TheBarIsARatioOfItsFullWidth) {

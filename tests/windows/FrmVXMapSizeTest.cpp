@@ -1,5 +1,6 @@
 #include "windows/MapWindowTest.h"
 
+#include <QLayout>
 #include <QScreen>
 #include <QSignalSpy>
 
@@ -49,7 +50,11 @@ TEST_F(FrmVXMapSizeTest, WhatIsChosenMeanwhileStays) {
 
 TEST_F(FrmVXMapSizeTest, APartOfAnotherWindowFollowsItsRoom) {
     Open();
-    const QSize beside = window_.size() - PicShow().size();
+    // The border is that of the other window.
+    const QMargins border = window_.layout()->contentsMargins();
+    const QSize beside =
+        window_.size() - PicShow().size() -
+        QSize(border.left() + border.right(), border.top() + border.bottom());
     QWidget other;
     window_.setParent(&other);
     window_.resize(731, 402);
