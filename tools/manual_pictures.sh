@@ -23,6 +23,7 @@ chmod 700 "$work/home"
 cp -r "$sample" "$work/game"
 cp "$bin"/{vardenix,vardenix-cli,Loader,NoTile.jpg,libVardenix.so,libvardenix-toolkit.so} "$work/program"
 cd "$work/program"
+printf '[WINDOWS]\r\nONE_WINDOW=0\r\n' >Desk.ini
 printf '[SOFTWARE\\Microprose\\Falcon\\4.0]\nbaseDir=%s/game\n' "$work" >registry.ini
 ./vardenix-cli settings --theater-index 1 --x 95 --y 95 --zoom 6 >/dev/null
 # A map small enough for a page, and no question at the start.
@@ -100,7 +101,7 @@ done
 convert "$work"/menu-{20,57,98}.png +repage +append -strip +dither -colors 256 "PNG8:$out/Menus.png"
 picture FrmVXTheaterPreview.png '^Theater Preview$'
 
-click "$panel" 223 449 # Show Tile Palette
+keys F8
 up "$palette"
 xdotool windowsize "$(window_of "$palette")" 420 325
 sleep 0.5

@@ -6,7 +6,7 @@ namespace vardenix {
 
 namespace {
 
-uint32_t PixelOf(uint32_t color) {
+uint32_t PreviewPixel(uint32_t color) {
     return 0xFF000000 | (color & 0xFF) << 16 | (color & 0xFF00) | (color >> 16 & 0xFF);
 }
 
@@ -30,7 +30,7 @@ bool UpdateHeights(const Terrain& terrain, const PreviewColors& colors,
         uint32_t* row = picture.Row(static_cast<int32_t>(side - y));
         for (int64_t x = left; x < right; ++x) {
             const int16_t elevation = posts[static_cast<size_t>(y * side + x)].Elevation;
-            const uint32_t pixel = PixelOf(
+            const uint32_t pixel = PreviewPixel(
                 elevation == 0 ? colors.Sea : ElevationClassColor(elevation, colors));
             changed |= row[x] != pixel;
             row[x] = pixel;

@@ -24,7 +24,8 @@ protected:
 };
 
 TEST_F(Completion, OfCommandsAndTheirFamilies) {
-    EXPECT_EQ(Offered({"re"}), "rebuild\nrebuild-elevation\nregion\nrender\n");
+    EXPECT_EQ(Offered({"re"}),
+              "rebuild\nrebuild-elevation\nrecovery\nregion\nrender\nreplace\n");
     EXPECT_EQ(Offered({"elevation", ""}), "get\nset\n");
     EXPECT_EQ(Offered({"bin", "unused-pic"}), "unused-pictures\n");
 }

@@ -187,8 +187,10 @@ TEST_F(EditingEndToEnd, LoadsAL0FileEditsAHeightAndSavesIt) {
     ASSERT_NO_FATAL_FAILURE(OpenDetails(2, 3, false));
     ASSERT_NO_FATAL_FAILURE(TypeElevation("4321"));
     EXPECT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
-    desktop_.Key("ctrl+z");
+    desktop_.Key("ctrl+z"); // as it was read: there is nothing to save
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
     desktop_.Key("ctrl+y");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
     ASSERT_NO_FATAL_FAILURE(Save());
 
     const MadeLevel saved = Level0();

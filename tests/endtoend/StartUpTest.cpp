@@ -40,6 +40,8 @@ protected:
             for (int x = 257; x <= 512; ++x)
                 level.At(x, y).Elevation = 60;
         const PairBytes pair = ScatteredPair(level);
+        // Each window by its own title.
+        folder_.Write("program/Desk.ini", "[WINDOWS]\r\nONE_WINDOW=0\r\n");
         folder_.Write("my theater/terrain/Theater.L2", pair.L);
         folder_.Write("my theater/terrain/Theater.O2", pair.O);
         folder_.Write("my theater/terrain/Theater.map", std::string(1112, '\0'));
