@@ -72,7 +72,12 @@ INSTANTIATE_TEST_SUITE_P(Screens, RoomOfMap,
                          testing::Values(ScreenCase{1366, 768, 1, 60},
                                          ScreenCase{1920, 1080, 1, 70},
                                          ScreenCase{1024, 768, 1, 50},
-                                         ScreenCase{1920, 1080, 2, 50}));
+                                         ScreenCase{1920, 1080, 2, 50}),
+                         [](const auto& screen) {
+                             return "Of" + std::to_string(screen.param.Width) + "By" +
+                                    std::to_string(screen.param.Height) + "AtScale" +
+                                    std::to_string(screen.param.Scale);
+                         });
 
 } // namespace
 } // namespace vardenix::tests

@@ -1,138 +1,21 @@
-#include "bineditor/windows/FrmBINTileEdit.h"
+#include "windows/FrmBINTileEditTest.h"
 
-#include "bineditor/windows/BinList.h"
 #include "bineditor/windows/TileSlots.h"
-#include "catalogue/TextureBinFile.h"
-#include "catalogue/TileCheck.h"
 #include "pictures/Dxt1Writer.h"
-#include "support/FakePlatform.h"
 #include "support/PlainUser.h"
-#include "support/TestFolder.h"
-#include "support/TheaterMaker.h"
-#include "windows/WindowTest.h"
 
-#include <QAbstractButton>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QScrollBar>
-#include <QTest>
 
 namespace vardenix {
 namespace {
 
 using tests::Find;
-
-class ToldVerbs : public EditorVerbs {
-public:
-    std::string Story;
-    std::function<void()> OnSaveBoth;
-
-    void OpenWorkspace(uint8_t classCode) override {
-        Story += " map" + std::to_string(classCode);
-    }
-    void L2NeedSave() override { Story += " L2"; }
-    void PostsRenumbered(const TileRenumbering& numbers) override {
-        Story += " late0to" + std::to_string(numbers.Of(0));
-    }
-    bool SaveBinAndL2() override {
-        Story += " both";
-        OnSaveBoth();
-        return true;
-    }
-    void TilesRenumbered(const TileRenumbering& numbers) override {
-        Story += " 0to" + std::to_string(numbers.Of(0));
-    }
-    bool LeaveProgram() override {
-        Story += " leave";
-        return false;
-    }
-};
-
-class FrmBINTileEditTest : public testing::Test {
-protected:
-    FrmBINTileEditTest() {
-        state_.Catalogue.BinPath = folder_.Write(
-            "Texture.bin", tests::CatalogueBytes({{1, {{"SEA.PCX", 1, 2}, {"SHORE.PCX"}}},
-                                                  {4, {{"LAND.PCX"}}},
-                                                  {9, {{"TOWN.PCX"}}}}));
-        std::filesystem::create_directory(folder_.File("dds"));
-        state_.Catalogue.DDSFolder = folder_.File("dds/");
-        state_.Catalogue.Bin = ParseBinFile(
-            ReadWholeFile(state_.Catalogue.BinPath, uint64_t{1} << 30).Span(), "");
-        NoProgress quiet;
-        RebuildTileLookup(state_.Catalogue, {}, quiet);
-        state_.Terrain.MapWidth = 16;
-        state_.Terrain.LxArr = PostArray(256);
-        state_.Terrain.LxArr(9).TileOffset = 16;
-        CountTileUse(state_.Terrain, state_.Catalogue.Lookup);
-        window_ = std::make_unique<FrmBINTileEdit>(
-            FrmBINTileEdit::Parts{state_, pictures_, platform_.All, log_, verbs_});
-        verbs_.OnSaveBoth = [this] {
-            state_.Changes.Saved(Paper::Level2);
-            window_->BinSaved();
-        };
-        window_->Open();
-    }
-
-    void Click(const char* name) { Find<QAbstractButton>(*window_, name).click(); }
-    bool Enabled(const char* name) { return Find<QWidget>(*window_, name).isEnabled(); }
-    bool Shown(const char* name) { return Find<QWidget>(*window_, name).isVisible(); }
-    std::string Label(const char* name) {
-        return Find<QLabel>(*window_, name).text().toStdString();
-    }
-    void ClickRow(const char* list, int row) {
-        auto& view = Find<BinList>(*window_, list);
-        const QModelIndex index = view.model()->index(row, 0);
-        view.scrollTo(index);
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
-                          view.visualRect(index).center());
-    }
-    int Row(const char* list) {
-        return Find<BinList>(*window_, list).currentIndex().row();
-    }
-    std::string Headings(const char* list) {
-        const auto* model = Find<BinList>(*window_, list).model();
-        std::string text;
-        for (int column = 0; column < model->columnCount(); ++column)
-            text +=
-                model->headerData(column, Qt::Horizontal).toString().toStdString() + "|";
-        return text;
-    }
-    std::string Name() {
-        return Find<QLineEdit>(*window_, "txtTilename").text().toStdString();
-    }
-    std::string Sets() {
-        std::string text;
-        for (int32_t set = 1; set <= state_.Catalogue.Bin.NumSets; ++set)
-            text += std::to_string(state_.Catalogue.Bin.Sets[size_t(set)].Terrain);
-        return text;
-    }
-
-    // As the toolkit hands it over, up to the end of the other program's part; false when
-    // it is not wanted there.
-    static bool Drop(const QMimeData& data, QWidget& onto) {
-        QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton,
-                              Qt::NoModifier);
-        QApplication::sendEvent(&onto, &enter);
-        QDropEvent event({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&onto, &event);
-        return enter.isAccepted();
-    }
-
-    tests::TestFolder folder_;
-    ProgramState state_;
-    TilePictures pictures_;
-    tests::FakePlatform platform_;
-    DebugLog log_{platform_.Clock};
-    ToldVerbs verbs_;
-    std::unique_ptr<FrmBINTileEdit> window_;
-};
+using tests::FrmBINTileEditTest;
 
 TEST_F(FrmBINTileEditTest, OpensAtTheFirstTileWithItsDetailsAndCounters) {
     EXPECT_EQ(window_->windowTitle(), "BIN Editor v3.0.1");
@@ -391,68 +274,6 @@ TEST_F(FrmBINTileEditTest, TheTypeOfASetIsChanged) {
     EXPECT_EQ(Sets(), "749");
     EXPECT_TRUE(Enabled("cmdSaveBIN"));
     EXPECT_EQ(verbs_.Story, "");
-}
-
-TEST_F(FrmBINTileEditTest, SavingTakesTheStarAwayAndTellsOfTheOtherFile) {
-    Click("cmdDeleteSet");
-    EXPECT_EQ(verbs_.Story, " 0to0 L2");
-    EXPECT_TRUE(Shown("cmdSaveBoth"));
-    Click("cmdSaveBIN");
-    EXPECT_EQ(window_->windowTitle(), "BIN Editor v3.0.1");
-    EXPECT_FALSE(Enabled("cmdSaveBIN"));
-    EXPECT_EQ(
-        Label("lblStatus"),
-        "Texture.bin is saved; level 2 with the new tile numbers is still unsaved.");
-    state_.Changes.Saved(Paper::Level2);
-    window_->ShowNumbers();
-    EXPECT_FALSE(Shown("cmdSaveBoth"));
-    EXPECT_EQ(ParseBinFile(
-                  ReadWholeFile(state_.Catalogue.BinPath, uint64_t{1} << 30).Span(), "")
-                  .NumSets,
-              2);
-}
-
-TEST_F(FrmBINTileEditTest, BothAreSavedTogether) {
-    Click("cmdDeleteSet");
-    Click("cmdSaveBoth");
-    EXPECT_EQ(verbs_.Story, " 0to0 L2 both");
-    EXPECT_FALSE(window_->NeedSaveFlag());
-    EXPECT_FALSE(Shown("cmdSaveBoth"));
-}
-
-// The first set is deleted, so the post of tile 16 has tile 0 by then.
-TEST_F(FrmBINTileEditTest, LevelTwoThatWasReadAnewIsCorrectedBeforeItIsCalledRight) {
-    Click("cmdDeleteSet");
-    ASSERT_EQ(state_.Terrain.LxArr(9).TileOffset, 0);
-    {
-        const Recording made(state_.Changes, {Paper::Level2}, "Level 2 read anew");
-        state_.Terrain.LxArr(9).TileOffset = 16;
-    }
-    state_.Numbers.LevelTwoReadAnew();
-    state_.Changes.Saved(Paper::Level2);
-    window_->Open();
-    EXPECT_EQ(Label("lblStatus"), "Level 2 was read anew and has its old tile numbers. "
-                                  "Correct it before you save.");
-    EXPECT_FALSE(Shown("cmdSaveBoth"));
-    ASSERT_TRUE(Shown("cmdCorrectL2"));
-    verbs_.Story.clear();
-    Click("cmdCorrectL2");
-    EXPECT_EQ(verbs_.Story, " late0to0 L2");
-    EXPECT_EQ(state_.Terrain.LxArr(9).TileOffset, 0);
-    EXPECT_FALSE(Shown("cmdCorrectL2"));
-    EXPECT_TRUE(Shown("cmdSaveBoth"));
-    EXPECT_EQ(Label("lblStatus"),
-              "Tile numbers of level 2 have changed: save both files.");
-    EXPECT_EQ(state_.Changes.NextBack()->Name, "Tile numbers of level 2 corrected");
-}
-
-TEST_F(FrmBINTileEditTest, WhatItSaidOfASaveGoesWithTheNextChange) {
-    Click("cmdChangeSet");
-    Click("cmdSaveBIN");
-    EXPECT_EQ(Label("lblStatus"), "Texture.bin is saved.");
-    Click("cmdChangeSet");
-    EXPECT_TRUE(window_->windowTitle().startsWith("*"));
-    EXPECT_EQ(Label("lblStatus"), "");
 }
 
 TEST_F(FrmBINTileEditTest, UsesAreCountedWhenItComesUp) {
