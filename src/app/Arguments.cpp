@@ -21,7 +21,7 @@ namespace {
 
 // A file manager hands over the level 2 file that was clicked on: FOLDER/terrain/NAME.L2.
 QString TheaterOf(const QString& named) {
-    const QString path = QDir().absoluteFilePath(named);
+    QString path = QDir().absoluteFilePath(named);
     if (!path.endsWith(".l2", Qt::CaseInsensitive))
         return path;
     return QDir::cleanPath(path + "/../..");

@@ -159,6 +159,7 @@ void PaintOverview(Repaint& repaint) {
         return post >= 0 && post < terrain.MapWidth ? post : -1;
     };
     std::vector<int32_t> columns;
+    columns.reserve(static_cast<size_t>(std::max(target.Width, 0)));
     for (int32_t x = 0; x < target.Width; ++x)
         columns.push_back(
             inside(view.MapLeftX +
