@@ -86,7 +86,7 @@ PostClip ClipOf(const Terrain& terrain, const Selection& selection) {
             static_cast<size_t>(span.Y) * static_cast<size_t>(terrain.MapWidth) +
             static_cast<size_t>(span.X1);
         const size_t to = ClipIndex(clip, span.X1 - box.X1, span.Y - box.Y1);
-        const auto length = static_cast<size_t>(span.X2 - span.X1 + 1);
+        const size_t length = static_cast<size_t>(span.X2 - span.X1) + 1;
         std::ranges::copy(posts.subspan(from, length),
                           clip.Posts.begin() + static_cast<ptrdiff_t>(to));
         std::fill_n(clip.Selected.begin() + static_cast<ptrdiff_t>(to), length,
