@@ -101,16 +101,20 @@ void CornerPlan::PaintInward(const PostMarks& painted, int16_t ground) {
         for (int32_t x = 0; x <= posts_.Width; ++x) {
             if (freedom_[At(x, y)] == Freedom::Kept)
                 continue;
-            int16_t& now = new_[At(x, y)];
-            now = ground;
-            for (int32_t step = 0; step < land_.GroundCount(); ++step) {
-                const Violation worst = WorstViolation(x, y, now);
-                if (worst.Steps <= 0)
-                    break;
-                now = land_.Steps().Next(now, worst.Towards);
-            }
+            new_[At(x, y)] = ground;
+            StepTowardsKept(x, y);
         }
     Repair();
+}
+
+void CornerPlan::StepTowardsKept(int32_t x, int32_t y) {
+    int16_t& now = new_[At(x, y)];
+    for (int32_t step = 0; step < land_.GroundCount(); ++step) {
+        const Violation worst = WorstViolation(x, y, now);
+        if (worst.Steps <= 0)
+            break;
+        now = land_.Steps().Next(now, worst.Towards);
+    }
 }
 
 void CornerPlan::SpreadUnknown() {
@@ -154,15 +158,8 @@ void CornerPlan::FindInside(const PostMarks& marked) {
     SpreadUnknown();
     for (int32_t y = 0; y <= posts_.Height; ++y)
         for (int32_t x = 0; x <= posts_.Width; ++x) {
-            int16_t& now = new_[At(x, y)];
-            if (freedom_[At(x, y)] == Freedom::Kept || now < 0)
-                continue;
-            for (int32_t step = 0; step < land_.GroundCount(); ++step) {
-                const Violation worst = WorstViolation(x, y, now);
-                if (worst.Steps <= 0)
-                    break;
-                now = land_.Steps().Next(now, worst.Towards);
-            }
+            if (freedom_[At(x, y)] != Freedom::Kept && new_[At(x, y)] >= 0)
+                StepTowardsKept(x, y);
         }
     Repair();
 }

@@ -46,6 +46,8 @@ private:
     bool IsInside(const PostMarks& marked, int32_t x, int32_t y) const;
     // Of a ground at a corner: how much too near the kept corners are, at worst.
     Violation WorstViolation(int32_t x, int32_t y, int16_t ground) const;
+    // Moves one corner, ground by ground, until it is near enough to the kept ones.
+    void StepTowardsKept(int32_t x, int32_t y);
     void SpreadUnknown();
     // Moves corners until every post that changes has a tile, or none can be found.
     void Repair();
