@@ -95,7 +95,7 @@ sleep 0.5
 picture FrmVXMain.png "$panel"
 for menu in 20 57 98; do # File, Edit, View
   click "$panel" "$menu" 10
-  timeout 10 import -window root -crop 345x360+0+0 "$work/menu-$menu.png"
+  timeout 10 import -window root -crop 370x470+0+0 "$work/menu-$menu.png"
   keys Escape Escape
 done
 convert "$work"/menu-{20,57,98}.png +repage +append -strip +dither -colors 256 "PNG8:$out/Menus.png"

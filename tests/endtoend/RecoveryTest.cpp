@@ -50,8 +50,9 @@ protected:
     }
 
     static size_t SerialOfCell(int cell) {
-        return SerialOf(static_cast<size_t>(ViewX + cell % 5),
-                        static_cast<size_t>(ViewY + cell / 5), Posts);
+        const int x = ViewX + cell % 5;
+        const int y = ViewY + cell / 5;
+        return SerialOf(static_cast<size_t>(x), static_cast<size_t>(y), Posts);
     }
     // Of the view's cells those that a click changes; the palette lies over the lower
     // ones.

@@ -9,7 +9,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <random>
+#include <span>
+#include <string>
 
 namespace fs = std::filesystem;
 
@@ -92,7 +95,7 @@ TEST(StagedFile, CopiesFromAnotherFileAndKnowsItsChecksum) {
             file.WriteText("own");
             file.CopyFrom(source, from, count, SumOf(piece));
             file.Write(std::as_bytes(std::span(piece)), SumOf(piece));
-            expected += "own" + piece + piece;
+            expected.append("own").append(piece).append(piece);
             EXPECT_EQ(file.Position(), expected.size());
         }
         EXPECT_EQ(file.Settle().Size, expected.size());
