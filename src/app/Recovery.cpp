@@ -46,7 +46,7 @@ void Recovery::ShowEarlierSaves() {
         OnSignal(window_.get(), &FrmEarlierSaves::BroughtBack, window_.get(),
                  [this] { ShowUnsaved("brought back: it is not saved yet"); });
     }
-    window_->Open();
+    window_->ShowSaves();
 }
 
 void Recovery::ShowUnsaved(const std::string& words) {

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <ranges>
 #include <span>
 #include <utility>
 #include <vector>
@@ -129,9 +128,9 @@ bool IsOnDisk(const ProgramState& state, const LeftLog& log) {
         std::vector<std::byte> bin = BytesOf(state.Catalogue.Bin);
         const auto mapBytes = std::as_bytes(std::span(&state.MapFileRecord, 1));
         std::vector<std::byte> map(mapBytes.begin(), mapBytes.end());
-        for (const Change& change : std::views::reverse(changes)) {
-            bin = WithOld(bin, change.Catalogue);
-            map = WithOld(map, change.MapFile);
+        for (auto change = changes.rbegin(); change != changes.rend(); ++change) {
+            bin = WithOld(bin, change->Catalogue);
+            map = WithOld(map, change->MapFile);
         }
     } catch (const RuntimeError&) { // it was made of something else
         return false;

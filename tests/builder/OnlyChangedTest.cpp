@@ -347,7 +347,7 @@ TEST(FartileIndex, HasTheBytesThatAreToldOfIt) {
     EXPECT_EQ(at(7), '2');
     EXPECT_EQ(at(8), 2);
     EXPECT_EQ(at(12), 1);
-    for (const size_t i : {0, 1, 2, 3, 4, 5, 6, 7, 9})
+    for (const size_t i : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U, 9U})
         EXPECT_EQ(at(16 + 8 * i), i == 9 ? 10 : static_cast<int>(i) + 1) << i;
     EXPECT_EQ(at(16 + 8 * 8), 247);
     EXPECT_EQ(at(127), 11);

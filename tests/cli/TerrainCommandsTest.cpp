@@ -40,7 +40,8 @@ protected:
         for (int y = 0; y < 32; ++y)
             for (int x = 0; x < 32; ++x) {
                 const auto corner = [&](int dx, int dy) {
-                    return corners[static_cast<size_t>((y + dy) * 33 + x + dx)];
+                    const int at = (y + dy) * 33 + x + dx;
+                    return corners[static_cast<size_t>(at)];
                 };
                 level_.At(x + 1, y + 1) = {corner(0, 0) | corner(1, 0) << 1 |
                                                corner(0, 1) << 2 | corner(1, 1) << 3,

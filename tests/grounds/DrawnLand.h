@@ -27,18 +27,19 @@ inline LearnedTiles RedAndBlueTiles() {
     }
     tiles.Indices.assign(116, -1);
     for (int32_t i = 0; i < 16; ++i)
-        tiles.Indices[static_cast<size_t>(100 + i)] = i;
+        tiles.Indices[size_t{100} + static_cast<size_t>(i)] = i;
     return tiles;
 }
 
 // A map of them: corners are blue here and there.
 inline TileGrid RedAndBlueMap(int32_t side, unsigned seed) {
     std::mt19937 random(seed);
-    std::vector<int32_t> corners;
-    for (int32_t i = 0; i < (side + 1) * (side + 1); ++i)
-        corners.push_back(random() % 3 == 0 ? 1 : 0);
+    const auto width = static_cast<size_t>(side) + 1;
+    std::vector<int32_t> corners(width * width);
+    for (int32_t& corner : corners)
+        corner = random() % 3 == 0 ? 1 : 0;
     const auto corner = [&](int32_t x, int32_t y) {
-        return corners[static_cast<size_t>(y * (side + 1) + x)];
+        return corners[static_cast<size_t>(y) * width + static_cast<size_t>(x)];
     };
     TileGrid map{side, side, {}};
     for (int32_t y = 0; y < side; ++y)

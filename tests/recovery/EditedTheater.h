@@ -39,7 +39,7 @@ public:
         terrain.Elevations.L0ElvArr = HeightArray(16 * Width * Width);
         terrain.Elevations.Kind = ElevationKind::Elv;
         const auto file = [&folder](const char* name, FileIdentity& read) {
-            const std::string path = folder.File(name);
+            std::string path = folder.File(name);
             if (!std::filesystem::exists(path))
                 folder.Write(name, name);
             read = IdentityOfRealPath(path);

@@ -38,7 +38,7 @@ protected:
             *told = words;
         else
             EXPECT_EQ(words, "");
-        const WholePapers restored = other.Copy();
+        WholePapers restored = other.Copy();
         while (other.State->Changes.NextBack() != nullptr)
             other.State->Changes.Back();
         EXPECT_EQ(other.Copy(), theater_.Disk);

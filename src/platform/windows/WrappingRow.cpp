@@ -156,7 +156,7 @@ void WrappingRow::PlaceLine(const QList<QLayoutItem*>& line, const QRect& rect,
         if (slot > 0)
             width = slot;
         else if (item->expandingDirections().testFlag(Qt::Horizontal)) {
-            const int share = left / growing;
+            const int share = left / std::max(growing, 1);
             width += share;
             left -= share;
             --growing;

@@ -32,7 +32,7 @@ FrmEarlierSaves::FrmEarlierSaves(ProgramState& state)
 
 FrmEarlierSaves::~FrmEarlierSaves() = default;
 
-void FrmEarlierSaves::Open() {
+void FrmEarlierSaves::ShowSaves() {
     List();
     show();
     activateWindow();

@@ -22,7 +22,7 @@ public:
     ~FrmEarlierSaves() override;
 
     // Lists what there is by now, and comes up.
-    void Open();
+    void ShowSaves();
 
 signals:
     // A paper has become what it was.
