@@ -82,13 +82,18 @@ void AddBrushOptions(Command& command, BrushLine& line) {
     AddOverwrite(command, line.Overwrite);
 }
 
+void AddRectangle(Command& command, const std::shared_ptr<BrushLine>& line) {
+    AddPost(command, "X1", line->Box.X1, "Y1", line->Box.Y1);
+    AddPost(command, "X2", line->Box.X2, "Y2", line->Box.Y2);
+    command.Check([line] { line->RequireCornersInside(); });
+}
+
 void AddTerrainFill(Command& family) {
     Command command = family.AddCommand(
         "fill", "Paint a rectangle of posts with the ground of a tile, join it to the "
                 "land round it by what fits, and save");
     const auto line = std::make_shared<BrushLine>(command);
-    AddPost(command, "X1", line->Box.X1, "Y1", line->Box.Y1);
-    AddPost(command, "X2", line->Box.X2, "Y2", line->Box.Y2);
+    AddRectangle(command, line);
     command
         .Number("--like", line->Like, "Tile number of the ground",
                 {0, FittingField<int32_t>.Max})
@@ -98,7 +103,6 @@ void AddTerrainFill(Command& family) {
     command.Flag("--keep-ways", line->Brush.KeepWays,
                  "Leave posts with a river, road or railroad out");
     AddBrushOptions(command, *line);
-    command.Check([line] { line->RequireCornersInside(); });
     command.Run([line](CommandContext& context) {
         context.OpenToWrite(line->Files);
         const LearnedLand land = Learn(context.State);
@@ -114,10 +118,8 @@ void AddTerrainMend(Command& family) {
         "mend", "Give the posts of a rectangle other tiles so that their seams fit, and "
                 "save");
     const auto line = std::make_shared<BrushLine>(command);
-    AddPost(command, "X1", line->Box.X1, "Y1", line->Box.Y1);
-    AddPost(command, "X2", line->Box.X2, "Y2", line->Box.Y2);
+    AddRectangle(command, line);
     AddBrushOptions(command, *line);
-    command.Check([line] { line->RequireCornersInside(); });
     command.Run([line](CommandContext& context) {
         context.OpenToWrite(line->Files);
         const LearnedLand land = Learn(context.State);
