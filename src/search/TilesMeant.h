@@ -1,10 +1,13 @@
 #pragma once
 
 #include "catalogue/TextureBin.h"
+#include "catalogue/TileNumbers.h"
 #include "levels/Terrain.h"
 #include "program/SearchResults.h"
 
 #include <cstdint>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +24,22 @@ inline bool IsMeant(const TileMarks& marks, int32_t number) {
 // The tiles whose name holds one of the words, which are parted by commas, or whose kind
 // begins with one ("thick" is Thick Forest); without regard to case. No words, no tiles.
 TileMarks TilesMeant(const TileLookup& lookup, std::string_view words);
+
+// Whose numbers a text may hold: tiles of the catalogue, or any that a post can have.
+enum class TilesFrom { Catalogue, Anywhere };
+
+// What a list of tiles comes to whose words are numbers, or what TilesMeant takes.
+struct TilesOfText {
+    std::vector<int32_t> Numbers; // rising, each once
+    std::string Unknown;          // the first word that means no tile
+};
+TilesOfText TilesWritten(const TileLookup& lookup, std::string_view words,
+                         TilesFrom from);
+
+// Of numbers from 0 to MostTileNumber.
+TileMarks MarksOf(std::span<const int32_t> numbers);
+// Of a terrain whose posts all have another tile.
+constexpr int32_t MostTileNumber = MaxGridWidth * TilesPerSet;
 
 // All of a class code, or of a set from 1.
 TileMarks TilesOfKind(const TileLookup& lookup, int32_t terrain);
