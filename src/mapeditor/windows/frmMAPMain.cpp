@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPixmap>
 #include <QTimer>
 
 namespace vardenix {
@@ -295,6 +296,10 @@ void frmMAPMain::cmdVardenix_Click() {
     EndFlashing();
     workspace_.ShowWorkspace();
     hide();
+}
+
+void frmMAPMain::ShowMap(const QImage& picture) {
+    ui_->picMap->setPixmap(QPixmap::fromImage(picture));
 }
 
 void frmMAPMain::hideEvent(QHideEvent* event) {
