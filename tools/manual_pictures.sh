@@ -245,6 +245,19 @@ picture frmVXSearchOptions.png '^Search For a Tile'
 keys Return
 up "$results"
 picture frmVXSearchResults.png "$results"
+keys ctrl+r
+up '^Replace Tiles'
+xdotool type plains
+keys Tab
+xdotool type 'swamp, 17'
+sleep 0.5
+picture FrmVXReplace.png '^Replace Tiles'
+keys Escape
+click "$panel" 142 8 # Tools
+keys t
+up '^Theater Statistics'
+picture FrmVXStatistics.png '^Theater Statistics'
+keys alt+F4
 click "$panel" 31 501 # it goes
 
 click "$panel" 142 8 # Tools
