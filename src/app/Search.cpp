@@ -16,7 +16,6 @@
 
 #include <QElapsedTimer>
 
-#include <array>
 #include <initializer_list>
 
 namespace vardenix {
@@ -115,8 +114,8 @@ void Search::FindRow(const StatisticsRow& row) {
         workspace_.ShowWindow(&Configuration::PalWinVis, true);
         return;
     }
-    Find([this, row] {
-        state_.Search.Results = PostsOfRow(state_.Terrain, state_.Catalogue.Lookup, row);
+    ShowFound([this, row](SearchResults& hits) {
+        hits = PostsOfRow(state_.Terrain, state_.Catalogue.Lookup, row);
     });
 }
 
@@ -139,27 +138,26 @@ void Search::ShowResults(bool shown) {
 }
 
 void Search::SearchTiles() {
-    Find([this] {
-        SearchState& search = state_.Search;
-        FindPosts(state_.Terrain, state_.Catalogue.Lookup, search, workspace_.Panel(),
-                  search.Results);
+    ShowFound([this](SearchResults& hits) {
+        FindPosts(state_.Terrain, state_.Catalogue.Lookup, state_.Search,
+                  workspace_.Panel(), hits);
     });
 }
 
 void Search::FindTile(int32_t tile) {
-    Find([this, tile] {
-        state_.Search.Results = PostsOfTiles(state_.Terrain, MarksOf(std::array{tile}));
+    ShowFound([this, tile](SearchResults& hits) {
+        hits = PostsOfNumber(state_.Terrain, tile);
     });
 }
 
-void Search::Find(const std::function<void()>& find) {
+void Search::ShowFound(const std::function<void(SearchResults&)>& find) {
     FrmVXMain& panel = workspace_.Panel();
     Results().PopulateResList([&] {
         const BusyWhile busy(workspace_);
         SearchState& search = state_.Search;
         QElapsedTimer timer;
         timer.start();
-        find();
+        find(search.Results);
         search.Milliseconds = static_cast<double>(timer.nsecsElapsed()) / 1e6;
     });
     state_.Configuration.SearchResWinVis = true;

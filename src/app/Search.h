@@ -29,6 +29,8 @@ public:
     void Make(DerivedFile kind);
     void ShowOptions();
     void ShowResults(bool shown);
+    // Shows hits that another command has found.
+    void ShowFound(const std::function<void(SearchResults&)>& find);
     // The posts that have a tile, as hits.
     void FindTile(int32_t tile);
     void ShowStatistics();
@@ -39,8 +41,6 @@ private:
     frmVXSearchOptions& Options();
     frmVXSearchResults& Results();
     FrmVXReplace& Replace();
-    // `find` fills the state's results.
-    void Find(const std::function<void()>& find);
     void SearchTiles();
     void ReplaceNow();
     void FindRow(const StatisticsRow& row);

@@ -89,18 +89,6 @@ SearchResults SeaOf(const Terrain& terrain, const TileLookup& lookup) {
     return hits;
 }
 
-// Also of numbers that no table of tiles could reach.
-SearchResults PostsOfNumber(const Terrain& terrain, int32_t number) {
-    SearchResults hits(1);
-    int32_t serial = 0;
-    for (const TerrainPost& post : terrain.LxArr.Values()) {
-        ++serial;
-        if (post.TileOffset == number)
-            hits.push_back(serial);
-    }
-    return hits;
-}
-
 } // namespace
 
 std::vector<StatisticsGroup> GroupsOf(const Statistics& told, const TileLookup& lookup) {

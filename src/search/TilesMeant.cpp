@@ -128,6 +128,11 @@ SearchResults PostsOfTiles(const Terrain& terrain, const TileMarks& marks) {
     });
 }
 
+SearchResults PostsOfNumber(const Terrain& terrain, int32_t number) {
+    return PostsWhere(terrain,
+                      [&](const TerrainPost& post) { return post.TileOffset == number; });
+}
+
 SearchResults PostsBetween(const Terrain& terrain, int32_t low, int32_t high) {
     return PostsWhere(terrain, [&](const TerrainPost& post) {
         return post.Elevation >= low && post.Elevation <= high;

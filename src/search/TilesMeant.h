@@ -45,6 +45,8 @@ constexpr int32_t MostTileNumber = MaxGridWidth * TilesPerSet;
 TileMarks TilesOfKind(const TileLookup& lookup, int32_t terrain);
 TileMarks TilesOfSet(const TileLookup& lookup, int32_t set);
 
+// The posts with that number, whether the catalogue has it or not.
+SearchResults PostsOfNumber(const Terrain& terrain, int32_t number);
 // The posts whose tile is meant, or whose elevation lies from `low` to `high` feet.
 SearchResults PostsOfTiles(const Terrain& terrain, const TileMarks& marks);
 SearchResults PostsBetween(const Terrain& terrain, int32_t low, int32_t high);
