@@ -54,6 +54,7 @@ void MapEditor::PaintPart() {
                            view.MapBottomY + view.ViewRows() / 2};
     view.ApplyMAP = true;
     view.L0Mode = view.ShowExport = view.ShowHeights = view.ShowAreasPaths = false;
+    view.ShowRelief = view.ShowContours = false;
     view.ZoomPosts = 1;
     view.TilePixels = PostSide;
     view.RoomWidth = frmMAPMain::MapPartWidth;
