@@ -2,6 +2,7 @@
 
 #include "app/BusyWhile.h"
 #include "app/SaveAll.h"
+#include "files/FileNames.h"
 #include "files/OwnFolders.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/Processes.h"
@@ -47,6 +48,10 @@ DirtyFlags FlagsOfAll(const ProgramState& state) {
             .L2 = state.Flags.L2,
             .L0ELV = MayDiffer(state, Paper::Heights),
             .MAP = MayDiffer(state, Paper::MapFile)};
+}
+
+const std::string& FileOfLayer(const Terrain& terrain, Layer layer) {
+    return layer == Layer::Heights ? terrain.Elevations.Path : terrain.LFilename;
 }
 
 } // namespace
@@ -241,14 +246,26 @@ SavingParts Workspace::Saving() {
     return {state_.Terrain, view_, platform_.Dialogs, Panel(), log_, Panel()};
 }
 
+// Work goes on upon the files that were opened, which a copy elsewhere leaves as they
+// are.
 void Workspace::SaveTheater(bool as) {
     if (const auto saved = CmdSaveTheater(Saving(), as)) {
-        state_.Changes.Saved(PaperOf(view_.Edited()));
-        Tell(SavedWords(*saved, platform_.Clock.Now()));
+        const Paper paper = PaperOf(view_.Edited());
+        const bool own = SameFile(*saved, FileOfLayer(state_.Terrain, view_.Edited()));
+        if (own)
+            state_.Changes.Saved(paper);
+        else
+            copied_.at(static_cast<size_t>(paper)) = state_.Changes.Revision(paper);
+        Tell(SavedWords(*saved, platform_.Clock.Now()) +
+             (own ? "" : "; the file that was opened is as it was"));
         for (WorkspacePart* part : parts_)
             part->TheaterSaved();
     }
     Panel().RedrawSaveButton();
+}
+
+bool Workspace::LiesElsewhere(Paper paper) const {
+    return copied_.at(static_cast<size_t>(paper)) == state_.Changes.Revision(paper);
 }
 
 void Workspace::TakeTyped() {

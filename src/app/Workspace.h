@@ -15,8 +15,11 @@
 #include "workspace/TheaterSaving.h"
 #include "workspace/UndoPoints.h"
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -68,6 +71,8 @@ public:
     void EditL0Elv(bool on);
     // Under a name that the user is asked for, or over the files that were opened.
     void SaveTheater(bool as);
+    // The paper as it is now was saved under another name.
+    bool LiesElsewhere(Paper paper) const;
     SavingParts Saving();
     // Before and after level 2, catalogue and theater.map are saved as one; the flags
     // fall.
@@ -154,6 +159,7 @@ private:
     DeskPlaces places_;
     DeskMemory desk_;
     std::string nextProgram_;
+    std::array<std::optional<uint64_t>, AllPapers.size()> copied_; // revisions
     std::unique_ptr<DeskWindow> deskWindow_; // while the user wants it
     bool held_ = false;                      // the painting
     bool repaintWanted_ = false;             // since then

@@ -1,5 +1,6 @@
 // A theater is edited with mouse and keys, saved, and read back from the disk by code of
 // the tests' own.
+#include "endtoend/ControlsOnDesktop.h"
 #include "endtoend/EditingOnDesktop.h"
 
 #include <csignal>
@@ -162,6 +163,28 @@ TEST_F(EditingEndToEnd, AStrokeKeepsItsCornersWhileTheProgramIsBusy) {
     ASSERT_NO_FATAL_FAILURE(ExpectPainted(
         before, saved,
         {{0, 0}, {0, 1}, {0, 2}, {0, 3}, {0, 4}, {1, 4}, {2, 4}, {3, 4}, {4, 4}}, tile));
+    Leave();
+}
+
+// A step back over a change in bulk paints the preview anew, which takes a while.
+TEST_F(EditingEndToEnd, AKeyThatComesDuringARepaintIsHeardAfterIt) {
+    const MadeLevel before = Level2();
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
+    const ControlsOnDesktop panel(desktop_, folder_.File("desktop"), "FrmVXMain", Panel);
+    const Picture untouched = MapPicture();
+    panel.Press("Command3");
+    ClickPost(1, 2, 1);
+    ASSERT_TRUE(Await([&](const Picture& map) { return map != untouched; }));
+    panel.Press("Command4");
+    ASSERT_TRUE(Await([&](const Picture& map) { return map == untouched; }));
+    desktop_.Activate(Map);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+    program_.Signal(SIGSTOP);
+    desktop_.Keys({"ctrl+z", "ctrl+s"});
+    program_.Signal(SIGCONT);
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
+    EXPECT_EQ(Differences(before, Level2()).size(), 1U);
     Leave();
 }
 

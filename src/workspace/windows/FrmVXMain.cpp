@@ -261,7 +261,12 @@ void FrmVXMain::SetText(const std::string& text) {
     ui_->PB3->setTextVisible(!text.empty());
 }
 
-void FrmVXMain::LetEventsThrough() { QCoreApplication::processEvents(); }
+// Clicks and keys stay in their queue, in their order, until the work is done: the panel
+// is locked meanwhile, which would lose them, and an editor that is open is not, which
+// would have them in the middle of it.
+void FrmVXMain::LetEventsThrough() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
 
 void FrmVXMain::SetShift(bool down) {
     if (shiftDown_ == down)
