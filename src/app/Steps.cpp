@@ -49,11 +49,11 @@ void Steps::GoTo(size_t position) {
 }
 
 void Steps::ShowPlace(size_t position) {
-    const ChangeLog& changes = workspace_.State().Changes;
+    ChangeLog& changes = workspace_.State().Changes;
     if (position == 0 || position > changes.Count())
         return;
     const auto place =
-        PlaceOf(changes.At(position - 1), workspace_.State().Terrain.MapWidth,
+        PlaceOf(changes.Whole(position - 1), workspace_.State().Terrain.MapWidth,
                 InView(workspace_.View()));
     if (!place)
         return workspace_.Tell("This change has no place on the map");

@@ -36,7 +36,7 @@ struct Subsystems {
     vardenix::Workspace Workspace;
     vardenix::RestorePoints RestorePoints{Workspace};
     vardenix::Steps Steps{Workspace};
-    vardenix::History History{Workspace, Steps};
+    vardenix::History History{Workspace, Steps, Recovery};
     vardenix::Regions Regions{Workspace};
     vardenix::Features Features{Workspace};
     vardenix::Search Search{Workspace, RestorePoints};

@@ -24,6 +24,7 @@ struct Desk {
     // The frames of the panel that are folded, by their names, with a blank between them;
     // nothing until the user has folded one.
     std::optional<std::string> Folded;
+    bool History = false; // its window is open
 };
 
 constexpr size_t MostRecent = 9;

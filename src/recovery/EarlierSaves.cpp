@@ -265,7 +265,10 @@ SaveKeeper::SaveKeeper(ProgramState& state, std::string folder)
             Hold(paper);
 }
 
-void SaveKeeper::Walked(const Change& /*change*/, Walk /*walk*/) {}
+void SaveKeeper::Walked(const Change& change, Walk /*walk*/) {
+    if (change.OtherHeights && !folder_.empty())
+        Hold(Paper::Heights);
+}
 
 void SaveKeeper::Hold(Paper paper) {
     auto& held = held_[static_cast<size_t>(paper)];
