@@ -505,6 +505,22 @@ TEST_F(FrmStartUpTest, ATheaterThatIsNamedOpensAtOnce) {
     EXPECT_EQ(state_.Terrain.MapWidth, 32);
 }
 
+TEST_F(FrmStartUpTest, AnInstallThatIsNamedListsItsTheaters) {
+    MakeTheater("install/terrdata/north");
+    folder_.Write("install/theater.lst", "north.tdf\n");
+    folder_.Write("install/north.tdf", "NAME North\nTERRAINDIR terrdata\\north\n");
+    Open();
+    QSignalSpy opened(window_.get(), &FrmStartUp::TheaterOpened);
+    window_->OpenTheater(folder_.File("install"));
+    EXPECT_EQ(opened.count(), 0); // which one is the user's to say
+    auto& list = Find<QComboBox>(*window_, "Combo1");
+    ASSERT_EQ(list.count(), 2);
+    EXPECT_EQ(list.currentIndex(), 1);
+    EXPECT_TRUE(list.currentText().startsWith("North"));
+    EXPECT_TRUE(Text("Text1").ends_with("Theater.L2")) << Text("Text1");
+    ExpectUsable();
+}
+
 TEST_F(FrmStartUpTest, EscAndTheCloseBoxAskForTheExit) {
     Open();
     QSignalSpy exits(window_.get(), &FrmStartUp::ExitWanted);
