@@ -148,6 +148,10 @@ void Workspace::ApplySavedLayout() {
     for (WorkspacePart* part : parts_)
         part->PlaceWindows();
     if (first && oneWindow) {
+        // Where they go when each gets its own window back.
+        places_.Store();
+        for (WorkspacePart* part : parts_)
+            part->StorePlaces();
         state_.Configuration.PalWinVis = true;
         desk_.Change([](Desk& desk) { desk.OneWindow = true; });
     }

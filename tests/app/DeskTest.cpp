@@ -132,5 +132,17 @@ TEST_F(DeskTest, SearchResultsComeUpBesideTheFeatures) {
     EXPECT_NE(features.topLeft(), results.topLeft());
 }
 
+TEST_F(DeskTest, WindowsOfAFirstStartPartSideBySide) {
+    std::filesystem::remove(folder_.File("Desk.ini"));
+    state_.Configuration.MainWinVis = state_.Configuration.ThPrevWinVis = false;
+    Open();
+    ASSERT_TRUE(workspace_->IsOneWindow());
+    workspace_->SetOneWindow(false);
+    const QRect panel = workspace_->Panel().frameGeometry();
+    EXPECT_GT(Window("FrmVXMap").x(), panel.x() + 200);
+    EXPECT_NE(Window("FrmVXTilePal").pos(), panel.topLeft());
+    EXPECT_NE(Window("FrmVXTheaterPreview").pos(), panel.topLeft());
+}
+
 } // namespace
 } // namespace vardenix
