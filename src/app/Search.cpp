@@ -53,6 +53,7 @@ void Search::Make(DerivedFile kind) {
 }
 
 void Search::ShowOptions() {
+    StayOver(Options(), *workspace_.Windows().Map->window());
     Options().show();
     Options().raise();
     Options().activateWindow();
@@ -87,6 +88,8 @@ void Search::ShowWindows(bool workspaceShown) {
     const bool wanted = state_.Configuration.SearchResWinVis;
     if (!workspaceShown && options_)
         options_->hide();
+    if (options_) // the map may be a part of another window by now
+        StayOver(*options_, *workspace_.Windows().Map->window());
     if (results_ || (workspaceShown && wanted))
         ShowTool(Results(), workspaceShown && wanted);
     hitFrames_.Shown = wanted;
@@ -110,8 +113,7 @@ std::optional<DeskPart> Search::Docked() {
 }
 
 void Search::PlaceWindows() {
-    PlaceLowerRight(Results(), state_.Configuration.SearchResWinPos,
-                    workspace_.Windows());
+    PlaceTool(Results(), state_.Configuration.SearchResWinPos, workspace_.Windows());
 }
 
 void Search::StorePlaces() {

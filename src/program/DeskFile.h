@@ -3,12 +3,23 @@
 #include "program/TheaterOpening.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vardenix {
+
+// What the map shows: its lower left post, from 0, and posts a cell.
+struct DeskView {
+    int32_t X = 0;
+    int32_t Y = 0;
+    int16_t ZoomPosts = 1;
+
+    friend bool operator==(const DeskView&, const DeskView&) = default;
+};
 
 // What the program remembers beside the settings, in a file of its own: older versions
 // write VX.ini whole, and would lose what they do not know.
@@ -25,6 +36,21 @@ struct Desk {
     // nothing until the user has folded one.
     std::optional<std::string> Folded;
     bool History = false; // its window is open
+    bool PanelHidden = false; // in the one window
+    std::optional<bool> Dark; // the user's choice; nothing follows the desktop
+
+    // The map's tool as this file calls it ("brush", ...), and posts along a side of the
+    // brush; 0 where none was stored.
+    std::string Tool;
+    int32_t BrushSize = 0;
+    // The kind of tiles in the palette, and the row that it was scrolled to.
+    std::optional<int32_t> PaletteClass;
+    int32_t PaletteRow = 0;
+
+    // What was seen last of those theaters, by their folders.
+    std::map<std::string, DeskView> Views;
+    // The folder of the theater that this view is wanted of at the next opening.
+    std::string Resume;
 };
 
 constexpr size_t MostRecent = 9;

@@ -30,6 +30,14 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     kept.OneWindow = true;
     kept.Folded = "Frame1 Frame3";
     kept.History = true;
+    kept.PanelHidden = true;
+    kept.Dark = false;
+    kept.Tool = "fill";
+    kept.BrushSize = 5;
+    kept.PaletteClass = 0;
+    kept.PaletteRow = 12;
+    kept.Views["'q'"] = {.X = 12, .Y = 0, .ZoomPosts = 300};
+    kept.Resume = "'q'";
     for (int i = 0; i < 2000; ++i)
         kept.Layout += "Ab3+/="[i * i % 7 % 6];
     WriteDesk(folder.Path() + "/", kept);
@@ -40,6 +48,14 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     EXPECT_EQ(desk.Folded, "Frame1 Frame3");
     EXPECT_TRUE(desk.History);
     EXPECT_EQ(desk.Layout, kept.Layout);
+    EXPECT_TRUE(desk.PanelHidden);
+    EXPECT_EQ(desk.Dark, false);
+    EXPECT_EQ(desk.Tool, "fill");
+    EXPECT_EQ(desk.BrushSize, 5);
+    EXPECT_EQ(desk.PaletteClass, 0);
+    EXPECT_EQ(desk.PaletteRow, 12);
+    EXPECT_EQ(desk.Views, kept.Views);
+    EXPECT_EQ(desk.Resume, "'q'");
 }
 
 TEST(DeskFile, IsAPlainProfileFile) {
@@ -62,6 +78,14 @@ TEST(DeskFile, OneThatIsBrokenRemembersWhatCanBeRead) {
                  "[RECENT]\nTHEATER1=\nTHEATER2=/x\nTHEATER3=/x\nTHEATER12=/far\n");
     const Desk desk = ReadDesk(folder.Path() + "/");
     EXPECT_EQ(desk.Recent, std::vector<std::string>{"/x"});
+}
+
+TEST(DeskFile, AViewThatNoMapHasIsForgotten) {
+    const TestFolder folder;
+    folder.Write("Desk.ini", "[RECENT]\nTHEATER1=/a\nVIEW1=1 2\nTHEATER2=/b\nVIEW2=-1 2 "
+                             "3\nTHEATER3=/c\nVIEW3=1 2 0\nTHEATER4=/d\nVIEW4=4 5 6\n");
+    const std::map<std::string, DeskView> views{{"/d", {4, 5, 6}}};
+    EXPECT_EQ(ReadDesk(folder.Path() + "/").Views, views);
 }
 
 TEST(DeskFile, AFolderInItsPlaceIsNotAbsence) {
