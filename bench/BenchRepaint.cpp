@@ -220,6 +220,10 @@ void Register() {
     add("MapColors", paint([](MapView& view) { view.ApplyMAP = true; }), {Near, Far});
     add("Night", paint([](MapView& view) { view.ApplyNight = true; }), {Near, Far});
     add("Grid", paint([](MapView& view) { view.ShowGrid = true; }), {Near, Far});
+    add("Relief", paint([](MapView& view) { view.ShowRelief = true; }),
+        {Near, Middle, Far});
+    add("Contours", paint([](MapView& view) { view.ShowContours = true; }),
+        {Near, Middle, Far});
     add("AreasAndPaths", paint([](MapView& view) { view.ShowAreasPaths = true; }),
         {Near, Middle, Far});
     add("FilledAreas", paint([](MapView& view) {

@@ -257,6 +257,19 @@ picture frmVXSearchOptions.png '^Search For a Tile'
 keys Return
 up "$results"
 picture frmVXSearchResults.png "$results"
+keys ctrl+r
+up '^Replace Tiles'
+xdotool type plains
+keys Tab
+xdotool type 'swamp, 17'
+sleep 0.5
+picture FrmVXReplace.png '^Replace Tiles'
+keys Escape
+click "$panel" 142 8 # Tools
+keys t
+up '^Theater Statistics'
+picture FrmVXStatistics.png '^Theater Statistics'
+keys alt+F4
 press "$panel" FrmVXMain chkShowResults # it goes
 
 click "$panel" 142 8 # Tools

@@ -32,13 +32,8 @@ void TakeUpTool(MapInteraction& interaction, const Desk& desk) {
         interaction.BrushSize = std::clamp(desk.BrushSize, 1, int32_t{MaxBrushSize});
 }
 
-std::string FolderOfOpened(const ProgramState& state) {
-    return FolderOfTheater({state.Terrain.LFilename, state.Catalogue.BinPath,
-                            state.MAPFile, state.Catalogue.DDSFolder});
-}
-
 void TakeUpView(Workspace& workspace, const Desk& desk) {
-    const std::string folder = FolderOfOpened(workspace.State());
+    const std::string folder = workspace.TheaterFolder();
     const auto seen = desk.Views.find(folder);
     if (folder.empty() || desk.Resume != folder || seen == desk.Views.end())
         return;
@@ -68,7 +63,7 @@ void TakeUpHabits(Workspace& workspace, const Desk& desk) {
 
 void NoteOpened(const Workspace& workspace, Desk& desk) {
     desk.Resume.clear();
-    NoteTheater(desk, FolderOfOpened(workspace.State()));
+    NoteTheater(desk, workspace.TheaterFolder());
 }
 
 void NoteHabits(const Workspace& workspace, Desk& desk) {
@@ -85,7 +80,7 @@ void NoteHabits(const Workspace& workspace, Desk& desk) {
         desk.PaletteRow = palette.FirstRow();
     }
     const MapView& view = workspace.View();
-    if (const std::string folder = FolderOfOpened(workspace.State()); !folder.empty())
+    if (const std::string folder = workspace.TheaterFolder(); !folder.empty())
         desk.Views[folder] = {view.MapLeftX, view.MapBottomY, view.ZoomPosts};
 }
 

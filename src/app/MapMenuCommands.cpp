@@ -32,7 +32,20 @@ constexpr auto MapMenuRows = std::to_array<Command>({
      .Text = "Locate Color in &MAP Editor",
      .InMapMenu = true,
      .Can = [](const Subsystems& all) { return OnPost(all) && all.MapEditor.CanOpen(); },
-     .Do = [](Subsystems& all) { all.MapEditor.Locate(Post(all).Palette); }},
+     .Do =
+         [](Subsystems& all) {
+             all.MapEditor.Locate(all.Workspace.Interaction().PopupSerial);
+         }},
+    {.Id = "mnuFindTile",
+     .Text = "&Find this Tile",
+     .InMapMenu = true,
+     .Can = OnPost,
+     .Do = [](Subsystems& all) { all.Search.FindTile(Post(all).TileOffset); }},
+    {.Id = "mnuReplaceTile",
+     .Text = "&Replace this Tile...",
+     .InMapMenu = true,
+     .Can = OnPost,
+     .Do = [](Subsystems& all) { all.Search.ShowReplace(Post(all).TileOffset); }},
 });
 
 constexpr auto Keys = std::to_array<ControlKey>({

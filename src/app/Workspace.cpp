@@ -161,6 +161,7 @@ void Workspace::ApplySavedLayout() {
         desk_.Change([](Desk& desk) { desk.OneWindow = true; });
     }
     windows_.Palette->Command1_Click();
+    TakeRelief();
     windows_.Panel->ShowSettings();
     CommandsChanged();
     if (oneWindow) {
@@ -171,6 +172,8 @@ void Workspace::ApplySavedLayout() {
         ShowParts(true);
     }
     TakeUpHabits(*this, desk_.Read());
+    for (WorkspacePart* part : parts_)
+        part->TheaterOpened();
     RefreshPicArray();
     desk_.Change([this](Desk& desk) { NoteOpened(*this, desk); });
 }
@@ -316,6 +319,31 @@ void Workspace::EditL0Elv(bool on) {
     undo_.ShowButtons(view_.Edited());
 }
 
+std::string Workspace::TheaterFolder() const {
+    return FolderOfTheater({state_.Terrain.LFilename, state_.Catalogue.BinPath,
+                            state_.MAPFile, state_.Catalogue.DDSFolder});
+}
+
+void Workspace::TakeRelief() {
+    if (const auto looks = desk_.Read().Relief) {
+        view_.ShowRelief = looks->Shown;
+        view_.ReliefAlone = looks->Alone;
+        view_.ReliefStrength = looks->Strength;
+        view_.ShowContours = looks->Contours;
+        view_.ContourStep = looks->Step;
+    }
+}
+
+void Workspace::RememberRelief() {
+    const ReliefLooks looks{.Shown = view_.ShowRelief,
+                            .Alone = view_.ReliefAlone,
+                            .Strength = view_.ReliefStrength,
+                            .Contours = view_.ShowContours,
+                            .Step = view_.ContourStep};
+    if (looks != desk_.Read().Relief.value_or(ReliefLooks()))
+        desk_.Change([&looks](Desk& desk) { desk.Relief = looks; });
+}
+
 void Workspace::RefreshPicArray() {
     if (held_)
         repaintWanted_ = true;
@@ -459,6 +487,7 @@ void Workspace::WindowHidden(const char* checkBoxName) {
 }
 
 void Workspace::StorePlaces() {
+    RememberRelief();
     places_.Store();
     for (WorkspacePart* part : parts_)
         part->StorePlaces();

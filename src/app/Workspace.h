@@ -116,6 +116,8 @@ public:
     FrmVXMain& Panel() const { return *windows_.Panel; }
     FrmVXMap& Map() const { return *windows_.Map; }
     const DeskMemory& Memory() const { return desk_; }
+    // As FolderOfTheater has it.
+    std::string TheaterFolder() const;
 
     void RefreshPicArray() override;
     void LoadImageControls() override;
@@ -138,6 +140,8 @@ private:
     void PaintWanted();
     void ShowParts(bool workspaceShown);
     void ForgetLostTile();
+    void TakeRelief();
+    void RememberRelief();
     // Windows of their own again lie over the map, and the panel over all.
     void KeepOrder();
     void FoldPanel(bool oneWindow);

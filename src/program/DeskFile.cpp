@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
 
 namespace vardenix {
 
@@ -73,6 +74,62 @@ constexpr size_t LayoutPiece = 700;
 
 std::string KeyOfLayout(size_t index) { return "LAYOUT" + std::to_string(index + 1); }
 
+std::string SectionOfFeatures(size_t index) {
+    return "FEATURES" + std::to_string(index + 1);
+}
+
+std::string KeyOfFile(size_t index) { return "FILE" + std::to_string(index + 1); }
+
+int32_t NumberIn(const ProfileFile& file, const char* key, int32_t least, int32_t most) {
+    return std::clamp(ClampToInt32(Val(file.Read("RELIEF", key))), least, most);
+}
+
+std::optional<ReliefLooks> ReadRelief(const ProfileFile& file) {
+    if (!file.Has("RELIEF", "STRENGTH"))
+        return std::nullopt;
+    const auto isOn = [&file](const char* key) {
+        return Val(file.Read("RELIEF", key)) != 0;
+    };
+    return ReliefLooks{.Shown = isOn("SHOWN"),
+                       .Alone = isOn("ALONE"),
+                       .Strength = NumberIn(file, "STRENGTH", 0, 100),
+                       .Contours = isOn("CONTOURS"),
+                       .Step = NumberIn(file, "STEP", 1, INT16_MAX)};
+}
+
+std::vector<FeaturesOfTheater> ReadFeatures(const ProfileFile& file) {
+    std::vector<FeaturesOfTheater> all;
+    for (size_t i = 0; i < MostRecent; ++i) {
+        const std::string section = SectionOfFeatures(i);
+        FeaturesOfTheater features{.Theater = file.Read(section, "THEATER"),
+                                   .Files = {},
+                                   .Shown = file.Read(section, "SHOWN")};
+        for (size_t j = 0; j < MostFeatureFiles; ++j)
+            if (const std::string path = file.Read(section, KeyOfFile(j)); !path.empty())
+                features.Files.push_back(path);
+        if (!features.Theater.empty() && !features.Files.empty())
+            all.push_back(std::move(features));
+    }
+    return all;
+}
+
+void WriteRelief(const ReliefLooks& looks, ProfileWriter& file) {
+    const auto flag = [&file](const char* key, bool on) {
+        file.Write("RELIEF", key, on ? "-1" : "0");
+    };
+    flag("SHOWN", looks.Shown);
+    flag("ALONE", looks.Alone);
+    file.Write("RELIEF", "STRENGTH", std::to_string(looks.Strength));
+    flag("CONTOURS", looks.Contours);
+    file.Write("RELIEF", "STEP", std::to_string(looks.Step));
+}
+
+// A value that the file can hold.
+bool FitsFile(const std::string& value) {
+    return !value.empty() && value.size() <= ProfileValueBytes &&
+           value.find_first_of(std::string("\r\n\0", 3)) == value.npos;
+}
+
 // As one text for all ways to write the same path.
 std::string Compared(const std::string& path) {
     std::string text = UpperCase(ReplaceAll(path, "\\", "/"));
@@ -106,6 +163,8 @@ Desk ReadDesk(std::string_view appPath) {
     desk.History = Val(file.Read("WINDOWS", "HISTORY")) != 0;
     for (size_t i = 0; i < MostLayout / LayoutPiece; ++i)
         desk.Layout += file.Read("WINDOWS", KeyOfLayout(i));
+    desk.Relief = ReadRelief(file);
+    desk.Features = ReadFeatures(file);
     return desk;
 }
 
@@ -129,6 +188,15 @@ std::string DeskText(const Desk& desk) {
         for (size_t at = 0; at < desk.Layout.size(); at += LayoutPiece)
             file.Write("WINDOWS", KeyOfLayout(at / LayoutPiece),
                        desk.Layout.substr(at, LayoutPiece));
+    if (desk.Relief)
+        WriteRelief(*desk.Relief, file);
+    for (size_t i = 0; i < desk.Features.size(); ++i) {
+        const FeaturesOfTheater& features = desk.Features[i];
+        file.Write(SectionOfFeatures(i), "THEATER", features.Theater);
+        file.Write(SectionOfFeatures(i), "SHOWN", features.Shown);
+        for (size_t j = 0; j < features.Files.size(); ++j)
+            file.Write(SectionOfFeatures(i), KeyOfFile(j), features.Files[j]);
+    }
     return file.Text();
 }
 
@@ -157,12 +225,32 @@ std::string FolderOfTheater(const TheaterPaths& paths) {
 }
 
 void NoteTheater(Desk& desk, const std::string& folder) {
-    const bool oneLine = folder.find_first_of(std::string("\r\n\0", 3)) == folder.npos;
-    if (folder.empty() || folder.size() > ProfileValueBytes || !oneLine)
+    if (!FitsFile(folder))
         return;
     std::erase(desk.Recent, folder);
     desk.Recent.insert(desk.Recent.begin(), folder);
     desk.Recent.resize(std::min(desk.Recent.size(), MostRecent));
+}
+
+void NoteFeatures(Desk& desk, FeaturesOfTheater features) {
+    if (!FitsFile(features.Theater))
+        return;
+    std::erase_if(desk.Features, [&features](const FeaturesOfTheater& each) {
+        return each.Theater == features.Theater;
+    });
+    std::erase_if(features.Files,
+                  [](const std::string& path) { return !FitsFile(path); });
+    features.Files.resize(std::min(features.Files.size(), MostFeatureFiles));
+    if (features.Files.empty())
+        return;
+    desk.Features.insert(desk.Features.begin(), std::move(features));
+    desk.Features.resize(std::min(desk.Features.size(), MostRecent));
+}
+
+const FeaturesOfTheater* FeaturesOf(const Desk& desk, const std::string& folder) {
+    const auto found =
+        std::ranges::find(desk.Features, folder, &FeaturesOfTheater::Theater);
+    return found == desk.Features.end() ? nullptr : &*found;
 }
 
 } // namespace vardenix

@@ -94,6 +94,51 @@ TEST(DeskFile, AFolderInItsPlaceIsNotAbsence) {
     EXPECT_THROW(WriteDesk(folder.Path() + "/", {}), RuntimeError);
 }
 
+TEST(DeskFile, HoldsTheReliefAndTheFeaturesOfTheaters) {
+    const TestFolder folder;
+    Desk kept;
+    kept.Relief = {.Shown = true,
+                   .Alone = false,
+                   .Strength = 85,
+                   .Contours = true,
+                   .Step = 250};
+    NoteFeatures(kept, {"/old", {"/a.tdf"}, ""});
+    NoteFeatures(kept, {"/b c", {"/1.tdf", "/2 3.tdf"}, "ROAD CITY"});
+    WriteDesk(folder.Path() + "/", kept);
+    const Desk desk = ReadDesk(folder.Path() + "/");
+    ASSERT_TRUE(desk.Relief.has_value());
+    EXPECT_TRUE(desk.Relief->Shown && desk.Relief->Contours && !desk.Relief->Alone);
+    EXPECT_EQ(desk.Relief->Strength, 85);
+    EXPECT_EQ(desk.Relief->Step, 250);
+    ASSERT_EQ(desk.Features.size(), 2U);
+    const FeaturesOfTheater* features = FeaturesOf(desk, "/b c");
+    ASSERT_NE(features, nullptr);
+    EXPECT_EQ(features->Files, (std::vector<std::string>{"/1.tdf", "/2 3.tdf"}));
+    EXPECT_EQ(features->Shown, "ROAD CITY");
+    EXPECT_EQ(FeaturesOf(desk, "/else"), nullptr);
+}
+
+TEST(DeskFile, ReliefOutOfItsRangeIsBroughtInto) {
+    const TestFolder folder;
+    folder.Write("Desk.ini", "[RELIEF]\nSTRENGTH=900\nSTEP=0\n");
+    const auto relief = ReadDesk(folder.Path() + "/").Relief;
+    ASSERT_TRUE(relief.has_value());
+    EXPECT_EQ(relief->Strength, 100);
+    EXPECT_EQ(relief->Step, 1);
+}
+
+TEST(FeaturesOfTheaters, AreForgottenWithTheirLastFile) {
+    Desk desk;
+    NoteFeatures(desk, {"/t", {"/a.tdf"}, ""});
+    NoteFeatures(desk, {"/t", {"/b.tdf", "two\nlines"}, ""});
+    ASSERT_EQ(desk.Features.size(), 1U);
+    EXPECT_EQ(desk.Features[0].Files, std::vector<std::string>{"/b.tdf"});
+    NoteFeatures(desk, {"/t", {}, "ROAD"});
+    EXPECT_TRUE(desk.Features.empty());
+    NoteFeatures(desk, {"", {"/a.tdf"}, ""});
+    EXPECT_TRUE(desk.Features.empty());
+}
+
 TEST(RecentTheaters, TheNewestStandsFirstAndEachOnce) {
     Desk desk;
     for (const char* folder : {"/a", "/b", "/A", "/a"})

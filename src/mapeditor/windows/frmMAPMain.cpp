@@ -14,6 +14,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPixmap>
 #include <QTimer>
 
 namespace vardenix {
@@ -298,6 +299,10 @@ void frmMAPMain::cmdVardenix_Click() {
     EndFlashing();
     workspace_.ShowWorkspace();
     hide();
+}
+
+void frmMAPMain::ShowMap(const QImage& picture) {
+    ui_->picMap->setPixmap(QPixmap::fromImage(picture));
 }
 
 void frmMAPMain::hideEvent(QHideEvent* event) {

@@ -93,7 +93,9 @@ void FrmVXTheaterPreview::UpdatePart(PostPlace lowerLeft, int32_t across, int32_
     const Configuration& settings = state_.Configuration;
     if (UpdateHeights(state_.Terrain,
                       {settings.PreviewSeaColor, settings.PreviewLevelColors}, lowerLeft,
-                      across, down, pixels))
+                      across, down, pixels,
+                      {view_.ShowRelief ? view_.ReliefStrength : 0,
+                       view_.ShowContours ? view_.ContourStep : 0}))
         ui_->Picture1->update();
 }
 

@@ -116,6 +116,8 @@ void FrmVXMain::ShowSettings() {
     const MapView stored = ViewOfSettings(settings);
     ui_->sldrTrans->setValue(view_.MapAlpha);
     ui_->sldrBrightness->setValue(static_cast<int>(stored.Brightness));
+    ui_->sldrRelief->setValue(view_.ReliefStrength);
+    ui_->spnContourStep->setValue(view_.ContourStep);
     ui_->ZoomScroll->setValue(stored.ZoomPosts);
     ui_->ComTileWidth->setCurrentText(QString::number(stored.TilePixels));
     ShowColors();
