@@ -6,7 +6,7 @@ build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libfreeimage-dev li
                 libgdal-dev)
 run_packages=(fonts-liberation libgl1-mesa-dri 7zip)
 test_packages=(openssl libgtest-dev libbenchmark-dev xvfb xdotool openbox imagemagick x11-utils
-               clang-format clang-tidy python3 ccache gdal-bin)
+               clang-format clang-tidy lld python3 ccache gdal-bin)
 package_packages=(pandoc dpkg-dev lintian appstream desktop-file-utils)
 
 # Installs those of the packages named that are missing; quick when none is.
