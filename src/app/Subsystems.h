@@ -7,6 +7,7 @@
 #include "app/History.h"
 #include "app/MapClicks.h"
 #include "app/MapEditor.h"
+#include "app/MapKeys.h"
 #include "app/Opening.h"
 #include "app/Recovery.h"
 #include "app/Regions.h"
@@ -45,6 +46,7 @@ struct Subsystems {
     vardenix::Builder Builder{Workspace};
     vardenix::Recovery Recovery{Workspace}; // what it adds to others' words comes last
     MapClicks Clicks{Workspace, Regions, Features};
+    MapKeys Keys{Workspace};
     vardenix::Opening Opening{Workspace, RestorePoints, Clicks};
     vardenix::Commands Commands;
 };

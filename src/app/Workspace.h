@@ -112,9 +112,12 @@ public:
     const UndoPoints& Undo() const { return undo_; }
     TilePictures& Pictures() { return tilePictures_; }
     WorkspaceWindows& Windows() { return windows_; }
+    const WorkspaceWindows& Windows() const { return windows_; }
     FrmVXMain& Panel() const { return *windows_.Panel; }
     FrmVXMap& Map() const { return *windows_.Map; }
     const DeskMemory& Memory() const { return desk_; }
+    // As FolderOfTheater has it.
+    std::string TheaterFolder() const;
 
     void RefreshPicArray() override;
     void LoadImageControls() override;
@@ -137,7 +140,8 @@ private:
     void PaintWanted();
     void ShowParts(bool workspaceShown);
     void ForgetLostTile();
-    void RememberTheater();
+    void TakeRelief();
+    void RememberRelief();
     // Windows of their own again lie over the map, and the panel over all.
     void KeepOrder();
     void FoldPanel(bool oneWindow);

@@ -8,6 +8,8 @@
 #include "features/windows/FrmVXFeatures.h"
 #include "pictures/ImageLayer.h"
 #include "platform/windows/Theme.h"
+#include "search/windows/FrmVXReplace.h"
+#include "search/windows/FrmVXStatistics.h"
 #include "search/windows/frmVXSearchOptions.h"
 #include "search/windows/frmVXSearchResults.h"
 #include "windows/FrmVXMainTest.h"
@@ -80,7 +82,11 @@ std::unique_ptr<QWidget> Made(const std::string& name, Borrowed& with) {
         return std::make_unique<FrmVXRebiuldTheater>(state, with.Platform.All, with.Log,
                                                      with.RebuildVerbs);
     if (name == "frmVXSearchOptions")
-        return std::make_unique<frmVXSearchOptions>(state.Search);
+        return std::make_unique<frmVXSearchOptions>(state.Search, state.Catalogue.Lookup);
+    if (name == "FrmVXReplace")
+        return std::make_unique<FrmVXReplace>(state);
+    if (name == "FrmVXStatistics")
+        return std::make_unique<FrmVXStatistics>(state);
     if (name == "frmVXSearchResults")
         return std::make_unique<frmVXSearchResults>(state, with.Workspace);
     return nullptr;
