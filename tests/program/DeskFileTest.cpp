@@ -97,11 +97,8 @@ TEST(DeskFile, AFolderInItsPlaceIsNotAbsence) {
 TEST(DeskFile, HoldsTheReliefAndTheFeaturesOfTheaters) {
     const TestFolder folder;
     Desk kept;
-    kept.Relief = {.Shown = true,
-                   .Alone = false,
-                   .Strength = 85,
-                   .Contours = true,
-                   .Step = 250};
+    kept.Relief = {
+        .Shown = true, .Alone = false, .Strength = 85, .Contours = true, .Step = 250};
     NoteFeatures(kept, {"/old", {"/a.tdf"}, ""});
     NoteFeatures(kept, {"/b c", {"/1.tdf", "/2 3.tdf"}, "ROAD CITY"});
     WriteDesk(folder.Path() + "/", kept);
