@@ -58,7 +58,7 @@ FrmVXReplace& Search::Replace() {
     if (!replace_) {
         replace_ = std::make_unique<FrmVXReplace>(state_);
         KeepOverMap(*replace_, workspace_.Windows());
-        PlaceLowerRight(*replace_, {}, workspace_.Windows());
+        PlaceTool(*replace_, {}, workspace_.Windows());
         OnSignal(replace_.get(), &FrmVXReplace::ReplaceWanted, replace_.get(),
                  [this] { ReplaceNow(); });
         OnSignal(workspace_.Windows().Map.get(), &FrmVXMap::ToolsShown, replace_.get(),
