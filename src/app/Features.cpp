@@ -77,7 +77,7 @@ std::optional<DeskPart> Features::Docked() {
 }
 
 void Features::PlaceWindows() {
-    PlaceLowerRight(Window(), settings_.FeatWinPos, workspace_.Windows());
+    PlaceTool(Window(), settings_.FeatWinPos, workspace_.Windows());
 }
 
 void Features::StorePlaces() {

@@ -4,6 +4,7 @@
 #include "app/Regions.h"
 #include "app/Workspace.h"
 #include "workspace/MapMouse.h"
+#include "workspace/windows/FrmVXTileDetails.h"
 
 namespace vardenix {
 
@@ -23,7 +24,10 @@ private:
     void PickTile(int32_t tileNumber) override;
     void SetZoom(int16_t zoomPosts) override;
     void LoadFeatures(const std::vector<std::string>& paths) override;
+    void TakeDropped(const std::string& path) override;
     void HideFrame7() override;
+
+    FrmVXTileDetails::Helpers HelpersFor(PostPlace place, bool height);
 
     Workspace& workspace_;
     Regions& regions_;

@@ -61,6 +61,8 @@ constexpr auto Keys = std::to_array<ControlKey>({
     {"PicShow", "Zoom in or out round the pointer", "+ = -"},
     {"PicShow", "While held: the left button moves the map", "Space"},
     {"PicShow", "Context menu of the post under the cursor", "Menu Shift+F10"},
+    {"menus", "Menus File, Tools and Help, beside Alt+L, Alt+O and Alt+P",
+     "Alt+F Alt+T Alt+H"},
 });
 
 } // namespace

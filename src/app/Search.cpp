@@ -58,7 +58,7 @@ FrmVXReplace& Search::Replace() {
     if (!replace_) {
         replace_ = std::make_unique<FrmVXReplace>(state_);
         KeepOverMap(*replace_, workspace_.Windows());
-        PlaceLowerRight(*replace_, {}, workspace_.Windows());
+        PlaceTool(*replace_, {}, workspace_.Windows());
         OnSignal(replace_.get(), &FrmVXReplace::ReplaceWanted, replace_.get(),
                  [this] { ReplaceNow(); });
         OnSignal(workspace_.Windows().Map.get(), &FrmVXMap::ToolsShown, replace_.get(),
@@ -128,6 +128,7 @@ void Search::Make(DerivedFile kind) {
 }
 
 void Search::ShowOptions() {
+    StayOver(Options(), *workspace_.Windows().Map->window());
     Options().show();
     Options().raise();
     Options().activateWindow();
@@ -175,6 +176,8 @@ void Search::ShowWindows(bool workspaceShown) {
     const bool wanted = state_.Configuration.SearchResWinVis;
     if (!workspaceShown && options_)
         options_->hide();
+    if (options_) // the map may be a part of another window by now
+        StayOver(*options_, *workspace_.Windows().Map->window());
     for (QWidget* window :
          std::initializer_list<QWidget*>{replace_.get(), statistics_.get()})
         if (!workspaceShown && window != nullptr)
@@ -202,8 +205,7 @@ std::optional<DeskPart> Search::Docked() {
 }
 
 void Search::PlaceWindows() {
-    PlaceLowerRight(Results(), state_.Configuration.SearchResWinPos,
-                    workspace_.Windows());
+    PlaceTool(Results(), state_.Configuration.SearchResWinPos, workspace_.Windows());
 }
 
 void Search::StorePlaces() {

@@ -7,6 +7,7 @@
 #include "app/History.h"
 #include "app/MapClicks.h"
 #include "app/MapEditor.h"
+#include "app/MapKeys.h"
 #include "app/Opening.h"
 #include "app/Recovery.h"
 #include "app/Regions.h"
@@ -36,7 +37,7 @@ struct Subsystems {
     vardenix::Workspace Workspace;
     vardenix::RestorePoints RestorePoints{Workspace};
     vardenix::Steps Steps{Workspace};
-    vardenix::History History{Workspace, Steps};
+    vardenix::History History{Workspace, Steps, Recovery};
     vardenix::Regions Regions{Workspace};
     vardenix::Features Features{Workspace};
     vardenix::Search Search{Workspace, RestorePoints};
@@ -45,6 +46,7 @@ struct Subsystems {
     vardenix::Builder Builder{Workspace};
     vardenix::Recovery Recovery{Workspace}; // what it adds to others' words comes last
     MapClicks Clicks{Workspace, Regions, Features};
+    MapKeys Keys{Workspace};
     vardenix::Opening Opening{Workspace, RestorePoints, Clicks};
     vardenix::Commands Commands;
 };

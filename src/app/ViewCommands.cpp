@@ -1,15 +1,20 @@
 // The menu "View": what the map shows, which windows are seen, zoom and position.
 
 #include "app/Commands.h"
+#include "app/Habits.h"
 #include "app/Subsystems.h"
 #include "mapview/windows/FrmVXAreasPathsOptions.h"
 #include "mapview/windows/FrmVXHeightCols.h"
+#include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/Theme.h"
 #include "texts/RuntimeError.h"
 #include "workspace/PanelRules.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QMenu>
 
 #include <array>
 #include <optional>
@@ -115,6 +120,31 @@ void AskForAreasAndPaths(Workspace& workspace) {
     dialog.exec();
 }
 
+void FillColors(Subsystems& all, QMenu& menu) {
+    struct Choice {
+        const char* Text;
+        Scheme Wanted;
+    };
+    constexpr std::array choices{Choice{"As the &desktop's", Scheme::Desktop},
+                                 Choice{"&Light", Scheme::Light},
+                                 Choice{"Da&rk", Scheme::Dark}};
+    const DeskMemory& memory = all.Workspace.Memory();
+    const Scheme now = SchemeOf(memory.Read());
+    for (const Choice& choice : choices) {
+        QAction* entry = menu.addAction(choice.Text);
+        entry->setCheckable(true);
+        entry->setChecked(choice.Wanted == now);
+        OnSignal(entry, &QAction::triggered, &menu, [&memory, wanted = choice.Wanted] {
+            memory.Change([wanted](Desk& desk) {
+                desk.Dark.reset();
+                if (wanted != Scheme::Desktop)
+                    desk.Dark = wanted == Scheme::Dark;
+            });
+            UseScheme(wanted);
+        });
+    }
+}
+
 constexpr auto ViewRows =
     std::to_array<Command>(
         {
@@ -148,6 +178,7 @@ constexpr auto ViewRows =
              .Keys = "Ctrl+4",
              .Menu = "mnuView",
              .Button = "chkShowHeights",
+             .Icon = ":/heights.png",
              .Chosen = IsShown<&MapView::ShowHeights>,
              .Do = Switch<&MapView::ShowHeights, &Configuration::OptionShowHeights>},
             {.Id = "mnuShowSegments",
@@ -271,12 +302,14 @@ constexpr auto ViewRows =
              .Tip = "Round the pointer, as Ctrl and the wheel",
              .Menu = "mnuView",
              .Line = true,
+             .Icon = ":/plus.png",
              .Do = [](Subsystems& all) { all.Workspace.Map().ZoomBy(1); }},
             {.Id = "mnuZoomOut",
              .Text = "Zoom o&ut",
              .Keys = "Ctrl+-",
              .Tip = "Beyond 20 posts a cell each post is its tile's mean color",
              .Menu = "mnuView",
+             .Icon = ":/minus.png",
              .Do = [](Subsystems& all) { all.Workspace.Map().ZoomBy(-1); }},
             {.Id = "mnuZoomWhole",
              .Text = "&Whole map",
@@ -294,6 +327,7 @@ constexpr auto ViewRows =
                  [](Subsystems& all) {
                      all.Workspace.ShowPanel(!all.Workspace.ShowsPanel());
                  }},
+            {.Id = "mnuColors", .Text = "&Colors", .Menu = "mnuView", .Fill = FillColors},
             {.Id = "mnuBringAll",
              .Text = "&Bring all to front",
              .Keys = "F12",

@@ -7,6 +7,7 @@
 #include "texts/Numbers.h"
 
 #include <algorithm>
+#include <sstream>
 #include <utility>
 
 namespace vardenix {
@@ -18,6 +19,55 @@ std::string DeskPath(std::string_view appPath) {
 }
 
 std::string KeyOfRecent(size_t index) { return "THEATER" + std::to_string(index + 1); }
+
+std::string KeyOfView(size_t index) { return "VIEW" + std::to_string(index + 1); }
+
+std::optional<DeskView> ReadView(const std::string& text) {
+    std::istringstream words(text);
+    DeskView view;
+    if (words >> view.X >> view.Y >> view.ZoomPosts && view.X >= 0 && view.Y >= 0 &&
+        view.ZoomPosts >= 1)
+        return view;
+    return std::nullopt;
+}
+
+std::string ViewText(const DeskView& view) {
+    return std::to_string(view.X) + " " + std::to_string(view.Y) + " " +
+           std::to_string(view.ZoomPosts);
+}
+
+std::optional<int32_t> ReadNumber(const ProfileFile& file, const char* section,
+                                  const char* key) {
+    if (!file.Has(section, key))
+        return std::nullopt;
+    return ClampToInt32(Val(file.Read(section, key)));
+}
+
+void ReadHabits(const ProfileFile& file, Desk& desk) {
+    desk.PanelHidden = ReadNumber(file, "WINDOWS", "PANEL_HIDDEN").value_or(0) != 0;
+    if (const auto dark = ReadNumber(file, "WINDOWS", "DARK"))
+        desk.Dark = *dark != 0;
+    desk.Tool = file.Read("MAP", "TOOL");
+    desk.BrushSize = ReadNumber(file, "MAP", "BRUSH_SIZE").value_or(0);
+    desk.PaletteClass = ReadNumber(file, "PALETTE", "CLASS");
+    desk.PaletteRow = ReadNumber(file, "PALETTE", "ROW").value_or(0);
+    desk.Resume = file.Read("RECENT", "RESUME");
+}
+
+void WriteHabits(const Desk& desk, ProfileWriter& file) {
+    if (desk.PanelHidden)
+        file.Write("WINDOWS", "PANEL_HIDDEN", "-1");
+    if (desk.Dark)
+        file.Write("WINDOWS", "DARK", *desk.Dark ? "-1" : "0");
+    if (!desk.Tool.empty())
+        file.Write("MAP", "TOOL", desk.Tool);
+    if (desk.BrushSize != 0)
+        file.Write("MAP", "BRUSH_SIZE", std::to_string(desk.BrushSize));
+    if (desk.PaletteClass) {
+        file.Write("PALETTE", "CLASS", std::to_string(*desk.PaletteClass));
+        file.Write("PALETTE", "ROW", std::to_string(desk.PaletteRow));
+    }
+}
 
 // A layout has more characters than a value of such a file.
 constexpr size_t LayoutPiece = 700;
@@ -99,13 +149,18 @@ Desk ReadDesk(std::string_view appPath) {
     for (size_t i = 0; i < MostRecent; ++i) {
         const std::string folder = file.Read("RECENT", KeyOfRecent(i));
         if (!folder.empty() && std::find(desk.Recent.begin(), desk.Recent.end(),
-                                         folder) == desk.Recent.end())
+                                         folder) == desk.Recent.end()) {
             desk.Recent.push_back(folder);
+            if (const auto view = ReadView(file.Read("RECENT", KeyOfView(i))))
+                desk.Views[folder] = *view;
+        }
     }
+    ReadHabits(file, desk);
     if (file.Has("WINDOWS", "ONE_WINDOW"))
         desk.OneWindow = Val(file.Read("WINDOWS", "ONE_WINDOW")) != 0;
     if (file.Has("WINDOWS", "FOLDED"))
         desk.Folded = file.Read("WINDOWS", "FOLDED");
+    desk.History = Val(file.Read("WINDOWS", "HISTORY")) != 0;
     for (size_t i = 0; i < MostLayout / LayoutPiece; ++i)
         desk.Layout += file.Read("WINDOWS", KeyOfLayout(i));
     desk.Relief = ReadRelief(file);
@@ -117,10 +172,18 @@ std::string DeskText(const Desk& desk) {
     ProfileWriter file;
     for (size_t i = 0; i < desk.Recent.size(); ++i)
         file.Write("RECENT", KeyOfRecent(i), desk.Recent[i]);
+    for (size_t i = 0; i < desk.Recent.size(); ++i)
+        if (const auto view = desk.Views.find(desk.Recent[i]); view != desk.Views.end())
+            file.Write("RECENT", KeyOfView(i), ViewText(view->second));
+    if (!desk.Resume.empty())
+        file.Write("RECENT", "RESUME", desk.Resume);
     if (desk.OneWindow)
         file.Write("WINDOWS", "ONE_WINDOW", *desk.OneWindow ? "-1" : "0");
     if (desk.Folded)
         file.Write("WINDOWS", "FOLDED", *desk.Folded);
+    if (desk.History)
+        file.Write("WINDOWS", "HISTORY", "-1");
+    WriteHabits(desk, file);
     if (desk.Layout.size() <= MostLayout)
         for (size_t at = 0; at < desk.Layout.size(); at += LayoutPiece)
             file.Write("WINDOWS", KeyOfLayout(at / LayoutPiece),

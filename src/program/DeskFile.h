@@ -4,12 +4,22 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vardenix {
+
+// What the map shows: its lower left post, from 0, and posts a cell.
+struct DeskView {
+    int32_t X = 0;
+    int32_t Y = 0;
+    int16_t ZoomPosts = 1;
+
+    friend bool operator==(const DeskView&, const DeskView&) = default;
+};
 
 // The relief and the contour lines of the map, as the user has left them.
 struct ReliefLooks {
@@ -43,6 +53,22 @@ struct Desk {
     // The frames of the panel that are folded, by their names, with a blank between them;
     // nothing until the user has folded one.
     std::optional<std::string> Folded;
+    bool History = false;     // its window is open
+    bool PanelHidden = false; // in the one window
+    std::optional<bool> Dark; // the user's choice; nothing follows the desktop
+
+    // The map's tool as this file calls it ("brush", ...), and posts along a side of the
+    // brush; 0 where none was stored.
+    std::string Tool;
+    int32_t BrushSize = 0;
+    // The kind of tiles in the palette, and the row that it was scrolled to.
+    std::optional<int32_t> PaletteClass;
+    int32_t PaletteRow = 0;
+
+    // What was seen last of those theaters, by their folders.
+    std::map<std::string, DeskView> Views;
+    // The folder of the theater that this view is wanted of at the next opening.
+    std::string Resume;
     // Nothing until the user has changed one of them.
     std::optional<ReliefLooks> Relief;
     std::vector<FeaturesOfTheater> Features; // the newest first, each theater once

@@ -37,6 +37,7 @@ void MapMouse::EditElevationAt(PostPlace place) {
     const int32_t x = place.X + 1;
     const int32_t y = place.Y + 1;
     const int16_t old = terrain_.Elevations.At(x, y);
+    interaction_.EditedHeight = place;
     const std::optional<int16_t> entered = wishes_.EditElevation(old);
     if (!entered)
         return;

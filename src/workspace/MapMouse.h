@@ -39,6 +39,9 @@ public:
     virtual void SetZoom(int16_t zoomPosts) = 0;
     // Feature files that were dropped on the map.
     virtual void LoadFeatures(const std::vector<std::string>& paths) = 0;
+    // One of the other things that can be dropped there: a file of a region or of
+    // heights, the folder of a theater.
+    virtual void TakeDropped(const std::string& path) = 0;
     // Frame7 of the panel, which tells what is waited for.
     virtual void HideFrame7() = 0;
 };

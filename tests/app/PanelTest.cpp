@@ -89,6 +89,7 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
                                         "Zoom out",
                                         "Whole map",
                                         "Control panel",
+                                        "Colors",
                                         "Bring all to front"}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuTools")),
               (std::vector<std::string>{

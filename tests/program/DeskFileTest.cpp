@@ -17,6 +17,7 @@ TEST(DeskFile, NothingIsRememberedWithoutTheFile) {
     EXPECT_TRUE(desk.Recent.empty());
     EXPECT_FALSE(desk.OneWindow.has_value());
     EXPECT_FALSE(desk.Folded.has_value());
+    EXPECT_FALSE(desk.History);
     EXPECT_EQ(folder.Names(), "");
 }
 
@@ -28,6 +29,15 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     kept.Recent = recent;
     kept.OneWindow = true;
     kept.Folded = "Frame1 Frame3";
+    kept.History = true;
+    kept.PanelHidden = true;
+    kept.Dark = false;
+    kept.Tool = "fill";
+    kept.BrushSize = 5;
+    kept.PaletteClass = 0;
+    kept.PaletteRow = 12;
+    kept.Views["'q'"] = {.X = 12, .Y = 0, .ZoomPosts = 300};
+    kept.Resume = "'q'";
     for (int i = 0; i < 2000; ++i)
         kept.Layout += "Ab3+/="[i * i % 7 % 6];
     WriteDesk(folder.Path() + "/", kept);
@@ -36,7 +46,16 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     EXPECT_EQ(desk.Recent, recent);
     EXPECT_EQ(desk.OneWindow, true);
     EXPECT_EQ(desk.Folded, "Frame1 Frame3");
+    EXPECT_TRUE(desk.History);
     EXPECT_EQ(desk.Layout, kept.Layout);
+    EXPECT_TRUE(desk.PanelHidden);
+    EXPECT_EQ(desk.Dark, false);
+    EXPECT_EQ(desk.Tool, "fill");
+    EXPECT_EQ(desk.BrushSize, 5);
+    EXPECT_EQ(desk.PaletteClass, 0);
+    EXPECT_EQ(desk.PaletteRow, 12);
+    EXPECT_EQ(desk.Views, kept.Views);
+    EXPECT_EQ(desk.Resume, "'q'");
 }
 
 TEST(DeskFile, IsAPlainProfileFile) {
@@ -61,6 +80,14 @@ TEST(DeskFile, OneThatIsBrokenRemembersWhatCanBeRead) {
     EXPECT_EQ(desk.Recent, std::vector<std::string>{"/x"});
 }
 
+TEST(DeskFile, AViewThatNoMapHasIsForgotten) {
+    const TestFolder folder;
+    folder.Write("Desk.ini", "[RECENT]\nTHEATER1=/a\nVIEW1=1 2\nTHEATER2=/b\nVIEW2=-1 2 "
+                             "3\nTHEATER3=/c\nVIEW3=1 2 0\nTHEATER4=/d\nVIEW4=4 5 6\n");
+    const std::map<std::string, DeskView> views{{"/d", {4, 5, 6}}};
+    EXPECT_EQ(ReadDesk(folder.Path() + "/").Views, views);
+}
+
 TEST(DeskFile, AFolderInItsPlaceIsNotAbsence) {
     const TestFolder folder;
     folder.Write("Desk.ini/inside", "x");
@@ -70,11 +97,8 @@ TEST(DeskFile, AFolderInItsPlaceIsNotAbsence) {
 TEST(DeskFile, HoldsTheReliefAndTheFeaturesOfTheaters) {
     const TestFolder folder;
     Desk kept;
-    kept.Relief = {.Shown = true,
-                   .Alone = false,
-                   .Strength = 85,
-                   .Contours = true,
-                   .Step = 250};
+    kept.Relief = {
+        .Shown = true, .Alone = false, .Strength = 85, .Contours = true, .Step = 250};
     NoteFeatures(kept, {"/old", {"/a.tdf"}, ""});
     NoteFeatures(kept, {"/b c", {"/1.tdf", "/2 3.tdf"}, "ROAD CITY"});
     WriteDesk(folder.Path() + "/", kept);

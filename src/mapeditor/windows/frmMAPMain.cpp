@@ -6,6 +6,7 @@
 #include "platform/SavedOrKept.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/Theme.h"
 #include "texts/KeyFilters.h"
 #include "texts/RuntimeError.h"
 #include "ui_frmMAPMain.h"
@@ -31,8 +32,10 @@ constexpr int MaxKeys = 32;
 
 void Tint(QWidget& box, bool wrong) {
     QPalette colors;
-    if (wrong)
+    if (wrong) {
+        colors = PaletteOn(ColorOf(WrongColor));
         colors.setColor(QPalette::Base, ColorOf(WrongColor));
+    }
     box.setPalette(colors);
 }
 

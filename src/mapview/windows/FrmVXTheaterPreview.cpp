@@ -48,7 +48,8 @@ FrmVXTheaterPreview::FrmVXTheaterPreview(const ProgramState& state, const MapVie
     ui_->setupUi(this);
     ui_->row->setContentsMargins(GapAboveCommand1, GapAboveCommand1, GapAboveCommand1,
                                  GapAboveCommand1);
-    ui_->ground->setBackgroundRole(QPalette::Mid);
+    ui_->ground->setPalette(QPalette(PictureGround()));
+    ui_->ground->setBackgroundRole(QPalette::Window);
     // A small picture must not grow for scroll bars that it has no use for.
     ui_->ground->setMinimumSize(1, 1);
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this,

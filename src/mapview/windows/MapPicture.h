@@ -3,10 +3,14 @@
 #include "mapview/windows/QtDrawingSurface.h"
 
 #include <QColor>
+#include <QImage>
 #include <QRect>
+#include <QString>
 #include <QWidget>
 
 #include <optional>
+
+class QPainter;
 
 namespace vardenix {
 
@@ -21,15 +25,25 @@ public:
     // Borrowed for the widget's life.
     void Show(const QtDrawingSurface& surface);
     // A frame over the picture, which costs no repaint of the map; none takes it away.
-    void SetBand(const std::optional<QRect>& band, const QColor& color);
+    // `words` stand beside its corner. `ghost`, within it, is what may come there.
+    struct Band {
+        QRect Frame;
+        QColor Color;
+        QString Words;
+        QImage Ghost;
+        QPoint GhostAt;
+    };
+    void SetBand(std::optional<Band> band);
+    const std::optional<Band>& ShownBand() const { return band_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     const QtDrawingSurface* surface_ = nullptr;
-    std::optional<QRect> band_;
-    QColor bandColor_;
+    void PaintWords(QPainter& painter) const;
+
+    std::optional<Band> band_;
 };
 
 } // namespace vardenix
