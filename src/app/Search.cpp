@@ -99,7 +99,7 @@ void Search::ShowStatistics() {
     if (!statistics_) {
         statistics_ = std::make_unique<FrmVXStatistics>(state_);
         KeepOverMap(*statistics_, workspace_.Windows());
-        PlaceLowerRight(*statistics_, {}, workspace_.Windows());
+        PlaceTool(*statistics_, {}, workspace_.Windows());
         OnSignal(statistics_.get(), &FrmVXStatistics::RowWanted, statistics_.get(),
                  [this](const StatisticsRow& row) { FindRow(row); });
     }
