@@ -65,13 +65,20 @@ void Search::ShowResults(bool shown) {
 }
 
 void Search::SearchTiles() {
+    ShowFound([this](SearchResults& hits) {
+        vardenix::SearchTiles(state_.Terrain, state_.Search.Pattern, workspace_.Panel(),
+                              hits);
+    });
+}
+
+void Search::ShowFound(const std::function<void(SearchResults&)>& find) {
     FrmVXMain& panel = workspace_.Panel();
     Results().PopulateResList([&] {
         const BusyWhile busy(workspace_);
         SearchState& search = state_.Search;
         QElapsedTimer timer;
         timer.start();
-        vardenix::SearchTiles(state_.Terrain, search.Pattern, panel, search.Results);
+        find(search.Results);
         search.Milliseconds = static_cast<double>(timer.nsecsElapsed()) / 1e6;
     });
     state_.Configuration.SearchResWinVis = true;

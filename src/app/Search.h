@@ -4,6 +4,7 @@
 #include "app/Workspace.h"
 #include "search/HitFrames.h"
 
+#include <functional>
 #include <memory>
 
 namespace vardenix {
@@ -23,6 +24,8 @@ public:
     void Make(DerivedFile kind);
     void ShowOptions();
     void ShowResults(bool shown);
+    // Shows hits that another command has found.
+    void ShowFound(const std::function<void(SearchResults&)>& find);
 
 private:
     frmVXSearchOptions& Options();

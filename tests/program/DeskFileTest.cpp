@@ -17,6 +17,8 @@ TEST(DeskFile, NothingIsRememberedWithoutTheFile) {
     EXPECT_TRUE(desk.Recent.empty());
     EXPECT_FALSE(desk.OneWindow.has_value());
     EXPECT_FALSE(desk.Folded.has_value());
+    EXPECT_FALSE(desk.ClipFields.has_value());
+    EXPECT_FALSE(desk.EdgeInside.has_value());
     EXPECT_EQ(folder.Names(), "");
 }
 
@@ -28,6 +30,8 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     kept.Recent = recent;
     kept.OneWindow = true;
     kept.Folded = "Frame1 Frame3";
+    kept.ClipFields = "TE2";
+    kept.EdgeInside = true;
     for (int i = 0; i < 2000; ++i)
         kept.Layout += "Ab3+/="[i * i % 7 % 6];
     WriteDesk(folder.Path() + "/", kept);
@@ -36,6 +40,8 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     EXPECT_EQ(desk.Recent, recent);
     EXPECT_EQ(desk.OneWindow, true);
     EXPECT_EQ(desk.Folded, "Frame1 Frame3");
+    EXPECT_EQ(desk.ClipFields, "TE2");
+    EXPECT_EQ(desk.EdgeInside, true);
     EXPECT_EQ(desk.Layout, kept.Layout);
 }
 

@@ -25,8 +25,11 @@ void MapPicture::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     for (const QRect& part : event->region())
         painter.drawImage(part, surface_->Image(), part);
+    if (overlay_ != nullptr)
+        overlay_->PaintOver(painter);
     if (!band_)
         return;
+    painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(bandColor_, 1));
     painter.drawRect(*band_);
 }

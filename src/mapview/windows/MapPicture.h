@@ -8,7 +8,20 @@
 
 #include <optional>
 
+class QPainter;
+
 namespace vardenix {
+
+// What lies over a picture while it is shown, and costs no repaint of it.
+class PictureOverlay {
+public:
+    PictureOverlay() = default;
+    PictureOverlay(const PictureOverlay&) = delete;
+    PictureOverlay& operator=(const PictureOverlay&) = delete;
+    virtual ~PictureOverlay() = default;
+
+    virtual void PaintOver(QPainter& painter) = 0;
+};
 
 // Shows what is on a surface, pixel for pixel. The surface is not copied: between two
 // repaints it stands still, and inside one no window is painted.
@@ -20,6 +33,8 @@ public:
 
     // Borrowed for the widget's life.
     void Show(const QtDrawingSurface& surface);
+    // Borrowed likewise.
+    void ShowOver(PictureOverlay& overlay) { overlay_ = &overlay; }
     // A frame over the picture, which costs no repaint of the map; none takes it away.
     void SetBand(const std::optional<QRect>& band, const QColor& color);
 
@@ -28,6 +43,7 @@ protected:
 
 private:
     const QtDrawingSurface* surface_ = nullptr;
+    PictureOverlay* overlay_ = nullptr;
     std::optional<QRect> band_;
     QColor bandColor_;
 };

@@ -11,6 +11,7 @@
 #include "workspace/MapMouse.h"
 #include "workspace/MapSizing.h"
 #include "workspace/ZoomAndDrag.h"
+#include "workspace/windows/HandOverlay.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -75,6 +76,12 @@ public:
     void ShowTools();
     // The keyboard comes to the map with it, unless a part of the map has it.
     void ChooseTool(MapTool tool);
+    // What the left button does, or a tool waits for, ends there.
+    void StopGesture();
+    // The same where it has changed posts that the log does not know of yet.
+    void StopPending();
+    // The clip in hand as the map would show it, beginning with its lower left post.
+    void ShowGhost(QImage picture);
     // Nearer for positive steps, round the pointer or the middle; farther than the
     // panel's slider goes, until the whole theater is seen.
     void ZoomBy(int steps);
@@ -183,6 +190,7 @@ private:
     MapLayers layers_;
     MapMouse mouse_;
     std::unique_ptr<Ui::FrmVXMap> ui_;
+    HandOverlay overlay_;
     QMenu* mnupup1_ = nullptr;
     clsToolTip toolTip_;
     QtDrawingSurface picture2_;

@@ -29,13 +29,16 @@ const std::map<MapPointer, QCursor>& Pointers() {
         {MapPointer::Rectangle, QCursor(QPixmap(":/rectangle.png"), 6, 6)},
         {MapPointer::Fill, QCursor(QPixmap(":/fill.png"), 6, 25)},
         {MapPointer::Pick, QCursor(QPixmap(":/pick.png"), 4, 28)},
+        {MapPointer::Select, QCursor(QPixmap(":/select.png"), 6, 6)},
+        {MapPointer::Eraser, QCursor(QPixmap(":/eraser.png"), 6, 25)},
         {MapPointer::Cross, QCursor(Qt::CrossCursor)}};
     return pointers;
 }
 
 GestureKeys KeysOf(const QMouseEvent& event) {
     return {.Shift = event.modifiers().testFlag(Qt::ShiftModifier),
-            .Alt = event.modifiers().testFlag(Qt::AltModifier)};
+            .Alt = event.modifiers().testFlag(Qt::AltModifier),
+            .Control = event.modifiers().testFlag(Qt::ControlModifier)};
 }
 
 } // namespace
@@ -155,7 +158,7 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
     const bool moves = event.button() == Qt::MiddleButton ||
                        (event.button() == Qt::LeftButton && spaceHeld_);
     if (moves) {
-        mouse_.Gesture().Cancel();
+        StopGesture();
         panning_.emplace(view_, event.globalPosition().x(), event.globalPosition().y());
         panningBy_ = event.button();
         HearEveryMove();
@@ -169,7 +172,8 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
     case Qt::LeftButton:
         // A box of the click's own may come up over the band.
         ui_->PicShow->SetBand({}, {});
-        mouse_.LeftDown(at.x(), at.y(), KeysOf(event));
+        if (const auto changed = mouse_.LeftDown(at.x(), at.y(), KeysOf(event)))
+            RepaintPosts(*changed);
         return ShowTools(); // a pick may have changed them
     default:
         return;
@@ -187,9 +191,10 @@ void FrmVXMap::PicShow_MouseUp(QMouseEvent& event) {
             mouse_.MiddleDown(event.position().x(), event.position().y());
         return;
     }
-    if (event.button() != Qt::LeftButton || !mouse_.Gesture().Goes())
+    if (event.button() != Qt::LeftButton || !mouse_.Goes())
         return;
-    mouse_.LeftUp(event.position().x(), event.position().y());
+    if (const auto changed = mouse_.LeftUp(event.position().x(), event.position().y()))
+        RepaintPosts(*changed);
     PicShow_MouseMove(event);
 }
 
@@ -202,8 +207,8 @@ void FrmVXMap::PicShow_MouseMove(const QMouseEvent& event) {
     if (event.buttons().testFlag(Qt::LeftButton)) {
         if (const auto changed = mouse_.LeftMove(at.x(), at.y()))
             RepaintPosts(*changed);
-    } else if (mouse_.Gesture().Goes()) {
-        mouse_.Gesture().Cancel(); // let go where nobody told
+    } else if (mouse_.Goes()) {
+        StopGesture(); // let go where nobody told
     }
     PointAt(at);
 }
@@ -296,7 +301,10 @@ void FrmVXMap::ShowWhole() {
 }
 
 void FrmVXMap::ShowBand(QPointF position) {
-    std::optional<PictureBox> shown = mouse_.Gesture().Preview();
+    if (overlay_.PointAt(PostUnderCursor(view_, position.x(), position.y()),
+                         mouse_.Line()))
+        ui_->PicShow->update();
+    std::optional<PictureBox> shown = mouse_.Frame();
     if (!shown)
         if (const auto box = BoxAtCursor(
                 interaction_, view_, PostUnderCursor(view_, position.x(), position.y())))
@@ -311,9 +319,19 @@ void FrmVXMap::ShowBand(QPointF position) {
 }
 
 bool FrmVXMap::StopWaiting() {
-    if (mouse_.Gesture().Goes()) {
-        mouse_.Gesture().Cancel();
+    if (mouse_.Goes() || mouse_.Waits()) {
+        StopGesture();
         PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
+        return true;
+    }
+    if (interaction_.Hand.Stamp) {
+        interaction_.Hand.Stamp.reset();
+        ShowTools();
+        ShowPointer();
+        return true;
+    }
+    if (!interaction_.Waits() && !interaction_.Hand.Selected.Empty()) {
+        Select(interaction_, {}, workspace_);
         return true;
     }
     if (!interaction_.Waits())
