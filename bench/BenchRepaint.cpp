@@ -1,6 +1,7 @@
 // The map repainted on the real surface, 1280 by 1280 pixels unless a name says more:
-// warm and cold, plain, by layer and with every layer. The bare work beside the cold one
-// is decoding each distinct tile once.
+// warm and cold, plain, by layer and with every layer; the view of a window that fills a
+// screen; and the overview of a whole theater. The bare work beside the first ones is
+// decoding each distinct tile once, beside the overview the copying of posts and pixels.
 #include "BenchMap.h"
 #include "mapview/MapPatch.h"
 #include "mapview/windows/QtDrawingSurface.h"
@@ -9,10 +10,13 @@
 #include <QGuiApplication>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vardenix {
 namespace {
@@ -32,9 +36,17 @@ public:
 };
 
 struct BenchMap {
-    explicit BenchMap(int zoomPosts) : World(MapWidth, Tiles().Folder()) {
+    explicit BenchMap(int zoomPosts, int32_t mapWidth = MapWidth)
+        : World(mapWidth, Tiles().Folder()) {
         bench::FillWorld(World, zoomPosts);
         Surface.Resize(World.View.PictureWidth(), World.View.PictureHeight());
+    }
+
+    // As much as a window has room for.
+    void FillRoom(int32_t width, int32_t height) {
+        World.View.RoomWidth = width;
+        World.View.RoomHeight = height;
+        Surface.Resize(width, height);
     }
 
     // Another width of cells.
@@ -75,6 +87,46 @@ void WarmWide(benchmark::State& state, int32_t tilePixels) {
     map.Paint();
     for (auto _ : state)
         map.Paint();
+}
+
+// The map of a window that fills a large screen.
+constexpr int32_t RoomWidth = 1900;
+constexpr int32_t RoomHeight = 1000;
+
+void WarmRoom(benchmark::State& state, const Layers& layers) {
+    BenchMap map(static_cast<int>(state.range(0)));
+    map.FillRoom(RoomWidth, RoomHeight);
+    layers(map.World.View);
+    map.Paint();
+    for (auto _ : state)
+        map.Paint();
+}
+
+// A theater of 1024 posts a side, all of it in view, a pixel for each post.
+constexpr int32_t WholeWidth = 1024;
+
+void Overview(benchmark::State& state, const Layers& layers) {
+    BenchMap map(128, WholeWidth);
+    map.FillRoom(WholeWidth, WholeWidth);
+    layers(map.World.View);
+    map.Paint();
+    for (auto _ : state)
+        map.Paint();
+}
+
+void CopyOfOverview(benchmark::State& state) {
+    BenchMap map(128, WholeWidth);
+    map.FillRoom(WholeWidth, WholeWidth);
+    map.Paint();
+    const auto posts = map.World.Terrain.LxArr.Values();
+    std::vector<TerrainPost> copiedPosts(posts.size());
+    QImage copied(WholeWidth, WholeWidth, QImage::Format_RGB32);
+    for (auto _ : state) {
+        std::copy(posts.begin(), posts.end(), copiedPosts.begin());
+        std::memcpy(copied.bits(), map.Surface.Image().constBits(),
+                    static_cast<size_t>(copied.sizeInBytes()));
+        benchmark::ClobberMemory();
+    }
 }
 
 // Of the widest picture what a window of 1280 by 960 pixels shows, as the window does it.
@@ -125,8 +177,9 @@ void ColdFirstPaint(benchmark::State& state) {
 }
 
 // As many distinct tiles decoded as the view of the same zoom shows, nothing painted.
-void DecodeTiles(benchmark::State& state) {
+void DecodeTiles(benchmark::State& state, int32_t width, int32_t height) {
     BenchMap map(static_cast<int>(state.range(0)));
+    map.FillRoom(width, height);
     map.Paint();
     const int distinct = static_cast<int>(map.World.Pictures.Decodes());
     for (auto _ : state)
@@ -167,6 +220,10 @@ void Register() {
     add("MapColors", paint([](MapView& view) { view.ApplyMAP = true; }), {Near, Far});
     add("Night", paint([](MapView& view) { view.ApplyNight = true; }), {Near, Far});
     add("Grid", paint([](MapView& view) { view.ShowGrid = true; }), {Near, Far});
+    add("Relief", paint([](MapView& view) { view.ShowRelief = true; }),
+        {Near, Middle, Far});
+    add("Contours", paint([](MapView& view) { view.ShowContours = true; }),
+        {Near, Middle, Far});
     add("AreasAndPaths", paint([](MapView& view) { view.ShowAreasPaths = true; }),
         {Near, Middle, Far});
     add("FilledAreas", paint([](MapView& view) {
@@ -176,7 +233,24 @@ void Register() {
         {Near, Middle, Far});
 
     add("ColdFirstPaint", ColdFirstPaint, {Near, Middle, Far});
-    add("DecodeTiles", DecodeTiles, {Near, Middle, Far});
+    const auto decode = [](int32_t width, int32_t height) {
+        return [=](benchmark::State& state) { DecodeTiles(state, width, height); };
+    };
+    add("DecodeTiles", decode(1280, 1280), {Near, Middle, Far});
+
+    const auto room = [](const Layers& layers) {
+        return [layers](benchmark::State& state) { WarmRoom(state, layers); };
+    };
+    add("RoomPlain", room(plain), {Near, Middle});
+    add("RoomEveryLayer", room(EveryLayer), {Near, Middle});
+    add("RoomDecodeTiles", decode(RoomWidth, RoomHeight), {Near, Middle});
+
+    const auto overview = [](const Layers& layers) {
+        return [layers](benchmark::State& state) { Overview(state, layers); };
+    };
+    add("Overview", overview(plain), {1});
+    add("OverviewHeights", overview([](MapView& view) { view.ShowHeights = true; }), {1});
+    add("OverviewCopied", CopyOfOverview, {1});
 }
 
 } // namespace

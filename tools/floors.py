@@ -8,7 +8,7 @@ from pathlib import Path
 
 LOGIC = [("companion", "texts"), "files", "platform", ("loader", "pictures/fast"), "pictures",
          "levels", "catalogue", "program", ("grounds", "mapview", "recovery"),
-         ("workspace", "features", "search", "bineditor", "mapeditor", "builder", "updater")]
+         ("workspace", "features", "search", "bineditor", "mapeditor", "builder", "updater", "world")]
 FLOORS = {room: floor for floor, rooms in enumerate(LOGIC)
           for room in ([rooms] if isinstance(rooms, str) else rooms)}
 # Windows that serve those of other rooms.
@@ -16,7 +16,7 @@ SHARED_WINDOWS = ("platform/windows", "mapview/windows")
 
 
 def floor_of(room):
-    if room in ("app", "cli", "cli/toolkit"):
+    if room in ("app", "cli", "cli/toolkit", "world/gdal"):
         return len(LOGIC) + 2
     if room.endswith("/windows"):
         return len(LOGIC) + (room not in SHARED_WINDOWS)

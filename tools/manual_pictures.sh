@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
-# manual_pictures.sh [PROGRAM_FOLDER [SAMPLE]]: makes the pictures of docs/manual.md again, each window
-# with its frame, from a built program and the sample theater (build/release/bin and build/sample when
-# none are named; ./run.sh makes both). Copies are worked on, on a screen of their own.
+# manual_pictures.sh [PROGRAM_FOLDER [SAMPLE [CONTROL_PLACES]]]: makes the pictures of docs/manual.md
+# again, each window with its frame, from a built program and the sample theater (build/release/bin and
+# build/sample when none are named; ./run.sh makes both). Controls are found by their names with the help
+# of a program of the tests (build/tests/bin/control_places). Copies are worked on, on a screen of their own.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/packages.sh
 need_packages "${run_packages[@]}" "${test_packages[@]}"
 bin=$(realpath "${1:-build/release/bin}")
 sample=$(realpath "${2:-build/sample}")
+places=$(realpath "${3:-build/tests/bin/control_places}")
 out=$PWD/docs/pictures
 work=/tmp/maker # seen in the start-up window
 children=()
@@ -55,6 +57,16 @@ window_of() { xdotool search --onlyvisible --name "$1" | head -n 1 | grep .; }
 click() {
   xdotool mousemove --window "$(window_of "$1")" "$2" "$3" click "${4:-1}"
   sleep 0.7 # until it is painted
+}
+# press TITLE CLASS CONTROL: in the middle of a control, wherever the layout of such a window puts it.
+press() {
+  local width height place
+  read -r width height < <(xwininfo -id "$(window_of "$1")" |
+    awk '/^  (Width:|Height:)/ { printf "%s ", $NF } END { print "" }')
+  place=$(QT_QPA_PLATFORM=offscreen "$places" "$2" "$width" "$height" |
+    awk -v name="$3" '$1 == name { print int($2 + $4 / 2), int($3 + $5 / 2) }')
+  [ -n "$place" ] || { echo "manual_pictures: $2 has no $3" >&2; return 1; }
+  click "$1" "${place% *}" "${place#* }"
 }
 keys() {
   xdotool key --delay 60 "$@"
@@ -139,12 +151,12 @@ up "$details"
 picture FrmVXTileDetails.png "$details"
 keys Escape
 
-click "$panel" 375 222 # the colors of Show Heights
+press "$panel" FrmVXMain CmdHeightCol
 up '^Height Colors$'
 click '^Height Colors$' 100 130
 picture FrmVXHeightCols.png '^Height Colors$'
 keys Escape
-click "$panel" 332 133 # Options...
+press "$panel" FrmVXMain cmdAreasOptions
 up '^Areas/Paths Options$'
 picture FrmVXAreasPathsOptions.png '^Areas/Paths Options$'
 keys Escape
@@ -167,7 +179,7 @@ up '^About Vardenix$'
 picture FrmAbout.png '^About Vardenix$'
 keys Escape
 
-click "$panel" 117 530 # Open BIN Editor
+press "$panel" FrmVXMain cmdOpenBIN
 editor='^\*?BIN Editor v[0-9.]+$'
 up "$editor"
 click "$editor" 90 135 # set 3
@@ -220,8 +232,8 @@ COAST 6 95,96 98,97 100,96 104,98 108,97 113,99 0
 RIVER 5 97,113 99,109 98,105 101,102 103,96 0
 ROAD 4 95,103 100,103.5 106,108 113,111 0
 TDF
-click "$panel" 223 449 # Show Tile Palette again: it goes
-click "$panel" 223 475 # Show Features Window
+press "$panel" FrmVXMain chkShowTile # again: it goes
+press "$panel" FrmVXMain chkShowFeatures
 up "$features"
 click "$features" 120 20
 up '^Open terrain features file'
@@ -232,7 +244,7 @@ for box in 30,75 30,143 262,143 30,233 262,233 30,323 262,323; do # all of them
 done
 click "$features" 150 168 # larger airports
 picture FrmVXFeatures.png "$features"
-click "$panel" 223 475 # it goes
+press "$panel" FrmVXMain chkShowFeatures # it goes
 
 keys ctrl+f
 up '^Search For a Tile'
@@ -245,7 +257,20 @@ picture frmVXSearchOptions.png '^Search For a Tile'
 keys Return
 up "$results"
 picture frmVXSearchResults.png "$results"
-click "$panel" 31 501 # it goes
+keys ctrl+r
+up '^Replace Tiles'
+xdotool type plains
+keys Tab
+xdotool type 'swamp, 17'
+sleep 0.5
+picture FrmVXReplace.png '^Replace Tiles'
+keys Escape
+click "$panel" 142 8 # Tools
+keys t
+up '^Theater Statistics'
+picture FrmVXStatistics.png '^Theater Statistics'
+keys alt+F4
+press "$panel" FrmVXMain chkShowResults # it goes
 
 click "$panel" 142 8 # Tools
 keys b

@@ -2,10 +2,11 @@
 # shellcheck shell=bash
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libgl-dev libfreeimage-dev libsquish-dev
-                libxcb1-dev zlib1g-dev libpng-dev libssl-dev libcli11-dev nlohmann-json3-dev)
+                libxcb1-dev zlib1g-dev libpng-dev libssl-dev libcli11-dev nlohmann-json3-dev
+                libgdal-dev)
 run_packages=(fonts-liberation libgl1-mesa-dri 7zip)
 test_packages=(openssl libgtest-dev libbenchmark-dev xvfb xdotool openbox imagemagick x11-utils
-               clang-format clang-tidy python3 ccache)
+               clang-format clang-tidy lld python3 ccache gdal-bin)
 package_packages=(pandoc dpkg-dev lintian appstream desktop-file-utils)
 
 # Installs those of the packages named that are missing; quick when none is.

@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "app/Habits.h"
 #include "app/Subsystems.h"
 #include "app/Updater.h"
 #include "files/OwnFolders.h"
@@ -81,6 +82,7 @@ void Application::HearSystem() {
 }
 
 void Application::ShowStartUp() {
+    UseScheme(SchemeOf(subsystems_->Workspace.Memory().Read()));
     frmStartUp_ =
         std::make_unique<FrmStartUp>(state_, *platform_, log_, subsystems_->Opening);
     OnSignal(frmStartUp_.get(), &FrmStartUp::ExitWanted, &barrier_, [this] { End(); });

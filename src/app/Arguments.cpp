@@ -34,9 +34,11 @@ Arguments ReadArguments(const QStringList& words) {
     parser.setApplicationDescription("Editor for the terrain of theaters.");
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
-    parser.addPositionalArgument(
-        "FOLDER", "The folder of a theater, or its L2 file, which is opened at once.",
-        "[FOLDER]");
+    parser.addPositionalArgument("FOLDER",
+                                 "The folder of a theater, or its L2 file, which is "
+                                 "opened at once; or the folder of "
+                                 "an install, whose theaters are listed.",
+                                 "[FOLDER]");
     Arguments arguments;
     const auto complain = [&](const QString& fault) {
         arguments.Told =

@@ -1,15 +1,16 @@
 #include "app/Commands.h"
 
 #include "app/Subsystems.h"
+#include "platform/windows/InkIcons.h"
 #include "platform/windows/OwnKeys.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/Theme.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/MapToolStrip.h"
 
 #include <QAction>
 #include <QBoxLayout>
-#include <QIcon>
 #include <QMainWindow>
 #include <QMenu>
 #include <QPushButton>
@@ -68,6 +69,7 @@ QToolBar& RowOfCommands(QWidget& window) {
     auto* row = new QToolBar(&window);
     row->setObjectName("commands");
     row->setMovable(false);
+    row->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     if (auto* main = qobject_cast<QMainWindow*>(&window))
         main->addToolBar(Qt::BottomToolBarArea, row);
     else if (auto* column = qobject_cast<QBoxLayout*>(window.layout()))
@@ -201,7 +203,7 @@ void Commands::DressMap(Made& made) {
         return;
     QAbstractButton& button =
         subsystems_.Workspace.Map().Strip().AddTool(made.Row.MapButton);
-    button.setIcon(QIcon(made.Row.Icon));
+    button.setIcon(IconFor(made.Row.Icon));
     Join(made, button);
 }
 
@@ -248,12 +250,22 @@ void Commands::Do(const Command& row) {
     row.Do(subsystems_);
 }
 
+void Commands::ShowIcons() {
+    if (darkIcons_ == IsDark())
+        return;
+    darkIcons_ = IsDark();
+    for (Made& made : commands_)
+        if (made.Action != nullptr && Says(made.Row.Icon))
+            made.Action->setIcon(IconFor(made.Row.Icon));
+}
+
 bool Commands::Can(const Command& row) const {
     return (row.Do != nullptr || row.Fill != nullptr) &&
            (row.Can == nullptr || row.Can(subsystems_));
 }
 
 void Commands::Refresh() {
+    ShowIcons();
     for (Made& made : commands_) {
         if (made.Action == nullptr)
             continue;

@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QString>
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -45,7 +46,7 @@ struct Command {
     bool Line = false;
     // The name of a button of the panel: one of its form, or else a new one below.
     const char* Button = "";
-    // The name and the picture of a button on the map's upper edge.
+    // The name of a button on the map's upper edge; the picture that this and menus show.
     const char* MapButton = "";
     const char* Icon = "";
     bool InMapMenu = false; // the map's context menu
@@ -114,6 +115,7 @@ private:
     void DressEditor(QWidget& editor);
     void DressControls();
     void Join(Made& made, QAbstractButton& button);
+    void ShowIcons();
     void Do(const Command& row);
     bool Can(const Command& row) const;
 
@@ -121,7 +123,8 @@ private:
     std::vector<Made> commands_;
     std::vector<QPointer<QWidget>> editors_;
     bool made_ = false; // the actions
-    QObject here_;      // hears of actions and menus, which may outlive the table
+    std::optional<bool> darkIcons_;
+    QObject here_; // hears of actions and menus, which may outlive the table
 };
 
 } // namespace vardenix

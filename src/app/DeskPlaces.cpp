@@ -9,6 +9,7 @@
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTilePal.h"
 
+#include <QApplication>
 #include <QScreen>
 #include <QWindow>
 
@@ -16,7 +17,8 @@ namespace vardenix {
 
 namespace {
 
-WindowSize SizeOf(const QWidget& window) { return {window.width(), window.height()}; }
+WindowSize SizeOf(QSize size) { return {size.width(), size.height()}; }
+WindowSize SizeOf(const QWidget& window) { return SizeOf(window.size()); }
 
 void PlaceAt(QWidget& window, const PixelRect& place) {
     window.resize(place.Width, place.Height);
@@ -68,6 +70,10 @@ void KeepOverMap(QWidget& window, const WorkspaceWindows& windows) {
     window.setWindowFlags(Qt::Tool | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                           Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint);
     window.setAttribute(Qt::WA_ShowWithoutActivating);
+    StayOver(window, below);
+}
+
+void StayOver(QWidget& window, const QWidget& below) {
     for (const QWidget* each : std::initializer_list<const QWidget*>{&window, &below})
         each->winId(); // makes what the desktop knows of it
     window.windowHandle()->setTransientParent(below.windowHandle());
@@ -79,15 +85,23 @@ void ShowTool(QWidget& window, bool shown) {
     SetShown(window, shown);
 }
 
-void PlaceLowerRight(QWidget& window, const WindowPosition& stored,
-                     const WorkspaceWindows& windows) {
+void PlaceTool(QWidget& window, const WindowPosition& stored,
+               const WorkspaceWindows& windows) {
     window.adjustSize();
     if (stored.Left != 0 || stored.Top != 0)
         return PlaceAt(window, stored);
-    const QPoint corner =
-        Room(*windows.Map).bottomRight() - QPoint(window.width(), window.height());
-    PlaceAt(window, WindowPosition{.Top = TwipsOfPixels(corner.y()),
-                                   .Left = TwipsOfPixels(corner.x())});
+    const QSize frame = FrameSize(window);
+    std::vector<PixelRect> standing;
+    for (const QWidget* other : QApplication::topLevelWidgets()) {
+        const QWindow* handle = other->windowHandle();
+        const bool tool = handle != nullptr && handle->transientParent() != nullptr &&
+                          handle->transientParent() == windows.Map->windowHandle();
+        if (other != &window && (tool || other == windows.Panel.get()))
+            standing.push_back(RectOf(QRect(PlaceOf(*other), other->size() + frame)));
+    }
+    const PixelRect place = LeastCovering(RectOf(Room(*windows.Map)),
+                                          SizeOf(window.size() + frame), standing);
+    MoveOnScreen(window, {place.Left, place.Top});
 }
 
 void DeskPlaces::Place() {

@@ -54,9 +54,14 @@ void NoIcon(QWidget& window);
 // Shows or hides such a tool, whether it is a window of its own or docked.
 void ShowTool(QWidget& window, bool shown);
 
-// To its stored place; at first in the lower right, out of the way of panel and map.
-void PlaceLowerRight(QWidget& window, const WindowPosition& stored,
-                     const WorkspaceWindows& windows);
+// To its stored place; at first where it covers least of panel, preview, palette and the
+// other tools of the map.
+void PlaceTool(QWidget& window, const WindowPosition& stored,
+               const WorkspaceWindows& windows);
+
+// A window that the desktop never puts under another one, whichever is used; it has the
+// keyboard of its own.
+void StayOver(QWidget& window, const QWidget& below);
 
 // Where a window stands, frame included, and back to there.
 WindowPosition StoredPlaceOf(const QWidget& window);

@@ -2,6 +2,7 @@
 
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "workspace/windows/EdgeHandle.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTilePal.h"
@@ -9,12 +10,12 @@
 #include <QCloseEvent>
 #include <QDataStream>
 #include <QDockWidget>
+#include <QHBoxLayout>
 #include <QIODevice>
 #include <QMenuBar>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <numeric>
@@ -123,9 +124,16 @@ DeskWindow::~DeskWindow() {
 void DeskWindow::TakeMap() {
     BecomePart(*windows_.Map);
     auto* holder = new QWidget(this);
-    auto* box = new QVBoxLayout(holder);
+    auto* box = new QHBoxLayout(holder);
     box->setContentsMargins(0, 0, 0, 0);
+    box->setSpacing(0);
+    handle_ = new EdgeHandle(holder);
+    box->addWidget(handle_);
     box->addWidget(windows_.Map.get());
+    OnSignal(handle_, &EdgeHandle::Dragged, this, [this](int by) {
+        if (QDockWidget* beside = ShowsPanel() ? docked_.front().Dock : tabs_)
+            resizeDocks({beside}, {beside->width() + by}, Qt::Horizontal);
+    });
     setCentralWidget(holder);
     windows_.Map->show();
 }
@@ -235,7 +243,10 @@ void DeskWindow::ShareRoom() {
 
 bool DeskWindow::ShowsPanel() const { return !docked_.front().Dock->isHidden(); }
 
-void DeskWindow::ShowPanel(bool shown) { docked_.front().Dock->setVisible(shown); }
+void DeskWindow::ShowPanel(bool shown) {
+    docked_.front().Dock->setVisible(shown);
+    handle_->ShowFolded(!shown);
+}
 
 // The way out is the panel's.
 void DeskWindow::closeEvent(QCloseEvent* event) {

@@ -14,6 +14,8 @@ class QMenuBar;
 
 namespace vardenix {
 
+class EdgeHandle;
+
 // A window of the workspace that comes and goes with its box on the panel.
 struct DeskPart {
     QWidget* Window = nullptr;
@@ -37,6 +39,9 @@ public:
     // The panel is seen, or leaves its room to the map.
     bool ShowsPanel() const;
     void ShowPanel(bool shown);
+    // At the map's edge: drawn it makes the parts beside the map wider or narrower; what
+    // a click does is the caller's.
+    EdgeHandle& Handle() { return *handle_; }
 
     // Where it stands and how its parts lie, in letters and digits of the toolkit's own.
     std::string Layout() const;
@@ -67,7 +72,8 @@ private:
     };
     std::vector<Docked> docked_;  // the panel first
     QDockWidget* tabs_ = nullptr; // the first of them
-    bool arranged_ = true;        // as the user has left it
+    EdgeHandle* handle_ = nullptr;
+    bool arranged_ = true; // as the user has left it
 };
 
 // Shows or hides a part, whether it is a window of its own or docked.

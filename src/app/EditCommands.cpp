@@ -11,9 +11,11 @@ namespace vardenix {
 
 namespace {
 
+// A click that gives a corner does nothing else.
 template <MapTool Tool>
 bool InHand(const Subsystems& all) {
-    return all.Workspace.Interaction().Tool == Tool;
+    const MapInteraction& interaction = all.Workspace.Interaction();
+    return !interaction.Waits() && interaction.Tool == Tool;
 }
 
 template <MapTool Tool>
@@ -34,6 +36,7 @@ constexpr auto EditRows = std::to_array<Command>({
      .Keys = "Ctrl+Z",
      .Tip = "Takes back the newest change, whatever it was",
      .Menu = "mnuEdit",
+     .Icon = ":/undo.png",
      .InEditors = true,
      .Can = [](const Subsystems& all) { return all.Steps.CanGo(Walk::Back); },
      .Do = [](Subsystems& all) { all.Steps.Go(Walk::Back); }},
@@ -42,6 +45,7 @@ constexpr auto EditRows = std::to_array<Command>({
      .Keys = "Ctrl+Y Ctrl+Shift+Z",
      .Tip = "Brings again what was taken back last",
      .Menu = "mnuEdit",
+     .Icon = ":/redo.png",
      .InEditors = true,
      .Can = [](const Subsystems& all) { return all.Steps.CanGo(Walk::Again); },
      .Do = [](Subsystems& all) { all.Steps.Go(Walk::Again); }},

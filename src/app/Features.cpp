@@ -1,6 +1,10 @@
 #include "app/Features.h"
 
+#include "features/FeaturesAgain.h"
 #include "features/windows/FrmVXFeatures.h"
+#include "platform/windows/RunTimeBarrier.h"
+
+#include <utility>
 
 namespace vardenix {
 
@@ -18,6 +22,8 @@ FrmVXFeatures& Features::Window() {
         window_ = std::make_unique<FrmVXFeatures>(
             workspace_.State(), workspace_.Platform().Dialogs, workspace_);
         KeepOverMap(*window_, workspace_.Windows());
+        OnSignal(window_.get(), &FrmVXFeatures::Changed, window_.get(),
+                 [this] { Remember(); });
     }
     return *window_;
 }
@@ -31,6 +37,28 @@ void Features::Load(const std::vector<std::string>& paths) {
     Show(true);
     workspace_.CommandsChanged();
     Window().LoadFiles(paths);
+}
+
+void Features::Remember() {
+    FeaturesOfTheater features{.Theater = workspace_.TheaterFolder(),
+                               .Files = Window().Remembered(),
+                               .Shown = ShownKinds(workspace_.State().ShownFeatures)};
+    workspace_.Memory().Change(
+        [&features](Desk& desk) { NoteFeatures(desk, std::move(features)); });
+}
+
+void Features::TheaterOpened() {
+    const Desk desk = workspace_.Memory().Read();
+    const FeaturesOfTheater* remembered = FeaturesOf(desk, workspace_.TheaterFolder());
+    if (remembered == nullptr)
+        return;
+    ProgramState& state = workspace_.State();
+    const auto missing =
+        LoadFeaturesAgain(*remembered, state.Features, state.ShownFeatures);
+    Window().SetRemembered(remembered->Files);
+    if (!missing.empty())
+        workspace_.Tell("Features that could not be loaded: " + missing.front() +
+                        (missing.size() > 1 ? " and others" : ""));
 }
 
 void Features::Walked(const Change& change, Walk /*walk*/) {
@@ -49,7 +77,7 @@ std::optional<DeskPart> Features::Docked() {
 }
 
 void Features::PlaceWindows() {
-    PlaceLowerRight(Window(), settings_.FeatWinPos, workspace_.Windows());
+    PlaceTool(Window(), settings_.FeatWinPos, workspace_.Windows());
 }
 
 void Features::StorePlaces() {

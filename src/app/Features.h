@@ -24,6 +24,9 @@ public:
     void Load(const std::vector<std::string>& paths);
 
 private:
+    // For the theater, as the window has it.
+    void Remember();
+    void TheaterOpened() override;
     void AddLayers(MapLayers& layers) override { layers.Features = &drawn_; }
     void Walked(const Change& change, Walk walk) override;
     void ShowWindows(bool workspaceShown) override;

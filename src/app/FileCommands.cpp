@@ -52,6 +52,7 @@ constexpr auto FileRows = std::to_array<Command>({
      .KeyInTip = false,
      .Menu = "mnuFile",
      .Button = "CmdSaveTheater",
+     .Icon = ":/save.png",
      .Can = [](const Subsystems& all) { return all.Workspace.Panel().CanSave(); },
      .Do =
          [](Subsystems& all) {
@@ -86,6 +87,7 @@ constexpr auto FileRows = std::to_array<Command>({
      .Menu = "mnuFile",
      .Line = true,
      .Button = "cmdLoadL0Elv",
+     .Icon = ":/browse.png",
      .Do = [](Subsystems& all) { LoadL0Elv(all.Workspace); }},
     {.Id = "mnuOpenTheater",
      .Text = "&Open another theater...",

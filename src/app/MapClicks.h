@@ -6,6 +6,7 @@
 #include "app/Regions.h"
 #include "app/Workspace.h"
 #include "workspace/MapMouse.h"
+#include "workspace/windows/FrmVXTileDetails.h"
 
 namespace vardenix {
 
@@ -27,9 +28,12 @@ private:
     void PickTile(int32_t tileNumber) override;
     void SetZoom(int16_t zoomPosts) override;
     void LoadFeatures(const std::vector<std::string>& paths) override;
+    void TakeDropped(const std::string& path) override;
     void HideFrame7() override;
     const LearnedLand* Land() override { return land_.Learned(); }
     void PostsChanged() override { clipboard_.PostsChanged(); }
+
+    FrmVXTileDetails::Helpers HelpersFor(PostPlace place, bool height);
 
     Workspace& workspace_;
     Regions& regions_;

@@ -32,7 +32,20 @@ constexpr auto MapMenuRows = std::to_array<Command>({
      .Text = "Locate Color in &MAP Editor",
      .InMapMenu = true,
      .Can = [](const Subsystems& all) { return OnPost(all) && all.MapEditor.CanOpen(); },
-     .Do = [](Subsystems& all) { all.MapEditor.Locate(Post(all).Palette); }},
+     .Do =
+         [](Subsystems& all) {
+             all.MapEditor.Locate(all.Workspace.Interaction().PopupSerial);
+         }},
+    {.Id = "mnuFindTile",
+     .Text = "&Find this Tile",
+     .InMapMenu = true,
+     .Can = OnPost,
+     .Do = [](Subsystems& all) { all.Search.FindTile(Post(all).TileOffset); }},
+    {.Id = "mnuReplaceTile",
+     .Text = "&Replace this Tile...",
+     .InMapMenu = true,
+     .Can = OnPost,
+     .Do = [](Subsystems& all) { all.Search.ShowReplace(Post(all).TileOffset); }},
     {.Id = "mnuSelectTile",
      .Text = "Select connected posts of this ti&le",
      .InMapMenu = true,
@@ -63,6 +76,8 @@ constexpr auto Keys = std::to_array<ControlKey>({
     {"PicShow", "Zoom in or out round the pointer", "+ = -"},
     {"PicShow", "While held: the left button moves the map", "Space"},
     {"PicShow", "Context menu of the post under the cursor", "Menu Shift+F10"},
+    {"menus", "Menus File, Tools and Help, beside Alt+L, Alt+O and Alt+P",
+     "Alt+F Alt+T Alt+H"},
 });
 
 } // namespace

@@ -13,6 +13,7 @@ namespace vardenix {
 namespace {
 
 constexpr int LookMilliseconds = 2000;
+constexpr const char* BroughtBackWords = "brought back: it is not saved yet";
 
 } // namespace
 
@@ -44,9 +45,15 @@ void Recovery::ShowEarlierSaves() {
     if (!window_) {
         window_ = std::make_unique<FrmEarlierSaves>(workspace_.State());
         OnSignal(window_.get(), &FrmEarlierSaves::BroughtBack, window_.get(),
-                 [this] { ShowUnsaved("brought back: it is not saved yet"); });
+                 [this] { ShowUnsaved(BroughtBackWords); });
     }
     window_->ShowSaves();
+}
+
+void Recovery::BringBack(Paper paper, size_t number) {
+    const ProgramState& state = workspace_.State();
+    vardenix::BringBack(workspace_.State(), paper, number, state.Folders.SavesFolder);
+    ShowUnsaved(BroughtBackWords);
 }
 
 void Recovery::ShowUnsaved(const std::string& words) {
@@ -72,6 +79,8 @@ bool Recovery::LoadHeights(ElevationKind kind, const std::string& path) {
     workspace_.HeightsLoaded(std::move(*before));
     return true;
 }
+
+void Recovery::ShowOnce(const std::function<void()>& work) { workspace_.PaintOnce(work); }
 
 void Recovery::KeepRestored() { keeper_->Drain(); }
 

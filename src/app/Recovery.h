@@ -7,6 +7,8 @@
 
 #include <QTimer>
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,12 +31,14 @@ public:
     void OfferSoon();
     // From here on changes are kept; what was left before is asked about.
     void Offer();
-    // The window of earlier saves.
+    // The window of earlier saves; and one of them becomes what the paper is.
     void ShowEarlierSaves();
+    void BringBack(Paper paper, size_t number);
 
 private:
     void Leaving() override;
     bool LoadHeights(ElevationKind kind, const std::string& path) override;
+    void ShowOnce(const std::function<void()>& work) override;
     void KeepRestored() override;
     void TellComplaint();
     void ShowUnsaved(const std::string& words);

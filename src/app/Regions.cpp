@@ -3,6 +3,7 @@
 #include "app/BusyWhile.h"
 #include "features/FeatureExport.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
+#include "workspace/StatusLine.h"
 #include "workspace/windows/FrmVXMain.h"
 
 namespace vardenix {
@@ -13,34 +14,46 @@ void Regions::Export() {
     interaction.WaitExportCorner1 = true;
     interaction.ExportFeatures = workspace_.Panel().ShiftDown();
     workspace_.Panel().ShowHint(FrmVXMain::Hint::Export);
+    workspace_.SelectionChanged();
 }
 
-void Regions::Import() {
-    MapInteraction& interaction = workspace_.Interaction();
-    auto region = AskForRegion(workspace_.Platform().Dialogs);
+void Regions::Import() { WaitFor(AskForRegion(workspace_.Platform().Dialogs)); }
+
+void Regions::ImportFrom(const std::string& path) {
+    WaitFor(RegionOfFile(path, workspace_.Platform().Dialogs));
+}
+
+void Regions::WaitFor(std::optional<TileRegion> region) {
     if (!region)
         return;
+    MapInteraction& interaction = workspace_.Interaction();
     region_ = std::move(region);
     interaction.StopWaiting();
     interaction.ImportWidth = region_->RegionWidth;
     interaction.ImportHeight = region_->RegionHeight;
+    interaction.ImportTiles = region_->TileNumbers;
     interaction.WaitImportCorner = true;
     workspace_.Panel().ShowHint(FrmVXMain::Hint::Import);
+    workspace_.SelectionChanged();
 }
 
 void Regions::ExportTiles() {
     const MapView& view = workspace_.View();
     const PostBox corners{view.ExportX1, view.ExportY1, view.ExportX2, view.ExportY2};
     const BusyWhile busy(workspace_);
-    vardenix::ExportTiles(workspace_.State().Terrain, corners,
-                          workspace_.Platform().Dialogs, workspace_.Panel());
+    if (const auto file =
+            vardenix::ExportTiles(workspace_.State().Terrain, corners,
+                                  workspace_.Platform().Dialogs, workspace_.Panel()))
+        workspace_.Tell(ExportedWords(*file));
 }
 
 void Regions::SubExportTDFs() {
     const MapView& view = workspace_.View();
-    vardenix::SubExportTDFs(workspace_.State().Features,
-                            {view.ExportX1, view.ExportY1, view.ExportX2, view.ExportY2},
-                            workspace_.Platform().Dialogs, workspace_.Panel());
+    if (const auto target = vardenix::SubExportTDFs(
+            workspace_.State().Features,
+            {view.ExportX1, view.ExportY1, view.ExportX2, view.ExportY2},
+            workspace_.Platform().Dialogs, workspace_.Panel()))
+        workspace_.Tell(ExportedWords(*target));
 }
 
 void Regions::ImportTiles() {

@@ -19,6 +19,8 @@ public:
     void Export();
     // Asks for the file whose region the next click stamps.
     void Import();
+    // Of a file that is named already.
+    void ImportFrom(const std::string& path);
 
     // The corners have been clicked.
     void ExportTiles();
@@ -26,6 +28,8 @@ public:
     void ImportTiles();
 
 private:
+    void WaitFor(std::optional<TileRegion> region);
+
     Workspace& workspace_;
     std::optional<TileRegion> region_; // waits for the click that stamps it
 };

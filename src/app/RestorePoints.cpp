@@ -46,9 +46,11 @@ void RestorePoints::ShowOrigin() {
 
 WayOut RestorePoints::AskToLeave() const {
     const ProgramState& state = workspace_.State();
-    return state.Changes.Unsaved(Paper::Level2) && !state.Flags.L2
-               ? MayLeaveRestored(workspace_.Platform().Dialogs)
-               : WayOut::Lose;
+    Dialogs& dialogs = workspace_.Platform().Dialogs;
+    if (!state.Changes.Unsaved(Paper::Level2) || state.Flags.L2)
+        return WayOut::Lose;
+    return workspace_.LiesElsewhere(Paper::Level2) ? MayLeaveCopied(dialogs)
+                                                   : MayLeaveRestored(dialogs);
 }
 
 } // namespace vardenix

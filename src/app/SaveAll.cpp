@@ -9,8 +9,6 @@
 #include "workspace/StatusLine.h"
 #include "workspace/windows/FrmVXMain.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <array>
 
@@ -39,24 +37,6 @@ private:
     ScrollBusyWhile busy_;
 };
 
-// The panel's bar, without clicks and keys in between: an editor may be open, which the
-// panel's lock does not reach.
-class BarOfPanel : public Progress {
-public:
-    explicit BarOfPanel(Progress& bar) : bar_(bar) {}
-
-    void ShowBar() override { bar_.ShowBar(); }
-    void HideBar() override { bar_.HideBar(); }
-    void SetBar(int percent) override { bar_.SetBar(percent); }
-    void SetText(const std::string& text) override { bar_.SetText(text); }
-    void LetEventsThrough() override {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    }
-
-private:
-    Progress& bar_;
-};
-
 std::vector<Paper> DifferingTogether(const ProgramState& state) {
     std::vector<Paper> papers;
     std::ranges::copy_if(SavedTogether, std::back_inserter(papers),
@@ -82,8 +62,7 @@ bool SaveTogether(Workspace& workspace) {
         !MaySaveNumbers(state, papers, dialogs) ||
         !SavedOrKept(dialogs, [&](IfChanged ifChanged) {
             const PanelLocked locked(workspace);
-            BarOfPanel bar(workspace.Panel());
-            SavePapers(state, papers, bar, workspace.Log(), ifChanged);
+            SavePapers(state, papers, workspace.Panel(), workspace.Log(), ifChanged);
         }))
         return false;
     for (const Paper paper : papers)

@@ -4,12 +4,19 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "search/DerivedFiles.h"
 #include "search/TileSearch.h"
+#include "search/TilesMeant.h"
+#include "search/windows/FrmVXReplace.h"
+#include "search/windows/FrmVXStatistics.h"
 #include "search/windows/frmVXSearchOptions.h"
 #include "search/windows/frmVXSearchResults.h"
 #include "workspace/StatusLine.h"
+#include "workspace/TilePalette.h"
 #include "workspace/windows/FrmVXMap.h"
+#include "workspace/windows/FrmVXTilePal.h"
 
 #include <QElapsedTimer>
+
+#include <initializer_list>
 
 namespace vardenix {
 
@@ -23,7 +30,8 @@ Search::~Search() = default;
 
 frmVXSearchOptions& Search::Options() {
     if (!options_) {
-        options_ = std::make_unique<frmVXSearchOptions>(state_.Search);
+        options_ =
+            std::make_unique<frmVXSearchOptions>(state_.Search, state_.Catalogue.Lookup);
         OnSignal(options_.get(), &frmVXSearchOptions::SearchWanted, options_.get(),
                  [this] { SearchTiles(); });
     }
@@ -46,6 +54,72 @@ frmVXSearchResults& Search::Results() {
     return *results_;
 }
 
+FrmVXReplace& Search::Replace() {
+    if (!replace_) {
+        replace_ = std::make_unique<FrmVXReplace>(state_);
+        KeepOverMap(*replace_, workspace_.Windows());
+        PlaceLowerRight(*replace_, {}, workspace_.Windows());
+        OnSignal(replace_.get(), &FrmVXReplace::ReplaceWanted, replace_.get(),
+                 [this] { ReplaceNow(); });
+        OnSignal(workspace_.Windows().Map.get(), &FrmVXMap::ToolsShown, replace_.get(),
+                 [this] { replace_->TileChosen(workspace_.Interaction().SelectedTile); });
+    }
+    return *replace_;
+}
+
+void Search::ShowReplace(std::optional<int32_t> tile) {
+    FrmVXReplace& window = Replace();
+    window.TileChosen(workspace_.Interaction().SelectedTile);
+    if (tile)
+        window.SetOld(*tile);
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
+void Search::ReplaceNow() {
+    const int64_t count =
+        ReplaceTiles(state_.Terrain, state_.Catalogue.Lookup, state_.Search.Results,
+                     Replace().Wish(), state_.Changes);
+    const std::string words =
+        std::to_string(count) + (count == 1 ? " post changed" : " posts changed");
+    if (count != 0) {
+        workspace_.PaintOnce([this] {
+            workspace_.L2NeedSave();
+            workspace_.RemakePreview();
+            workspace_.RefreshPicArray();
+        });
+        workspace_.Tell(words);
+    }
+    Replace().CountAnew();
+    Replace().Tell(QString::fromStdString(words));
+}
+
+void Search::ShowStatistics() {
+    if (!statistics_) {
+        statistics_ = std::make_unique<FrmVXStatistics>(state_);
+        KeepOverMap(*statistics_, workspace_.Windows());
+        OnSignal(statistics_.get(), &FrmVXStatistics::RowWanted, statistics_.get(),
+                 [this](const StatisticsRow& row) { FindRow(row); });
+    }
+    statistics_->show();
+    statistics_->raise();
+    statistics_->activateWindow();
+}
+
+// A tile that no post has is shown where it is.
+void Search::FindRow(const StatisticsRow& row) {
+    if (row.Counts == RowCounts::Tile && row.Posts == 0 &&
+        HasTile(state_.Catalogue.Lookup, row.From)) {
+        workspace_.Windows().Palette->ShowTile(row.From);
+        workspace_.ShowWindow(&Configuration::PalWinVis, true);
+        return;
+    }
+    ShowFound([this, row](SearchResults& hits) {
+        hits = PostsOfRow(state_.Terrain, state_.Catalogue.Lookup, row);
+    });
+}
+
 void Search::Make(DerivedFile kind) {
     const BusyWhile busy(workspace_);
     MakeDerivedFile(kind, state_.Terrain, state_.Catalogue.Lookup,
@@ -53,6 +127,7 @@ void Search::Make(DerivedFile kind) {
 }
 
 void Search::ShowOptions() {
+    StayOver(Options(), *workspace_.Windows().Map->window());
     Options().show();
     Options().raise();
     Options().activateWindow();
@@ -66,8 +141,14 @@ void Search::ShowResults(bool shown) {
 
 void Search::SearchTiles() {
     ShowFound([this](SearchResults& hits) {
-        vardenix::SearchTiles(state_.Terrain, state_.Search.Pattern, workspace_.Panel(),
-                              hits);
+        FindPosts(state_.Terrain, state_.Catalogue.Lookup, state_.Search,
+                  workspace_.Panel(), hits);
+    });
+}
+
+void Search::FindTile(int32_t tile) {
+    ShowFound([this, tile](SearchResults& hits) {
+        hits = PostsOfNumber(state_.Terrain, tile);
     });
 }
 
@@ -94,6 +175,12 @@ void Search::ShowWindows(bool workspaceShown) {
     const bool wanted = state_.Configuration.SearchResWinVis;
     if (!workspaceShown && options_)
         options_->hide();
+    if (options_) // the map may be a part of another window by now
+        StayOver(*options_, *workspace_.Windows().Map->window());
+    for (QWidget* window :
+         std::initializer_list<QWidget*>{replace_.get(), statistics_.get()})
+        if (!workspaceShown && window != nullptr)
+            window->hide();
     if (results_ || (workspaceShown && wanted))
         ShowTool(Results(), workspaceShown && wanted);
     hitFrames_.Shown = wanted;
@@ -117,8 +204,7 @@ std::optional<DeskPart> Search::Docked() {
 }
 
 void Search::PlaceWindows() {
-    PlaceLowerRight(Results(), state_.Configuration.SearchResWinPos,
-                    workspace_.Windows());
+    PlaceTool(Results(), state_.Configuration.SearchResWinPos, workspace_.Windows());
 }
 
 void Search::StorePlaces() {

@@ -4,14 +4,19 @@
 #include "app/Workspace.h"
 #include "search/HitFrames.h"
 
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace vardenix {
 
+class FrmVXReplace;
+class FrmVXStatistics;
 class frmVXSearchOptions;
 class frmVXSearchResults;
 enum class DerivedFile;
+struct StatisticsRow;
 
 // The search, its windows and the frames round what it found; and the files that are
 // computed from the posts. Each window is made when it is first wanted.
@@ -26,11 +31,19 @@ public:
     void ShowResults(bool shown);
     // Shows hits that another command has found.
     void ShowFound(const std::function<void(SearchResults&)>& find);
+    // The posts that have a tile, as hits.
+    void FindTile(int32_t tile);
+    void ShowStatistics();
+    // The window of replacing; with a tile that gives way where there is one.
+    void ShowReplace(std::optional<int32_t> tile);
 
 private:
     frmVXSearchOptions& Options();
     frmVXSearchResults& Results();
+    FrmVXReplace& Replace();
     void SearchTiles();
+    void ReplaceNow();
+    void FindRow(const StatisticsRow& row);
     void FollowHits();
 
     void AddLayers(MapLayers& layers) override { layers.Marks.push_back(&hitFrames_); }
@@ -46,6 +59,8 @@ private:
     HitFrames hitFrames_;
     std::unique_ptr<frmVXSearchOptions> options_;
     std::unique_ptr<frmVXSearchResults> results_;
+    std::unique_ptr<FrmVXReplace> replace_;
+    std::unique_ptr<FrmVXStatistics> statistics_;
 };
 
 } // namespace vardenix

@@ -4,6 +4,7 @@
 #include "platform/windows/RunTimeBarrier.h"
 #include "workspace/ChangedPosts.h"
 #include "workspace/windows/FrmVXMain.h"
+#include "workspace/windows/FrmVXMap.h"
 
 namespace vardenix {
 
@@ -49,11 +50,11 @@ void Steps::GoTo(size_t position) {
 }
 
 void Steps::ShowPlace(size_t position) {
-    const ChangeLog& changes = workspace_.State().Changes;
+    ChangeLog& changes = workspace_.State().Changes;
     if (position == 0 || position > changes.Count())
         return;
     const auto place =
-        PlaceOf(changes.At(position - 1), workspace_.State().Terrain.MapWidth,
+        PlaceOf(changes.Whole(position - 1), workspace_.State().Terrain.MapWidth,
                 InView(workspace_.View()));
     if (!place)
         return workspace_.Tell("This change has no place on the map");
@@ -65,8 +66,12 @@ void Steps::ShowPlace(size_t position) {
     frameShown_.start();
 }
 
-// What can be taken back has changed.
-void Steps::Recorded(const Change& /*change*/) { workspace_.CommandsChanged(); }
+// What can be taken back has changed. Who knows more of it has the last word.
+void Steps::Recorded(const Change& change) {
+    workspace_.Tell(change.Name);
+    workspace_.Map().ShowPost();
+    workspace_.CommandsChanged();
+}
 
 void Steps::Walked(const Change& change, Walk /*walk*/) {
     if (change.Touches(Paper::Catalogue) || change.Pictures)
@@ -76,6 +81,7 @@ void Steps::Walked(const Change& change, Walk /*walk*/) {
     // A single edit leaves the preview alone, as the edit itself does.
     if (change.SingleEdit == 0 && change.Touches(Paper::Level2))
         workspace_.RemakePreview();
+    workspace_.Map().ShowPost();
     workspace_.CommandsChanged();
 }
 

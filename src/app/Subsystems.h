@@ -9,6 +9,7 @@
 #include "app/Land.h"
 #include "app/MapClicks.h"
 #include "app/MapEditor.h"
+#include "app/MapKeys.h"
 #include "app/Opening.h"
 #include "app/Recovery.h"
 #include "app/Regions.h"
@@ -39,7 +40,7 @@ struct Subsystems {
     vardenix::Workspace Workspace;
     vardenix::RestorePoints RestorePoints{Workspace};
     vardenix::Steps Steps{Workspace};
-    vardenix::History History{Workspace, Steps};
+    vardenix::History History{Workspace, Steps, Recovery};
     vardenix::Regions Regions{Workspace};
     vardenix::Features Features{Workspace};
     vardenix::Search Search{Workspace, RestorePoints};
@@ -51,6 +52,7 @@ struct Subsystems {
     vardenix::Builder Builder{Workspace};
     vardenix::Recovery Recovery{Workspace}; // what it adds to others' words comes last
     MapClicks Clicks{Workspace, Regions, Features, Land, Clipboard};
+    MapKeys Keys{Workspace};
     vardenix::Opening Opening{Workspace, RestorePoints, Clicks};
     vardenix::Commands Commands;
 };

@@ -14,6 +14,7 @@
 #include <QApplication>
 
 #include <array>
+#include <optional>
 
 namespace vardenix {
 
@@ -86,11 +87,21 @@ constexpr auto Tools = std::to_array<Command>({
      .Menu = "mnuTools",
      .Line = true,
      .Do = [](Subsystems& all) { all.Search.ShowOptions(); }},
+    {.Id = "mnuReplaceTiles",
+     .Text = "R&eplace Tiles...",
+     .Keys = "Ctrl+R",
+     .Tip = "Gives all posts of a tile another one",
+     .Menu = "mnuTools",
+     .Do = [](Subsystems& all) { all.Search.ShowReplace(std::nullopt); }},
     {.Id = "mnuRebuildTheater",
      .Text = "Re&build Entire Theater...",
      .Menu = "mnuTools",
      .Do = [](Subsystems& all) { all.Builder.Open(); }},
-    {.Id = "mnuThStats", .Text = "Theater Sta&tistics...", .Menu = "mnuTools"},
+    {.Id = "mnuThStats",
+     .Text = "Theater Sta&tistics...",
+     .Tip = "What the terrain is made of",
+     .Menu = "mnuTools",
+     .Do = [](Subsystems& all) { all.Search.ShowStatistics(); }},
     {.Id = "mnuSaveScreeshot",
      .Text = "Sa&ve Map Screenshot...",
      .Keys = "Ctrl+P",

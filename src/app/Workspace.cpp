@@ -1,7 +1,9 @@
 #include "app/Workspace.h"
 
 #include "app/BusyWhile.h"
+#include "app/Habits.h"
 #include "app/SaveAll.h"
+#include "files/FileNames.h"
 #include "files/OwnFolders.h"
 #include "mapview/windows/FrmVXTheaterPreview.h"
 #include "platform/Processes.h"
@@ -11,6 +13,7 @@
 #include "program/StartUp.h"
 #include "workspace/StatusLine.h"
 #include "workspace/TilePalette.h"
+#include "workspace/windows/EdgeHandle.h"
 #include "workspace/windows/FrmVXMain.h"
 #include "workspace/windows/FrmVXMap.h"
 #include "workspace/windows/FrmVXTilePal.h"
@@ -47,6 +50,10 @@ DirtyFlags FlagsOfAll(const ProgramState& state) {
             .L2 = state.Flags.L2,
             .L0ELV = MayDiffer(state, Paper::Heights),
             .MAP = MayDiffer(state, Paper::MapFile)};
+}
+
+const std::string& FileOfLayer(const Terrain& terrain, Layer layer) {
+    return layer == Layer::Heights ? terrain.Elevations.Path : terrain.LFilename;
 }
 
 } // namespace
@@ -104,6 +111,8 @@ void Workspace::MakePalette() {
         windows_.Palette =
             std::make_unique<FrmVXTilePal>(state_, interaction_, tilePictures_, *this);
         KeepOverMap(*windows_.Palette, windows_);
+        OnSignal(windows_.Palette.get(), &FrmVXTilePal::TileTaken, windows_.Palette.get(),
+                 [this] { windows_.Map->TakeKeyboard(); });
     }
     windows_.Palette->Clear();
 }
@@ -144,10 +153,15 @@ void Workspace::ApplySavedLayout() {
     for (WorkspacePart* part : parts_)
         part->PlaceWindows();
     if (first && oneWindow) {
+        // Where they go when each gets its own window back.
+        places_.Store();
+        for (WorkspacePart* part : parts_)
+            part->StorePlaces();
         state_.Configuration.PalWinVis = true;
         desk_.Change([](Desk& desk) { desk.OneWindow = true; });
     }
     windows_.Palette->Command1_Click();
+    TakeRelief();
     windows_.Panel->ShowSettings();
     CommandsChanged();
     if (oneWindow) {
@@ -157,8 +171,11 @@ void Workspace::ApplySavedLayout() {
         places_.ShowByBoxes();
         ShowParts(true);
     }
+    TakeUpHabits(*this, desk_.Read());
+    for (WorkspacePart* part : parts_)
+        part->TheaterOpened();
     RefreshPicArray();
-    RememberTheater();
+    desk_.Change([this](Desk& desk) { NoteOpened(*this, desk); });
 }
 
 void Workspace::DockAll() {
@@ -174,6 +191,9 @@ void Workspace::DockAll() {
         desk_.Read().Layout);
     places_.ShowByBoxes();
     ShowParts(true);
+    deskWindow_->ShowPanel(!desk_.Read().PanelHidden);
+    OnSignal(&deskWindow_->Handle(), &QAbstractButton::clicked, deskWindow_.get(),
+             [this] { ShowPanel(!ShowsPanel()); });
     deskWindow_->show();
     windows_.Map->setFocus();
 }
@@ -196,8 +216,11 @@ void Workspace::RememberFolded() {
 }
 
 void Workspace::ShowPanel(bool shown) {
-    if (deskWindow_)
-        deskWindow_->ShowPanel(shown);
+    if (!deskWindow_)
+        return;
+    deskWindow_->ShowPanel(shown);
+    desk_.Change([shown](Desk& desk) { desk.PanelHidden = !shown; });
+    CommandsChanged();
 }
 
 bool Workspace::ShowsPanel() const { return !deskWindow_ || deskWindow_->ShowsPanel(); }
@@ -241,14 +264,26 @@ SavingParts Workspace::Saving() {
     return {state_.Terrain, view_, platform_.Dialogs, Panel(), log_, Panel()};
 }
 
+// Work goes on upon the files that were opened, which a copy elsewhere leaves as they
+// are.
 void Workspace::SaveTheater(bool as) {
     if (const auto saved = CmdSaveTheater(Saving(), as)) {
-        state_.Changes.Saved(PaperOf(view_.Edited()));
-        Tell(SavedWords(*saved, platform_.Clock.Now()));
+        const Paper paper = PaperOf(view_.Edited());
+        const bool own = SameFile(*saved, FileOfLayer(state_.Terrain, view_.Edited()));
+        if (own)
+            state_.Changes.Saved(paper);
+        else
+            copied_.at(static_cast<size_t>(paper)) = state_.Changes.Revision(paper);
+        Tell(SavedWords(*saved, platform_.Clock.Now()) +
+             (own ? "" : "; the file that was opened is as it was"));
         for (WorkspacePart* part : parts_)
             part->TheaterSaved();
     }
     Panel().RedrawSaveButton();
+}
+
+bool Workspace::LiesElsewhere(Paper paper) const {
+    return copied_.at(static_cast<size_t>(paper)) == state_.Changes.Revision(paper);
 }
 
 void Workspace::TakeTyped() {
@@ -284,12 +319,29 @@ void Workspace::EditL0Elv(bool on) {
     undo_.ShowButtons(view_.Edited());
 }
 
-void Workspace::RememberTheater() {
-    const std::string folder =
-        FolderOfTheater({state_.Terrain.LFilename, state_.Catalogue.BinPath,
-                         state_.MAPFile, state_.Catalogue.DDSFolder});
-    if (!folder.empty())
-        desk_.Change([&folder](Desk& desk) { NoteTheater(desk, folder); });
+std::string Workspace::TheaterFolder() const {
+    return FolderOfTheater({state_.Terrain.LFilename, state_.Catalogue.BinPath,
+                            state_.MAPFile, state_.Catalogue.DDSFolder});
+}
+
+void Workspace::TakeRelief() {
+    if (const auto looks = desk_.Read().Relief) {
+        view_.ShowRelief = looks->Shown;
+        view_.ReliefAlone = looks->Alone;
+        view_.ReliefStrength = looks->Strength;
+        view_.ShowContours = looks->Contours;
+        view_.ContourStep = looks->Step;
+    }
+}
+
+void Workspace::RememberRelief() {
+    const ReliefLooks looks{.Shown = view_.ShowRelief,
+                            .Alone = view_.ReliefAlone,
+                            .Strength = view_.ReliefStrength,
+                            .Contours = view_.ShowContours,
+                            .Step = view_.ContourStep};
+    if (looks != desk_.Read().Relief.value_or(ReliefLooks()))
+        desk_.Change([&looks](Desk& desk) { desk.Relief = looks; });
 }
 
 void Workspace::RefreshPicArray() {
@@ -439,19 +491,26 @@ void Workspace::WindowHidden(const char* checkBoxName) {
 }
 
 void Workspace::StorePlaces() {
+    RememberRelief();
     places_.Store();
     for (WorkspacePart* part : parts_)
         part->StorePlaces();
-    if (deskWindow_)
-        desk_.Change([this](Desk& desk) { desk.Layout = deskWindow_->Layout(); });
+    desk_.Change([this](Desk& desk) {
+        NoteHabits(*this, desk);
+        if (deskWindow_)
+            desk.Layout = deskWindow_->Layout();
+    });
 }
 
 void Workspace::StartAnew(const std::string& folder) {
     nextProgram_ = QuotedWord(ProgramFile());
     if (!folder.empty())
         nextProgram_ += " " + QuotedWord(folder);
-    if (!LeaveProgram())
-        nextProgram_.clear();
+    desk_.Change([&folder](Desk& desk) { desk.Resume = folder; });
+    if (LeaveProgram())
+        return;
+    nextProgram_.clear();
+    desk_.Change([](Desk& desk) { desk.Resume.clear(); });
 }
 
 void Workspace::BringAllToFront() {

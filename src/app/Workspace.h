@@ -15,8 +15,11 @@
 #include "workspace/TheaterSaving.h"
 #include "workspace/UndoPoints.h"
 
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -68,6 +71,8 @@ public:
     void EditL0Elv(bool on);
     // Under a name that the user is asked for, or over the files that were opened.
     void SaveTheater(bool as);
+    // The paper as it is now was saved under another name.
+    bool LiesElsewhere(Paper paper) const;
     SavingParts Saving();
     // Before and after level 2, catalogue and theater.map are saved as one; the flags
     // fall.
@@ -107,9 +112,12 @@ public:
     const UndoPoints& Undo() const { return undo_; }
     TilePictures& Pictures() { return tilePictures_; }
     WorkspaceWindows& Windows() { return windows_; }
+    const WorkspaceWindows& Windows() const { return windows_; }
     FrmVXMain& Panel() const { return *windows_.Panel; }
     FrmVXMap& Map() const { return *windows_.Map; }
     const DeskMemory& Memory() const { return desk_; }
+    // As FolderOfTheater has it.
+    std::string TheaterFolder() const;
 
     void RefreshPicArray() override;
     void LoadImageControls() override;
@@ -132,7 +140,8 @@ private:
     void PaintWanted();
     void ShowParts(bool workspaceShown);
     void ForgetLostTile();
-    void RememberTheater();
+    void TakeRelief();
+    void RememberRelief();
     // Windows of their own again lie over the map, and the panel over all.
     void KeepOrder();
     void FoldPanel(bool oneWindow);
@@ -154,6 +163,7 @@ private:
     DeskPlaces places_;
     DeskMemory desk_;
     std::string nextProgram_;
+    std::array<std::optional<uint64_t>, AllPapers.size()> copied_; // revisions
     std::unique_ptr<DeskWindow> deskWindow_; // while the user wants it
     bool held_ = false;                      // the painting
     bool repaintWanted_ = false;             // since then

@@ -28,6 +28,9 @@ public:
     // The theater's theater.map has been read into the state.
     virtual void MapFileOpened() {}
 
+    // The windows of a theater are up, and its map is painted next.
+    virtual void TheaterOpened() {}
+
     // What can be done, or is chosen, has changed.
     virtual void CommandsChanged() {}
     // Level 2, or the finest elevations, have been saved from the panel.

@@ -36,6 +36,8 @@ std::vector<NamedCommands> AllCommands() {
             {{"stats"}, AddStatistics},
             {{"replace"}, AddReplace},
             {{"terrain"}, AddTerrain},
+            {{"place"}, AddPlace},
+            {{"heights"}, AddHeights},
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
             {{"update"}, AddUpdate},

@@ -75,6 +75,8 @@ void AddUpdate(Command& all);
 void AddCompletion(Command& all);
 void AddRecovery(Command& all);
 void AddSaves(Command& all);
+void AddPlace(Command& all);
+void AddHeights(Command& all);
 
 // Adds the features of files one after the other; error 53 and the like for the first
 // that cannot be read.

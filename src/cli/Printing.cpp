@@ -1,6 +1,7 @@
 #include "cli/Printing.h"
 
 #include "files/FileNames.h"
+#include "platform/Clock.h"
 #include "texts/RuntimeError.h"
 
 #include <array>
@@ -9,6 +10,7 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace vardenix {
 
@@ -81,6 +83,23 @@ void Print(std::string_view line) { Write(stdout, line); }
 void Tell(std::string_view text) { Write(stderr, text); }
 
 void PrintJson(const Json& json) { Print(TextOf(json)); }
+
+void Listing::Add(JsonObject row, const std::string& sentence) {
+    if (asJson_)
+        rows_.emplace_back(std::move(row));
+    else
+        Print(sentence);
+}
+
+void Listing::End() {
+    if (asJson_)
+        PrintJson(std::move(rows_));
+}
+
+std::string FullTime(std::chrono::system_clock::time_point time) {
+    const LocalTime then = LocalTimeOf(time);
+    return ShortMonthDate(then) + " " + HoursMinutesSeconds(then);
+}
 
 void PrintValues(const JsonObject& object, bool asJson) {
     if (asJson) {

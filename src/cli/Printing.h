@@ -2,6 +2,7 @@
 
 #include "cli/Json.h"
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,23 @@ void PrintJson(const Json& json);
 
 // The values of an object, as JSON or one line a value: "posts a side: 256".
 void PrintValues(const JsonObject& object, bool asJson);
+
+// The rows of a list: each is printed as a sentence when it comes, or all at the end as
+// one array of JSON.
+class Listing {
+public:
+    explicit Listing(bool asJson) : asJson_(asJson) {}
+
+    void Add(JsonObject row, const std::string& sentence);
+    void End();
+
+private:
+    bool asJson_;
+    JsonArray rows_;
+};
+
+// "21 Nov 2026 09:05:07"
+std::string FullTime(std::chrono::system_clock::time_point time);
 
 // Ends the result: the system's refusal (61, 75) unless all of it has got where the
 // standard output leads. Called once, before the exit code is given.

@@ -5,7 +5,6 @@
 #include "recovery/Restoring.h"
 
 #include <algorithm>
-#include <chrono>
 #include <memory>
 #include <string>
 #include <utility>
@@ -18,11 +17,6 @@ struct RecoveryOptions {
     std::string Number;
     bool AsJson = false;
 };
-
-std::string FullTime(std::chrono::system_clock::time_point time) {
-    const LocalTime then = LocalTimeOf(time);
-    return ShortMonthDate(then) + " " + HoursMinutesSeconds(then);
-}
 
 std::string FateWords(const LeftLog& log) {
     const std::string why = WhyUnfit(log.Story);
@@ -48,21 +42,16 @@ void AddRecoveryList(Command& family) {
     command.Flag("--json", options->AsJson, "Print JSON");
     command.Run([options](CommandContext&) {
         const LeftLogs found = LeftLogsOf(LogFolder());
-        JsonArray rows;
-        for (const LeftLog& log : found.Logs) {
-            rows.emplace_back(RecordOf(log));
-            if (!options->AsJson)
-                Print(log.Name + ": " + FullTime(log.Story.Last) + ", " +
-                      std::to_string(log.Story.Steps.size()) + " changes to " +
-                      log.Story.Files.L2.Path + "; " + FateWords(log));
-        }
-        for (const LeftLogs::Unread& other : found.Others) {
-            rows.emplace_back(JsonObject{{"number", other.Name}, {"state", other.Why}});
-            if (!options->AsJson)
-                Print(other.Name + ": " + other.Why);
-        }
-        if (options->AsJson)
-            PrintJson(std::move(rows));
+        Listing list(options->AsJson);
+        for (const LeftLog& log : found.Logs)
+            list.Add(RecordOf(log), log.Name + ": " + FullTime(log.Story.Last) + ", " +
+                                        std::to_string(log.Story.Steps.size()) +
+                                        " changes to " + log.Story.Files.L2.Path + "; " +
+                                        FateWords(log));
+        for (const LeftLogs::Unread& other : found.Others)
+            list.Add({{"number", other.Name}, {"state", other.Why}},
+                     other.Name + ": " + other.Why);
+        list.End();
         return ExitDone;
     });
 }

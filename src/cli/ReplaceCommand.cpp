@@ -3,6 +3,7 @@
 #include "cli/Commands.h"
 #include "cli/Printing.h"
 #include "search/Replacing.h"
+#include "texts/Windows1252.h"
 #include "workspace/PostFields.h"
 
 #include <algorithm>
@@ -39,12 +40,11 @@ struct ReplaceOptions {
 };
 
 TileMarks OldTiles(const ReplaceOptions& options, const TileLookup& lookup) {
-    TileMarks marks = TilesMeant(lookup, options.Named);
-    for (const int32_t number : options.Old) {
-        const auto index = static_cast<size_t>(number);
-        marks.resize(std::max(marks.size(), index + 1));
-        marks[index] = 1;
-    }
+    TileMarks marks = MarksOf(options.Old);
+    const TileMarks named = TilesMeant(lookup, BytesFromUtf8(options.Named));
+    marks.resize(std::max(marks.size(), named.size()));
+    for (size_t i = 0; i < named.size(); ++i)
+        marks[i] |= named[i];
     return marks;
 }
 
@@ -81,7 +81,7 @@ void AddReplace(Command& all) {
         all.AddCommand("replace", "Give all posts of a tile another one, and save; exit "
                                   "1 if there are none");
     const auto options = std::make_shared<ReplaceOptions>(command);
-    const NumberRange numbers{0, MaxGridWidth * int64_t{TilesPerSet}};
+    const NumberRange numbers{0, MostTileNumber};
     command.Numbers("--tile", options->Old, "Tile number that gives way", numbers);
     command.Text("--named", options->Named,
                  "Tiles that give way: part of their name, or their kind; several parted "

@@ -37,25 +37,22 @@ void AddSavesList(Command& family) {
     command.Flag("--json", options->AsJson, "Print JSON");
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);
-        JsonArray rows;
+        Listing list(options->AsJson);
         for (const Paper paper : PapersHere) {
             size_t number = 0;
             for (const EarlierSave& save :
                  EarlierSavesOf(context.State, paper, SavesFolder())) {
-                const LocalTime then = LocalTimeOf(save.Time);
-                const std::string time =
-                    ShortMonthDate(then) + " " + HoursMinutesSeconds(then);
-                rows.emplace_back(JsonObject{{"paper", WordOf(paper)},
-                                             {"number", ++number},
-                                             {"time", time},
-                                             {"bytes", save.Bytes}});
-                if (!options->AsJson)
-                    Print(WordOf(paper) + " " + std::to_string(number) + ": " +
-                          NameOfPaper(paper) + " as saved at " + time);
+                const std::string time = FullTime(save.Time);
+                ++number;
+                list.Add({{"paper", WordOf(paper)},
+                          {"number", number},
+                          {"time", time},
+                          {"bytes", save.Bytes}},
+                         WordOf(paper) + " " + std::to_string(number) + ": " +
+                             NameOfPaper(paper) + " as saved at " + time);
             }
         }
-        if (options->AsJson)
-            PrintJson(std::move(rows));
+        list.End();
         return ExitDone;
     });
 }

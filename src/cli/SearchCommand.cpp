@@ -6,7 +6,6 @@
 #include "levels/TerrainStore.h"
 #include "search/SearchHits.h"
 #include "search/TileSearch.h"
-#include "search/TilesMeant.h"
 #include "texts/Numbers.h"
 #include "workspace/PostFields.h"
 
@@ -160,11 +159,8 @@ void AddSearch(Command& all) {
         sets ? context.OpenToWrite(options->Files) : context.Open(options->Files);
         const Terrain& terrain = context.State.Terrain;
         SearchResults hits;
-        SearchTiles(terrain, options->Pattern, context.Progress, hits);
-        if (!options->Named.empty())
-            KeepTilesMeant(terrain,
-                           TilesMeant(context.State.Catalogue.Lookup, options->Named),
-                           hits);
+        FindPosts(terrain, context.State.Catalogue.Lookup,
+                  {options->Pattern, options->Named}, context.Progress, hits);
         if (sets)
             hits = KeptHits(hits, terrain.MapWidth);
         if (sets && hits.size() > 1)

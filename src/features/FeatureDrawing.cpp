@@ -136,7 +136,8 @@ void DrawMarksWithNames(KindDrawing& drawing, std::span<const Feature> features,
             continue;
         const std::string text = Utf8FromBytes(name);
         const int32_t height = surface.MeasureText(text).Height;
-        surface.DrawText({x + s, y - s - height}, text, font.Color);
+        surface.DrawRimmedText({x + s, y - s - height}, text, font.Color,
+                               RimOf(font.Color));
     }
 }
 

@@ -144,22 +144,28 @@ void WriteFeatureFiles(const FoundFeatures& found, const std::string& folder) {
     files.Commit();
 }
 
-void SubExportTDFs(const FeatureSet& features, const PostBox& box, Dialogs& dialogs,
-                   Progress& progress) {
+std::optional<std::string> SubExportTDFs(const FeatureSet& features, const PostBox& box,
+                                         Dialogs& dialogs, Progress& progress) {
     try {
         const auto target = AskForTarget(dialogs);
         if (!target)
-            return;
+            return std::nullopt;
         const FoundFeatures found = Find(features, box, progress);
-        if (found.None())
+        if (found.None()) {
             dialogs.Notice(NoneFound, "Info...", BoxIcon::Information);
-        else if (target->OneFile)
+            return std::nullopt;
+        }
+        if (target->OneFile)
             WriteFeatures(found, target->Path);
         else if (MayReplace(FilesThere(FilesOfExport(found, target->Path)), dialogs))
             WriteFeatureFiles(found, target->Path);
+        else
+            return std::nullopt;
+        return target->Path;
     } catch (const RuntimeError& error) {
         if (error.Number() != ErrorNumber::Cancelled)
             dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
+        return std::nullopt;
     }
 }
 

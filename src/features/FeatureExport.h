@@ -6,6 +6,7 @@
 #include "program/FeatureSet.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,8 +38,9 @@ void WriteFeatureFiles(const FoundFeatures& found, const std::string& folder);
 // Asks whether one file is wanted or one for each kind, asks where, and writes; where
 // files of a folder are there, only after a question that names them (the dialog for one
 // file asks itself). A cancel ends without a word, an error in a box; a region without
-// features is told and nothing is written.
-void SubExportTDFs(const FeatureSet& features, const PostBox& box, Dialogs& dialogs,
-                   Progress& progress);
+// features is told and nothing is written. The path of the file or folder; nothing when
+// none was written.
+std::optional<std::string> SubExportTDFs(const FeatureSet& features, const PostBox& box,
+                                         Dialogs& dialogs, Progress& progress);
 
 } // namespace vardenix

@@ -35,4 +35,14 @@ Digest DigestOf(std::initializer_list<std::span<const std::byte>> parts) {
     return digest;
 }
 
+std::string TextOf(const Digest& digest) {
+    constexpr const char* digits = "0123456789abcdef";
+    std::string text;
+    for (const uint8_t byte : digest) {
+        text += digits[byte / 16];
+        text += digits[byte % 16];
+    }
+    return text;
+}
+
 } // namespace vardenix

@@ -4,6 +4,7 @@
 #include "files/StagedFile.h"
 #include "texts/RuntimeError.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <condition_variable>
@@ -37,6 +38,22 @@ bool WriteAll(int handle, std::span<const std::byte> bytes) {
             bytes = bytes.subspan(static_cast<size_t>(written));
     }
     return true;
+}
+
+void ReadAllAt(int handle, uint64_t offset, std::span<std::byte> bytes,
+               const std::string& path) {
+    while (!bytes.empty()) {
+        const ssize_t read =
+            ::pread(handle, bytes.data(), bytes.size(), static_cast<off_t>(offset));
+        if (read < 0 && errno != EINTR)
+            ThrowSystemError(errno, "reading", path);
+        if (read == 0)
+            throw RuntimeError(ErrorNumber::InputPastEnd, path + " has been cut");
+        if (read > 0) {
+            bytes = bytes.subspan(static_cast<size_t>(read));
+            offset += static_cast<uint64_t>(read);
+        }
+    }
 }
 
 } // namespace
@@ -85,6 +102,8 @@ struct GrowingFile::Shared {
         const int refusal = done ? 0 : errno;
         lock.lock();
         Refusal = refusal;
+        if (done)
+            Written += sizeof head + record.size();
         Waiting.pop_front();
     }
 
@@ -93,6 +112,7 @@ struct GrowingFile::Shared {
     std::condition_variable Changed;
     std::deque<std::vector<std::byte>> Waiting; // the first may be under way
     int Refusal = 0;
+    uint64_t Written = 0; // bytes of whole records
     bool Ends = false;
     std::thread Thread;
 };
@@ -102,7 +122,7 @@ GrowingFile::GrowingFile(HeldFile file)
     const off_t end = ::lseek(shared_->File.Handle(), 0, SEEK_END);
     if (end < 0)
         ThrowSystemError(errno, "writing", TextOfPath(shared_->File.Path()));
-    size_ = static_cast<uint64_t>(end);
+    size_ = shared_->Written = static_cast<uint64_t>(end);
     try {
         shared_->Thread = std::thread([shared = shared_.get()] { shared->Work(); });
     } catch (const std::system_error&) {
@@ -119,7 +139,8 @@ GrowingFile::~GrowingFile() {
     shared_->Thread.join();
 }
 
-void GrowingFile::Append(std::vector<std::byte> record) {
+uint64_t GrowingFile::Append(std::vector<std::byte> record) {
+    const uint64_t offset = size_;
     const uint64_t bytes = HeadBytes + record.size();
     {
         const std::lock_guard lock(shared_->Mutex);
@@ -127,6 +148,26 @@ void GrowingFile::Append(std::vector<std::byte> record) {
     }
     size_ += bytes;
     shared_->Changed.notify_all();
+    return offset;
+}
+
+bool GrowingFile::IsWritten(uint64_t offset) const {
+    const std::lock_guard lock(shared_->Mutex);
+    return offset < shared_->Written;
+}
+
+std::vector<std::byte> GrowingFile::Read(uint64_t offset) const {
+    const std::string path = TextOfPath(shared_->File.Path());
+    RecordHead head{};
+    ReadAllAt(shared_->File.Handle(), offset, std::as_writable_bytes(std::span(head)),
+              path);
+    if (head[0] > size_ - std::min(size_, offset + HeadBytes))
+        throw RuntimeError(ErrorNumber::TypeMismatch, path + " is damaged");
+    std::vector<std::byte> record(head[0]);
+    ReadAllAt(shared_->File.Handle(), offset + HeadBytes, record, path);
+    if (HeadOf(record) != head)
+        throw RuntimeError(ErrorNumber::TypeMismatch, path + " is damaged");
+    return record;
 }
 
 void GrowingFile::Drain() {

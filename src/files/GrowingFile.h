@@ -32,10 +32,15 @@ public:
 
     // Bytes that the file has once all that was handed over is written.
     uint64_t Size() const { return size_; }
-    // A record of less than 4 GiB.
-    void Append(std::vector<std::byte> record);
+    // A record of less than 4 GiB. The offset that it will begin at.
+    uint64_t Append(std::vector<std::byte> record);
     // Waits until all that was handed over is written.
     void Drain();
+    // Whether the record that begins at an offset is written whole.
+    bool IsWritten(uint64_t offset) const;
+    // The bytes of that record. Errors of reading; 13 where they are not what was
+    // written.
+    std::vector<std::byte> Read(uint64_t offset) const;
     // What the system said when it refused to write, as a sentence; empty while it has
     // not. Nothing more is written then.
     std::string Failure() const;

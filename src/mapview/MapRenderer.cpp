@@ -32,6 +32,8 @@ bool PaintPosts(Repaint& repaint) {
         PaintOverview(repaint);
         if (repaint.View.Brightness != 0)
             repaint.Surface.AdjustBrightness(repaint.View.Brightness);
+        if (repaint.View.ShowRelief || repaint.View.ShowContours)
+            PaintReliefOverview(repaint);
         return true;
     }
     const bool bare = repaint.View.ShowRelief && repaint.View.ReliefAlone;

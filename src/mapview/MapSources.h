@@ -95,6 +95,6 @@ public:
 };
 
 // What lies where no post is, 0x00BBGGRR.
-constexpr uint32_t MapBackground = 0xF0F0F0;
+constexpr uint32_t MapBackground = 0x404040;
 
 } // namespace vardenix

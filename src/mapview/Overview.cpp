@@ -2,7 +2,7 @@
 // that its tile's picture has on the whole.
 
 #include "mapview/HeightColors.h"
-#include "mapview/Repaint.h"
+#include "mapview/OverviewPlaces.h"
 #include "platform/ForEachInParallel.h"
 #include "texts/Numbers.h"
 
@@ -21,16 +21,6 @@ constexpr int32_t MeanSide = 16;
 // 0x00BBGGRR and the pixels' 0xAARRGGBB.
 uint32_t PixelOf(uint32_t color) {
     return Opaque | (color & 255) << 16 | (color & 0xFF00) | (color >> 16 & 255);
-}
-
-uint32_t Mixed(uint32_t below, uint32_t above, uint32_t alpha) {
-    uint32_t mixed = Opaque;
-    for (const uint32_t shift : {0U, 8U, 16U}) {
-        const uint32_t sum =
-            (below >> shift & 255) * (255 - alpha) + (above >> shift & 255) * alpha;
-        mixed |= (sum + 127) / 255 << shift;
-    }
-    return mixed;
 }
 
 // The numbers that posts in view have, each once.
@@ -140,41 +130,59 @@ void PaintRow(const Repaint& repaint, const MeanColors& means,
         if (view.ApplyMAP) {
             const MapPaletteEntry& over =
                 repaint.Sources.MapFileRecord.Palette[post.Palette];
-            pixels[x] = Mixed(pixels[x],
-                              static_cast<uint32_t>(over.Red) << 16 |
-                                  static_cast<uint32_t>(over.Green) << 8 | over.Blue,
-                              view.MapAlpha);
+            pixels[x] = MixedPixel(pixels[x],
+                                   static_cast<uint32_t>(over.Red) << 16 |
+                                       static_cast<uint32_t>(over.Green) << 8 | over.Blue,
+                                   view.MapAlpha);
         }
     }
 }
 
+int32_t InsideTerrain(const Repaint& repaint, int32_t post) {
+    return post >= 0 && post < repaint.Sources.Terrain.MapWidth ? post : -1;
+}
+
 } // namespace
 
-void PaintOverview(Repaint& repaint) {
+uint32_t MixedPixel(uint32_t below, uint32_t above, uint32_t alpha) {
+    uint32_t mixed = Opaque;
+    for (const uint32_t shift : {0U, 8U, 16U}) {
+        const uint32_t sum =
+            (below >> shift & 255) * (255 - alpha) + (above >> shift & 255) * alpha;
+        mixed |= (sum + 127) / 255 << shift;
+    }
+    return mixed;
+}
+
+OverviewPlaces::OverviewPlaces(Repaint& repaint)
+    : Target(repaint.Surface.Pixels()), repaint_(repaint) {
     const MapView& view = repaint.View;
+    Columns.reserve(static_cast<size_t>(std::max(Target.Width, 0)));
+    for (int32_t x = 0; x < Target.Width; ++x)
+        Columns.push_back(InsideTerrain(
+            repaint, view.MapLeftX + ClampToInt32(std::floor((x + repaint.Left + 0.5) /
+                                                             view.CellSize()))));
+}
+
+int32_t OverviewPlaces::RowAt(int32_t y) const {
+    const MapView& view = repaint_.View;
+    const double up = view.PictureHeight() - (y + repaint_.Top) - 0.5;
+    return InsideTerrain(repaint_, view.MapBottomY +
+                                       ClampToInt32(std::floor(up / view.CellSize())));
+}
+
+void PaintOverview(Repaint& repaint) {
     const Terrain& terrain = repaint.Sources.Terrain;
     const MeanColors means(repaint);
-    const RasterView target = repaint.Surface.Pixels();
-    const auto inside = [&terrain](int32_t post) {
-        return post >= 0 && post < terrain.MapWidth ? post : -1;
-    };
-    std::vector<int32_t> columns;
-    columns.reserve(static_cast<size_t>(std::max(target.Width, 0)));
-    for (int32_t x = 0; x < target.Width; ++x)
-        columns.push_back(
-            inside(view.MapLeftX +
-                   ClampToInt32(std::floor((x + repaint.Left + 0.5) / view.CellSize()))));
-    const auto rowAt = [&](int32_t y) {
-        const double up = view.PictureHeight() - (y + repaint.Top) - 0.5;
-        return inside(view.MapBottomY + ClampToInt32(std::floor(up / view.CellSize())));
-    };
+    const OverviewPlaces places(repaint);
+    const RasterView target = places.Target;
     const auto height = static_cast<size_t>(std::max(target.Height, 0));
     ForEachInParallel((height + RowsAtOnce - 1) / RowsAtOnce, [&](size_t band) {
         const size_t end = std::min(height, (band + 1) * RowsAtOnce);
         int32_t before = -1;
         for (size_t i = band * RowsAtOnce; i < end; ++i) {
             const auto y = static_cast<int32_t>(i);
-            const int32_t row = rowAt(y);
+            const int32_t row = places.RowAt(y);
             if (row >= 0 && row == before)
                 std::copy_n(target.Row(y - 1), target.Width, target.Row(y));
             else if (row >= 0)
@@ -182,7 +190,7 @@ void PaintOverview(Repaint& repaint) {
                     repaint, means,
                     terrain.LxArr.Values().subspan(static_cast<size_t>(row) *
                                                    static_cast<size_t>(terrain.MapWidth)),
-                    columns, target.Row(y));
+                    places.Columns, target.Row(y));
             before = row;
         }
     });

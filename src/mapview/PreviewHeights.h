@@ -4,7 +4,15 @@
 #include "mapview/MapLayout.h"
 #include "pictures/Raster.h"
 
+#include <cstdint>
+
 namespace vardenix {
+
+// What is laid over the colours of heights; nothing at first.
+struct PreviewLooks {
+    int32_t Relief = 0;      // its strength, percent
+    int32_t ContourStep = 0; // feet, 0 for no lines
+};
 
 // Brings part of the height picture that ShowLFile has painted up to date with posts that
 // were edited since: those from `lowerLeft`, counted from 0, `across` columns and `down`
@@ -13,6 +21,6 @@ namespace vardenix {
 // the result false, while the picture is that of another theater.
 bool UpdateHeights(const Terrain& terrain, const PreviewColors& colors,
                    PostPlace lowerLeft, int32_t across, int32_t down,
-                   const RasterView& picture);
+                   const RasterView& picture, const PreviewLooks& looks = {});
 
 } // namespace vardenix

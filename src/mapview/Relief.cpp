@@ -85,6 +85,10 @@ ReliefTint TintOf(double shade, int32_t strength) {
     return {shade > 0 ? 0xFFFFFFU : 0U, static_cast<uint8_t>(std::lround(alpha))};
 }
 
+int32_t ContourLevel(int32_t feet, int32_t step) {
+    return feet >= 0 ? feet / step : -((step - 1 - feet) / step);
+}
+
 std::vector<ContourPiece> ContoursAt(const HeightField& heights, int32_t x, int32_t y,
                                      int32_t step) {
     std::array<int32_t, 9> around{};

@@ -45,6 +45,12 @@ struct ReliefTint {
 };
 ReliefTint TintOf(double shade, int32_t strength);
 
+// Between which contour lines a height lies: how many steps of `step` feet (at least 1)
+// it is high, rounded down. A line lies where the number changes.
+int32_t ContourLevel(int32_t feet, int32_t step);
+
+constexpr uint32_t ContourColor = 0x1E4678; // brown, 0x00BBGGRR
+
 // A piece of a contour line; X to the right and Y up, of a square from 0 to 1.
 struct ContourPiece {
     PicturePoint From;

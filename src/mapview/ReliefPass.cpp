@@ -1,26 +1,19 @@
 #include "mapview/Relief.h"
 #include "mapview/Repaint.h"
+#include "pictures/Blending.h"
+#include "platform/ForEachInParallel.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 namespace vardenix {
 namespace {
 
 // Below it quarters of a cell are not told apart.
 constexpr int32_t LeastCellOfQuarters = 8;
-constexpr uint32_t BareGround = 0xB4B4B4;
-constexpr uint32_t ContourColor = 0x1E4678; // brown
-constexpr int32_t ThickEvery = 5;           // of contour lines
+constexpr int32_t ThickEvery = 5; // of contour lines
 constexpr int32_t LeastCellOfThickLines = 16;
-
-// The grid of heights whose relief is shown: that which is edited, as far as it is there.
-HeightField FieldOf(const Repaint& repaint) {
-    const Terrain& terrain = repaint.Sources.Terrain;
-    const bool finest = repaint.View.L0Mode &&
-                        terrain.Elevations.EMapWidth == FinestPerPost * terrain.MapWidth;
-    return {terrain, finest ? Layer::Heights : Layer::Posts};
-}
 
 // Calls draw(x, y, rect) with the places of the grid that a post's cell shows.
 template <typename Draw>
@@ -58,6 +51,102 @@ void ForEachPlaceInView(Repaint& repaint, const HeightField& heights, Draw draw)
     steps.End();
 }
 
+// What is laid over a row of pixels.
+struct ReliefTints {
+    explicit ReliefTints(int32_t width)
+        : Colors(static_cast<size_t>(std::max(width, 0))), Weights(Colors.size()) {}
+
+    void Fill(size_t from, size_t to, const ReliefTint& tint) {
+        std::fill(Colors.begin() + static_cast<ptrdiff_t>(from),
+                  Colors.begin() + static_cast<ptrdiff_t>(to), OpaquePixel(tint.Color));
+        std::fill(Weights.begin() + static_cast<ptrdiff_t>(from),
+                  Weights.begin() + static_cast<ptrdiff_t>(to), tint.Alpha);
+    }
+    // From the first pixel of `row` on, those from `from` to before `to`.
+    void LayOver(uint32_t* row, size_t from, size_t to) const {
+        size_t x = from;
+        for (; x + PixelsAtOnce <= to; x += PixelsAtOnce) {
+            FourPixels colors;
+            std::memcpy(&colors, &Colors[x], sizeof colors);
+            BlendFour(row + x, colors, WeightsOf(&Weights[x]));
+        }
+        for (; x < to; ++x)
+            row[x] = BlendPixel(row[x], Colors[x], Weights[x]);
+    }
+
+    std::vector<uint32_t> Colors;
+    std::vector<uint8_t> Weights;
+};
+
+// The relief over the rows of posts in view, each of which has its rows of pixels to
+// itself. A row of posts is of one part, or of four where quarters are told apart.
+class ReliefRows {
+public:
+    ReliefRows(const Repaint& repaint, const RasterView& target)
+        : repaint_(repaint), target_(target), heights_(HeightsShown(repaint)),
+          finest_(heights_.Width() != repaint.Sources.Terrain.MapWidth),
+          parts_(finest_ && repaint.Grid.CellSide() >= LeastCellOfQuarters ? FinestPerPost
+                                                                           : 1) {}
+
+    int32_t Parts() const { return parts_; }
+
+    // Part 0 is the uppermost.
+    void Paint(int32_t row, int32_t part, ReliefTints& tints) const {
+        size_t from = static_cast<size_t>(std::max(target_.Width, 0));
+        size_t to = 0;
+        PixelRect lines; // of the part, by its upper edge and its height
+        for (int32_t column = 0; column < repaint_.Grid.Columns(); ++column) {
+            const auto post =
+                repaint_.Grid.At(row * repaint_.Grid.Columns() + column + 1);
+            if (!post)
+                continue;
+            lines = post->Cell;
+            for (int32_t a = 0; a < parts_; ++a) {
+                const int32_t left =
+                    post->Cell.Left - repaint_.Left + post->Cell.Width * a / parts_;
+                const int32_t right =
+                    post->Cell.Left - repaint_.Left + post->Cell.Width * (a + 1) / parts_;
+                const size_t x1 = InTarget(left, target_.Width);
+                const size_t x2 = InTarget(right, target_.Width);
+                if (x1 >= x2)
+                    continue;
+                tints.Fill(x1, x2, TintAt(*post, a, part));
+                from = std::min(from, x1);
+                to = std::max(to, x2);
+            }
+        }
+        const int32_t top = lines.Top - repaint_.Top;
+        const size_t y2 =
+            InTarget(top + lines.Height * (part + 1) / parts_, target_.Height);
+        for (size_t y = InTarget(top + lines.Height * part / parts_, target_.Height);
+             y < y2; ++y)
+            tints.LayOver(target_.Row(static_cast<int32_t>(y)), from, std::max(from, to));
+    }
+
+private:
+    static size_t InTarget(int32_t pixel, int32_t side) {
+        return static_cast<size_t>(std::clamp(pixel, 0, std::max(side, 0)));
+    }
+
+    ReliefTint TintAt(const PostCell& post, int32_t across, int32_t down) const {
+        int32_t x = post.X - 1;
+        int32_t y = post.Y - 1;
+        if (finest_) {
+            const bool whole = parts_ == 1;
+            x = x * FinestPerPost + (whole ? FinestPerPost / 2 : across);
+            y = y * FinestPerPost +
+                (whole ? FinestPerPost / 2 : FinestPerPost - 1 - down);
+        }
+        return TintOf(ShadeAt(heights_, x, y), repaint_.View.ReliefStrength);
+    }
+
+    const Repaint& repaint_;
+    const RasterView& target_;
+    HeightField heights_;
+    bool finest_;
+    int32_t parts_;
+};
+
 // Pixel by pixel, so that every surface has the same line and needs no pen for it.
 void DrawPiece(DrawingSurface& surface, const PixelRect& rect, const ContourPiece& piece,
                int32_t width) {
@@ -83,6 +172,13 @@ void DrawPiece(DrawingSurface& surface, const PixelRect& rect, const ContourPiec
 
 } // namespace
 
+HeightField HeightsShown(const Repaint& repaint) {
+    const Terrain& terrain = repaint.Sources.Terrain;
+    const bool finest = repaint.View.L0Mode &&
+                        terrain.Elevations.EMapWidth == FinestPerPost * terrain.MapWidth;
+    return {terrain, finest ? Layer::Heights : Layer::Posts};
+}
+
 void PaintBareGround(Repaint& repaint) {
     StepsTogether steps(repaint.Surface);
     for (int32_t i = 1; i <= repaint.Grid.Count(); ++i)
@@ -92,20 +188,17 @@ void PaintBareGround(Repaint& repaint) {
 }
 
 void PaintRelief(Repaint& repaint) {
-    const HeightField heights = FieldOf(repaint);
-    ForEachPlaceInView(
-        repaint, heights, [&](int32_t x, int32_t y, const PixelRect& rect) {
-            const double shade = ShadeAt(heights, x, y);
-            if (shade == 0)
-                return;
-            const ReliefTint tint = TintOf(shade, repaint.View.ReliefStrength);
-            if (tint.Alpha != 0)
-                repaint.Surface.BlendColor(rect, tint.Color, tint.Alpha);
-        });
+    const RasterView target = repaint.Surface.Pixels();
+    const ReliefRows rows(repaint, target);
+    ForEachInParallel(static_cast<size_t>(repaint.Grid.Rows()), [&](size_t row) {
+        ReliefTints tints(target.Width);
+        for (int32_t part = 0; part < rows.Parts(); ++part)
+            rows.Paint(static_cast<int32_t>(row), part, tints);
+    });
 }
 
 void DrawContours(Repaint& repaint) {
-    const HeightField heights = FieldOf(repaint);
+    const HeightField heights = HeightsShown(repaint);
     const int32_t step = std::max(repaint.View.ContourStep, 1);
     const bool thick = repaint.View.CellSize() >= LeastCellOfThickLines;
     ForEachPlaceInView(

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "mapview/MapSources.h"
+#include "mapview/Relief.h"
 #include "mapview/ViewGrid.h"
 
 #include <cstdint>
@@ -56,9 +57,14 @@ bool PaintTiles(Repaint& repaint);
 // In place of tiles, areas and paths, heights and grid.
 void PaintOverview(Repaint& repaint);
 // In the place of tiles, for a relief alone.
+constexpr uint32_t BareGround = 0xB4B4B4; // 0x00BBGGRR
 void PaintBareGround(Repaint& repaint);
+// The grid of heights whose relief is shown: that which is edited, as far as it is there.
+HeightField HeightsShown(const Repaint& repaint);
 void PaintRelief(Repaint& repaint);
 void DrawContours(Repaint& repaint);
+// Both over an overview, pixel by pixel.
+void PaintReliefOverview(Repaint& repaint);
 void PaintAreasAndPaths(Repaint& repaint);
 bool PaintOverlays(Repaint& repaint);
 void DrawSegments(Repaint& repaint);

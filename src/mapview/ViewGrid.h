@@ -32,6 +32,8 @@ public:
 
     // Its cells, whether posts lie there or not.
     int32_t Count() const { return columns_ * rows_; }
+    int32_t Columns() const { return columns_; }
+    int32_t Rows() const { return rows_; }
 
     // Pixels along a side of the squares that pictures are stretched to, the same for all
     // cells: each picture is then wanted in one size only.

@@ -85,19 +85,21 @@ void BrowseTheaterPaths(TheaterPaths& paths, Configuration& configuration,
     }
 }
 
-void TakeTheaterFolder(const std::string& dropped, TheaterPaths& paths,
-                       Configuration& configuration, const std::function<void()>& show) {
+std::string TheaterFolderOf(const std::string& dropped) {
     const std::string folder = FolderExists(dropped) ? TextOfPath(PathAsItStands(dropped))
                                                      : FolderAbove(dropped);
-    TheaterPaths found = PathsOnDisk(folder);
-    if (!FileExists(found.L2File))
-        found = PathsOnDisk(FolderAbove(folder));
-    if (!FileExists(found.L2File))
-        throw RuntimeError(ErrorNumber::FileNotFound,
-                           "There is no theater in " + dropped +
-                               ": a theater's folder holds terrain and texture, and "
-                               "terrain a theater.L2.");
-    paths = std::move(found);
+    for (const std::string& each : {folder, FolderAbove(folder)})
+        if (FileExists(PathsOnDisk(each).L2File))
+            return each;
+    throw RuntimeError(ErrorNumber::FileNotFound,
+                       "There is no theater in " + dropped +
+                           ": a theater's folder holds terrain and texture, and "
+                           "terrain a theater.L2.");
+}
+
+void TakeTheaterFolder(const std::string& dropped, TheaterPaths& paths,
+                       Configuration& configuration, const std::function<void()>& show) {
+    paths = PathsOnDisk(TheaterFolderOf(dropped));
     configuration.L2File = paths.L2File;
     configuration.BinFile = paths.BinFile;
     configuration.MapFile = paths.MapFile;

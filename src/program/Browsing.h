@@ -25,4 +25,7 @@ void BrowseTheaterPaths(TheaterPaths& paths, Configuration& configuration,
 void TakeTheaterFolder(const std::string& dropped, TheaterPaths& paths,
                        Configuration& configuration, const std::function<void()>& show);
 
+// The folder of the theater that was meant by one of these. Error 53 likewise.
+std::string TheaterFolderOf(const std::string& dropped);
+
 } // namespace vardenix

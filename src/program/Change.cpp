@@ -56,6 +56,8 @@ std::vector<std::byte> WithOld(std::span<const std::byte> bytes, const ByteDelta
 }
 
 bool Change::Touches(Paper paper) const {
+    if ((Away & PaperBit(paper)) != 0)
+        return true;
     switch (paper) {
     case Paper::Level2:
         return !Posts.Empty();
@@ -76,9 +78,13 @@ bool Change::Empty() const {
                             AllPapers, [this](Paper paper) { return Touches(paper); });
 }
 
+size_t Change::DeltaBytes() const {
+    return Posts.Bytes() + Heights.Bytes() + Catalogue.Bytes() + MapFile.Bytes();
+}
+
 size_t Change::Bytes() const {
-    return sizeof *this + Name.size() + Posts.Bytes() + Heights.Bytes() +
-           Catalogue.Bytes() + MapFile.Bytes() + (Pictures ? Pictures->Bytes() : 0) +
+    return sizeof *this + Name.size() + DeltaBytes() +
+           (Pictures ? Pictures->Bytes() : 0) +
            (OtherHeights ? OtherHeights->Layer.L0ElvArr.Values().size_bytes() : 0);
 }
 

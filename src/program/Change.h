@@ -28,6 +28,10 @@ constexpr Paper PaperOf(Layer layer) {
     return layer == Layer::Heights ? Paper::Heights : Paper::Level2;
 }
 
+constexpr uint8_t PaperBit(Paper paper) {
+    return static_cast<uint8_t>(1U << static_cast<unsigned>(paper));
+}
+
 // One stretch of bytes that another one takes the place of.
 struct ByteDelta {
     size_t Offset = 0;
@@ -71,11 +75,16 @@ struct Change {
     std::shared_ptr<FileSwap> Pictures{};
     std::shared_ptr<WaitingHeights> OtherHeights{};
     uint64_t SingleEdit = 0; // of the stacks of single edits, by its number; 0 for none
+    // Papers, by their bits, of which what was changed is not here: the log's journal
+    // alone has it (ChangeLog::Whole).
+    uint8_t Away = 0;
 
     bool Touches(Paper paper) const;
     bool Empty() const;
     // In memory, features apart.
     size_t Bytes() const;
+    // Posts, heights, catalogue and theater.map among them, which a journal can have.
+    size_t DeltaBytes() const;
 };
 
 } // namespace vardenix

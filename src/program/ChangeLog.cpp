@@ -72,6 +72,30 @@ void WalkPapers(const Papers& papers, const Change& change, Walk walk) {
     }
 }
 
+// What a part of a change adds to the parts before it, which strokes grow by.
+void AppendPart(Change& whole, Change part) {
+    const auto append = [](auto& runs, const auto& more) {
+        runs.insert(runs.end(), more.begin(), more.end());
+    };
+    append(whole.Posts.Runs, part.Posts.Runs);
+    append(whole.Heights.Runs, part.Heights.Runs);
+    const auto take = [](auto& to, auto& from) {
+        if (!from.Empty())
+            to = std::move(from);
+    };
+    take(whole.Posts.Values, part.Posts.Values);
+    take(whole.Heights.Values, part.Heights.Values);
+    take(whole.Catalogue, part.Catalogue);
+    take(whole.MapFile, part.MapFile);
+}
+
+void MoveDeltas(Change& from, Change& to) {
+    to.Posts = std::exchange(from.Posts, {});
+    to.Heights = std::exchange(from.Heights, {});
+    to.Catalogue = std::exchange(from.Catalogue, {});
+    to.MapFile = std::exchange(from.MapFile, {});
+}
+
 } // namespace
 
 ChangeFollower::~ChangeFollower() {
@@ -107,13 +131,11 @@ void ChangeLog::Put(Entry entry) {
     if (entry.What.Time == Change{}.Time)
         entry.What.Time = std::chrono::system_clock::now();
     entry.After = RevisionsAfter(entry.What);
-    for (; entries_.size() > position_; entries_.pop_back())
-        bytes_ -= entries_.back().What.Bytes();
+    DropBehind(position_);
     bytes_ += entry.What.Bytes();
     entries_.push_back(std::move(entry));
     ++position_;
-    if (journal_ != nullptr)
-        journal_->Added(entries_.back().What);
+    Journal(entries_.back());
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
         follower->Recorded(entries_.back().What);
@@ -131,6 +153,7 @@ void ChangeLog::Apply(Change change) {
 Change& ChangeLog::Newest() {
     if (position_ == 0 || position_ != entries_.size())
         throw RuntimeError(ErrorNumber::InvalidCall, "no change to go on with");
+    Whole(position_ - 1);
     return entries_.back().What;
 }
 
@@ -141,8 +164,11 @@ void ChangeLog::HasGrown(Change more) {
     --position_;
     entry.After = RevisionsAfter(entry.What);
     ++position_;
-    if (journal_ != nullptr)
-        journal_->Grown(more);
+    const ChangeJournal::Place place = journal_ == nullptr ? 0 : journal_->Grown(more);
+    if (place == 0)
+        entry.Places.clear();
+    else if (!entry.Places.empty())
+        entry.Places.push_back(place);
     KeepWithinMemory();
     for (ChangeFollower* follower : followers_)
         follower->Recorded(entry.What);
@@ -174,12 +200,14 @@ const Change* ChangeLog::NextAgain() const {
 void ChangeLog::Back() {
     if (NextBack() == nullptr)
         throw RuntimeError(ErrorNumber::InvalidCall, "nothing to take back");
+    Whole(position_ - 1);
     const Entry& entry = entries_[position_ - 1];
     WalkPapers(papers_, entry.What, Walk::Back);
     --position_;
     SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Back);
-    Journal(entry.What, Walk::Back);
+    if (journal_ != nullptr)
+        journal_->Walked(entry.What, Walk::Back);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Back);
 }
@@ -187,23 +215,104 @@ void ChangeLog::Back() {
 void ChangeLog::Again() {
     if (NextAgain() == nullptr)
         throw RuntimeError(ErrorNumber::InvalidCall, "nothing to bring again");
+    Whole(position_);
     const Entry& entry = entries_[position_];
     WalkPapers(papers_, entry.What, Walk::Again);
     ++position_;
     SwapOnDisk(entry.What);
     MoveStacks(entry, Walk::Again);
-    Journal(entry.What, Walk::Again);
+    if (journal_ != nullptr)
+        journal_->Walked(entry.What, Walk::Again);
     for (ChangeFollower* follower : followers_)
         follower->Walked(entry.What, Walk::Again);
 }
 
-// Another file is the one that heights are saved to, and that a restoring begins with.
-void ChangeLog::Journal(const Change& change, Walk walk) {
+void ChangeLog::Journal(Entry& entry) {
+    entry.Places.clear();
     if (journal_ == nullptr)
         return;
-    journal_->Walked(walk);
-    if (change.OtherHeights)
-        journal_->Saved(Paper::Heights);
+    if (const ChangeJournal::Place place = journal_->Added(entry.What); place != 0)
+        entry.Places.push_back(place);
+}
+
+const Change& ChangeLog::Whole(size_t index) {
+    while (bytes_ > MostBytes && PutFarthestAway() == Putting::Done) {
+    }
+    Entry& entry = entries_.at(index);
+    if (entry.What.Away == 0)
+        return entry.What;
+    if (journal_ == nullptr)
+        throw RuntimeError(ErrorNumber::FileNotFound, "the log of changes has gone");
+    Change whole;
+    for (const ChangeJournal::Place place : entry.Places)
+        AppendPart(whole, journal_->ReadAgain(place));
+    entry.What.Away = 0;
+    MoveDeltas(whole, entry.What);
+    bytes_ += entry.What.DeltaBytes();
+    settled_ = std::min(settled_, index);
+    return entry.What;
+}
+
+// Pictures, features and heights that wait are in no journal.
+ChangeLog::Putting ChangeLog::PutAway(Entry& entry) {
+    Change& change = entry.What;
+    const size_t bytes = change.DeltaBytes();
+    if (journal_ == nullptr || entry.Places.empty() || bytes == 0 || change.Pictures ||
+        change.OtherHeights || change.Features)
+        return Putting::None;
+    switch (journal_->KeptAt(entry.Places.back())) {
+    case ChangeJournal::Kept::No:
+        return Putting::None;
+    case ChangeJournal::Kept::NotYet:
+        return Putting::Waits;
+    case ChangeJournal::Kept::Yes:
+        break;
+    }
+    for (const Paper paper : AllPapers)
+        if (change.Touches(paper))
+            change.Away |= PaperBit(paper);
+    Change gone;
+    MoveDeltas(change, gone);
+    bytes_ -= bytes;
+    return Putting::Done;
+}
+
+// The next steps both ways stay at hand.
+ChangeLog::Putting ChangeLog::PutFarthestAway() {
+    size_t low = settled_;
+    size_t high = entries_.size();
+    while (low < high) {
+        const size_t before = position_ > low ? position_ - low : 0;
+        const size_t behind = high > position_ ? high - position_ : 0;
+        const bool oldest = before >= behind;
+        const size_t index = oldest ? low++ : --high;
+        if (index == position_ || index + 1 == position_)
+            continue;
+        const Putting put = PutAway(entries_[index]);
+        if (oldest && index == settled_ && put != Putting::Waits)
+            ++settled_;
+        if (put != Putting::None)
+            return put;
+    }
+    return Putting::None;
+}
+
+void ChangeLog::ForgetAway() {
+    size_t gone = 0; // of those in force
+    for (size_t i = 0; i < position_; ++i)
+        if (entries_[i].What.Away != 0)
+            gone = i + 1;
+    for (; gone > 0; --gone)
+        DropOldest();
+    for (size_t i = position_; i < entries_.size(); ++i)
+        if (entries_[i].What.Away != 0)
+            DropBehind(i);
+}
+
+void ChangeLog::JournalAgain() {
+    settled_ = 0;
+    for (Entry& entry : entries_)
+        Journal(entry);
 }
 
 void ChangeLog::SwapOnDisk(const Change& change) {
@@ -241,7 +350,19 @@ void ChangeLog::TellSaved(Paper paper) {
 }
 
 bool ChangeLog::AnyUnsaved() const {
-    return std::ranges::any_of(AllPapers, [this](Paper paper) { return Unsaved(paper); });
+    return HeightsWait() ||
+           std::ranges::any_of(AllPapers, [this](Paper paper) { return Unsaved(paper); });
+}
+
+bool ChangeLog::HeightsWait() const {
+    const size_t heights = Index(Paper::Heights);
+    for (size_t i = 0; i < position_; ++i) {
+        const Revisions& before = i == 0 ? base_ : entries_[i - 1].After;
+        if (const auto& waits = entries_[i].What.OtherHeights;
+            waits && waits->OnDisk != before[heights])
+            return true;
+    }
+    return false;
 }
 
 std::vector<Paper> ChangeLog::SavedAt(size_t index) const {
@@ -282,15 +403,20 @@ void ChangeLog::ChangedOtherwise(Paper paper) {
 void ChangeLog::Forget(Paper paper) {
     Revisions revisions = Now();
     revisions[Index(paper)] = ++lastRevision_;
-    entries_.clear();
-    bytes_ = 0;
+    DropBehind(0);
     position_ = 0;
     base_ = revisions;
 }
 
 void ChangeLog::KeepWithinMemory() {
-    while (bytes_ > MostBytes && position_ > 1)
-        DropOldest();
+    while (bytes_ > MostBytes) {
+        const Putting put = PutFarthestAway();
+        if (put == Putting::Waits ||
+            (put == Putting::None && (position_ <= 1 || position_ < entries_.size())))
+            return;
+        if (put == Putting::None)
+            DropOldest();
+    }
 }
 
 void ChangeLog::DropOldest() {
@@ -298,6 +424,13 @@ void ChangeLog::DropOldest() {
     base_ = entries_.front().After;
     entries_.pop_front();
     --position_;
+    settled_ -= settled_ > 0 ? 1 : 0;
+}
+
+void ChangeLog::DropBehind(size_t count) {
+    for (; entries_.size() > count; entries_.pop_back())
+        bytes_ -= entries_.back().What.Bytes();
+    settled_ = std::min(settled_, count);
 }
 
 Recording::Recording(ChangeLog& log, std::vector<Paper> which, std::string name)

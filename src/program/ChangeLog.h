@@ -72,8 +72,9 @@ public:
 // of its file.
 class ChangeLog {
 public:
-    // What the changes may take in memory together; the oldest go first, the newest
-    // stays whatever it takes.
+    // What the changes may take in memory together. Beyond that those that are farthest
+    // from where the log stands are left to the journal alone, as far as it has them;
+    // then the oldest go. The newest stays whatever it takes.
     static constexpr size_t MostBytes = size_t{64} << 20;
 
     explicit ChangeLog(const Papers& papers) : papers_(papers) {}
@@ -104,14 +105,21 @@ public:
     size_t Count() const { return entries_.size(); }
     // How many of them are in force; the others have been taken back.
     size_t Position() const { return position_; }
+    // Name, time and papers; what it has changed of these may be in the journal alone.
     const Change& At(size_t index) const { return entries_.at(index).What; }
+    // With all that it has changed, which is in memory until the log is used again.
+    // Errors of the journal's reading.
+    const Change& Whole(size_t index);
+    // Bytes that the changes take in memory.
+    size_t Bytes() const { return bytes_; }
     // What the next step back, or on, would walk over; null where there is none, and
     // while a Recording is under way.
     const Change* NextBack() const;
     const Change* NextAgain() const;
 
-    // One step. Errors 9 and 481 and so on where a paper cannot be as it was; it stays as
-    // it is then. Error 5 where there is no such step.
+    // One step. Errors 9 and 481 and so on where a paper cannot be as it was, or the
+    // journal cannot be read; it stays as it is then. Error 5 where there is no such
+    // step.
     void Back();
     void Again();
 
@@ -120,6 +128,7 @@ public:
     bool Unsaved(Paper paper) const {
         return paper != Paper::Features && Revision(paper) != RevisionOnDisk(paper);
     }
+    // Also heights that wait behind other ones, and differ from their own file.
     bool AnyUnsaved() const;
     // The paper is on the disk as it is now.
     void Saved(Paper paper);
@@ -134,6 +143,10 @@ public:
     // Another file has been loaded in its place: no way leads past its changes any more,
     // and nothing of it is unsaved. What came after them stays.
     void LoadedAnew(Paper paper);
+    // For a journal that begins anew: what only the old one has is forgotten, with all
+    // that it leads to, and every other change is added to the new one.
+    void ForgetAway();
+    void JournalAgain();
 
 private:
     friend class ChangeFollower;
@@ -146,6 +159,8 @@ private:
         // Round a change that is no single edit; null where it left the stacks alone.
         StackKeeper::Stacks StacksBefore{};
         StackKeeper::Stacks StacksAfter{};
+        // Of its parts in the journal, in their order; empty where it lacks one.
+        std::vector<ChangeJournal::Place> Places{};
     };
 
     static size_t Index(Paper paper) { return static_cast<size_t>(paper); }
@@ -156,11 +171,16 @@ private:
     Revisions RevisionsAfter(const Change& change);
     void Put(Entry entry);
     void MoveStacks(const Entry& entry, Walk walk) const;
-    void Journal(const Change& change, Walk walk);
+    void Journal(Entry& entry);
     void SwapOnDisk(const Change& change);
     void KeepWithinMemory();
+    enum class Putting { Done, Waits, None };
+    Putting PutAway(Entry& entry);
+    Putting PutFarthestAway();
     // In force.
     void DropOldest();
+    void DropBehind(size_t count);
+    bool HeightsWait() const;
     Change& Newest();
     void HasGrown(Change more);
     void Forget(Paper paper);
@@ -172,7 +192,8 @@ private:
     ChangeJournal* journal_ = nullptr;
     Revisions base_{}; // before the first change
     std::deque<Entry> entries_;
-    size_t bytes_ = 0; // of all entries
+    size_t bytes_ = 0;   // of all entries
+    size_t settled_ = 0; // so many of the oldest can give nothing to the journal
     size_t position_ = 0;
     int recordings_ = 0; // under way
     uint64_t lastRevision_ = 0;

@@ -3,12 +3,41 @@
 #include "program/TheaterOpening.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vardenix {
+
+// What the map shows: its lower left post, from 0, and posts a cell.
+struct DeskView {
+    int32_t X = 0;
+    int32_t Y = 0;
+    int16_t ZoomPosts = 1;
+
+    friend bool operator==(const DeskView&, const DeskView&) = default;
+};
+
+// The relief and the contour lines of the map, as the user has left them.
+struct ReliefLooks {
+    bool Shown = false;
+    bool Alone = false;
+    int32_t Strength = 60; // percent, 0 to 100
+    bool Contours = false;
+    int32_t Step = 500; // feet, at least 1
+
+    bool operator==(const ReliefLooks&) const = default;
+};
+
+// Feature files that are loaded again when a theater opens, and what is shown of them.
+struct FeaturesOfTheater {
+    std::string Theater; // its folder, as in Desk::Recent
+    std::vector<std::string> Files;
+    std::string Shown; // the kinds, by their words in feature files, with blanks between
+};
 
 // What the program remembers beside the settings, in a file of its own: older versions
 // write VX.ini whole, and would lose what they do not know.
@@ -29,9 +58,29 @@ struct Desk {
     // it.
     std::optional<std::string> ClipFields;
     std::optional<bool> EdgeInside;
+    bool History = false;     // its window is open
+    bool PanelHidden = false; // in the one window
+    std::optional<bool> Dark; // the user's choice; nothing follows the desktop
+
+    // The map's tool as this file calls it ("brush", ...), and posts along a side of the
+    // brush; 0 where none was stored.
+    std::string Tool;
+    int32_t BrushSize = 0;
+    // The kind of tiles in the palette, and the row that it was scrolled to.
+    std::optional<int32_t> PaletteClass;
+    int32_t PaletteRow = 0;
+
+    // What was seen last of those theaters, by their folders.
+    std::map<std::string, DeskView> Views;
+    // The folder of the theater that this view is wanted of at the next opening.
+    std::string Resume;
+    // Nothing until the user has changed one of them.
+    std::optional<ReliefLooks> Relief;
+    std::vector<FeaturesOfTheater> Features; // the newest first, each theater once
 };
 
 constexpr size_t MostRecent = 9;
+constexpr size_t MostFeatureFiles = 40; // of a theater
 // A longer layout is not kept.
 constexpr size_t MostLayout = 5600; // characters
 
@@ -50,5 +99,10 @@ std::string FolderOfTheater(const TheaterPaths& paths);
 // The theater comes first in the list; the oldest falls out of a list that is full. A
 // folder that the file could not hold is passed over.
 void NoteTheater(Desk& desk, const std::string& folder);
+
+// The same for its features; without files they are forgotten.
+void NoteFeatures(Desk& desk, FeaturesOfTheater features);
+// Null for a theater that has none.
+const FeaturesOfTheater* FeaturesOf(const Desk& desk, const std::string& folder);
 
 } // namespace vardenix

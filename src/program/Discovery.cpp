@@ -94,12 +94,8 @@ std::string RealBaseDir(const std::string& baseDir) {
     return UpToLastSlash(TextOfPath(RealPathToRead(baseDir + "\\theater.lst")));
 }
 
-Discovery Discover(const Registry& registry) {
+Discovery Discover(const std::string& baseDir) {
     Discovery found;
-    const std::string baseDir = WithoutNuls(registry.ReadText(InstallKey, "baseDir"));
-    found.FalconCurTheater = WithoutNuls(registry.ReadText(InstallKey, "curTheater"));
-    if (baseDir.empty())
-        return found;
     const std::string base = RealBaseDir(baseDir);
     const auto below = [&base](const std::string& name) {
         return RealPathBelow(base, name, PathKind::File);
@@ -135,7 +131,20 @@ Discovery Discover(const Registry& registry) {
 
 void DiscoverTheaters(const Registry& registry, Discovery& discovery) {
     discovery = {};
-    discovery = Discover(registry);
+    const std::string baseDir = WithoutNuls(registry.ReadText(InstallKey, "baseDir"));
+    if (!baseDir.empty())
+        discovery = Discover(baseDir);
+    discovery.FalconCurTheater = WithoutNuls(registry.ReadText(InstallKey, "curTheater"));
+}
+
+bool IsInstall(const std::string& folder) { return FileExists(folder + "\\theater.lst"); }
+
+void DiscoverTheatersIn(const std::string& folder, Discovery& discovery) {
+    const std::string current = discovery.FalconCurTheater;
+    discovery = {};
+    discovery = Discover(folder);
+    discovery.FalconState = FalconListed;
+    discovery.FalconCurTheater = current;
 }
 
 std::vector<TheaterInfo> ReadTheaterList(std::string_view text, const std::string& path,

@@ -59,6 +59,11 @@ struct Discovery {
 // out.
 void DiscoverTheaters(const Registry& registry, Discovery& discovery);
 
+// Whether a folder is an install: it has a theater.lst.
+bool IsInstall(const std::string& folder);
+// Likewise from the install in a folder that the user has named.
+void DiscoverTheatersIn(const std::string& folder, Discovery& discovery);
+
 // The theaters of a theater.lst, only TdfFile filled, in order of the lines and from
 // element 0. A line that leads outside adds a sentence to `leftOut` instead. Error 6 as
 // above; `path` is named in both.

@@ -25,13 +25,21 @@ using SearchPattern = std::array<SearchCell, 9>;
 // Serials of level 2, rising; element 0 is a placeholder, hits are counted from 1.
 using SearchResults = std::vector<int32_t>;
 
+// What is searched for.
+struct SearchQuery {
+    SearchPattern Pattern = {};
+    // Parts of names and kinds of tiles, parted by commas, UTF-8; empty for any tile.
+    std::string Named = {};
+
+    bool operator==(const SearchQuery&) const = default;
+};
+
 // The last search, until the next one.
-struct SearchState {
-    SearchPattern Pattern;
+struct SearchState : SearchQuery {
     SearchResults Results = SearchResults(1);
     double Milliseconds = 0; // what it took
-    // Patterns of this run, the newest first, each once.
-    std::vector<SearchPattern> History;
+    // Those of this run, the newest first, each once.
+    std::vector<SearchQuery> History;
 };
 
 } // namespace vardenix

@@ -27,9 +27,6 @@ struct ChangeHead {
 };
 ChangeHead ReadChangeHead(BinaryReader& reader);
 
-constexpr uint8_t PaperBit(Paper paper) {
-    return static_cast<uint8_t>(1U << static_cast<unsigned>(paper));
-}
 uint8_t PapersOf(const Change& change); // but for the features
 
 // Error 9 where a serial of the change lies outside of arrays of so many values.

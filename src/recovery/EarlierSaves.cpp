@@ -100,14 +100,8 @@ KeptSave ReadSave(const std::string& file) {
 
 // One for each theater, by the real path of its L2 file.
 std::string TheaterFolder(const ProgramState& state, const std::string& folder) {
-    constexpr const char* digits = "0123456789abcdef";
     const std::string& path = state.Terrain.LFilename;
-    std::string name;
-    for (const uint8_t byte : DigestOf({std::as_bytes(std::span(path))})) {
-        name += digits[byte / 16];
-        name += digits[byte % 16];
-    }
-    return folder + "/" + name;
+    return folder + "/" + TextOf(DigestOf({std::as_bytes(std::span(path))}));
 }
 
 // "7-2.save": the paper 2, its seventh save or so.
@@ -265,7 +259,10 @@ SaveKeeper::SaveKeeper(ProgramState& state, std::string folder)
             Hold(paper);
 }
 
-void SaveKeeper::Walked(const Change& /*change*/, Walk /*walk*/) {}
+void SaveKeeper::Walked(const Change& change, Walk /*walk*/) {
+    if (change.OtherHeights && !folder_.empty())
+        Hold(Paper::Heights);
+}
 
 void SaveKeeper::Hold(Paper paper) {
     auto& held = held_[static_cast<size_t>(paper)];

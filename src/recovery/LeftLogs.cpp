@@ -116,16 +116,16 @@ std::string WhyUnfit(const LogStory& story) {
                                           &story.Files.Bin};
     if ((papers & PaperBit(Paper::MapFile)) != 0)
         files.push_back(&story.Files.Map);
-    if ((papers & PaperBit(Paper::Heights)) != 0) {
-        if (story.Files.HeightsKind == ElevationKind::None)
-            return "it does not tell the file of its heights";
-        files.push_back(&story.Files.Heights);
-        if (story.Files.HeightsKind == ElevationKind::L0)
-            files.push_back(&story.Files.HeightsO);
-    }
     for (const BasedOnFile* file : files)
         if (!IsThere(*file))
             return file->Path + " has been changed since then";
+    if ((papers & PaperBit(Paper::Heights)) != 0 && story.LastInUse) {
+        const HeightsFiles& heights = story.Heights.back();
+        if (heights.Kind == ElevationKind::None)
+            return "it does not tell the file of its heights";
+        if (const BasedOnFile* gone = FirstGone(heights))
+            return gone->Path + " has been changed since then";
+    }
     return {};
 }
 

@@ -16,7 +16,25 @@ namespace {
 
 constexpr const char* KeptNoMore =
     "Should Vardenix end unexpectedly, what you change from now on cannot be restored "
-    "until you have saved everything:\n";
+    "until you have saved everything, and the history reaches no farther back than "
+    "memory does:\n";
+
+// The heights that are in use after that change: those that wait in the next change of
+// files, seen from where the log stands, or those that are in use now.
+HeightsFiles HeightsAfter(const ProgramState& state, size_t index) {
+    const ChangeLog& changes = state.Changes;
+    const auto waiting = [&](size_t at) { return changes.At(at).OtherHeights.get(); };
+    if (index < changes.Position()) {
+        for (size_t i = index + 1; i < changes.Position(); ++i)
+            if (const WaitingHeights* other = waiting(i))
+                return FilesOf(other->Layer);
+    } else {
+        for (size_t i = index + 1; i-- > changes.Position();)
+            if (const WaitingHeights* other = waiting(i))
+                return FilesOf(other->Layer);
+    }
+    return FilesOf(state.Terrain.Elevations);
+}
 
 } // namespace
 
@@ -80,7 +98,8 @@ void LogKeeper::Begin() {
 
 // The changes that can still be walked over, in a file that everything is saved in.
 void LogKeeper::BeginAgain() {
-    const ChangeLog& changes = state_.Changes;
+    ChangeLog& changes = state_.Changes;
+    changes.ForgetAway();
     if (file_)
         file_->Delete();
     file_.reset();
@@ -88,11 +107,11 @@ void LogKeeper::BeginAgain() {
     if (changes.Count() == 0)
         return;
     Begin();
-    for (size_t i = 0; i < changes.Count(); ++i) {
-        LogRecord record = RecordOf(RecordKind::Added);
-        Write(record, &changes.At(i));
-    }
-    for (size_t i = changes.Position(); i < changes.Count(); ++i)
+    for (size_t i = 0; i < changes.Count(); ++i)
+        heightsAgain_.push_back(HeightsAfter(state_, i));
+    changes.JournalAgain();
+    heightsAgain_.clear();
+    for (size_t i = changes.Count(); i-- > changes.Position();)
         Write(RecordOf(RecordKind::Back));
     uint8_t all = 0;
     for (const Paper paper : AllPapers)
@@ -115,37 +134,57 @@ LogRecord LogKeeper::RecordOf(RecordKind kind) const {
     return record;
 }
 
-void LogKeeper::Write(const LogRecord& record, const Change* change) {
+ChangeJournal::Place LogKeeper::Write(const LogRecord& record, const Change* change) {
     if (stopped_)
-        return;
-    const uint64_t more = change == nullptr ? 0 : change->Bytes();
-    if (file_->Size() + more > most_)
-        return Stop("the log of changes has its " + std::to_string(most_ >> 20) + " MiB");
-    file_->Append(BytesOfRecord(record, change));
+        return 0;
+    const uint64_t more = change == nullptr ? 0 : change->DeltaBytes() + sizeof *change;
+    if (file_->Size() + more > most_) {
+        Stop("the log of changes has its " + std::to_string(most_ >> 20) + " MiB");
+        return 0;
+    }
+    return file_->Append(BytesOfRecord(record, change));
 }
 
-void LogKeeper::Added(const Change& change) noexcept {
+LogRecord LogKeeper::RecordOfAdded(const Change& change) {
+    LogRecord record =
+        RecordOf(change.OtherHeights ? RecordKind::OtherHeights : RecordKind::Added);
+    if (change.OtherHeights) {
+        files_.Heights = heightsAgain_.empty() ? FilesOf(state_.Terrain.Elevations)
+                                               : heightsAgain_.front();
+        record.Files = files_;
+    }
+    if (!heightsAgain_.empty())
+        heightsAgain_.pop_front();
+    return record;
+}
+
+ChangeJournal::Place LogKeeper::Added(const Change& change) noexcept {
+    Place place = 0;
     if (Keeps())
         Try([&] {
             if (!file_)
                 Begin();
-            Write(RecordOf(RecordKind::Added), &change);
+            place = Write(RecordOfAdded(change), &change);
         });
+    return place;
 }
 
-void LogKeeper::Grown(const Change& more) noexcept {
+ChangeJournal::Place LogKeeper::Grown(const Change& more) noexcept {
+    Place place = 0;
     if (Keeps() && file_)
-        Try([&] { Write(RecordOf(RecordKind::Grown), &more); });
+        Try([&] { place = Write(RecordOf(RecordKind::Grown), &more); });
+    return place;
 }
 
-void LogKeeper::Walked(Walk walk) noexcept {
+void LogKeeper::Walked(const Change& change, Walk walk) noexcept {
     if (Keeps() && file_)
         Try([&] {
+            if (change.OtherHeights)
+                files_.Heights = FilesOf(state_.Terrain.Elevations);
             Write(RecordOf(walk == Walk::Back ? RecordKind::Back : RecordKind::Again));
         });
 }
 
-// After a save to a copy the theater's own file still is what it was.
 void LogKeeper::Saved(Paper paper) noexcept {
     if (folder_.empty())
         return;
@@ -177,6 +216,25 @@ void LogKeeper::Lost() noexcept {
             Write(RecordOf(RecordKind::Lost));
             Stop("there was no memory for what a change has made");
         });
+}
+
+ChangeJournal::Kept LogKeeper::KeptAt(Place place) const noexcept {
+    try {
+        if (!file_ || place == 0)
+            return Kept::No;
+        if (file_->IsWritten(place))
+            return Kept::Yes;
+        return file_->Failure().empty() ? Kept::NotYet : Kept::No;
+    } catch (const std::exception&) {
+        return Kept::No;
+    }
+}
+
+Change LogKeeper::ReadAgain(Place place) const {
+    if (!file_)
+        throw RuntimeError(ErrorNumber::FileNotFound, "the log of changes has gone");
+    const std::vector<std::byte> body = file_->Read(place);
+    return ChangeOfRecord(body, folder_);
 }
 
 } // namespace vardenix

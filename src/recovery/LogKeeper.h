@@ -6,6 +6,7 @@
 #include "recovery/LogRecords.h"
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <string>
 
@@ -31,13 +32,15 @@ public:
     // Why no more is kept, as a sentence; empty while all is well, and when one was told.
     std::string Complaint();
 
-    void Added(const Change& change) noexcept override;
-    void Grown(const Change& more) noexcept override;
-    void Walked(Walk walk) noexcept override;
+    Place Added(const Change& change) noexcept override;
+    Place Grown(const Change& more) noexcept override;
+    void Walked(const Change& change, Walk walk) noexcept override;
     void Saved(Paper paper) noexcept override;
     void Loaded(Paper paper) noexcept override;
     void Revised() noexcept override;
     void Lost() noexcept override;
+    Kept KeptAt(Place place) const noexcept override;
+    Change ReadAgain(Place place) const override;
 
 private:
     template <typename Work>
@@ -47,14 +50,17 @@ private:
     void BeginAgain();
     void Stop(const std::string& why);
     LogRecord RecordOf(RecordKind kind) const;
-    void Write(const LogRecord& record, const Change* change = nullptr);
+    Place Write(const LogRecord& record, const Change* change = nullptr);
+    LogRecord RecordOfAdded(const Change& change);
     void WriteSaved(uint8_t papers);
 
     ProgramState& state_;
     std::string folder_;
     uint64_t most_;
     std::unique_ptr<GrowingFile> file_;
-    BasedOn files_;        // as the log tells them
+    BasedOn files_; // as the log tells them
+    // While all is written anew: the heights that are in use after each change.
+    std::deque<HeightsFiles> heightsAgain_;
     bool stopped_ = false; // until everything is saved
     bool complained_ = false;
     std::string complaint_;

@@ -41,9 +41,9 @@ void AppendFiles(std::vector<std::byte>& bytes, const BasedOn& files) {
     AppendText(bytes, LogTitle);
     for (const BasedOnFile* file : {&files.L2, &files.O2, &files.Bin, &files.Map})
         AppendFile(bytes, *file);
-    bytes.push_back(static_cast<std::byte>(files.HeightsKind));
-    AppendFile(bytes, files.Heights);
-    AppendFile(bytes, files.HeightsO);
+    bytes.push_back(static_cast<std::byte>(files.Heights.Kind));
+    AppendFile(bytes, files.Heights.L);
+    AppendFile(bytes, files.Heights.O);
 }
 
 [[noreturn]] void Unknown(const std::string& what) {
@@ -59,23 +59,25 @@ BasedOn ReadFiles(BinaryReader& reader) {
     const uint8_t kind = reader.Byte();
     if (kind > static_cast<uint8_t>(ElevationKind::Elv))
         Unknown("heights of an unknown kind");
-    files.HeightsKind = static_cast<ElevationKind>(kind);
-    files.Heights = ReadFileOf(reader);
-    files.HeightsO = ReadFileOf(reader);
+    files.Heights.Kind = static_cast<ElevationKind>(kind);
+    files.Heights.L = ReadFileOf(reader);
+    files.Heights.O = ReadFileOf(reader);
     return files;
 }
 
 bool HasChange(RecordKind kind) {
-    return kind == RecordKind::Added || kind == RecordKind::Grown;
+    return kind == RecordKind::Added || kind == RecordKind::Grown ||
+           kind == RecordKind::OtherHeights;
 }
 bool HasFiles(RecordKind kind) {
-    return kind == RecordKind::Files || kind == RecordKind::Saved;
+    return kind == RecordKind::Files || kind == RecordKind::Saved ||
+           kind == RecordKind::OtherHeights;
 }
 
 void TakeApart(BinaryReader& reader, size_t at, LogRecord& record) {
     const uint8_t kind = reader.Byte();
     if (kind < static_cast<uint8_t>(RecordKind::Files) ||
-        kind > static_cast<uint8_t>(RecordKind::Lost))
+        kind > static_cast<uint8_t>(RecordKind::OtherHeights))
         Unknown("a record of an unknown kind");
     record = {.Kind = static_cast<RecordKind>(kind)};
     record.Unsaved = reader.Byte();
@@ -98,14 +100,15 @@ void TakeApart(BinaryReader& reader, size_t at, LogRecord& record) {
 
 BasedOn FilesOf(const ProgramState& state) {
     const Terrain& terrain = state.Terrain;
-    const ElevationLayer& heights = terrain.Elevations;
     return {.L2 = {terrain.LFilename, terrain.ReadL},
             .O2 = {terrain.OFilename, terrain.ReadO},
             .Bin = {state.Catalogue.BinPath, state.Catalogue.Read},
             .Map = {state.MAPFile, state.MAPFileRead},
-            .HeightsKind = heights.Kind,
-            .Heights = {heights.Path, heights.Read},
-            .HeightsO = {heights.OffsetPath, heights.ReadO}};
+            .Heights = FilesOf(terrain.Elevations)};
+}
+
+HeightsFiles FilesOf(const ElevationLayer& layer) {
+    return {layer.Kind, {layer.Path, layer.Read}, {layer.OffsetPath, layer.ReadO}};
 }
 
 const BasedOnFile& FileOf(const BasedOn& files, Paper paper) {
@@ -114,7 +117,7 @@ const BasedOnFile& FileOf(const BasedOn& files, Paper paper) {
     case Paper::Level2:
         return files.L2;
     case Paper::Heights:
-        return files.Heights;
+        return files.Heights.L;
     case Paper::Catalogue:
         return files.Bin;
     case Paper::MapFile:
@@ -131,10 +134,16 @@ bool IsThere(const BasedOnFile& file) {
     return now == file.Identity;
 }
 
+const BasedOnFile* FirstGone(const HeightsFiles& files) {
+    if (!IsThere(files.L))
+        return &files.L;
+    return files.Kind == ElevationKind::L0 && !IsThere(files.O) ? &files.O : nullptr;
+}
+
 std::vector<std::byte> BytesOfRecord(const LogRecord& record, const Change* change) {
     std::vector<std::byte> bytes;
     if (change != nullptr)
-        bytes.reserve(change->Bytes() + 512);
+        bytes.reserve(change->DeltaBytes() + change->Name.size() + 1024);
     bytes.push_back(static_cast<std::byte>(record.Kind));
     bytes.push_back(static_cast<std::byte>(record.Unsaved));
     AppendInt64(bytes, MillisecondsOf(record.Time));
@@ -145,6 +154,17 @@ std::vector<std::byte> BytesOfRecord(const LogRecord& record, const Change* chan
     if (change != nullptr)
         AppendChange(bytes, *change);
     return bytes;
+}
+
+Change ChangeOfRecord(std::span<const std::byte> body, const std::string& path) {
+    LogRecord record;
+    BinaryReader head(body, path);
+    TakeApart(head, 0, record);
+    if (!HasChange(record.Kind))
+        throw RuntimeError(ErrorNumber::TypeMismatch,
+                           path + ": a record without a change");
+    BinaryReader reader(body.subspan(record.ChangeAt), path);
+    return ReadChange(reader);
 }
 
 bool LogReader::Next(LogRecord& record) {

@@ -25,7 +25,8 @@ enum class RecordKind : uint8_t {
     Again,
     Saved, // the paper, and the files as they are from then on
     Revised,
-    Lost
+    Lost,
+    OtherHeights // a change as of Added: those of the files that follow are in use
 };
 
 // Real paths of a theater, and which files they were when they were read or last saved.
@@ -34,37 +35,47 @@ struct BasedOnFile {
     FileIdentity Identity;
     bool operator==(const BasedOnFile&) const = default;
 };
+struct HeightsFiles {
+    ElevationKind Kind = ElevationKind::None;
+    BasedOnFile L; // or the .elv file
+    BasedOnFile O; // of a L0 file
+};
 struct BasedOn {
     BasedOnFile L2;
     BasedOnFile O2;
     BasedOnFile Bin;
     BasedOnFile Map;
-    ElevationKind HeightsKind = ElevationKind::None;
-    BasedOnFile Heights;
-    BasedOnFile HeightsO; // of a L0 file
+    HeightsFiles Heights;
 };
 BasedOn FilesOf(const ProgramState& state);
+HeightsFiles FilesOf(const ElevationLayer& layer);
 // That of a paper; the L file of a pair.
 const BasedOnFile& FileOf(const BasedOn& files, Paper paper);
 
 // Whether a file is there as it was. The number of its disk does not count: it need not
 // be the same after the machine was started anew.
 bool IsThere(const BasedOnFile& file);
+// The first of them that is not; null where all are.
+const BasedOnFile* FirstGone(const HeightsFiles& files);
 
 struct LogRecord {
     RecordKind Kind = RecordKind::Lost;
     uint8_t Unsaved = 0;
     std::chrono::system_clock::time_point Time{};
     uint8_t Saved = 0;  // of a record of that kind: PaperBit
-    BasedOn Files{};    // of Files and Saved
-    std::string Name{}; // of the change of Added and Grown, as all that follows
+    BasedOn Files{};    // of Files, Saved and OtherHeights
+    std::string Name{}; // of the change of Added, Grown and OtherHeights, as what follows
     uint8_t Papers = 0;
     size_t ChangeAt = 0; // in the bytes of the whole file
 };
 
-// Of kinds Added and Grown with their change, of others with none.
+// Of kinds Added, Grown and OtherHeights with their change, of others with none.
 std::vector<std::byte> BytesOfRecord(const LogRecord& record,
                                      const Change* change = nullptr);
+
+// The change of a record of these kinds, by the bytes of the record alone. Errors 9, 13
+// and 62 where they are none.
+Change ChangeOfRecord(std::span<const std::byte> body, const std::string& path);
 
 // Takes the records of a file apart, one after the other; the change of each is looked
 // over, but not made.

@@ -5,25 +5,93 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 namespace vardenix {
 
 namespace {
 
+constexpr uint8_t HeightsBit = PaperBit(Paper::Heights);
+constexpr auto HeightsWay = static_cast<size_t>(Paper::Heights);
+
 // Takes the records in, and keeps for each paper the way from its file: what is done and
 // then taken back is no part of it.
 class Storyteller {
 public:
+    explicit Storyteller(const BasedOn& files) { now_.Files = files.Heights; }
+
     // False where no record can follow.
     bool Take(const LogRecord& record) {
+        if (!TakeIn(record))
+            return false;
+        now_.Unsaved = (record.Unsaved & HeightsBit) != 0;
+        return true;
+    }
+
+    // `papers` but for heights, which tell by themselves what of them is unsaved.
+    void TellInto(LogStory& story) {
+        const auto papers = static_cast<uint8_t>(story.Unsaved & ~HeightsBit);
+        std::vector<const Drawer*> unsaved;
+        const auto take = [&unsaved](const Drawer& drawer) {
+            if (drawer.Unsaved && !drawer.Way.empty())
+                unsaved.push_back(&drawer);
+        };
+        for (size_t i = 0; i < position_; ++i)
+            if (const auto& waits = entries_[stack_[i]].Waits)
+                take(*waits);
+        now_.Way = ways_[HeightsWay];
+        take(now_);
+        story.LastInUse = !unsaved.empty() && unsaved.back() == &now_;
+        for (const Drawer* drawer : unsaved) {
+            story.Heights.push_back(drawer->Files);
+            AppendSteps(story, drawer == unsaved.back() ? papers : uint8_t{0},
+                        drawer->Number);
+        }
+        if (unsaved.empty())
+            AppendSteps(story, papers, NoDrawer);
+    }
+
+private:
+    // Heights of one file, as it was loaded once.
+    struct Drawer {
+        size_t Number = 0;
+        HeightsFiles Files{};
+        std::vector<size_t> Way{}; // of those that wait
+        bool Unsaved = false;
+    };
+    static constexpr size_t NoDrawer = SIZE_MAX;
+
+    struct Entry {
+        std::string Name;
+        std::chrono::system_clock::time_point Time;
+        std::vector<size_t> Parts{};
+        // What another file of heights has put aside, or what it would bring again.
+        std::optional<Drawer> Waits{};
+    };
+    struct Part {
+        size_t Entry = 0;
+        size_t ChangeAt = 0;
+        uint8_t Papers = 0;
+    };
+    struct Moved {
+        size_t Part = 0;
+        bool Back = false;
+        uint8_t Papers = 0; // that it still counts for
+        size_t Drawer = 0;  // in use
+    };
+
+    bool TakeIn(const LogRecord& record) {
         switch (record.Kind) {
         case RecordKind::Added:
-            stack_.resize(position_);
-            stack_.push_back(entries_.size());
-            ++position_;
-            entries_.push_back({record.Name, record.Time, {}});
+            AddEntry(record);
             AddPart(record);
+            break;
+        case RecordKind::OtherHeights:
+            AddEntry(record);
+            entries_.back().Waits =
+                Drawer{.Number = ++drawers_, .Files = record.Files.Heights};
+            SwapHeights(entries_.back());
             break;
         case RecordKind::Grown:
             if (position_ == 0 || position_ != stack_.size())
@@ -42,7 +110,7 @@ public:
             Walk(entries_[stack_[position_++]], false);
             break;
         case RecordKind::Saved:
-            Forget(record.Saved);
+            TakeSaved(record);
             break;
         case RecordKind::Files:
         case RecordKind::Revised:
@@ -53,40 +121,53 @@ public:
         return true;
     }
 
-    std::vector<StoryStep> StepsOf(uint8_t papers) const {
-        std::vector<StoryStep> steps;
+    void AddEntry(const LogRecord& record) {
+        stack_.resize(position_);
+        stack_.push_back(entries_.size());
+        ++position_;
+        entries_.push_back({record.Name, record.Time});
+    }
+
+    // One of all papers is of all heights, too.
+    void TakeSaved(const LogRecord& record) {
+        if ((record.Saved & HeightsBit) != 0)
+            now_.Files = record.Files.Heights;
+        if ((record.Saved & PaperBit(Paper::Features)) != 0)
+            for (Entry& entry : entries_)
+                if (entry.Waits)
+                    entry.Waits->Way.clear();
+        Forget(record.Saved);
+    }
+
+    void SwapHeights(Entry& entry) {
+        now_.Way = std::move(ways_[HeightsWay]);
+        std::swap(now_, *entry.Waits);
+        ways_[HeightsWay] = std::move(now_.Way);
+    }
+
+    // What still counts of the papers, and of the heights in that drawer.
+    void AppendSteps(LogStory& story, uint8_t papers, size_t drawer) const {
+        std::vector<StoryStep>& steps = story.Steps;
+        const size_t first = steps.size();
         size_t entry = entries_.size(); // of the newest step
         for (const Moved& moved : way_) {
-            const auto counts = static_cast<uint8_t>(moved.Papers & papers);
+            uint8_t counts = moved.Papers & papers;
+            if (moved.Drawer == drawer)
+                counts |= moved.Papers & HeightsBit;
             if (counts == 0)
                 continue;
             const Part& part = parts_[moved.Part];
-            if (steps.empty() || entry != part.Entry || steps.back().Back != moved.Back) {
+            if (steps.size() == first || entry != part.Entry ||
+                steps.back().Back != moved.Back) {
                 entry = part.Entry;
-                steps.push_back(
-                    {entries_[entry].Name, entries_[entry].Time, moved.Back, {}});
+                steps.push_back({.Name = entries_[entry].Name,
+                                 .Time = entries_[entry].Time,
+                                 .Back = moved.Back,
+                                 .Heights = story.Heights.size() - 1});
             }
             steps.back().Parts.push_back({part.ChangeAt, counts});
         }
-        return steps;
     }
-
-private:
-    struct Entry {
-        std::string Name;
-        std::chrono::system_clock::time_point Time;
-        std::vector<size_t> Parts;
-    };
-    struct Part {
-        size_t Entry = 0;
-        size_t ChangeAt = 0;
-        uint8_t Papers = 0;
-    };
-    struct Moved {
-        size_t Part = 0;
-        bool Back = false;
-        uint8_t Papers = 0; // that it still counts for
-    };
 
     void AddPart(const LogRecord& record) {
         parts_.push_back({stack_.back(), record.ChangeAt, record.Papers});
@@ -94,7 +175,9 @@ private:
         Move(parts_.size() - 1, false);
     }
 
-    void Walk(const Entry& entry, bool back) {
+    void Walk(Entry& entry, bool back) {
+        if (entry.Waits)
+            SwapHeights(entry);
         if (back)
             for (auto part = entry.Parts.rbegin(); part != entry.Parts.rend(); ++part)
                 Move(*part, true);
@@ -104,7 +187,7 @@ private:
     }
 
     void Move(size_t part, bool back) {
-        Moved moved{part, back, 0};
+        Moved moved{part, back, 0, now_.Number};
         for (size_t paper = 0; paper < ways_.size(); ++paper) {
             const auto bit = static_cast<uint8_t>(1U << paper);
             if ((parts_[part].Papers & bit) == 0)
@@ -139,6 +222,8 @@ private:
     size_t position_ = 0;
     std::vector<Moved> way_;
     std::array<std::vector<size_t>, 4> ways_; // of each paper, into way_
+    Drawer now_;                              // but for its way
+    size_t drawers_ = 0;                      // others so far
 };
 
 template <typename Delta>
@@ -192,11 +277,17 @@ void AppendRuns(Change& change, const Change& more) {
 
 } // namespace
 
+uint8_t StoryStep::Papers() const {
+    uint8_t papers = 0;
+    for (const Part& part : Parts)
+        papers |= part.Papers;
+    return papers;
+}
+
 uint8_t LogStory::Papers() const {
     uint8_t papers = 0;
     for (const StoryStep& step : Steps)
-        for (const StoryStep::Part& part : step.Parts)
-            papers |= part.Papers;
+        papers |= step.Papers();
     return papers;
 }
 
@@ -207,7 +298,7 @@ LogStory ReadStory(std::span<const std::byte> bytes, const std::string& path) {
         throw RuntimeError(ErrorNumber::TypeMismatch, path + " is no log of changes");
     LogStory story{.Files = record.Files, .Unsaved = record.Unsaved, .Last = record.Time};
     story.WholeBytes = reader.Position();
-    Storyteller teller;
+    Storyteller teller(record.Files);
     while (reader.Next(record) && teller.Take(record)) {
         if (record.Kind == RecordKind::Saved)
             story.Files = record.Files;
@@ -215,7 +306,7 @@ LogStory ReadStory(std::span<const std::byte> bytes, const std::string& path) {
         story.Last = record.Time;
         story.WholeBytes = reader.Position();
     }
-    story.Steps = teller.StepsOf(story.Unsaved);
+    teller.TellInto(story);
     return story;
 }
 

@@ -24,6 +24,10 @@ struct StoryStep {
         uint8_t Papers = 0;
     };
     std::vector<Part> Parts{};
+    // Of those that are about heights: whose, by LogStory::Heights.
+    size_t Heights = 0;
+
+    uint8_t Papers() const;
 };
 
 // What the records of a log come to: the files as they were last, and the way from there
@@ -34,10 +38,19 @@ struct LogStory {
     uint8_t Unsaved = 0; // papers
     std::chrono::system_clock::time_point Last{};
     std::vector<StoryStep> Steps{};
+    // Whose unsaved changes are among the steps, in the order in which they were loaded:
+    // the steps of each come before those of the next.
+    std::vector<HeightsFiles> Heights{};
+    // All of these but the last had been put aside for others; or that one, too.
+    bool LastInUse = false;
     size_t WholeBytes = 0; // behind them the file is damaged, or ends
 
     // Papers that the steps are about.
     uint8_t Papers() const;
+    // Of those by that number.
+    bool WasPutAside(size_t heights) const {
+        return heights + 1 < Heights.size() || !LastInUse;
+    }
 };
 
 // Bytes of anybody's. Error 13 where they do not even begin as a log does.

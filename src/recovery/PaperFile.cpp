@@ -45,7 +45,7 @@ PaperFile::PaperFile(const ProgramState& state, Paper paper) : paper_(paper) {
     const ElevationLayer& heights = state.Terrain.Elevations;
     if (paper == Paper::Level2)
         OpenPair({files.L2.Path, files.O2.Path}, state.Terrain.MapWidth);
-    else if (paper == Paper::Heights && files.HeightsKind == ElevationKind::L0)
+    else if (paper == Paper::Heights && files.Heights.Kind == ElevationKind::L0)
         OpenPair({heights.Path, heights.OffsetPath}, heights.EMapWidth);
     else if (const std::string path = FileOfPaper(state, paper).Path; !path.empty())
         OpenAlone(path);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 #include <span>
 #include <utility>
 #include <vector>
@@ -21,6 +22,54 @@ constexpr size_t MostListed = 15;
 std::string NameOfStep(const StoryStep& step) {
     return HoursMinutes(LocalTimeOf(step.Time)) + "  " +
            (step.Back ? "Taken back: " : "") + PlainText(step.Name);
+}
+
+// Has the heights loaded that a step is about.
+class HeightsInUse {
+public:
+    HeightsInUse(const LogStory& story, RestoringWindows& windows)
+        : story_(story), windows_(windows) {}
+
+    // False for a step of heights that cannot be loaded any more. Error 53 where the
+    // user was told why not.
+    bool TakeUp(const StoryStep& step) {
+        if ((step.Papers() & PaperBit(Paper::Heights)) == 0)
+            return true;
+        if (inUse_ != step.Heights)
+            Load(step.Heights);
+        return fits_;
+    }
+    const std::string& LeftOut() const { return leftOut_; }
+
+private:
+    void Load(size_t number) {
+        const HeightsFiles& files = story_.Heights.at(number);
+        const BasedOnFile* gone = story_.WasPutAside(number) ? FirstGone(files) : nullptr;
+        fits_ = gone == nullptr;
+        inUse_ = number;
+        if (!fits_)
+            leftOut_ +=
+                (leftOut_.empty() ? "" : "\n") +
+                ("The changes of " + files.L.Path + " have not come back: " + gone->Path +
+                 " has been changed since then.");
+        else if (!windows_.LoadHeights(files.Kind, files.L.Path))
+            throw RuntimeError(ErrorNumber::FileNotFound,
+                               files.L.Path + " could not be loaded");
+    }
+
+    const LogStory& story_;
+    RestoringWindows& windows_;
+    std::optional<size_t> inUse_;
+    bool fits_ = true;
+    std::string leftOut_;
+};
+
+void CarryOutStep(ProgramState& state, const LeftLog& log, const StoryStep& step) {
+    for (Change& change : ChangesOf(step, log.Bytes.Span(), log.File.Path().string())) {
+        RequireFits(change, state.Terrain.LxArr.UpperBound(),
+                    state.Terrain.Elevations.L0ElvArr.UpperBound());
+        state.Changes.Apply(std::move(change));
+    }
 }
 
 // One log, however it ends, or nothing when it is not to be asked about now.
@@ -40,11 +89,8 @@ Offered Offer(ProgramState& state, LeftLog& log, Dialogs& dialogs,
     if (dialogs.MessageBox(RestoreQuestion(log), {}, BoxIcon::Question,
                            BoxButtons::YesUnlessNo) != BoxAnswer::Yes)
         return Offered::Declined;
-    const LogStory& story = log.Story;
-    if ((story.Papers() & PaperBit(Paper::Heights)) != 0 &&
-        !windows.LoadHeights(story.Files.HeightsKind, story.Files.Heights.Path))
-        return Offered::Passed;
-    const std::string told = RestoreChanges(state, log);
+    std::string told;
+    windows.ShowOnce([&] { told = RestoreChanges(state, log, windows); });
     windows.KeepRestored();
     if (told.empty()) {
         DropLog(log);
@@ -157,24 +203,23 @@ bool OfferLeftLogs(ProgramState& state, const std::string& folder, Dialogs& dial
     return false;
 }
 
-std::string RestoreChanges(ProgramState& state, const LeftLog& log) {
+std::string RestoreChanges(ProgramState& state, const LeftLog& log,
+                           RestoringWindows& windows) {
+    const std::vector<StoryStep>& steps = log.Story.Steps;
+    HeightsInUse heights(log.Story, windows);
     size_t done = 0;
     try {
-        for (const StoryStep& step : log.Story.Steps) {
-            for (Change& change :
-                 ChangesOf(step, log.Bytes.Span(), log.File.Path().string())) {
-                RequireFits(change, state.Terrain.LxArr.UpperBound(),
-                            state.Terrain.Elevations.L0ElvArr.UpperBound());
-                state.Changes.Apply(std::move(change));
-            }
+        for (const StoryStep& step : steps) {
+            if (heights.TakeUp(step))
+                CarryOutStep(state, log, step);
             ++done;
         }
     } catch (const RuntimeError& error) {
-        return std::to_string(done) + " of " + std::to_string(log.Story.Steps.size()) +
+        return std::to_string(done) + " of " + std::to_string(steps.size()) +
                " changes have come back. The next one cannot: " +
                (error.Detail().empty() ? error.Description() : error.Detail());
     }
-    return {};
+    return heights.LeftOut();
 }
 
 } // namespace vardenix

@@ -6,6 +6,7 @@
 #include "recovery/LeftLogs.h"
 
 #include <chrono>
+#include <functional>
 #include <string>
 
 namespace vardenix {
@@ -31,6 +32,8 @@ public:
 
     // Loads the finest elevations of a file; false when the user was told why not.
     virtual bool LoadHeights(ElevationKind kind, const std::string& path) = 0;
+    // Shows what `work` does to the papers when it is done.
+    virtual void ShowOnce(const std::function<void()>& work) { work(); }
     // All that came back is in the program's own log by now, and is to be on the disk
     // before the log of the ended run goes.
     virtual void KeepRestored() = 0;
@@ -47,9 +50,11 @@ bool OfferLeftLogs(ProgramState& state, const std::string& folder, Dialogs& dial
 bool IsOnDisk(const ProgramState& state, const LeftLog& log);
 
 // Carries the changes of a log out, each a change of the program's own log that can be
-// taken back; the log is one of the theater that is open, and fits. Where it is about
-// heights, their file is the one that is loaded. Empty when all came back; otherwise how
-// far it came, and why no further, as a sentence.
-std::string RestoreChanges(ProgramState& state, const LeftLog& log);
+// taken back; the log is one of the theater that is open, and fits. Each file of heights
+// is loaded before its own changes; one that was put aside for another and has been
+// changed since is left out. Empty when all came back; otherwise what did not, or how far
+// it came and why no further, as a sentence.
+std::string RestoreChanges(ProgramState& state, const LeftLog& log,
+                           RestoringWindows& windows);
 
 } // namespace vardenix

@@ -15,9 +15,7 @@ namespace {
 
 constexpr size_t AllHeights = 65536;
 constexpr int32_t LowestHeight = -32768;
-constexpr size_t HeightsPerBlock = 1024;
-constexpr size_t CountingTables = 4;
-constexpr size_t HeightTables = 2;
+constexpr size_t CountingTables = 2;
 constexpr int32_t MostBars = 40;
 
 // What is counted in one walk over some posts. Tables take turns, since adding again
@@ -25,105 +23,106 @@ constexpr int32_t MostBars = 40;
 // really taken.
 struct PostCounts {
     explicit PostCounts(size_t tileNumbers)
-        : Numbers(tileNumbers), Tiles(tileNumbers * CountingTables),
-          Heights(AllHeights * HeightTables * sizeof(uint32_t)) {}
+        : Numbers(tileNumbers), Tiles(tileNumbers * 2 * CountingTables),
+          Heights(AllHeights * CountingTables * sizeof(uint32_t)) {}
 
+    // Of heights, from the lowest there can be.
     uint32_t* HeightTable(size_t table) const {
         return static_cast<uint32_t*>(Heights.Data()) + table * AllHeights;
+    }
+    // Posts of a number above 0 feet, or at 0 and below.
+    int64_t TilePosts(size_t number, bool low) const {
+        int64_t posts = 0;
+        for (size_t table = 0; table < CountingTables; ++table)
+            posts += Tiles[(table * Numbers + number) * 2 + (low ? 1 : 0)];
+        return posts;
     }
 
     size_t Numbers; // the last one stands for all that the catalogue does not have
     std::vector<uint32_t> Tiles;
     ZeroPages Heights;
-    uint64_t HeightBlocks = 0; // a bit for each 1024 heights: some post has one of them
-    int64_t Sea = 0;
+    int32_t Lowest = AllHeights; // feet; of no post yet
+    int32_t Highest = LowestHeight;
 };
 
-void CountPiece(std::span<const TerrainPost> posts, const std::vector<uint8_t>& water,
-                PostCounts& counts) {
+void CountPiece(std::span<const TerrainPost> posts, PostCounts& counts) {
     const auto last = static_cast<uint32_t>(counts.Numbers - 1);
-    uint32_t* tiles[CountingTables];
-    for (size_t table = 0; table < CountingTables; ++table)
-        tiles[table] = &counts.Tiles[table * counts.Numbers];
-    uint32_t* const heights[HeightTables] = {counts.HeightTable(0),
-                                             counts.HeightTable(1)};
-    const uint8_t* const isWater = water.data();
-    uint64_t blocks = 0;
-    uint32_t sea = 0;
+    uint32_t* const tiles[CountingTables] = {&counts.Tiles[0],
+                                             &counts.Tiles[counts.Numbers * 2]};
+    uint32_t* const heights[CountingTables] = {counts.HeightTable(0) - LowestHeight,
+                                               counts.HeightTable(1) - LowestHeight};
+    int32_t lowest = counts.Lowest;
+    int32_t highest = counts.Highest;
     const auto take = [&](const TerrainPost& post, size_t table) {
         const size_t number = std::min(static_cast<uint32_t>(post.TileOffset), last);
         const int32_t feet = post.Elevation;
-        const auto height = static_cast<size_t>(feet - LowestHeight);
-        ++tiles[table][number];
-        ++heights[table % HeightTables][height];
-        blocks |= uint64_t{1} << height / HeightsPerBlock;
-        sea += isWater[number] & static_cast<uint32_t>(feet <= 0);
+        ++tiles[table][number * 2 + (feet <= 0 ? 1 : 0)];
+        ++heights[table][feet];
+        lowest = std::min(lowest, feet);
+        highest = std::max(highest, feet);
     };
     size_t i = 0;
     for (; i + CountingTables <= posts.size(); i += CountingTables) {
         take(posts[i], 0);
         take(posts[i + 1], 1);
-        take(posts[i + 2], 2);
-        take(posts[i + 3], 3);
     }
     for (; i < posts.size(); ++i)
         take(posts[i], 0);
-    counts.HeightBlocks = blocks;
-    counts.Sea = sea;
-}
-
-// 1 for each number of water; one more element for those that the catalogue lacks.
-std::vector<uint8_t> WaterNumbers(const TileLookup& lookup) {
-    std::vector<uint8_t> water(lookup.size() + 1, 0);
-    std::ranges::transform(lookup, water.begin(), [](const TileInfo& tile) {
-        return static_cast<uint8_t>(tile.Terrain == TerrainWater);
-    });
-    return water;
+    counts.Lowest = lowest;
+    counts.Highest = highest;
 }
 
 // In as many pieces as are worth tables of their own.
 std::vector<PostCounts> CountPosts(std::span<const TerrainPost> posts,
-                                   const TileLookup& lookup) {
+                                   size_t tileNumbers) {
     constexpr size_t WorthTables = size_t{1} << 19;
     const size_t pieces = std::clamp<size_t>(posts.size() / WorthTables, 1, 4);
-    const std::vector<uint8_t> water = WaterNumbers(lookup);
     std::vector<PostCounts> counts;
     for (size_t piece = 0; piece < pieces; ++piece)
-        counts.emplace_back(water.size());
+        counts.emplace_back(tileNumbers + 1);
     ForEachInParallel(pieces, [&](size_t piece) {
         const size_t from = posts.size() * piece / pieces;
         const size_t to = posts.size() * (piece + 1) / pieces;
-        CountPiece(posts.subspan(from, to - from), water, counts[piece]);
+        CountPiece(posts.subspan(from, to - from), counts[piece]);
     });
     return counts;
 }
 
-std::vector<int64_t> SumOfTiles(const std::vector<PostCounts>& counts) {
-    const size_t numbers = counts.front().Numbers;
-    std::vector<int64_t> sum(numbers);
+// By number, and the sea of the water among them.
+struct TileUses {
+    std::vector<int64_t> Posts;
+    int64_t Sea = 0;
+};
+
+TileUses UsesOf(const std::vector<PostCounts>& counts, const TileLookup& lookup) {
+    TileUses uses;
+    uses.Posts.resize(lookup.size() + 1);
     for (const PostCounts& each : counts)
-        for (size_t i = 0; i < each.Tiles.size(); ++i)
-            sum[i % numbers] += each.Tiles[i];
-    return sum;
+        for (size_t number = 0; number < each.Numbers; ++number) {
+            const int64_t low = each.TilePosts(number, true);
+            uses.Posts[number] += low + each.TilePosts(number, false);
+            if (number < lookup.size() && lookup[number].Terrain == TerrainWater)
+                uses.Sea += low;
+        }
+    return uses;
 }
 
 // Calls take(feet, posts) for every height that posts have, rising.
 template <typename Take>
 void ForEachHeight(const std::vector<PostCounts>& counts, Take take) {
-    uint64_t blocks = 0;
-    for (const PostCounts& each : counts)
-        blocks |= each.HeightBlocks;
-    for (size_t i = 0; i < AllHeights; ++i) {
-        if ((blocks >> i / HeightsPerBlock & 1) == 0) {
-            i += HeightsPerBlock - 1;
-            continue;
-        }
+    int32_t lowest = counts.front().Lowest;
+    int32_t highest = counts.front().Highest;
+    for (const PostCounts& each : counts) {
+        lowest = std::min(lowest, each.Lowest);
+        highest = std::max(highest, each.Highest);
+    }
+    for (int32_t feet = lowest; feet <= highest; ++feet) {
         int64_t posts = 0;
         for (const PostCounts& each : counts)
-            for (size_t table = 0; table < HeightTables; ++table)
-                posts += each.HeightTable(table)[i];
+            for (size_t table = 0; table < CountingTables; ++table)
+                posts += each.HeightTable(table)[feet - LowestHeight];
         if (posts != 0)
-            take(static_cast<int32_t>(i) + LowestHeight, posts);
+            take(feet, posts);
     }
 }
 
@@ -142,6 +141,7 @@ void AddNumbersBeyond(const Terrain& terrain, const TileLookup& lookup,
 void TellTiles(const TileLookup& lookup, const std::vector<int64_t>& uses,
                Statistics& told) {
     std::map<int32_t, int64_t> kinds;
+    auto kind = kinds.end(); // neighbours are mostly of one
     told.Sets.resize(lookup.size() / TilesPerSet);
     for (size_t i = 0; i < told.Sets.size(); ++i)
         told.Sets[i].Which = static_cast<int32_t>(i) + 1;
@@ -152,7 +152,9 @@ void TellTiles(const TileLookup& lookup, const std::vector<int64_t>& uses,
                 told.Unknown.push_back({number, uses[i]});
             continue;
         }
-        kinds[lookup[i].Terrain] += uses[i];
+        if (kind == kinds.end() || kind->first != lookup[i].Terrain)
+            kind = kinds.try_emplace(lookup[i].Terrain).first;
+        kind->second += uses[i];
         told.Sets[i / TilesPerSet].Posts += uses[i];
         if (uses[i] == 0)
             told.UnusedTiles.push_back(number);
@@ -203,14 +205,13 @@ int32_t BarStepFor(int32_t lowest, int32_t highest) {
 
 Statistics StatisticsOf(const Terrain& terrain, const TileLookup& lookup) {
     const auto posts = terrain.LxArr.Values();
-    const std::vector<PostCounts> counts = CountPosts(posts, lookup);
+    const std::vector<PostCounts> counts = CountPosts(posts, lookup.size());
     Statistics told;
     told.Posts = static_cast<int64_t>(posts.size());
-    for (const PostCounts& each : counts)
-        told.SeaPosts += each.Sea;
-    const std::vector<int64_t> uses = SumOfTiles(counts);
-    TellTiles(lookup, uses, told);
-    if (uses.back() != 0)
+    const TileUses uses = UsesOf(counts, lookup);
+    told.SeaPosts = uses.Sea;
+    TellTiles(lookup, uses.Posts, told);
+    if (uses.Posts.back() != 0)
         AddNumbersBeyond(terrain, lookup, told.Unknown);
     if (told.Posts != 0)
         TellHeights(counts, told);

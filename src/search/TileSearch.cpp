@@ -2,7 +2,9 @@
 
 #include "companion/Vardenix.h"
 #include "search/SearchRows.h"
+#include "search/TilesMeant.h"
 #include "texts/Numbers.h"
+#include "texts/Windows1252.h"
 
 #include <algorithm>
 #include <array>
@@ -99,9 +101,17 @@ void SearchTiles(const Terrain& terrain, const SearchPattern& pattern, Progress&
     results = std::move(hits);
 }
 
-void RememberPattern(SearchState& search) {
-    std::erase(search.History, search.Pattern);
-    search.History.insert(search.History.begin(), search.Pattern);
+void FindPosts(const Terrain& terrain, const TileLookup& lookup, const SearchQuery& query,
+               Progress& progress, SearchResults& results) {
+    SearchTiles(terrain, query.Pattern, progress, results);
+    if (!query.Named.empty())
+        KeepTilesMeant(terrain, TilesMeant(lookup, BytesFromUtf8(query.Named)), results);
+}
+
+void RememberQuery(SearchState& search) {
+    const SearchQuery query = search;
+    std::erase(search.History, query);
+    search.History.insert(search.History.begin(), query);
     search.History.resize(std::min(search.History.size(), KeptPatterns));
 }
 

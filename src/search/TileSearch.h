@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
 #include "levels/Terrain.h"
 #include "platform/Progress.h"
 #include "program/SearchResults.h"
@@ -32,7 +33,11 @@ std::optional<double> NumberCounted(std::string_view text);
 void SearchTiles(const Terrain& terrain, const SearchPattern& pattern, Progress& progress,
                  SearchResults& results);
 
-// Puts a pattern in front of those searched for before.
-void RememberPattern(SearchState& search);
+// SearchTiles, and of what it finds the posts whose tile is of those that are named.
+void FindPosts(const Terrain& terrain, const TileLookup& lookup, const SearchQuery& query,
+               Progress& progress, SearchResults& results);
+
+// Puts what is searched for in front of what was before.
+void RememberQuery(SearchState& search);
 
 } // namespace vardenix

@@ -5,7 +5,11 @@
 #include "texts/Cutting.h"
 
 #include <algorithm>
+#include <charconv>
+#include <optional>
+#include <set>
 #include <string>
+#include <system_error>
 
 namespace vardenix {
 
@@ -27,6 +31,21 @@ bool Means(const std::string& word, const TileInfo& tile) {
     const auto kind = static_cast<uint8_t>(tile.Terrain);
     return UpperCase(tile.Name).find(word) != std::string::npos ||
            UpperCase(TerrainName(kind)).starts_with(word);
+}
+
+// Nothing for a word that is no tile number.
+std::optional<int32_t> NumberOf(const std::string& word) {
+    int32_t number = 0;
+    const auto read = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (read.ptr != word.data() + word.size() || read.ec != std::errc() || number < 0 ||
+        number > MostTileNumber)
+        return std::nullopt;
+    return number;
+}
+
+bool HasEntry(const TileLookup& lookup, int32_t number) {
+    const auto index = static_cast<size_t>(number);
+    return index < lookup.size() && lookup[index].Terrain != -1;
 }
 
 template <typename Meant>
@@ -59,6 +78,39 @@ TileMarks TilesMeant(const TileLookup& lookup, std::string_view words) {
     });
 }
 
+TilesOfText TilesWritten(const TileLookup& lookup, std::string_view words,
+                         TilesFrom from) {
+    TilesOfText written;
+    std::set<int32_t> all;
+    for (const std::string& word : WordsOf(words)) {
+        if (const auto number = NumberOf(word)) {
+            if (from == TilesFrom::Anywhere || HasEntry(lookup, *number))
+                all.insert(*number);
+            else if (written.Unknown.empty())
+                written.Unknown = word;
+            continue;
+        }
+        const TileMarks meant = TilesMeant(lookup, word);
+        for (size_t number = 0; number < meant.size(); ++number)
+            if (meant[number] != 0)
+                all.insert(static_cast<int32_t>(number));
+        if (std::ranges::count(meant, 1) == 0 && written.Unknown.empty())
+            written.Unknown = word;
+    }
+    written.Numbers.assign(all.begin(), all.end());
+    return written;
+}
+
+TileMarks MarksOf(std::span<const int32_t> numbers) {
+    TileMarks marks;
+    for (const int32_t number : numbers) {
+        const auto index = static_cast<size_t>(number);
+        marks.resize(std::max(marks.size(), index + 1));
+        marks[index] = 1;
+    }
+    return marks;
+}
+
 TileMarks TilesOfKind(const TileLookup& lookup, int32_t terrain) {
     return MarksWhere(lookup,
                       [&](size_t number) { return lookup[number].Terrain == terrain; });
@@ -74,6 +126,11 @@ SearchResults PostsOfTiles(const Terrain& terrain, const TileMarks& marks) {
     return PostsWhere(terrain, [&](const TerrainPost& post) {
         return IsMeant(marks, post.TileOffset);
     });
+}
+
+SearchResults PostsOfNumber(const Terrain& terrain, int32_t number) {
+    return PostsWhere(terrain,
+                      [&](const TerrainPost& post) { return post.TileOffset == number; });
 }
 
 SearchResults PostsBetween(const Terrain& terrain, int32_t low, int32_t high) {

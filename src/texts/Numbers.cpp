@@ -65,6 +65,14 @@ bool IsTiny(std::string_view number) {
     return power + exponent < 0;
 }
 
+template <typename Number>
+std::string ShortestOf(Number value) {
+    std::array<char, 32> buffer{};
+    const auto result =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
+    return {buffer.data(), result.ptr};
+}
+
 } // namespace
 
 double RoundHalfEven(double value) {
@@ -132,11 +140,8 @@ std::string FormatFixed(double value, int decimals) {
     return text;
 }
 
-std::string ShortestText(float value) {
-    std::array<char, 32> buffer{};
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value);
-    return {buffer.data(), result.ptr};
-}
+std::string ShortestText(float value) { return ShortestOf(value); }
+
+std::string ShortestText(double value) { return ShortestOf(value); }
 
 } // namespace vardenix

@@ -36,5 +36,6 @@ std::string FormatFixed(double value, int decimals);
 
 // The shortest text that reads back to the same value: 10, 8.25, 1e+20.
 std::string ShortestText(float value);
+std::string ShortestText(double value);
 
 } // namespace vardenix

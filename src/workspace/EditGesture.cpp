@@ -10,7 +10,7 @@ namespace vardenix {
 
 namespace {
 
-// The view as one of the finest elevations, each a square of its own.
+// As one of the finest elevations, each a square of its own.
 MapView QuarteredView(MapView view) {
     view.MapLeftX *= HeightsPerPost;
     view.MapBottomY *= HeightsPerPost;
@@ -46,6 +46,10 @@ bool CutPart(double from, double step, double last, double& begin, double& end) 
 }
 
 } // namespace
+
+PictureBox SquaresOnPicture(const MapView& view, const PostBox& squares, bool heights) {
+    return BoxOnPicture(heights ? QuarteredView(view) : view, squares);
+}
 
 bool CutToPicture(const MapView& view, double& x1, double& y1, double& x2, double& y2) {
     const double dx = x2 - x1;
@@ -164,14 +168,21 @@ void EditGesture::Cancel() {
     undo_.EndStroke();
 }
 
-std::optional<PictureBox> EditGesture::Preview() const {
+std::optional<PostBox> EditGesture::Squares() const {
     if (!corner_)
         return std::nullopt;
     const PostBox box =
         CutToGrid({corner_->X, corner_->Y, opposite_.X, opposite_.Y}, GridWidth());
     if (box.X2 < box.X1 || box.Y2 < box.Y1)
         return std::nullopt;
-    return BoxOnPicture(heights_ ? QuarteredView(view_) : view_, box);
+    return box;
+}
+
+std::optional<PictureBox> EditGesture::Preview() const {
+    const auto squares = Squares();
+    if (!squares)
+        return std::nullopt;
+    return SquaresOnPicture(view_, *squares, heights_);
 }
 
 std::optional<PostBox> EditGesture::Brush(const std::vector<PostPlace>& line,

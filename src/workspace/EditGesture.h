@@ -2,6 +2,7 @@
 
 #include "levels/Terrain.h"
 #include "mapview/MapView.h"
+#include "mapview/PictureBox.h"
 #include "program/WorkspaceCommands.h"
 #include "workspace/HeightShaping.h"
 #include "workspace/MapInteraction.h"
@@ -38,7 +39,8 @@ public:
     // A button is held for one of the tools that go on with it.
     bool Goes() const { return stroke_ || corner_; }
 
-    // What a release would fill, on the picture.
+    // What a release would fill: posts from 0, or heights; and on the picture.
+    std::optional<PostBox> Squares() const;
     std::optional<PictureBox> Preview() const;
 
 private:
@@ -84,6 +86,9 @@ private:
     HeightsBefore before_; // the stroke
     int64_t changed_ = 0;  // squares, by this gesture
 };
+
+// The outline of posts, or of heights, on the picture.
+PictureBox SquaresOnPicture(const MapView& view, const PostBox& squares, bool heights);
 
 // The part of a line from one position of the mouse to another that lies on the picture
 // of a view; false when none does.

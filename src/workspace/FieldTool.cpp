@@ -87,13 +87,13 @@ std::optional<PostBox> FieldTool::Cancel() {
     return pending_.TakenBack();
 }
 
-std::optional<PictureBox> FieldTool::Frame() const {
+std::optional<PostBox> FieldTool::Frame() const {
     if (what_ != Gesture::Rectangle)
         return std::nullopt;
     const PostBox box = CutToGrid({from_.X, from_.Y, to_.X, to_.Y}, terrain_.MapWidth);
     if (box.X2 < box.X1 || box.Y2 < box.Y1)
         return std::nullopt;
-    return BoxOnPicture(view_, box);
+    return box;
 }
 
 PostDelta FieldTool::DeltaOf(const Selection& posts) const {

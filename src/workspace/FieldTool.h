@@ -31,7 +31,7 @@ public:
     std::optional<PostBox> Cancel() override;
     bool Goes() const override { return what_ != Gesture::None; }
     bool Waits() const override { return waits_; }
-    std::optional<PictureBox> Frame() const override;
+    std::optional<PostBox> Frame() const override;
 
 private:
     enum class Gesture { None, Stroke, Rectangle, Slope };

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <vector>
+#include <utility>
 
 namespace vardenix {
 namespace {
@@ -205,6 +205,50 @@ FirstLayout LayOutStored(const PixelRect& room, const FirstLayout& stored,
     layout.Map = Fitted(room, stored.Map, {stored.Panel, stored.Preview}, around);
     layout.Preview = Fitted(room, stored.Preview, {stored.Panel, layout.Map}, around);
     return layout;
+}
+
+namespace {
+
+int64_t Covered(const PixelRect& place, const std::vector<PixelRect>& standing) {
+    int64_t pixels = 0;
+    for (const PixelRect& window : standing) {
+        const int64_t across =
+            std::min(place.Left + place.Width, window.Left + window.Width) -
+            std::max(place.Left, window.Left);
+        const int64_t down =
+            std::min(place.Top + place.Height, window.Top + window.Height) -
+            std::max(place.Top, window.Top);
+        if (across > 0 && down > 0)
+            pixels += across * down;
+    }
+    return pixels;
+}
+
+} // namespace
+
+PixelRect LeastCovering(const PixelRect& room, WindowSize window,
+                        const std::vector<PixelRect>& standing) {
+    const int32_t right = std::max(room.Left, room.Left + room.Width - window.Width);
+    const int32_t bottom = std::max(room.Top, room.Top + room.Height - window.Height);
+    std::vector<int32_t> lefts{room.Left, right};
+    std::vector<int32_t> tops{room.Top, bottom};
+    for (const PixelRect& each : standing) {
+        lefts.push_back(std::clamp(each.Left - window.Width, room.Left, right));
+        lefts.push_back(std::clamp(each.Left + each.Width, room.Left, right));
+        tops.push_back(std::clamp(each.Top - window.Height, room.Top, bottom));
+        tops.push_back(std::clamp(each.Top + each.Height, room.Top, bottom));
+    }
+    PixelRect best{right, bottom, window.Width, window.Height};
+    const auto worth = [&](const PixelRect& place) {
+        return std::pair(-Covered(place, standing), place.Left + place.Top);
+    };
+    for (const int32_t left : lefts)
+        for (const int32_t top : tops) {
+            const PixelRect place{left, top, window.Width, window.Height};
+            if (worth(place) > worth(best))
+                best = place;
+        }
+    return best;
 }
 
 } // namespace vardenix

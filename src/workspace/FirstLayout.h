@@ -3,6 +3,8 @@
 #include "pictures/Raster.h"
 #include "program/Configuration.h"
 
+#include <vector>
+
 namespace vardenix {
 
 // Pixels, without the frame that the desktop adds.
@@ -43,5 +45,10 @@ FirstLayout LayOutFirst(const PixelRect& room, WindowSize panel, WindowSize map,
 // and, pulled back into it, lie over a window that it was beside.
 FirstLayout LayOutStored(const PixelRect& room, const FirstLayout& stored,
                          WindowSize frame = UsualFrame);
+
+// Where a window that has never been placed covers least of those that stand there: the
+// place nearest to the lower right corner of all that are as good. All with their frames.
+PixelRect LeastCovering(const PixelRect& room, WindowSize window,
+                        const std::vector<PixelRect>& standing);
 
 } // namespace vardenix

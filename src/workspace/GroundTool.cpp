@@ -165,13 +165,13 @@ std::optional<PostBox> GroundTool::Show(const Selection& painted) {
     }
 }
 
-std::optional<PictureBox> GroundTool::Frame() const {
+std::optional<PostBox> GroundTool::Frame() const {
     if (!goes_ || interaction_.Tool != MapTool::Rectangle)
         return std::nullopt;
     const PostBox box = CutToGrid({from_.X, from_.Y, to_.X, to_.Y}, terrain_.MapWidth);
     if (box.X2 < box.X1 || box.Y2 < box.Y1)
         return std::nullopt;
-    return BoxOnPicture(view_, box);
+    return box;
 }
 
 } // namespace vardenix

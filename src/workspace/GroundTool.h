@@ -37,7 +37,7 @@ public:
     std::optional<PostBox> End(double x, double y) override;
     std::optional<PostBox> Cancel() override;
     bool Goes() const override { return goes_; }
-    std::optional<PictureBox> Frame() const override;
+    std::optional<PostBox> Frame() const override;
 
 private:
     Selection Painted() const;

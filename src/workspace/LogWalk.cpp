@@ -13,15 +13,17 @@ constexpr uint32_t FrameColor = 0x00FFFF; // yellow
 
 bool WalkLog(ChangeLog& changes, Walk walk, const MapView& view, int32_t mapWidth,
              StepFrame& frame, WorkspaceCommands& workspace) {
-    const Change* change = walk == Walk::Back ? changes.NextBack() : changes.NextAgain();
-    if (change == nullptr)
+    const bool back = walk == Walk::Back;
+    if ((back ? changes.NextBack() : changes.NextAgain()) == nullptr)
         return false;
-    const auto place = PlaceOf(*change, mapWidth, InView(view));
-    const std::string words = WalkWords(*change, walk);
+    const Change& change =
+        changes.Whole(back ? changes.Position() - 1 : changes.Position());
+    const auto place = PlaceOf(change, mapWidth, InView(view));
+    const std::string words = WalkWords(change, walk);
     frame.Box.reset();
     if (place)
         frame.Box = place->Box;
-    walk == Walk::Back ? changes.Back() : changes.Again();
+    back ? changes.Back() : changes.Again();
     ScrollToHidden(place, workspace);
     workspace.Tell(words);
     return true;

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -41,14 +42,18 @@ struct MapInteraction {
     int32_t ImportY = 0;
     int32_t ImportWidth = 0; // of the region to stamp, posts
     int32_t ImportHeight = 0;
+    // Its tile numbers, rows from the lowest y up; empty while no stamp is waited for.
+    std::vector<int32_t> ImportTiles;
 
     bool Waits() const {
         return WaitExportCorner1 || WaitExportCorner2 || WaitImportCorner;
     }
     void StopWaiting() {
         WaitExportCorner1 = WaitExportCorner2 = WaitImportCorner = false;
+        ImportTiles.clear();
     }
 
+    PostPlace EditedHeight;  // that the details are of, from 0
     int32_t PopupSerial = 0; // of the post under the last right click; 0 beyond the edge
 };
 

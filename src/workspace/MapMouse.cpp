@@ -42,6 +42,7 @@ void MapMouse::EditElevationAt(PostPlace place) {
     const int32_t x = place.X + 1;
     const int32_t y = place.Y + 1;
     const int16_t old = terrain_.Elevations.At(x, y);
+    interaction_.EditedHeight = place;
     const std::optional<int16_t> entered = wishes_.EditElevation(old);
     if (!entered)
         return;
@@ -129,8 +130,13 @@ std::optional<PostBox> MapMouse::Stop() {
     return held_ != nullptr ? held_->Cancel() : std::nullopt;
 }
 
-std::optional<PictureBox> MapMouse::Frame() const {
-    return held_ != nullptr ? held_->Frame() : gesture_.Preview();
+std::optional<MapGhost> MapMouse::GhostWith(double x, double y) const {
+    if (held_ == nullptr || !held_->Goes())
+        return GhostAt(gesture_, interaction_, view_, x, y);
+    const auto frame = held_->Frame();
+    if (!frame)
+        return std::nullopt;
+    return MapGhost{*frame, false, {}, true};
 }
 
 std::vector<PicturePoint> MapMouse::Line() const {

@@ -6,6 +6,7 @@
 #include "workspace/EditGesture.h"
 #include "workspace/FieldTool.h"
 #include "workspace/GroundTool.h"
+#include "workspace/MapGhost.h"
 #include "workspace/MapInteraction.h"
 #include "workspace/SelectTool.h"
 #include "workspace/StampTool.h"
@@ -43,6 +44,9 @@ public:
     virtual void SetZoom(int16_t zoomPosts) = 0;
     // Feature files that were dropped on the map.
     virtual void LoadFeatures(const std::vector<std::string>& paths) = 0;
+    // One of the other things that can be dropped there: a file of a region or of
+    // heights, the folder of a theater.
+    virtual void TakeDropped(const std::string& path) = 0;
     // Frame7 of the panel, which tells what is waited for.
     virtual void HideFrame7() = 0;
     // What has been learned of the land; null where it cannot be, which has been told.
@@ -79,8 +83,9 @@ public:
     std::optional<PostBox> Stop();
     bool HasPending() const { return held_ != nullptr && held_->Goes(); }
     bool Waits() const { return held_ != nullptr && held_->Waits(); }
-    // What a release would take, on the picture.
-    std::optional<PictureBox> Frame() const;
+    // What a click, or the release, would leave with the pointer at a place.
+    std::optional<MapGhost> GhostWith(double x, double y) const;
+    // That is drawn, on the picture.
     std::vector<PicturePoint> Line() const;
 
     // Of the context menu: the details of the post of the last right click.

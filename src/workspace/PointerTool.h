@@ -2,7 +2,6 @@
 
 #include "levels/Posts.h"
 #include "mapview/DrawingSurface.h"
-#include "mapview/PictureBox.h"
 
 #include <optional>
 #include <vector>
@@ -35,8 +34,8 @@ public:
     virtual bool Goes() const = 0;
     virtual bool Waits() const { return false; }
 
-    // What a release would take, on the picture: a box, or a line that is drawn.
-    virtual std::optional<PictureBox> Frame() const { return std::nullopt; }
+    // What a release would take: posts, or a line that is drawn on the picture.
+    virtual std::optional<PostBox> Frame() const { return std::nullopt; }
     virtual std::vector<PicturePoint> Line() const { return {}; }
 };
 

@@ -182,12 +182,12 @@ int64_t StampRegion(Terrain& terrain, const TileRegion& region, int32_t x, int32
     return count;
 }
 
-bool ExportTiles(const Terrain& terrain, const PostBox& box, Dialogs& dialogs,
-                 Progress& progress) {
+std::optional<std::string> ExportTiles(const Terrain& terrain, const PostBox& box,
+                                       Dialogs& dialogs, Progress& progress) {
     const PostBox kept = CutToGrid(box, terrain.MapWidth);
     if (kept.X1 > kept.X2 || kept.Y1 > kept.Y2) {
         dialogs.Notice(NothingOnTerrain, {}, BoxIcon::Information);
-        return false;
+        return std::nullopt;
     }
     std::string path;
     try {
@@ -195,11 +195,11 @@ bool ExportTiles(const Terrain& terrain, const PostBox& box, Dialogs& dialogs,
             dialogs.SaveFile({.Title = "Save Export file as...", .Filter = Filter}).Path;
     } catch (const RuntimeError& error) {
         if (error.Number() == ErrorNumber::Cancelled)
-            return false;
+            return std::nullopt;
         throw;
     }
     WriteRegion(terrain, kept, path, progress);
-    return true;
+    return path;
 }
 
 std::optional<TileRegion> AskForRegion(Dialogs& dialogs) {
@@ -209,6 +209,15 @@ std::optional<TileRegion> AskForRegion(Dialogs& dialogs) {
     } catch (const RuntimeError& error) {
         if (error.Number() != ErrorNumber::Cancelled)
             dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
+        return std::nullopt;
+    }
+}
+
+std::optional<TileRegion> RegionOfFile(const std::string& path, Dialogs& dialogs) {
+    try {
+        return ReadRegion(path);
+    } catch (const RuntimeError& error) {
+        dialogs.Notice(TrapText(error), "Error...", BoxIcon::Critical);
         return std::nullopt;
     }
 }

@@ -56,13 +56,16 @@ int64_t StampRegion(Terrain& terrain, const TileRegion& region, int32_t x, int32
                     Progress& progress, const Selection* bounds = nullptr);
 
 // Asks for the file and writes the part of the region that lies on the terrain; a cancel
-// ends without a word. False when nothing was written.
-bool ExportTiles(const Terrain& terrain, const PostBox& box, Dialogs& dialogs,
-                 Progress& progress);
+// ends without a word. The file's path; nothing when none was written.
+std::optional<std::string> ExportTiles(const Terrain& terrain, const PostBox& box,
+                                       Dialogs& dialogs, Progress& progress);
 
 // CmdImport: asks for the file and reads it. Nothing when cancelled, and after a box when
 // the file is not one of ours.
 std::optional<TileRegion> AskForRegion(Dialogs& dialogs);
+
+// That of a file that is named already; nothing after a box when it is not one of ours.
+std::optional<TileRegion> RegionOfFile(const std::string& path, Dialogs& dialogs);
 
 // Stamps a region with its lower left post at x, y, counted from 0; when it reaches past
 // the edge only after a question. False when the terrain is as it was.

@@ -33,6 +33,13 @@ bool Ask(Dialogs& dialogs, const std::string& question) {
                               BoxButtons::YesNo) == BoxAnswer::Yes;
 }
 
+WayOut AskUnmarked(const std::string& why, Dialogs& dialogs) {
+    return WayOutOf(
+        dialogs.MessageBox(why + " Do you want to leave without saving them?\n"
+                                 "Press No to return to the program.",
+                           "Attention", BoxIcon::Warning, BoxButtons::YesNoSaveAll));
+}
+
 } // namespace
 
 void CreateRestorePoint(const Terrain& terrain, const LocalTime& now,
@@ -106,12 +113,15 @@ bool MayRestoreOtherTheater(const std::optional<PointOrigin>& origin,
 }
 
 WayOut MayLeaveRestored(Dialogs& dialogs) {
-    return WayOutOf(dialogs.MessageBox(
-        "The posts that were brought back from the restore point are not saved: they "
-        "differ from the L2 file, though nothing is marked. Do you want to leave without "
-        "saving them?\n"
-        "Press No to return to the program.",
-        "Attention", BoxIcon::Warning, BoxButtons::YesNoSaveAll));
+    return AskUnmarked("The posts that were brought back from the restore point are not "
+                       "saved: they differ from the L2 file, though nothing is marked.",
+                       dialogs);
+}
+
+WayOut MayLeaveCopied(Dialogs& dialogs) {
+    return AskUnmarked("The posts were saved under another name only: they differ from "
+                       "the L2 file that was opened, though nothing is marked.",
+                       dialogs);
 }
 
 std::string RestoreMessage(Restored result) {

@@ -57,8 +57,9 @@ bool MayRestoreOldNumbers(Dialogs& dialogs);
 // What the user is told of it in a box; empty when all is done.
 std::string RestoreMessage(Restored result);
 
-// Asked on the way out while level 2 has posts that no file has and nothing is marked, as
-// a restore leaves them.
+// Asked on the way out while level 2 differs from its file and nothing is marked, as a
+// restore leaves it, or a save under another name.
 WayOut MayLeaveRestored(Dialogs& dialogs);
+WayOut MayLeaveCopied(Dialogs& dialogs);
 
 } // namespace vardenix

@@ -77,14 +77,14 @@ Selection SelectTool::Drawn() const {
     return SelectedLasso(posts, terrain_.MapWidth);
 }
 
-std::optional<PictureBox> SelectTool::Frame() const {
+std::optional<PostBox> SelectTool::Frame() const {
     if (!goes_ || lasso_)
         return std::nullopt;
     const PostBox box =
         CutToGrid({corner_.X, corner_.Y, opposite_.X, opposite_.Y}, terrain_.MapWidth);
     if (box.X2 < box.X1 || box.Y2 < box.Y1)
         return std::nullopt;
-    return BoxOnPicture(view_, box);
+    return box;
 }
 
 std::vector<PicturePoint> SelectTool::Line() const {

@@ -26,7 +26,7 @@ public:
     std::optional<PostBox> End(double x, double y) override;
     std::optional<PostBox> Cancel() override;
     bool Goes() const override { return goes_; }
-    std::optional<PictureBox> Frame() const override;
+    std::optional<PostBox> Frame() const override;
     std::vector<PicturePoint> Line() const override;
 
 private:

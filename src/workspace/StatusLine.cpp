@@ -80,6 +80,16 @@ std::string TilesWords(const MapInteraction& interaction, const TileLookup& look
            (more == 0 ? "" : " and " + std::to_string(more) + " more at random");
 }
 
+std::string WaitingWords(const MapInteraction& interaction) {
+    if (interaction.WaitImportCorner)
+        return "Import of " + std::to_string(interaction.ImportWidth) + " X " +
+               std::to_string(interaction.ImportHeight) +
+               " posts: click its lower left corner";
+    const std::string what = interaction.ExportFeatures ? "Export of features" : "Export";
+    return what + (interaction.WaitExportCorner1 ? ": click a corner"
+                                                 : ": click the opposite corner");
+}
+
 std::string NameOf(const MapInteraction& interaction) {
     switch (interaction.Tool) {
     case MapTool::Rectangle:
@@ -122,6 +132,8 @@ std::string PostWords(const MapView& view, const Terrain& terrain,
 
 std::string ToolWords(const MapInteraction& interaction, const MapView& view,
                       const TileLookup& lookup) {
+    if (interaction.Waits())
+        return WaitingWords(interaction) + " (Esc ends it)";
     const HandState& hand = interaction.Hand;
     const std::string name = NameOf(interaction);
     if (hand.Stamp)
@@ -146,6 +158,11 @@ std::string ToolWords(const MapInteraction& interaction, const MapView& view,
 
 std::string SavedWords(const std::string& path, const LocalTime& now) {
     return AfterLastSlash(path) + " saved at " + HoursMinutes(now);
+}
+
+std::string ExportedWords(const std::string& path) {
+    const bool folder = path.ends_with('/') || path.ends_with('\\');
+    return AfterLastSlash(folder ? path.substr(0, path.size() - 1) : path) + " written";
 }
 
 std::string HitWords(size_t hits) {

@@ -20,12 +20,15 @@ std::string PostWords(const MapView& view, const Terrain& terrain,
 
 // The tool in hand and what it gives: "Brush 3: tile 17 HRIVER05", "Fill: no tile
 // chosen", "Brush 1: raise by 100 ft"; also that the heights are left alone while they
-// are what is shown.
+// are what is shown. While a corner is waited for, which one: "Export:
+// click a corner (Esc ends it)".
 std::string ToolWords(const MapInteraction& interaction, const MapView& view,
                       const TileLookup& lookup);
 
 // "theater.L2 saved at 14:05", of a file's path.
 std::string SavedWords(const std::string& path, const LocalTime& now);
+// "coast.exp written", of a file's or a folder's path.
+std::string ExportedWords(const std::string& path);
 // "1 hit", "37 hits".
 std::string HitWords(size_t hits);
 

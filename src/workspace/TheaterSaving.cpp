@@ -5,6 +5,7 @@
 #include "levels/TerrainStore.h"
 #include "platform/SavedOrKept.h"
 #include "program/MissingSegments.h"
+#include "texts/Cutting.h"
 #include "texts/RuntimeError.h"
 
 namespace vardenix {
@@ -161,6 +162,23 @@ std::optional<ElevationLayer> cmdLoadL0Elv(const SavingParts& parts) {
         if (!MayLoseElevations(parts))
             return {};
         return LoadAndShow(parts, kind, from.Path);
+    });
+}
+
+std::optional<ElevationLayer> TakeElevationFile(const SavingParts& parts,
+                                                const std::string& path) {
+    return Trapped(parts.Dialogs, [&]() -> std::optional<ElevationLayer> {
+        const std::string name = UpperCase(path);
+        const ElevationKind kind = name.ends_with(".L0")    ? ElevationKind::L0
+                                   : name.ends_with(".ELV") ? ElevationKind::Elv
+                                                            : ElevationKind::None;
+        if (kind == ElevationKind::None) {
+            TellNoExtension(parts.Dialogs);
+            return {};
+        }
+        if (!MayLoseElevations(parts))
+            return {};
+        return LoadAndShow(parts, kind, path);
     });
 }
 

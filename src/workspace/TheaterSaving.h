@@ -50,6 +50,10 @@ std::optional<std::string> CmdSaveTheater(const SavingParts& parts, bool as);
 // What was loaded before, when another file is loaded; its kind is None at the first.
 std::optional<ElevationLayer> cmdLoadL0Elv(const SavingParts& parts);
 
+// As cmdLoadL0Elv, of a file that is named already; its name tells what it is.
+std::optional<ElevationLayer> TakeElevationFile(const SavingParts& parts,
+                                                const std::string& path);
+
 // The same of a file that is known already, without a question.
 std::optional<ElevationLayer> LoadL0ElvFile(const SavingParts& parts, ElevationKind kind,
                                             const std::string& path);

@@ -1,9 +1,11 @@
 // Leaving for another theater, and what is remembered of those that were opened.
 #include "app/OpenedWorkspace.h"
 #include "program/DeskFile.h"
+#include "workspace/windows/FrmVXMain.h"
 
 #include <QAction>
 #include <QMenu>
+#include <QScreen>
 
 #include <filesystem>
 
@@ -89,6 +91,57 @@ TEST_F(DeskTest, AFileThatCannotBeWrittenCostsNothingButTheMemory) {
     EXPECT_TRUE(Recent().empty());
     Choose("mnuOpenTheater");
     EXPECT_EQ(ends_, 1);
+}
+
+// On a desk with a much larger screen they stood far out.
+TEST_F(DeskTest, EveryWindowComesBackWhereItCanBeSeen) {
+    Configuration& settings = state_.Configuration;
+    for (WindowPosition* place :
+         {&settings.MainControlWinPos, &settings.MainWinPos, &settings.ThPrevWinPos,
+          &settings.PalWinPos, &settings.FeatWinPos, &settings.SearchResWinPos})
+        *place = {.Top = 60000, .Left = 90000}; // twips: 4000 and 6000 pixels
+    settings.PalWinSizeW = settings.PalWinSizeH = 60000;
+    settings.PalWinVis = settings.FeatWinVis = settings.SearchResWinVis = true;
+    Open();
+    const QRect room = workspace_->Panel().screen()->availableGeometry();
+    const auto expectSeen = [&room](const char* name) {
+        const QWidget& window = Window(name);
+        EXPECT_TRUE(window.isVisible()) << name;
+        EXPECT_TRUE(room.contains(window.pos())) << name;
+        EXPECT_LE(window.x() + std::min(window.width(), room.width()), room.right() + 1)
+            << name;
+        EXPECT_LE(window.y() + std::min(window.height(), room.height()),
+                  room.bottom() + 1)
+            << name;
+    };
+    for (const char* name : {"FrmVXMain", "FrmVXMap", "FrmVXTheaterPreview",
+                             "FrmVXTilePal", "FrmVXFeatures", "frmVXSearchResults"})
+        expectSeen(name);
+    workspace_->SetOneWindow(true);
+    expectSeen("FrmVXDesk");
+    workspace_->SetOneWindow(false);
+    for (const char* name : {"FrmVXMain", "FrmVXMap", "FrmVXTilePal"})
+        expectSeen(name);
+}
+
+TEST_F(DeskTest, SearchResultsComeUpBesideTheFeatures) {
+    state_.Configuration.FeatWinVis = state_.Configuration.SearchResWinVis = true;
+    Open();
+    const QRect features = Window("FrmVXFeatures").frameGeometry();
+    const QRect results = Window("frmVXSearchResults").frameGeometry();
+    EXPECT_NE(features.topLeft(), results.topLeft());
+}
+
+TEST_F(DeskTest, WindowsOfAFirstStartPartSideBySide) {
+    std::filesystem::remove(folder_.File("Desk.ini"));
+    state_.Configuration.MainWinVis = state_.Configuration.ThPrevWinVis = false;
+    Open();
+    ASSERT_TRUE(workspace_->IsOneWindow());
+    workspace_->SetOneWindow(false);
+    const QRect panel = workspace_->Panel().frameGeometry();
+    EXPECT_GT(Window("FrmVXMap").x(), panel.x() + 200);
+    EXPECT_NE(Window("FrmVXTilePal").pos(), panel.topLeft());
+    EXPECT_NE(Window("FrmVXTheaterPreview").pos(), panel.topLeft());
 }
 
 } // namespace

@@ -96,6 +96,50 @@ TEST_F(HistoryTest, IsADockInTheOneWindow) {
     workspace_->SetOneWindow(false);
 }
 
+TEST_F(HistoryTest, ComesUpWithTheTheaterWhereItWasOpenLast) {
+    Open();
+    Choose("mnuWinHistory");
+    Open();
+    EXPECT_TRUE(Window("FrmVXHistory").isVisible());
+    Window("FrmVXHistory").close();
+    Open();
+    EXPECT_FALSE(subsystems_->History.Shown());
+}
+
+TEST_F(HistoryTest, EarlierSavesStandAboveTheChangesAndCanBeBroughtBack) {
+    state_.Terrain.LFilename = folder_.File("theater.L2");
+    state_.Terrain.OFilename = folder_.File("theater.O2");
+    state_.Folders.SavesFolder = folder_.File("saves");
+    Open();
+    const auto save = [this] {
+        workspace_->L2NeedSave();
+        Click("CmdSaveTheater");
+    };
+    save();
+    subsystems_->Recovery.OfferSoon();
+    Change(1, 7, "Set 1 post");
+    Choose("mnuWinHistory");
+    EXPECT_EQ(List().model()->rowCount(), 2);
+    save();
+    ASSERT_EQ(List().model()->rowCount(), 3);
+    EXPECT_EQ(Row(0).substr(0, 20), "Level 2 as saved on ");
+    EXPECT_EQ(Row(0).substr(Row(0).find('|')), "|L2|L2|");
+    EXPECT_EQ(Row(2), "Set 1 post|L2|L2|");
+    EXPECT_EQ(List().currentIndex().row(), 2);
+    ClickRow(0); // once is not enough
+    EXPECT_EQ(Tile(1), 7);
+    const QRect place = List().visualRect(List().model()->index(0, 1));
+    QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, place.center());
+    EXPECT_EQ(Tile(1), 0);
+    EXPECT_TRUE(state_.Changes.Unsaved(Paper::Level2));
+    ASSERT_EQ(List().model()->rowCount(), 4);
+    EXPECT_EQ(Row(3).substr(0, 20), "Level 2 as saved at ");
+    Choose("mnuUndo");
+    EXPECT_EQ(Tile(1), 7);
+    ClickRow(1);
+    EXPECT_EQ(Tile(1), 0);
+}
+
 // Two files of heights: an edit of the first, the second, an edit of that.
 TEST_F(HistoryTest, OtherHeightsHaveAWayBack) {
     const std::string size(128 * 128 * 2, '\1');

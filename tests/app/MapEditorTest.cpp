@@ -2,6 +2,7 @@
 #include "app/OpenedWorkspace.h"
 #include "mapeditor/windows/PaletteGrid.h"
 
+#include <QLabel>
 #include <QMenu>
 
 namespace vardenix {
@@ -50,6 +51,24 @@ TEST_F(MapEditorTest, ColoursAreSeenOnTheMapBeforeTheyAreSaved) {
         const int old = before.pixelColor(x, 300).green();
         EXPECT_NEAR(after.pixelColor(x, 300).green(), old + 127, 1) << x;
     }
+}
+
+TEST_F(MapEditorTest, APartOfTheMapHasTheColoursBesideThem) {
+    OpenWithEditor();
+    Click("cmdOpenMap");
+    const auto part = [] {
+        return Find<QLabel>(Editor(), "picMap").pixmap(Qt::ReturnByValue).toImage();
+    };
+    const QImage before = part();
+    ASSERT_EQ(before.size(), QSize(256, 192));
+    GiveColor(0, 0, 0xFFFFFF); // of every post
+    const QImage after = part();
+    for (const int x : {5, 130, 250})
+        EXPECT_NEAR(after.pixelColor(x, 100).green(),
+                    before.pixelColor(x, 100).green() + 127, 1)
+            << x;
+    Window("FrmVXMain").findChild<QAction*>("mnuUndo")->trigger();
+    EXPECT_EQ(part(), before);
 }
 
 TEST_F(MapEditorTest, TheMapsMenuLeadsToThePostsColour) {

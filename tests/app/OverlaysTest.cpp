@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QTreeView>
+#include <QTreeWidget>
 
 namespace vardenix {
 namespace {
@@ -127,13 +128,37 @@ TEST_F(OverlaysTest, FeaturesShowOnTheMap) {
     ASSERT_TRUE(Shown("FrmVXFeatures"));
     QWidget& window = Window("FrmVXFeatures");
     Find<QCheckBox>(window, "CheckRoads").click();
-    EXPECT_EQ(Painted(), before); // the switch of all is off
-    Find<QCheckBox>(window, "Check").click();
     // Along the middle of the row of posts at Y 2.
     EXPECT_EQ(PixelOf(320, 640 - 2 * 128 - 64), QColor(255, 0, 0));
     EXPECT_EQ(PixelOf(320, 576), before.pixelColor(320, 576)); // rivers stay hidden
     Find<QCheckBox>(window, "Check").click();
     EXPECT_EQ(Painted(), before);
+}
+
+TEST_F(OverlaysTest, RememberedFeaturesAreOnTheMapWhenTheTheaterOpens) {
+    const std::string game = folder_.Path() + "/game";
+    state_.Terrain.LFilename = game + "/terrain/theater.L2";
+    state_.Catalogue.BinPath = game + "/texture/texture.bin";
+    state_.MAPFile = game + "/terrain/theater.map";
+    state_.Catalogue.DDSFolder = game + "/texture/texture/";
+    Open();
+    subsystems_->Features.Load({folder_.Write("f.tdf", "ROAD 2 0,2 4,2 0\n")});
+    QWidget& window = Window("FrmVXFeatures");
+    Find<QCheckBox>(window, "chkAgain").click();
+    Find<QCheckBox>(window, "CheckRoads").click();
+    const std::string kept = tests::Slurp(folder_.File("Desk.ini"));
+    EXPECT_NE(kept.find("SHOWN=ROAD"), std::string::npos) << kept;
+
+    // Another run of the program.
+    state_.Features = {};
+    state_.ShownFeatures = {};
+    Open();
+    EXPECT_EQ(state_.Features.Roads.size(), 2U);
+    EXPECT_TRUE(state_.ShownFeatures.ShowFeatures);
+    EXPECT_TRUE(Find<QCheckBox>(Window("FrmVXFeatures"), "chkAgain").isChecked());
+    Find<QCheckBox>(Window("FrmVXFeatures"), "chkAgain").click();
+    EXPECT_EQ(tests::Slurp(folder_.File("Desk.ini")).find("FEATURES1"),
+              std::string::npos);
 }
 
 TEST_F(OverlaysTest, TheFeaturesWindowAndItsBoxGoTogether) {
@@ -224,6 +249,59 @@ TEST_F(OverlaysTest, AHitComesToTheLowerLeftOfTheView) {
     QTest::keyClick(&list, Qt::Key_Return);
     EXPECT_EQ(workspace_->View().MapLeftX, 10);
     EXPECT_EQ(workspace_->View().MapBottomY, 20);
+}
+
+TEST_F(OverlaysTest, TheTileOfTheRightClickIsFoundAndReplaced) {
+    Open();
+    const QImage before = Painted();
+    workspace_->Interaction().PopupSerial = 2; // of the column of tile 1
+    state_.Catalogue.Lookup[0].Terrain = state_.Catalogue.Lookup[1].Terrain = 4;
+    const auto choose = [](const char* entry) {
+        Window("FrmVXMap").findChild<QAction*>(entry)->trigger();
+    };
+    workspace_->CommandsChanged();
+    choose("mnuFindTile");
+    ASSERT_TRUE(Shown("frmVXSearchResults"));
+    EXPECT_EQ(state_.Search.Results.size(), size_t{Posts} + 1);
+    EXPECT_EQ(state_.Search.Results[1], 2);
+
+    choose("mnuReplaceTile");
+    ASSERT_TRUE(Shown("FrmVXReplace"));
+    QWidget& replace = Window("FrmVXReplace");
+    EXPECT_EQ(Find<QLineEdit>(replace, "txtOld").text(), "1");
+    workspace_->Interaction().SelectedTile = 0; // in the palette
+    workspace_->SelectionChanged();
+    EXPECT_EQ(Find<QLineEdit>(replace, "txtNew").text(), "0");
+    EXPECT_EQ(Find<QLabel>(replace, "lblCount").text(), "32 posts give way");
+    state_.Preview.Pixels.assign(state_.Preview.Pixels.size(), 0x123456);
+    Find<QAbstractButton>(replace, "cmdReplace").click();
+    EXPECT_EQ(Find<QLabel>(replace, "lblCount").text(), "32 posts changed");
+    EXPECT_EQ(Tile(1, 5), 0);
+    EXPECT_NE(Painted(), before);
+    EXPECT_NE(state_.Preview.Pixels.back(), 0x123456U); // made anew
+    EXPECT_TRUE(Title().starts_with("*"));
+    ASSERT_EQ(state_.Changes.Count(), 1U);
+    Choose("mnuUndo");
+    EXPECT_EQ(Tile(1, 5), 1);
+    WorkspaceCommands& commands = *workspace_;
+    commands.HideWorkspace();
+    EXPECT_FALSE(Shown("FrmVXReplace"));
+}
+
+TEST_F(OverlaysTest, ARowOfTheStatisticsIsFound) {
+    state_.Catalogue.Lookup[0].Terrain = state_.Catalogue.Lookup[1].Terrain = 4;
+    Open();
+    Choose("mnuThStats");
+    ASSERT_TRUE(Shown("FrmVXStatistics"));
+    auto& rows = Find<QTreeWidget>(Window("FrmVXStatistics"), "lstRows");
+    const QTreeWidgetItem* tiles = rows.topLevelItem(3);
+    ASSERT_EQ(tiles->childCount(), 2);
+    emit rows.itemClicked(tiles->child(1), 0);
+    ASSERT_TRUE(Shown("frmVXSearchResults"));
+    EXPECT_EQ(state_.Search.Results.size(), size_t{Posts} + 1);
+    WorkspaceCommands& commands = *workspace_;
+    commands.HideWorkspace();
+    EXPECT_FALSE(Shown("FrmVXStatistics"));
 }
 
 TEST_F(OverlaysTest, TheMenuMakesTheDerivedFiles) {

@@ -74,6 +74,8 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
                                         "Segments|Ctrl+5",
                                         "Night colors|Ctrl+6",
                                         "MAP color|Ctrl+7",
+                                        "Relief|Ctrl+8",
+                                        "Contour lines|Ctrl+9",
                                         "-",
                                         "Main window|F5",
                                         "Theater preview|F6",
@@ -88,18 +90,20 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
                                         "Zoom out",
                                         "Whole map",
                                         "Control panel",
+                                        "Colors",
                                         "Bring all to front"}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuTools")),
               (std::vector<std::string>{
                   "Make MEA File", "Make THR File", "Make tc File", "Make tm File", "-",
-                  "Search Tiles...", "Rebuild Entire Theater...", "Theater Statistics...",
-                  "-", "Save Map Screenshot..."}));
+                  "Search Tiles...", "Replace Tiles...", "Rebuild Entire Theater...",
+                  "Theater Statistics...", "-", "Save Map Screenshot..."}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuHelp")),
               (std::vector<std::string>{"Online Help", "Manual", "About..."}));
     EXPECT_EQ(Texts(Map().Popup()),
               (std::vector<std::string>{
                   "Tile Properties...", "Locate in BIN Editor",
-                  "Locate Color in MAP Editor", "Select connected posts of this tile",
+                  "Locate Color in MAP Editor", "Find this Tile", "Replace this Tile...",
+                  "Select connected posts of this tile",
                   "Select connected posts of this kind", "Eraser leaves this tile"}));
 }
 
@@ -144,7 +148,6 @@ TEST_F(PanelTest, WhatCannotBeDoneYetIsDisabled) {
          {"CmdSaveTheater", "cmdUndo", "cmdRedo", "chkL0ELV", "cmdOpenMap"})
         EXPECT_FALSE(Enabled(name)) << name;
     EXPECT_FALSE(Entry("mnumkTHR").isEnabled());
-    EXPECT_FALSE(Entry("mnuThStats").isEnabled());
     for (const char* name : {"cmdOpenBIN", "CmdImport", "Command3", "chkShowResults"})
         EXPECT_TRUE(Enabled(name)) << name;
     workspace_->L2NeedSave();

@@ -116,6 +116,52 @@ TEST_F(SaveAllTest, ALevelTwoThatWasRestoredIsSaved) {
     EXPECT_FALSE(state_.Changes.AnyUnsaved());
 }
 
+// The work goes on upon the file that was opened.
+TEST_F(SaveAllTest, ASaveUnderAnotherNameIsNoneOfTheTheater) {
+    OpenAll();
+    Click("CmdSaveTheater");
+    PaintLowerLeft(16);
+    platform_.Dialogs.ExpectSave("", folder_.File("COPY.L2"), 1);
+    Window("FrmVXMain").findChild<QAction*>("mnuSaveAs")->trigger();
+    EXPECT_EQ(tests::ReadPair(folder_.File("COPY.L2"), folder_.File("COPY.O2"))
+                  .Posts.front()
+                  .Tile,
+              16);
+    EXPECT_FALSE(Window("FrmVXMain").windowTitle().startsWith('*'));
+    EXPECT_TRUE(state_.Changes.Unsaved(Paper::Level2));
+    EXPECT_TRUE(state_.Changes.SavedAt(0).empty());
+    std::string asked;
+    platform_.Dialogs.ExpectAnyBox("Attention", BoxAnswer::No, &asked);
+    Window("FrmVXMain").close();
+    EXPECT_EQ(ends_, 0);
+    EXPECT_TRUE(asked.starts_with("The posts were saved under another name only"))
+        << asked;
+    SaveAllEntry().trigger();
+    EXPECT_EQ(tests::ReadPair(state_.Terrain.LFilename, state_.Terrain.OFilename)
+                  .Posts.front()
+                  .Tile,
+              16);
+    EXPECT_FALSE(state_.Changes.AnyUnsaved());
+}
+
+TEST_F(SaveAllTest, HeightsUnderAnotherNameAreNoneOfTheLoadedFile) {
+    OpenAll();
+    workspace_->EditL0Elv(true);
+    {
+        const Recording made(state_.Changes, {Paper::Heights}, "Change 1 height");
+        state_.Terrain.Elevations.At(3, 1) = 0x0203;
+    }
+    workspace_->L0NeedSave();
+    platform_.Dialogs.ExpectSave("", folder_.File("copy.elv"), 2);
+    Window("FrmVXMain").findChild<QAction*>("mnuSaveAs")->trigger();
+    EXPECT_FALSE(state_.Flags.L0ELV);
+    EXPECT_TRUE(state_.Changes.Unsaved(Paper::Heights));
+    SaveAllEntry().trigger();
+    EXPECT_EQ(int{static_cast<unsigned char>(ReadWholeFile(elv_, 1 << 20).data()[5])},
+              0x02);
+    EXPECT_FALSE(state_.Changes.AnyUnsaved());
+}
+
 TEST_F(SaveAllTest, ThePapersOfTheTheaterAreSavedTogetherOrNotAtAll) {
     OpenAll();
     ChangeAll();

@@ -174,6 +174,20 @@ TEST_F(BinCommandsTest, ANameThatIsCutIsAskedAboutBeforeAnythingIsWritten) {
     EXPECT_TRUE(cmdAppendSet(Parts(), {2, 0}, 9, {{Chosen("Habcdefghijklmno.dds")}}));
 }
 
+TEST_F(BinCommandsTest, TwoThatWouldBecomeOneTileOfTheCatalogueAreRefused) {
+    // The catalogue keeps an "H" and nineteen letters.
+    const std::string one = Chosen("abcdefghijklmnopqrst1.dds");
+    const std::string other = Chosen("abcdefghijklmnopqrst2.dds");
+    dialogs_.ExpectBox(
+        {},
+        "Bad file name or number\nabcdefghijklmnopqrst1.dds and "
+        "abcdefghijklmnopqrst2.dds would both become the tile HABCDEFGHIJKLMNOPQRS, "
+        "since the catalogue keeps 20 letters of a name; rename one of them",
+        BoxAnswer::Ok);
+    EXPECT_FALSE(cmdAppendSet(Parts(), {2, 0}, 9, {{one, other}}));
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.File("dds")));
+}
+
 TEST_F(BinCommandsTest, BehindTheLastSetNothingIsAskedAndNoNumberChanges) {
     settings_.AutoL2 = false;
     settings_.DefInsertAfter = true;

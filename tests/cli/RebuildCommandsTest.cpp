@@ -68,12 +68,29 @@ TEST_F(RebuildCommands, AnElevationFileThatIsShortIsTakenWhenTold) {
     EXPECT_NE(world_.Files(), old);
 }
 
-TEST_F(RebuildCommands, RebuildsKnowWhatIsToBeOverwritten) {
-    EXPECT_EQ(Run({"rebuild", "--overwrite"}).ExitCode, 0);
+TEST_F(RebuildCommands, WhatAnotherProgramChangedIsReplacedOnlyWhenTold) {
     const std::string master =
         world_.Folder.Write("master.elv", std::string(512 * 512 * 2, '\2'));
-    EXPECT_EQ(
-        Run({"rebuild-elevation", master, "--method", "max", "--overwrite"}).ExitCode, 0);
+    // Somebody changes a level while its new file is begun.
+    const std::string level = world_.Folder.File("terrain/theater.L1");
+    const FaultShimLink shim(FAULT_SHIM);
+    std::vector<std::string> environment = shim.Environment("touch", 1);
+    environment.push_back("FAULT_FILE=" + level + "x");
+    environment.push_back("FAULT_TOUCHED=" + level);
+    const std::vector<std::vector<std::string>> commands{
+        {"rebuild"}, {"rebuild-elevation", master, "--method", "max"}};
+    for (std::vector<std::string> command : commands) {
+        const auto old = world_.Files();
+        const ProgramResult refused = RunProgram(Command(command), environment);
+        EXPECT_EQ(refused.ExitCode, 3) << command.front();
+        EXPECT_NE(refused.Errors.find("With --overwrite it is written all the same."),
+                  std::string::npos)
+            << refused.Errors;
+        EXPECT_EQ(world_.Files(), old) << command.front();
+        command.emplace_back("--overwrite");
+        const ProgramResult done = RunProgram(Command(command), environment);
+        EXPECT_EQ(done.ExitCode, 0) << done.Errors;
+    }
 }
 
 TEST_F(RebuildCommands, AnIntakeThatIsHalfDoneIsFinishedBeforeFarTilesAreMade) {

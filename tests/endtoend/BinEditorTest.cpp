@@ -50,6 +50,9 @@ protected:
     // By the context menu of a post.
     void OpenEditor() {
         Start();
+        OpenEditorFromMap();
+    }
+    void OpenEditorFromMap() {
         start_ = MapPicture();
         desktop_.ClickIn(Map, Side / 2, Strip + Side / 2, 3);
         ASSERT_TRUE(Await([this](const Picture& now) { return now != start_; }));
@@ -77,6 +80,8 @@ protected:
     bool IsUp(const std::string& title) {
         return WaitFor([&] { return desktop_.Active(title); });
     }
+    // Beside the window of the same title.
+    bool BoxIsUp(const std::string& title) const { return desktop_.Windows(title) == 2; }
     // In the list of sets, counted from 0.
     void ChooseSet(int set) {
         editor_->PressIn("ListView1", 20, 40);
@@ -234,6 +239,73 @@ TEST_F(BinEditorEndToEnd, AnAppendedAndMovedSetLeavesTheLandscapeAsItWas) {
     ASSERT_TRUE(IsUp(Map));
     EXPECT_TRUE(Await([this](const Picture& now) { return now == start_; }));
     Leave(); // without a question
+}
+
+// Level 2 has its old numbers again then.
+TEST_F(BinEditorEndToEnd, ARebuildThatReadsLevelTwoAnewIsNoReasonToCallItRight) {
+    constexpr const char* rebuild = "^Rebuild Theater$";
+    ASSERT_NO_FATAL_FAILURE(OpenEditor());
+    ChooseSet(4);
+    editor_->Press("cmdDeleteSet");
+    ASSERT_TRUE(IsDone());
+    desktop_.Key("alt+v");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible("^\\*sorrelund$"); }));
+    desktop_.Activate(Panel);
+    ASSERT_TRUE(IsUp(Panel));
+    desktop_.Keys({"alt+o", "b"});
+    ASSERT_TRUE(IsUp(rebuild));
+    const ControlsOnDesktop window(desktop_, folder_.File("desktop"),
+                                   "FrmVXRebiuldTheater", rebuild);
+    window.Press("cmdBrowse");
+    ASSERT_NO_FATAL_FAILURE(Answer("^Open$", Folder(theater_) + "terrain/theater.L0"));
+    ASSERT_TRUE(IsUp(rebuild));
+    window.Press("cmdStartElv");
+    ASSERT_TRUE(WaitFor([&] { return BoxIsUp(rebuild); }));
+    desktop_.Key("alt+n"); // not to be saved first
+    ASSERT_TRUE(WaitFor([&] { return !BoxIsUp(rebuild); }));
+    ASSERT_TRUE(WaitFor([&] { return BoxIsUp(rebuild); })); // what it has done
+    desktop_.Key("Return");
+    ASSERT_TRUE(WaitFor([&] { return !BoxIsUp(rebuild); }));
+    window.Press("cmdExit");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible("^sorrelund$"); }));
+    // Together they are no theater, and nothing writes them without a question.
+    const std::string bin = Slurp(Folder(theater_) + "texture/Texture.bin");
+    desktop_.Activate(Map);
+    ASSERT_TRUE(IsUp(Map));
+    desktop_.Key("ctrl+alt+s");
+    ASSERT_TRUE(IsUp("^Confirm$"));
+    desktop_.Key("alt+n");
+    ASSERT_TRUE(IsUp(Map));
+    EXPECT_TRUE(Slurp(Folder(theater_) + "texture/Texture.bin") == bin);
+    program_.KillAfter(0);
+}
+
+// What is missing would be sea for good.
+TEST_F(BinEditorEndToEnd, SaveBothAsksBeforeItWritesAGapOfACutFile) {
+    const std::string file = Folder(theater_) + "terrain/theater.L2";
+    fs::resize_file(file, fs::file_size(file) / 2);
+    const std::string cut = Slurp(file);
+    program_ = desktop_.StartEditor(folder_.File("program/vardenix"));
+    ASSERT_TRUE(IsUp(StartUp));
+    desktop_.Key("Return");
+    ASSERT_TRUE(IsUp("^Warning\\.\\.\\.$"));
+    desktop_.Key("Return");
+    ASSERT_TRUE(IsUp(Map));
+    ASSERT_TRUE(Await([](const Picture& map) { return map.At(1, 1) != 0; }));
+    ASSERT_NO_FATAL_FAILURE(OpenEditorFromMap());
+    ChooseSet(4);
+    editor_->Press("cmdDeleteSet");
+    ASSERT_TRUE(IsDone());
+    desktop_.Key("ctrl+shift+s");
+    ASSERT_TRUE(IsUp("^Confirm$"));
+    desktop_.Key("alt+n");
+    ASSERT_TRUE(IsUp(Unsaved));
+    EXPECT_TRUE(Slurp(file) == cut);
+    desktop_.Key("ctrl+shift+s");
+    ASSERT_NO_FATAL_FAILURE(SayYes("^Confirm$"));
+    ASSERT_TRUE(IsUp(Saved));
+    EXPECT_FALSE(Slurp(file) == cut);
+    program_.KillAfter(0);
 }
 
 // Fields of a record as ReadCatalogue tells them.

@@ -195,6 +195,11 @@ std::string Desktop::WindowId(const std::string& title) const {
 
 bool Desktop::Visible(const std::string& title) const { return !WindowId(title).empty(); }
 
+int Desktop::Windows(const std::string& title) const {
+    const std::string ids = Run({"xdotool", "search", "--onlyvisible", "--name", title});
+    return static_cast<int>(std::ranges::count(ids, '\n'));
+}
+
 bool Desktop::Active(const std::string& title) const {
     const std::string id = WindowId(title);
     return !id.empty() && Run({"xdotool", "getactivewindow"}) == id + "\n";

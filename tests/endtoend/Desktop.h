@@ -81,6 +81,8 @@ public:
     // Whether a window whose title matches the expression is up and has the keyboard.
     bool Active(const std::string& title) const;
     bool Visible(const std::string& title) const;
+    // How many such windows are up.
+    int Windows(const std::string& title) const;
     // Brings a window up and gives it the keyboard.
     void Activate(const std::string& title) const;
     // Where a window stands, without its frame; and moves it.

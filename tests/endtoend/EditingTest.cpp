@@ -1,5 +1,6 @@
 // A theater is edited with mouse and keys, saved, and read back from the disk by code of
 // the tests' own.
+#include "endtoend/ControlsOnDesktop.h"
 #include "endtoend/EditingOnDesktop.h"
 
 #include <csignal>
@@ -165,24 +166,80 @@ TEST_F(EditingEndToEnd, AStrokeKeepsItsCornersWhileTheProgramIsBusy) {
     Leave();
 }
 
-TEST_F(EditingEndToEnd, LoadsAL0FileEditsAHeightAndSavesIt) {
+// A step back over a change in bulk paints the preview anew, which takes a while.
+TEST_F(EditingEndToEnd, AKeyThatComesDuringARepaintIsHeardAfterIt) {
+    const MadeLevel before = Level2();
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
+    const ControlsOnDesktop panel(desktop_, folder_.File("desktop"), "FrmVXMain", Panel);
+    const Picture untouched = MapPicture();
+    panel.Press("Command3");
+    ClickPost(1, 2, 1);
+    ASSERT_TRUE(Await([&](const Picture& map) { return map != untouched; }));
+    panel.Press("Command4");
+    ASSERT_TRUE(Await([&](const Picture& map) { return map == untouched; }));
+    desktop_.Activate(Map);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+    program_.Signal(SIGSTOP);
+    desktop_.Keys({"ctrl+z", "ctrl+s"});
+    program_.Signal(SIGCONT);
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
+    EXPECT_EQ(Differences(before, Level2()).size(), 1U);
+    Leave();
+}
+
+class HeightsEndToEnd : public EditingOnDesktop {
+protected:
+    void EnterHeightsMode() {
+        const Picture withoutFile = desktop_.Look(Panel);
+        desktop_.Key("ctrl+l");
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active("^Open$"); }));
+        desktop_.Type(Terrain("theater.L0"));
+        desktop_.Key("Return");
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+        // The bar has come and gone, and the box of the mode can be used.
+        Picture last;
+        ASSERT_TRUE(WaitFor([&] {
+            const Picture former = std::exchange(last, desktop_.Look(Panel));
+            return last == former && last != withoutFile;
+        }));
+        desktop_.Key("F2");
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(" - L0/ELV MODE$"); }));
+    }
+    // The line under the map's picture.
+    Picture Words() const {
+        const Picture window = desktop_.Look(Map);
+        const int top = window.Height - 26;
+        return window.Part({0, top, window.Width, window.Height - top});
+    }
+};
+
+// While the tool leaves heights alone a click is for the posts, and the line under the
+// map says so.
+TEST_F(HeightsEndToEnd, ATileIsPaintedOnLevelTwoAndThatIsSaid) {
+    const MadeLevel before = Level2();
+    const std::string level0 = Slurp(Terrain("theater.L0"));
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
+    const Picture ofTile = Words();
+    ASSERT_NO_FATAL_FAILURE(EnterHeightsMode());
+    EXPECT_TRUE(WaitFor([&] { return Words() != ofTile; }));
+    ClickPost(1, 2, 1);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+    desktop_.Key("F2");
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(" - L0/ELV MODE$"); }));
+    ASSERT_NO_FATAL_FAILURE(Save());
+    EXPECT_EQ(Differences(before, Level2()),
+              std::vector<size_t>{SerialOf(ViewX + 1, ViewY + 2, Posts)});
+    EXPECT_TRUE(Slurp(Terrain("theater.L0")) == level0);
+    Leave();
+}
+
+TEST_F(HeightsEndToEnd, LoadsAL0FileEditsAHeightAndSavesIt) {
     const MadeLevel before = Level0();
     const std::string level2 = Slurp(Terrain("theater.L2"));
     Start();
-    const Picture withoutFile = desktop_.Look(Panel);
-    desktop_.Key("ctrl+l");
-    ASSERT_TRUE(WaitFor([&] { return desktop_.Active("^Open$"); }));
-    desktop_.Type(Terrain("theater.L0"));
-    desktop_.Key("Return");
-    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
-    // The bar has come and gone, and the box of the mode can be used.
-    Picture last;
-    ASSERT_TRUE(WaitFor([&] {
-        const Picture former = std::exchange(last, desktop_.Look(Panel));
-        return last == former && last != withoutFile;
-    }));
-    desktop_.Key("F2");
-    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(" - L0/ELV MODE$"); }));
+    ASSERT_NO_FATAL_FAILURE(EnterHeightsMode());
     // The middle of a post: the third quarter from the left, its third from below.
     ASSERT_NO_FATAL_FAILURE(OpenDetails(2, 3, false));
     ASSERT_NO_FATAL_FAILURE(TypeElevation("4321"));

@@ -116,11 +116,7 @@ TEST_F(RecoveryEndToEnd, AtMostTheLastTwoSecondsAreLostByAKill) {
         ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Box); }));
         desktop_.Activate(Map);
         ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
-        // A key that comes while all that was restored is painted is nobody's.
-        ASSERT_TRUE(WaitFor([&] {
-            desktop_.Key("ctrl+s");
-            return !desktop_.Visible(Star);
-        }));
+        ASSERT_NO_FATAL_FAILURE(Save());
         std::vector<size_t> restored = Differences(before, Level2());
         size_t agrees = states.size();
         for (size_t i = 0; i < states.size(); ++i) {
@@ -143,6 +139,32 @@ TEST_F(RecoveryEndToEnd, AtMostTheLastTwoSecondsAreLostByAKill) {
         ResetTheater();
     }
     std::printf("all was restored after %d of %d kills\n", whole, Rounds());
+}
+
+// The editor works on upon the theater that was opened.
+TEST_F(RecoveryEndToEnd, ASaveElsewhereIsNoSaveOfTheTheater) {
+    const MadeLevel before = Level2();
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
+    ClickPost(1, 2, 1);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+    desktop_.Key("ctrl+shift+s");
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active("^Save As$"); }));
+    desktop_.Type(folder_.File("COPY.L2"));
+    desktop_.Key("Return");
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
+    const MadeLevel copied = ReadPair(folder_.File("COPY.L2"), folder_.File("COPY.O2"));
+    EXPECT_EQ(Differences(before, copied).size(), 1U);
+    program_.KillAfter(0);
+    ASSERT_NO_FATAL_FAILURE(StartAfterKill());
+    desktop_.Key("Return"); // is a Yes
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(Star); }));
+    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Box); }));
+    desktop_.Activate(Map);
+    ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
+    ASSERT_NO_FATAL_FAILURE(Save());
+    EXPECT_TRUE(Differences(copied, Level2()).empty());
+    Leave();
 }
 
 TEST_F(RecoveryEndToEnd, ALogoutLosesNothing) {

@@ -22,7 +22,7 @@ inline constexpr int Cell = 128;      // pixels of a post on a first start
 inline constexpr int Side = 5 * Cell; // of the picture
 inline constexpr int Strip = 30;      // of tools, above the picture
 inline constexpr int Posts = 128;     // of the sample theater, a side
-inline constexpr unsigned Background = 0xF0F0F0;
+inline constexpr unsigned Background = 0x404040;
 
 // The program in a folder of its own, on a desktop of its own, with the sample theater.
 class WorkspaceOnDesktop : public testing::Test {

@@ -60,7 +60,7 @@ TEST_F(Map, PaintsRowsFromTheBottomAndColumnsFromTheLeft) {
     world_.SetTile(1, 2, 5);
     world_.SetTile(2, 2, 31);
     EXPECT_THAT(Paint(),
-                ElementsAre("clear F0F0F0", "clear PicShow", "tile D3 0,128 128x128",
+                ElementsAre("clear 404040", "clear PicShow", "tile D3 0,128 128x128",
                             "tile D4 128,128 128x128", "tile D5 0,0 128x128",
                             "tile D31 128,0 128x128", "viewport 0,0 zoom 1", "copy"));
     EXPECT_TRUE(finished_);
@@ -194,7 +194,7 @@ TEST_F(Map, EscEndsTheFirstPassAfterThePost) {
     world_.View.ShowSegments = world_.View.ShowExport = world_.View.ShowGrid = true;
     screen_.OnPost = [&](int post) { world_.AbortPaint = post == 3; };
     EXPECT_THAT(Paint(),
-                ElementsAre("clear F0F0F0", "clear PicShow", "tile D0 0,128 128x128",
+                ElementsAre("clear 404040", "clear PicShow", "tile D0 0,128 128x128",
                             "tile D0 128,128 128x128", "tile D0 0,0 128x128", "copy"));
     EXPECT_FALSE(finished_);
     EXPECT_FALSE(world_.AbortPaint);
@@ -284,7 +284,7 @@ TEST_F(MapOfOnePost, LayersLieInTheirOrder) {
     Features features(story_);
     EXPECT_THAT(
         Paint(&features),
-        ElementsAre("clear F0F0F0", "clear PicShow", "tile D0 0,128 128x128",
+        ElementsAre("clear 404040", "clear PicShow", "tile D0 0,128 128x128",
                     "blend 000000 127 0,128 128x128", "brightness -15",
                     "circle 0,256 0 pen F2EA82 1 none", "line 0,256 0,256 pen E2776B 1",
                     "font Arial 10", "tile N0 0,128 128x128", "measure 0",

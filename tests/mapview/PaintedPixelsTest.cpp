@@ -62,7 +62,7 @@ protected:
     // The same view, every picture loaded anew for every post and painted cell by cell.
     std::vector<uint32_t> PaintedWithoutCache() {
         const MapView& view = world_.View;
-        Raster raster(view.SquareSide(), view.SquareSide(), 0xFFF0F0F0);
+        Raster raster(view.SquareSide(), view.SquareSide(), 0xFF404040);
         const int posts = view.GridCells * view.ZoomPosts;
         const double size = static_cast<double>(view.TilePixels) / view.ZoomPosts;
         const int side = static_cast<int>(std::ceil(size));
@@ -208,7 +208,7 @@ TEST_F(Painted, NoTileStandsInForAPictureThatCannotBeRead) {
     // Without the substitute there is nothing to paint.
     folder_.Write("H0.dds", "no picture");
     std::filesystem::remove(folder_.File("NoTile.jpg"));
-    EXPECT_EQ(Repainted(world_.Pictures).at(255 * 256), 0xFFF0F0F0);
+    EXPECT_EQ(Repainted(world_.Pictures).at(255 * 256), 0xFF404040);
 }
 
 TEST_F(Painted, ATileChangedOnTheDiskIsSeenAtTheNextRepaint) {

@@ -1,11 +1,14 @@
 #include "mapview/PreviewHeights.h"
 
+#include "mapview/Relief.h"
+#include "pictures/Blending.h"
 #include "platform/Clock.h"
 #include "platform/DebugLog.h"
 #include "support/RecordingProgress.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 namespace vardenix {
@@ -102,6 +105,29 @@ TEST_F(PreviewHeights, ThePictureOfAnotherTheaterIsLeftAlone) {
     EXPECT_FALSE(UpdateHeights(terrain_, colors_, {0, 0}, Side, Side, other.View()));
     terrain_.LxArr = PostArray(16);
     EXPECT_FALSE(Update(0, 0, Side, Side));
+}
+
+TEST_F(PreviewHeights, ReliefAndContoursAreThoseOfASlowPainter) {
+    Raster plain = WholePicture();
+    const PreviewLooks looks{.Relief = 70, .ContourStep = 900};
+    EXPECT_TRUE(
+        UpdateHeights(terrain_, colors_, {0, 0}, Side, Side, picture_.View(), looks));
+    const HeightField heights(terrain_, Layer::Posts);
+    for (int y = 1; y < Side; ++y)
+        for (int x = 0; x < Side; ++x) {
+            const auto level = [&](int across, int up) {
+                return std::floor(heights.At(x + across, y + up) / 900.0);
+            };
+            const ReliefTint tint = TintOf(ShadeAt(heights, x, y), 70);
+            const uint32_t shaded =
+                BlendPixel(plain.Row(Side - y)[x], OpaquePixel(tint.Color), tint.Alpha);
+            const bool line = level(1, 0) != level(0, 0) || level(0, 1) != level(0, 0);
+            ASSERT_EQ(picture_.Row(Side - y)[x], line ? 0xFF78461E : shaded)
+                << x << " " << y;
+        }
+    // And away again.
+    EXPECT_TRUE(UpdateHeights(terrain_, colors_, {0, 0}, Side, Side, picture_.View()));
+    EXPECT_TRUE(Same(picture_, plain));
 }
 
 } // namespace

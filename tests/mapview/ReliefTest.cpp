@@ -1,6 +1,8 @@
 #include "mapview/Relief.h"
 
+#include "pictures/Blending.h"
 #include "support/MapWorld.h"
+#include "support/MemorySurface.h"
 #include "support/RecordingSurface.h"
 
 #include <gmock/gmock.h>
@@ -11,6 +13,7 @@
 #include <cmath>
 #include <numbers>
 #include <random>
+#include <utility>
 
 namespace vardenix {
 namespace {
@@ -201,12 +204,39 @@ TEST(Contours, CrossTheEdgeOfASquareAsOftenAsItsHeightsDo) {
 
 class ReliefOnMap : public testing::Test {
 protected:
-    std::vector<std::string> Paint(const std::string& word) {
-        for (int i = 0; i < 32; ++i)
-            surface_.Name(world_.Day(i), "D" + std::to_string(i));
-        surface_.Name(world_.NoTile(), "NoTile");
+    // Of `side` pixels, in plain memory; there are no pictures.
+    Raster Paint(int32_t side) {
+        tests::MemorySurface surface(side);
+        NoScreen screen;
+        world_.Renderer().RefreshPicArray(world_.View, surface, screen, {});
+        Raster picture(side, side);
+        for (int32_t y = 0; y < side; ++y)
+            std::copy_n(surface.Picture().Row(y), side, picture.Row(y));
+        return picture;
+    }
+    std::vector<std::string> Recorded(const std::string& word) {
         world_.Renderer().RefreshPicArray(world_.View, surface_, screen_, {});
         return story_.Lines(word);
+    }
+    void MakeHills(unsigned seed) {
+        std::mt19937 random(seed);
+        for (TerrainPost& post : world_.Terrain.LxArr.Values())
+            post.Elevation = static_cast<int16_t>(random() % 4000);
+    }
+    // The relief over `plain`, pixel by pixel: `place` says which height a pixel shows.
+    template <typename Place>
+    void ExpectRelief(const Raster& plain, const Raster& painted,
+                      const HeightField& heights, Place place) {
+        for (int32_t y = 0; y < plain.Height(); ++y)
+            for (int32_t x = 0; x < plain.Width(); ++x) {
+                const auto [across, up] = place(x, y);
+                const ReliefTint tint =
+                    TintOf(ShadeAt(heights, across, up), world_.View.ReliefStrength);
+                ASSERT_EQ(
+                    painted.Row(y)[x],
+                    BlendPixel(plain.Row(y)[x], OpaquePixel(tint.Color), tint.Alpha))
+                    << x << " " << y;
+            }
     }
 
     tests::MapWorld world_;
@@ -215,21 +245,34 @@ protected:
     tests::RecordingScreen screen_{story_};
 };
 
-TEST_F(ReliefOnMap, LaysLightAndShadeOverTheTilesThatHaveSome) {
+TEST_F(ReliefOnMap, LaysLightAndShadeOverTheTiles) {
+    MakeHills(5);
+    world_.View.MapLeftX = 3;
+    world_.View.MapBottomY = 2;
+    world_.View.TilePixels = 39; // of three posts, in cells of 13 pixels
+    world_.View.ZoomPosts = 3;
+    const Raster plain = Paint(78);
     world_.View.ShowRelief = true;
-    world_.View.ReliefStrength = 100;
-    world_.Post(1, 1).Elevation = 20000; // rises from the post right of it
-    const auto lines = Paint("blend");
-    // The post itself falls away to the north east: hardly light. Above it lies a face
-    // to the north, beside it one to the east, in the shade; flat ground is left alone.
-    EXPECT_EQ(lines.size(), 3U);
-    EXPECT_EQ(Paint("tile").size(), 8U); // four each time
+    world_.View.ReliefStrength = 85;
+    ExpectRelief(
+        plain, Paint(78), {world_.Terrain, Layer::Posts},
+        [](int32_t x, int32_t y) { return std::pair(3 + x / 13, 2 + (77 - y) / 13); });
+}
+
+TEST_F(ReliefOnMap, BeyondTheTerrainThereIsNone) {
+    MakeHills(6);
+    world_.View.MapLeftX = 15; // the last column
+    const Raster plain = Paint(256);
+    world_.View.ShowRelief = true;
+    const Raster painted = Paint(256);
+    EXPECT_EQ(painted.Row(200)[200], plain.Row(200)[200]);
+    EXPECT_NE(painted.Row(200)[20], plain.Row(200)[20]);
 }
 
 TEST_F(ReliefOnMap, AloneHasBareGroundForTiles) {
     world_.View.ShowRelief = true;
     world_.View.ReliefAlone = true;
-    EXPECT_THAT(Paint("tile"), IsEmpty());
+    EXPECT_THAT(Recorded("tile"), IsEmpty());
     EXPECT_THAT(story_.Lines("blend"), ElementsAre("blend B4B4B4 255 0,128 128x128",
                                                    "blend B4B4B4 255 128,128 128x128",
                                                    "blend B4B4B4 255 0,0 128x128",
@@ -237,16 +280,27 @@ TEST_F(ReliefOnMap, AloneHasBareGroundForTiles) {
 }
 
 TEST_F(ReliefOnMap, FollowsTheFinestHeightsWhileTheyAreEdited) {
-    world_.View.ShowRelief = true;
     world_.View.L0Mode = true;
     world_.Terrain.Elevations.EMapWidth = 64;
     world_.Terrain.Elevations.L0ElvArr = HeightArray(64 * 64);
-    world_.Terrain.Elevations.At(2, 2) = 3000;
-    // The four round it; their quarters are 32 pixels wide.
-    const auto lines = Paint("blend");
-    EXPECT_EQ(lines.size(), 4U);
-    for (const std::string& line : lines)
-        EXPECT_TRUE(line.ends_with("32x32")) << line;
+    std::mt19937 random(8);
+    for (int16_t& feet : world_.Terrain.Elevations.L0ElvArr.Values())
+        feet = static_cast<int16_t>(random() % 900);
+    const Raster plain = Paint(256);
+    world_.View.ShowRelief = true;
+    const HeightField heights(world_.Terrain, Layer::Heights);
+    ExpectRelief(plain, Paint(256), heights,
+                 [](int32_t x, int32_t y) { return std::pair(x / 32, (255 - y) / 32); });
+
+    // Cells of five pixels show one height of each post.
+    world_.View.ShowRelief = false;
+    world_.View.TilePixels = 20;
+    world_.View.ZoomPosts = 4;
+    const Raster small = Paint(40);
+    world_.View.ShowRelief = true;
+    ExpectRelief(small, Paint(40), heights, [](int32_t x, int32_t y) {
+        return std::pair(x / 5 * 4 + 2, (39 - y) / 5 * 4 + 2);
+    });
 }
 
 } // namespace

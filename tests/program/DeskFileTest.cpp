@@ -19,6 +19,7 @@ TEST(DeskFile, NothingIsRememberedWithoutTheFile) {
     EXPECT_FALSE(desk.Folded.has_value());
     EXPECT_FALSE(desk.ClipFields.has_value());
     EXPECT_FALSE(desk.EdgeInside.has_value());
+    EXPECT_FALSE(desk.History);
     EXPECT_EQ(folder.Names(), "");
 }
 
@@ -32,6 +33,15 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     kept.Folded = "Frame1 Frame3";
     kept.ClipFields = "TE2";
     kept.EdgeInside = true;
+    kept.History = true;
+    kept.PanelHidden = true;
+    kept.Dark = false;
+    kept.Tool = "fill";
+    kept.BrushSize = 5;
+    kept.PaletteClass = 0;
+    kept.PaletteRow = 12;
+    kept.Views["'q'"] = {.X = 12, .Y = 0, .ZoomPosts = 300};
+    kept.Resume = "'q'";
     for (int i = 0; i < 2000; ++i)
         kept.Layout += "Ab3+/="[i * i % 7 % 6];
     WriteDesk(folder.Path() + "/", kept);
@@ -42,7 +52,16 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     EXPECT_EQ(desk.Folded, "Frame1 Frame3");
     EXPECT_EQ(desk.ClipFields, "TE2");
     EXPECT_EQ(desk.EdgeInside, true);
+    EXPECT_TRUE(desk.History);
     EXPECT_EQ(desk.Layout, kept.Layout);
+    EXPECT_TRUE(desk.PanelHidden);
+    EXPECT_EQ(desk.Dark, false);
+    EXPECT_EQ(desk.Tool, "fill");
+    EXPECT_EQ(desk.BrushSize, 5);
+    EXPECT_EQ(desk.PaletteClass, 0);
+    EXPECT_EQ(desk.PaletteRow, 12);
+    EXPECT_EQ(desk.Views, kept.Views);
+    EXPECT_EQ(desk.Resume, "'q'");
 }
 
 TEST(DeskFile, IsAPlainProfileFile) {
@@ -67,10 +86,60 @@ TEST(DeskFile, OneThatIsBrokenRemembersWhatCanBeRead) {
     EXPECT_EQ(desk.Recent, std::vector<std::string>{"/x"});
 }
 
+TEST(DeskFile, AViewThatNoMapHasIsForgotten) {
+    const TestFolder folder;
+    folder.Write("Desk.ini", "[RECENT]\nTHEATER1=/a\nVIEW1=1 2\nTHEATER2=/b\nVIEW2=-1 2 "
+                             "3\nTHEATER3=/c\nVIEW3=1 2 0\nTHEATER4=/d\nVIEW4=4 5 6\n");
+    const std::map<std::string, DeskView> views{{"/d", {4, 5, 6}}};
+    EXPECT_EQ(ReadDesk(folder.Path() + "/").Views, views);
+}
+
 TEST(DeskFile, AFolderInItsPlaceIsNotAbsence) {
     const TestFolder folder;
     folder.Write("Desk.ini/inside", "x");
     EXPECT_THROW(WriteDesk(folder.Path() + "/", {}), RuntimeError);
+}
+
+TEST(DeskFile, HoldsTheReliefAndTheFeaturesOfTheaters) {
+    const TestFolder folder;
+    Desk kept;
+    kept.Relief = {
+        .Shown = true, .Alone = false, .Strength = 85, .Contours = true, .Step = 250};
+    NoteFeatures(kept, {"/old", {"/a.tdf"}, ""});
+    NoteFeatures(kept, {"/b c", {"/1.tdf", "/2 3.tdf"}, "ROAD CITY"});
+    WriteDesk(folder.Path() + "/", kept);
+    const Desk desk = ReadDesk(folder.Path() + "/");
+    ASSERT_TRUE(desk.Relief.has_value());
+    EXPECT_TRUE(desk.Relief->Shown && desk.Relief->Contours && !desk.Relief->Alone);
+    EXPECT_EQ(desk.Relief->Strength, 85);
+    EXPECT_EQ(desk.Relief->Step, 250);
+    ASSERT_EQ(desk.Features.size(), 2U);
+    const FeaturesOfTheater* features = FeaturesOf(desk, "/b c");
+    ASSERT_NE(features, nullptr);
+    EXPECT_EQ(features->Files, (std::vector<std::string>{"/1.tdf", "/2 3.tdf"}));
+    EXPECT_EQ(features->Shown, "ROAD CITY");
+    EXPECT_EQ(FeaturesOf(desk, "/else"), nullptr);
+}
+
+TEST(DeskFile, ReliefOutOfItsRangeIsBroughtInto) {
+    const TestFolder folder;
+    folder.Write("Desk.ini", "[RELIEF]\nSTRENGTH=900\nSTEP=0\n");
+    const auto relief = ReadDesk(folder.Path() + "/").Relief;
+    ASSERT_TRUE(relief.has_value());
+    EXPECT_EQ(relief->Strength, 100);
+    EXPECT_EQ(relief->Step, 1);
+}
+
+TEST(FeaturesOfTheaters, AreForgottenWithTheirLastFile) {
+    Desk desk;
+    NoteFeatures(desk, {"/t", {"/a.tdf"}, ""});
+    NoteFeatures(desk, {"/t", {"/b.tdf", "two\nlines"}, ""});
+    ASSERT_EQ(desk.Features.size(), 1U);
+    EXPECT_EQ(desk.Features[0].Files, std::vector<std::string>{"/b.tdf"});
+    NoteFeatures(desk, {"/t", {}, "ROAD"});
+    EXPECT_TRUE(desk.Features.empty());
+    NoteFeatures(desk, {"", {"/a.tdf"}, ""});
+    EXPECT_TRUE(desk.Features.empty());
 }
 
 TEST(RecentTheaters, TheNewestStandsFirstAndEachOnce) {

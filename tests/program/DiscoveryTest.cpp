@@ -127,6 +127,20 @@ TEST_F(Install, ThatTheRegistryDoesNotNameIsNone) {
     EXPECT_EQ(discovery.TheaterList.size(), 1U);
 }
 
+TEST_F(Install, ThatTheUserNamesIsListedWithoutTheRegistry) {
+    EXPECT_TRUE(IsInstall(folder.Path()));
+    EXPECT_FALSE(IsInstall(folder.Path() + "/terrdata"));
+    discovery.FalconCurTheater = "kept";
+    DiscoverTheatersIn(folder.Path(), discovery);
+    ASSERT_EQ(discovery.TheaterList.size(), 3U);
+    EXPECT_EQ(discovery.TheaterList[2].Name, "New Balkans");
+    EXPECT_EQ(discovery.FalconState, FalconListed);
+    EXPECT_EQ(discovery.FalconCurTheater, "kept");
+    EXPECT_THROW(DiscoverTheatersIn(folder.Path() + "/terrdata", discovery),
+                 RuntimeError);
+    EXPECT_EQ(discovery.TheaterList.size(), 1U); // nothing half read
+}
+
 TEST_F(Install, WithoutItsListIsError53) {
     std::filesystem::remove(folder.File("Theater.LST"));
     EXPECT_EQ(ErrorNumberOf(), 53);

@@ -28,5 +28,16 @@ TEST(ReportDetails, TellTheVersionTheTheaterAndWhatWasDoneLast) {
     EXPECT_EQ(text.find("taken back"), std::string::npos) << text;
 }
 
+TEST(ReportDetails, TellWhatWasTakenBackAsSuch) {
+    ProgramState state;
+    {
+        const Recording made(state.Changes, {Paper::MapFile}, "Colour 7");
+        state.MapFileRecord.Palette[7].Red = 1;
+    }
+    state.Changes.Back();
+    EXPECT_TRUE(ReportDetails(state).ends_with(" Colour 7 (taken back)\n"))
+        << ReportDetails(state);
+}
+
 } // namespace
 } // namespace vardenix

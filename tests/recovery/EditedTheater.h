@@ -7,10 +7,14 @@
 #include <array>
 #include <cstring>
 #include <filesystem>
+#include <functional>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <random>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vardenix::tests {
@@ -47,6 +51,11 @@ public:
         };
         terrain.LFilename = file("theater.L2", terrain.ReadL);
         terrain.OFilename = file("theater.O2", terrain.ReadO);
+        for (const char* name : {"heights.elv", "other.elv"}) {
+            FileIdentity read;
+            const std::string path = file(name, read);
+            HeightsOnDisk[path] = std::string(size_t{32} * Width * Width, '\0');
+        }
         terrain.Elevations.Path = file("heights.elv", terrain.Elevations.Read);
         State->Catalogue.BinPath = file("Texture.bin", State->Catalogue.Read);
         State->MAPFile = file("theater.map", State->MAPFileRead);
@@ -112,19 +121,71 @@ public:
         State->Changes.Add(change);
     }
 
+    // The layer that a file of heights has.
+    ElevationLayer LayerOf(const std::string& path) const {
+        ElevationLayer layer;
+        layer.Kind = ElevationKind::Elv;
+        layer.EMapWidth = 4 * Width;
+        layer.L0ElvArr = HeightArray(16 * Width * Width);
+        const auto to = std::as_writable_bytes(layer.L0ElvArr.Values());
+        std::memcpy(to.data(), HeightsOnDisk.at(path).data(), to.size());
+        layer.Path = path;
+        layer.Read = IdentityOfRealPath(path);
+        return layer;
+    }
+    // As the program loads another file.
+    void LoadHeights(const std::string& path) {
+        {
+            Recording made(State->Changes, {}, "Load " + path);
+            ElevationLayer layer = LayerOf(path);
+            std::swap(State->Terrain.Elevations, layer);
+            made.Replaced(std::move(layer));
+        }
+        State->Changes.Saved(Paper::Heights);
+    }
+    // Paths, and hashes of the values, of the heights in force, those first that others
+    // have taken the place of, which differ from a file that is as it was.
+    std::vector<std::pair<std::string, size_t>> UnsavedHeights() const {
+        std::vector<const ElevationLayer*> layers;
+        for (size_t i = 0; i < State->Changes.Position(); ++i)
+            if (const auto& other = State->Changes.At(i).OtherHeights)
+                layers.push_back(&other->Layer);
+        layers.push_back(&State->Terrain.Elevations);
+        std::vector<std::pair<std::string, size_t>> unsaved;
+        for (const ElevationLayer* layer : layers) {
+            const std::string values =
+                TextOfBytes(std::as_bytes(std::as_const(layer->L0ElvArr).Values()));
+            if (values != HeightsOnDisk.at(layer->Path) &&
+                layer->Read == IdentityOfRealPath(layer->Path))
+                unsaved.emplace_back(layer->Path, std::hash<std::string>{}(values));
+        }
+        return unsaved;
+    }
+
     void Save(Paper paper) {
         const auto index = static_cast<size_t>(paper);
         Disk[index] = Copy()[index];
-        FileIdentity* const read[] = {&State->Terrain.ReadL,
-                                      &State->Terrain.Elevations.Read,
+        if (paper == Paper::Heights) {
+            ElevationLayer& heights = State->Terrain.Elevations;
+            HeightsOnDisk[heights.Path] = Disk[index];
+            Spill(heights.Path, Slurp(heights.Path) + "+"); // another file
+            heights.Read = IdentityOfRealPath(heights.Path);
+            return State->Changes.Saved(paper);
+        }
+        FileIdentity* const read[] = {&State->Terrain.ReadL, nullptr,
                                       &State->Catalogue.Read, &State->MAPFileRead};
         ++read[index]->Inode; // another file
         State->Changes.Saved(paper);
     }
 
     void RunCommand() {
+        RunOne();
+        Disk[1] = HeightsOnDisk.at(State->Terrain.Elevations.Path);
+    }
+
+    void RunOne() {
         ChangeLog& changes = State->Changes;
-        switch (UpTo(9)) {
+        switch (UpTo(10)) {
         case 0:
         case 1:
             return Paint();
@@ -170,6 +231,10 @@ public:
             if (UpTo(3) == 0)
                 Save(AllPapers.at(static_cast<size_t>(UpTo(3))));
             return;
+        case 9:
+            if (UpTo(2) == 0)
+                LoadHeights(std::next(HeightsOnDisk.begin(), UpTo(1))->first);
+            return;
         default:
             for (int steps = UpTo(6); steps > 0; --steps)
                 if (UpTo(2) != 0 && changes.NextBack() != nullptr)
@@ -180,7 +245,8 @@ public:
     }
 
     std::unique_ptr<ProgramState> State;
-    WholePapers Disk; // as the files would be
+    WholePapers Disk; // as the files would be, of the heights that are loaded
+    std::map<std::string, std::string> HeightsOnDisk; // values by path
     std::mt19937 Random{7};
 };
 

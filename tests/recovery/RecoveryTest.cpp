@@ -18,6 +18,24 @@ using tests::Spill;
 using tests::TestFolder;
 using tests::WholePapers;
 
+// Loads files of heights as the windows would.
+class LoadingWindows : public RestoringWindows {
+public:
+    explicit LoadingWindows(EditedTheater& theater) : theater_(theater) {}
+    bool LoadHeights(ElevationKind, const std::string& path) override {
+        if (std::exchange(loaded_, true))
+            theater_.LoadHeights(path);
+        else
+            theater_.State->Terrain.Elevations = theater_.LayerOf(path);
+        return true;
+    }
+    void KeepRestored() override {}
+
+private:
+    EditedTheater& theater_;
+    bool loaded_ = false;
+};
+
 class RecoveryTest : public testing::Test {
 protected:
     // What another program would find now, had this one been killed: a copy that nobody
@@ -29,19 +47,30 @@ protected:
         return LeftLogsOf(copied_).Logs;
     }
 
-    // The papers as another run restores them from the files.
+    // The papers as another run restores them from the files; heights are those of the
+    // file that is loaded, saved or not.
     WholePapers Restored(const LeftLog& log, std::string* told = nullptr) {
         EditedTheater other(folder_);
         other.Become(theater_.Disk);
-        const std::string words = RestoreChanges(*other.State, log);
+        other.HeightsOnDisk = theater_.HeightsOnDisk;
+        LoadingWindows windows(other);
+        const std::string words = RestoreChanges(*other.State, log, windows);
         if (told != nullptr)
             *told = words;
-        else
-            EXPECT_EQ(words, "");
+        else {
+            EXPECT_TRUE(words.empty() || words.ends_with("has been changed since then."))
+                << words;
+        }
         WholePapers restored = other.Copy();
+        restoredHeights_ = other.UnsavedHeights();
         while (other.State->Changes.NextBack() != nullptr)
             other.State->Changes.Back();
-        EXPECT_EQ(other.Copy(), theater_.Disk);
+        WholePapers before = other.Copy();
+        before[1] = theater_.Disk[1];
+        EXPECT_EQ(before, theater_.Disk);
+        EXPECT_TRUE(other.UnsavedHeights().empty());
+        if (!theater_.State->Changes.Unsaved(Paper::Heights))
+            restored[1] = theater_.Copy()[1];
         return restored;
     }
 
@@ -50,6 +79,7 @@ protected:
     std::string copied_ = folder_.File("copied");
     EditedTheater theater_{folder_};
     ChangeLog& changes_ = theater_.State->Changes;
+    std::vector<std::pair<std::string, size_t>> restoredHeights_;
     std::unique_ptr<LogKeeper> keeper_ =
         std::make_unique<LogKeeper>(*theater_.State, logs_);
 };
@@ -58,18 +88,23 @@ TEST_F(RecoveryTest, AfterAnyCommandsTheLogLeadsFromTheFilesToWhatWasInMemory) {
     int unsaved = 0;
     for (int round = 0; round < 1000; ++round) {
         theater_.RunCommand();
-        if (round % 20 != 0)
+        // A file of heights that was loaded twice and saved from the one is another for
+        // the other.
+        const ElevationLayer& heights = theater_.State->Terrain.Elevations;
+        if (round % 10 != 0 || !(heights.Read == IdentityOfRealPath(heights.Path)))
             continue;
         std::vector<LeftLog> found = FoundAfterAKill();
         const WholePapers now = theater_.Copy();
         if (found.empty()) {
             ASSERT_EQ(now, theater_.Disk) << "round " << round;
+            ASSERT_TRUE(theater_.UnsavedHeights().empty()) << "round " << round;
             continue;
         }
         ++unsaved;
         ASSERT_EQ(found.size(), 1U);
         EXPECT_FALSE(found[0].Damaged());
-        ASSERT_EQ(Restored(found[0]), now) << "round " << round;
+        ASSERT_TRUE(Restored(found[0]) == now) << "round " << round;
+        ASSERT_EQ(restoredHeights_, theater_.UnsavedHeights()) << "round " << round;
     }
     EXPECT_GT(unsaved, 20);
 }
@@ -96,16 +131,57 @@ TEST_F(RecoveryTest, WhatWasTakenBackBehindASaveIsTakenBackAgain) {
     EXPECT_EQ(Restored(found[0]), theater_.Copy());
 }
 
-// Work goes on upon the file that was opened.
-TEST_F(RecoveryTest, ASaveToACopyIsNoneOfTheOpenedFile) {
+TEST_F(RecoveryTest, HeightsThatOthersHaveTakenThePlaceOfComeBackToo) {
+    const auto edit = [this](int32_t serial, int16_t height) {
+        const Recording made(changes_, {Paper::Heights}, "Raise");
+        theater_.State->Terrain.Elevations.L0ElvArr(serial) = height;
+    };
+    edit(5, 77);
+    theater_.LoadHeights(folder_.File("other.elv"));
+    std::vector<LeftLog> found = FoundAfterAKill();
+    ASSERT_EQ(found.size(), 1U);
+    Restored(found[0]);
+    ASSERT_EQ(restoredHeights_.size(), 1U);
+    EXPECT_EQ(restoredHeights_, theater_.UnsavedHeights());
+    EXPECT_TRUE(changes_.AnyUnsaved());
+
+    edit(9, 33);
+    found = FoundAfterAKill();
+    ASSERT_EQ(found.size(), 1U);
+    Restored(found[0]);
+    ASSERT_EQ(restoredHeights_.size(), 2U);
+    EXPECT_EQ(restoredHeights_, theater_.UnsavedHeights());
+
+    // And so they do after a walk back to them.
+    changes_.Back();
+    changes_.Back();
+    found = FoundAfterAKill();
+    ASSERT_EQ(found.size(), 1U);
+    Restored(found[0]);
+    ASSERT_EQ(restoredHeights_.size(), 1U);
+    EXPECT_EQ(restoredHeights_, theater_.UnsavedHeights());
+}
+
+TEST_F(RecoveryTest, HeightsPutAsideThatAreOthersByNowStandInNobodysWay) {
     theater_.Paint();
-    changes_.Saved(Paper::Level2);
-    EXPECT_TRUE(FoundAfterAKill().empty());
-    theater_.Paint();
+    {
+        const Recording made(changes_, {Paper::Heights}, "Raise");
+        theater_.State->Terrain.Elevations.L0ElvArr(5) = 77;
+    }
+    theater_.LoadHeights(folder_.File("other.elv"));
+    {
+        const Recording made(changes_, {Paper::Heights}, "Lower");
+        theater_.State->Terrain.Elevations.L0ElvArr(6) = 7;
+    }
+    Spill(folder_.File("heights.elv"), "another");
     const std::vector<LeftLog> found = FoundAfterAKill();
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].Story.Steps.size(), 2U);
-    EXPECT_EQ(Restored(found[0]), theater_.Copy());
+    EXPECT_EQ(WhyUnfit(found[0].Story), "");
+    std::string told;
+    EXPECT_EQ(Restored(found[0], &told), theater_.Copy());
+    const std::string path = folder_.File("heights.elv");
+    EXPECT_EQ(told, "The changes of " + path + " have not come back: " + path +
+                        " has been changed since then.");
 }
 
 TEST_F(RecoveryTest, AStrokeComesBackAsOneChange) {
@@ -115,7 +191,8 @@ TEST_F(RecoveryTest, AStrokeComesBackAsOneChange) {
     const std::vector<LeftLog> found = FoundAfterAKill();
     ASSERT_EQ(found.size(), 1U);
     EditedTheater other(folder_);
-    EXPECT_EQ(RestoreChanges(*other.State, found[0]), "");
+    LoadingWindows windows(other);
+    EXPECT_EQ(RestoreChanges(*other.State, found[0], windows), "");
     EXPECT_EQ(other.State->Changes.Count(), 1U);
     EXPECT_TRUE(other.State->Changes.Unsaved(Paper::Level2));
     EXPECT_EQ(other.State->Changes.At(0).Name, "Paint more posts");
@@ -246,6 +323,94 @@ TEST_F(RecoveryTest, AFullLogBeginsAgainWhenEverythingIsSaved) {
     theater_.Paint();
     changes_.Back();
     changes_.Back();
+    const std::vector<LeftLog> found = FoundAfterAKill();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(Restored(found[0]), theater_.Copy());
+}
+
+// Changes of some MiB each, over and over the same posts.
+class LargeLogTest : public RecoveryTest {
+protected:
+    static constexpr int32_t Runs = 700000; // 11 MiB
+
+    void AddLarge(int32_t tile) {
+        Change change{.Name = "Fill " + std::to_string(tile)};
+        int32_t before = Tile(1);
+        for (int32_t i = 0; i < Runs; ++i) {
+            const int32_t after = i + 1 < Runs ? i % 7 : tile;
+            change.Posts.Runs.push_back({1, 3, before, after});
+            before = after;
+        }
+        for (int32_t serial = 1; serial <= 3; ++serial)
+            theater_.State->Terrain.LxArr(serial).TileOffset = tile;
+        changes_.Add(std::move(change));
+        keeper_->Drain();
+    }
+    int32_t Tile(int32_t serial) {
+        return theater_.State->Terrain.LxArr(serial).TileOffset;
+    }
+};
+
+TEST_F(LargeLogTest, WhatMemoryDoesNotHoldIsReadFromTheDisk) {
+    theater_.Paint("Stroke");
+    for (int i = 0; i < 3; ++i)
+        changes_.Grow(theater_.PaintRuns(), "Stroke");
+    const WholePapers painted = theater_.Copy();
+    for (int32_t tile = 11; tile <= 20; ++tile) {
+        AddLarge(tile);
+        EXPECT_LE(changes_.Bytes(), ChangeLog::MostBytes);
+    }
+    EXPECT_EQ(changes_.Count(), 11U);
+    EXPECT_NE(changes_.At(0).Away, 0);
+    EXPECT_TRUE(changes_.At(0).Touches(Paper::Level2));
+    for (int round = 0; round < 2; ++round) {
+        for (int32_t tile = 20; tile > 11; --tile) {
+            ASSERT_EQ(Tile(2), tile);
+            changes_.Back();
+            EXPECT_LE(changes_.Bytes(), ChangeLog::MostBytes + (size_t{12} << 20));
+        }
+        changes_.Back();
+        EXPECT_EQ(theater_.Copy(), painted);
+        changes_.Back();
+        EXPECT_EQ(theater_.Copy(), theater_.Disk);
+        while (changes_.NextAgain() != nullptr)
+            changes_.Again();
+        EXPECT_EQ(Tile(3), 20);
+    }
+}
+
+TEST_F(LargeLogTest, ADamagedDiskIsToldAndChangesNothing) {
+    for (int32_t tile = 11; tile <= 20; ++tile)
+        AddLarge(tile);
+    std::filesystem::resize_file(logs_ + "/1.log", 4000);
+    while (changes_.At(changes_.Position() - 1).Away == 0)
+        changes_.Back();
+    const size_t position = changes_.Position();
+    const WholePapers now = theater_.Copy();
+    EXPECT_EQ(tests::ErrorOf([this] { changes_.Back(); }).Number(),
+              ErrorNumber::InputPastEnd);
+    EXPECT_EQ(changes_.Position(), position);
+    EXPECT_EQ(theater_.Copy(), now);
+}
+
+TEST_F(LargeLogTest, WithoutADiskTheOldestGo) {
+    keeper_.reset();
+    keeper_ = std::make_unique<LogKeeper>(*theater_.State, logs_, uint64_t{80} << 20);
+    for (int32_t tile = 11; tile <= 24; ++tile) // the disk has seven of them
+        AddLarge(tile);
+    EXPECT_NE(keeper_->Complaint().find("the history reaches no farther back"),
+              std::string::npos);
+    EXPECT_LE(changes_.Bytes(), ChangeLog::MostBytes);
+    // Those that the disk has lie before some that neither has.
+    EXPECT_EQ(changes_.Count(), 5U);
+    while (changes_.NextBack() != nullptr)
+        changes_.Back();
+    EXPECT_EQ(Tile(1), 19);
+    // Saved, the log begins anew with what memory has.
+    while (changes_.NextAgain() != nullptr)
+        changes_.Again();
+    theater_.Save(Paper::Level2);
+    theater_.Paint();
     const std::vector<LeftLog> found = FoundAfterAKill();
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(Restored(found[0]), theater_.Copy());

@@ -255,21 +255,43 @@ TEST(SearchTiles, FindsWhatASlowSearchFinds) {
     }
 }
 
-TEST(RememberPattern, TheNewestStandsFirstAndNoneTwice) {
+TEST(FindPosts, LeavesThoseWhoseTileIsNamed) {
+    Terrain terrain;
+    terrain.MapWidth = 16;
+    terrain.LxArr = PostArray(256);
+    terrain.LxArr(5) = {2, 100, 0, 0, 0};
+    terrain.LxArr(6) = {2, 0, 0, 0, 0};
+    terrain.LxArr(7) = {0, 100, 0, 0, 0};
+    TileLookup lookup(16);
+    lookup[2].Name = "Caf\xE9"; // as the catalogue has it
+    lookup[2].Terrain = 4;
+    NoProgress quiet;
+    SearchPattern high;
+    high[0].CellElevation = "100";
+    SearchResults hits;
+    FindPosts(terrain, lookup, {high, "caf\xC3\xA9"}, quiet, hits);
+    EXPECT_EQ(hits, (SearchResults{0, 5}));
+    FindPosts(terrain, lookup, {{}, "plain"}, quiet, hits);
+    EXPECT_EQ(hits, (SearchResults{0, 5, 6}));
+    FindPosts(terrain, lookup, {high, ""}, quiet, hits);
+    EXPECT_EQ(hits, (SearchResults{0, 5, 7}));
+}
+
+TEST(RememberQuery, TheNewestStandsFirstAndNoneTwice) {
     SearchState search;
     for (const char* text : {"1", "2", "1"}) {
         search.Pattern = Tile(text);
-        RememberPattern(search);
+        RememberQuery(search);
     }
     ASSERT_EQ(search.History.size(), 2U);
-    EXPECT_EQ(search.History[0], Tile("1"));
-    EXPECT_EQ(search.History[1], Tile("2"));
+    EXPECT_EQ(search.History[0].Pattern, Tile("1"));
+    EXPECT_EQ(search.History[1].Pattern, Tile("2"));
     for (int i = 0; i < 50; ++i) {
         search.Pattern = Tile(std::to_string(i));
-        RememberPattern(search);
+        RememberQuery(search);
     }
     EXPECT_EQ(search.History.size(), 20U);
-    EXPECT_EQ(search.History.back(), Tile("30"));
+    EXPECT_EQ(search.History.back().Pattern, Tile("30"));
 }
 
 } // namespace

@@ -3,10 +3,13 @@
 // so, wherever a layout puts them. Nothing comes up on the screen.
 #include "bineditor/windows/FrmBINTileDet.h"
 #include "bineditor/windows/FrmBINTileEdit.h"
+#include "builder/windows/FrmVXRebiuldTheater.h"
 #include "catalogue/TextureBinFile.h"
 #include "features/windows/FrmVXFeatures.h"
 #include "pictures/ImageLayer.h"
 #include "platform/windows/Theme.h"
+#include "search/windows/FrmVXReplace.h"
+#include "search/windows/FrmVXStatistics.h"
 #include "search/windows/frmVXSearchOptions.h"
 #include "search/windows/frmVXSearchResults.h"
 #include "windows/FrmVXMainTest.h"
@@ -28,6 +31,15 @@ public:
     bool LeaveProgram() override { return false; }
 };
 
+class NoRebuildVerbs : public RebuildVerbs {
+public:
+    bool SaveL2() override { return false; }
+    bool SaveHeights() override { return false; }
+    void ForgetSteps(bool) override {}
+    void ReadAnew(bool) override {}
+    void LeaveRebuild() override {}
+};
+
 // What any of the windows borrows.
 struct Borrowed {
     ProgramState State;
@@ -36,6 +48,7 @@ struct Borrowed {
     tests::FakePlatform Platform;
     DebugLog Log{Platform.Clock};
     NoEditorVerbs Verbs;
+    NoRebuildVerbs RebuildVerbs;
     tests::ToldWorkspace Workspace;
 };
 
@@ -65,8 +78,15 @@ std::unique_ptr<QWidget> Made(const std::string& name, Borrowed& with) {
     if (name == "FrmVXFeatures")
         return std::make_unique<FrmVXFeatures>(state, with.Platform.Dialogs,
                                                with.Workspace);
+    if (name == "FrmVXRebiuldTheater")
+        return std::make_unique<FrmVXRebiuldTheater>(state, with.Platform.All, with.Log,
+                                                     with.RebuildVerbs);
     if (name == "frmVXSearchOptions")
-        return std::make_unique<frmVXSearchOptions>(state.Search);
+        return std::make_unique<frmVXSearchOptions>(state.Search, state.Catalogue.Lookup);
+    if (name == "FrmVXReplace")
+        return std::make_unique<FrmVXReplace>(state);
+    if (name == "FrmVXStatistics")
+        return std::make_unique<FrmVXStatistics>(state);
     if (name == "frmVXSearchResults")
         return std::make_unique<frmVXSearchResults>(state, with.Workspace);
     return nullptr;

@@ -92,7 +92,13 @@ FileAnswer ScriptedDialogs::OpenFile(const FileQuestion& question) {
 }
 
 std::vector<std::string> ScriptedDialogs::OpenFiles(const FileQuestion& question) {
-    return {OpenFile(question).Path};
+    std::vector<std::string> paths(1);
+    for (const char letter : OpenFile(question).Path)
+        if (letter == '\n')
+            paths.emplace_back();
+        else
+            paths.back() += letter;
+    return paths;
 }
 
 FileAnswer ScriptedDialogs::SaveFile(const FileQuestion& question) {

@@ -27,6 +27,7 @@ public:
         story_ += " height " + std::to_string(elevation) + "?";
         return ElevationAnswer;
     }
+    void TakeDropped(const std::string& path) override { story_ += " take " + path; }
     void ExportTiles() override { story_ += " export"; }
     void SubExportTDFs() override { story_ += " tdfs"; }
     void ImportTiles() override { story_ += " import"; }

@@ -30,6 +30,7 @@ TEST(SignedRelease, ItsLinesAreTheLastTwoAndStandNowhereElse) {
           "MSG*x\nVERSION*3.1.0\nKIND*PATCH\nMSG*y\n",
           "VERSION*3.1.0\nMSG*x\nVERSION*3.1.0\nKIND*PATCH\n",
           "KIND*PATCH\nMSG*x\nVERSION*3.1.0\nKIND*PATCH\n",
+          "MSG*x\nVERSION*3.1.0\nMSG*PATCH\n", "MSG*x\nMSG*3.1.0\nKIND*PATCH\n",
           "MSG*x\nVERSION*2.0.0\nVERSION*3.1.0\nKIND*PATCH\n"})
         EXPECT_EQ(Refused(list), NoLines) << list;
     EXPECT_EQ(Refused("MSG*x\nMSGYN*y\nVERSION*3.1.0\nKIND*PATCH\n"),

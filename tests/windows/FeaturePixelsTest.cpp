@@ -75,8 +75,15 @@ protected:
     void DrawMark(const Feature& feature, PicturePoint at, double s) {
         surface_.Ellipse({at.X - s, at.Y - s}, {at.X + s, at.Y + s});
         const int height = surface_.MeasureText(feature.Text).Height;
-        surface_.DrawText({at.X + s, at.Y - s - height}, feature.Text,
-                          settings_.AirportsFont.Color);
+        const double left = at.X + s;
+        const double top = at.Y - s - height;
+        constexpr uint32_t rim = 0xFFFFFF; // round black letters
+        for (const PicturePoint beside : {PicturePoint{left - 1, top},
+                                          {left + 1, top},
+                                          {left, top - 1},
+                                          {left, top + 1}})
+            surface_.DrawText(beside, feature.Text, rim);
+        surface_.DrawText({left, top}, feature.Text, settings_.AirportsFont.Color);
     }
     static PicturePoint Pixel(const FeaturePoint& point) {
         const double w = 64.0 / 3;
@@ -117,6 +124,7 @@ TEST_F(FeaturePixelsTest, LinesAndCitiesAreThoseDrawnWhole) {
 
 TEST_F(FeaturePixelsTest, MarksAndNamesAreThoseDrawnWhole) {
     settings_.AirportsFont = {.Name = "Arial", .Size = 18, .Bold = true, .Italic = true};
+    ASSERT_EQ(settings_.AirportsFont.Color, 0U);
     settings_.Airports.Size = 9;
     for (int round = 0; round < 60; ++round) {
         set_ = {};

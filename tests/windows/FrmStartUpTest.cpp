@@ -490,9 +490,10 @@ TEST_F(FrmStartUpTest, ADroppedTheaterFillsTheFourPaths) {
 
     std::string text;
     platform_.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, &text);
-    drop(folder_.File("game"));
+    folder_.Write("empty/readme.txt", "x");
+    drop(folder_.File("empty"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return platform_.Dialogs.AllAnswered(); }));
-    EXPECT_NE(text.find(folder_.File("game")), std::string::npos) << text;
+    EXPECT_NE(text.find(folder_.File("empty")), std::string::npos) << text;
     EXPECT_EQ(Text("Text1"), base + "/terrain/Theater.L2");
 }
 
@@ -503,6 +504,21 @@ TEST_F(FrmStartUpTest, ATheaterThatIsNamedOpensAtOnce) {
     window_->OpenTheater(folder_.File("my theater"));
     EXPECT_EQ(opened.count(), 1);
     EXPECT_EQ(state_.Terrain.MapWidth, 32);
+}
+
+TEST_F(FrmStartUpTest, AnInstallThatIsNamedListsItsTheaters) {
+    MakeTheater("install/terrdata/north");
+    folder_.Write("install/theater.lst", "north.tdf\n");
+    folder_.Write("install/north.tdf", "NAME North\nTERRAINDIR terrdata\\north\n");
+    Open();
+    QSignalSpy opened(window_.get(), &FrmStartUp::TheaterOpened);
+    window_->OpenTheater(folder_.File("install"));
+    EXPECT_EQ(opened.count(), 0); // which one is the user's to say
+    auto& list = Find<QComboBox>(*window_, "Combo1");
+    ASSERT_EQ(list.count(), 2);
+    EXPECT_EQ(list.currentIndex(), 1);
+    EXPECT_TRUE(list.currentText().startsWith("North"));
+    EXPECT_TRUE(Text("Text1").ends_with("\\north\\terrain\\theater.l2")) << Text("Text1");
 }
 
 TEST_F(FrmStartUpTest, EscAndTheCloseBoxAskForTheExit) {

@@ -86,6 +86,32 @@ TEST_F(FrmVXFeaturesTest, EveryBoxStoresItsValueAndRepaints) {
     EXPECT_FALSE(state_.ShownFeatures.Of(FeatureKind::City));
 }
 
+TEST_F(FrmVXFeaturesTest, AKindThatIsTickedIsSeenWithoutAnotherBox) {
+    The<QCheckBox>("CheckCity").click();
+    EXPECT_TRUE(The<QCheckBox>("Check").isChecked());
+    EXPECT_TRUE(state_.ShownFeatures.ShowFeatures);
+    EXPECT_TRUE(state_.ShownFeatures.Of(FeatureKind::City));
+    EXPECT_EQ(Story(), "refresh"); // once
+    The<QCheckBox>("Check").click();
+    The<QCheckBox>("CheckCity").click(); // away again
+    EXPECT_FALSE(state_.ShownFeatures.ShowFeatures);
+}
+
+TEST_F(FrmVXFeaturesTest, FilesAreRememberedWhenTheUserSaysSo) {
+    const std::string a = folder_.Write("a.tdf", "CITY 1 2,2 7\n");
+    const std::string b = folder_.Write("b.tdf", "CITY 1 3,3 7\n");
+    dialogs_.ExpectOpen("Open terrain features file...", a + "\n" + b);
+    The<QAbstractButton>("CmdLoadFeatures").click();
+    EXPECT_EQ(state_.Features.Cities.size(), 3U);
+    EXPECT_TRUE(window_.Remembered().empty());
+    The<QCheckBox>("chkAgain").click();
+    EXPECT_EQ(window_.Remembered(), (std::vector<std::string>{a, b}));
+    window_.LoadFiles({a});
+    EXPECT_EQ(window_.Remembered(), (std::vector<std::string>{b, a}));
+    The<QAbstractButton>("CmdClearFeatures").click();
+    EXPECT_TRUE(window_.Remembered().empty());
+}
+
 TEST_F(FrmVXFeaturesTest, EverySliderStoresItsValueAndRepaints) {
     for (const KindControls& kind : Kinds) {
         The<QSlider>(kind.Slider).setValue(7);

@@ -254,7 +254,7 @@ TEST_F(FrmVXMapTest, ARepaintIsSeenPixelForPixel) {
     ASSERT_EQ(seen.size(), QSize(256, 256));
     EXPECT_EQ(seen.pixel(32, 100), qRgb(255, 0, 0)); // edge of the second post
     EXPECT_EQ(seen.pixel(100, 224), qRgb(255, 0, 0));
-    EXPECT_EQ(seen.pixel(200, 100), qRgb(0xF0, 0xF0, 0xF0));
+    EXPECT_EQ(seen.pixel(200, 100), qRgb(0x40, 0x40, 0x40));
     EXPECT_EQ(seen.convertToFormat(QImage::Format_RGB32),
               window_.Picture2().Image().convertToFormat(QImage::Format_RGB32));
 }

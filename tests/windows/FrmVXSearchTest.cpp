@@ -52,7 +52,8 @@ protected:
     }
 
     SearchState search_;
-    frmVXSearchOptions window_{search_};
+    TileLookup lookup_{16};
+    frmVXSearchOptions window_{search_, lookup_};
 };
 
 TEST_F(SearchOptionsTest, HasItsCaptions) {
@@ -190,6 +191,32 @@ TEST_F(SearchOptionsTest, RemembersWhatWasSearchedFor) {
     emit last.activated(1);
     EXPECT_EQ(Label("lblTile", 0), "5");
     EXPECT_EQ(The<QLineEdit>("Text1").text(), "5");
+}
+
+TEST_F(SearchOptionsTest, NamesAndKindsHaveABoxOfTheirOwn) {
+    lookup_[3].Name = "Lake";
+    lookup_[3].Terrain = 1;
+    lookup_[4].Name = "Wheat";
+    lookup_[4].Terrain = 1;
+    auto& box = The<QLineEdit>("txtNamed");
+    QTest::keyClicks(&box, "lak");
+    EXPECT_EQ(The<QLabel>("lblNamed").text(), "1 tile");
+    Type("txtNamed", "water");
+    EXPECT_EQ(The<QLabel>("lblNamed").text(), "2 tiles");
+    EXPECT_FALSE(IsPink(box));
+    Type("txtNamed", "rye");
+    EXPECT_EQ(The<QLabel>("lblNamed").text(), "0 tiles");
+    EXPECT_TRUE(IsPink(box));
+    Type("txtNamed", " lake ");
+    The<QAbstractButton>("cmdSearch").click();
+    EXPECT_EQ(search_.Named, "lake");
+    EXPECT_EQ(search_.Pattern, SearchPattern());
+    window_.show();
+    EXPECT_EQ(The<QComboBox>("comLast").itemText(0), "named lake");
+    The<QAbstractButton>("cmdClearAll").click();
+    EXPECT_EQ(box.text(), "");
+    emit The<QComboBox>("comLast").activated(0);
+    EXPECT_EQ(box.text(), "lake");
 }
 
 TEST_F(SearchOptionsTest, TheCloseBoxOnlyHides) {

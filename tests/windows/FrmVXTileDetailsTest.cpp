@@ -8,6 +8,8 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include <vector>
+
 namespace vardenix {
 namespace {
 
@@ -71,6 +73,44 @@ TEST_F(FrmVXTileDetailsTest, ShowsTheFiveFieldsAndTheTilesName) {
     EXPECT_EQ(Find<QLabel>(*window_, "lblTile").text(), "HPLAIN04");
     Type("Text1", "16");
     EXPECT_EQ(Find<QLabel>(*window_, "lblTile").text(), "Not Specified in BIN File");
+}
+
+TEST_F(FrmVXTileDetailsTest, ShowsPlaceAndPictureAndStandsBesideItsPost) {
+    std::vector<int32_t> asked;
+    FrmVXTileDetails::Helpers helpers{dialogs_, workspace_, lookup_};
+    helpers.Place = {12, 34};
+    helpers.Uncovered = {300, 300, 64, 64};
+    helpers.Picture = [&asked](int32_t tile, int side) {
+        asked.push_back(tile);
+        QImage picture(side, side, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        return picture;
+    };
+    window_ = std::make_unique<FrmVXTileDetails>(Post(), helpers);
+    window_->PlaceItself();
+    Show();
+    EXPECT_EQ(Find<QLabel>(*window_, "lblPlace").text(), "X 12   Y 34");
+    EXPECT_FALSE(window_->frameGeometry().intersects(helpers.Uncovered));
+    EXPECT_EQ(asked, std::vector<int32_t>{3});
+    Type("Text1", "4");
+    EXPECT_EQ(asked.back(), 4);
+    EXPECT_EQ(Find<QLabel>(*window_, "PicTile").grab().toImage().pixel(48, 48),
+              qRgb(255, 0, 0));
+}
+
+TEST_F(FrmVXTileDetailsTest, MnemonicsLeadToTheFields) {
+    OpenPost();
+    window_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    const auto leads = [this](Qt::Key letter, const char* box) {
+        QTest::keyClick(window_.get(), letter, Qt::AltModifier);
+        EXPECT_TRUE(Box(box).hasFocus()) << box;
+    };
+    leads(Qt::Key_E, "Text2");
+    leads(Qt::Key_P, "Text3");
+    leads(Qt::Key_1, "Text4");
+    leads(Qt::Key_2, "Text5");
+    leads(Qt::Key_T, "Text1");
 }
 
 TEST_F(FrmVXTileDetailsTest, BoxesDropWhatIsNoNumber) {

@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QIcon>
 #include <QPalette>
+#include <QTest>
+
+#include <set>
 
 namespace vardenix {
 namespace {
@@ -43,6 +46,32 @@ TEST(PictureLink, FillsAGreaterWidthWithItsRightEdge) {
     for (const int y : {5, 60, 115})
         EXPECT_EQ(seen.pixel(899, y), seen.pixel(641, y)) << y;
     EXPECT_EQ(qBlue(seen.pixel(899, 60)), 0x50); // deep water
+}
+
+TEST(PictureLink, HasARingOfBlackAndWhiteWhileItHasTheKeyboard) {
+    QWidget window;
+    PictureLink link(&window);
+    link.SetPicture(":/website.png", {64, 64});
+    link.resize(link.sizeHint());
+    link.setFocusPolicy(Qt::TabFocus);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    const auto upperSide = [&link] {
+        std::set<QRgb> colors;
+        const QImage seen = link.grab().toImage();
+        for (int x = 5; x < seen.width() - 5; ++x)
+            colors.insert(seen.pixel(x, 3));
+        return colors;
+    };
+    link.clearFocus();
+    const auto without = upperSide();
+    link.setFocus();
+    const auto with = upperSide();
+    EXPECT_FALSE(without.contains(qRgb(0, 0, 0)) &&
+                 without.contains(qRgb(255, 255, 255)));
+    EXPECT_TRUE(with.contains(qRgb(0, 0, 0)));
+    EXPECT_TRUE(with.contains(qRgb(255, 255, 255)));
 }
 
 } // namespace

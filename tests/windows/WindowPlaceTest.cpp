@@ -86,5 +86,19 @@ TEST(WindowPlace, MovesOntoTheScreensThereAre) {
     EXPECT_EQ(window.pos(), QPoint(room.left() + room.width() - 200, 30));
 }
 
+TEST(PlaceBeside, CoversNothingOfWhatIsToBeSeen) {
+    const QRect room(0, 0, 1000, 700);
+    const QSize window(300, 200);
+    // 8 pixels beside it, level with its middle.
+    EXPECT_EQ(PlaceBeside(window, {400, 300, 64, 64}, room), QPoint(472, 231));
+    EXPECT_EQ(PlaceBeside(window, {700, 300, 64, 64}, room), QPoint(392, 231));
+    EXPECT_EQ(PlaceBeside(window, {400, 0, 64, 64}, room), QPoint(472, 0));
+    EXPECT_EQ(PlaceBeside(window, {400, 690, 64, 10}, room), QPoint(472, 500));
+    // As wide as the room: below, else above.
+    EXPECT_EQ(PlaceBeside(window, {0, 100, 1000, 64}, room), QPoint(349, 172));
+    EXPECT_EQ(PlaceBeside(window, {0, 400, 1000, 264}, room), QPoint(349, 192));
+    EXPECT_EQ(PlaceBeside(window, room, room), QPoint(700, 500));
+}
+
 } // namespace
 } // namespace vardenix

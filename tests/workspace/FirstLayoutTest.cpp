@@ -247,5 +247,30 @@ TEST(FirstLayout, APaletteWithoutAFreePlaceStandsOverTheMapsCorner) {
     EXPECT_TRUE(Apart(layout.Palette, layout.Panel));
 }
 
+std::pair<int, int> CornerOf(const PixelRect& place) { return {place.Left, place.Top}; }
+
+TEST(LeastCovering, IsTheLowerRightCornerWhileThatIsFree) {
+    EXPECT_EQ(
+        CornerOf(LeastCovering({0, 10, 1000, 700}, {300, 200}, {{0, 10, 400, 700}})),
+        std::pair(700, 510));
+}
+
+TEST(LeastCovering, IsBesideWhatStandsThere) {
+    const PixelRect features{700, 510, 300, 200};
+    EXPECT_EQ(CornerOf(LeastCovering({0, 10, 1000, 700}, {300, 200},
+                                     {{0, 10, 400, 700}, features})),
+              std::pair(700, 310));
+    // Above it another one: to the left of them.
+    EXPECT_EQ(CornerOf(LeastCovering({0, 10, 1000, 700}, {300, 200},
+                                     {{0, 10, 400, 700}, features, {700, 10, 300, 500}})),
+              std::pair(400, 510));
+}
+
+TEST(LeastCovering, CoversLittleWhereAllIsTaken) {
+    // 400 of the room's 500 pixels are taken at the left; 200 more lie over 100 of these.
+    EXPECT_EQ(CornerOf(LeastCovering({0, 0, 500, 300}, {200, 300}, {{0, 0, 400, 300}})),
+              std::pair(300, 0));
+}
+
 } // namespace
 } // namespace vardenix

@@ -78,5 +78,28 @@ TEST_F(StatusLineTest, TellsWhatWasDone) {
     EXPECT_EQ(HitWords(0), "0 hits");
 }
 
+TEST_F(StatusLineTest, TellsWhatTheMapWaitsFor) {
+    interaction_.Tool = MapTool::Pick;
+    interaction_.WaitExportCorner1 = true;
+    EXPECT_EQ(ToolWords(interaction_, view_, lookup_),
+              "Export: click a corner (Esc ends it)");
+    interaction_.ExportFeatures = true;
+    interaction_.StopWaiting();
+    interaction_.WaitExportCorner2 = true;
+    EXPECT_EQ(ToolWords(interaction_, view_, lookup_),
+              "Export of features: click the opposite corner (Esc ends it)");
+    interaction_.StopWaiting();
+    interaction_.WaitImportCorner = true;
+    interaction_.ImportWidth = 12;
+    interaction_.ImportHeight = 8;
+    EXPECT_EQ(ToolWords(interaction_, view_, lookup_),
+              "Import of 12 X 8 posts: click its lower left corner (Esc ends it)");
+}
+
+TEST_F(StatusLineTest, NamesWhatAnExportHasWritten) {
+    EXPECT_EQ(ExportedWords("/a b/coast.exp"), "coast.exp written");
+    EXPECT_EQ(ExportedWords("C:\\maps\\north\\"), "north written");
+}
+
 } // namespace
 } // namespace vardenix

@@ -184,6 +184,25 @@ TEST(TilePalette, HomeAndEndLeadToTheFirstAndTheLast) {
     EXPECT_EQ(Move(6, PaletteMove::Last), 10);
 }
 
+TEST(TilePalette, AFilterThatItsKindHasNothingForSearchesAllOthers) {
+    const TileLookup lookup{Tile("HSEA1.PCX", 1), Tile("HRIVER2.PCX", 3),
+                            Tile("HSEA3.PCX", 3), Tile("", -1)};
+    EXPECT_THAT(TilesToShow(lookup, 1, ""), ElementsAre(0));
+    EXPECT_THAT(TilesToShow(lookup, 3, "sea"), ElementsAre(2)); // its own alone
+    EXPECT_THAT(TilesToShow(lookup, 1, "river"), ElementsAre(1));
+    EXPECT_THAT(TilesToShow(lookup, 5, "sea"), ElementsAre(0, 2));
+    EXPECT_THAT(TilesToShow(lookup, 5, ""), IsEmpty()); // nothing is looked for
+    EXPECT_THAT(TilesToShow(lookup, 1, "lake"), IsEmpty());
+}
+
+TEST(TilePalette, ATileIsFoundByItsNumberInAnyKind) {
+    const TileLookup lookup{Tile("HSEA1.PCX", 1), Tile("HRIVER5.PCX", 3),
+                            Tile("HLAKE.PCX", 3)};
+    EXPECT_THAT(TilesToShow(lookup, 1, "2"), ElementsAre(2));
+    EXPECT_THAT(TilesToShow(lookup, 3, " 2 "), ElementsAre(2));
+    EXPECT_THAT(TilesToShow(lookup, 1, "3"), IsEmpty());
+}
+
 TEST(TilePalette, ASecondClickOnTheChosenTileChoosesNone) {
     EXPECT_EQ(ChooseTile(-1, 17), 17);
     EXPECT_EQ(ChooseTile(17, 18), 18);

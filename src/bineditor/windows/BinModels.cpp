@@ -2,6 +2,7 @@
 
 #include "bineditor/TileLists.h"
 #include "catalogue/TileNumbers.h"
+#include "platform/windows/Theme.h"
 #include "texts/Windows1252.h"
 
 #include <QColor>
@@ -27,9 +28,9 @@ QVariant Title(const std::array<const char*, Columns>& titles, int section,
 QColor ColorOfLook(TileRowLook look) {
     switch (look) {
     case TileRowLook::Used:
-        return Qt::black;
+        return IsDark() ? QColor(0xE8, 0xE8, 0xE4) : QColor(Qt::black);
     case TileRowLook::Unused:
-        return Qt::red;
+        return IsDark() ? DangerColor() : QColor(Qt::red);
     case TileRowLook::Empty:
         break;
     }

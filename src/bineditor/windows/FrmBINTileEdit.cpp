@@ -8,6 +8,7 @@
 #include "catalogue/TileNumbers.h"
 #include "catalogue/TypeNames.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/Theme.h"
 #include "platform/windows/WindowPlace.h"
 #include "program/ProgramVersion.h"
 #include "ui_FrmBINTileEdit.h"
@@ -49,6 +50,7 @@ FrmBINTileEdit::FrmBINTileEdit(const Parts& parts)
       tiles_(std::make_unique<TileModel>(parts.State.Catalogue)),
       working_(std::make_unique<WorkingNotice>()) {
     ui_->setupUi(this);
+    MarkDanger(*ui_->cmdDeleteSet);
     DressControls();
     MakeToolTips();
     ConnectLists();

@@ -65,7 +65,9 @@ FrmVXFeatures::FrmVXFeatures(ProgramState& state, Dialogs& dialogs,
         state_.ShownFeatures.ShowFeatures = checked;
         ShowCounts();
         Repaint();
+        emit Changed();
     });
+    OnSignal(ui_->chkAgain, &QAbstractButton::toggled, this, [this] { emit Changed(); });
     OnSignal(ui_->CmdLoadFeatures, &QAbstractButton::clicked, this,
              [this] { CmdLoadFeatures_Click(); });
     OnSignal(ui_->CmdClearFeatures, &QAbstractButton::clicked, this,
@@ -80,10 +82,8 @@ void FrmVXFeatures::Connect(const KindControls& controls) {
     controls.Size->setRange(FeatureSizeRange.Min, FeatureSizeRange.Max);
     controls.Size->setPageStep(FeatureSizeRange.LargeChange);
     controls.SizeValue->setMinimumWidth(fontMetrics().horizontalAdvance("20"));
-    OnSignal(controls.Check, &QAbstractButton::toggled, this, [this, kind](bool checked) {
-        state_.ShownFeatures.Of(kind) = checked;
-        Repaint();
-    });
+    OnSignal(controls.Check, &QAbstractButton::toggled, this,
+             [this, kind](bool checked) { KindTicked(kind, checked); });
     OnSignal(controls.Size, &QAbstractSlider::valueChanged, this,
              [this, kind, label = controls.SizeValue](int value) {
                  StyleOf(state_.Configuration, kind).Size = value;
@@ -97,6 +97,25 @@ void FrmVXFeatures::Connect(const KindControls& controls) {
                  StyleOf(state_.Configuration, kind).Color = button->Color();
                  Repaint();
              });
+}
+
+// Who ticks a kind wants to see it.
+void FrmVXFeatures::KindTicked(FeatureKind kind, bool checked) {
+    state_.ShownFeatures.Of(kind) = checked;
+    if (checked && !ui_->Check->isChecked())
+        return ui_->Check->setChecked(true); // which does the rest
+    Repaint();
+    emit Changed();
+}
+
+std::vector<std::string> FrmVXFeatures::Remembered() const {
+    return ui_->chkAgain->isChecked() ? files_ : std::vector<std::string>();
+}
+
+void FrmVXFeatures::SetRemembered(const std::vector<std::string>& files) {
+    files_ = files;
+    ShowQuietly(*ui_->chkAgain, true);
+    ShowSettings();
 }
 
 void FrmVXFeatures::JoinFont(QAbstractButton* button, FontChoice Configuration::*font) {
@@ -127,31 +146,33 @@ void FrmVXFeatures::ShowSettings() {
 }
 
 void FrmVXFeatures::CmdLoadFeatures_Click() {
-    std::string path;
+    std::vector<std::string> paths;
     try {
-        path = dialogs_
-                   .OpenFile({.Title = "Open terrain features file...",
-                              .Filter = "Terrain Features Files | *.tdf"})
-                   .Path;
+        paths = dialogs_.OpenFiles({.Title = "Open terrain features file...",
+                                    .Filter = "Terrain Features Files | *.tdf"});
     } catch (const RuntimeError& error) {
         if (error.Number() == ErrorNumber::Cancelled)
             return;
         throw;
     }
-    LoadFiles({path});
+    LoadFiles(paths);
 }
 
 void FrmVXFeatures::LoadFiles(const std::vector<std::string>& paths) {
     // One that cannot be read leaves those before it.
     bool loaded = false;
     const auto repaint = qScopeGuard([this, &loaded] {
-        if (loaded)
-            Repaint();
+        if (!loaded)
+            return;
+        Repaint();
+        emit Changed();
     });
     for (const std::string& path : paths) {
         const Recording made(state_.Changes, {Paper::Features},
                              "Load " + AfterLastSlash(path));
         LoadFeatureFile(path, state_.Features);
+        std::erase(files_, path);
+        files_.push_back(path);
         loaded = true;
         ShowCounts();
     }
@@ -162,8 +183,10 @@ void FrmVXFeatures::CmdClearFeatures_Click() {
         const Recording made(state_.Changes, {Paper::Features}, "Clear the features");
         ClearFeatures(state_.Features);
     }
+    files_.clear();
     ShowCounts();
     Repaint();
+    emit Changed();
 }
 
 void FrmVXFeatures::FeaturesWalked() {

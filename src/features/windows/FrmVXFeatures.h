@@ -32,8 +32,17 @@ public:
     // Adds the features of files, one after the other, and repaints the map. The first
     // that cannot be read ends it; those before it have been added.
     void LoadFiles(const std::vector<std::string>& paths);
+    // The files that were loaded since all was cleared, if they are to be loaded again
+    // when the theater opens; without that none.
+    std::vector<std::string> Remembered() const;
+    // They have been loaded again.
+    void SetRemembered(const std::vector<std::string>& files);
     // A walk through the log of changes has led past a change of the features.
     void FeaturesWalked();
+
+signals:
+    // What is loaded or shown has changed, or whether it is remembered.
+    void Changed();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -46,6 +55,7 @@ private:
     void CmdLoadFeatures_Click();
     void CmdClearFeatures_Click();
     void ShowCounts();
+    void KindTicked(FeatureKind kind, bool checked);
     // Unless the program is starting.
     void Repaint();
 
@@ -53,6 +63,7 @@ private:
     Dialogs& dialogs_;
     WorkspaceCommands& commands_;
     std::unique_ptr<Ui::FrmVXFeatures> ui_;
+    std::vector<std::string> files_; // each once
 };
 
 } // namespace vardenix

@@ -6,6 +6,7 @@
 #include "platform/SavedOrKept.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/Theme.h"
 #include "texts/KeyFilters.h"
 #include "texts/RuntimeError.h"
 #include "ui_frmMAPMain.h"
@@ -13,6 +14,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPixmap>
 #include <QTimer>
 
 namespace vardenix {
@@ -30,8 +32,10 @@ constexpr int MaxKeys = 32;
 
 void Tint(QWidget& box, bool wrong) {
     QPalette colors;
-    if (wrong)
+    if (wrong) {
+        colors = PaletteOn(ColorOf(WrongColor));
         colors.setColor(QPalette::Base, ColorOf(WrongColor));
+    }
     box.setPalette(colors);
 }
 
@@ -295,6 +299,10 @@ void frmMAPMain::cmdVardenix_Click() {
     EndFlashing();
     workspace_.ShowWorkspace();
     hide();
+}
+
+void frmMAPMain::ShowMap(const QImage& picture) {
+    ui_->picMap->setPixmap(QPixmap::fromImage(picture));
 }
 
 void frmMAPMain::hideEvent(QHideEvent* event) {

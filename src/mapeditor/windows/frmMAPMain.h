@@ -15,6 +15,7 @@
 #include <memory>
 #include <string>
 
+class QImage;
 class QTimer;
 
 namespace Ui {
@@ -55,6 +56,11 @@ public:
 
     // Comes up with that entry chosen, flashing.
     void LocateColor(uint8_t index);
+
+    // A part of the map beside the colours, and the room for it in pixels.
+    void ShowMap(const QImage& picture);
+    static constexpr int MapPartWidth = 256;
+    static constexpr int MapPartHeight = 192;
 
     void StartFlashing(int index, int32_t seconds = FlashSeconds,
                        int32_t interval = FlashInterval);

@@ -48,7 +48,8 @@ FrmVXTheaterPreview::FrmVXTheaterPreview(const ProgramState& state, const MapVie
     ui_->setupUi(this);
     ui_->row->setContentsMargins(GapAboveCommand1, GapAboveCommand1, GapAboveCommand1,
                                  GapAboveCommand1);
-    ui_->ground->setBackgroundRole(QPalette::Mid);
+    ui_->ground->setPalette(QPalette(PictureGround()));
+    ui_->ground->setBackgroundRole(QPalette::Window);
     // A small picture must not grow for scroll bars that it has no use for.
     ui_->ground->setMinimumSize(1, 1);
     OnSignal(ui_->Command1, &QAbstractButton::clicked, this,
@@ -92,7 +93,9 @@ void FrmVXTheaterPreview::UpdatePart(PostPlace lowerLeft, int32_t across, int32_
     const Configuration& settings = state_.Configuration;
     if (UpdateHeights(state_.Terrain,
                       {settings.PreviewSeaColor, settings.PreviewLevelColors}, lowerLeft,
-                      across, down, pixels))
+                      across, down, pixels,
+                      {view_.ShowRelief ? view_.ReliefStrength : 0,
+                       view_.ShowContours ? view_.ContourStep : 0}))
         ui_->Picture1->update();
 }
 

@@ -3,7 +3,9 @@
 #include "mapview/windows/QtDrawingSurface.h"
 
 #include <QColor>
+#include <QImage>
 #include <QRect>
+#include <QString>
 #include <QWidget>
 
 #include <optional>
@@ -36,16 +38,26 @@ public:
     // Borrowed likewise.
     void ShowOver(PictureOverlay& overlay) { overlay_ = &overlay; }
     // A frame over the picture, which costs no repaint of the map; none takes it away.
-    void SetBand(const std::optional<QRect>& band, const QColor& color);
+    // `words` stand beside its corner. `ghost`, within it, is what may come there.
+    struct Band {
+        QRect Frame;
+        QColor Color;
+        QString Words;
+        QImage Ghost;
+        QPoint GhostAt;
+    };
+    void SetBand(std::optional<Band> band);
+    const std::optional<Band>& ShownBand() const { return band_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     const QtDrawingSurface* surface_ = nullptr;
+    void PaintWords(QPainter& painter) const;
+
     PictureOverlay* overlay_ = nullptr;
-    std::optional<QRect> band_;
-    QColor bandColor_;
+    std::optional<Band> band_;
 };
 
 } // namespace vardenix

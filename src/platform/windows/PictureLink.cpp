@@ -36,8 +36,12 @@ void PictureLink::paintEvent(QPaintEvent*) {
         painter.drawPixmap(rect().adjusted(shown.width(), 0, 0, 0), picture, edge);
     }
     if (hasFocus()) {
-        painter.setPen(QPen(Qt::white, 1, Qt::DotLine));
-        painter.drawRect(rect().adjusted(3, 3, -4, -4));
+        // Seen on light and dark pictures alike.
+        const QRect ring = rect().adjusted(3, 3, -4, -4);
+        painter.setPen(QPen(Qt::black, 2));
+        painter.drawRect(ring);
+        painter.setPen(QPen(Qt::white, 2, Qt::DashLine));
+        painter.drawRect(ring);
     }
 }
 

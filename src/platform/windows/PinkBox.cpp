@@ -1,6 +1,7 @@
 #include "platform/windows/PinkBox.h"
 
 #include "platform/windows/ColorImage.h"
+#include "platform/windows/Theme.h"
 
 #include <QLineEdit>
 
@@ -14,8 +15,10 @@ constexpr uint32_t PinkColor = 0xC0C0FF;
 
 void SetPink(QLineEdit& box, bool pink) {
     QPalette colors;
-    if (pink)
+    if (pink) {
+        colors = PaletteOn(ColorOf(PinkColor));
         colors.setColor(QPalette::Base, ColorOf(PinkColor));
+    }
     box.setPalette(colors);
 }
 

@@ -121,6 +121,24 @@ QPoint PlaceWithin(const QRect& window, const QList<QRect>& screens) {
             pulled(window.top(), window.height(), screen.top(), screen.height())};
 }
 
+QPoint PlaceBeside(QSize window, const QRect& uncovered, const QRect& room) {
+    constexpr int gap = 8;
+    const auto within = [](int from, int length, int least, int most) {
+        return std::max(least, std::min(from, least + most - length));
+    };
+    const int x = within(uncovered.center().x() - window.width() / 2, window.width(),
+                         room.left(), room.width());
+    const int y = within(uncovered.center().y() - window.height() / 2, window.height(),
+                         room.top(), room.height());
+    for (const QPoint& place : {QPoint(uncovered.right() + 1 + gap, y),
+                                QPoint(uncovered.left() - gap - window.width(), y),
+                                QPoint(x, uncovered.bottom() + 1 + gap),
+                                QPoint(x, uncovered.top() - gap - window.height())})
+        if (room.contains(QRect(place, window)))
+            return place;
+    return room.bottomRight() - QPoint(window.width() - 1, window.height() - 1);
+}
+
 QPoint PlaceOf(const QWidget& window) {
     return window.isVisible() && window.windowHandle() != nullptr
                ? window.windowHandle()->framePosition()

@@ -43,6 +43,11 @@ private:
     int rightLooks_ = 0; // one behind the other
 };
 
+// Where a window, frame included, lies wholly beside what it must not cover: at the
+// right, the left, below or above; in the lower right of the room where no side has
+// enough of it.
+QPoint PlaceBeside(QSize window, const QRect& uncovered, const QRect& room);
+
 // Moves a window, frame included, to a place on the screens there are now; what was
 // stored may be from a desk with another screen.
 void MoveOnScreen(QWidget& window, QPoint topLeft);

@@ -17,6 +17,8 @@
 #include <QSignalBlocker>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace vardenix {
 
 namespace {
@@ -162,14 +164,33 @@ void FrmStartUp::Command1_Click() {
 }
 
 void FrmStartUp::OpenTheater(const std::string& folder) {
-    if (TakeFolder(folder))
+    if (TakeFolder(folder) && ui_->Combo1->currentIndex() == 0)
         CmdShowTheater_Click();
 }
 
-// The theater of a folder becomes the one that is given by hand.
+// Its theaters are the ones that can be chosen; the first of them is.
+void FrmStartUp::TakeInstall(const std::string& folder) {
+    DiscoverTheatersIn(folder, state_.Discovery);
+    ShowLeftOut();
+    {
+        const QSignalBlocker quiet(ui_->Combo1);
+        ui_->Combo1->clear();
+        for (const std::string& choice : TheaterChoices(state_.Discovery))
+            ui_->Combo1->addItem(QString::fromStdString(choice));
+        ui_->Combo1->setCurrentIndex(std::min(1, ui_->Combo1->count() - 1));
+    }
+    Combo1_Click();
+    ui_->Combo1->setFocus();
+}
+
+// The theater of a folder becomes the one that is given by hand; an install is listed.
 bool FrmStartUp::TakeFolder(const std::string& folder) {
     TheaterPaths paths = ShownPaths();
     try {
+        if (IsInstall(folder)) {
+            TakeInstall(folder);
+            return true;
+        }
         TakeTheaterFolder(folder, paths, state_.Configuration, [this] {
             const QSignalBlocker quiet(ui_->Combo1);
             ui_->Combo1->setCurrentIndex(0);

@@ -67,6 +67,7 @@ private:
     void CmdShowTheater_Click();
     bool CheckPaths();
     bool TakeFolder(const std::string& folder);
+    void TakeInstall(const std::string& folder);
     Q_INVOKABLE void TakeDropped();
     Q_INVOKABLE void OpenNamed();
     void Image1_Click();

@@ -1,6 +1,7 @@
 #include "search/windows/SearchCells.h"
 
 #include "platform/windows/ColorImage.h"
+#include "platform/windows/Theme.h"
 #include "search/TileSearch.h"
 
 #include <QEvent>
@@ -104,16 +105,16 @@ void SearchCells::ShowSelection() {
     for (int cell = 0; cell < CellCount; ++cell) {
         QFrame* frame = frames_[static_cast<size_t>(cell)].Frame;
         const bool selected = cell == selected_;
-        QPalette colors = palette();
-        colors.setColor(QPalette::Window, ColorOf(selected ? SelectedColor : OtherColor));
+        const QPalette pale = PaletteOn(ColorOf(selected ? SelectedColor : OtherColor));
+        QPalette colors = pale;
         // The frame of the one that the arrow keys move from is drawn heavier.
         const bool focused = selected && hasFocus();
         if (focused)
-            colors.setColor(QPalette::WindowText, palette().color(QPalette::Highlight));
+            colors.setColor(QPalette::WindowText, pale.color(QPalette::Highlight));
         frame->setPalette(colors);
         frame->setLineWidth(focused ? 2 : 1);
         for (QWidget* label : frame->findChildren<QWidget*>())
-            label->setPalette(palette());
+            label->setPalette(pale);
     }
 }
 

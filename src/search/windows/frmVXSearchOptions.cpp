@@ -3,10 +3,15 @@
 #include "platform/windows/PinkBox.h"
 #include "platform/windows/RunTimeBarrier.h"
 #include "search/TileSearch.h"
+#include "search/TilesMeant.h"
+#include "texts/Cutting.h"
 #include "texts/Numbers.h"
+#include "texts/Windows1252.h"
 #include "ui_frmVXSearchOptions.h"
 
 #include <QSignalBlocker>
+
+#include <algorithm>
 
 namespace vardenix {
 
@@ -21,8 +26,9 @@ constexpr std::array CellNames{"Post",       "Above",       "Above right",
                                "Right",      "Below right", "Below",
                                "Below left", "Left",        "Above left"};
 
-// "Post: Tile 5, Elv >200; Above: X1 3"
-QString Described(const SearchPattern& pattern) {
+// "Post: Tile 5, Elv >200; Above: X1 3; named lake"
+QString Described(const SearchQuery& query) {
+    const SearchPattern& pattern = query.Pattern;
     constexpr std::array names{"Tile", "Elv", "Pal", "X1", "X2"};
     QStringList cells;
     for (size_t cell = 0; cell < pattern.size(); ++cell) {
@@ -33,17 +39,20 @@ QString Described(const SearchPattern& pattern) {
         if (!fields.isEmpty())
             cells += QString(CellNames[cell]) + ": " + fields.join(", ");
     }
+    if (!query.Named.empty())
+        cells += QObject::tr("named %1").arg(QString::fromStdString(query.Named));
     return cells.isEmpty() ? QObject::tr("every post") : cells.join("; ");
 }
 
 } // namespace
 
-frmVXSearchOptions::frmVXSearchOptions(SearchState& search)
-    : search_(search), ui_(std::make_unique<Ui::frmVXSearchOptions>()) {
+frmVXSearchOptions::frmVXSearchOptions(SearchState& search, const TileLookup& lookup)
+    : search_(search), lookup_(lookup), ui_(std::make_unique<Ui::frmVXSearchOptions>()) {
     ui_->setupUi(this);
     ui_->Cells->SetPattern(search.Pattern);
     for (QLineEdit* box : Boxes())
         OnSignal(box, &QLineEdit::textChanged, this, [this] { Text_Change(); });
+    OnSignal(ui_->txtNamed, &QLineEdit::textChanged, this, [this] { TellNamed(); });
     // A long pattern must not make the window wider.
     ui_->comLast->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     OnSignal(ui_->Cells, &SearchCells::CellSelected, this,
@@ -65,6 +74,7 @@ std::array<QLineEdit*, 5> frmVXSearchOptions::Boxes() const {
 
 void frmVXSearchOptions::showEvent(QShowEvent* event) {
     FillLast();
+    TellNamed(); // the catalogue may have become another
     ui_->Cells->Select(0);
     ui_->Text1->setFocus();
     QDialog::showEvent(event);
@@ -106,14 +116,26 @@ void frmVXSearchOptions::MarkWhatIsNoNumber() {
     ui_->lblNoNumber->setText(told);
 }
 
+void frmVXSearchOptions::TellNamed() {
+    const std::string text = ui_->txtNamed->text().toStdString();
+    const bool any = TrimBlanks(text).empty();
+    const auto tiles = std::ranges::count(TilesMeant(lookup_, BytesFromUtf8(text)), 1);
+    SetPink(*ui_->txtNamed, !any && tiles == 0);
+    ui_->lblNamed->setText(any          ? QString()
+                           : tiles == 1 ? tr("1 tile")
+                                        : tr("%1 tiles").arg(tiles));
+}
+
 void frmVXSearchOptions::cmdClearAll_Click() {
+    ui_->txtNamed->clear();
     ui_->Cells->SetPattern({});
     ShowSelectedCell();
 }
 
 void frmVXSearchOptions::cmdSearch_Click() {
     search_.Pattern = ui_->Cells->Pattern();
-    RememberPattern(search_);
+    search_.Named = TrimBlanks(ui_->txtNamed->text().toStdString());
+    RememberQuery(search_);
     hide();
     emit SearchWanted();
 }
@@ -121,14 +143,16 @@ void frmVXSearchOptions::cmdSearch_Click() {
 void frmVXSearchOptions::comLast_Click(int index) {
     if (static_cast<size_t>(index) >= search_.History.size())
         return;
-    ui_->Cells->SetPattern(search_.History[static_cast<size_t>(index)]);
+    const SearchQuery& query = search_.History[static_cast<size_t>(index)];
+    ui_->Cells->SetPattern(query.Pattern);
+    ui_->txtNamed->setText(QString::fromStdString(query.Named));
     ShowSelectedCell();
 }
 
 void frmVXSearchOptions::FillLast() {
     ui_->comLast->clear();
-    for (const SearchPattern& pattern : search_.History)
-        ui_->comLast->addItem(Described(pattern));
+    for (const SearchQuery& query : search_.History)
+        ui_->comLast->addItem(Described(query));
     ui_->comLast->setEnabled(!search_.History.empty());
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/TextureBin.h"
 #include "program/SearchResults.h"
 
 #include <QDialog>
@@ -22,11 +23,11 @@ class frmVXSearchOptions : public QDialog {
 
 public:
     // Borrowed for the window's life.
-    explicit frmVXSearchOptions(SearchState& search);
+    frmVXSearchOptions(SearchState& search, const TileLookup& lookup);
     ~frmVXSearchOptions() override;
 
 signals:
-    // SearchState::Pattern is what is searched for; the window has gone.
+    // The SearchQuery of the state is what is searched for; the window has gone.
     void SearchWanted();
 
 protected:
@@ -36,6 +37,7 @@ private:
     std::array<QLineEdit*, 5> Boxes() const;
     void ShowSelectedCell();
     void Text_Change();
+    void TellNamed();
     void MarkWhatIsNoNumber();
     void cmdClearAll_Click();
     void cmdSearch_Click();
@@ -43,6 +45,7 @@ private:
     void FillLast();
 
     SearchState& search_;
+    const TileLookup& lookup_;
     std::unique_ptr<Ui::frmVXSearchOptions> ui_;
 };
 

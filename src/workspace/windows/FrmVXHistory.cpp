@@ -8,6 +8,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 
+#include <utility>
+
 namespace vardenix {
 
 FrmVXHistory::FrmVXHistory(const ChangeLog& changes)
@@ -27,7 +29,13 @@ FrmVXHistory::FrmVXHistory(const ChangeLog& changes)
     header.resizeSection(3, widthOf("L0/ELV, L2"));
     OnSignal(ui_->lstHistory, &QAbstractItemView::clicked, this,
              [this](const QModelIndex& index) {
-                 emit StateWanted(static_cast<size_t>(index.row()));
+                 if (index.row() >= model_->Earlier())
+                     GoToRow(index.row());
+             });
+    OnSignal(ui_->lstHistory, &QAbstractItemView::doubleClicked, this,
+             [this](const QModelIndex& index) {
+                 if (index.row() < model_->Earlier())
+                     GoToRow(index.row());
              });
     FollowPosition();
 }
@@ -42,7 +50,8 @@ void FrmVXHistory::ChangesChanged() {
 }
 
 void FrmVXHistory::FollowPosition() {
-    const QModelIndex now = model_->index(static_cast<int>(changes_.Position()), 0);
+    const QModelIndex now =
+        model_->index(model_->Earlier() + static_cast<int>(changes_.Position()), 0);
     ui_->lstHistory->setCurrentIndex(now);
     ui_->lstHistory->scrollTo(now);
 }
@@ -53,19 +62,37 @@ bool FrmVXHistory::eventFilter(QObject* watched, QEvent* event) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         const int row = ui_->lstHistory->currentIndex().row();
         if ((key == Qt::Key_Return || key == Qt::Key_Enter) && row >= 0) {
-            emit PlaceWanted(static_cast<size_t>(row));
+            ShowRow(row);
             return true;
         }
         if (key == Qt::Key_Space && row >= 0) {
-            emit StateWanted(static_cast<size_t>(row));
+            GoToRow(row);
             return true;
         }
     }
     return QWidget::eventFilter(watched, event);
 }
 
+void FrmVXHistory::GoToRow(int row) {
+    if (row < model_->Earlier())
+        emit EarlierWanted(static_cast<size_t>(row));
+    else
+        emit StateWanted(static_cast<size_t>(row - model_->Earlier()));
+}
+
+void FrmVXHistory::ShowRow(int row) {
+    if (row >= model_->Earlier())
+        emit PlaceWanted(static_cast<size_t>(row - model_->Earlier()));
+}
+
+void FrmVXHistory::ShowEarlier(std::vector<HistoryRow> saves) {
+    model_->SetEarlier(std::move(saves));
+    FollowPosition();
+}
+
 void FrmVXHistory::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    emit Shown();
     ChangesChanged();
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "program/ChangeLog.h"
+#include "workspace/HistoryRows.h"
 
 #include <QWidget>
 
 #include <cstddef>
 #include <memory>
+#include <vector>
 
 class QModelIndex;
 
@@ -17,8 +19,8 @@ namespace vardenix {
 
 class HistoryModel;
 
-// The changes of the log, oldest first; the one that the papers stand at is marked, and
-// what was taken back is grey.
+// Earlier saves, and below them the changes of the log, oldest first; the one that the
+// papers stand at is marked, and what was taken back is grey.
 class FrmVXHistory : public QWidget {
     Q_OBJECT
 
@@ -29,8 +31,13 @@ public:
 
     // A change has come, gone on, been walked over or been saved.
     void ChangesChanged();
+    void ShowEarlier(std::vector<HistoryRow> saves);
 
 signals:
+    // The window comes up, and shows whatever it is given.
+    void Shown();
+    // The earlier save in that row is to be brought back.
+    void EarlierWanted(size_t row);
     // The state after so many changes is wanted; and the place of that change, from 1.
     void StateWanted(size_t position);
     void PlaceWanted(size_t position);
@@ -43,6 +50,9 @@ protected:
 
 private:
     void FollowPosition();
+    // Of the state or the place after so many changes, or of an earlier save.
+    void GoToRow(int row);
+    void ShowRow(int row);
 
     const ChangeLog& changes_;
     std::unique_ptr<Ui::FrmVXHistory> ui_;

@@ -68,6 +68,7 @@ void FrmVXMain::DressControls() {
     for (QLabel* value : {ui_->lblTrans, ui_->lblBrightness, ui_->Label1})
         value->setMinimumWidth(value->fontMetrics().horizontalAdvance("-100"));
     ui_->Label2->setMinimumWidth(fontMetrics().horizontalAdvance("10 X 10"));
+    MarkDanger(*ui_->Command4);
     ui_->PB3->setRange(0, ProgressFullWidth);
     ui_->PB3->hide();
     ui_->Frame7->hide();
@@ -115,6 +116,8 @@ void FrmVXMain::ShowSettings() {
     const MapView stored = ViewOfSettings(settings);
     ui_->sldrTrans->setValue(view_.MapAlpha);
     ui_->sldrBrightness->setValue(static_cast<int>(stored.Brightness));
+    ui_->sldrRelief->setValue(view_.ReliefStrength);
+    ui_->spnContourStep->setValue(view_.ContourStep);
     ui_->ZoomScroll->setValue(stored.ZoomPosts);
     ui_->ComTileWidth->setCurrentText(QString::number(stored.TilePixels));
     ShowColors();
@@ -178,18 +181,20 @@ void FrmVXMain::ShowTitles() {
 void FrmVXMain::ChangeControlsForL0Edit(bool on) {
     layer_ = on ? Layer::Heights : Layer::Posts;
     ShowTitles();
-    const QColor color = on ? L0ModeColor() : OffColor();
-    QPalette ground = palette();
-    ground.setColor(QPalette::Window, color);
-    setPalette(ground);
+    ShowModeColors();
+    RedrawSaveButton();
+}
+
+void FrmVXMain::ShowModeColors() {
+    const bool heights = layer_ == Layer::Heights;
+    setPalette(heights ? PaletteOn(L0ModeColor()) : QPalette());
     // Frames, check boxes and labels take it from there; the boxes that are called labels
     // have a ground of their own.
     for (QLineEdit* box : {ui_->LabelX, ui_->LabelY}) {
-        QPalette colors = box->palette();
-        colors.setColor(QPalette::Base, color);
+        QPalette colors = heights ? PaletteOn(L0ModeColor()) : QPalette();
+        colors.setColor(QPalette::Base, heights ? L0ModeColor() : OffColor());
         box->setPalette(colors);
     }
-    RedrawSaveButton();
 }
 
 void FrmVXMain::SetL0FileName(const std::string& fileName) {
@@ -261,7 +266,12 @@ void FrmVXMain::SetText(const std::string& text) {
     ui_->PB3->setTextVisible(!text.empty());
 }
 
-void FrmVXMain::LetEventsThrough() { QCoreApplication::processEvents(); }
+// Clicks and keys stay in their queue, in their order, until the work is done: the panel
+// is locked meanwhile, which would lose them, and an editor that is open is not, which
+// would have them in the middle of it.
+void FrmVXMain::LetEventsThrough() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
 
 void FrmVXMain::SetShift(bool down) {
     if (shiftDown_ == down)
@@ -318,6 +328,8 @@ void FrmVXMain::changeEvent(QEvent* event) {
         SetShift(isActiveWindow() &&
                  QGuiApplication::queryKeyboardModifiers().testFlag(Qt::ShiftModifier));
     QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        ShowModeColors(); // the look may be another one
 }
 
 void FrmVXMain::showEvent(QShowEvent* event) {

@@ -134,6 +134,7 @@ private:
     void Repaint();
     void ShowCaptions();
     void ShowTitles();
+    void ShowModeColors();
     void WatchKey(const QKeyEvent& event, bool down);
     void WatchFocus(const QWidget* now);
     void SetShift(bool down);

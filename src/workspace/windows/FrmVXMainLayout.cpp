@@ -17,6 +17,7 @@ namespace {
 
 constexpr int BarHeight = 14; // of PB3, pixels
 constexpr QSize SmallButton{26, 18};
+constexpr int ReliefSlider = 60; // pixels
 
 // Of a layer: its box, and what stands for its looks at the end.
 QBoxLayout* LayerRow(QWidget* box, std::initializer_list<QWidget*> looks) {
@@ -56,6 +57,7 @@ void FrmVXMain::ArrangeControls() {
     for (QPushButton* color :
          {ui_->CmdGridCol, ui_->CmdExpAreaCol, ui_->CmdHeightCol, ui_->CmdSegCol})
         color->setFixedSize(SmallButton);
+    ui_->sldrRelief->setFixedWidth(ReliefSlider);
     auto* layers = new WrappingRow(WrappingRow::Widths::Columns);
     layers->setSpacing(10);
     auto* map = new WrappingRow;
@@ -69,7 +71,9 @@ void FrmVXMain::ArrangeControls() {
           LayerRow(ui_->chkShowExport, {ui_->CmdExpAreaCol}),
           LayerRow(ui_->chkShowHeights, {ui_->cmdFont, ui_->CmdHeightCol}),
           LayerRow(ui_->chkShowSegments, {ui_->CmdSegCol}),
-          LayerRow(ui_->chkApplyNight, {})})
+          LayerRow(ui_->chkApplyNight, {}),
+          LayerRow(ui_->chkShowRelief, {ui_->chkReliefAlone, ui_->sldrRelief}),
+          LayerRow(ui_->chkShowContours, {ui_->spnContourStep})})
         layers->AddLayout(row);
     const int label =
         std::max(ui_->chkApplyMAP->sizeHint().width(), ui_->Frame26->sizeHint().width());

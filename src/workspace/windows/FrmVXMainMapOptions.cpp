@@ -12,6 +12,16 @@ void FrmVXMain::ConnectSliders() {
              [this](int value) { sldrBrightness_Change(value); });
     OnSignal(ui_->sldrTrans, &QAbstractSlider::valueChanged, this,
              [this](int value) { sldrTrans_Change(value); });
+    OnSignal(ui_->sldrRelief, &QAbstractSlider::valueChanged, this, [this](int value) {
+        view_.ReliefStrength = value;
+        if (view_.ShowRelief)
+            Repaint();
+    });
+    OnSignal(ui_->spnContourStep, &QSpinBox::valueChanged, this, [this](int value) {
+        view_.ContourStep = value;
+        if (view_.ShowContours)
+            Repaint();
+    });
     const auto step = [this](QAbstractButton* button, QAbstractSlider* slider,
                              int32_t (*rule)(int32_t, const ControlRange&),
                              const ControlRange& range) {

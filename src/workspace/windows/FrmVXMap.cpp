@@ -3,6 +3,7 @@
 #include "mapview/MapPatch.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/Theme.h"
 #include "texts/Windows1252.h"
 #include "ui_FrmVXMap.h"
 #include "workspace/StatusLine.h"
@@ -11,6 +12,7 @@
 #include <QCloseEvent>
 #include <QContextMenuEvent>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -21,6 +23,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace vardenix {
 
@@ -31,15 +34,28 @@ constexpr int ReadOutTime = 120000; // ms
 constexpr int ReadOutWidth = 240;   // pixels
 // Until nobody scrolls any more, who would have to wait for what is not seen.
 constexpr int RestWaits = 150; // ms
-// The local files among what was dropped that are feature files by their names.
-std::vector<std::string> DroppedFeatureFiles(const QMimeData& dropped) {
-    std::vector<std::string> paths;
+
+bool IsFeatureFile(const QString& path) {
+    return path.endsWith(".tdf", Qt::CaseInsensitive);
+}
+
+// By its name: feature files, which come together, or one region, heights or folder.
+std::vector<std::string> DroppedPaths(const QMimeData& dropped) {
+    std::vector<std::string> features;
+    std::vector<std::string> others;
     for (const QUrl& url : dropped.urls()) {
         const QString path = url.toLocalFile();
-        if (path.endsWith(".tdf", Qt::CaseInsensitive))
-            paths.push_back(path.toStdString());
+        if (IsFeatureFile(path))
+            features.push_back(path.toStdString());
+        for (const char* end : {".exp", ".l0", ".elv"})
+            if (path.endsWith(end, Qt::CaseInsensitive))
+                others.push_back(path.toStdString());
+        if (QFileInfo(path).isDir())
+            others.push_back(path.toStdString());
     }
-    return paths;
+    if (features.empty() && others.size() == 1)
+        return others;
+    return features;
 }
 
 void SetRange(QScrollBar& bar, const ControlRange& range) {
@@ -56,7 +72,8 @@ FrmVXMap::FrmVXMap(const Parts& parts)
                                     parts.Undo, parts.Workspace, parts.Wishes),
       ui_(std::make_unique<Ui::FrmVXMap>()), overlay_(parts.View, parts.Interaction) {
     ui_->setupUi(this);
-    ui_->ground->setBackgroundRole(QPalette::Mid);
+    ui_->ground->setPalette(QPalette(PictureGround()));
+    ui_->ground->setBackgroundRole(QPalette::Window);
     HoldLowerLeft();
     ui_->PicShow->Show(picture2_);
     ui_->PicShow->ShowOver(overlay_);
@@ -84,9 +101,7 @@ void FrmVXMap::MakeStrip() {
         ShowPointer();
     });
     OnSignal(ui_->strip, &MapToolStrip::Done, this, [this] { setFocus(); });
-    // Where there is no room for all, the word stays whole; the tool's tip has all of it.
-    for (QLabel* label : {ui_->lblPost, ui_->lblTool})
-        label->setMinimumWidth(1);
+    // The tool is the first that is cut.
     ui_->lblTool->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     ShowTools();
 }
@@ -119,12 +134,25 @@ void FrmVXMap::ShowGhost(QImage picture) {
     ui_->PicShow->update();
 }
 
+void FrmVXMap::ShowPost() {
+    if (ui_->PicShow->underMouse())
+        pointedAt_ = ui_->PicShow->mapFromGlobal(QCursor::pos());
+    if (pointedAt_)
+        ShowStatus(*pointedAt_);
+}
+
 MapToolStrip& FrmVXMap::Strip() { return *ui_->strip; }
 
 void FrmVXMap::ChooseTool(MapTool tool) {
+    StopWaiting();
     ui_->strip->Choose(tool);
+    TakeKeyboard();
+}
+
+void FrmVXMap::TakeKeyboard() {
     if (!isAncestorOf(QApplication::focusWidget()))
         setFocus();
+    window()->activateWindow();
 }
 
 void FrmVXMap::MakeToolTip() {
@@ -208,6 +236,8 @@ void FrmVXMap::RefreshPicArray() {
     // Another post may lie under the cursor, or the same with other values.
     if (ui_->PicShow->underMouse())
         PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
+    else
+        ShowPost();
 }
 
 void FrmVXMap::ShowLeftOut() {
@@ -266,6 +296,14 @@ void FrmVXMap::Repaint(const MapPatch& patch) {
     ui_->PicShow->update(clip.Left, clip.Top, clip.Width, clip.Height);
 }
 
+QRect FrmVXMap::OnScreen(PostPlace place, bool height) const {
+    const PictureBox box =
+        SquaresOnPicture(view_, {place.X, place.Y, place.X, place.Y}, height);
+    const QPoint topLeft(PixelAt(box.LowerLeft.X), PixelAt(box.UpperRight.Y));
+    const QPoint bottomRight(PixelAt(box.UpperRight.X), PixelAt(box.LowerLeft.Y));
+    return {ui_->PicShow->mapToGlobal(topLeft), ui_->PicShow->mapToGlobal(bottomRight)};
+}
+
 void FrmVXMap::CopyToPicShow() { ui_->PicShow->update(); }
 
 void FrmVXMap::LookForEsc() {
@@ -276,20 +314,27 @@ void FrmVXMap::LookForEsc() {
 void FrmVXMap::MakeViewPort(const MapView&) { emit ViewPainted(); }
 
 void FrmVXMap::dragEnterEvent(QDragEnterEvent* event) {
-    if (!DroppedFeatureFiles(*event->mimeData()).empty())
+    if (!DroppedPaths(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
 void FrmVXMap::dropEvent(QDropEvent* event) {
-    droppedPaths_ = DroppedFeatureFiles(*event->mimeData());
+    droppedPaths_ = DroppedPaths(*event->mimeData());
     event->acceptProposedAction();
     // Once the other program is done with its part: a box may come up.
     QMetaObject::invokeMethod(this, "LoadDropped", Qt::QueuedConnection);
 }
 
 void FrmVXMap::LoadDropped() {
-    static_cast<RunTimeBarrier*>(qApp)->Guard(
-        [this] { wishes_.LoadFeatures(droppedPaths_); });
+    static_cast<RunTimeBarrier*>(qApp)->Guard([this] {
+        const std::vector<std::string> paths = std::exchange(droppedPaths_, {});
+        if (paths.empty() || view_.ScrollBusy)
+            return;
+        if (IsFeatureFile(QString::fromStdString(paths.front())))
+            wishes_.LoadFeatures(paths);
+        else
+            wishes_.TakeDropped(paths.front());
+    });
 }
 
 bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {
@@ -308,6 +353,8 @@ bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {
         if (watched == ui_->PicShow) {
             pointerOver_ = event->type() == QEvent::Enter;
             HearEveryMove();
+            if (!pointerOver_ && !mouse_.Goes())
+                ui_->PicShow->SetBand({});
         }
         break;
     case QEvent::MouseMove:

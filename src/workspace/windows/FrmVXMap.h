@@ -70,11 +70,15 @@ public:
     // Sets both scroll bars without a repaint; values outside the theater are clamped.
     void SetPosition(PostPlace position);
 
+    // Of the screen: the part of the picture that a post, or a height, has.
+    QRect OnScreen(PostPlace place, bool height) const;
     // A word on what was done, in the line under the map.
     void ShowWord(const QString& word);
+    // The values of the post that was pointed at last, which may have changed.
+    void ShowPost();
     // What the tools do, and the tile that is chosen, have changed elsewhere.
     void ShowTools();
-    // The keyboard comes to the map with it, unless a part of the map has it.
+    // No corner is waited for any more, and the keyboard comes to the map.
     void ChooseTool(MapTool tool);
     // What the left button does, or a tool waits for, ends there.
     void StopGesture();
@@ -82,6 +86,17 @@ public:
     void StopPending();
     // The clip in hand as the map would show it, beginning with its lower left post.
     void ShowGhost(QImage picture);
+    // From whatever window has it; a part of the map that has it keeps it.
+    void TakeKeyboard();
+    // A key of a tool, of the brush or of the zoom, pressed in whatever window. False for
+    // any other.
+    bool TakeToolKey(const QKeyEvent& event);
+    // What the mouse has begun ends, and no corner is waited for any more. False when
+    // there was nothing of both.
+    bool StopWaiting();
+    // The same; where there was nothing, nothing is selected any more. False when nothing
+    // was.
+    bool Escape();
     // Nearer for positive steps, round the pointer or the middle; farther than the
     // panel's slider goes, until the whole theater is seen.
     void ZoomBy(int steps);
@@ -139,7 +154,6 @@ private:
     void ShowPositionOfView();
     void MakeToolTip();
     void MakeStrip();
-    bool ToolKey(const QKeyEvent& event);
     bool ScrollKey(int key);
     void PicShow_MouseDown(QMouseEvent& event);
     void PicShow_MouseMove(const QMouseEvent& event);
@@ -173,8 +187,6 @@ private:
     void Repaint(const MapPatch& patch);
     // Posts of level 2, from 0, as they are now.
     void RepaintPosts(const PostBox& posts);
-    // No corner is waited for any more. False when none was.
-    bool StopWaiting();
 
     void ClearPicShow() override {}
     void CopyToPicShow() override;
@@ -213,6 +225,7 @@ private:
     WheelSum zoomTurned_; // with Ctrl
     WheelSum turnedAcross_;
     WheelSum turnedDown_;
+    std::optional<QPointF> pointedAt_;      // on the picture
     std::vector<std::string> droppedPaths_; // to be loaded when events come next
 };
 

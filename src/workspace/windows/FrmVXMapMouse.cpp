@@ -1,10 +1,12 @@
 // What mouse, wheel and keys do on the map.
 
+#include "mapview/MapPatch.h"
 #include "mapview/PictureBox.h"
 #include "platform/windows/ColorImage.h"
 #include "platform/windows/OwnKeys.h"
 #include "texts/Windows1252.h"
 #include "ui_FrmVXMap.h"
+#include "workspace/MapGhost.h"
 #include "workspace/StatusLine.h"
 #include "workspace/ZoomAndDrag.h"
 #include "workspace/windows/FrmVXMap.h"
@@ -17,6 +19,7 @@
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace vardenix {
 
@@ -44,11 +47,17 @@ GestureKeys KeysOf(const QMouseEvent& event) {
 } // namespace
 
 void FrmVXMap::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && StopWaiting())
+    if (event->key() == Qt::Key_Escape && Escape())
         return;
     if (event->key() == Qt::Key_Escape && !ui_->VScroll1->isEnabled())
         state_.AbortPaint = true;
-    if (!ToolKey(*event) && !ScrollKey(event->key()))
+    constexpr Qt::KeyboardModifiers others =
+        Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    if (event->key() == Qt::Key_Space && (event->modifiers() & others) == 0) {
+        spaceHeld_ = true;
+        return ShowPointer();
+    }
+    if (!TakeToolKey(*event) && !ScrollKey(event->key()))
         QWidget::keyPressEvent(event);
 }
 
@@ -67,7 +76,7 @@ void FrmVXMap::focusOutEvent(QFocusEvent* event) {
     QWidget::focusOutEvent(event);
 }
 
-bool FrmVXMap::ToolKey(const QKeyEvent& event) {
+bool FrmVXMap::TakeToolKey(const QKeyEvent& event) {
     if ((event.modifiers() &
          (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != Qt::NoModifier)
         return false;
@@ -86,10 +95,6 @@ bool FrmVXMap::ToolKey(const QKeyEvent& event) {
         return true;
     case Qt::Key_Minus:
         ZoomBy(-1);
-        return true;
-    case Qt::Key_Space:
-        spaceHeld_ = true;
-        ShowPointer();
         return true;
     default:
         return false;
@@ -171,7 +176,7 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
         return;
     case Qt::LeftButton:
         // A box of the click's own may come up over the band.
-        ui_->PicShow->SetBand({}, {});
+        ui_->PicShow->SetBand({});
         if (const auto changed = mouse_.LeftDown(at.x(), at.y(), KeysOf(event)))
             RepaintPosts(*changed);
         return ShowTools(); // a pick may have changed them
@@ -237,6 +242,7 @@ bool FrmVXMap::Pan(const QMouseEvent& event) {
 }
 
 void FrmVXMap::PointAt(QPointF position) {
+    pointedAt_ = position;
     ShowPointer();
     ShowBand(position);
     ShowStatus(position);
@@ -304,40 +310,57 @@ void FrmVXMap::ShowBand(QPointF position) {
     if (overlay_.PointAt(PostUnderCursor(view_, position.x(), position.y()),
                          mouse_.Line()))
         ui_->PicShow->update();
-    std::optional<PictureBox> shown = mouse_.Frame();
-    if (!shown)
-        if (const auto box = BoxAtCursor(
-                interaction_, view_, PostUnderCursor(view_, position.x(), position.y())))
-            shown = BoxOnPicture(view_, *box);
-    if (!shown)
-        return ui_->PicShow->SetBand({}, {});
-    const PictureBox& band = *shown;
+    const auto ghost = mouse_.GhostWith(position.x(), position.y());
+    if (!ghost)
+        return ui_->PicShow->SetBand({});
+    const PostBox& squares = ghost->Squares;
+    const PictureBox band = SquaresOnPicture(view_, squares, ghost->OfHeights);
     const QPoint topLeft(PixelAt(band.LowerLeft.X), PixelAt(band.UpperRight.Y));
     const QPoint bottomRight(PixelAt(band.UpperRight.X), PixelAt(band.LowerLeft.Y));
     const QSize size(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y());
-    ui_->PicShow->SetBand(QRect(topLeft, size), ColorOf(view_.ExportColor));
+    MapPicture::Band shown;
+    shown.Frame = QRect(topLeft, size);
+    shown.Color = ColorOf(view_.ExportColor);
+    if (ghost->TellsSize)
+        shown.Words = QString("%1 X %2")
+                          .arg(squares.X2 - squares.X1 + 1)
+                          .arg(squares.Y2 - squares.Y1 + 1);
+    if (const auto posts = PostsOfGhost(*ghost, view_, state_.Terrain.MapWidth)) {
+        const LentTiles lent(state_.Terrain, *posts, ghost->Tile);
+        const MapPatch patch = PatchOf(view_, *posts, 0);
+        if (patch.Clip.Width > 0 && patch.Clip.Height > 0) {
+            patch_.Resize(patch.Clip.Width, patch.Clip.Height);
+            renderer_.RepaintPatch(view_, patch_, patch, layers_);
+            shown.Ghost = patch_.Image().copy();
+            shown.GhostAt = {patch.Clip.Left, patch.Clip.Top};
+        }
+    }
+    ui_->PicShow->SetBand(std::move(shown));
+}
+
+bool FrmVXMap::Escape() {
+    if (StopWaiting())
+        return true;
+    if (interaction_.Hand.Selected.Empty())
+        return false;
+    Select(interaction_, {}, workspace_);
+    return true;
 }
 
 bool FrmVXMap::StopWaiting() {
-    if (mouse_.Goes() || mouse_.Waits()) {
-        StopGesture();
-        PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
-        return true;
-    }
-    if (interaction_.Hand.Stamp) {
-        interaction_.Hand.Stamp.reset();
-        ShowTools();
-        ShowPointer();
-        return true;
-    }
-    if (!interaction_.Waits() && !interaction_.Hand.Selected.Empty()) {
-        Select(interaction_, {}, workspace_);
-        return true;
-    }
-    if (!interaction_.Waits())
+    const bool goes = mouse_.Goes() || mouse_.Waits();
+    if (!goes && !interaction_.Hand.Stamp && !interaction_.Waits())
         return false;
-    interaction_.StopWaiting();
-    wishes_.HideFrame7();
+    // One thing at a time.
+    if (goes) {
+        StopGesture();
+    } else if (interaction_.Hand.Stamp) {
+        interaction_.Hand.Stamp.reset();
+    } else {
+        interaction_.StopWaiting();
+        wishes_.HideFrame7();
+    }
+    ShowTools();
     PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
     return true;
 }

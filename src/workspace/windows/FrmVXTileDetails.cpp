@@ -1,6 +1,7 @@
 #include "workspace/windows/FrmVXTileDetails.h"
 
 #include "platform/windows/RunTimeBarrier.h"
+#include "platform/windows/WindowPlace.h"
 #include "texts/Numbers.h"
 #include "texts/RuntimeError.h"
 #include "texts/Windows1252.h"
@@ -8,6 +9,8 @@
 #include "workspace/MapInteraction.h"
 
 #include <QApplication>
+#include <QPixmap>
+#include <QScreen>
 
 namespace vardenix {
 
@@ -47,6 +50,8 @@ FrmVXTileDetails::FrmVXTileDetails(Layer layer, const DetailTexts& texts,
         box->setEnabled(layer == Layer::Posts);
     ui_->lblTile->setMinimumWidth(
         fontMetrics().horizontalAdvance("Not Specified in BIN File"));
+    ui_->lblPlace->setText(tr("X %1   Y %2").arg(helpers.Place.X).arg(helpers.Place.Y));
+    ui_->PicTile->setVisible(layer == Layer::Posts && helpers.Picture != nullptr);
     ShowTileName();
     (layer == Layer::Heights ? ui_->Text2 : ui_->Text1)->setFocus();
     OnSignal(ui_->Command2, &QAbstractButton::clicked, this,
@@ -104,6 +109,26 @@ void FrmVXTileDetails::ShowTileName() {
     const int32_t number = ClampToInt32(Val(TextOf(ui_->Text1)));
     ui_->lblTile->setText(
         QString::fromStdString(Utf8FromBytes(TileNameOf(number, helpers_.Lookup))));
+    ShowPicture(number);
+}
+
+void FrmVXTileDetails::ShowPicture(int32_t tile) {
+    if (!helpers_.Picture)
+        return;
+    const qreal dots = devicePixelRatioF();
+    QPixmap picture =
+        QPixmap::fromImage(helpers_.Picture(tile, qRound(ui_->PicTile->width() * dots)));
+    picture.setDevicePixelRatio(dots);
+    ui_->PicTile->setPixmap(picture);
+}
+
+void FrmVXTileDetails::PlaceItself() {
+    if (helpers_.Uncovered.isNull())
+        return;
+    adjustSize();
+    const QScreen* under = QGuiApplication::screenAt(helpers_.Uncovered.center());
+    const QRect room = (under != nullptr ? under : screen())->availableGeometry();
+    move(PlaceBeside(size() + FrameSize(*this), helpers_.Uncovered, room));
 }
 
 void FrmVXTileDetails::Command2_Click() {
@@ -131,6 +156,7 @@ void FrmVXTileDetails::reject() {
 namespace {
 
 std::optional<TerrainPost> Ask(FrmVXTileDetails& dialog) {
+    dialog.PlaceItself();
     dialog.exec();
     if (!dialog.Details().DetailsUpdated)
         return std::nullopt;

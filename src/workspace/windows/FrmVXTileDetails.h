@@ -7,8 +7,11 @@
 #include "workspace/TileDetails.h"
 
 #include <QDialog>
+#include <QImage>
+#include <QRect>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -31,6 +34,11 @@ public:
         Dialogs& Boxes;
         WorkspaceCommands& Workspace;
         const TileLookup& Lookup;
+        PostPlace Place{}; // of the post, or of the height, from 0
+        // A square picture of a tile; null where there is none.
+        std::function<QImage(int32_t tile, int side)> Picture{};
+        // Of the screen: what the window is not to cover.
+        QRect Uncovered{};
     };
 
     // Over a post.
@@ -45,6 +53,9 @@ public:
     // elevation says something.
     const TileDetails& Details() const { return details_; }
 
+    // Beside what it is not to cover.
+    void PlaceItself();
+
     // Command1, Esc and the close box: nothing is changed.
     void reject() override;
 
@@ -57,6 +68,7 @@ private:
     NumberBox* BoxOf(DetailField field) const;
     void Join(DetailField field);
     void ShowTileName();
+    void ShowPicture(int32_t tile);
     void Command2_Click();
 
     Helpers helpers_;

@@ -55,6 +55,7 @@ FrmVXTilePal::FrmVXTilePal(const ProgramState& state, MapInteraction& interactio
              [this] { VScroll_Change(); });
     OnSignal(ui_->Frame1, &TileGrid::TileClicked, this,
              [this](int tile) { Op2_Click(tile); });
+    OnSignal(ui_->Frame1, &TileGrid::TileTaken, this, [this] { emit TileTaken(); });
     OnSignal(ui_->Frame1, &TileGrid::RowReached, this, [this](int row) {
         ui_->VScroll->setValue(ScrollToRow(row, ui_->VScroll->value(), WholeRows()));
     });
@@ -135,6 +136,15 @@ void FrmVXTilePal::ShowTile(int32_t tile) {
     const auto at = std::find(tiles.begin(), tiles.end(), tile) - tiles.begin();
     const auto row = static_cast<int32_t>(at) / std::max(ui_->Frame1->Columns(), 1);
     ui_->VScroll->setValue(ScrollToRow(row, ui_->VScroll->value(), WholeRows()));
+}
+
+int32_t FrmVXTilePal::FirstRow() const { return ui_->VScroll->value(); }
+
+void FrmVXTilePal::ShowFrom(int32_t classCode, int32_t row) {
+    if (PaletteIndex(classCode) < 0)
+        return;
+    Refresh_Pal(classCode);
+    ui_->VScroll->setValue(row);
 }
 
 void FrmVXTilePal::ShowSelectedTile() {

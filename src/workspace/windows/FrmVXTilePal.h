@@ -37,8 +37,19 @@ public:
     void Clear();
     // Chooses a tile that the catalogue has, with its class, scrolled to its button.
     void ShowTile(int32_t tile);
+    // The class whose tiles are shown, and the row that is the first seen.
+    int32_t ShownClass() const { return shownClass_; }
+    int32_t FirstRow() const;
+    // A class, scrolled to a row as far as it goes.
+    void ShowFrom(int32_t classCode, int32_t row);
+    // A square picture of a tile, `side` pixels of the screen; null where there is none.
+    QImage PictureOf(int32_t tile, int side);
     // Button and status bar follow MapInteraction::SelectedTile.
     void ShowSelectedTile();
+
+signals:
+    // A tile was chosen by the mouse or Enter: the keyboard is wanted elsewhere.
+    void TileTaken();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -59,7 +70,6 @@ private:
     // The buttons in the width and height that Frame1 is seen in.
     void PlaceButtons();
     int WholeRows() const;
-    QImage PictureOf(int32_t tile, int side);
 
     const ProgramState& state_;
     MapInteraction& interaction_;

@@ -1,12 +1,11 @@
 #include "workspace/windows/HistoryModel.h"
 
-#include "workspace/HistoryRows.h"
-
 #include <QFont>
 #include <QGuiApplication>
 #include <QPalette>
 
 #include <array>
+#include <utility>
 
 namespace vardenix {
 
@@ -14,13 +13,28 @@ namespace {
 
 constexpr std::array Headings{"Time", "Change", "File", "Saved"};
 
+QString TextAt(const HistoryRow& row, int column) {
+    const std::array texts{&row.Time, &row.Name, &row.Papers, &row.Saved};
+    return QString::fromStdString(*texts.at(static_cast<size_t>(column)));
+}
+
 } // namespace
 
-HistoryModel::HistoryModel(const ChangeLog& changes)
-    : changes_(changes), rows_(static_cast<int>(HistoryRows(changes))) {}
+HistoryModel::HistoryModel(const ChangeLog& changes) : changes_(changes), rows_(Rows()) {}
+
+int HistoryModel::Rows() const {
+    return Earlier() + static_cast<int>(HistoryRows(changes_));
+}
+
+void HistoryModel::SetEarlier(std::vector<HistoryRow> rows) {
+    beginResetModel();
+    earlier_ = std::move(rows);
+    rows_ = Rows();
+    endResetModel();
+}
 
 void HistoryModel::Refresh() {
-    const int rows = static_cast<int>(HistoryRows(changes_));
+    const int rows = Rows();
     if (rows != rows_) {
         beginResetModel();
         rows_ = rows;
@@ -39,9 +53,11 @@ int HistoryModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant HistoryModel::data(const QModelIndex& index, int role) const {
-    const auto row = static_cast<size_t>(index.row());
-    if (!index.isValid() || row >= HistoryRows(changes_))
+    if (!index.isValid() || index.row() >= Rows())
         return {};
+    if (index.row() < Earlier())
+        return EarlierData(index, role);
+    const auto row = static_cast<size_t>(index.row() - Earlier());
     if (role == Qt::FontRole && row == changes_.Position()) {
         QFont font = QGuiApplication::font();
         font.setBold(true);
@@ -51,9 +67,16 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const {
         return QGuiApplication::palette().color(QPalette::Disabled, QPalette::Text);
     if (role != Qt::DisplayRole)
         return {};
-    const HistoryRow shown = HistoryRowAt(changes_, row);
-    const std::array texts{&shown.Time, &shown.Name, &shown.Papers, &shown.Saved};
-    return QString::fromStdString(*texts.at(static_cast<size_t>(index.column())));
+    return TextAt(HistoryRowAt(changes_, row), index.column());
+}
+
+QVariant HistoryModel::EarlierData(const QModelIndex& index, int role) const {
+    const HistoryRow& row = earlier_.at(static_cast<size_t>(index.row()));
+    if (role == Qt::DisplayRole)
+        return TextAt(row, index.column());
+    if (role == Qt::ToolTipRole)
+        return QString("A double click brings it back as a change.");
+    return {};
 }
 
 QVariant HistoryModel::headerData(int section, Qt::Orientation orientation,

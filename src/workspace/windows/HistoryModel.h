@@ -1,13 +1,16 @@
 #pragma once
 
 #include "program/ChangeLog.h"
+#include "workspace/HistoryRows.h"
 
 #include <QAbstractTableModel>
 
+#include <vector>
+
 namespace vardenix {
 
-// The rows of the history's list. The log is borrowed and may change between two calls of
-// Refresh only.
+// The rows of the history's list: earlier saves, and below them those of the log. That is
+// borrowed and may change between two calls of Refresh only.
 class HistoryModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -15,6 +18,8 @@ public:
     explicit HistoryModel(const ChangeLog& changes);
 
     void Refresh();
+    void SetEarlier(std::vector<HistoryRow> rows);
+    int Earlier() const { return static_cast<int>(earlier_.size()); }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -23,7 +28,11 @@ public:
                         int role) const override;
 
 private:
+    int Rows() const;
+    QVariant EarlierData(const QModelIndex& index, int role) const;
+
     const ChangeLog& changes_;
+    std::vector<HistoryRow> earlier_;
     int rows_ = 0;
 };
 

@@ -6,6 +6,7 @@
 
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -119,10 +120,18 @@ void TileButton::paintEvent(QPaintEvent*) {
 void TileButton::keyPressEvent(QKeyEvent* event) {
     if (const auto move = MoveOf(event->key()))
         grid_.Move(index_, *move);
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         click();
-    else
+        emit grid_.TileTaken();
+    } else
         QAbstractButton::keyPressEvent(event);
+}
+
+void TileButton::mouseReleaseEvent(QMouseEvent* event) {
+    const bool clicks = isDown() && event->button() == Qt::LeftButton;
+    QAbstractButton::mouseReleaseEvent(event);
+    if (clicks)
+        emit grid_.TileTaken();
 }
 
 void TileButton::focusInEvent(QFocusEvent* event) {

@@ -27,6 +27,7 @@ public:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     // The owner of the choice says which one is checked.
     void nextCheckState() override {}
@@ -68,6 +69,8 @@ public:
 
 signals:
     void TileClicked(int tile);
+    // By the mouse or Enter, behind TileClicked: whoever chose so looks elsewhere now.
+    void TileTaken();
     // The keyboard has moved to a button of this row.
     void RowReached(int row);
 

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "world/TheaterPlace.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace vardenix {
+
+// How a value is found where no pixel's middle lies.
+enum class Resampling { Bilinear, Cubic, Average, Nearest };
+
+// Values over a grid, row by row from the south west; not a number where the map has
+// none.
+struct WorldRaster {
+    int32_t Columns = 0;
+    int32_t Rows = 0;
+    std::vector<float> Values;
+};
+
+// What of a map is wanted: so many values over a box.
+struct RasterWish {
+    int32_t Columns = 0;
+    int32_t Rows = 0;
+    // Where they lie; without it the whole map is stretched over them, wherever it lies.
+    struct Where {
+        std::string System;
+        PlacedBox Edges;
+    };
+    std::optional<Where> Place;
+    Resampling How = Resampling::Bilinear;
+    std::string MapSystem;        // for a map that does not tell its own
+    std::optional<double> NoData; // a value that means none, beside the map's own
+};
+
+struct GeographicPoint {
+    double Longitude = 0; // degrees, east of Greenwich
+    double Latitude = 0;
+};
+
+// The program that reads and writes maps of the real world, a process of its own: a
+// broken map ends that process, never this one, which may hold unsaved work. All
+// routines: error 53 where the program or what it needs is not installed, error 5 with
+// its own sentence for what it refused, error 7 where it ran out of its memory or time.
+class WorldHelper {
+public:
+    // The program of that path, from the root. What is handed over goes through files of
+    // `scratch`, a folder of ours.
+    WorldHelper(std::string program, std::string scratch)
+        : program_(std::move(program)), scratch_(std::move(scratch)) {}
+
+    WorldRaster ReadRaster(const std::string& map, const RasterWish& wish) const;
+
+    // Values over a box; the ending of `file`, .tif, .asc or .png, says the form. A .tif
+    // tells where it lies. `file` is made anew.
+    void WriteRaster(const std::string& file, std::span<const int16_t> values,
+                     int32_t columns, const RasterWish::Where& where) const;
+
+    // South west, south east, north west, north east.
+    std::array<GeographicPoint, 4> CornersOf(const RasterWish::Where& where) const;
+
+private:
+    // What it prints; `subject` is what an error is about.
+    std::string Run(std::vector<std::string> arguments, const std::string& subject) const;
+
+    std::string program_;
+    std::string scratch_;
+};
+
+// The helper that came with the running program, with a scratch folder of this run.
+WorldHelper OwnWorldHelper(const std::string& scratch);
+
+} // namespace vardenix
