@@ -114,8 +114,8 @@ constexpr auto FileRows = std::to_array<Command>({
     {.Id = "CmdImport",
      .Name = "Import",
      .Keys = "Ctrl+I",
-     .Tip = "Stamp a region from a file. It cannot be undone: create a restore point "
-            "first.",
+     .Tip = "Stamp a region from a file. Ctrl+Z takes it back; the arrows of the panel "
+            "do not.",
      .Button = "CmdImport",
      .Do = [](Subsystems& all) { all.Regions.Import(); }},
     {.Id = "CmdExport",

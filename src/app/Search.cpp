@@ -58,7 +58,7 @@ FrmVXReplace& Search::Replace() {
     if (!replace_) {
         replace_ = std::make_unique<FrmVXReplace>(state_);
         KeepOverMap(*replace_, workspace_.Windows());
-        PlaceLowerRight(*replace_, {}, workspace_.Windows());
+        PlaceTool(*replace_, {}, workspace_.Windows());
         OnSignal(replace_.get(), &FrmVXReplace::ReplaceWanted, replace_.get(),
                  [this] { ReplaceNow(); });
         OnSignal(workspace_.Windows().Map.get(), &FrmVXMap::ToolsShown, replace_.get(),
@@ -99,6 +99,7 @@ void Search::ShowStatistics() {
     if (!statistics_) {
         statistics_ = std::make_unique<FrmVXStatistics>(state_);
         KeepOverMap(*statistics_, workspace_.Windows());
+        PlaceLowerRight(*statistics_, {}, workspace_.Windows());
         OnSignal(statistics_.get(), &FrmVXStatistics::RowWanted, statistics_.get(),
                  [this](const StatisticsRow& row) { FindRow(row); });
     }

@@ -8,6 +8,7 @@
 #include "levels/ElevationFiles.h"
 #include "levels/TerrainStore.h"
 #include "texts/RuntimeError.h"
+#include "workspace/PostFields.h"
 #include "world/HeightsIn.h"
 #include "world/WorldHelper.h"
 

@@ -18,24 +18,21 @@ constexpr int32_t LowestHeight = -32768;
 constexpr size_t CountingTables = 2;
 constexpr int32_t MostBars = 40;
 
-// What is counted in one walk over some posts. Tables take turns, since adding again
-// to what was just added to would wait for it. Memory that no post has led to is not
+// Posts that small counters have room for, each table taking every other one.
+constexpr size_t PostsAtOnce = size_t{1} << 16;
+
+// What is counted in one walk over some posts. Memory that no post has led to is not
 // really taken.
 struct PostCounts {
     explicit PostCounts(size_t tileNumbers)
-        : Numbers(tileNumbers), Tiles(tileNumbers * 2 * CountingTables),
-          Heights(AllHeights * CountingTables * sizeof(uint32_t)) {}
+        : Numbers(tileNumbers), Tiles(tileNumbers * 2),
+          Heights(AllHeights * sizeof(uint32_t)) {}
 
     // Of heights, from the lowest there can be.
-    uint32_t* HeightTable(size_t table) const {
-        return static_cast<uint32_t*>(Heights.Data()) + table * AllHeights;
-    }
+    uint32_t* HeightTable() const { return static_cast<uint32_t*>(Heights.Data()); }
     // Posts of a number above 0 feet, or at 0 and below.
     int64_t TilePosts(size_t number, bool low) const {
-        int64_t posts = 0;
-        for (size_t table = 0; table < CountingTables; ++table)
-            posts += Tiles[(table * Numbers + number) * 2 + (low ? 1 : 0)];
-        return posts;
+        return Tiles[number * 2 + (low ? 1 : 0)];
     }
 
     size_t Numbers; // the last one stands for all that the catalogue does not have
@@ -45,37 +42,81 @@ struct PostCounts {
     int32_t Highest = LowestHeight;
 };
 
-void CountPiece(std::span<const TerrainPost> posts, PostCounts& counts) {
-    const auto last = static_cast<uint32_t>(counts.Numbers - 1);
-    uint32_t* const tiles[CountingTables] = {&counts.Tiles[0],
-                                             &counts.Tiles[counts.Numbers * 2]};
-    uint32_t* const heights[CountingTables] = {counts.HeightTable(0) - LowestHeight,
-                                               counts.HeightTable(1) - LowestHeight};
-    int32_t lowest = counts.Lowest;
-    int32_t highest = counts.Highest;
-    const auto take = [&](const TerrainPost& post, size_t table) {
-        const size_t number = std::min(static_cast<uint32_t>(post.TileOffset), last);
-        const int32_t feet = post.Elevation;
-        ++tiles[table][number * 2 + (feet <= 0 ? 1 : 0)];
-        ++heights[table][feet];
-        lowest = std::min(lowest, feet);
-        highest = std::max(highest, feet);
-    };
-    size_t i = 0;
-    for (; i + CountingTables <= posts.size(); i += CountingTables) {
-        take(posts[i], 0);
-        take(posts[i + 1], 1);
+// Tables of 16 bits, which the processor has at hand while those of PostCounts would not
+// fit. They take turns, since adding again to what was just added to would wait for it.
+class SmallCounts {
+public:
+    explicit SmallCounts(size_t tileNumbers)
+        : last_(static_cast<uint32_t>(tileNumbers - 1)),
+          tiles_(tileNumbers * 2 * CountingTables),
+          heights_(AllHeights * CountingTables * sizeof(uint16_t)) {}
+
+    // At most PostsAtOnce.
+    void Count(std::span<const TerrainPost> posts, PostCounts& counts) {
+        uint16_t* const tiles[CountingTables] = {&tiles_[0],
+                                                 &tiles_[tiles_.size() / CountingTables]};
+        uint16_t* const heights[CountingTables] = {HeightTable(0), HeightTable(1)};
+        const uint32_t last = last_;
+        int32_t lowest = AllHeights;
+        int32_t highest = LowestHeight;
+        const auto take = [&](const TerrainPost& post, size_t table) {
+            const size_t number = std::min(static_cast<uint32_t>(post.TileOffset), last);
+            const int32_t feet = post.Elevation;
+            ++tiles[table][number * 2 + (feet <= 0 ? 1 : 0)];
+            ++heights[table][feet];
+            lowest = std::min(lowest, feet);
+            highest = std::max(highest, feet);
+        };
+        size_t i = 0;
+        for (; i + CountingTables <= posts.size(); i += CountingTables) {
+            take(posts[i], 0);
+            take(posts[i + 1], 1);
+        }
+        for (; i < posts.size(); ++i)
+            take(posts[i], 0);
+        MoveTo(counts, lowest, highest);
     }
-    for (; i < posts.size(); ++i)
-        take(posts[i], 0);
-    counts.Lowest = lowest;
-    counts.Highest = highest;
+
+private:
+    // By feet.
+    uint16_t* HeightTable(size_t table) const {
+        return static_cast<uint16_t*>(heights_.Data()) + table * AllHeights -
+               LowestHeight;
+    }
+
+    void MoveTo(PostCounts& counts, int32_t lowest, int32_t highest) {
+        const size_t half = counts.Tiles.size();
+        for (size_t number = 0; number < half; ++number)
+            counts.Tiles[number] += uint32_t{tiles_[number]} + tiles_[half + number];
+        std::ranges::fill(tiles_, uint16_t{0});
+        uint32_t* const all = counts.HeightTable() - LowestHeight;
+        for (size_t table = 0; table < CountingTables; ++table) {
+            uint16_t* const heights = HeightTable(table);
+            for (int32_t feet = lowest; feet <= highest; ++feet) {
+                all[feet] += heights[feet];
+                heights[feet] = 0;
+            }
+        }
+        counts.Lowest = std::min(counts.Lowest, lowest);
+        counts.Highest = std::max(counts.Highest, highest);
+    }
+
+    uint32_t last_;
+    std::vector<uint16_t> tiles_;
+    ZeroPages heights_;
+};
+
+void CountPiece(std::span<const TerrainPost> posts, PostCounts& counts) {
+    SmallCounts small(counts.Numbers);
+    for (size_t from = 0; from < posts.size(); from += PostsAtOnce)
+        small.Count(posts.subspan(from, std::min(PostsAtOnce, posts.size() - from)),
+                    counts);
 }
 
 // In as many pieces as are worth tables of their own.
 std::vector<PostCounts> CountPosts(std::span<const TerrainPost> posts,
                                    size_t tileNumbers) {
-    constexpr size_t WorthTables = size_t{1} << 19;
+    constexpr size_t WorthTables = size_t{1} << 20;
     const size_t pieces = std::clamp<size_t>(posts.size() / WorthTables, 1, 4);
     std::vector<PostCounts> counts;
     for (size_t piece = 0; piece < pieces; ++piece)
@@ -119,8 +160,7 @@ void ForEachHeight(const std::vector<PostCounts>& counts, Take take) {
     for (int32_t feet = lowest; feet <= highest; ++feet) {
         int64_t posts = 0;
         for (const PostCounts& each : counts)
-            for (size_t table = 0; table < CountingTables; ++table)
-                posts += each.HeightTable(table)[feet - LowestHeight];
+            posts += each.HeightTable()[feet - LowestHeight];
         if (posts != 0)
             take(feet, posts);
     }

@@ -13,8 +13,9 @@ constexpr double MetresPerFoot = 0.3048;
 constexpr int TilesPerPost = 4;
 constexpr double LargestLongitude = 180;
 constexpr double LargestLatitude =
-    85;                     // no transverse Mercator is of use nearer to a pole
-constexpr int Decimals = 7; // of a degree: a centimetre
+    85;                               // no transverse Mercator is of use nearer to a pole
+constexpr size_t LongestSystem = 700; // what its file holds in a line
+constexpr int Decimals = 7;           // of a degree: a centimetre
 
 bool IsPositive(double number) { return std::isfinite(number) && number > 0; }
 
@@ -50,6 +51,9 @@ void RequirePlace(const TheaterPlace& place) {
     };
     if (place.System.empty())
         refuse("it has no reference system");
+    if (place.System.size() > LongestSystem)
+        refuse(
+            "its reference system is longer than 700 bytes; an EPSG number says as much");
     if (!std::isfinite(place.Left) || !std::isfinite(place.Bottom))
         refuse("its lower left corner is no number");
     if (!IsPositive(place.PostWidth) || !IsPositive(place.PostHeight))

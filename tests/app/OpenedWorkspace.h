@@ -5,6 +5,7 @@
 #include "support/PictureMaker.h"
 #include "support/TestFolder.h"
 #include "windows/WindowTest.h"
+#include "workspace/windows/FrmVXMain.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -61,7 +62,7 @@ protected:
         windows.InitForm();
         workspace_->ApplySavedLayout();
         state_.Starting = false;
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window("FrmVXMain")));
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(workspace_->Panel().window()));
     }
 
     static QWidget& Window(const char* name) {

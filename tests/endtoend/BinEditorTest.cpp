@@ -247,7 +247,7 @@ TEST_F(BinEditorEndToEnd, ARebuildThatReadsLevelTwoAnewIsNoReasonToCallItRight) 
     ASSERT_NO_FATAL_FAILURE(OpenEditor());
     ChooseSet(4);
     editor_->Press("cmdDeleteSet");
-    ASSERT_TRUE(IsDone());
+    ASSERT_TRUE(IsUp(Unsaved));
     desktop_.Key("alt+v");
     ASSERT_TRUE(WaitFor([&] { return desktop_.Visible("^\\*sorrelund$"); }));
     desktop_.Activate(Panel);
@@ -295,7 +295,7 @@ TEST_F(BinEditorEndToEnd, SaveBothAsksBeforeItWritesAGapOfACutFile) {
     ASSERT_NO_FATAL_FAILURE(OpenEditorFromMap());
     ChooseSet(4);
     editor_->Press("cmdDeleteSet");
-    ASSERT_TRUE(IsDone());
+    ASSERT_TRUE(IsUp(Unsaved));
     desktop_.Key("ctrl+shift+s");
     ASSERT_TRUE(IsUp("^Confirm$"));
     desktop_.Key("alt+n");

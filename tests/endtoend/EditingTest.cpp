@@ -191,6 +191,8 @@ TEST_F(EditingEndToEnd, AKeyThatComesDuringARepaintIsHeardAfterIt) {
 class HeightsEndToEnd : public EditingOnDesktop {
 protected:
     void EnterHeightsMode() {
+        desktop_.Activate(Map);
+        ASSERT_TRUE(WaitFor([&] { return desktop_.Active(Map); }));
         const Picture withoutFile = desktop_.Look(Panel);
         desktop_.Key("ctrl+l");
         ASSERT_TRUE(WaitFor([&] { return desktop_.Active("^Open$"); }));
@@ -221,6 +223,8 @@ TEST_F(HeightsEndToEnd, ATileIsPaintedOnLevelTwoAndThatIsSaid) {
     const std::string level0 = Slurp(Terrain("theater.L0"));
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(ChooseFirstTile());
+    desktop_.Move(Palette, 1110, 300); // off the line
+    ASSERT_TRUE(WaitFor([&] { return desktop_.WhereIs(Palette).Left > 1100; }));
     const Picture ofTile = Words();
     ASSERT_NO_FATAL_FAILURE(EnterHeightsMode());
     EXPECT_TRUE(WaitFor([&] { return Words() != ofTile; }));

@@ -20,10 +20,10 @@ TEST_F(HistoryEndToEnd, AClickGoesToAStateAndEnterShowsThePlace) {
     ASSERT_TRUE(Await([&](const Picture& map) { return map != once; }));
     desktop_.Key("ctrl+h");
     ASSERT_TRUE(WaitFor([&] { return desktop_.Visible(History); }));
-    desktop_.Move(History, 0, 300); // over the panel
-    ASSERT_TRUE(WaitFor([&] { return desktop_.WhereIs(History).Left < 20; }));
+    desktop_.Move(History, 1110, 300); // beside the map, as far as it is on the screen
+    ASSERT_TRUE(WaitFor([&] { return desktop_.WhereIs(History).Left > 1100; }));
     // The first row, below the headings: before these changes.
-    desktop_.ClickIn(History, 200, 40);
+    desktop_.ClickIn(History, 90, 30);
     ASSERT_TRUE(Await([&](const Picture& map) { return map == untouched; }));
     // A row that is only chosen changes nothing; Enter frames its place for a moment.
     desktop_.Activate(History);

@@ -139,7 +139,7 @@ TEST(Statistics, AreThoseOfASlowCountThatKnowsNoTables) {
     for (TileInfo& tile : lookup)
         tile = Tile(random() % 5 == 0 ? int16_t{-1} : static_cast<int16_t>(random() % 9),
                     random() % 4 != 0);
-    Terrain terrain = Land(1040); // several pieces, the last not of fours
+    Terrain terrain = Land(1457); // two pieces, of an odd number of posts
     for (TerrainPost& post : terrain.LxArr.Values()) {
         post.TileOffset = static_cast<int32_t>(random() % 330);
         post.Elevation = static_cast<int16_t>(random());

@@ -434,8 +434,8 @@ TEST_F(SearchResultsTest, WithoutATickNothingIsSet) {
 }
 
 TEST_F(SearchResultsTest, TheUserIsToldBeforeThatItCannotBeUndone) {
-    EXPECT_TRUE(The<QLabel>("lblNoUndo").text().contains("cannot be undone"));
-    EXPECT_TRUE(The<QWidget>("Command1").toolTip().contains("cannot be undone"));
+    EXPECT_TRUE(The<QLabel>("lblNoUndo").text().contains("Ctrl+Z takes"));
+    EXPECT_TRUE(The<QWidget>("Command1").toolTip().contains("Ctrl+Z takes"));
     const QSignalSpy wanted(&window_, &frmVXSearchResults::RestorePointWanted);
     const QString before = Status();
     The<QAbstractButton>("cmdRestorePoint").click();
