@@ -75,7 +75,7 @@ void PaintLake(benchmark::State& state) {
     const LargeLand& land = LandOf(state.range(0));
     const LearnedLand learned(land.Sample.Tiles, land.Sample.Map);
     const int32_t water = land.Sample.PlainTile(sample::Ground::Shallow);
-    TileGrid part{30, 30, {}};
+    LandGrid part{30, 30, {}};
     for (int32_t y = 0; y < 30; ++y)
         for (int32_t x = 0; x < 30; ++x)
             part.Tiles.push_back(land.Sample.Map(90 + x, 120 + y));
@@ -84,7 +84,7 @@ void PaintLake(benchmark::State& state) {
         for (int32_t x = 12; x < 18; ++x)
             marked[part.At(x, y)] = 1;
     for (auto _ : state) {
-        TileGrid posts = part;
+        LandGrid posts = part;
         PaintGrid(learned, posts, marked, water, {90, 120}, {});
         benchmark::DoNotOptimize(posts.Tiles.data());
     }

@@ -389,6 +389,37 @@ def map_tools():
     two_sizes(pipette, "pick")
 
 
+def hand_tools():
+    """Frames that select, at 6, 6; a rubber that wipes at 6, 25; a lake with its shore; a hill."""
+    frame = Picture(32, 32)
+    frame.path("M6 1 L6 11 M1 6 L11 6", stroke=INK, thickness=1.4)
+    frame.path("M10 12 L14 12 M17 12 L21 12 M24 12 L28 12 L28 15 M28 18 L28 21 M28 24 L28 27 "
+               "L25 27 M22 27 L18 27 M15 27 L10 27 L10 24 M10 21 L10 18 M10 15 L10 12",
+               stroke=INK, thickness=2)
+    two_sizes(frame, "select")
+    lasso = Picture(32, 32)
+    lasso.path("M12 19 Q4 17 5 11 Q7 4 17 4 Q28 5 28 12 Q27 19 17 20 Q13 20 12 19 Z",
+               stroke=INK, thickness=2)
+    lasso.path("M12 19 Q9 22 12 24 Q15 26 12 30", stroke=INK, thickness=2)
+    two_sizes(lasso, "lasso")
+    rubber = Picture(32, 32)
+    rubber.path("M6 22 L18 7 L28 14 L16 28 L10 28 Z", "#d98a8a", stroke=INK, thickness=1.2)
+    rubber.path("M6 22 L11 15.8 L21 22.2 L16 28 L10 28 Z", PAPER, stroke=INK, thickness=1.2)
+    rubber.path("M3 28.5 L29 28.5", stroke=INK, thickness=1.4)
+    two_sizes(rubber, "eraser")
+    lake = Picture(32, 32)
+    lake.path("M2 4 L30 4 L30 28 L2 28 Z", LAND[2], stroke=INK, thickness=1.2)
+    lake.path("M6 17 Q6 9 14 9 Q18 9 20 11 Q27 11 26 18 Q25 24 16 24 Q7 24 6 17 Z", LAND[0])
+    lake.path("M8.5 17 Q9 11.5 14 11.5 Q17 11.5 19 13.5 Q24 13.5 23.5 17.5 Q22 21.5 16 21.5 "
+              "Q9.5 21.5 8.5 17 Z", SEA[4])
+    two_sizes(lake, "ground")
+    hill = Picture(32, 32)
+    hill.path("M2 27 Q9 25 12 14 Q14 6 17 6 Q20 6 22 14 Q24 25 30 27 Z", LAND[4], stroke=INK,
+              thickness=1.2)
+    hill.path("M9.6 21 Q17 24 23.6 21 M12 14 Q17 17 22 14", stroke=INK, thickness=1.2)
+    two_sizes(hill, "hill")
+
+
 def no_tile():
     """Neutral, so that it never looks like ground, and calm, since it fills whole maps."""
     side = 128
@@ -442,5 +473,6 @@ def sounds():
 
 if __name__ == "__main__":
     for draw in (banner, icon, folder, show, globe, scale, signs, magnifiers, arrows,
-                 disk, regions, places, brush, map_tools, no_tile, sounds):
+                 disk, regions, places, brush, map_tools, hand_tools, no_tile,
+                 sounds):
         draw()

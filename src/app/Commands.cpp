@@ -88,8 +88,9 @@ QAbstractButton* NewButton(QWidget& window, const Command& row) {
 
 std::vector<Command> AllCommands() {
     std::vector<Command> all;
-    for (const auto& family : {FileCommands(), EditCommands(), ViewCommands(),
-                               ToolCommands(), HelpCommands(), MapMenuCommands()})
+    for (const auto& family :
+         {FileCommands(), EditCommands(), SelectionCommands(), ViewCommands(),
+          ToolCommands(), HelpCommands(), MapMenuCommands()})
         all.insert(all.end(), family.begin(), family.end());
     return all;
 }
@@ -241,9 +242,12 @@ void Commands::Join(Made& made, QAbstractButton& button) {
 // Keys come here also while the panel is locked, as do the menus of one window.
 void Commands::Do(const Command& row) {
     const auto refresh = qScopeGuard([this] { Refresh(); });
-    if (row.Do != nullptr &&
-        (row.WhileLocked || subsystems_.Workspace.Panel().isEnabled()))
-        row.Do(subsystems_);
+    if (row.Do == nullptr ||
+        (!row.WhileLocked && !subsystems_.Workspace.Panel().isEnabled()))
+        return;
+    // No command meets posts that the log does not know of.
+    subsystems_.Workspace.Map().StopPending();
+    row.Do(subsystems_);
 }
 
 void Commands::ShowIcons() {

@@ -74,6 +74,7 @@ struct ControlKey {
 // The table, by family.
 std::span<const Command> FileCommands();
 std::span<const Command> EditCommands();
+std::span<const Command> SelectionCommands();
 std::span<const Command> ViewCommands();
 std::span<const Command> ToolCommands();
 std::span<const Command> HelpCommands();

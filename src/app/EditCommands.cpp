@@ -25,6 +25,11 @@ void Take(Subsystems& all) {
 
 bool EditsPosts(const Subsystems& all) { return !all.Workspace.View().L0Mode; }
 
+template <Painting What>
+bool Paints(const Subsystems& all) {
+    return all.Workspace.Interaction().Hand.Paints == What;
+}
+
 constexpr auto EditRows = std::to_array<Command>({
     {.Id = "mnuUndo",
      .Text = "&Undo",
@@ -108,6 +113,37 @@ constexpr auto EditRows = std::to_array<Command>({
      .Icon = ":/pick.png",
      .Chosen = InHand<MapTool::Pick>,
      .Do = Take<MapTool::Pick>},
+    {.Id = "mnuEraser",
+     .Text = "&Eraser",
+     .MapKeys = "E",
+     .Tip = "Paints tile 0, or the tile that the map's menu has given to it",
+     .Menu = "mnuEdit",
+     .MapButton = "cmdEraser",
+     .Icon = ":/eraser.png",
+     .Chosen = InHand<MapTool::Eraser>,
+     .Do = Take<MapTool::Eraser>},
+    {.Id = "mnuGround",
+     .Text = "Paint &grounds",
+     .MapKeys = "T",
+     .Tip =
+         "Brush, rectangle and fill paint the ground of the chosen tile, with the tiles "
+         "that lead over to what lies round it; again: tiles",
+     .Menu = "mnuEdit",
+     .MapButton = "cmdGround",
+     .Icon = ":/ground.png",
+     .Can = EditsPosts,
+     .Chosen = Paints<Painting::Ground>,
+     .Do = [](Subsystems& all) { all.Selecting.TogglePainting(Painting::Ground); }},
+    {.Id = "mnuPostHeights",
+     .Text = "Shape &heights",
+     .MapKeys = "H",
+     .Tip = "Brush, rectangle and fill change the elevations of posts; again: tiles",
+     .Menu = "mnuEdit",
+     .MapButton = "cmdPostHeights",
+     .Icon = ":/hill.png",
+     .Can = EditsPosts,
+     .Chosen = Paints<Painting::Heights>,
+     .Do = [](Subsystems& all) { all.Selecting.TogglePainting(Painting::Heights); }},
     {.Id = "Command3",
      .Button = "Command3",
      .Can = EditsPosts,

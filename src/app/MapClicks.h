@@ -1,6 +1,8 @@
 #pragma once
 
+#include "app/Clipboard.h"
 #include "app/Features.h"
+#include "app/Land.h"
 #include "app/Regions.h"
 #include "app/Workspace.h"
 #include "workspace/MapMouse.h"
@@ -12,8 +14,10 @@ namespace vardenix {
 class MapClicks : public MapWishes {
 public:
     // All are borrowed.
-    MapClicks(Workspace& workspace, Regions& regions, Features& features)
-        : workspace_(workspace), regions_(regions), features_(features) {}
+    MapClicks(Workspace& workspace, Regions& regions, Features& features,
+              vardenix::Land& land, Clipboard& clipboard)
+        : workspace_(workspace), regions_(regions), features_(features), land_(land),
+          clipboard_(clipboard) {}
 
 private:
     std::optional<TerrainPost> EditPost(const TerrainPost& post) override;
@@ -26,12 +30,16 @@ private:
     void LoadFeatures(const std::vector<std::string>& paths) override;
     void TakeDropped(const std::string& path) override;
     void HideFrame7() override;
+    const LearnedLand* Land() override { return land_.Learned(); }
+    void PostsChanged() override { clipboard_.PostsChanged(); }
 
     FrmVXTileDetails::Helpers HelpersFor(PostPlace place, bool height);
 
     Workspace& workspace_;
     Regions& regions_;
     Features& features_;
+    vardenix::Land& land_;
+    Clipboard& clipboard_;
 };
 
 } // namespace vardenix

@@ -89,7 +89,7 @@ bool MapKeys::Press(const QWidget& control, const QKeyEvent& event) {
         return false;
     FrmVXMap& map = workspace_.Map();
     if (event.key() == Qt::Key_Escape)
-        return map.StopWaiting();
+        return map.Escape();
     // On the map and its controls the map sees to them itself.
     if (&control == &map || map.isAncestorOf(&control))
         return false;

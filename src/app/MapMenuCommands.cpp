@@ -46,6 +46,21 @@ constexpr auto MapMenuRows = std::to_array<Command>({
      .InMapMenu = true,
      .Can = OnPost,
      .Do = [](Subsystems& all) { all.Search.ShowReplace(Post(all).TileOffset); }},
+    {.Id = "mnuSelectTile",
+     .Text = "Select connected posts of this ti&le",
+     .InMapMenu = true,
+     .Can = OnPost,
+     .Do = [](Subsystems& all) { all.Selecting.ConnectedTile(); }},
+    {.Id = "mnuSelectKind",
+     .Text = "Select connected posts of this &kind",
+     .InMapMenu = true,
+     .Can = OnPost,
+     .Do = [](Subsystems& all) { all.Selecting.ConnectedKind(); }},
+    {.Id = "mnuEraseTo",
+     .Text = "&Eraser leaves this tile",
+     .InMapMenu = true,
+     .Can = OnPost,
+     .Do = [](Subsystems& all) { all.Selecting.EraseToPost(); }},
 });
 
 constexpr auto Keys = std::to_array<ControlKey>({

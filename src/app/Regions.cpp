@@ -70,9 +70,11 @@ void Regions::ImportTiles() {
                                  std::to_string(region.RegionHeight) + " posts at " +
                                  std::to_string(interaction.ImportX) + ", " +
                                  std::to_string(interaction.ImportY));
+        const Selection& bounds = interaction.Hand.Selected;
         if (!vardenix::ImportTiles(state.Terrain, region, interaction.ImportX,
                                    interaction.ImportY, workspace_.Platform().Dialogs,
-                                   workspace_.Panel()))
+                                   workspace_.Panel(),
+                                   bounds.Empty() ? nullptr : &bounds))
             return;
     }
     // Unsaved before anything else can go wrong.

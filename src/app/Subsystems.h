@@ -2,9 +2,11 @@
 
 #include "app/BinEditor.h"
 #include "app/Builder.h"
+#include "app/Clipboard.h"
 #include "app/Commands.h"
 #include "app/Features.h"
 #include "app/History.h"
+#include "app/Land.h"
 #include "app/MapClicks.h"
 #include "app/MapEditor.h"
 #include "app/MapKeys.h"
@@ -13,6 +15,7 @@
 #include "app/Regions.h"
 #include "app/RestorePoints.h"
 #include "app/Search.h"
+#include "app/Selecting.h"
 #include "app/Steps.h"
 #include "app/Workspace.h"
 
@@ -41,11 +44,14 @@ struct Subsystems {
     vardenix::Regions Regions{Workspace};
     vardenix::Features Features{Workspace};
     vardenix::Search Search{Workspace, RestorePoints};
+    vardenix::Land Land{Workspace, Search};
+    vardenix::Selecting Selecting{Workspace, Land};
+    vardenix::Clipboard Clipboard{Workspace, Land};
     vardenix::BinEditor BinEditor{Workspace};
     vardenix::MapEditor MapEditor{Workspace};
     vardenix::Builder Builder{Workspace};
     vardenix::Recovery Recovery{Workspace}; // what it adds to others' words comes last
-    MapClicks Clicks{Workspace, Regions, Features};
+    MapClicks Clicks{Workspace, Regions, Features, Land, Clipboard};
     MapKeys Keys{Workspace};
     vardenix::Opening Opening{Workspace, RestorePoints, Clicks};
     vardenix::Commands Commands;

@@ -418,6 +418,9 @@ void Workspace::ShowWorkspace() {
 void Workspace::ForgetLostTile() {
     if (!HasTile(state_.Catalogue.Lookup, interaction_.SelectedTile))
         interaction_.SelectedTile = -1;
+    std::erase_if(interaction_.Hand.MoreTiles, [this](int32_t tile) {
+        return !HasTile(state_.Catalogue.Lookup, tile);
+    });
 }
 
 void Workspace::CatalogueWalked() {
@@ -463,6 +466,7 @@ void Workspace::LevelTwoReadAnew() {
 void Workspace::TilesRenumbered(const TileRenumbering& numbers) {
     PostsRenumbered(numbers);
     int32_t& chosen = interaction_.SelectedTile;
+    Renumber(interaction_.Hand, numbers);
     if (chosen < 0)
         return;
     chosen = numbers.TakesAway(chosen) ? -1 : numbers.Of(chosen);

@@ -40,7 +40,7 @@ std::vector<RowSpan> RowsOf(const PostBox& box) {
 
 LearnedLand Learn(const ProgramState& state) {
     LearnedTiles tiles = TilesToLearn(state.Terrain, state.Catalogue);
-    const TileGrid map = GridOf(state.Terrain, tiles);
+    const LandGrid map = GridOf(state.Terrain, tiles);
     LearnedLand land(std::move(tiles), map);
     if (!land.Refusal().empty())
         throw RuntimeError(ErrorNumber::InvalidCall, land.Refusal());

@@ -16,7 +16,7 @@ constexpr size_t MostLookedAt = 24; // posts without a tile, in one move
 
 } // namespace
 
-CornerPlan::CornerPlan(const LearnedLand& land, const TileGrid& posts)
+CornerPlan::CornerPlan(const LearnedLand& land, const LandGrid& posts)
     : land_(land), posts_(posts), old_(VotedGrounds(land, posts)), new_(old_),
       freedom_(old_.size(), Freedom::Kept), filled_(posts.Tiles.size()) {}
 
@@ -141,7 +141,7 @@ void CornerPlan::SpreadUnknown() {
 
 void CornerPlan::FindInside(const PostMarks& marked) {
     filled_ = marked;
-    TileGrid others = posts_;
+    LandGrid others = posts_;
     for (size_t i = 0; i < marked.size(); ++i)
         if (marked[i] != 0)
             others.Tiles[i] = -1;

@@ -7,7 +7,7 @@
 
 namespace vardenix {
 
-// Which posts of a grid are meant, by TileGrid::At.
+// Which posts of a grid are meant, by LandGrid::At.
 using PostMarks = std::vector<uint8_t>;
 
 // The grounds at the corners of a grid of posts, as they are and as they are to become.
@@ -15,7 +15,7 @@ using PostMarks = std::vector<uint8_t>;
 class CornerPlan {
 public:
     // All as most posts round them have it.
-    CornerPlan(const LearnedLand& land, const TileGrid& posts);
+    CornerPlan(const LearnedLand& land, const LandGrid& posts);
 
     // All corners of the marked posts become `ground`; those round them step towards it
     // as far as tiles can lead from one to the other.
@@ -55,7 +55,7 @@ private:
     int BadRound(int32_t x, int32_t y) const;
 
     const LearnedLand& land_;
-    const TileGrid& posts_;
+    const LandGrid& posts_;
     std::vector<int16_t> old_;
     std::vector<int16_t> new_;
     std::vector<Freedom> freedom_;

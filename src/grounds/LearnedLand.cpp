@@ -60,15 +60,15 @@ LearnedTiles TilesToLearn(const Terrain& terrain, const Catalogue& catalogue) {
     return tiles;
 }
 
-TileGrid GridOf(const Terrain& terrain, const LearnedTiles& tiles) {
-    TileGrid grid{terrain.MapWidth, terrain.MapWidth, {}};
+LandGrid GridOf(const Terrain& terrain, const LearnedTiles& tiles) {
+    LandGrid grid{terrain.MapWidth, terrain.MapWidth, {}};
     grid.Tiles.reserve(terrain.LxArr.Values().size());
     for (const TerrainPost& post : terrain.LxArr.Values())
         grid.Tiles.push_back(tiles.IndexOf(post.TileOffset));
     return grid;
 }
 
-LearnedLand::LearnedLand(LearnedTiles tiles, const TileGrid& map)
+LearnedLand::LearnedLand(LearnedTiles tiles, const LandGrid& map)
     : tiles_(std::move(tiles)), countsEastward_(map, tiles_.Count(), Meeting::Eastward),
       countsNorthward_(map, tiles_.Count(), Meeting::Northward),
       eastward_(tiles_, countsEastward_, Meeting::Eastward),
@@ -83,7 +83,7 @@ LearnedLand::LearnedLand(LearnedTiles tiles, const TileGrid& map)
     Judge(map);
 }
 
-void LearnedLand::CountUses(const TileGrid& map) {
+void LearnedLand::CountUses(const LandGrid& map) {
     uses_.assign(tiles_.Count(), 0);
     for (const int32_t tile : map.Tiles)
         if (tile >= 0)
@@ -100,7 +100,7 @@ const std::vector<int32_t>& LearnedLand::TilesWith(const GroundsOfTile& grounds)
     return at == byGrounds_.end() ? none : at->second;
 }
 
-void LearnedLand::Judge(const TileGrid& map) {
+void LearnedLand::Judge(const LandGrid& map) {
     const std::vector<int16_t> voted = VotedGrounds(*this, map);
     int64_t corners = 0;
     int64_t explained = 0;
@@ -147,7 +147,7 @@ void LearnedLand::Judge(const TileGrid& map) {
         refusal_ = "cannot learn what fits here: everything stands beside everything";
 }
 
-std::vector<int16_t> VotedGrounds(const LearnedLand& land, const TileGrid& posts) {
+std::vector<int16_t> VotedGrounds(const LearnedLand& land, const LandGrid& posts) {
     const auto width = static_cast<size_t>(posts.Width) + 1;
     std::vector<int16_t> voted(width * (static_cast<size_t>(posts.Height) + 1), -1);
     for (int32_t y = 0; y <= posts.Height; ++y)

@@ -20,13 +20,13 @@ constexpr size_t MostLearnedTiles = 2000;
 LearnedTiles TilesToLearn(const Terrain& terrain, const Catalogue& catalogue);
 
 // Level 2, each tile by its index.
-TileGrid GridOf(const Terrain& terrain, const LearnedTiles& tiles);
+LandGrid GridOf(const Terrain& terrain, const LearnedTiles& tiles);
 
 // What fits with what, learned from a map and the pictures of its tiles. The same input
 // gives the same, to the bit.
 class LearnedLand {
 public:
-    LearnedLand(LearnedTiles tiles, const TileGrid& map);
+    LearnedLand(LearnedTiles tiles, const LandGrid& map);
 
     const LearnedTiles& Tiles() const { return tiles_; }
     const MeetingFits& Fits(Meeting meeting) const {
@@ -53,8 +53,8 @@ public:
     const std::string& Refusal() const { return refusal_; }
 
 private:
-    void CountUses(const TileGrid& map);
-    void Judge(const TileGrid& map);
+    void CountUses(const LandGrid& map);
+    void Judge(const LandGrid& map);
 
     LearnedTiles tiles_;
     MeetingCounts countsEastward_;
@@ -74,6 +74,6 @@ private:
 // The ground at each corner of the posts of a grid, one more a side than posts, row by
 // row from the south: that which most of the posts round it have there, the lowest of
 // several; -1 where none of them is known.
-std::vector<int16_t> VotedGrounds(const LearnedLand& land, const TileGrid& posts);
+std::vector<int16_t> VotedGrounds(const LearnedLand& land, const LandGrid& posts);
 
 } // namespace vardenix

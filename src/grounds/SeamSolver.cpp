@@ -42,8 +42,8 @@ public:
     }
 
     void Run() {
-        const TileGrid asItStands = posts_;
-        TileGrid best;
+        const LandGrid asItStands = posts_;
+        LandGrid best;
         double least = std::numeric_limits<double>::max();
         for (int start = 0; start < Starts; ++start) {
             posts_ = asItStands;
@@ -238,14 +238,14 @@ private:
     }
 
     const LearnedLand& land_;
-    TileGrid& posts_;
+    LandGrid& posts_;
     std::vector<std::vector<TileChoice>>& choices_;
     std::vector<std::pair<int32_t, int32_t>> free_; // row by row
 };
 
 } // namespace
 
-double SeamCosts(const LearnedLand& land, const TileGrid& posts, int32_t x, int32_t y,
+double SeamCosts(const LearnedLand& land, const LandGrid& posts, int32_t x, int32_t y,
                  int32_t tile) {
     double cost = 0;
     for (const Neighbour& side : Neighbours) {

@@ -15,12 +15,12 @@ struct TileChoice {
 
 // Posts of which some may have other tiles.
 struct SeamProblem {
-    TileGrid Posts; // as they stand; what is not known has seams that cost nothing
-    std::vector<std::vector<TileChoice>> Choices; // by TileGrid::At; none: it stays
+    LandGrid Posts; // as they stand; what is not known has seams that cost nothing
+    std::vector<std::vector<TileChoice>> Choices; // by LandGrid::At; none: it stays
 };
 
 // What the seams of a post to its neighbours cost if it had that tile.
-double SeamCosts(const LearnedLand& land, const TileGrid& posts, int32_t x, int32_t y,
+double SeamCosts(const LearnedLand& land, const LandGrid& posts, int32_t x, int32_t y,
                  int32_t tile);
 
 // Gives each post with choices that one which makes costs and seams together cheap: row

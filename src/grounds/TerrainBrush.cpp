@@ -1,5 +1,6 @@
 #include "grounds/TerrainBrush.h"
 
+#include "grounds/BrushPart.h"
 #include "grounds/CornerPlan.h"
 #include "grounds/SeamSolver.h"
 #include "levels/PostHash.h"
@@ -80,24 +81,10 @@ TileWays WaysAt(const LearnedLand& land, int32_t tile) {
     return tile < 0 ? TileWays() : land.Tiles().Ways[static_cast<size_t>(tile)];
 }
 
-// 1 for a seam of a post that does not fit, 0 for one that does or is not there.
-int64_t SeamsThatDoNotFit(const LearnedLand& land, const TileGrid& posts, int32_t x,
-                          int32_t y, Meeting meeting) {
-    const int32_t nextX = meeting == Meeting::Eastward ? x + 1 : x;
-    const int32_t nextY = meeting == Meeting::Eastward ? y : y + 1;
-    if (!posts.Has(x, y) || !posts.Has(nextX, nextY) || posts(x, y) < 0 ||
-        posts(nextX, nextY) < 0)
-        return 0;
-    return land.Fits(meeting).Fit(static_cast<size_t>(posts(x, y)),
-                                  static_cast<size_t>(posts(nextX, nextY)))
-               ? 0
-               : 1;
-}
-
 // A part of the terrain that a brush works on.
 class BrushWork {
 public:
-    BrushWork(const LearnedLand& land, const TileGrid& posts, PostPlace origin,
+    BrushWork(const LearnedLand& land, const LandGrid& posts, PostPlace origin,
               uint32_t seed)
         : land_(land), before_(posts), problem_{posts, {}}, origin_(origin), seed_(seed),
           changed_(posts.Tiles.size()) {
@@ -161,14 +148,14 @@ public:
 
     // Seams of a post as found so far that do not fit.
     int64_t OpenSeamsOf(int32_t x, int32_t y) const {
-        const TileGrid& posts = problem_.Posts;
+        const LandGrid& posts = problem_.Posts;
         return SeamsThatDoNotFit(land_, posts, x, y, Meeting::Eastward) +
                SeamsThatDoNotFit(land_, posts, x - 1, y, Meeting::Eastward) +
                SeamsThatDoNotFit(land_, posts, x, y, Meeting::Northward) +
                SeamsThatDoNotFit(land_, posts, x, y - 1, Meeting::Northward);
     }
 
-    const TileGrid& Posts() const { return problem_.Posts; }
+    const LandGrid& Posts() const { return problem_.Posts; }
 
 private:
     PostPlace Place(int32_t x, int32_t y) const { return {origin_.X + x, origin_.Y + y}; }
@@ -217,7 +204,7 @@ private:
     }
 
     const LearnedLand& land_;
-    const TileGrid before_;
+    const LandGrid before_;
     SeamProblem problem_;
     PostPlace origin_;
     uint32_t seed_;
@@ -225,80 +212,13 @@ private:
     int64_t unfilled_ = 0;
 };
 
-void RequireLearned(const LearnedLand& land) {
-    if (!land.Refusal().empty())
-        throw RuntimeError(ErrorNumber::InvalidCall, land.Refusal());
-}
-
-// The part of a terrain round some posts that a brush looks at.
-struct BrushPart {
-    PostPlace Origin;
-    TileGrid Posts;
-    PostMarks Marked;
-};
-
-BrushPart PartRound(const LearnedLand& land, const Terrain& terrain,
-                    std::span<const RowSpan> spans) {
-    PostBox box{spans.front().X1, spans.front().Y, spans.front().X2, spans.front().Y};
-    for (const RowSpan& span : spans)
-        box = {std::min(box.X1, span.X1), std::min(box.Y1, span.Y),
-               std::max(box.X2, span.X2), std::max(box.Y2, span.Y)};
-    const int32_t reach = ReachOfBrush(land);
-    box = CutToGrid({box.X1 - reach, box.Y1 - reach, box.X2 + reach, box.Y2 + reach},
-                    terrain.MapWidth);
-    BrushPart part;
-    part.Origin = {box.X1, box.Y1};
-    part.Posts.Width = box.X2 - box.X1 + 1;
-    part.Posts.Height = box.Y2 - box.Y1 + 1;
-    for (int32_t y = box.Y1; y <= box.Y2; ++y)
-        for (int32_t x = box.X1; x <= box.X2; ++x)
-            part.Posts.Tiles.push_back(land.Tiles().IndexOf(
-                terrain.LxArr(int64_t{y} * terrain.MapWidth + x + 1).TileOffset));
-    part.Marked.resize(part.Posts.Tiles.size());
-    for (const RowSpan& span : spans)
-        for (int32_t x = span.X1; x <= span.X2; ++x)
-            part.Marked[part.Posts.At(x - box.X1, span.Y - box.Y1)] = 1;
-    return part;
-}
-
-BrushResult ResultOf(const LearnedLand& land, const Terrain& terrain,
-                     const BrushPart& before, const TileGrid& after, int64_t unfilled) {
-    BrushResult result;
-    result.Unfilled = unfilled;
-    const auto changed = [&](int32_t x, int32_t y) {
-        return after.Has(x, y) && after(x, y) != before.Posts(x, y);
-    };
-    RunWriter<int32_t> runs;
-    for (int32_t y = 0; y < after.Height; ++y) {
-        runs.BreakRow();
-        for (int32_t x = 0; x < after.Width; ++x) {
-            const bool here = changed(x, y);
-            if (here || changed(x + 1, y))
-                result.OpenSeams +=
-                    SeamsThatDoNotFit(land, after, x, y, Meeting::Eastward);
-            if (here || changed(x, y + 1))
-                result.OpenSeams +=
-                    SeamsThatDoNotFit(land, after, x, y, Meeting::Northward);
-            if (!here)
-                continue;
-            result.Outside += before.Marked[after.At(x, y)] == 0 ? 1 : 0;
-            const int32_t serial =
-                (before.Origin.Y + y) * terrain.MapWidth + before.Origin.X + x + 1;
-            runs.Add(serial, terrain.LxArr(serial).TileOffset,
-                     land.Tiles().Numbers[static_cast<size_t>(after(x, y))]);
-        }
-    }
-    result.Runs = runs.Take();
-    return result;
-}
-
 } // namespace
 
 int32_t ReachOfBrush(const LearnedLand& land) {
     return land.Steps().Longest() + WayReach + 2;
 }
 
-int64_t PaintGrid(const LearnedLand& land, TileGrid& posts, const PostMarks& marked,
+int64_t PaintGrid(const LearnedLand& land, LandGrid& posts, const PostMarks& marked,
                   int32_t tileIndex, PostPlace origin, const BrushOptions& options) {
     const int16_t ground = GroundOf(land, tileIndex);
     PostMarks painted = marked;
@@ -329,7 +249,7 @@ int64_t PaintGrid(const LearnedLand& land, TileGrid& posts, const PostMarks& mar
     return work.Unfilled();
 }
 
-int64_t MendGrid(const LearnedLand& land, TileGrid& posts, const PostMarks& marked,
+int64_t MendGrid(const LearnedLand& land, LandGrid& posts, const PostMarks& marked,
                  PostPlace origin, const BrushOptions& options) {
     CornerPlan plan(land, posts);
     plan.FindInside(marked);
@@ -353,8 +273,8 @@ BrushResult PaintGround(const LearnedLand& land, const Terrain& terrain,
                            "the catalogue has no tile " + std::to_string(tile));
     if (spans.empty())
         return {};
-    const BrushPart part = PartRound(land, terrain, spans);
-    TileGrid posts = part.Posts;
+    const BrushPart part = PartRound(land, terrain, spans, ReachOfBrush(land));
+    LandGrid posts = part.Posts;
     const int64_t unfilled =
         PaintGrid(land, posts, part.Marked, index, part.Origin, options);
     return ResultOf(land, terrain, part, posts, unfilled);
@@ -365,8 +285,8 @@ BrushResult MendSeams(const LearnedLand& land, const Terrain& terrain,
     RequireLearned(land);
     if (spans.empty())
         return {};
-    const BrushPart part = PartRound(land, terrain, spans);
-    TileGrid posts = part.Posts;
+    const BrushPart part = PartRound(land, terrain, spans, ReachOfBrush(land));
+    LandGrid posts = part.Posts;
     const int64_t unfilled = MendGrid(land, posts, part.Marked, part.Origin, options);
     return ResultOf(land, terrain, part, posts, unfilled);
 }
@@ -374,7 +294,11 @@ BrushResult MendSeams(const LearnedLand& land, const Terrain& terrain,
 std::vector<Seam> BadSeams(const LearnedLand& land, const Terrain& terrain,
                            const PostBox& box) {
     const PostBox cut = CutToGrid(box, terrain.MapWidth);
-    const TileGrid posts = GridOf(terrain, land.Tiles());
+    if (cut.X2 < cut.X1 || cut.Y2 < cut.Y1)
+        return {};
+    // With the neighbours round it.
+    const auto [origin, posts] =
+        PostsOf(land, terrain, {cut.X1 - 1, cut.Y1 - 1, cut.X2 + 1, cut.Y2 + 1});
     std::vector<Seam> seams;
     for (int32_t y = std::max(cut.Y1 - 1, 0); y <= cut.Y2; ++y)
         for (int32_t x = std::max(cut.X1 - 1, 0); x <= cut.X2; ++x)
@@ -383,7 +307,8 @@ std::vector<Seam> BadSeams(const LearnedLand& land, const Terrain& terrain,
                 const PostPlace next = meeting == Meeting::Eastward ? PostPlace{x + 1, y}
                                                                     : PostPlace{x, y + 1};
                 if ((Contains(cut, {x, y}) || Contains(cut, next)) &&
-                    SeamsThatDoNotFit(land, posts, x, y, meeting) != 0)
+                    SeamsThatDoNotFit(land, posts, x - origin.X, y - origin.Y, meeting) !=
+                        0)
                     seams.push_back({{x, y}, meeting});
             }
     return seams;

@@ -49,13 +49,13 @@ std::vector<Seam> BadSeams(const LearnedLand& land, const Terrain& terrain,
                            const PostBox& box);
 
 // The same on posts by their index, which they change; `origin` is where the lower left
-// one lies on the terrain. `marked` posts, by TileGrid::At, are painted or mended; what
+// one lies on the terrain. `marked` posts, by LandGrid::At, are painted or mended; what
 // is round them is looked at as far as ReachOfBrush. Gives the posts that no tile could
 // be found for.
-int64_t PaintGrid(const LearnedLand& land, TileGrid& posts,
+int64_t PaintGrid(const LearnedLand& land, LandGrid& posts,
                   const std::vector<uint8_t>& marked, int32_t tileIndex, PostPlace origin,
                   const BrushOptions& options);
-int64_t MendGrid(const LearnedLand& land, TileGrid& posts,
+int64_t MendGrid(const LearnedLand& land, LandGrid& posts,
                  const std::vector<uint8_t>& marked, PostPlace origin,
                  const BrushOptions& options);
 int32_t ReachOfBrush(const LearnedLand& land);

@@ -240,7 +240,7 @@ PairSums Learned(const Pairs& pairs) {
 
 } // namespace
 
-MeetingCounts::MeetingCounts(const TileGrid& map, size_t tiles, Meeting meeting)
+MeetingCounts::MeetingCounts(const LandGrid& map, size_t tiles, Meeting meeting)
     : tiles_(tiles), counts_(tiles * tiles) {
     const int32_t dx = meeting == Meeting::Eastward ? 1 : 0;
     const int32_t dy = 1 - dx;

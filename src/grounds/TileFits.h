@@ -35,7 +35,7 @@ struct LearnedTiles {
 };
 
 // Tiles of posts by index, row by row from the south.
-struct TileGrid {
+struct LandGrid {
     int32_t Width = 0;
     int32_t Height = 0;
     std::vector<int32_t> Tiles; // -1 for what is not learned
@@ -57,7 +57,7 @@ public:
     static constexpr uint8_t Most = 50;
 
     MeetingCounts() = default;
-    MeetingCounts(const TileGrid& map, size_t tiles, Meeting meeting);
+    MeetingCounts(const LandGrid& map, size_t tiles, Meeting meeting);
     uint8_t operator()(size_t first, size_t second) const {
         return counts_[first * tiles_ + second];
     }

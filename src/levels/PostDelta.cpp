@@ -67,6 +67,23 @@ void Write(SerialArray<Value>& array, const ChangedValues<Value>& changed,
 
 } // namespace
 
+void DeltaWriter::AddStretch(int32_t serial, std::span<const TerrainPost> old,
+                             std::span<const TerrainPost> changed) {
+    auto& [stretches, before, after] = delta_.Values;
+    const auto count = static_cast<int32_t>(old.size());
+    if (!stretches.empty() && stretches.back().Serial + stretches.back().Count == serial)
+        stretches.back().Count += count;
+    else
+        stretches.push_back({serial, count});
+    before.insert(before.end(), old.begin(), old.end());
+    after.insert(after.end(), changed.begin(), changed.end());
+}
+
+void DeltaWriter::Reserve(size_t posts) {
+    delta_.Values.Old.reserve(posts);
+    delta_.Values.New.reserve(posts);
+}
+
 ChangedValues<TerrainPost> ChangedBetween(std::span<const TerrainPost> before,
                                           std::span<const TerrainPost> after,
                                           int32_t first) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace vardenix {
@@ -45,6 +46,24 @@ struct HeightDelta {
 
     bool Empty() const { return Runs.empty() && Values.Empty(); }
     size_t Bytes() const { return Runs.size() * sizeof(HeightRun) + Values.Bytes(); }
+};
+
+// A delta as it grows, by rising serials; posts that stay as they are are left out.
+class DeltaWriter {
+public:
+    void Add(int32_t serial, const TerrainPost& old, const TerrainPost& changed) {
+        if (!(old == changed))
+            AddStretch(serial, {&old, 1}, {&changed, 1});
+    }
+    // Several, whether all of them differ or not.
+    void AddStretch(int32_t serial, std::span<const TerrainPost> old,
+                    std::span<const TerrainPost> changed);
+    // Room for so many.
+    void Reserve(size_t posts);
+    PostDelta Take() { return std::move(delta_); }
+
+private:
+    PostDelta delta_;
 };
 
 // Between two states of one array: element 0 is serial `first`. Both are of one length.

@@ -160,6 +160,10 @@ Desk ReadDesk(std::string_view appPath) {
         desk.OneWindow = Val(file.Read("WINDOWS", "ONE_WINDOW")) != 0;
     if (file.Has("WINDOWS", "FOLDED"))
         desk.Folded = file.Read("WINDOWS", "FOLDED");
+    if (file.Has("HAND", "CLIP_FIELDS"))
+        desk.ClipFields = file.Read("HAND", "CLIP_FIELDS");
+    if (file.Has("HAND", "EDGE_INSIDE"))
+        desk.EdgeInside = Val(file.Read("HAND", "EDGE_INSIDE")) != 0;
     desk.History = Val(file.Read("WINDOWS", "HISTORY")) != 0;
     for (size_t i = 0; i < MostLayout / LayoutPiece; ++i)
         desk.Layout += file.Read("WINDOWS", KeyOfLayout(i));
@@ -181,6 +185,10 @@ std::string DeskText(const Desk& desk) {
         file.Write("WINDOWS", "ONE_WINDOW", *desk.OneWindow ? "-1" : "0");
     if (desk.Folded)
         file.Write("WINDOWS", "FOLDED", *desk.Folded);
+    if (desk.ClipFields)
+        file.Write("HAND", "CLIP_FIELDS", *desk.ClipFields);
+    if (desk.EdgeInside)
+        file.Write("HAND", "EDGE_INSIDE", *desk.EdgeInside ? "-1" : "0");
     if (desk.History)
         file.Write("WINDOWS", "HISTORY", "-1");
     WriteHabits(desk, file);

@@ -53,6 +53,11 @@ struct Desk {
     // The frames of the panel that are folded, by their names, with a blank between them;
     // nothing until the user has folded one.
     std::optional<std::string> Folded;
+    // What comes along with copied posts, a letter for each field (T, E, P, 1, 2), and
+    // whether grounds are painted with their edge inside; nothing until a run has stored
+    // it.
+    std::optional<std::string> ClipFields;
+    std::optional<bool> EdgeInside;
     bool History = false;     // its window is open
     bool PanelHidden = false; // in the one window
     std::optional<bool> Dark; // the user's choice; nothing follows the desktop

@@ -122,12 +122,12 @@ std::optional<int32_t> EditGesture::Pick(Position position) {
 
 // The post's tile number changes, and nothing else of it.
 void EditGesture::PaintPost(PostPlace post) {
-    if (!OnTerrain(post, terrain_))
+    if (!OnTerrain(post, terrain_) || !MayChange(post))
         return;
     const int32_t serial = XYToSerial(post.X + 1, post.Y + 1, terrain_.MapWidth);
     const TerrainPost old = terrain_.LxArr(serial);
     TerrainPost painted = old;
-    painted.TileOffset = interaction_.SelectedTile;
+    painted.TileOffset = TileToPaint(interaction_, post);
     terrain_.LxArr(serial) = painted;
     undo_.AddPostUndo(old, painted, serial);
     workspace_.L2NeedSave();
@@ -226,33 +226,50 @@ void EditGesture::Fill(PostPlace start, bool everywhere) {
         Edit(FilledSpans(limits, start,
                          [&](int32_t x, int32_t y) {
                              return heights[static_cast<size_t>(serialOf(x, y)) - 1] ==
-                                    wanted;
+                                        wanted &&
+                                    MayChange({x / HeightsPerPost, y / HeightsPerPost});
                          }),
              false);
     } else {
         const auto posts = terrain_.LxArr.Values();
-        const int32_t wanted = posts[static_cast<size_t>(startSerial) - 1].TileOffset;
-        Edit(FilledSpans(
-                 limits, start,
-                 [&](int32_t x, int32_t y) {
-                     return posts[static_cast<size_t>(serialOf(x, y)) - 1].TileOffset ==
-                            wanted;
-                 }),
+        const auto sortAt = [&](int32_t serial) {
+            const int32_t tile = posts[static_cast<size_t>(serial) - 1].TileOffset;
+            return interaction_.Hand.SortOf ? interaction_.Hand.SortOf(tile) : tile;
+        };
+        const int32_t wanted = sortAt(startSerial);
+        Edit(FilledSpans(limits, start,
+                         [&](int32_t x, int32_t y) {
+                             return sortAt(serialOf(x, y)) == wanted && MayChange({x, y});
+                         }),
              false);
     }
 }
 
 std::optional<PostBox> EditGesture::Edit(const std::vector<RowSpan>& spans, bool goesOn) {
-    return heights_ ? EditHeights(spans, goesOn) : EditTiles(spans, goesOn);
+    const std::vector<RowSpan> bounded = Bounded(spans);
+    return heights_ ? EditHeights(bounded, goesOn) : EditTiles(bounded, goesOn);
+}
+
+std::vector<RowSpan> EditGesture::Bounded(const std::vector<RowSpan>& spans) const {
+    const Selection& bounds = interaction_.Hand.Selected;
+    if (bounds.Empty())
+        return spans;
+    const Selection wanted(spans);
+    return (heights_ ? CommonSquares(wanted, bounds, HeightsPerPost)
+                     : Common(wanted, bounds))
+        .Spans();
 }
 
 std::optional<PostBox> EditGesture::EditTiles(const std::vector<RowSpan>& spans,
                                               bool goesOn) {
-    const int32_t tile = interaction_.SelectedTile;
+    const int32_t width = terrain_.MapWidth;
     std::vector<TileRun> runs = RunsOf<int32_t>(
-        spans, terrain_.MapWidth,
+        spans, width,
         [this](int32_t serial) -> int32_t { return terrain_.LxArr(serial).TileOffset; },
-        [tile](int32_t) { return tile; });
+        [this, width](int32_t serial) {
+            return TileToPaint(interaction_,
+                               {(serial - 1) % width, (serial - 1) / width});
+        });
     if (runs.empty())
         return std::nullopt;
     const auto box = PostsOf(runs, terrain_.MapWidth, 1);

@@ -6,6 +6,7 @@
 #include "program/WorkspaceCommands.h"
 #include "workspace/HeightShaping.h"
 #include "workspace/MapInteraction.h"
+#include "workspace/PointerTool.h"
 #include "workspace/UndoPoints.h"
 
 #include <cstdint>
@@ -14,12 +15,6 @@
 #include <vector>
 
 namespace vardenix {
-
-// Held while the left button was pressed.
-struct GestureKeys {
-    bool Shift = false;
-    bool Alt = false;
-};
 
 // What the left button does with the tool in hand, from its press to its release: a
 // stroke of the brush, a rectangle, a fill, a pick. Each is one step of undo. Positions
@@ -56,7 +51,15 @@ private:
 
     int32_t GridWidth() const;
     PostPlace SquareAt(Position position) const;
-    bool CanEdit() const { return heights_ || interaction_.SelectedTile != -1; }
+    bool CanEdit() const {
+        return heights_ || interaction_.SelectedTile != -1 ||
+               interaction_.Tool == MapTool::Eraser;
+    }
+    // Of some squares those that the selection lets be changed.
+    std::vector<RowSpan> Bounded(const std::vector<RowSpan>& spans) const;
+    bool MayChange(PostPlace post) const {
+        return interaction_.Hand.Selected.Empty() || interaction_.Hand.Selected.Has(post);
+    }
     std::optional<int32_t> Pick(Position position);
     void PaintPost(PostPlace post);
     std::optional<PostBox> Brush(const std::vector<PostPlace>& line, bool begins);

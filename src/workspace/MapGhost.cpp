@@ -42,17 +42,23 @@ std::optional<MapGhost> GhostAt(const EditGesture& gesture,
                                 double x, double y) {
     if (interaction.Waits())
         return GhostOfCorner(interaction, view, PostUnderCursor(view, x, y));
+    if (interaction.Hand.Stamp)
+        return std::nullopt; // it has a picture of its own
     MapGhost ghost;
     ghost.OfHeights = EditsHeights(interaction, view);
-    if (!ghost.OfHeights && interaction.SelectedTile >= 0)
-        ghost.Tile = [tile = interaction.SelectedTile](int32_t, int32_t) { return tile; };
+    const bool erases = interaction.Tool == MapTool::Eraser;
+    const bool fields = PaintsFields(interaction, view) || PaintsLand(interaction, view);
+    if (!ghost.OfHeights && !fields && (erases || interaction.SelectedTile >= 0))
+        ghost.Tile = [&interaction](int32_t column, int32_t row) {
+            return TileToPaint(interaction, {column, row});
+        };
     if (const auto squares = gesture.Squares()) {
         ghost.Squares = *squares;
         ghost.TellsSize = true;
         return ghost;
     }
-    const bool paints = ghost.OfHeights || ghost.Tile;
-    if (gesture.Goes() || interaction.Tool != MapTool::Brush || !paints)
+    const bool paints = ghost.OfHeights || ghost.Tile || fields;
+    if (gesture.Goes() || (interaction.Tool != MapTool::Brush && !erases) || !paints)
         return std::nullopt;
     ghost.Squares = BrushAt(ghost.OfHeights ? ElevationUnderCursor(view, x, y)
                                             : PostUnderCursor(view, x, y),

@@ -1,6 +1,7 @@
 #include "workspace/MapInteraction.h"
 
 #include "companion/Vardenix.h"
+#include "levels/PostHash.h"
 #include "texts/Numbers.h"
 
 #include <algorithm>
@@ -65,6 +66,40 @@ void ChooseTool(MapInteraction& interaction, MapTool tool) {
     interaction.Tool = tool;
 }
 
+namespace {
+
+bool PaintsLevelTwo(const MapInteraction& interaction, const MapView& view) {
+    return !view.L0Mode &&
+           (interaction.Tool == MapTool::Brush ||
+            interaction.Tool == MapTool::Rectangle || interaction.Tool == MapTool::Fill);
+}
+
+} // namespace
+
+bool PaintsLand(const MapInteraction& interaction, const MapView& view) {
+    const Painting paints = interaction.Hand.Paints;
+    return PaintsLevelTwo(interaction, view) &&
+           (paints == Painting::Ground ||
+            (paints == Painting::Way && interaction.Tool == MapTool::Brush));
+}
+
+bool PaintsFields(const MapInteraction& interaction, const MapView& view) {
+    const Painting paints = interaction.Hand.Paints;
+    return PaintsLevelTwo(interaction, view) && paints != Painting::Tile &&
+           paints != Painting::Ground && paints != Painting::Way;
+}
+
+int32_t TileToPaint(const MapInteraction& interaction, PostPlace post) {
+    const HandState& hand = interaction.Hand;
+    if (interaction.Tool == MapTool::Eraser)
+        return hand.EraserTile;
+    if (hand.MoreTiles.empty())
+        return interaction.SelectedTile;
+    const uint32_t drawn = DrawAtPost(post.X, post.Y, hand.Seed,
+                                      static_cast<uint32_t>(hand.MoreTiles.size()) + 1);
+    return drawn == 0 ? interaction.SelectedTile : hand.MoreTiles[drawn - 1];
+}
+
 PostPlace PostUnderCursor(const MapView& view, double x, double y) {
     const int32_t side = CellPixels(view);
     const PostPlace cell = view.FillsRoom() ? PaintedCell(view, x, y, view.CellSize())
@@ -98,9 +133,21 @@ bool EditsHeights(const MapInteraction& interaction, const MapView& view) {
 MapPointer PointerFor(const MapInteraction& interaction, const MapView& view) {
     if (interaction.Waits())
         return MapPointer::Cross;
-    if (interaction.Tool == MapTool::Pick)
+    if (interaction.Hand.Stamp)
+        return MapPointer::Cross;
+    switch (interaction.Tool) {
+    case MapTool::Pick:
         return MapPointer::Pick;
-    if (interaction.SelectedTile == -1 && !EditsHeights(interaction, view))
+    case MapTool::Select:
+    case MapTool::Lasso:
+        return MapPointer::Select;
+    case MapTool::Eraser:
+        return MapPointer::Eraser;
+    default:
+        break;
+    }
+    if (interaction.SelectedTile == -1 && !EditsHeights(interaction, view) &&
+        !PaintsFields(interaction, view))
         return MapPointer::Default;
     return interaction.Tool == MapTool::Rectangle ? MapPointer::Rectangle
            : interaction.Tool == MapTool::Fill    ? MapPointer::Fill
@@ -115,6 +162,11 @@ std::optional<PostBox> BoxAtCursor(const MapInteraction& interaction, const MapV
         return PostBox{post.X, post.Y, post.X + interaction.ImportWidth - 1,
                        post.Y + interaction.ImportHeight - 1};
     return std::nullopt;
+}
+
+int32_t KindOfTile(const TileLookup& lookup, int32_t tileNumber) {
+    const auto index = static_cast<size_t>(static_cast<uint32_t>(tileNumber));
+    return index < lookup.size() ? lookup[index].Terrain : -1;
 }
 
 std::string TileNameOf(int32_t tileNumber, const TileLookup& lookup) {

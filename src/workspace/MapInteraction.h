@@ -6,6 +6,7 @@
 #include "levels/Terrain.h"
 #include "mapview/MapLayout.h"
 #include "mapview/MapView.h"
+#include "workspace/HandState.h"
 
 #include <cstdint>
 #include <optional>
@@ -15,7 +16,7 @@
 namespace vardenix {
 
 // What the left button does on the map.
-enum class MapTool : int16_t { Brush, Rectangle, Fill, Pick };
+enum class MapTool : int16_t { Brush, Rectangle, Fill, Pick, Select, Lasso, Eraser };
 // What the tools do to the finest elevations while these are edited; with None they go on
 // giving tiles to posts.
 enum class HeightTool : int16_t { None, Set, Raise, Lower, Smooth };
@@ -30,6 +31,7 @@ struct MapInteraction {
     int32_t BrushSize = 1;                   // squares along a side, 1 to 9
     HeightTool Heights = HeightTool::None;
     int16_t Feet = 100; // that heights are set to, or raised or lowered by
+    HandState Hand;
 
     // Of the regions to export and to stamp: which corner the next left click gives.
     bool WaitExportCorner1 = false;
@@ -74,6 +76,13 @@ bool OnElevations(PostPlace place, const Terrain& terrain);
 
 // Whether the tools work on the finest elevations now, rather than on tiles.
 bool EditsHeights(const MapInteraction& interaction, const MapView& view);
+// Whether brush, rectangle or fill give posts of level 2 something else than tiles.
+bool PaintsFields(const MapInteraction& interaction, const MapView& view);
+// Whether they give what has to fit with what lies round it: grounds or ways.
+bool PaintsLand(const MapInteraction& interaction, const MapView& view);
+// The tile that a post is painted with: the chosen one, or one of several that are drawn
+// in turn; the eraser's has its own.
+int32_t TileToPaint(const MapInteraction& interaction, PostPlace post);
 
 // The pointer over the map: the first three by the platform's old codes.
 enum class MapPointer {
@@ -82,13 +91,18 @@ enum class MapPointer {
     Brush = 99,
     Rectangle = 100,
     Fill = 101,
-    Pick = 102
+    Pick = 102,
+    Select = 103,
+    Eraser = 104
 };
 MapPointer PointerFor(const MapInteraction& interaction, const MapView& view);
 
 // The catalogue's name of a tile, Windows-1252; empty for a number without a tile, and
 // "Not Specified in BIN File" for one outside the table.
 std::string TileNameOf(int32_t tileNumber, const TileLookup& lookup);
+
+// The class code of a tile's kind of terrain; -1 for a number without a tile.
+int32_t KindOfTile(const TileLookup& lookup, int32_t tileNumber);
 
 // What the next left click would close the box of, with the cursor over `post`: the
 // region to export once its first corner is given, or the stamp. Nothing otherwise.

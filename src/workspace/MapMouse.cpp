@@ -8,7 +8,12 @@ MapMouse::MapMouse(Terrain& terrain, MapView& view, MapInteraction& interaction,
                    UndoPoints& undo, WorkspaceCommands& workspace, MapWishes& wishes)
     : terrain_(terrain), view_(view), interaction_(interaction), undo_(undo),
       workspace_(workspace), wishes_(wishes),
-      gesture_(terrain, view, interaction, undo, workspace) {}
+      gesture_(terrain, view, interaction, undo, workspace),
+      select_(terrain, view, interaction, workspace),
+      stamp_(terrain, view, interaction, undo.Log(), workspace),
+      fields_(terrain, view, interaction, undo.Log(), workspace),
+      ground_(terrain, view, interaction, undo.Log(), workspace,
+              [this] { return wishes_.Land(); }) {}
 
 void MapMouse::MiddleDown(double x, double y) {
     if (view_.ScrollBusy)
@@ -46,9 +51,9 @@ void MapMouse::EditElevationAt(PostPlace place) {
     workspace_.L0NeedSave();
 }
 
-void MapMouse::LeftDown(double x, double y, GestureKeys keys) {
+std::optional<PostBox> MapMouse::LeftDown(double x, double y, GestureKeys keys) {
     if (view_.ScrollBusy)
-        return;
+        return std::nullopt;
     const PostPlace post = PostUnderCursor(view_, x, y);
     if (interaction_.WaitExportCorner1) {
         view_.ExportX1 = post.X;
@@ -72,9 +77,70 @@ void MapMouse::LeftDown(double x, double y, GestureKeys keys) {
         interaction_.WaitImportCorner = false;
         wishes_.HideFrame7();
         wishes_.ImportTiles();
-    } else if (const auto picked = gesture_.Begin(x, y, keys)) {
-        wishes_.PickTile(*picked);
+    } else if (PointerTool* tool = ToolFor(post, keys)) {
+        // Another tool may wait for a click that does not come.
+        const auto stopped = tool == held_ ? std::nullopt : Stop();
+        held_ = tool;
+        return Told(BoxRound(stopped, tool->Begin(x, y, keys)));
+    } else {
+        const auto stopped = Stop();
+        held_ = nullptr;
+        if (const auto picked = gesture_.Begin(x, y, keys))
+            wishes_.PickTile(*picked);
+        return stopped;
     }
+    return std::nullopt;
+}
+
+PointerTool* MapMouse::ToolFor(PostPlace post, GestureKeys keys) {
+    const HandState& hand = interaction_.Hand;
+    const bool posts = !view_.L0Mode;
+    if (hand.Stamp && posts)
+        return &stamp_;
+    if (keys.Alt)
+        return nullptr;
+    if (keys.Control && !keys.Shift && posts && hand.Selected.Has(post))
+        return &stamp_;
+    if (interaction_.Tool == MapTool::Select || interaction_.Tool == MapTool::Lasso)
+        return &select_;
+    if (PaintsFields(interaction_, view_))
+        return &fields_;
+    return PaintsLand(interaction_, view_) ? &ground_ : nullptr;
+}
+
+std::optional<PostBox> MapMouse::LeftMove(double x, double y) {
+    return held_ != nullptr ? held_->Move(x, y) : gesture_.Move(x, y);
+}
+
+std::optional<PostBox> MapMouse::LeftUp(double x, double y) {
+    if (held_ != nullptr)
+        return Told(held_->End(x, y));
+    gesture_.End(x, y);
+    return std::nullopt;
+}
+
+std::optional<PostBox> MapMouse::Told(const std::optional<PostBox>& changed) {
+    if (changed && !Goes())
+        wishes_.PostsChanged();
+    return changed;
+}
+
+std::optional<PostBox> MapMouse::Stop() {
+    gesture_.Cancel();
+    return held_ != nullptr ? held_->Cancel() : std::nullopt;
+}
+
+std::optional<MapGhost> MapMouse::GhostWith(double x, double y) const {
+    if (held_ == nullptr || !held_->Goes())
+        return GhostAt(gesture_, interaction_, view_, x, y);
+    const auto frame = held_->Frame();
+    if (!frame)
+        return std::nullopt;
+    return MapGhost{*frame, false, {}, true};
+}
+
+std::vector<PicturePoint> MapMouse::Line() const {
+    return held_ != nullptr ? held_->Line() : std::vector<PicturePoint>();
 }
 
 void MapMouse::ChangePost(int32_t serial, const TerrainPost& to) {

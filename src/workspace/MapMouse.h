@@ -4,7 +4,12 @@
 #include "mapview/MapView.h"
 #include "program/WorkspaceCommands.h"
 #include "workspace/EditGesture.h"
+#include "workspace/FieldTool.h"
+#include "workspace/GroundTool.h"
+#include "workspace/MapGhost.h"
 #include "workspace/MapInteraction.h"
+#include "workspace/SelectTool.h"
+#include "workspace/StampTool.h"
 #include "workspace/UndoPoints.h"
 
 #include <cstdint>
@@ -44,6 +49,10 @@ public:
     virtual void TakeDropped(const std::string& path) = 0;
     // Frame7 of the panel, which tells what is waited for.
     virtual void HideFrame7() = 0;
+    // What has been learned of the land; null where it cannot be, which has been told.
+    virtual const LearnedLand* Land() { return nullptr; }
+    // A gesture has changed posts of level 2 in bulk.
+    virtual void PostsChanged() {}
 };
 
 // What the map's own buttons of the mouse do. Positions are pixels on the picture. While
@@ -61,12 +70,23 @@ public:
     // remembered for the context menu; true when that is to be shown.
     bool RightDown(double x, double y);
     // Gives the corner that is waited for, or begins what the tool in hand does.
-    void LeftDown(double x, double y, GestureKeys keys = {});
-    // While the left button is held. The posts of level 2 that have changed, from 0, and
-    // are to be painted anew; nothing when none has.
-    std::optional<PostBox> LeftMove(double x, double y) { return gesture_.Move(x, y); }
-    void LeftUp(double x, double y) { gesture_.End(x, y); }
-    EditGesture& Gesture() { return gesture_; }
+    // What is to be painted anew, as below.
+    std::optional<PostBox> LeftDown(double x, double y, GestureKeys keys = {});
+    // While the left button is held, and at its release. The posts of level 2 that have
+    // changed, from 0, and are to be painted anew; nothing when none has.
+    std::optional<PostBox> LeftMove(double x, double y);
+    std::optional<PostBox> LeftUp(double x, double y);
+    // A tool goes on while the button is held.
+    bool Goes() const { return held_ != nullptr ? held_->Goes() : gesture_.Goes(); }
+    // What goes on, or waits for another click, ends there; a tool with a file of its own
+    // takes back what no log knows of yet.
+    std::optional<PostBox> Stop();
+    bool HasPending() const { return held_ != nullptr && held_->Goes(); }
+    bool Waits() const { return held_ != nullptr && held_->Waits(); }
+    // What a click, or the release, would leave with the pointer at a place.
+    std::optional<MapGhost> GhostWith(double x, double y) const;
+    // That is drawn, on the picture.
+    std::vector<PicturePoint> Line() const;
 
     // Of the context menu: the details of the post of the last right click.
     void mnuTileProperties();
@@ -74,6 +94,9 @@ public:
 private:
     void EditElevationAt(PostPlace place);
     void ChangePost(int32_t serial, const TerrainPost& to);
+    // The tool for a press there; null for the gestures of single steps.
+    PointerTool* ToolFor(PostPlace post, GestureKeys keys);
+    std::optional<PostBox> Told(const std::optional<PostBox>& changed);
 
     Terrain& terrain_;
     MapView& view_;
@@ -82,6 +105,11 @@ private:
     WorkspaceCommands& workspace_;
     MapWishes& wishes_;
     EditGesture gesture_;
+    SelectTool select_;
+    StampTool stamp_;
+    FieldTool fields_;
+    GroundTool ground_;
+    PointerTool* held_ = nullptr; // one of them, or gesture_ where there is none
 };
 
 } // namespace vardenix

@@ -46,18 +46,48 @@ void TakeFields(TerrainPost& post, const TerrainPost& from, const ClipFields& fi
         post.X2 = from.X2;
 }
 
-// Adds a post that changes; serials rise.
-void AddChanged(PostDelta& delta, int32_t serial, const TerrainPost& old,
-                const TerrainPost& changed) {
-    if (old == changed)
-        return;
-    auto& stretches = delta.Values.Stretches;
-    if (!stretches.empty() && stretches.back().Serial + stretches.back().Count == serial)
-        ++stretches.back().Count;
-    else
-        stretches.push_back({serial, 1});
-    delta.Values.Old.push_back(old);
-    delta.Values.New.push_back(changed);
+// Where the selected posts of a clip come to lie, as far as the terrain and the bounds
+// have room for them.
+std::vector<RowSpan> PlacesOf(const PostClip& clip, PostPlace lowerLeft, int32_t width,
+                              const Selection* bounds) {
+    std::vector<RowSpan> spans;
+    for (int32_t row = 0; row < clip.Height; ++row) {
+        const int64_t y = int64_t{lowerLeft.Y} + row;
+        if (y < 0 || y >= width)
+            continue;
+        const auto* const marks = &clip.Selected[ClipIndex(clip, 0, row)];
+        const auto* const end = marks + clip.Width;
+        for (const uint8_t* at = std::find(marks, end, 1); at != end;) {
+            const uint8_t* const last = std::find(at, end, 0);
+            const int64_t x1 = std::max<int64_t>(lowerLeft.X + (at - marks), 0);
+            const int64_t x2 = std::min<int64_t>(lowerLeft.X + (last - marks), width) - 1;
+            if (x1 <= x2)
+                spans.push_back({static_cast<int32_t>(y), static_cast<int32_t>(x1),
+                                 static_cast<int32_t>(x2)});
+            at = std::find(last, end, 1);
+        }
+    }
+    return bounds == nullptr ? spans
+                             : Common(Selection(std::move(spans)), *bounds).Spans();
+}
+
+// The stretches of a row that differ.
+void AddDifferences(DeltaWriter& writer, int32_t serial, std::span<const TerrainPost> old,
+                    std::span<const TerrainPost> changed) {
+    const size_t count = old.size();
+    const auto same = [&](size_t i) { return old[i] == changed[i]; };
+    for (size_t at = 0; at < count;) {
+        if (same(at)) {
+            ++at;
+            continue;
+        }
+        size_t end = at + 1;
+        while (end < count && !same(end))
+            ++end;
+        writer.AddStretch(serial + static_cast<int32_t>(at), old.subspan(at, end - at),
+                          changed.subspan(at, end - at));
+        at = end;
+    }
 }
 
 [[noreturn]] void RefuseClip(const std::string& reason) {
@@ -79,19 +109,22 @@ PostClip ClipOf(const Terrain& terrain, const Selection& selection) {
     PostClip clip{box.X2 - box.X1 + 1, box.Y2 - box.Y1 + 1, {}, {}};
     const auto posts = terrain.LxArr.Values();
     const auto count = static_cast<size_t>(clip.Width) * static_cast<size_t>(clip.Height);
-    clip.Posts.resize(count);
-    clip.Selected.resize(count);
+    clip.Posts.reserve(count);
+    clip.Selected.reserve(count);
     for (const RowSpan& span : selection.Spans()) {
         const size_t from =
             static_cast<size_t>(span.Y) * static_cast<size_t>(terrain.MapWidth) +
             static_cast<size_t>(span.X1);
+        const auto row = posts.subspan(from, static_cast<size_t>(span.X2 - span.X1) + 1);
+        // What lies between two spans is not selected.
         const size_t to = ClipIndex(clip, span.X1 - box.X1, span.Y - box.Y1);
-        const size_t length = static_cast<size_t>(span.X2 - span.X1) + 1;
-        std::ranges::copy(posts.subspan(from, length),
-                          clip.Posts.begin() + static_cast<ptrdiff_t>(to));
-        std::fill_n(clip.Selected.begin() + static_cast<ptrdiff_t>(to), length,
-                    uint8_t{1});
+        clip.Posts.resize(to);
+        clip.Selected.resize(to);
+        clip.Posts.insert(clip.Posts.end(), row.begin(), row.end());
+        clip.Selected.resize(to + row.size(), 1);
     }
+    clip.Posts.resize(count);
+    clip.Selected.resize(count);
     return clip;
 }
 
@@ -110,41 +143,43 @@ PostClip Turned(const PostClip& clip) {
 
 PostDelta StampedPosts(const Terrain& terrain, const PostClip& clip, PostPlace lowerLeft,
                        const ClipFields& fields, const Selection* bounds) {
-    PostDelta delta;
+    DeltaWriter writer;
+    writer.Reserve(clip.Posts.size());
     const auto posts = terrain.LxArr.Values();
     const int32_t width = terrain.MapWidth;
-    for (int32_t row = 0; row < clip.Height; ++row) {
-        const int64_t y = int64_t{lowerLeft.Y} + row;
-        for (int32_t column = 0; column < clip.Width; ++column) {
-            const int64_t x = int64_t{lowerLeft.X} + column;
-            const size_t at = ClipIndex(clip, column, row);
-            if (clip.Selected[at] == 0 || x < 0 || y < 0 || x >= width || y >= width)
-                continue;
-            const PostPlace place{static_cast<int32_t>(x), static_cast<int32_t>(y)};
-            if (bounds != nullptr && !bounds->Has(place))
-                continue;
-            const int32_t serial = place.Y * width + place.X + 1;
-            const TerrainPost& old = posts[static_cast<size_t>(serial) - 1];
-            TerrainPost changed = old;
-            TakeFields(changed, clip.Posts[at], fields);
-            AddChanged(delta, serial, old, changed);
+    std::vector<TerrainPost> changed;
+    for (const RowSpan& span : PlacesOf(clip, lowerLeft, width, bounds)) {
+        const int32_t serial = span.Y * width + span.X1 + 1;
+        const size_t count = static_cast<size_t>(span.X2 - span.X1) + 1;
+        const auto old = posts.subspan(static_cast<size_t>(serial) - 1, count);
+        const auto from =
+            std::span(clip.Posts)
+                .subspan(ClipIndex(clip, span.X1 - lowerLeft.X, span.Y - lowerLeft.Y),
+                         count);
+        if (fields == ClipFields{}) {
+            AddDifferences(writer, serial, old, from);
+            continue;
         }
+        changed.assign(old.begin(), old.end());
+        for (size_t i = 0; i < count; ++i)
+            TakeFields(changed[i], from[i], fields);
+        AddDifferences(writer, serial, old, changed);
     }
-    return delta;
+    return writer.Take();
 }
 
 PostDelta CutPosts(const Terrain& terrain, const Selection& selection,
                    const ClipFields& fields) {
-    PostDelta delta;
+    DeltaWriter writer;
     for (const RowSpan& span : selection.Spans())
         for (int32_t x = span.X1; x <= span.X2; ++x) {
             const int32_t serial = span.Y * terrain.MapWidth + x + 1;
             const TerrainPost old = terrain.LxArr(serial);
             TerrainPost changed = old;
             TakeFields(changed, TerrainPost{}, fields);
-            AddChanged(delta, serial, old, changed);
+            writer.Add(serial, old, changed);
         }
-    return delta;
+    return writer.Take();
 }
 
 std::vector<std::byte> BytesOf(const PostClip& clip) {

@@ -80,22 +80,62 @@ public:
         TerrainPost changed = old;
         changed.Elevation =
             ClampToInt16(RoundHalfEven(old.Elevation + (wanted - old.Elevation) * share));
-        if (changed == old)
-            return;
-        auto& stretches = delta_.Values.Stretches;
-        if (!stretches.empty() &&
-            stretches.back().Serial + stretches.back().Count == serial)
-            ++stretches.back().Count;
-        else
-            stretches.push_back({serial, 1});
-        delta_.Values.Old.push_back(old);
-        delta_.Values.New.push_back(changed);
+        writer_.Add(serial, old, changed);
     }
-    PostDelta Take() { return std::move(delta_); }
+    PostDelta Take() { return writer_.Take(); }
 
 private:
     const Terrain& terrain_;
-    PostDelta delta_;
+    DeltaWriter writer_;
+};
+
+// How much a brush does to each post that it comes by: the most of any place of its line.
+class ShareOfBrush {
+public:
+    ShareOfBrush(const std::vector<PostPlace>& line, const PostBrush& brush,
+                 int32_t width) {
+        const int32_t reach = ReachOf(brush);
+        box_ = {line.front().X, line.front().Y, line.front().X, line.front().Y};
+        for (const PostPlace& place : line)
+            box_ = {std::min(box_.X1, place.X), std::min(box_.Y1, place.Y),
+                    std::max(box_.X2, place.X), std::max(box_.Y2, place.Y)};
+        box_ = CutToGrid(
+            {box_.X1 - reach, box_.Y1 - reach, box_.X2 + reach, box_.Y2 + reach}, width);
+        if (box_.X2 < box_.X1 || box_.Y2 < box_.Y1)
+            return;
+        across_ = static_cast<size_t>(box_.X2 - box_.X1) + 1;
+        shares_.resize(across_ * (static_cast<size_t>(box_.Y2 - box_.Y1) + 1));
+        for (const PostPlace& place : line)
+            AddPlace(place, brush);
+    }
+    static int32_t ReachOf(const PostBrush& brush) { return brush.Size / 2 + 1; }
+    double operator()(int32_t x, int32_t y) const { return shares_[At(x, y)]; }
+
+private:
+    size_t At(int32_t x, int32_t y) const {
+        return static_cast<size_t>(y - box_.Y1) * across_ +
+               static_cast<size_t>(x - box_.X1);
+    }
+    void AddPlace(PostPlace place, const PostBrush& brush) {
+        const int32_t reach = ReachOf(brush);
+        const double radius = RadiusOf(brush.Size);
+        const PostBox under = BrushAt(place, brush.Size);
+        for (int32_t y = std::max(place.Y - reach, box_.Y1);
+             y <= std::min(place.Y + reach, box_.Y2); ++y)
+            for (int32_t x = std::max(place.X - reach, box_.X1);
+                 x <= std::min(place.X + reach, box_.X2); ++x) {
+                // A hard brush covers a square, a soft one a circle.
+                const double part =
+                    brush.Soft ? SoftShare(std::hypot(x - place.X, y - place.Y), radius)
+                               : (Contains(under, {x, y}) ? 1.0 : 0.0);
+                double& share = shares_[At(x, y)];
+                share = std::max(share, part);
+            }
+    }
+
+    PostBox box_;
+    size_t across_ = 0;
+    std::vector<double> shares_;
 };
 
 // Calls take(x, y) for the posts of the terrain that lie within `reach` of some places,
@@ -128,21 +168,16 @@ PostDelta BrushedHeights(const Terrain& terrain, const std::vector<PostPlace>& l
     const PostBox all{0, 0, terrain.MapWidth - 1, terrain.MapWidth - 1};
     const double level =
         Contains(all, line.front()) ? heights.At(line.front().X, line.front().Y) : 0;
-    const double radius = RadiusOf(brush.Size);
+    const ShareOfBrush share(line, brush, terrain.MapWidth);
     HeightDeltaWriter writer(terrain);
-    const int32_t reach = brush.Size / 2 + 1;
-    ForEachNear(line, reach, terrain.MapWidth, bounds, [&](int32_t x, int32_t y) {
-        double share = 0;
-        for (const PostPlace& place : line) {
-            // A hard brush covers a square, a soft one a circle.
-            const bool under = Contains(BrushAt(place, brush.Size), {x, y});
-            const double fading = SoftShare(std::hypot(x - place.X, y - place.Y), radius);
-            share = std::max(share, brush.Soft ? fading : under ? 1.0 : 0.0);
-        }
-        if (share > 0)
-            writer.Add(x, y, WantedHeight(heights, x, y, brush.Shape, brush.Feet, level),
-                       share);
-    });
+    ForEachNear(line, ShareOfBrush::ReachOf(brush), terrain.MapWidth, bounds,
+                [&](int32_t x, int32_t y) {
+                    if (const double part = share(x, y); part > 0)
+                        writer.Add(
+                            x, y,
+                            WantedHeight(heights, x, y, brush.Shape, brush.Feet, level),
+                            part);
+                });
     return writer.Take();
 }
 

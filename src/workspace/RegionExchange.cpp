@@ -8,6 +8,7 @@
 #include "texts/RuntimeError.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace vardenix {
 
@@ -115,13 +116,41 @@ TileRegion ReadRegion(const std::string& path) {
     return ParseRegion(file.Span(), path);
 }
 
+std::vector<std::byte> BytesOf(const TileRegion& region) {
+    std::vector<std::byte> bytes(HeaderBytes +
+                                 region.TileNumbers.size() * sizeof(int32_t));
+    std::memcpy(bytes.data(), &region.RegionWidth, sizeof(int32_t));
+    std::memcpy(&bytes[sizeof(int32_t)], &region.RegionHeight, sizeof(int32_t));
+    if (!region.TileNumbers.empty())
+        std::memcpy(&bytes[HeaderBytes], region.TileNumbers.data(),
+                    region.TileNumbers.size() * sizeof(int32_t));
+    return bytes;
+}
+
+TileRegion RegionOf(const PostClip& clip) {
+    TileRegion region{clip.Width, clip.Height, {}};
+    region.TileNumbers.reserve(clip.Posts.size());
+    for (const TerrainPost& post : clip.Posts)
+        region.TileNumbers.push_back(post.TileOffset);
+    return region;
+}
+
+PostClip ClipOf(const TileRegion& region) {
+    PostClip clip{region.RegionWidth, region.RegionHeight, {}, {}};
+    clip.Posts.resize(region.TileNumbers.size());
+    clip.Selected.assign(region.TileNumbers.size(), 1);
+    for (size_t i = 0; i < clip.Posts.size(); ++i)
+        clip.Posts[i].TileOffset = region.TileNumbers[i];
+    return clip;
+}
+
 bool RegionFits(const TileRegion& region, int32_t x, int32_t y, int32_t mapWidth) {
     return x >= 0 && y >= 0 && int64_t{x} + region.RegionWidth <= mapWidth &&
            int64_t{y} + region.RegionHeight <= mapWidth;
 }
 
 int64_t StampRegion(Terrain& terrain, const TileRegion& region, int32_t x, int32_t y,
-                    Progress& progress) {
+                    Progress& progress, const Selection* bounds) {
     const ShownBar bar(progress);
     // The columns of the region that lie on the terrain.
     const int32_t first = std::max(0, -x);
@@ -137,9 +166,15 @@ int64_t StampRegion(Terrain& terrain, const TileRegion& region, int32_t x, int32
                                     static_cast<size_t>(first)];
             const auto posts =
                 PostsOf(terrain, static_cast<int32_t>(row), x + first, x + last);
-            for (TerrainPost& post : posts)
-                post.TileOffset = *number++;
-            count += static_cast<int64_t>(posts.size());
+            PostPlace place{x + first, static_cast<int32_t>(row)};
+            for (TerrainPost& post : posts) {
+                if (bounds == nullptr || bounds->Has(place)) {
+                    post.TileOffset = *number;
+                    ++count;
+                }
+                ++number;
+                ++place.X;
+            }
         }
         progress.SetBar(Percent(r + 1, region.RegionHeight));
         progress.LetEventsThrough();
@@ -188,7 +223,7 @@ std::optional<TileRegion> RegionOfFile(const std::string& path, Dialogs& dialogs
 }
 
 bool ImportTiles(Terrain& terrain, const TileRegion& region, int32_t x, int32_t y,
-                 Dialogs& dialogs, Progress& progress) {
+                 Dialogs& dialogs, Progress& progress, const Selection* bounds) {
     const auto beyond = [&](int32_t from, int32_t length) {
         return from >= terrain.MapWidth || int64_t{from} + length <= 0;
     };
@@ -200,7 +235,7 @@ bool ImportTiles(Terrain& terrain, const TileRegion& region, int32_t x, int32_t 
         dialogs.MessageBox(PastTheEdge, {}, BoxIcon::Question, BoxButtons::YesNo) !=
             BoxAnswer::Yes)
         return false;
-    StampRegion(terrain, region, x, y, progress);
+    StampRegion(terrain, region, x, y, progress, bounds);
     return true;
 }
 

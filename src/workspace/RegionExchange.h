@@ -4,6 +4,7 @@
 #include "levels/Terrain.h"
 #include "platform/Dialogs.h"
 #include "platform/Progress.h"
+#include "workspace/PostClip.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -37,14 +38,22 @@ TileRegion ParseRegion(std::span<const std::byte> bytes, const std::string& path
 // 70, 75) too.
 TileRegion ReadRegion(const std::string& path);
 
+// A region's bytes, as a file has them.
+std::vector<std::byte> BytesOf(const TileRegion& region);
+// The tiles of copied posts, and posts with the tiles of a region. What was not selected
+// within the rectangle has its tile all the same.
+TileRegion RegionOf(const PostClip& clip);
+PostClip ClipOf(const TileRegion& region);
+
 // Whether all of a region lies on a terrain `mapWidth` posts a side when its lower left
 // post is x, y, counted from 0.
 bool RegionFits(const TileRegion& region, int32_t x, int32_t y, int32_t mapWidth);
 
 // Sets the tile numbers of the posts that the region covers, those outside the terrain
-// apart, and gives their number. The bar moves and events pass once per row.
+// and outside of `bounds`, where there is one, apart, and gives their number. The bar
+// moves and events pass once per row.
 int64_t StampRegion(Terrain& terrain, const TileRegion& region, int32_t x, int32_t y,
-                    Progress& progress);
+                    Progress& progress, const Selection* bounds = nullptr);
 
 // Asks for the file and writes the part of the region that lies on the terrain; a cancel
 // ends without a word. The file's path; nothing when none was written.
@@ -61,6 +70,6 @@ std::optional<TileRegion> RegionOfFile(const std::string& path, Dialogs& dialogs
 // Stamps a region with its lower left post at x, y, counted from 0; when it reaches past
 // the edge only after a question. False when the terrain is as it was.
 bool ImportTiles(Terrain& terrain, const TileRegion& region, int32_t x, int32_t y,
-                 Dialogs& dialogs, Progress& progress);
+                 Dialogs& dialogs, Progress& progress, const Selection* bounds = nullptr);
 
 } // namespace vardenix

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace vardenix {
 
@@ -14,36 +15,41 @@ bool Before(const RowSpan& a, const RowSpan& b) {
 // Walks over two lists of spans together and keeps the stretches for which
 // keep(in the first, in the second) holds.
 template <typename Keep>
-Selection Combined(const std::vector<RowSpan>& a, const std::vector<RowSpan>& b,
-                   Keep keep) {
-    struct Edge {
-        int32_t Y;
-        int32_t X; // from here on
-        int InA;   // 1 it begins, -1 it ends
-        int InB;
-    };
-    std::vector<Edge> edges;
-    edges.reserve(2 * (a.size() + b.size()));
-    for (const RowSpan& span : a) {
-        edges.push_back({span.Y, span.X1, 1, 0});
-        edges.push_back({span.Y, span.X2 + 1, -1, 0});
-    }
-    for (const RowSpan& span : b) {
-        edges.push_back({span.Y, span.X1, 0, 1});
-        edges.push_back({span.Y, span.X2 + 1, 0, -1});
-    }
-    std::ranges::sort(edges, [](const Edge& one, const Edge& other) {
-        return one.Y != other.Y ? one.Y < other.Y : one.X < other.X;
-    });
+Selection Combined(std::span<const RowSpan> a, std::span<const RowSpan> b, Keep keep) {
     std::vector<RowSpan> kept;
-    int inA = 0;
-    int inB = 0;
-    for (size_t i = 0; i < edges.size(); ++i) {
-        inA += edges[i].InA;
-        inB += edges[i].InB;
-        if (i + 1 < edges.size() && edges[i + 1].Y == edges[i].Y &&
-            edges[i + 1].X > edges[i].X && keep(inA > 0, inB > 0))
-            kept.push_back({edges[i].Y, edges[i].X, edges[i + 1].X - 1});
+    size_t i = 0;
+    size_t j = 0;
+    while (i < a.size() || j < b.size()) {
+        const int32_t y = i == a.size()   ? b[j].Y
+                          : j == b.size() ? a[i].Y
+                                          : std::min(a[i].Y, b[j].Y);
+        bool inA = false;
+        bool inB = false;
+        int32_t from = 0;
+        // From edge to edge of one row; a span's end lies behind its last post.
+        const auto next = [y](std::span<const RowSpan> spans, size_t at, bool in) {
+            if (at == spans.size() || spans[at].Y != y)
+                return std::numeric_limits<int32_t>::max();
+            return in ? spans[at].X2 + 1 : spans[at].X1;
+        };
+        for (;;) {
+            const int32_t edgeA = next(a, i, inA);
+            const int32_t edgeB = next(b, j, inB);
+            const int32_t at = std::min(edgeA, edgeB);
+            if (at == std::numeric_limits<int32_t>::max())
+                break;
+            if (keep(inA, inB) && at > from)
+                kept.push_back({y, from, at - 1});
+            if (edgeA == at) {
+                i += inA ? 1 : 0;
+                inA = !inA;
+            }
+            if (edgeB == at) {
+                j += inB ? 1 : 0;
+                inB = !inB;
+            }
+            from = at;
+        }
     }
     return Selection(std::move(kept));
 }
@@ -52,7 +58,9 @@ Selection Combined(const std::vector<RowSpan>& a, const std::vector<RowSpan>& b,
 
 Selection::Selection(std::vector<RowSpan> spans) {
     std::erase_if(spans, [](const RowSpan& span) { return span.X2 < span.X1; });
-    std::ranges::sort(spans, Before);
+    if (!std::ranges::is_sorted(spans, Before))
+        std::ranges::sort(spans, Before);
+    spans_.reserve(spans.size());
     for (const RowSpan& span : spans) {
         if (!spans_.empty() && spans_.back().Y == span.Y &&
             span.X1 <= spans_.back().X2 + 1)
@@ -67,6 +75,12 @@ int64_t Selection::Count() const {
     for (const RowSpan& span : spans_)
         count += span.X2 - span.X1 + 1;
     return count;
+}
+
+std::span<const RowSpan> Selection::Rows(int32_t first, int32_t last) const {
+    const auto from = std::ranges::lower_bound(spans_, first, {}, &RowSpan::Y);
+    const auto to = std::ranges::upper_bound(spans_, last, {}, &RowSpan::Y);
+    return from < to ? std::span<const RowSpan>(from, to) : std::span<const RowSpan>();
 }
 
 bool Selection::Has(PostPlace post) const {
@@ -98,7 +112,20 @@ Selection Without(const Selection& a, const Selection& b) {
 }
 
 Selection Common(const Selection& a, const Selection& b) {
-    return Combined(a.Spans(), b.Spans(), [](bool inA, bool inB) { return inA && inB; });
+    const PostBox box = a.Bounds();
+    return Combined(a.Spans(), b.Rows(box.Y1, box.Y2),
+                    [](bool inA, bool inB) { return inA && inB; });
+}
+
+Selection CommonSquares(const Selection& squares, const Selection& posts,
+                        int32_t perPost) {
+    const PostBox box = squares.Bounds();
+    std::vector<RowSpan> fine;
+    for (const RowSpan& span : posts.Rows(box.Y1 / perPost, box.Y2 / perPost))
+        for (int32_t row = 0; row < perPost; ++row)
+            fine.push_back(
+                {span.Y * perPost + row, span.X1 * perPost, (span.X2 + 1) * perPost - 1});
+    return Common(squares, Selection(std::move(fine)));
 }
 
 Selection Inverted(const Selection& selection, int32_t width) {

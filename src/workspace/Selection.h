@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace vardenix {
@@ -21,6 +22,8 @@ public:
     const std::vector<RowSpan>& Spans() const { return spans_; }
     bool Empty() const { return spans_.empty(); }
     int64_t Count() const;
+    // Those of the rows from one to another.
+    std::span<const RowSpan> Rows(int32_t first, int32_t last) const;
     bool Has(PostPlace post) const;
     // Round all of it; of an empty one X2 < X1.
     PostBox Bounds() const;
@@ -34,6 +37,9 @@ private:
 Selection Joined(const Selection& a, const Selection& b);
 Selection Without(const Selection& a, const Selection& b);
 Selection Common(const Selection& a, const Selection& b);
+// Of squares of a finer grid, `perPost` to a post's side, those on selected posts.
+Selection CommonSquares(const Selection& squares, const Selection& posts,
+                        int32_t perPost);
 // What is not selected of a terrain `width` posts a side.
 Selection Inverted(const Selection& selection, int32_t width);
 
@@ -46,5 +52,22 @@ Selection SelectedBox(const PostBox& box, int32_t width);
 Selection SelectedLasso(std::span<const PicturePoint> line, int32_t width);
 // By serials that rise; the first element is a placeholder.
 Selection SelectedHits(std::span<const int32_t> hits, int32_t width);
+// All posts of a terrain `width` posts a side for which holds(serial) is true.
+template <typename Holds>
+Selection SelectedWhere(int32_t width, Holds holds) {
+    std::vector<RowSpan> spans;
+    for (int32_t y = 0; y < width; ++y) {
+        bool before = false;
+        for (int32_t x = 0; x < width; ++x) {
+            const bool now = holds(y * width + x + 1);
+            if (now && !before)
+                spans.push_back({y, x, x});
+            if (now)
+                spans.back().X2 = x;
+            before = now;
+        }
+    }
+    return Selection(std::move(spans));
+}
 
 } // namespace vardenix

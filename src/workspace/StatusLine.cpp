@@ -33,6 +33,53 @@ std::string HeightWords(const MapInteraction& interaction) {
     }
 }
 
+// What the tools do to elevations of posts, or which number another field gets.
+std::string FieldWords(const MapInteraction& interaction) {
+    const HandState& hand = interaction.Hand;
+    const std::string value = std::to_string(hand.Value);
+    switch (hand.Paints) {
+    case Painting::Palette:
+        return "palette " + value;
+    case Painting::X1:
+        return "X1 " + value;
+    case Painting::X2:
+        return "X2 " + value;
+    default:
+        break;
+    }
+    const std::string feet = FeetWords(interaction.Feet);
+    if (hand.Sloping)
+        return "slope between two posts";
+    switch (hand.Shape) {
+    case PostShape::Set:
+        return "elevation " + feet;
+    case PostShape::Raise:
+        return "raise by " + feet;
+    case PostShape::Lower:
+        return "lower by " + feet;
+    case PostShape::Smooth:
+        return "smooth";
+    case PostShape::Flatten:
+        return "flatten to the first post";
+    }
+    return {};
+}
+
+std::string TilesWords(const MapInteraction& interaction, const TileLookup& lookup) {
+    if (interaction.Tool == MapTool::Eraser)
+        return "tile " + TileWords(interaction.Hand.EraserTile, lookup);
+    if (interaction.SelectedTile == -1)
+        return "no tile chosen";
+    const size_t more = interaction.Hand.MoreTiles.size();
+    const std::string tile = TileWords(interaction.SelectedTile, lookup);
+    if (interaction.Hand.Paints == Painting::Ground)
+        return "ground of tile " + tile;
+    if (interaction.Hand.Paints == Painting::Way && interaction.Tool == MapTool::Brush)
+        return "way of tile " + tile;
+    return "tile " + tile +
+           (more == 0 ? "" : " and " + std::to_string(more) + " more at random");
+}
+
 std::string WaitingWords(const MapInteraction& interaction) {
     if (interaction.WaitImportCorner)
         return "Import of " + std::to_string(interaction.ImportWidth) + " X " +
@@ -51,6 +98,12 @@ std::string NameOf(const MapInteraction& interaction) {
         return "Fill";
     case MapTool::Pick:
         return "Pick";
+    case MapTool::Select:
+        return "Select";
+    case MapTool::Lasso:
+        return "Lasso";
+    case MapTool::Eraser:
+        return "Eraser " + std::to_string(interaction.BrushSize);
     default:
         return "Brush " + std::to_string(interaction.BrushSize);
     }
@@ -81,15 +134,26 @@ std::string ToolWords(const MapInteraction& interaction, const MapView& view,
                       const TileLookup& lookup) {
     if (interaction.Waits())
         return WaitingWords(interaction) + " (Esc ends it)";
+    const HandState& hand = interaction.Hand;
+    const std::string name = NameOf(interaction);
+    if (hand.Stamp)
+        return "Paste " + std::to_string(hand.Stamp->Clip.Width) + " x " +
+               std::to_string(hand.Stamp->Clip.Height) + " posts: Esc ends it";
     if (interaction.Tool == MapTool::Pick)
-        return NameOf(interaction);
+        return name;
+    if (interaction.Tool == MapTool::Select || interaction.Tool == MapTool::Lasso)
+        return name + ": " +
+               (hand.Selected.Empty()
+                    ? "nothing selected"
+                    : std::to_string(hand.Selected.Count()) + " selected");
     const std::string what = EditsHeights(interaction, view) ? HeightWords(interaction)
-                             : interaction.SelectedTile == -1
-                                 ? "no tile chosen"
-                                 : "tile " + TileWords(interaction.SelectedTile, lookup);
+                             : PaintsFields(interaction, view)
+                                 ? FieldWords(interaction)
+                                 : TilesWords(interaction, lookup);
     const bool heightsStay = view.L0Mode && !EditsHeights(interaction, view);
-    return NameOf(interaction) + ": " + what +
-           (heightsStay ? ", on level 2 and not on the heights" : "");
+    return name + ": " + what +
+           (heightsStay ? ", on level 2 and not on the heights" : "") +
+           (hand.Selected.Empty() ? "" : ", within the selection");
 }
 
 std::string SavedWords(const std::string& path, const LocalTime& now) {

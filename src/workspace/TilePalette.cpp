@@ -128,6 +128,32 @@ int32_t ChooseTile(int32_t selectedTile, int32_t clickedTile) {
     return selectedTile == clickedTile ? -1 : clickedTile;
 }
 
+ChosenTiles ChooseAlso(ChosenTiles chosen, int32_t clickedTile) {
+    if (chosen.First == -1) {
+        chosen.First = clickedTile;
+    } else if (chosen.First == clickedTile) {
+        chosen.First = -1;
+        if (!chosen.More.empty()) {
+            chosen.First = chosen.More.front();
+            chosen.More.erase(chosen.More.begin());
+        }
+    } else if (std::erase(chosen.More, clickedTile) == 0) {
+        chosen.More.push_back(clickedTile);
+    }
+    return chosen;
+}
+
+ChosenTiles ChooseUpTo(const ChosenTiles& chosen, int32_t clickedTile,
+                       const std::vector<int32_t>& shown) {
+    const auto from = std::find(shown.begin(), shown.end(), chosen.First);
+    const auto to = std::find(shown.begin(), shown.end(), clickedTile);
+    if (from == shown.end() || to == shown.end())
+        return ChooseAlso(chosen, clickedTile);
+    ChosenTiles all{chosen.First, {std::min(from, to), std::max(from, to) + 1}};
+    std::erase(all.More, chosen.First);
+    return all;
+}
+
 std::string TileCaption(const TileLookup& lookup, int32_t tile) {
     std::string number = "Tile #:" + std::to_string(tile);
     const auto index = static_cast<size_t>(tile);

@@ -80,6 +80,19 @@ int32_t MoveInPalette(int32_t index, PaletteMove move, int32_t buttons, int32_t 
 // SelectedTile after a click on a tile's button: that tile, and -1 for the chosen one.
 int32_t ChooseTile(int32_t selectedTile, int32_t clickedTile);
 
+// What is chosen of the palette: one tile, and others that are painted in turn with it.
+struct ChosenTiles {
+    int32_t First = -1; // SelectedTile
+    std::vector<int32_t> More{};
+
+    bool operator==(const ChosenTiles&) const = default;
+};
+// After a click with Ctrl, which adds a tile or takes it away; and with Shift, which
+// adds all `shown` ones from the chosen tile to this.
+ChosenTiles ChooseAlso(ChosenTiles chosen, int32_t clickedTile);
+ChosenTiles ChooseUpTo(const ChosenTiles& chosen, int32_t clickedTile,
+                       const std::vector<int32_t>& shown);
+
 // "H0100.DDS | Tile #:17", the tool tip of a button; bytes as the catalogue has them.
 // Only the number where the catalogue has no such tile.
 std::string TileCaption(const TileLookup& lookup, int32_t tile);

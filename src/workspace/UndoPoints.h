@@ -151,6 +151,8 @@ public:
     // Another mode is entered: the buttons are those of its stack.
     void ShowButtons(Layer layer);
 
+    ChangeLog& Log() { return changes_; }
+
     bool CanUndo(Layer layer) const;
     bool CanRedo(Layer layer) const;
 

@@ -55,8 +55,8 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
     std::vector<std::string> titles;
     for (const QAction* menu : Panel().menuBar()->actions())
         titles.push_back(menu->text().toStdString());
-    EXPECT_EQ(titles,
-              (std::vector<std::string>{"Fi&le", "&Edit", "&View", "T&ools", "Hel&p"}));
+    EXPECT_EQ(titles, (std::vector<std::string>{"Fi&le", "&Edit", "Selectio&n", "&View",
+                                                "T&ools", "Hel&p"}));
     EXPECT_EQ(
         Texts(Find<QMenu>(Panel(), "mnuFile")),
         (std::vector<std::string>{"Save|Ctrl+S", "Save as...", "Save all",
@@ -64,7 +64,8 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
                                   "Open another theater...", "Recent", "-", "Exit"}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuEdit")),
               (std::vector<std::string>{"Undo", "Redo", "-", "Brush|B", "Rectangle|R",
-                                        "Fill|F", "Pick a tile|I"}));
+                                        "Fill|F", "Pick a tile|I", "Eraser|E",
+                                        "Paint grounds|T", "Shape heights|H"}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuView")),
               (std::vector<std::string>{"Areas and paths|Ctrl+1",
                                         "Grid|Ctrl+2",
@@ -99,9 +100,11 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuHelp")),
               (std::vector<std::string>{"Online Help", "Manual", "About..."}));
     EXPECT_EQ(Texts(Map().Popup()),
-              (std::vector<std::string>{"Tile Properties...", "Locate in BIN Editor",
-                                        "Locate Color in MAP Editor", "Find this Tile",
-                                        "Replace this Tile..."}));
+              (std::vector<std::string>{
+                  "Tile Properties...", "Locate in BIN Editor",
+                  "Locate Color in MAP Editor", "Find this Tile", "Replace this Tile...",
+                  "Select connected posts of this tile",
+                  "Select connected posts of this kind", "Eraser leaves this tile"}));
 }
 
 TEST_F(PanelTest, WearsTheEntriesLetterForLetter) {

@@ -14,7 +14,7 @@ constexpr int Margin = 12;
 
 // A part of the map with a margin round a window, to be worked on and put back.
 struct Part {
-    Part(const TileGrid& map, int left, int bottom, int across, int up)
+    Part(const LandGrid& map, int left, int bottom, int across, int up)
         : X(left - Margin),
           Y(bottom - Margin), Posts{across + 2 * Margin, up + 2 * Margin, {}} {
         for (int y = 0; y < Posts.Height; ++y)
@@ -23,7 +23,7 @@ struct Part {
         Marked.resize(Posts.Tiles.size());
     }
     void Mark(int x, int y) { Marked[Posts.At(x + Margin, y + Margin)] = 1; }
-    void PutBack(TileGrid& map) const {
+    void PutBack(LandGrid& map) const {
         for (int y = 0; y < Posts.Height; ++y)
             for (int x = 0; x < Posts.Width; ++x)
                 if (map.Has(X + x, Y + y))
@@ -33,7 +33,7 @@ struct Part {
 
     int X;
     int Y;
-    TileGrid Posts;
+    LandGrid Posts;
     std::vector<uint8_t> Marked;
 };
 
@@ -86,7 +86,7 @@ BrushFigures HiddenWindows(const SampleLand& land, const LearnedLand& learned,
                 part.Posts(x + Margin, y + Margin) = -1;
             }
         MendGrid(learned, part.Posts, part.Marked, part.Origin(), {});
-        TileGrid map = land.Map;
+        LandGrid map = land.Map;
         part.PutBack(map);
         const int right = left + across - 1;
         const int top = bottom + up - 1;
@@ -117,10 +117,10 @@ BrushFigures Paints(const SampleLand& land, const LearnedLand& learned, int pain
         for (int y = 0; y < side; ++y)
             for (int x = 0; x < side; ++x)
                 part.Mark(x, y);
-        const TileGrid before = part.Posts;
+        const LandGrid before = part.Posts;
         PaintGrid(learned, part.Posts, part.Marked, land.PlainTile(ground), part.Origin(),
                   {.Inside = inside});
-        TileGrid map = land.Map;
+        LandGrid map = land.Map;
         part.PutBack(map);
         // All that could have changed; of seams those of the square and its ring alone,
         // so that what stays does not hide what is bad.

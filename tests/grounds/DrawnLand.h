@@ -32,7 +32,7 @@ inline LearnedTiles RedAndBlueTiles() {
 }
 
 // A map of them: corners are blue here and there.
-inline TileGrid RedAndBlueMap(int32_t side, unsigned seed) {
+inline LandGrid RedAndBlueMap(int32_t side, unsigned seed) {
     std::mt19937 random(seed);
     const auto width = static_cast<size_t>(side) + 1;
     std::vector<int32_t> corners(width * width);
@@ -41,7 +41,7 @@ inline TileGrid RedAndBlueMap(int32_t side, unsigned seed) {
     const auto corner = [&](int32_t x, int32_t y) {
         return corners[static_cast<size_t>(y) * width + static_cast<size_t>(x)];
     };
-    TileGrid map{side, side, {}};
+    LandGrid map{side, side, {}};
     for (int32_t y = 0; y < side; ++y)
         for (int32_t x = 0; x < side; ++x)
             map.Tiles.push_back(corner(x, y) | corner(x + 1, y) << 1 |

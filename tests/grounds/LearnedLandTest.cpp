@@ -39,7 +39,7 @@ TEST(LearnedLand, SeamsFitWhereTheColorsMeet) {
 }
 
 TEST(LearnedLand, CountsMeetingsUpToFifty) {
-    TileGrid map{60, 2, std::vector<int32_t>(120, 0)};
+    LandGrid map{60, 2, std::vector<int32_t>(120, 0)};
     map(3, 1) = 1;
     map(0, 0) = -1;
     const MeetingCounts eastward(map, 2, Meeting::Eastward);
@@ -59,20 +59,20 @@ TEST(LearnedLand, SaysWhereThereIsNothingToLearn) {
             for (auto& color : side)
                 for (uint8_t& part : color)
                     part = static_cast<uint8_t>(random());
-    TileGrid map{64, 64, {}};
+    LandGrid map{64, 64, {}};
     for (int i = 0; i < 64 * 64; ++i)
         map.Tiles.push_back(static_cast<int32_t>(random() % 16));
     EXPECT_NE(LearnedLand(tiles, map).Refusal(), "");
     EXPECT_NE(LearnedLand(RedAndBlueTiles(), map).Refusal(), "");
     map.Tiles.assign(64 * 64, 0);
     EXPECT_NE(LearnedLand(RedAndBlueTiles(), map).Refusal(), "");
-    EXPECT_NE(LearnedLand(LearnedTiles(), TileGrid()).Refusal(), "");
+    EXPECT_NE(LearnedLand(LearnedTiles(), LandGrid()).Refusal(), "");
 }
 
 TEST(LearnedLand, VotesOfPostsThatDisagreeGoToTheMost) {
     const LearnedLand land(RedAndBlueTiles(), RedAndBlueMap(40, 1));
     // All red but for one post; round the corner in the middle three are red.
-    TileGrid posts{2, 2, {0, 0, 0, 15}};
+    LandGrid posts{2, 2, {0, 0, 0, 15}};
     const std::vector<int16_t> voted = VotedGrounds(land, posts);
     EXPECT_EQ(voted, (std::vector<int16_t>{0, 0, 0, 0, 0, 0, 0, 0, 1}));
     posts.Tiles = {-1, -1, -1, 15};

@@ -123,7 +123,7 @@ bool SampleLand::Fit(Meeting meeting, int32_t first, int32_t second) const {
            alike(&sample::TileLook::Rails) && alike(&sample::TileLook::EdgeStyles);
 }
 
-int SampleLand::BadSeams(const TileGrid& map, int x1, int y1, int x2, int y2) const {
+int SampleLand::BadSeams(const LandGrid& map, int x1, int y1, int x2, int y2) const {
     int bad = 0;
     for (int y = y1; y <= y2; ++y)
         for (int x = x1 - 1; x <= x2; ++x)
@@ -136,7 +136,7 @@ int SampleLand::BadSeams(const TileGrid& map, int x1, int y1, int x2, int y2) co
     return bad;
 }
 
-int SampleLand::SeamsOf(const TileGrid& map, int x1, int y1, int x2, int y2) {
+int SampleLand::SeamsOf(const LandGrid& map, int x1, int y1, int x2, int y2) {
     int seams = 0;
     for (int y = y1; y <= y2; ++y)
         for (int x = x1 - 1; x <= x2; ++x)

@@ -29,14 +29,14 @@ public:
     sample::Ground Truth(int32_t tile, size_t corner) const;
     bool Fit(Meeting meeting, int32_t first, int32_t second) const;
     // Seams of the posts of a box, those to its neighbours included, that do not fit.
-    int BadSeams(const TileGrid& map, int x1, int y1, int x2, int y2) const;
+    int BadSeams(const LandGrid& map, int x1, int y1, int x2, int y2) const;
     // How many of all.
-    static int SeamsOf(const TileGrid& map, int x1, int y1, int x2, int y2);
+    static int SeamsOf(const LandGrid& map, int x1, int y1, int x2, int y2);
     // The first tile of a ground alone, without a way.
     int32_t PlainTile(sample::Ground ground) const;
 
     LearnedTiles Tiles;
-    TileGrid Map;
+    LandGrid Map;
 
 private:
     const sample::TileLook& LookOf(int32_t tile) const {

@@ -108,7 +108,7 @@ TEST(TerrainBrush, MendsSeamsThatDoNotFit) {
 
 TEST(TerrainBrush, RefusesWhatItHasNotLearned) {
     const Terrain terrain = AllRed(7);
-    const LearnedLand nothing(RedAndBlueTiles(), TileGrid());
+    const LearnedLand nothing(RedAndBlueTiles(), LandGrid());
     const auto numberOf = [&](const LearnedLand& land, int32_t tile) {
         return ErrorOf([&] { PaintGround(land, terrain, ThreeByThree, tile); }).Number();
     };
@@ -139,7 +139,7 @@ TEST(TerrainBrush, PaintsEveryGroundAnywhereOnTheSample) {
 
 // A lake in the plains, deep water in it, and an island in that.
 TEST(TerrainBrush, ALakeWithAnIslandHasNoBadSeam) {
-    TileGrid posts{40, 40, std::vector<int32_t>(1600, 0)};
+    LandGrid posts{40, 40, std::vector<int32_t>(1600, 0)};
     posts.Tiles.assign(1600, Sample().PlainTile(sample::Ground::Plains));
     const auto paint = [&](int from, int to, sample::Ground ground) {
         std::vector<uint8_t> marked(1600);
@@ -158,7 +158,7 @@ TEST(TerrainBrush, ALakeWithAnIslandHasNoBadSeam) {
 
 TEST(TerrainBrush, TheSameSeedGivesTheSameLand) {
     const auto painted = [](uint32_t seed) {
-        TileGrid posts = Sample().Map;
+        LandGrid posts = Sample().Map;
         std::vector<uint8_t> marked(posts.Tiles.size());
         for (int y = 100; y < 110; ++y)
             for (int x = 100; x < 110; ++x)

@@ -17,6 +17,8 @@ TEST(DeskFile, NothingIsRememberedWithoutTheFile) {
     EXPECT_TRUE(desk.Recent.empty());
     EXPECT_FALSE(desk.OneWindow.has_value());
     EXPECT_FALSE(desk.Folded.has_value());
+    EXPECT_FALSE(desk.ClipFields.has_value());
+    EXPECT_FALSE(desk.EdgeInside.has_value());
     EXPECT_FALSE(desk.History);
     EXPECT_EQ(folder.Names(), "");
 }
@@ -29,6 +31,8 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     kept.Recent = recent;
     kept.OneWindow = true;
     kept.Folded = "Frame1 Frame3";
+    kept.ClipFields = "TE2";
+    kept.EdgeInside = true;
     kept.History = true;
     kept.PanelHidden = true;
     kept.Dark = false;
@@ -46,6 +50,8 @@ TEST(DeskFile, HoldsWhatWasWritten) {
     EXPECT_EQ(desk.Recent, recent);
     EXPECT_EQ(desk.OneWindow, true);
     EXPECT_EQ(desk.Folded, "Frame1 Frame3");
+    EXPECT_EQ(desk.ClipFields, "TE2");
+    EXPECT_EQ(desk.EdgeInside, true);
     EXPECT_TRUE(desk.History);
     EXPECT_EQ(desk.Layout, kept.Layout);
     EXPECT_TRUE(desk.PanelHidden);

@@ -210,6 +210,24 @@ TEST(TilePalette, ASecondClickOnTheChosenTileChoosesNone) {
     EXPECT_EQ(ChooseTile(-1, 0), 0);
 }
 
+TEST(TilePalette, CtrlChoosesTilesBesideTheFirst) {
+    ChosenTiles chosen = ChooseAlso({}, 5);
+    EXPECT_EQ(chosen, (ChosenTiles{5}));
+    chosen = ChooseAlso(ChooseAlso(chosen, 9), 2);
+    EXPECT_EQ(chosen, (ChosenTiles{5, {9, 2}}));
+    EXPECT_EQ(ChooseAlso(chosen, 9), (ChosenTiles{5, {2}}));
+    EXPECT_EQ(ChooseAlso(chosen, 5), (ChosenTiles{9, {2}}));
+    EXPECT_EQ(ChooseAlso({5}, 5), ChosenTiles{});
+}
+
+TEST(TilePalette, ShiftChoosesAllUpToAnother) {
+    const std::vector<int32_t> shown{2, 5, 7, 9, 11};
+    EXPECT_EQ(ChooseUpTo({5, {2}}, 9, shown), (ChosenTiles{5, {7, 9}}));
+    EXPECT_EQ(ChooseUpTo({9}, 2, shown), (ChosenTiles{9, {2, 5, 7}}));
+    EXPECT_EQ(ChooseUpTo({100}, 7, shown), (ChosenTiles{100, {7}}));
+    EXPECT_EQ(ChooseUpTo({}, 7, shown), (ChosenTiles{7}));
+}
+
 TEST(TilePalette, ATileIsCalledByNameAndNumber) {
     const TileLookup lookup{Tile("H0000.PCX", 1), Tile("", -1)};
     EXPECT_EQ(TileCaption(lookup, 0), "H0000.PCX | Tile #:0");

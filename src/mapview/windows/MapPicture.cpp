@@ -33,6 +33,8 @@ void MapPicture::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     for (const QRect& part : event->region())
         painter.drawImage(part, surface_->Image(), part);
+    if (overlay_ != nullptr)
+        overlay_->PaintOver(painter);
     if (!band_)
         return;
     if (!band_->Ghost.isNull()) {
@@ -40,6 +42,7 @@ void MapPicture::paintEvent(QPaintEvent* event) {
         painter.drawImage(band_->GhostAt, band_->Ghost);
         painter.setOpacity(1);
     }
+    painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(band_->Color, 1));
     painter.drawRect(band_->Frame);
     if (!band_->Words.isEmpty())

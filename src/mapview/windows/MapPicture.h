@@ -14,6 +14,17 @@ class QPainter;
 
 namespace vardenix {
 
+// What lies over a picture while it is shown, and costs no repaint of it.
+class PictureOverlay {
+public:
+    PictureOverlay() = default;
+    PictureOverlay(const PictureOverlay&) = delete;
+    PictureOverlay& operator=(const PictureOverlay&) = delete;
+    virtual ~PictureOverlay() = default;
+
+    virtual void PaintOver(QPainter& painter) = 0;
+};
+
 // Shows what is on a surface, pixel for pixel. The surface is not copied: between two
 // repaints it stands still, and inside one no window is painted.
 class MapPicture : public QWidget {
@@ -24,6 +35,8 @@ public:
 
     // Borrowed for the widget's life.
     void Show(const QtDrawingSurface& surface);
+    // Borrowed likewise.
+    void ShowOver(PictureOverlay& overlay) { overlay_ = &overlay; }
     // A frame over the picture, which costs no repaint of the map; none takes it away.
     // `words` stand beside its corner. `ghost`, within it, is what may come there.
     struct Band {
@@ -43,6 +56,7 @@ private:
     const QtDrawingSurface* surface_ = nullptr;
     void PaintWords(QPainter& painter) const;
 
+    PictureOverlay* overlay_ = nullptr;
     std::optional<Band> band_;
 };
 

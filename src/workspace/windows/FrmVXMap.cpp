@@ -70,12 +70,13 @@ FrmVXMap::FrmVXMap(const Parts& parts)
       renderer_(parts.Renderer), workspace_(parts.Workspace), wishes_(parts.Wishes),
       layers_(parts.Layers), mouse_(parts.State.Terrain, parts.View, parts.Interaction,
                                     parts.Undo, parts.Workspace, parts.Wishes),
-      ui_(std::make_unique<Ui::FrmVXMap>()) {
+      ui_(std::make_unique<Ui::FrmVXMap>()), overlay_(parts.View, parts.Interaction) {
     ui_->setupUi(this);
     ui_->ground->setPalette(QPalette(PictureGround()));
     ui_->ground->setBackgroundRole(QPalette::Window);
     HoldLowerLeft();
     ui_->PicShow->Show(picture2_);
+    ui_->PicShow->ShowOver(overlay_);
     ui_->PicShow->setMouseTracking(true);
     for (const QScrollBar* bar : {ui_->HScroll1, ui_->VScroll1})
         OnSignal(bar, &QScrollBar::valueChanged, this, [this] { Scroll_Change(); });
@@ -95,7 +96,7 @@ FrmVXMap::FrmVXMap(const Parts& parts)
 void FrmVXMap::MakeStrip() {
     ui_->strip->Join(interaction_, view_);
     OnSignal(ui_->strip, &MapToolStrip::ToolsChanged, this, [this] {
-        mouse_.Gesture().Cancel();
+        StopGesture();
         ShowTools();
         ShowPointer();
     });
@@ -113,6 +114,24 @@ void FrmVXMap::ShowTools() {
     const QString words = QString::fromStdString(
         Utf8FromBytes(ToolWords(interaction_, view_, state_.Catalogue.Lookup)));
     ui_->lblTool->setText(words);
+    ui_->lblTool->setToolTip(words);
+    overlay_.Follow();
+    ui_->PicShow->update();
+}
+
+void FrmVXMap::StopGesture() {
+    if (const auto changed = mouse_.Stop())
+        RepaintPosts(*changed);
+}
+
+void FrmVXMap::StopPending() {
+    if (mouse_.HasPending())
+        StopGesture();
+}
+
+void FrmVXMap::ShowGhost(QImage picture) {
+    overlay_.SetGhostPicture(std::move(picture));
+    ui_->PicShow->update();
 }
 
 void FrmVXMap::ShowPost() {
@@ -334,7 +353,7 @@ bool FrmVXMap::eventFilter(QObject* watched, QEvent* event) {
         if (watched == ui_->PicShow) {
             pointerOver_ = event->type() == QEvent::Enter;
             HearEveryMove();
-            if (!pointerOver_ && !mouse_.Gesture().Goes())
+            if (!pointerOver_ && !mouse_.Goes())
                 ui_->PicShow->SetBand({});
         }
         break;

@@ -11,6 +11,7 @@
 #include "workspace/MapMouse.h"
 #include "workspace/MapSizing.h"
 #include "workspace/ZoomAndDrag.h"
+#include "workspace/windows/HandOverlay.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -79,6 +80,12 @@ public:
     void ShowTools();
     // No corner is waited for any more, and the keyboard comes to the map.
     void ChooseTool(MapTool tool);
+    // What the left button does, or a tool waits for, ends there.
+    void StopGesture();
+    // The same where it has changed posts that the log does not know of yet.
+    void StopPending();
+    // The clip in hand as the map would show it, beginning with its lower left post.
+    void ShowGhost(QImage picture);
     // From whatever window has it; a part of the map that has it keeps it.
     void TakeKeyboard();
     // A key of a tool, of the brush or of the zoom, pressed in whatever window. False for
@@ -87,6 +94,9 @@ public:
     // What the mouse has begun ends, and no corner is waited for any more. False when
     // there was nothing of both.
     bool StopWaiting();
+    // The same; where there was nothing, nothing is selected any more. False when nothing
+    // was.
+    bool Escape();
     // Nearer for positive steps, round the pointer or the middle; farther than the
     // panel's slider goes, until the whole theater is seen.
     void ZoomBy(int steps);
@@ -192,6 +202,7 @@ private:
     MapLayers layers_;
     MapMouse mouse_;
     std::unique_ptr<Ui::FrmVXMap> ui_;
+    HandOverlay overlay_;
     QMenu* mnupup1_ = nullptr;
     clsToolTip toolTip_;
     QtDrawingSurface picture2_;

@@ -32,19 +32,22 @@ const std::map<MapPointer, QCursor>& Pointers() {
         {MapPointer::Rectangle, QCursor(QPixmap(":/rectangle.png"), 6, 6)},
         {MapPointer::Fill, QCursor(QPixmap(":/fill.png"), 6, 25)},
         {MapPointer::Pick, QCursor(QPixmap(":/pick.png"), 4, 28)},
+        {MapPointer::Select, QCursor(QPixmap(":/select.png"), 6, 6)},
+        {MapPointer::Eraser, QCursor(QPixmap(":/eraser.png"), 6, 25)},
         {MapPointer::Cross, QCursor(Qt::CrossCursor)}};
     return pointers;
 }
 
 GestureKeys KeysOf(const QMouseEvent& event) {
     return {.Shift = event.modifiers().testFlag(Qt::ShiftModifier),
-            .Alt = event.modifiers().testFlag(Qt::AltModifier)};
+            .Alt = event.modifiers().testFlag(Qt::AltModifier),
+            .Control = event.modifiers().testFlag(Qt::ControlModifier)};
 }
 
 } // namespace
 
 void FrmVXMap::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Escape && StopWaiting())
+    if (event->key() == Qt::Key_Escape && Escape())
         return;
     if (event->key() == Qt::Key_Escape && !ui_->VScroll1->isEnabled())
         state_.AbortPaint = true;
@@ -160,7 +163,7 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
     const bool moves = event.button() == Qt::MiddleButton ||
                        (event.button() == Qt::LeftButton && spaceHeld_);
     if (moves) {
-        mouse_.Gesture().Cancel();
+        StopGesture();
         panning_.emplace(view_, event.globalPosition().x(), event.globalPosition().y());
         panningBy_ = event.button();
         HearEveryMove();
@@ -174,7 +177,8 @@ void FrmVXMap::PicShow_MouseDown(QMouseEvent& event) {
     case Qt::LeftButton:
         // A box of the click's own may come up over the band.
         ui_->PicShow->SetBand({});
-        mouse_.LeftDown(at.x(), at.y(), KeysOf(event));
+        if (const auto changed = mouse_.LeftDown(at.x(), at.y(), KeysOf(event)))
+            RepaintPosts(*changed);
         return ShowTools(); // a pick may have changed them
     default:
         return;
@@ -192,9 +196,10 @@ void FrmVXMap::PicShow_MouseUp(QMouseEvent& event) {
             mouse_.MiddleDown(event.position().x(), event.position().y());
         return;
     }
-    if (event.button() != Qt::LeftButton || !mouse_.Gesture().Goes())
+    if (event.button() != Qt::LeftButton || !mouse_.Goes())
         return;
-    mouse_.LeftUp(event.position().x(), event.position().y());
+    if (const auto changed = mouse_.LeftUp(event.position().x(), event.position().y()))
+        RepaintPosts(*changed);
     PicShow_MouseMove(event);
 }
 
@@ -207,8 +212,8 @@ void FrmVXMap::PicShow_MouseMove(const QMouseEvent& event) {
     if (event.buttons().testFlag(Qt::LeftButton)) {
         if (const auto changed = mouse_.LeftMove(at.x(), at.y()))
             RepaintPosts(*changed);
-    } else if (mouse_.Gesture().Goes()) {
-        mouse_.Gesture().Cancel(); // let go where nobody told
+    } else if (mouse_.Goes()) {
+        StopGesture(); // let go where nobody told
     }
     PointAt(at);
 }
@@ -302,8 +307,10 @@ void FrmVXMap::ShowWhole() {
 }
 
 void FrmVXMap::ShowBand(QPointF position) {
-    const auto ghost =
-        GhostAt(mouse_.Gesture(), interaction_, view_, position.x(), position.y());
+    if (overlay_.PointAt(PostUnderCursor(view_, position.x(), position.y()),
+                         mouse_.Line()))
+        ui_->PicShow->update();
+    const auto ghost = mouse_.GhostWith(position.x(), position.y());
     if (!ghost)
         return ui_->PicShow->SetBand({});
     const PostBox& squares = ghost->Squares;
@@ -331,16 +338,28 @@ void FrmVXMap::ShowBand(QPointF position) {
     ui_->PicShow->SetBand(std::move(shown));
 }
 
-bool FrmVXMap::StopWaiting() {
-    if (mouse_.Gesture().Goes()) {
-        mouse_.Gesture().Cancel();
-        PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
+bool FrmVXMap::Escape() {
+    if (StopWaiting())
         return true;
-    }
-    if (!interaction_.Waits())
+    if (interaction_.Hand.Selected.Empty())
         return false;
-    interaction_.StopWaiting();
-    wishes_.HideFrame7();
+    Select(interaction_, {}, workspace_);
+    return true;
+}
+
+bool FrmVXMap::StopWaiting() {
+    const bool goes = mouse_.Goes() || mouse_.Waits();
+    if (!goes && !interaction_.Hand.Stamp && !interaction_.Waits())
+        return false;
+    // One thing at a time.
+    if (goes) {
+        StopGesture();
+    } else if (interaction_.Hand.Stamp) {
+        interaction_.Hand.Stamp.reset();
+    } else {
+        interaction_.StopWaiting();
+        wishes_.HideFrame7();
+    }
     ShowTools();
     PointAt(ui_->PicShow->mapFromGlobal(QCursor::pos()));
     return true;

@@ -9,6 +9,7 @@
 #include "ui_FrmVXTilePal.h"
 #include "workspace/TilePalette.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QSignalBlocker>
@@ -149,6 +150,7 @@ void FrmVXTilePal::ShowFrom(int32_t classCode, int32_t row) {
 void FrmVXTilePal::ShowSelectedTile() {
     const int32_t tile = interaction_.SelectedTile;
     ui_->Frame1->SetChosen(tile);
+    ui_->Frame1->SetMore(interaction_.Hand.MoreTiles);
     ui_->StatusBar1->showMessage(QString::fromStdString(
         Utf8FromBytes(PaletteStatus(state_.Catalogue.Lookup, tile))));
 }
@@ -162,11 +164,25 @@ void FrmVXTilePal::VScroll_Change() {
 }
 
 void FrmVXTilePal::Op2_Click(int32_t tile) {
-    Select(ChooseTile(interaction_.SelectedTile, tile));
+    const ChosenTiles chosen{interaction_.SelectedTile, interaction_.Hand.MoreTiles};
+    const Qt::KeyboardModifiers keys = QApplication::keyboardModifiers();
+    if (keys.testFlag(Qt::ControlModifier))
+        Select(ChooseAlso(chosen, tile));
+    else if (keys.testFlag(Qt::ShiftModifier))
+        Select(ChooseUpTo(chosen, tile, ShownTiles(shownClass_)));
+    else
+        Select(chosen.More.empty() ? ChooseTile(chosen.First, tile) : tile);
 }
 
-void FrmVXTilePal::Select(int32_t tile) {
-    interaction_.SelectedTile = tile;
+void FrmVXTilePal::Select(int32_t tile) { Select(ChosenTiles{tile}); }
+
+void FrmVXTilePal::Select(const ChosenTiles& tiles) {
+    interaction_.SelectedTile = tiles.First;
+    interaction_.Hand.MoreTiles = tiles.More;
+    // A tile is chosen to be painted; grounds and ways are those of a tile.
+    if (interaction_.Hand.Paints != Painting::Ground &&
+        interaction_.Hand.Paints != Painting::Way)
+        interaction_.Hand.Paints = Painting::Tile;
     ShowSelectedTile();
     commands_.SelectionChanged();
 }

@@ -4,6 +4,7 @@
 #include "program/ProgramState.h"
 #include "program/WorkspaceCommands.h"
 #include "workspace/MapInteraction.h"
+#include "workspace/TilePalette.h"
 
 #include <QImage>
 #include <QWidget>
@@ -64,6 +65,7 @@ private:
     void VScroll_Change();
     void Op2_Click(int32_t tile);
     void Select(int32_t tile);
+    void Select(const ChosenTiles& tiles);
     void FrameResized();
     // The buttons in the width and height that Frame1 is seen in.
     void PlaceButtons();

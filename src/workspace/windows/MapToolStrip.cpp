@@ -2,6 +2,7 @@
 
 #include "platform/windows/RunTimeBarrier.h"
 #include "workspace/GridShapes.h"
+#include "workspace/windows/HandStrip.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -30,6 +31,13 @@ MapToolStrip::MapToolStrip(QWidget* parent) : QWidget(parent) {
     row->setSpacing(2);
     MakeBrushSize();
     MakeHeights();
+    hand_ = new HandStrip(this);
+    OnSignal(hand_, &HandStrip::HandChanged, this, [this] {
+        ShowTools();
+        emit ToolsChanged();
+    });
+    OnSignal(hand_, &HandStrip::Done, this, [this] { emit Done(); });
+    row->addWidget(hand_);
     GiveKeyboardBack();
     row->addStretch();
     // The map is narrower than the strip may be in a small window.
@@ -107,6 +115,7 @@ void MapToolStrip::GiveKeyboardBack() {
 void MapToolStrip::Join(MapInteraction& interaction, const MapView& view) {
     interaction_ = &interaction;
     view_ = &view;
+    hand_->Join(interaction, view);
     ShowTools();
 }
 
@@ -114,6 +123,7 @@ void MapToolStrip::ShowTools() {
     const QSignalBlocker quiet[] = {QSignalBlocker(spnBrushSize_),
                                     QSignalBlocker(ComHeights_),
                                     QSignalBlocker(spnFeet_)};
+    hand_->ShowTools();
     spnBrushSize_->setValue(interaction_->BrushSize);
     ComHeights_->setCurrentIndex(static_cast<int>(interaction_->Heights));
     spnFeet_->setValue(interaction_->Feet);

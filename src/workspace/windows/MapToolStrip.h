@@ -12,6 +12,8 @@ class QSpinBox;
 
 namespace vardenix {
 
+class HandStrip;
+
 // The tools on the map's upper edge: what the left button does, how wide the brush is
 // and, while the finest elevations are edited, what becomes of them.
 class MapToolStrip : public QWidget {
@@ -29,6 +31,8 @@ public:
     void ShowTools();
     void Choose(MapTool tool);
     void SetBrushSize(int size);
+    // What the tools give to posts, and what of a clip comes along.
+    HandStrip& Hand() { return *hand_; }
 
 signals:
     // A tool, or what it does, was chosen here.
@@ -48,6 +52,7 @@ private:
     QLabel* lblHeights_ = nullptr;
     QComboBox* ComHeights_ = nullptr;
     QSpinBox* spnFeet_ = nullptr;
+    HandStrip* hand_ = nullptr;
 };
 
 } // namespace vardenix

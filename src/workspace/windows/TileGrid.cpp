@@ -173,6 +173,7 @@ void TileGrid::Unload() {
         delete button;
     buttons_.clear();
     chosen_ = nullptr;
+    more_.clear();
     current_ = -1;
 }
 
@@ -192,13 +193,16 @@ void TileGrid::AddButton(int32_t tile, const PalettePlace& place,
     buttons_.push_back(button);
 }
 
-void TileGrid::SetChosen(int32_t tile) {
-    // Buttons stand in the order of their tiles.
+// Buttons stand in the order of their tiles.
+TileButton* TileGrid::ButtonOf(int32_t tile) const {
     const auto found = std::lower_bound(
         buttons_.begin(), buttons_.end(), tile,
         [](const TileButton* button, int32_t wanted) { return button->Tile() < wanted; });
-    TileButton* wanted =
-        found != buttons_.end() && (*found)->Tile() == tile ? *found : nullptr;
+    return found != buttons_.end() && (*found)->Tile() == tile ? *found : nullptr;
+}
+
+void TileGrid::SetChosen(int32_t tile) {
+    TileButton* wanted = ButtonOf(tile);
     if (wanted == chosen_)
         return;
     if (chosen_ != nullptr)
@@ -207,7 +211,19 @@ void TileGrid::SetChosen(int32_t tile) {
     if (chosen_ == nullptr)
         return;
     chosen_->setChecked(true);
-    SetCurrent(static_cast<int32_t>(found - buttons_.begin()));
+    SetCurrent(static_cast<int32_t>(std::find(buttons_.begin(), buttons_.end(), chosen_) -
+                                    buttons_.begin()));
+}
+
+void TileGrid::SetMore(const std::vector<int32_t>& tiles) {
+    for (TileButton* button : more_)
+        button->setChecked(button == chosen_);
+    more_.clear();
+    for (const int32_t tile : tiles)
+        if (TileButton* button = ButtonOf(tile)) {
+            button->setChecked(true);
+            more_.push_back(button);
+        }
 }
 
 void TileGrid::SetCurrent(int32_t index) {

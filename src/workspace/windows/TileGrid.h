@@ -60,6 +60,8 @@ public:
     void Place(const PaletteLayout& layout);
     // The button of this tile, if there is one, looks chosen.
     void SetChosen(int32_t tile);
+    // So do those of others that are painted in turn with it.
+    void SetMore(const std::vector<int32_t>& tiles);
     // Rows that are seen whole, for the keys that turn pages.
     void SetWholeRows(int32_t rows) { wholeRows_ = rows; }
 
@@ -76,6 +78,8 @@ private:
     friend class TileButton;
 
     void Unload();
+    // Null where no button is of this tile.
+    TileButton* ButtonOf(int32_t tile) const;
     void AddButton(int32_t tile, const PalettePlace& place, const TileLookup& lookup);
     // The one that Tab reaches.
     void SetCurrent(int32_t index);
@@ -85,6 +89,7 @@ private:
     PictureSource source_;
     std::vector<TileButton*> buttons_; // children
     TileButton* chosen_ = nullptr;
+    std::vector<TileButton*> more_;
     int32_t current_ = -1;
     int32_t columns_ = 1;
     int32_t wholeRows_ = 1;
