@@ -3,6 +3,9 @@
 set(installed lib/vardenix)
 install(TARGETS vardenix vardenix-cli Loader companion vardenix-toolkit
   RUNTIME DESTINATION ${installed} LIBRARY DESTINATION ${installed})
+if(TARGET vardenix-world)
+  install(TARGETS vardenix-world RUNTIME DESTINATION ${installed})
+endif()
 install(FILES resources/NoTile.jpg DESTINATION ${installed})
 install(CODE [[
   set(bin "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}/bin")

@@ -107,9 +107,11 @@ TEST(Numbers, FormatsRoundHalfToEvenAndNeverShowMinusZero) {
 }
 
 TEST(Numbers, ShortestTextReadsBack) {
-    EXPECT_EQ(ShortestText(10), "10");
+    EXPECT_EQ(ShortestText(10.0F), "10");
     EXPECT_EQ(ShortestText(8.25F), "8.25");
     EXPECT_EQ(ShortestText(0.1F), "0.1");
+    EXPECT_EQ(ShortestText(0.1), "0.1");
+    EXPECT_EQ(ShortestText(1.0 / 3), "0.3333333333333333");
 }
 
 } // namespace
