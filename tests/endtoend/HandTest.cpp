@@ -38,6 +38,10 @@ public:
         return look.Roads != 0 || look.Rivers != 0 || look.Rails != 0 ||
                look.Special != sample::Extra::None;
     }
+    bool HasWater(int32_t tile) const {
+        const sample::TileLook& look = LookOf(tile);
+        return sample::IsWater(look.Low) || sample::IsWater(look.High);
+    }
     bool IsDeep(int32_t tile) const {
         const sample::TileLook& look = LookOf(tile);
         return look.Low == sample::Ground::Deep && look.HighCorners == 0;
@@ -151,9 +155,9 @@ TEST_F(HandOnDesktop, ALakeOfSixBySixHasItsShoreInThreeGestures) {
     const auto isFree = [&](int left, int bottom) {
         for (int y = bottom - Shore; y < bottom + Lake + Shore; ++y)
             for (int x = left - Shore; x < left + Lake + Shore; ++x)
-                if (tiles.HasWay(at(before, x, y)))
+                if (tiles.HasWay(at(before, x, y)) || tiles.HasWater(at(before, x, y)))
                     return false;
-        return !tiles.IsDeep(at(before, left + 3, bottom + 3));
+        return true;
     };
     int left = 0;
     int bottom = 0;
