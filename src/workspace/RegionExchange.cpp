@@ -131,7 +131,7 @@ TileRegion RegionOf(const PostClip& clip) {
     TileRegion region{clip.Width, clip.Height, {}};
     region.TileNumbers.reserve(clip.Posts.size());
     for (const TerrainPost& post : clip.Posts)
-        region.TileNumbers.push_back(post.TileOffset);
+        region.TileNumbers.push_back(int32_t{post.TileOffset});
     return region;
 }
 
