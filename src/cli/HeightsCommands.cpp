@@ -240,7 +240,11 @@ void AddExport(Command& family) {
                 "32768 added)")
         .Required();
     AddHeightsFile(command, *options, "Those of a .l0 or .elv file instead of level 2");
-    command.Keeps([options] { return options->Files.AllFiles(); });
+    command.Keeps([options] {
+        std::vector<std::string> kept = options->Files.AllFiles();
+        kept.push_back(options->Heights);
+        return kept;
+    });
     command.Check([options] { RequireHeightsFile(*options); });
     command.Run([options](CommandContext& context) {
         context.Open(options->Files);

@@ -26,6 +26,8 @@ std::map<std::string, Command> CommandsWithOutputs(const std::string& features) 
         {"preview OUT", {{"preview"}, {}, ".png"}},
         {"render OUT", {{"render"}, {}, ".bmp"}},
         {"far-tile OUT", {{"far-tile", "0"}, {}, ".png"}},
+        {"place export FILE", {{"place", "export"}, {}, ".place"}},
+        {"heights export FILE", {{"heights", "export"}, {}, ".tif"}},
         {"map export-palette OUT", {{"map", "export-palette"}, {}, ".pal"}},
         {"features export --out",
          {{"features", "export", "0", "0", "9", "9", features, "--out"}, {}, "", false}},

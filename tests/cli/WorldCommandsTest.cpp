@@ -51,7 +51,7 @@ protected:
                "NODATA_value -9999\n";
         for (int row = 0; row < 300; ++row)
             for (int column = 0; column < 300; ++column)
-                out << (row > 100 && row < 120 && column > 100 && column < 140
+                out << (row > 180 && row < 200 && column > 100 && column < 140
                             ? -9999
                             : 500.25 + 300 * std::sin(row / 9.) + 2.5 * column)
                     << (column == 299 ? "\n" : " ");

@@ -76,14 +76,14 @@ TEST_F(FeatureDrawTest, NothingIsDrawnWithoutTheFlag) {
 TEST_F(FeatureDrawTest, AirportsHaveAMarkAndTheirNameAboveToTheRight) {
     EXPECT_EQ(Drawn(FeatureKind::Airport, {"AIRPORT 2 22,32 9,9 0 Kimpo"}),
               (Lines{"font Arial 8", "ellipse 21,71 29,79 pen 0000AA 1 solid 0000AA",
-                     "measure Kimpo", "text Kimpo 29,61 00BB00"}));
+                     "measure Kimpo", "text Kimpo 29,61 00BB00 rim FFFFFF"}));
 }
 
 TEST_F(FeatureDrawTest, LabelsHaveTheirOwnColorsAndFont) {
     EXPECT_EQ(Drawn(FeatureKind::Label, {"LABEL 1 22,32 0 A B"}),
               (Lines{"font Times 9 bold italic strike underline",
                      "ellipse 20,70 30,80 pen 000044 1 solid 000044", "measure A B",
-                     "text A B 30,60 0000CC"}));
+                     "text A B 30,60 0000CC rim FFFFFF"}));
 }
 
 TEST_F(FeatureDrawTest, AnAirportWithoutANameHasItsMark) {
@@ -157,12 +157,13 @@ TEST_F(FeatureDrawTest, FarCornersComeNearerAlongTheirLine) {
 TEST_F(FeatureDrawTest, EndlessNamesAreCut) {
     const std::string line = "LABEL 1 22,32 0 " + std::string(5000, 'n');
     const Lines drawn = Drawn(FeatureKind::Label, {line.c_str()});
-    EXPECT_EQ(drawn.back(), "text " + std::string(1000, 'n') + " 30,60 0000CC");
+    EXPECT_EQ(drawn.back(),
+              "text " + std::string(1000, 'n') + " 30,60 0000CC rim FFFFFF");
 }
 
 TEST_F(FeatureDrawTest, NamesAreWindows1252) {
     EXPECT_EQ(Drawn(FeatureKind::Label, {"LABEL 1 22,32 0 M\xFCnchen"}).back(),
-              "text M\xC3\xBCnchen 30,60 0000CC");
+              "text M\xC3\xBCnchen 30,60 0000CC rim FFFFFF");
 }
 
 } // namespace

@@ -85,7 +85,7 @@ TEST_F(OverviewRelief, AloneHasBareGround) {
     world_.View.ShowRelief = world_.View.ReliefAlone = true;
     const Raster painted = Paint();
     EXPECT_EQ(painted.Row(100)[10], 0xFFB4B4B4);
-    EXPECT_EQ(painted.Row(2)[10], 0xFFF0F0F0); // beyond the terrain
+    EXPECT_EQ(painted.Row(2)[10], 0xFF404040); // beyond the terrain
 }
 
 TEST_F(OverviewRelief, FollowsTheFinestHeightsWhileTheyAreEdited) {
