@@ -242,7 +242,8 @@ void AddExport(Command& family) {
     AddHeightsFile(command, *options, "Those of a .l0 or .elv file instead of level 2");
     command.Keeps([options] {
         std::vector<std::string> kept = options->Files.AllFiles();
-        kept.push_back(options->Heights);
+        if (options->IntoHeights())
+            kept.push_back(options->Heights);
         return kept;
     });
     command.Check([options] { RequireHeightsFile(*options); });
