@@ -119,7 +119,7 @@ void Clipboard::Paste() {
         return;
     HandState& hand = workspace_.Interaction().Hand;
     try {
-        OfferedPosts offered = PostsOf(*QApplication::clipboard()->mimeData());
+        OfferedPosts offered = PostsOffered(*QApplication::clipboard()->mimeData());
         const int64_t strange =
             StrangeTiles(offered.Clip, workspace_.State().Catalogue.Lookup);
         workspace_.Map().StopGesture();

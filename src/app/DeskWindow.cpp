@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QIODevice>
 #include <QMenuBar>
+#include <QResizeEvent>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStatusBar>
@@ -190,11 +191,16 @@ void DeskWindow::Restore(const std::string& layout) {
         arranged_ = false;
         return;
     }
-    // Which of them are shown is the boxes' to say.
+    kept_ = state;
+    RestoreParts();
+}
+
+// Which of them are shown is the boxes' to say.
+void DeskWindow::RestoreParts() {
     std::vector<bool> shown;
     for (const Docked& each : docked_)
         shown.push_back(!each.Dock->isHidden());
-    restoreState(state);
+    restoreState(kept_);
     for (size_t i = 0; i < docked_.size(); ++i)
         docked_[i].Dock->setVisible(shown[i]);
 }
@@ -220,6 +226,23 @@ void DeskWindow::showEvent(QShowEvent* event) {
     if (!arranged_)
         ShareRoom();
     arranged_ = true;
+    TakeKeptRoom(size());
+}
+
+void DeskWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    if (isVisible())
+        TakeKeptRoom(event->size());
+}
+
+// A window that comes up as large as the screen is small before, and what its parts were
+// given then is not what they had.
+void DeskWindow::TakeKeptRoom(QSize room) {
+    if (kept_.isEmpty() ||
+        (isMaximized() && room.width() < screen()->availableSize().width()))
+        return;
+    RestoreParts();
+    kept_.clear();
 }
 
 void DeskWindow::ShareRoom() {

@@ -49,6 +49,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -57,6 +58,8 @@ private:
     void Dock(const DeskPart& part);
     void ShowTitle();
     void Restore(const std::string& layout);
+    void RestoreParts();
+    void TakeKeptRoom(QSize room);
     // As on a first start: the panel above the tabs of the others.
     void Arrange(const std::vector<DeskPart>& parts);
     void ShareRoom();
@@ -74,6 +77,7 @@ private:
     QDockWidget* tabs_ = nullptr; // the first of them
     EdgeHandle* handle_ = nullptr;
     bool arranged_ = true; // as the user has left it
+    QByteArray kept_;      // of the parts, until the window has its room
 };
 
 // Shows or hides a part, whether it is a window of its own or docked.

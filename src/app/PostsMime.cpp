@@ -37,7 +37,7 @@ bool HasPosts(const QMimeData* offered) {
            (offered->hasFormat(PostsType) || offered->hasFormat(RegionType));
 }
 
-OfferedPosts PostsOf(const QMimeData& offered) {
+OfferedPosts PostsOffered(const QMimeData& offered) {
     // Our own clip needs no bytes.
     if (const auto* ours = dynamic_cast<const PostsMime*>(&offered))
         return {ours->Clip()};

@@ -32,6 +32,6 @@ struct OfferedPosts {
 };
 bool HasPosts(const QMimeData* offered);
 // Errors 62 and 9 for bytes that are none.
-OfferedPosts PostsOf(const QMimeData& offered);
+OfferedPosts PostsOffered(const QMimeData& offered);
 
 } // namespace vardenix

@@ -25,19 +25,19 @@ JsonArray NumbersAsJson(const std::vector<int32_t>& numbers) {
 
 JsonObject AsJson(const Statistics& told, const TileLookup& lookup) {
     JsonArray kinds;
-    for (const PostsOf& kind : told.Kinds)
+    for (const CountedPosts& kind : told.Kinds)
         kinds.emplace_back(
             JsonObject{{"kind", KindName(kind.Which)}, {"posts", kind.Posts}});
     JsonArray sets;
-    for (const PostsOf& set : told.Sets)
+    for (const CountedPosts& set : told.Sets)
         sets.emplace_back(JsonObject{{"set", ShownSet(set.Which)}, {"posts", set.Posts}});
     JsonArray tiles;
-    for (const PostsOf& tile : told.Tiles)
+    for (const CountedPosts& tile : told.Tiles)
         tiles.emplace_back(JsonObject{{"tile", tile.Which},
                                       {"name", TileName(lookup, tile.Which)},
                                       {"posts", tile.Posts}});
     JsonArray unknown;
-    for (const PostsOf& number : told.Unknown)
+    for (const CountedPosts& number : told.Unknown)
         unknown.emplace_back(JsonObject{{"tile", number.Which}, {"posts", number.Posts}});
     JsonArray bars;
     for (const HeightBar& bar : told.Heights)
@@ -80,19 +80,19 @@ void PrintPlain(const Statistics& told, const TileLookup& lookup) {
           std::to_string(told.Highest) + " feet, mean " +
           FormatFixed(told.MeanHeight, 1));
     Print("kinds:");
-    for (const PostsOf& kind : told.Kinds)
+    for (const CountedPosts& kind : told.Kinds)
         Print("  " + KindName(kind.Which) + ": " + Share(kind.Posts, told.Posts));
     Print("sets:");
-    for (const PostsOf& set : told.Sets)
+    for (const CountedPosts& set : told.Sets)
         Print("  " + std::to_string(ShownSet(set.Which)) + ": " +
               Share(set.Posts, told.Posts));
     Print("tiles in use: " + std::to_string(told.Tiles.size()));
-    for (const PostsOf& tile : told.Tiles)
+    for (const CountedPosts& tile : told.Tiles)
         Print("  " + std::to_string(tile.Which) + " " + TileName(lookup, tile.Which) +
               ": " + Share(tile.Posts, told.Posts));
     PrintTiles("tiles not in use", told.UnusedTiles, lookup);
     Print("unknown numbers: " + std::to_string(told.Unknown.size()));
-    for (const PostsOf& number : told.Unknown)
+    for (const CountedPosts& number : told.Unknown)
         Print("  " + std::to_string(number.Which) + ": " +
               Share(number.Posts, told.Posts));
     PrintTiles("tiles without a picture", told.NoPicture, lookup);

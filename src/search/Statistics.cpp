@@ -168,14 +168,14 @@ void ForEachHeight(const std::vector<PostCounts>& counts, Take take) {
 
 // Rare, so that a table of all numbers would be too much.
 void AddNumbersBeyond(const Terrain& terrain, const TileLookup& lookup,
-                      std::vector<PostsOf>& unknown) {
+                      std::vector<CountedPosts>& unknown) {
     std::map<uint32_t, int64_t> beyond; // negative ones last
     for (const TerrainPost& post : terrain.LxArr.Values())
         if (static_cast<uint32_t>(post.TileOffset) >= lookup.size())
             ++beyond[static_cast<uint32_t>(post.TileOffset)];
     for (const auto& [number, posts] : beyond)
         unknown.push_back({static_cast<int32_t>(number), posts});
-    std::ranges::sort(unknown, {}, &PostsOf::Which);
+    std::ranges::sort(unknown, {}, &CountedPosts::Which);
 }
 
 void TellTiles(const TileLookup& lookup, const std::vector<int64_t>& uses,
@@ -205,7 +205,7 @@ void TellTiles(const TileLookup& lookup, const std::vector<int64_t>& uses,
     }
     for (const auto& [code, posts] : kinds)
         told.Kinds.push_back({code, posts});
-    std::ranges::stable_sort(told.Tiles, std::ranges::greater{}, &PostsOf::Posts);
+    std::ranges::stable_sort(told.Tiles, std::ranges::greater{}, &CountedPosts::Posts);
 }
 
 int32_t FloorTo(int32_t value, int32_t step) {

@@ -11,11 +11,11 @@ namespace vardenix {
 
 // Posts by what their tile is: a class code of the catalogue, a set from 1, a tile
 // number. Codes and sets that no post has are there too, unless the catalogue has none.
-struct PostsOf {
+struct CountedPosts {
     int32_t Which = 0;
     int64_t Posts = 0;
 
-    bool operator==(const PostsOf&) const = default;
+    bool operator==(const CountedPosts&) const = default;
 };
 
 // Posts from From to From + the step of the histogram - 1 feet.
@@ -29,14 +29,14 @@ struct HeightBar {
 // What a terrain is made of. Posts whose number has no tile are of no class and no set.
 struct Statistics {
     int64_t Posts = 0;
-    std::vector<PostsOf> Kinds;       // by class code, rising
-    std::vector<PostsOf> Sets;        // all, rising
-    std::vector<PostsOf> Tiles;       // those that are used, most first, then rising
-    std::vector<int32_t> UnusedTiles; // rising
-    std::vector<PostsOf> Unknown;     // numbers without a tile that posts have, rising
-    std::vector<int32_t> NoPicture;   // tiles whose day picture is missing, rising
-    int64_t SeaPosts = 0;             // water at 0 feet or below
-    int16_t Lowest = 0;               // feet
+    std::vector<CountedPosts> Kinds;   // by class code, rising
+    std::vector<CountedPosts> Sets;    // all, rising
+    std::vector<CountedPosts> Tiles;   // those that are used, most first, then rising
+    std::vector<int32_t> UnusedTiles;  // rising
+    std::vector<CountedPosts> Unknown; // numbers without a tile that posts have, rising
+    std::vector<int32_t> NoPicture;    // tiles whose day picture is missing, rising
+    int64_t SeaPosts = 0;              // water at 0 feet or below
+    int16_t Lowest = 0;                // feet
     int16_t Highest = 0;
     double MeanHeight = 0;
     int32_t BarStep = 0;            // feet, at least 1

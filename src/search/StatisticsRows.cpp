@@ -28,7 +28,7 @@ StatisticsRow RowOf(std::string what, int64_t posts, RowCounts counts, int32_t f
 
 StatisticsGroup KindsOf(const Statistics& told) {
     StatisticsGroup group{"Kinds", {}};
-    for (const PostsOf& kind : told.Kinds)
+    for (const CountedPosts& kind : told.Kinds)
         group.Rows.push_back(RowOf(TerrainName(static_cast<uint8_t>(kind.Which)),
                                    kind.Posts, RowCounts::Kind, kind.Which));
     return group;
@@ -36,26 +36,27 @@ StatisticsGroup KindsOf(const Statistics& told) {
 
 StatisticsGroup SetsOf(const Statistics& told) {
     StatisticsGroup group{"Sets", {}};
-    for (const PostsOf& set : told.Sets)
+    for (const CountedPosts& set : told.Sets)
         group.Rows.push_back(RowOf(std::to_string(ShownSet(set.Which)), set.Posts,
                                    RowCounts::Set, set.Which));
     return group;
 }
 
-StatisticsGroup TilesGroup(const char* title, const std::vector<PostsOf>& tiles,
+StatisticsGroup TilesGroup(const char* title, const std::vector<CountedPosts>& tiles,
                            const TileLookup& lookup) {
     StatisticsGroup group{title, {}};
-    for (const PostsOf& tile : tiles)
+    for (const CountedPosts& tile : tiles)
         group.Rows.push_back(RowOf(TileInWords(lookup, tile.Which), tile.Posts,
                                    RowCounts::Tile, tile.Which));
     return group;
 }
 
 // With their uses.
-std::vector<PostsOf> UsedAs(const std::vector<int32_t>& numbers, const Statistics& told) {
-    std::vector<PostsOf> tiles;
+std::vector<CountedPosts> UsedAs(const std::vector<int32_t>& numbers,
+                                 const Statistics& told) {
+    std::vector<CountedPosts> tiles;
     std::vector<int64_t> uses;
-    for (const PostsOf& tile : told.Tiles) {
+    for (const CountedPosts& tile : told.Tiles) {
         const auto index = static_cast<size_t>(tile.Which);
         if (index >= uses.size())
             uses.resize(index + 1);

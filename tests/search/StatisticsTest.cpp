@@ -42,11 +42,11 @@ TEST(Statistics, CountKindsSetsTilesAndWhatIsWrong) {
     terrain.LxArr(5) = {99, 0, 0, 0, 0};
     const Statistics told = StatisticsOf(terrain, TwoSets());
     EXPECT_EQ(told.Posts, 9);
-    EXPECT_EQ(told.Kinds, (std::vector<PostsOf>{{1, 5}, {4, 2}}));
-    EXPECT_EQ(told.Sets, (std::vector<PostsOf>{{1, 5}, {2, 2}}));
-    EXPECT_EQ(told.Tiles, (std::vector<PostsOf>{{0, 5}, {16, 2}}));
+    EXPECT_EQ(told.Kinds, (std::vector<CountedPosts>{{1, 5}, {4, 2}}));
+    EXPECT_EQ(told.Sets, (std::vector<CountedPosts>{{1, 5}, {2, 2}}));
+    EXPECT_EQ(told.Tiles, (std::vector<CountedPosts>{{0, 5}, {16, 2}}));
     EXPECT_EQ(told.UnusedTiles, (std::vector<int32_t>{1, 17}));
-    EXPECT_EQ(told.Unknown, (std::vector<PostsOf>{{5, 1}, {99, 1}}));
+    EXPECT_EQ(told.Unknown, (std::vector<CountedPosts>{{5, 1}, {99, 1}}));
     EXPECT_EQ(told.NoPicture, (std::vector<int32_t>{17}));
     EXPECT_EQ(told.SeaPosts, 4);
     EXPECT_EQ(told.Lowest, -20);

@@ -23,7 +23,7 @@ namespace vardenix {
 namespace {
 
 constexpr int Margin = PixelsOfTwips(PaletteMargin);
-constexpr int Side = PixelsOfTwips(PaletteButtonSide);
+constexpr int ButtonPixels = PixelsOfTwips(PaletteButtonSide);
 constexpr int LeastColumns = 3;
 // Within the border of Frame2, whose line some screens draw half over its inside.
 constexpr int BorderGap = 1;
@@ -74,7 +74,8 @@ void FrmVXTilePal::DressControls() {
         ui_->Combo1->addItem(
             QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     const int border = 2 * (ui_->Frame2->frameWidth() + BorderGap);
-    ui_->Frame2->setMinimumSize(LeastColumns * Side + border, Side + border);
+    ui_->Frame2->setMinimumSize(LeastColumns * ButtonPixels + border,
+                                ButtonPixels + border);
     ui_->VScroll->setRange(0, 0);
     // Wherever the wheel is turned, it moves the tiles.
     for (QWidget* part : std::initializer_list<QWidget*>{ui_->Combo1, ui_->VScroll})
@@ -205,7 +206,9 @@ void FrmVXTilePal::PlaceButtons() {
     ui_->VScroll->setMaximum(PaletteScrollEnd(layout, WholeRows()));
 }
 
-int FrmVXTilePal::WholeRows() const { return std::max(1, ui_->ground->height() / Side); }
+int FrmVXTilePal::WholeRows() const {
+    return std::max(1, ui_->ground->height() / ButtonPixels);
+}
 
 QImage FrmVXTilePal::PictureOf(int32_t tile, int side) {
     const TileLookup& lookup = state_.Catalogue.Lookup;
