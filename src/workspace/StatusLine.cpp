@@ -135,7 +135,7 @@ std::string ToolWords(const MapInteraction& interaction, const MapView& view,
     if (interaction.Waits())
         return WaitingWords(interaction) + " (Esc ends it)";
     const HandState& hand = interaction.Hand;
-    const std::string name = NameOf(interaction);
+    std::string name = NameOf(interaction);
     if (hand.Stamp)
         return "Paste " + std::to_string(hand.Stamp->Clip.Width) + " x " +
                std::to_string(hand.Stamp->Clip.Height) + " posts: Esc ends it";
