@@ -87,9 +87,9 @@ LentTiles::LentTiles(Terrain& terrain, const PostBox& posts,
     for (int32_t y = posts.Y1; y <= posts.Y2; ++y)
         for (int32_t x = posts.X1; x <= posts.X2; ++x) {
             const int32_t serial = XYToSerial(x + 1, y + 1, terrain.MapWidth);
-            auto& number = terrain.LxArr(serial).TileOffset;
-            own_.push_back({serial, number});
-            number = tile(x, y);
+            TerrainPost& post = terrain.LxArr(serial);
+            own_.push_back({serial, int32_t{post.TileOffset}}); // of a packed record
+            post.TileOffset = tile(x, y);
         }
 }
 
