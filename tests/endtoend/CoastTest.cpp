@@ -112,6 +112,7 @@ TEST_F(CoastOnDesktop, FiveHundredPostsTakeFewGestures) {
     // Each is one step of undo: as many steps as gestures lead back to the first picture.
     for (int step = 0; step < gestures_; ++step)
         desktop_.Key("ctrl+z");
+    desktop_.HoverIn(Palette, 200, 20); // what a click would paint goes with the pointer
     EXPECT_TRUE(Await([&](const Picture& map) { return map == untouched; }));
     desktop_.Key("ctrl+z"); // there is nothing more
     ASSERT_NO_FATAL_FAILURE(Save());

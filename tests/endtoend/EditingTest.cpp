@@ -117,11 +117,14 @@ TEST_F(EditingEndToEnd, StrokesRectanglesAndFillsAreOnTheDiskAsTheyWereDrawn) {
     ASSERT_TRUE(Await([&](const Picture& map) {
         return CellOf(map, 4, 2) != CellOf(untouched, 4, 2);
     }));
-    const Picture stroke = MapPicture();
+    const Picture stroke = MapAtRest();
     desktop_.Key("r");
     desktop_.StrokeIn(Map, {{Across(1), Down(3)}, {Across(2), Down(2)}});
-    ASSERT_TRUE(Await([&](const Picture& map) { return map != stroke; }));
-    const Picture rectangle = MapPicture();
+    ASSERT_TRUE(Await([&](const Picture& map) {
+        return CellOf(map, 1, 3) != CellOf(stroke, 1, 3) &&
+               CellOf(map, 2, 2) != CellOf(stroke, 2, 2);
+    }));
+    const Picture rectangle = MapAtRest();
     ASSERT_NO_FATAL_FAILURE(Save());
 
     const MadeLevel saved = Level2();

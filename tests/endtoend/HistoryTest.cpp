@@ -15,7 +15,7 @@ TEST_F(HistoryEndToEnd, AClickGoesToAStateAndEnterShowsThePlace) {
     const Picture untouched = MapPicture();
     ClickPost(1, 2, 1);
     ASSERT_TRUE(Await([&](const Picture& map) { return map != untouched; }));
-    const Picture once = MapPicture();
+    const Picture once = MapAtRest();
     ClickPost(3, 3, 1);
     ASSERT_TRUE(Await([&](const Picture& map) { return map != once; }));
     desktop_.Key("ctrl+h");

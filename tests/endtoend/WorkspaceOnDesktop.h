@@ -9,6 +9,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace vardenix::tests {
 
@@ -87,6 +88,18 @@ protected:
         if (window.Width < Side || window.Height < Strip + Side)
             return {};
         return window.Part({0, Strip, Side, Side});
+    }
+
+    // Without what a click would leave under the pointer: that goes with it.
+    Picture MapAtRest() {
+        desktop_.HoverIn(Palette, 200, 20);
+        Picture last = MapPicture();
+        EXPECT_TRUE(WaitFor([&] {
+            Picture map = MapPicture();
+            std::swap(map, last);
+            return map.Width != 0 && map == last;
+        }));
+        return last;
     }
 
     // Until the map looks as wanted.
