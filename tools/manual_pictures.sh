@@ -265,14 +265,14 @@ xdotool type 'swamp, 17'
 sleep 0.5
 picture FrmVXReplace.png '^Replace Tiles'
 keys Escape
-click "$panel" 142 8 # Tools
+keys alt+t # Tools
 keys t
 up '^Theater Statistics'
 picture FrmVXStatistics.png '^Theater Statistics'
 keys alt+F4
 press "$panel" FrmVXMain chkShowResults # it goes
 
-click "$panel" 142 8 # Tools
+keys alt+t # Tools
 keys b
 up '^Rebuild Theater$'
 picture rebuild-theater.png '^Rebuild Theater$'

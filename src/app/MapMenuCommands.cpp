@@ -45,7 +45,8 @@ constexpr auto MapMenuRows = std::to_array<Command>({
      .Text = "&Replace this Tile...",
      .InMapMenu = true,
      .Can = OnPost,
-     .Do = [](Subsystems& all) { all.Search.ShowReplace(Post(all).TileOffset); }},
+     .Do =
+         [](Subsystems& all) { all.Search.ShowReplace(int32_t{Post(all).TileOffset}); }},
     {.Id = "mnuSelectTile",
      .Text = "Select connected posts of this ti&le",
      .InMapMenu = true,

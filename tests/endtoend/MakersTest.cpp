@@ -26,10 +26,9 @@ protected:
     void ChooseTool(const std::string& letter) {
         desktop_.Activate(Panel);
         ASSERT_TRUE(IsUp(Panel));
-        desktop_.ClickIn(Panel, ToolsMenu, 10);
+        desktop_.Key("alt+t");
         desktop_.Key(letter);
     }
-    static constexpr int ToolsMenu = 142;
 };
 
 TEST_F(MakersOnDesktop, ATileIsReplacedEverywhereInFourGestures) {
