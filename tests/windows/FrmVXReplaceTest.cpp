@@ -19,7 +19,7 @@ protected:
     // Tile 0 "Lake" on 200 posts, tile 1 "Wheat" on 56.
     ReplaceTest() {
         state_.Catalogue.Lookup.resize(16);
-        for (size_t tile : {0, 1}) {
+        for (const size_t tile : {0U, 1U}) {
             state_.Catalogue.Lookup[tile].Name = tile == 0 ? "Lake" : "Wheat";
             state_.Catalogue.Lookup[tile].Terrain = tile == 0 ? 1 : 4;
         }

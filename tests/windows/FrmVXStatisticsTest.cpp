@@ -18,7 +18,7 @@ protected:
     // Two tiles of water, the first on 200 posts, and one of plains on 56.
     StatisticsWindowTest() {
         state_.Catalogue.Lookup.resize(32);
-        for (size_t tile : {0, 1, 16}) {
+        for (const size_t tile : {0U, 1U, 16U}) {
             state_.Catalogue.Lookup[tile].Name = "T" + std::to_string(tile);
             state_.Catalogue.Lookup[tile].Terrain = tile == 16 ? 4 : 1;
         }
