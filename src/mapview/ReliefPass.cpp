@@ -90,7 +90,7 @@ public:
 
     int32_t Parts() const { return parts_; }
 
-    // Part 0 is the uppermost.
+    // Counted from 0 at the upper edge of the row.
     void Paint(int32_t row, int32_t part, ReliefTints& tints) const {
         size_t from = static_cast<size_t>(std::max(target_.Width, 0));
         size_t to = 0;

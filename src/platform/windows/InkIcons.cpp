@@ -1,7 +1,5 @@
 #include "platform/windows/InkIcons.h"
 
-#include "platform/windows/Theme.h"
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
@@ -13,6 +11,8 @@ namespace vardenix {
 namespace {
 
 constexpr const char* OwnIcon = "ownIcon";
+bool lightInk = false;
+
 constexpr int DarkestKept = 110; // of a colour's lightness, 0 to 255
 
 QPixmap Lightened(const QPixmap& pixmap) {
@@ -40,13 +40,13 @@ QIcon Lightened(const QIcon& icon) {
 void Dress(QAbstractButton& button) {
     QVariant own = button.property(OwnIcon);
     if (!own.isValid()) {
-        if (!IsDark() || button.icon().isNull())
+        if (!lightInk || button.icon().isNull())
             return;
         own = QVariant::fromValue(button.icon());
         button.setProperty(OwnIcon, own);
     }
     const auto icon = own.value<QIcon>();
-    button.setIcon(IsDark() ? Lightened(icon) : icon);
+    button.setIcon(lightInk ? Lightened(icon) : icon);
 }
 
 // Buttons that come up later.
@@ -66,14 +66,15 @@ public:
 
 QIcon IconFor(const char* resource) {
     const QIcon icon(resource);
-    return IsDark() ? Lightened(icon) : icon;
+    return lightInk ? Lightened(icon) : icon;
 }
 
 void LightenIconsOf(QObject& application) {
     application.installEventFilter(new ButtonsToCome(&application));
 }
 
-void DressIcons() {
+void DressIcons(bool light) {
+    lightInk = light;
     for (QWidget* each : QApplication::allWidgets())
         if (auto* button = qobject_cast<QAbstractButton*>(each))
             Dress(*button);

@@ -12,7 +12,7 @@ namespace vardenix {
 QIcon IconFor(const char* resource);
 // Every button of the program follows from now on; belongs to `application`.
 void LightenIconsOf(QObject& application);
-// The look is another one.
-void DressIcons();
+// In light ink from now on, or in their own.
+void DressIcons(bool light);
 
 } // namespace vardenix

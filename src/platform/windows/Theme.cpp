@@ -129,7 +129,7 @@ void UseScheme(Scheme scheme) {
     dark = scheme == Scheme::Dark || (scheme == Scheme::Desktop && desktopDark);
     QApplication::setPalette(PaletteOf(LookNow()));
     QToolTip::setPalette(PaletteOf(LookNow()));
-    DressIcons();
+    DressIcons(dark);
 }
 
 bool IsDark() { return dark; }
