@@ -4,6 +4,7 @@
 #include "cli/Printing.h"
 #include "cli/ScratchFolder.h"
 #include "files/FileNames.h"
+#include "files/OwnFolders.h"
 #include "texts/Numbers.h"
 #include "texts/RuntimeError.h"
 #include "world/PlaceFile.h"
@@ -160,7 +161,10 @@ void AddPlaceImport(Command& family) {
 } // namespace
 
 TheaterPlace PlaceOfTheater(const CommandContext& context) {
-    const auto told = ReadPlace(PlaceFileOf(context.State.Terrain.LFilename));
+    // A user without a home cannot have told any.
+    std::optional<TheaterPlace> told;
+    if (!UsersDataFolder().empty())
+        told = ReadPlace(PlaceFileOf(context.State.Terrain.LFilename));
     return told ? *told : GuessedPlace(context.State.MapFileRecord);
 }
 

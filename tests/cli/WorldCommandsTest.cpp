@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
+#include <unistd.h>
 
 namespace vardenix::tests {
 namespace {
@@ -82,6 +83,20 @@ TEST_F(WorldCommands, APlaceIsGuessedUntilItIsToldAndGoesToOtherMachines) {
     EXPECT_EQ(Run({"place", "show"}).Output, guessed.Output);
     ASSERT_EQ(Run({"place", "import", folder_.File("place.txt")}).ExitCode, 0);
     EXPECT_EQ(Run({"place", "show"}).Output, told.Output);
+}
+
+TEST_F(WorldCommands, AUserWithoutAHomeHasTheGuess) {
+    std::filesystem::permissions(folder_.Path(), std::filesystem::perms(0755));
+    const ProgramResult shown =
+        RunProgram({"/usr/bin/setpriv", "--reuid=54321", "--clear-groups", "/usr/bin/env",
+                    "-u", "HOME", "-u", "XDG_DATA_HOME", VARDENIX_CLI, "place", "show",
+                    "--theater", folder_.File("theater")});
+    // Only root becomes somebody else, and a checkout may be closed to them.
+    constexpr int notStarted = 126;
+    if (::geteuid() == 0 && shown.ExitCode != notStarted) {
+        EXPECT_EQ(shown.ExitCode, 0) << shown.Errors;
+        EXPECT_NE(shown.Output.find("guessed: true"), std::string::npos);
+    }
 }
 
 TEST_F(WorldCommands, APlaceThatNobodyKnowsIsNotKept) {
