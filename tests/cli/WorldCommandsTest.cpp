@@ -46,7 +46,7 @@ protected:
     std::vector<MadePost> Level() { return OnDisk().Posts; }
     // Metres in degrees, with a hole, hills of different size and fractions.
     std::string Map() {
-        const std::string path = folder_.File("map.asc");
+        std::string path = folder_.File("map.asc");
         std::ofstream out(path);
         out << "ncols 300\nnrows 300\nxllcorner 8.2\nyllcorner 46.8\ncellsize 0.005\n"
                "NODATA_value -9999\n";

@@ -189,7 +189,13 @@ std::string Desktop::Run(const std::vector<std::string>& command) const {
 }
 
 std::string Desktop::WindowId(const std::string& title) const {
-    const std::string ids = Run({"xdotool", "search", "--onlyvisible", "--name", title});
+    // A window that goes while the tool asks for its name ends the whole search: only
+    // two empty answers say that there is none.
+    const std::vector<std::string> search{"xdotool", "search", "--onlyvisible", "--name",
+                                          title};
+    std::string ids = Run(search);
+    if (ids.empty())
+        ids = Run(search);
     return ids.substr(0, ids.find('\n'));
 }
 

@@ -87,9 +87,9 @@ protected:
         desktop_.ClickIn(Map, at.X, at.Y, button);
     }
     static size_t IndexOf(int x, int y) {
-        return SerialOf(static_cast<size_t>(Land + x), static_cast<size_t>(Land + y),
-                        Posts) -
-               1;
+        const int column = Land + x;
+        const int row = Land + y;
+        return SerialOf(static_cast<size_t>(column), static_cast<size_t>(row), Posts) - 1;
     }
 
     int gestures_ = 0;

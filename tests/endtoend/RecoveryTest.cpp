@@ -152,7 +152,8 @@ TEST_F(RecoveryEndToEnd, ASaveElsewhereIsNoSaveOfTheTheater) {
     ASSERT_TRUE(WaitFor([&] { return desktop_.Active("^Save As$"); }));
     desktop_.Type(folder_.File("COPY.L2"));
     desktop_.Key("Return");
-    ASSERT_TRUE(WaitFor([&] { return !desktop_.Visible(Star); }));
+    ASSERT_TRUE(WaitFor(
+        [&] { return fs::exists(folder_.File("COPY.O2")) && !desktop_.Visible(Star); }));
     const MadeLevel copied = ReadPair(folder_.File("COPY.L2"), folder_.File("COPY.O2"));
     EXPECT_EQ(Differences(before, copied).size(), 1U);
     program_.KillAfter(0);

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 namespace vardenix::tests {
 namespace {
 
@@ -15,8 +17,7 @@ constexpr uint8_t Sides = 16;      // of a road's sides there are so many sets
 LearnedTiles TilesWithRoads() {
     LearnedTiles tiles = RedAndBlueTiles();
     tiles.Indices.assign(FirstRoad + Sides, -1);
-    for (int32_t i = 0; i < 16; ++i)
-        tiles.Indices[static_cast<size_t>(100 + i)] = i;
+    std::iota(tiles.Indices.begin() + 100, tiles.Indices.begin() + 116, 0);
     for (uint8_t sides = 1; sides < Sides; ++sides) {
         Raster picture(32, 32);
         for (int32_t y = 0; y < 32; ++y)
@@ -29,9 +30,10 @@ LearnedTiles TilesWithRoads() {
                                   (across && x < 18 && (sides >> West & 1) != 0);
                 picture.Row(y)[x] = road ? 0xFF202020U : 0xFFFF0000U;
             }
-        tiles.Indices[static_cast<size_t>(FirstRoad - 1 + sides)] =
+        const int32_t number = FirstRoad - 1 + sides;
+        tiles.Indices[static_cast<size_t>(number)] =
             static_cast<int32_t>(tiles.Numbers.size());
-        tiles.Numbers.push_back(FirstRoad - 1 + sides);
+        tiles.Numbers.push_back(number);
         tiles.Sides.push_back(SidesOf(picture.View()));
         tiles.Ways.push_back({0, sides, 0});
     }

@@ -34,7 +34,7 @@ int Say(const std::string& sentence, int code) {
     return code;
 }
 
-int Main(int count, char** arguments) {
+int Run(int count, char** arguments) {
     CLI::App all;
     all.require_subcommand(1);
     RasterRequest request;
@@ -47,15 +47,19 @@ int Main(int count, char** arguments) {
     CLI11_PARSE(all, count, arguments);
     LimitThisProcess();
     CPLSetErrorHandler(CPLQuietErrorHandler);
+    KnowFewDrivers();
+    if (read.parsed())
+        ReadRaster(request);
+    else if (write.parsed())
+        WriteRaster(request);
+    else
+        return Say(CornersOf(request), 0);
+    return 0;
+}
+
+int RunGuarded(int count, char** arguments) {
     try {
-        KnowFewDrivers();
-        if (read.parsed())
-            ReadRaster(request);
-        else if (write.parsed())
-            WriteRaster(request);
-        else
-            return Say(CornersOf(request), 0);
-        return 0;
+        return Run(count, arguments);
     } catch (const MapRefused& refused) {
         return Say(refused.what(), 1);
     } catch (const std::bad_alloc&) {
@@ -68,4 +72,4 @@ int Main(int count, char** arguments) {
 } // namespace
 } // namespace vardenix
 
-int main(int count, char** arguments) { return vardenix::Main(count, arguments); }
+int main(int count, char** arguments) { return vardenix::RunGuarded(count, arguments); }
