@@ -4,6 +4,8 @@
 #include "app/Builder.h"
 #include "app/Clipboard.h"
 #include "app/Commands.h"
+#include "app/Earth.h"
+#include "app/Elevations.h"
 #include "app/Features.h"
 #include "app/History.h"
 #include "app/Land.h"
@@ -50,6 +52,8 @@ struct Subsystems {
     vardenix::BinEditor BinEditor{Workspace};
     vardenix::MapEditor MapEditor{Workspace};
     vardenix::Builder Builder{Workspace};
+    vardenix::Earth Earth{Workspace};
+    vardenix::Elevations Elevations{Workspace, Earth};
     vardenix::Recovery Recovery{Workspace}; // what it adds to others' words comes last
     MapClicks Clicks{Workspace, Regions, Features, Land, Clipboard};
     MapKeys Keys{Workspace};

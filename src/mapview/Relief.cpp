@@ -67,9 +67,13 @@ int32_t HeightField::At(int32_t x, int32_t y) const {
 double ShadeAt(const HeightField& heights, int32_t x, int32_t y) {
     const int32_t eastward = heights.At(x + 1, y) - heights.At(x - 1, y);
     const int32_t northward = heights.At(x, y + 1) - heights.At(x, y - 1);
+    return ShadeOf(eastward, northward, heights.Spacing());
+}
+
+double ShadeOf(int32_t eastward, int32_t northward, double spacing) {
     if (eastward == 0 && northward == 0)
         return 0;
-    const double scale = Steeper / (2 * heights.Spacing());
+    const double scale = Steeper / (2 * spacing);
     const double east = eastward * scale;
     const double north = northward * scale;
     // The upright on the slope is (-east, -north, 1).

@@ -36,6 +36,9 @@ private:
 // at half height: -1 to 1, 0 for flat ground. Slopes are taken four times as steep as
 // they are, since a kilometer from post to post hides them.
 double ShadeAt(const HeightField& heights, int32_t x, int32_t y);
+// By how many feet the neighbour in the east is higher than that in the west, and the
+// northern one than the southern one.
+double ShadeOf(int32_t eastward, int32_t northward, double spacing);
 
 // What is laid over a pixel for a shade: white for light, black for dark, by alpha.
 // `strength` is percent, 0 to 100.

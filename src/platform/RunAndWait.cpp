@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -58,6 +59,22 @@ pid_t Begin(std::vector<std::string>& arguments, const QuietFiles& files) {
     return child;
 }
 
+constexpr int AskEvery = 50; // ms
+
+// Until there is something to read, or the end of it. False when nobody wants it any
+// more.
+bool WaitForOutput(const SystemFile& reading, const std::function<bool()>& goOn) {
+    if (!goOn)
+        return true;
+    struct pollfd waited {
+        reading.Handle(), POLLIN, 0
+    };
+    while (::poll(&waited, 1, AskEvery) == 0)
+        if (!goOn())
+            return false;
+    return true;
+}
+
 int ExitCodeOf(pid_t child) {
     int status = 0;
     while (::waitpid(child, &status, 0) < 0)
@@ -73,7 +90,8 @@ int RunAndWait(std::vector<std::string> arguments) {
     return child == 0 ? -1 : ExitCodeOf(child);
 }
 
-ProgramOutput RunAndRead(std::vector<std::string> arguments, size_t most) {
+ProgramOutput RunAndRead(std::vector<std::string> arguments, size_t most,
+                         const std::function<bool()>& goOn) {
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0)
         ThrowSystemError(errno, "starting", arguments.front());
@@ -86,7 +104,15 @@ ProgramOutput RunAndRead(std::vector<std::string> arguments, size_t most) {
         return output;
     std::array<char, 4096> room{};
     ssize_t count = 0;
-    while ((count = ::read(reading.Handle(), room.data(), room.size())) != 0) {
+    for (;;) {
+        if (!WaitForOutput(reading, goOn)) {
+            output.Stopped = true;
+            ::kill(child, SIGKILL);
+            break;
+        }
+        count = ::read(reading.Handle(), room.data(), room.size());
+        if (count == 0)
+            break;
         if (count < 0 && errno != EINTR)
             break;
         if (count < 0)

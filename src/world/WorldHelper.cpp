@@ -60,12 +60,27 @@ private:
     std::string path_;
 };
 
+void TakePoints(const std::string& text, const std::string& system,
+                std::span<GeographicPoint> points) {
+    std::istringstream said(text);
+    said.imbue(std::locale::classic());
+    for (GeographicPoint& point : points)
+        said >> point.Longitude >> point.Latitude;
+    if (!said)
+        throw RuntimeError(ErrorNumber::InvalidCall,
+                           "the corners of the theater lie beyond what the reference "
+                           "system " +
+                               system + " can tell");
+}
+
 } // namespace
 
 std::string WorldHelper::Run(std::vector<std::string> arguments,
                              const std::string& subject) const {
     arguments.insert(arguments.begin(), program_);
-    const ProgramOutput output = RunAndRead(arguments, MostSaid);
+    const ProgramOutput output = RunAndRead(arguments, MostSaid, goOn_);
+    if (output.Stopped)
+        throw RuntimeError(ErrorNumber::Cancelled, subject);
     if (output.ExitCode == 0 && output.Whole)
         return output.Text;
     if (!FileExists(program_) || output.ExitCode == NoProgram)
@@ -136,17 +151,20 @@ std::array<GeographicPoint, 4>
 WorldHelper::CornersOf(const RasterWish::Where& where) const {
     std::vector<std::string> line{"corners"};
     AddPlace(line, where);
-    std::istringstream said(Run(std::move(line), where.System));
-    said.imbue(std::locale::classic());
     std::array<GeographicPoint, 4> corners;
-    for (GeographicPoint& corner : corners)
-        said >> corner.Longitude >> corner.Latitude;
-    if (!said)
-        throw RuntimeError(ErrorNumber::InvalidCall,
-                           "the corners of the theater lie beyond what the reference "
-                           "system " +
-                               where.System + " can tell");
+    TakePoints(Run(std::move(line), where.System), where.System, corners);
     return corners;
+}
+
+std::vector<GeographicPoint> WorldHelper::GridOf(const RasterWish::Where& where,
+                                                 int32_t side) const {
+    const std::string points = std::to_string(side);
+    std::vector<std::string> line{"grid", "--size", points, points};
+    AddPlace(line, where);
+    std::vector<GeographicPoint> grid(static_cast<size_t>(side) *
+                                      static_cast<size_t>(side));
+    TakePoints(Run(std::move(line), where.System), where.System, grid);
+    return grid;
 }
 
 WorldHelper OwnWorldHelper(const std::string& scratch) {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -45,13 +46,17 @@ struct GeographicPoint {
 // The program that reads and writes maps of the real world, a process of its own: a
 // broken map ends that process, never this one, which may hold unsaved work. All
 // routines: error 53 where the program or what it needs is not installed, error 5 with
-// its own sentence for what it refused, error 7 where it ran out of its memory or time.
+// its own sentence for what it refused, error 7 where it ran out of its memory or time,
+// error 32755 where whoever watches it wants it no more.
 class WorldHelper {
 public:
     // The program of that path, from the root. What is handed over goes through files of
     // `scratch`, a folder of ours.
     WorldHelper(std::string program, std::string scratch)
         : program_(std::move(program)), scratch_(std::move(scratch)) {}
+
+    // As RunAndRead has it.
+    void Watch(std::function<bool()> goOn) { goOn_ = std::move(goOn); }
 
     WorldRaster ReadRaster(const std::string& map, const RasterWish& wish) const;
 
@@ -63,12 +68,18 @@ public:
     // South west, south east, north west, north east.
     std::array<GeographicPoint, 4> CornersOf(const RasterWish::Where& where) const;
 
+    // `side` by `side` points, evenly from corner to corner, row by row from the south
+    // west; at most 33 a side.
+    std::vector<GeographicPoint> GridOf(const RasterWish::Where& where,
+                                        int32_t side) const;
+
 private:
     // What it prints; `subject` is what an error is about.
     std::string Run(std::vector<std::string> arguments, const std::string& subject) const;
 
     std::string program_;
     std::string scratch_;
+    std::function<bool()> goOn_;
 };
 
 // The helper that came with the running program, with a scratch folder of this run.

@@ -12,7 +12,9 @@
 #include <QMainWindow>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 class QAbstractSlider;
@@ -81,8 +83,14 @@ public:
     void GridLaidOut();
     // Fewer posts in a cell for positive steps, and the other way round.
     void StepZoom(int steps);
-    // The position that LabelX and LabelY spell.
+    // The position that LabelX and LabelY spell, or the place that LabelX alone does.
     void GoToTypedPosition();
+    // Of a text that is no column of posts: false where it is no place either.
+    void TakePlaces(std::function<bool(const std::string&)> go) {
+        goToPlace_ = std::move(go);
+    }
+    // Whether LabelX takes the letters of a latitude and a longitude.
+    void AllowPlaces(bool allowed);
     // The buttons of colours show those of the settings.
     void ShowColors();
 
@@ -151,6 +159,7 @@ private:
     int pb3Min_ = 0;
     int pb3Max_ = 100;
     QElapsedTimer sinceBarDrawn_;
+    std::function<bool(const std::string&)> goToPlace_;
     QPointer<QWidget> focusOfLock_; // what had the focus when the panel was locked
     clsToolTip toolTip_;
     std::vector<FoldingGroup*> groups_; // children

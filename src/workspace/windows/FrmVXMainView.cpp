@@ -2,6 +2,7 @@
 // panel.
 
 #include "platform/windows/RunTimeBarrier.h"
+#include "texts/KeyFilters.h"
 #include "texts/Numbers.h"
 #include "ui_FrmVXMain.h"
 #include "workspace/ZoomAndDrag.h"
@@ -10,8 +11,21 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <string_view>
 
 namespace vardenix {
+
+namespace {
+
+constexpr int LongestNumber = 10; // letters
+constexpr int LongestPlace = 40;
+
+bool KeepsPlaceKey(char32_t key) {
+    return KeepsDigitKey(key) ||
+           std::u32string_view(U" ,.+-NSEWnsew").find(key) != std::u32string_view::npos;
+}
+
+} // namespace
 
 void FrmVXMain::ConnectView() {
     OnSignal(ui_->ZoomScroll, &QAbstractSlider::valueChanged, this,
@@ -79,7 +93,17 @@ void FrmVXMain::ConnectPosition() {
         OnSignal(box, &QLineEdit::returnPressed, this, [this] { GoToTypedPosition(); });
 }
 
+void FrmVXMain::AllowPlaces(bool allowed) {
+    if (allowed)
+        ui_->LabelX->TakeKeys(KeepsPlaceKey, LongestPlace);
+    else
+        ui_->LabelX->TakeKeys(KeepsDigitKey, LongestNumber);
+    ui_->LabelX->setPlaceholderText(allowed ? tr("X, or 59.31, 18.02") : QString());
+}
+
 void FrmVXMain::GoToTypedPosition() {
+    if (goToPlace_ && goToPlace_(ui_->LabelX->text().toStdString()))
+        return;
     const PostPlace position =
         GoToXY(ui_->LabelX->text().toStdString(), ui_->LabelY->text().toStdString(),
                state_.Terrain.MapWidth);

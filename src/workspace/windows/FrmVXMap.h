@@ -18,8 +18,10 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 class QMenu;
 
@@ -74,6 +76,10 @@ public:
     QRect OnScreen(PostPlace place, bool height) const;
     // A word on what was done, in the line under the map.
     void ShowWord(const QString& word);
+    // Names places of posts, or of heights, on the earth, behind their values; an empty
+    // text is left out.
+    using PlaceNames = std::function<std::string(PostPlace place, bool height)>;
+    void TellPlaces(PlaceNames names) { placeNames_ = std::move(names); }
     // The values of the post that was pointed at last, which may have changed.
     void ShowPost();
     // What the tools do, and the tile that is chosen, have changed elsewhere.
@@ -172,6 +178,8 @@ private:
     // Another ZoomPosts, with the post under a place of the picture kept there.
     void ZoomAt(QPointF place, int16_t zoomPosts);
     void ShowStatus(QPointF position);
+    // Where on the earth that is; empty beyond the terrain, and where nobody knows.
+    std::string NameOfPlace(QPointF position) const;
     void ShowLeftOut();
     // What the next click would export or stamp over is framed while the mouse moves.
     void ShowBand(QPointF position);
@@ -225,6 +233,7 @@ private:
     WheelSum zoomTurned_; // with Ctrl
     WheelSum turnedAcross_;
     WheelSum turnedDown_;
+    PlaceNames placeNames_;
     std::optional<QPointF> pointedAt_;      // on the picture
     std::vector<std::string> droppedPaths_; // to be loaded when events come next
 };

@@ -246,8 +246,10 @@ void FrmVXMap::PointAt(QPointF position) {
     ShowPointer();
     ShowBand(position);
     ShowStatus(position);
-    const ReadOut out = ReadOutAt(view_, state_.Terrain, state_.Catalogue.Lookup,
-                                  position.x(), position.y());
+    ReadOut out = ReadOutAt(view_, state_.Terrain, state_.Catalogue.Lookup, position.x(),
+                            position.y());
+    if (const std::string name = NameOfPlace(position); !name.empty())
+        out.Text += "\r\n" + name;
     toolTip_.SetBackColor(out.BackColor);
     toolTip_.SetToolTipHeader(QString::fromStdString(out.Header));
     toolTip_.SetToolTipHeaderShow(!out.Header.empty());
@@ -268,9 +270,24 @@ void FrmVXMap::ShowHand(bool open) {
     ui_->PicShow->setCursor(open ? Qt::OpenHandCursor : Qt::ClosedHandCursor);
 }
 
+std::string FrmVXMap::NameOfPlace(QPointF position) const {
+    if (!placeNames_)
+        return {};
+    const bool height = view_.L0Mode;
+    const PostPlace place = height
+                                ? ElevationUnderCursor(view_, position.x(), position.y())
+                                : PostUnderCursor(view_, position.x(), position.y());
+    const bool inside =
+        height ? OnElevations(place, state_.Terrain) : OnTerrain(place, state_.Terrain);
+    return inside ? placeNames_(place, height) : std::string();
+}
+
 void FrmVXMap::ShowStatus(QPointF position) {
-    ui_->lblPost->setText(QString::fromStdString(Utf8FromBytes(PostWords(
-        view_, state_.Terrain, state_.Catalogue.Lookup, position.x(), position.y()))));
+    std::string words = PostWords(view_, state_.Terrain, state_.Catalogue.Lookup,
+                                  position.x(), position.y());
+    if (const std::string name = NameOfPlace(position); !name.empty())
+        words += "   " + name;
+    ui_->lblPost->setText(QString::fromStdString(Utf8FromBytes(words)));
 }
 
 QPointF FrmVXMap::PlaceOfPointer() const {

@@ -2,6 +2,7 @@
 // line program, in a process of its own that holds nothing of the user's. What it cannot
 // do it says on its standard output, as one sentence, and ends with 1.
 #include "world/gdal/Limits.h"
+#include "world/gdal/PointGrid.h"
 #include "world/gdal/Rasters.h"
 
 #include <CLI/CLI.hpp>
@@ -44,6 +45,8 @@ int Run(int count, char** arguments) {
     read.add_option("--no-data", request.NoData);
     const CLI::App& write = AddRasterCommand(all, "write", request);
     AddCommand(all, "corners", request);
+    CLI::App& grid = AddCommand(all, "grid", request);
+    grid.add_option("--size", request.Size)->required()->check(CLI::Range(2, 1000));
     CLI11_PARSE(all, count, arguments);
     LimitThisProcess();
     CPLSetErrorHandler(CPLQuietErrorHandler);
@@ -52,6 +55,8 @@ int Run(int count, char** arguments) {
         ReadRaster(request);
     else if (write.parsed())
         WriteRaster(request);
+    else if (grid.parsed())
+        return Say(PointGridOf(request), 0);
     else
         return Say(CornersOf(request), 0);
     return 0;
