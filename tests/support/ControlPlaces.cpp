@@ -13,6 +13,8 @@
 #include "search/windows/frmVXSearchOptions.h"
 #include "search/windows/frmVXSearchResults.h"
 #include "windows/FrmVXMainTest.h"
+#include "world/windows/FrmImportElevations.h"
+#include "world/windows/FrmTheaterPlace.h"
 
 #include <cstdlib>
 #include <iostream>
@@ -87,6 +89,12 @@ std::unique_ptr<QWidget> Made(const std::string& name, Borrowed& with) {
         return std::make_unique<FrmVXReplace>(state);
     if (name == "FrmVXStatistics")
         return std::make_unique<FrmVXStatistics>(state);
+    if (name == "FrmImportElevations") {
+        state.Terrain.MapWidth = 128;
+        return std::make_unique<FrmImportElevations>(state.Terrain);
+    }
+    if (name == "FrmTheaterPlace")
+        return std::make_unique<FrmTheaterPlace>(state.Terrain);
     if (name == "frmVXSearchResults")
         return std::make_unique<frmVXSearchResults>(state, with.Workspace);
     return nullptr;
