@@ -23,7 +23,7 @@ trap finish EXIT
 mkdir "$work/program" "$work/home"
 chmod 700 "$work/home"
 cp -r "$sample" "$work/game"
-cp "$bin"/{vardenix,vardenix-cli,Loader,NoTile.jpg,libVardenix.so,libvardenix-toolkit.so} "$work/program"
+cp "$bin"/{vardenix,vardenix-cli,vardenix-world,Loader,NoTile.jpg,libVardenix.so,libvardenix-toolkit.so} "$work/program"
 cd "$work/program"
 printf '[WINDOWS]\r\nONE_WINDOW=0\r\n' >Desk.ini
 printf '[SOFTWARE\\Microprose\\Falcon\\4.0]\nbaseDir=%s/game\n' "$work" >registry.ini
@@ -143,6 +143,16 @@ keys F11
 up '^\*?Sorrelund - Vardenix'
 sleep 1 # until the map has filled its part
 picture FrmVXDesk.jpg '^\*?Sorrelund - Vardenix' 70%
+./vardenix-cli heights export "$work/land.tif" >/dev/null
+keys alt+f i
+up '^Import Elevations$'
+xdotool type "$work/land.tif"
+keys alt+s alt+u Down alt+w # stretched, in feet, the preview
+picture FrmImportElevations.jpg '^\*?Sorrelund - Vardenix' 70%
+keys Escape alt+f p
+up '^Place of the Theater$'
+picture FrmTheaterPlace.png '^Place of the Theater$'
+keys Escape
 keys F11
 up "$map"
 click "$map" 171 210 3

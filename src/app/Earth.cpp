@@ -29,8 +29,10 @@ Earth::Earth(Workspace& workspace) : workspace_(workspace) { workspace.Join(*thi
 
 Earth::~Earth() = default;
 
+// The other program knows paths as the disk has them only.
 WorldHelper Earth::Helper() const {
-    return OwnWorldHelper(workspace_.State().Folders.TempFolder);
+    return OwnWorldHelper(
+        (RealPath(workspace_.State().Folders.TempFolder) / "").string());
 }
 
 TheaterPlace Earth::Place() const {
@@ -47,10 +49,13 @@ std::string Earth::PlaceWords() const {
     try {
         const TheaterPlace place = Place();
         const auto corners = Helper().CornersOf(Whole(place));
-        return std::string(place.IsGuess ? "Guessed from theater.map"
-                                         : "As you told it") +
-               ": from " + DegreesWords(corners.front()) + " to " +
-               DegreesWords(corners.back());
+        const auto corner = [&corners](const char* name, size_t i) {
+            return name + (" " + DegreesWords(corners.at(i)));
+        };
+        return std::string(place.IsGuess ? "Guessed from theater.map:"
+                                         : "As you told it:") +
+               "\n" + corner("NW", 2) + "   " + corner("NE", 3) + "\n" + corner("SW", 0) +
+               "   " + corner("SE", 1);
     } catch (const RuntimeError& error) {
         return error.Detail();
     }

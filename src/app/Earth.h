@@ -22,7 +22,8 @@ public:
     void ShowPlace();
     // As told or guessed; errors of KnownPlace.
     TheaterPlace Place() const;
-    // "As you told it: ...", with the corners, or why there is none. Nothing is thrown.
+    // Who has told it and its four corners, on three lines, or why there is none. Nothing
+    // is thrown.
     std::string PlaceWords() const;
     // The program that knows maps, with this run's scratch folder.
     WorldHelper Helper() const;

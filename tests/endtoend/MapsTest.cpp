@@ -76,6 +76,7 @@ TEST_F(MapsOnDesktop, HeightsComeThroughThePlaceThatWasTold) {
     place.TypeInto("txtPostWidth", "1000");
     place.TypeInto("txtPostHeight", "1000");
     desktop_.Key("Return");
+    std::system(("sleep 3; DISPLAY=" + desktop_.Display() + " import -window root /tmp/w1_e2e.png").c_str());
     ASSERT_TRUE(WaitFor([&] {
         return std::filesystem::exists(
             folder_.File("desktop/.local/share/vardenix/places"));

@@ -67,7 +67,7 @@ TEST_F(TheaterPlaceTest, CornersHoldUntilTheFieldsAreOthers) {
     EXPECT_EQ(Label("lblNorthWest"), "North west:\n6.0000 N, 5.0000 W");
     EXPECT_EQ(Label("lblNorthEast"), "North east:\n8.0000 S, 7.0000 E");
     Box("txtSystem").setText("EPSG:3035");
-    EXPECT_EQ(Label("lblSouthWest"), "");
+    EXPECT_EQ(Label("lblSouthWest"), "South west:\n");
 }
 
 TEST_F(TheaterPlaceTest, EnterSaves) {

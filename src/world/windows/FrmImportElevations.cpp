@@ -35,6 +35,10 @@ FrmImportElevations::FrmImportElevations(const Terrain& terrain)
     : terrain_(terrain), ui_(std::make_unique<Ui::FrmImportElevations>()) {
     ui_->setupUi(this);
     ui_->barWork->hide();
+    // Nothing moves when they say more.
+    const int line = fontMetrics().lineSpacing();
+    ui_->lblPlace->setMinimumHeight(3 * line);
+    ui_->lblTold->setMinimumHeight(2 * line);
     Connect();
 }
 

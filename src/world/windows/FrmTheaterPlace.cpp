@@ -24,6 +24,7 @@ double PlaceNumberIn(const QLineEdit& box) {
 
 void ShowNumber(QLineEdit& box, double value) {
     box.setText(QString::fromStdString(ShortestText(value)));
+    box.setCursorPosition(0);
 }
 
 } // namespace
@@ -82,13 +83,17 @@ TheaterPlace FrmTheaterPlace::Place() const {
 }
 
 void FrmTheaterPlace::ShowCorners(const std::array<GeographicPoint, 4>& corners) {
+    NameCorners([&corners](size_t i) { return DegreesWords(corners.at(i)); });
+}
+
+template <typename Words>
+void FrmTheaterPlace::NameCorners(Words words) {
     const std::array labels{ui_->lblSouthWest, ui_->lblSouthEast, ui_->lblNorthWest,
                             ui_->lblNorthEast};
     const std::array names{tr("South west"), tr("South east"), tr("North west"),
                            tr("North east")};
-    for (size_t i = 0; i < corners.size(); ++i)
-        labels.at(i)->setText(names.at(i) + ":\n" +
-                              QString::fromStdString(DegreesWords(corners.at(i))));
+    for (size_t i = 0; i < labels.size(); ++i)
+        labels.at(i)->setText(names.at(i) + ":\n" + QString::fromStdString(words(i)));
 }
 
 void FrmTheaterPlace::Tell(const QString& words) { ui_->lblTold->setText(words); }

@@ -38,6 +38,9 @@ signals:
 
 private:
     void Follow();
+    // The text of each corner by its number, as ShowCorners has them.
+    template <typename Words>
+    void NameCorners(Words words);
 
     const Terrain& terrain_;
     std::unique_ptr<Ui::FrmTheaterPlace> ui_;
