@@ -112,9 +112,7 @@ void FrmTheaterPlace::Follow() {
     follow(*ui_->txtPostHeight, !corner, true);
     follow(*ui_->txtRight, corner);
     follow(*ui_->txtTop, corner);
-    for (QLabel* label :
-         {ui_->lblSouthWest, ui_->lblSouthEast, ui_->lblNorthWest, ui_->lblNorthEast})
-        label->clear();
+    NameCorners([](size_t) { return std::string(); });
     Tell({});
 }
 
