@@ -86,21 +86,22 @@ void ShowTool(QWidget& window, bool shown) {
 }
 
 void PlaceTool(QWidget& window, const WindowPosition& stored,
-               const WorkspaceWindows& windows) {
+               const WorkspaceWindows& windows, Standing standing) {
     window.adjustSize();
     if (stored.Left != 0 || stored.Top != 0)
         return PlaceAt(window, stored);
     const QSize frame = FrameSize(window);
-    std::vector<PixelRect> standing;
+    std::vector<PixelRect> others;
     for (const QWidget* other : QApplication::topLevelWidgets()) {
         const QWindow* handle = other->windowHandle();
         const bool tool = handle != nullptr && handle->transientParent() != nullptr &&
                           handle->transientParent() == windows.Map->windowHandle();
-        if (other != &window && (tool || other == windows.Panel.get()))
-            standing.push_back(RectOf(QRect(PlaceOf(*other), other->size() + frame)));
+        const bool counts = standing == Standing::All || other->isVisible();
+        if (other != &window && counts && (tool || other == windows.Panel.get()))
+            others.push_back(RectOf(QRect(PlaceOf(*other), other->size() + frame)));
     }
-    const PixelRect place = LeastCovering(RectOf(Room(*windows.Map)),
-                                          SizeOf(window.size() + frame), standing);
+    const PixelRect place =
+        LeastCovering(RectOf(Room(*windows.Map)), SizeOf(window.size() + frame), others);
     MoveOnScreen(window, {place.Left, place.Top});
 }
 

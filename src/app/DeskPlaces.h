@@ -55,9 +55,10 @@ void NoIcon(QWidget& window);
 void ShowTool(QWidget& window, bool shown);
 
 // To its stored place; at first where it covers least of panel, preview, palette and the
-// other tools of the map.
+// other tools of the map: of all that may come up, or of what is seen now.
+enum class Standing { All, Seen };
 void PlaceTool(QWidget& window, const WindowPosition& stored,
-               const WorkspaceWindows& windows);
+               const WorkspaceWindows& windows, Standing standing = Standing::All);
 
 // A window that the desktop never puts under another one, whichever is used; it has the
 // keyboard of its own.

@@ -113,7 +113,7 @@ FrmTheaterPlace& Earth::Window() {
     if (!window_) {
         window_ = std::make_unique<FrmTheaterPlace>(workspace_.State().Terrain);
         KeepOverMap(*window_, workspace_.Windows());
-        PlaceTool(*window_, {}, workspace_.Windows());
+        PlaceTool(*window_, {}, workspace_.Windows(), Standing::Seen);
         FrmTheaterPlace* window = window_.get();
         OnSignal(window, &FrmTheaterPlace::CornersWanted, window,
                  [this] { TellErrors(workspace_, [this] { ShowCorners(); }); });

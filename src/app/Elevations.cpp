@@ -62,7 +62,7 @@ FrmImportElevations& Elevations::Window() {
     if (!window_) {
         window_ = std::make_unique<FrmImportElevations>(workspace_.State().Terrain);
         KeepOverMap(*window_, workspace_.Windows());
-        PlaceTool(*window_, {}, workspace_.Windows());
+        PlaceTool(*window_, {}, workspace_.Windows(), Standing::Seen);
         FrmImportElevations* window = window_.get();
         OnSignal(window, &FrmImportElevations::BrowseWanted, window,
                  [this] { TellErrors(workspace_, [this] { Browse(); }); });

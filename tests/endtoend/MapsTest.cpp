@@ -27,7 +27,6 @@ protected:
         desktop_.Key("alt+f");
         desktop_.Key(letter);
         ASSERT_TRUE(WaitFor([&] { return desktop_.Active(title); }));
-        desktop_.Move(title, 640, 60); // out from below the panel
     }
     ControlsOnDesktop ControlsOf(const char* form, const char* title) {
         return {desktop_, folder_.File("desktop"), form, title};
