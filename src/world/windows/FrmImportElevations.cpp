@@ -192,3 +192,5 @@ void FrmImportElevations::reject() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmImportElevations.cpp"

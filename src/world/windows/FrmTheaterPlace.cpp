@@ -117,3 +117,5 @@ void FrmTheaterPlace::Follow() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmTheaterPlace.cpp"
