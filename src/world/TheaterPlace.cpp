@@ -32,7 +32,8 @@ TheaterPlace GuessedPlace(const MapFileRecord& map) {
             "theater.map does not tell where the theater lies (longitude " +
                 FormatFixed(longitude, 2) + ", latitude " + FormatFixed(latitude, 2) +
                 ", " + FormatFixed(feet, 2) +
-                " feet between L0 tiles); tell it with \"place set\"");
+                " feet between L0 tiles); tell it with \"place set\", or in the "
+                "editor with File, Place of the theater");
     const double post = TilesPerPost * feet * MetresPerFoot;
     return {"+proj=tmerc +lat_0=" + FormatFixed(latitude, Decimals) +
                 " +lon_0=" + FormatFixed(longitude, Decimals) +

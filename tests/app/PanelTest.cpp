@@ -57,11 +57,12 @@ TEST_F(PanelTest, TheMenusStandInTheirOrder) {
         titles.push_back(menu->text().toStdString());
     EXPECT_EQ(titles, (std::vector<std::string>{"Fi&le", "&Edit", "Selectio&n", "&View",
                                                 "T&ools", "Hel&p"}));
-    EXPECT_EQ(
-        Texts(Find<QMenu>(Panel(), "mnuFile")),
-        (std::vector<std::string>{"Save|Ctrl+S", "Save as...", "Save all",
-                                  "Earlier saves...", "-", "Load heights...|Ctrl+L", "-",
-                                  "Open another theater...", "Recent", "-", "Exit"}));
+    EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuFile")),
+              (std::vector<std::string>{
+                  "Save|Ctrl+S", "Save as...", "Save all", "Earlier saves...", "-",
+                  "Load heights...|Ctrl+L", "-", "Import elevations...",
+                  "Export elevations...", "Place of the theater...", "-",
+                  "Open another theater...", "Recent", "-", "Exit"}));
     EXPECT_EQ(Texts(Find<QMenu>(Panel(), "mnuEdit")),
               (std::vector<std::string>{"Undo", "Redo", "-", "Brush|B", "Rectangle|R",
                                         "Fill|F", "Pick a tile|I", "Eraser|E",
