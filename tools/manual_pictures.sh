@@ -143,16 +143,6 @@ keys F11
 up '^\*?Sorrelund - Vardenix'
 sleep 1 # until the map has filled its part
 picture FrmVXDesk.jpg '^\*?Sorrelund - Vardenix' 70%
-./vardenix-cli heights export "$work/land.tif" >/dev/null
-keys alt+f i
-up '^Import Elevations$'
-xdotool type "$work/land.tif"
-keys alt+s alt+u Down alt+w # stretched, in feet, the preview
-picture FrmImportElevations.jpg '^\*?Sorrelund - Vardenix' 70%
-keys Escape alt+f p
-up '^Place of the Theater$'
-picture FrmTheaterPlace.png '^Place of the Theater$'
-keys Escape
 keys F11
 up "$map"
 click "$map" 171 210 3
@@ -294,6 +284,21 @@ xdotool type theater.L0
 keys Return
 keys F2
 picture FrmVXMain-L0ELV.png "$panel"
+
+keys F2 F11
+up '^\*?Sorrelund - Vardenix'
+keys ctrl+Home
+./vardenix-cli heights export "$work/land.tif" --theater "$work/game/terrdata/sorrelund" >/dev/null
+keys alt+f i
+up '^Import Elevations$'
+xdotool type "$work/land.tif"
+keys alt+s alt+u Down alt+w # stretched, in feet, the preview
+sleep 1 # until it is painted
+picture FrmImportElevations.jpg '^\*?Sorrelund - Vardenix' 70%
+keys Escape alt+f p
+up '^Place of the Theater$'
+picture FrmTheaterPlace.png '^Place of the Theater$'
+keys Escape F11
 
 # An update: a second editor, and a service that stops in the middle of the archive until it may go on.
 mkdir "$work/updated" "$work/update"

@@ -22,6 +22,11 @@ uint32_t Tinted(uint32_t color, const ReliefTint& tint) {
     return mixed;
 }
 
+// Of a map alone nobody knows where the sea is: it lies at 0 ft, or below.
+uint32_t GroundColor(int16_t feet, const PreviewColors& colors) {
+    return feet <= 0 ? colors.Sea : ElevationClassColor(feet, colors);
+}
+
 // The planned heights among those that stay.
 class PlannedField {
 public:
@@ -71,7 +76,7 @@ void HeightsGhost::DrawMarks(DrawingSurface& surface, const MapView& view) {
             const PixelRect cell{left(x), top(y), left(x + step) - left(x),
                                  top(y - step) - top(y)};
             surface.BlendColor(cell,
-                               Tinted(ElevationClassColor(*feet, colors),
+                               Tinted(GroundColor(*feet, colors),
                                       TintOf(field.ShadeAt(x, y), FullStrength)),
                                255);
         }

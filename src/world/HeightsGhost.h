@@ -6,8 +6,8 @@
 
 namespace vardenix {
 
-// Heights that would come, as shaded relief in the colours of heights, above the map; the
-// map shows through where nothing would come.
+// Heights that would come, as shaded relief in the colours of heights and of the sea,
+// above the map, which shows through where nothing would come.
 class HeightsGhost : public MarkLayer {
 public:
     // Both are borrowed.

@@ -119,6 +119,7 @@ TEST_F(HeightsPlanTest, GhostPaintsWhatWouldComeAndNothingElse) {
     WorldRaster raster{5, 3, std::vector<float>(15, 100)};
     raster.Values[7] = 4000;
     raster.Values[14] = None;
+    raster.Values[4] = -3;
     const HeightsPlan plan = PlanHeights(raster, {2, 1}, InFeet(), {});
     ghost.Show(&plan);
     ghost.DrawMarks(surface, view);
@@ -132,6 +133,8 @@ TEST_F(HeightsPlanTest, GhostPaintsWhatWouldComeAndNothingElse) {
     };
     EXPECT_GT(light(at(3, 2)), light(flat));
     EXPECT_LT(light(at(5, 2)), light(flat));
+    const uint32_t sea = at(6, 1); // lit a little, as it falls to the east
+    EXPECT_GT(sea & 0xFF, sea >> 16 & 0xFF);
     EXPECT_EQ(at(6, 3), 0x563412U); // has none
     EXPECT_EQ(at(1, 1), 0x563412U);
     EXPECT_EQ(at(7, 1), 0x563412U);
