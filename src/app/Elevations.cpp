@@ -209,7 +209,7 @@ void Elevations::Export() {
                 heights.push_back(feet);
         else
             for (const TerrainPost& post : terrain.LxArr.Values())
-                heights.push_back(post.Elevation);
+                heights.push_back(int16_t{post.Elevation});
         WorldHelper helper = earth_.Helper();
         helper.Watch([this] {
             workspace_.Panel().LetEventsThrough();
