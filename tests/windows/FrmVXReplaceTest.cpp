@@ -3,6 +3,7 @@
 #include "platform/windows/PinkBox.h"
 #include "windows/WindowTest.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -42,7 +43,8 @@ protected:
     bool CanReplace() { return The<QPushButton>("cmdReplace").isEnabled(); }
 
     ProgramState state_;
-    FrmVXReplace window_{state_};
+    std::vector<RowSpan> selected_;
+    FrmVXReplace window_{state_, [this] { return std::span<const RowSpan>(selected_); }};
 };
 
 TEST_F(ReplaceTest, TellsHowManyPostsBeforeAnythingHappens) {
@@ -77,6 +79,23 @@ TEST_F(ReplaceTest, TheTileOfThePaletteTakesTheirPlace) {
     EXPECT_EQ(The<QLineEdit>("txtNew").text(), "1");
     window_.TileChosen(-1);
     EXPECT_EQ(The<QLineEdit>("txtNew").text(), "1");
+}
+
+TEST_F(ReplaceTest, TheSelectionBoundsIt) {
+    Type("txtOld", "1");
+    selected_ = {{12, 6, 9}, {13, 0, 0}}; // tile 1 begins at the ninth of the first row
+    The<QRadioButton>("optSelection").click();
+    EXPECT_EQ(The<QRadioButton>("optSelection").text(), "In the &selection (5 posts)");
+    EXPECT_EQ(Text("lblCount"), "3 posts give way");
+    EXPECT_EQ(window_.Wish().Where, ReplaceWhere::Selection);
+}
+
+TEST_F(ReplaceTest, EdgesFitForOneTileOnly) {
+    Type("txtNew", "0");
+    The<QCheckBox>("chkFitting").click();
+    EXPECT_TRUE(window_.Wish().Fitting);
+    Type("txtNew", "0,1");
+    EXPECT_FALSE(The<QCheckBox>("chkFitting").isEnabled());
 }
 
 TEST_F(ReplaceTest, OfSeveralTilesTheDrawCanBeChosen) {
