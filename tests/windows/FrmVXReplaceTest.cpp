@@ -113,7 +113,7 @@ TEST_F(ReplaceTest, HitsAreCountedAsTheyAreNow) {
     state_.Search.Results = {0, 1, 2, 250};
     The<QRadioButton>("optHits").click();
     EXPECT_EQ(The<QRadioButton>("optHits").text(),
-              "In the hits of the last search (3 posts)");
+              "In the &hits of the last search (3 posts)");
     EXPECT_EQ(Text("lblCount"), "2 posts give way");
     state_.Terrain.LxArr(1).TileOffset = 1;
     window_.CountAnew();
