@@ -77,8 +77,8 @@ TerrainPart EarthGrid::Nearest(const GeographicPoint& point) const {
     TerrainPart nearest;
     for (int32_t row = 0; row < Side; ++row)
         for (int32_t column = 0; column < Side; ++column) {
-            const GeographicPoint& other =
-                points_[static_cast<size_t>(row * Side + column)];
+            const int32_t index = row * Side + column;
+            const GeographicPoint& other = points_[static_cast<size_t>(index)];
             const double distance = std::hypot((other.Longitude - point.Longitude) *
                                                    Shrinking(point.Latitude),
                                                other.Latitude - point.Latitude);
