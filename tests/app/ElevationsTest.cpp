@@ -221,7 +221,7 @@ TEST_F(ElevationsTest, WhatIsExportedComesBackAsItWas) {
 TEST_F(ElevationsTest, APlaceThatWasToldIsReadOnTheMapAndGoneTo) {
     Open();
     auto& labelX = Find<QLineEdit>(workspace_->Panel(), "LabelX");
-    const auto pointAtPost = [this] {
+    const auto pointAtPost = [] {
         QWidget& map = Find<QWidget>(Window("FrmVXMap"), "PicShow");
         QTest::mouseMove(&map, {3, 3});
         QTest::mouseMove(&map, {5, map.height() - 5});

@@ -42,7 +42,7 @@ protected:
                 out << (row * 331 + column * 17) % 9000 - 200
                     << (column == Posts - 1 ? "\n" : " ");
         out.close();
-        const std::string map = folder_.File("land.tif");
+        std::string map = folder_.File("land.tif");
         EXPECT_EQ(RunProgram({"/usr/bin/gdal_translate", "-q", "-a_srs", "EPSG:32632",
                               grid, map})
                       .ExitCode,
@@ -109,9 +109,10 @@ TEST_F(MapsOnDesktop, HeightsComeThroughThePlaceThatWasTold) {
     ASSERT_EQ(feet.size(), size_t{Posts} * Posts);
     MadeLevel expected = before;
     for (int y = 0; y < Posts; ++y)
-        for (int x = 0; x < Posts; ++x)
-            expected.At(x + 1, y + 1).Elevation =
-                feet.at(static_cast<size_t>((Posts - 1 - y) * Posts + x));
+        for (int x = 0; x < Posts; ++x) {
+            const int index = (Posts - 1 - y) * Posts + x;
+            expected.At(x + 1, y + 1).Elevation = feet.at(static_cast<size_t>(index));
+        }
     EXPECT_TRUE(Level2().Posts == expected.Posts);
 
     // One step of the log.

@@ -87,7 +87,8 @@ TEST(EarthGrid, IsRightToAHundredthOfAPost) {
         const auto truth = helper.GridOf(where, others);
         for (int32_t i = 0; i < others * others; ++i) {
             const double across = i % others / (others - 1.);
-            const double up = i / others / (others - 1.);
+            const int32_t row = i / others;
+            const double up = row / (others - 1.);
             const GeographicPoint& point = truth[static_cast<size_t>(i)];
             const GeographicPoint found = grid.At({across, up});
             const double east = std::remainder(found.Longitude - point.Longitude, 360) *
