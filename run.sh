@@ -52,7 +52,7 @@ copy=(--l2 build/copy/theater.l2 --bin build/copy/texture/texture.bin
 "$bin/vardenix-cli" rebuild --far "${copy[@]}"
 "$bin/vardenix-cli" far-tile 5000 build/pictures/fartile.png "${copy[@]}"
 echo "A copy that becomes a piece of the world, from maps that are drawn for it:"
-world=build/world
+world=$PWD/build/world
 rm -rf "$world"
 "$bin/make_sample_world" "$world"
 cp -r "$theater" "$world/theater"

@@ -1,5 +1,6 @@
 #include "cli/Brushing.h"
 
+#include "grounds/LearnedLand.h"
 #include "texts/RuntimeError.h"
 #include "workspace/PostFields.h"
 

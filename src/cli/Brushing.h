@@ -1,12 +1,13 @@
 #pragma once
 
-#include "grounds/LearnedLand.h"
 #include "levels/ValueRuns.h"
 #include "program/ProgramState.h"
 
 #include <vector>
 
 namespace vardenix {
+
+class LearnedLand;
 
 // What fits with what in the opened theater; error 5 with the reason where nothing can be
 // painted.

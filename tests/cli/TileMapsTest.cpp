@@ -157,14 +157,23 @@ TEST_F(TileMaps, WhatATableDoesNotTellIsRefusedOrLeft) {
     EXPECT_EQ(import("1 tile 1\n5 tile 9999\n6 leave\n", {}).ExitCode, 3);
     EXPECT_EQ(import("1 till 1\n", {}).ExitCode, 3);
     EXPECT_EQ(import("", {}).ExitCode, 3);
-    // There are no pictures to learn grounds from.
-    const ProgramResult unlearned = import("1 ground 1\n5 leave\n6 leave\n", {});
-    EXPECT_EQ(unlearned.ExitCode, 3);
     EXPECT_EQ(import("1 tile 1\n", {"--leave-unknown", "--dry-run"}).ExitCode, 0);
     EXPECT_EQ(PairOnDisk(), before);
     EXPECT_EQ(import("1 tile 1\n", {"--leave-unknown"}).ExitCode, 0);
     EXPECT_EQ(OnDisk().At(1, 1).Tile, 1);
     EXPECT_EQ(OnDisk().At(4, 4).Tile, before_.at(3 * Posts + 3).Tile);
+}
+
+TEST_F(TileMaps, WhereNoGroundCanBeLearnedNothingIsPainted) {
+    ASSERT_EQ(Run({"fill", "0", "0", "63", "63", "--tile", "1"}).ExitCode, 0);
+    const std::string before = PairOnDisk();
+    const ProgramResult result = Run(
+        {"tiles", "import", Classes("1 1 2 2\n1 1 2 2\n1 1 1 1\n1 1 1 1\n"), "--stretch",
+         "--table", folder_.Write("cover.table", "1 ground 1\n2 tile 5\n")});
+    EXPECT_EQ(result.ExitCode, 3);
+    EXPECT_NE(result.Errors.find("cannot learn what fits here"), std::string::npos)
+        << result.Errors;
+    EXPECT_EQ(PairOnDisk(), before);
 }
 
 TEST_F(TileMaps, AMapOfElsewhereChangesNothing) {

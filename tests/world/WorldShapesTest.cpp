@@ -124,8 +124,9 @@ TEST(WorldShapes, BytesThatEndInTheMiddleAreRefused) {
     EXPECT_EQ(whole[1].Name, "name");
     EXPECT_EQ(whole[1].Points, shape.Points);
     for (size_t length = 1; length < bytes.size(); ++length)
-        if (length != bytes.size() / 2)
+        if (length != bytes.size() / 2) {
             EXPECT_THROW(read(length), RuntimeError) << length;
+        }
 }
 
 } // namespace
