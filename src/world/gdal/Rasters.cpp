@@ -76,7 +76,7 @@ Dataset Warped(const RasterRequest& request, GDALDataset& map) {
     std::vector<std::string> words = WarpWords(request);
     words.insert(words.end(),
                  {"-ts", std::to_string(request.Size[0]), std::to_string(request.Size[1]),
-                  "-r", request.Resample, "-wm", "64", "-dstnodata", "nan"});
+                  "-r", request.Resample, "-wm", "64", "-dstalpha"});
     if (request.NoData)
         words.insert(words.end(), {"-srcnodata", Text(*request.NoData)});
     CPLStringList list = ListOf(words);
@@ -125,25 +125,32 @@ bool IsOfOurs(GDALDataset& map) {
 // The row of a raster, not a number where there is no data.
 class RowReader {
 public:
-    RowReader(const RasterRequest& request, GDALRasterBand& band)
-        : request_(request), band_(band), values_(static_cast<size_t>(request.Size[0])) {
+    // `alpha`, of the same size, is 0 where there is no data; a map may have none.
+    RowReader(const RasterRequest& request, GDALRasterBand& band, GDALRasterBand* alpha)
+        : request_(request), band_(band), alpha_(alpha),
+          values_(static_cast<size_t>(request.Size[0])), weights_(values_.size(), 1) {
         int known = 0;
         const double noData = band.GetNoDataValue(&known);
         if (known != 0)
             noData_ = noData;
     }
     const std::vector<double>& Read(int y) {
-        if (band_.RasterIO(GF_Read, 0, y, request_.Size[0], 1, values_.data(),
-                           request_.Size[0], 1, GDT_Float64, 0, 0, nullptr) != CE_None)
-            Refuse(request_.From, LibrarySays());
-        for (double& value : values_)
-            if (!std::isfinite(value) || Means(value, noData_) ||
-                Means(value, request_.NoData))
-                value = std::numeric_limits<double>::quiet_NaN();
+        ReadRow(band_, y, values_);
+        if (alpha_ != nullptr)
+            ReadRow(*alpha_, y, weights_);
+        for (size_t i = 0; i < values_.size(); ++i)
+            if (!std::isfinite(values_[i]) || weights_[i] == 0 ||
+                Means(values_[i], noData_) || Means(values_[i], request_.NoData))
+                values_[i] = std::numeric_limits<double>::quiet_NaN();
         return values_;
     }
 
 private:
+    void ReadRow(GDALRasterBand& band, int y, std::vector<double>& row) const {
+        if (band.RasterIO(GF_Read, 0, y, request_.Size[0], 1, row.data(),
+                          request_.Size[0], 1, GDT_Float64, 0, 0, nullptr) != CE_None)
+            Refuse(request_.From, LibrarySays());
+    }
     // A raster may have been made of less exact numbers than the one that is named.
     bool Means(double value, const std::optional<double>& noData) const {
         return noData &&
@@ -153,7 +160,9 @@ private:
 
     const RasterRequest& request_;
     GDALRasterBand& band_;
+    GDALRasterBand* alpha_;
     std::vector<double> values_;
+    std::vector<double> weights_;
     std::optional<double> noData_;
 };
 
@@ -169,8 +178,12 @@ int32_t WholeNumber(const RasterRequest& request, double value) {
 }
 
 template <typename Number, typename Make>
-void WriteRows(const RasterRequest& request, GDALRasterBand& band, Make make) {
-    RowReader rows(request, band);
+void WriteRows(const RasterRequest& request, GDALDataset& placed, Make make) {
+    // What was warped has a band that tells where; it takes a third of the time that a
+    // value meaning none would.
+    RowReader rows(
+        request, *placed.GetRasterBand(1),
+        request.System.empty() ? nullptr : placed.GetRasterBand(placed.GetRasterCount()));
     std::ofstream out(request.To, std::ios::binary);
     std::vector<Number> row(static_cast<size_t>(request.Size[0]));
     for (int y = request.Size[1] - 1; y >= 0 && out; --y) {
@@ -251,13 +264,12 @@ void ReadRaster(const RasterRequest& request) {
     const double less = IsOfOurs(*map) ? PngOffset : 0;
     const Dataset placed =
         request.System.empty() ? Stretched(request, *map) : Warped(request, *map);
-    GDALRasterBand& band = *placed->GetRasterBand(1);
     if (request.Whole)
-        WriteRows<int32_t>(request, band, [&request](double value) {
+        WriteRows<int32_t>(request, *placed, [&request](double value) {
             return WholeNumber(request, value);
         });
     else
-        WriteRows<float>(request, band, [less](double value) {
+        WriteRows<float>(request, *placed, [less](double value) {
             return static_cast<float>(value - less);
         });
 }
