@@ -28,6 +28,18 @@ if(VARDENIX_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+# Rooms that walk over posts, pixels or bytes; the others connect them, and what the compiler would do for their speed
+# takes it longer than it ever saves a user.
+set(rooms_with_budgets levels catalogue pictures pictures/fast mapview builder grounds search features workspace
+                       recovery files)
+
+# The optimiser's work for a target of a room that has no budget; of `folder` "" for a program's own files.
+function(house_optimise target folder)
+  if(NOT folder IN_LIST rooms_with_budgets)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+  endif()
+endfunction()
+
 # Shows the headers named as "folder/Header.h" to whoever has the include root of `owner`.
 function(house_show_headers owner folder)
   set(root ${CMAKE_BINARY_DIR}/include/${owner}/${folder})
@@ -100,6 +112,7 @@ function(house_library name)
     add_library(${name} STATIC ${sources} ${headers} ${forms})
     set(scope PUBLIC)
     target_link_libraries(${name} PRIVATE house_flags ${ARG_PRIVATE_LINKS})
+    house_optimise(${name} ${folder})
   else()
     add_library(${name} INTERFACE)
     set(scope INTERFACE)

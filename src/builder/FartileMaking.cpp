@@ -20,6 +20,8 @@ namespace vardenix {
 namespace {
 
 constexpr int32_t BatchSize = 2000;
+// Keys that a thread works out before it asks for more.
+constexpr size_t KeysAtOnce = 250;
 // How often the counter moves, in far tiles.
 constexpr int32_t ShownEvery = 100;
 // Bytes of far tiles that are drawn before they are written.
@@ -97,20 +99,37 @@ private:
             AddTilesUnder(index, tiles);
         if (!pictures_.Require(tiles.All(), Stop(), parts_.Threads))
             throw RebuildStopped();
-        copies_.assign(static_cast<size_t>(batch.Last - batch.First), {});
+        const std::vector<Digest> keys = KeysOf(batch);
+        copies_.assign(keys.size(), {});
         firstOfCopies_ = batch.First;
-        for (int32_t index = batch.First; index < batch.Last; ++index) {
-            const Digest key = KeyOf(index, [&](int32_t tile) -> const TileDigests& {
-                return pictures_.Of(tile);
-            });
-            const int32_t from = old_->Find(key, lastCopied_ + 1);
+        for (size_t i = 0; i < keys.size(); ++i) {
+            const int32_t from = old_->Find(keys[i], lastCopied_ + 1);
             // One that is made takes the place of one that was.
             lastCopied_ = from != OldFartiles::None ? from : lastCopied_ + 1;
             if (from == OldFartiles::None)
                 continue;
-            copies_[static_cast<size_t>(index - batch.First)] = {from, key};
+            copies_[i] = {from, keys[i]};
             ++copied_;
         }
+    }
+
+    // By what the pictures under them are known to be.
+    std::vector<Digest> KeysOf(const Range& batch) const {
+        const auto count = static_cast<size_t>(batch.Last - batch.First);
+        std::vector<Digest> keys(count);
+        ForEachInParallel((count + KeysAtOnce - 1) / KeysAtOnce,
+                          [&](size_t part) {
+                              const size_t last =
+                                  std::min(count, (part + 1) * KeysAtOnce);
+                              for (size_t i = part * KeysAtOnce; i < last; ++i)
+                                  keys[i] =
+                                      KeyOf(batch.First + static_cast<int32_t>(i),
+                                            [&](int32_t tile) -> const TileDigests& {
+                                                return pictures_.Of(tile);
+                                            });
+                          },
+                          {}, parts_.Threads);
+        return keys;
     }
 
     // Null for one that is made.

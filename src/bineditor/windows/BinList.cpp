@@ -74,3 +74,5 @@ void BinList::keyboardSearch(const QString& typed) {
 }
 
 } // namespace vardenix
+
+#include "moc_BinList.cpp"

@@ -100,3 +100,5 @@ QVariant TileModel::headerData(int section, Qt::Orientation orientation, int rol
 }
 
 } // namespace vardenix
+
+#include "moc_BinModels.cpp"

@@ -31,3 +31,5 @@ void FrmBINAreasEdit::cmdOK_Click() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmBINAreasEdit.cpp"

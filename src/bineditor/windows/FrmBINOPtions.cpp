@@ -57,3 +57,5 @@ void FrmBINOPtions::cmdOK_Click() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmBINOPtions.cpp"

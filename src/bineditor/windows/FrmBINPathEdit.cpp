@@ -32,3 +32,5 @@ void FrmBINPathEdit::cmdOK_Click() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmBINPathEdit.cpp"

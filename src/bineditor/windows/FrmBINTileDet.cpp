@@ -332,3 +332,5 @@ void FrmBINTileDet::reject() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmBINTileDet.cpp"

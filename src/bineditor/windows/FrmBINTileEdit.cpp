@@ -230,3 +230,5 @@ void FrmBINTileEdit::ShowTab(int tab) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmBINTileEdit.cpp"

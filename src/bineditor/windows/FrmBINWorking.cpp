@@ -44,3 +44,5 @@ void FrmBINWorking::Timer1_Timer() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmBINWorking.cpp"

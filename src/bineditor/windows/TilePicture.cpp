@@ -187,3 +187,5 @@ void TilePicture::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_TilePicture.cpp"

@@ -159,3 +159,5 @@ void TileSlots::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_TileSlots.cpp"

@@ -387,3 +387,5 @@ void FrmVXRebiuldTheater::LetEventsThrough() {
 int64_t FrmVXRebiuldTheater::Seconds() { return clock_.elapsed() / 1000; }
 
 } // namespace vardenix
+
+#include "moc_FrmVXRebiuldTheater.cpp"

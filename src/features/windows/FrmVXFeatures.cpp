@@ -229,3 +229,5 @@ void FrmVXFeatures::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXFeatures.cpp"

@@ -197,3 +197,5 @@ void PaletteGrid::paintEvent(QPaintEvent*) {
 }
 
 } // namespace vardenix
+
+#include "moc_PaletteGrid.cpp"

@@ -38,3 +38,5 @@ void frmMAPDet::Command1_Click() {
 }
 
 } // namespace vardenix
+
+#include "moc_frmMAPDet.cpp"

@@ -319,3 +319,5 @@ void frmMAPMain::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_frmMAPMain.cpp"

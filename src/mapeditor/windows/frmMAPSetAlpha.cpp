@@ -24,3 +24,5 @@ frmMAPSetAlpha::frmMAPSetAlpha(uint8_t current, QWidget* parent)
 frmMAPSetAlpha::~frmMAPSetAlpha() = default;
 
 } // namespace vardenix
+
+#include "moc_frmMAPSetAlpha.cpp"

@@ -48,3 +48,5 @@ void FrmVXAreasPathsOptions::Command1_Click() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXAreasPathsOptions.cpp"

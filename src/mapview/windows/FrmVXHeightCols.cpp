@@ -149,3 +149,5 @@ void FrmVXHeightCols::cmdOK_Click() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXHeightCols.cpp"

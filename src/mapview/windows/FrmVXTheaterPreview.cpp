@@ -197,3 +197,5 @@ void FrmVXTheaterPreview::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXTheaterPreview.cpp"

@@ -63,3 +63,5 @@ void MapPicture::PaintWords(QPainter& painter) const {
 }
 
 } // namespace vardenix
+
+#include "moc_MapPicture.cpp"

@@ -41,3 +41,5 @@ void StretchedPicture::mouseMoveEvent(QMouseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_StretchedPicture.cpp"

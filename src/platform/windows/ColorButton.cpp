@@ -48,3 +48,5 @@ void ColorButton::paintEvent(QPaintEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_ColorButton.cpp"

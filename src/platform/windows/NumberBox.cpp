@@ -51,3 +51,5 @@ void NumberBox::focusInEvent(QFocusEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_NumberBox.cpp"

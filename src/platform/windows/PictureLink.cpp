@@ -46,3 +46,5 @@ void PictureLink::paintEvent(QPaintEvent*) {
 }
 
 } // namespace vardenix
+
+#include "moc_PictureLink.cpp"

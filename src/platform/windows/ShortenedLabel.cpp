@@ -44,3 +44,5 @@ void ShortenedLabel::paintEvent(QPaintEvent*) {
 }
 
 } // namespace vardenix
+
+#include "moc_ShortenedLabel.cpp"

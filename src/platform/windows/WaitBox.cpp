@@ -24,7 +24,7 @@ void WaitBox::Make() {
     text_->setMinimumWidth(420);
     text_->setTextFormat(Qt::PlainText);
     auto* buttons = new QDialogButtonBox(box_.get());
-    passOver_ = buttons->addButton("Save all the same", QDialogButtonBox::AcceptRole);
+    passOver_ = buttons->addButton("&Save all the same", QDialogButtonBox::AcceptRole);
     passOver_->setToolTip(
         "The folder is yours. Whoever reads its files may get a mixture "
         "of old and new ones");

@@ -196,3 +196,5 @@ void clsToolTip::MoveTo(QPoint cursor) {
 }
 
 } // namespace vardenix
+
+#include "moc_clsToolTip.cpp"

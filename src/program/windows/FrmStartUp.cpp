@@ -329,3 +329,5 @@ void FrmStartUp::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmStartUp.cpp"

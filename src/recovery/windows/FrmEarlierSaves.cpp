@@ -76,3 +76,5 @@ void FrmEarlierSaves::cmdBringBack_Click() {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmEarlierSaves.cpp"

@@ -98,3 +98,5 @@ void FrmVXReplace::changeEvent(QEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXReplace.cpp"

@@ -133,3 +133,5 @@ void FrmVXStatistics::showEvent(QShowEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXStatistics.cpp"

@@ -166,3 +166,5 @@ void HitModel::sort(int column, Qt::SortOrder order) {
 }
 
 } // namespace vardenix
+
+#include "moc_HitModel.cpp"

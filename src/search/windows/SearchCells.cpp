@@ -152,3 +152,5 @@ bool SearchCells::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_SearchCells.cpp"

@@ -157,3 +157,5 @@ void frmVXSearchOptions::FillLast() {
 }
 
 } // namespace vardenix
+
+#include "moc_frmVXSearchOptions.cpp"

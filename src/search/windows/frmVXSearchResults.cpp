@@ -212,3 +212,5 @@ void frmVXSearchResults::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_frmVXSearchResults.cpp"

@@ -19,3 +19,5 @@ void frmDispTxt::OpenTxtFile(const std::string& path) {
 }
 
 } // namespace vardenix
+
+#include "moc_frmDispTxt.cpp"

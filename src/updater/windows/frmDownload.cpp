@@ -54,3 +54,5 @@ void frmDownload::closeEvent(QCloseEvent*) {
 void frmDownload::reject() { close(); }
 
 } // namespace vardenix
+
+#include "moc_frmDownload.cpp"

@@ -72,3 +72,5 @@ void EdgeHandle::paintEvent(QPaintEvent*) {
 }
 
 } // namespace vardenix
+
+#include "moc_EdgeHandle.cpp"

@@ -60,3 +60,5 @@ bool FoldingGroup::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FoldingGroup.cpp"

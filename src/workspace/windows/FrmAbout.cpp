@@ -31,3 +31,5 @@ FrmAbout::FrmAbout(const Platform& platform, QWidget* parent)
 FrmAbout::~FrmAbout() = default;
 
 } // namespace vardenix
+
+#include "moc_FrmAbout.cpp"

@@ -103,3 +103,5 @@ void FrmVXHistory::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXHistory.cpp"

@@ -347,3 +347,5 @@ void FrmVXMain::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXMain.cpp"

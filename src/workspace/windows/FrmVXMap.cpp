@@ -389,3 +389,5 @@ void FrmVXMap::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXMap.cpp"

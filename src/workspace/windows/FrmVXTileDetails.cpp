@@ -181,3 +181,5 @@ std::optional<int16_t> AskForElevation(int16_t elevation,
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXTileDetails.cpp"

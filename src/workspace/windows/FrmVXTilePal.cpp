@@ -263,3 +263,5 @@ void FrmVXTilePal::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace vardenix
+
+#include "moc_FrmVXTilePal.cpp"

@@ -236,3 +236,5 @@ void HandStrip::ShowTools() {
 }
 
 } // namespace vardenix
+
+#include "moc_HandStrip.cpp"

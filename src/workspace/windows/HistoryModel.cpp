@@ -87,3 +87,5 @@ QVariant HistoryModel::headerData(int section, Qt::Orientation orientation,
 }
 
 } // namespace vardenix
+
+#include "moc_HistoryModel.cpp"

@@ -146,3 +146,5 @@ void MapToolStrip::SetBrushSize(int size) {
 }
 
 } // namespace vardenix
+
+#include "moc_MapToolStrip.cpp"

@@ -248,3 +248,5 @@ void TileGrid::FocusCame(int32_t index, Qt::FocusReason reason) {
 }
 
 } // namespace vardenix
+
+#include "moc_TileGrid.cpp"
