@@ -121,6 +121,7 @@ BrushResult PaintClasses(CommandContext& context, const TileOptions& options,
                                  posts.Posts.end());
         }
     std::vector<CoveredPosts> cover;
+    cover.reserve(grounds.size());
     for (auto& [tile, posts] : grounds)
         cover.push_back(std::move(posts));
     BrushResult result;
@@ -140,6 +141,7 @@ BrushResult PaintClasses(CommandContext& context, const TileOptions& options,
 
 std::vector<int32_t> TilesOf(const Terrain& terrain) {
     std::vector<int32_t> tiles;
+    tiles.reserve(terrain.LxArr.Values().size());
     for (const TerrainPost& post : terrain.LxArr.Values())
         tiles.push_back(post.TileOffset);
     return tiles;
