@@ -1,5 +1,6 @@
 // features export and import as maps, held against the field's own program.
 #include "cli/WorldTheater.h"
+#include "support/HttpServer.h"
 
 #include <filesystem>
 
@@ -154,6 +155,19 @@ TEST_F(FeatureMaps, ALayersNameIsTheKindOfAMapWithoutKinds) {
 "properties":{},"geometry":{"type":"LineString","coordinates":[[8.6,47.1],[8.7,47.1]]}}]})");
     EXPECT_EQ(Import({map}).ExitCode, 0);
     EXPECT_EQ(Out(), "ROAD 2 7,11 15,11 0\r\n");
+}
+
+TEST_F(FeatureMaps, AMapThatNamesAnAddressMakesNobodyAskThere) {
+    const HttpServer server(std::string("HTTP/1.0 200 OK\r\n\r\n"));
+    const std::string map = folder_.Write(
+        "link.geojson",
+        R"({"type":"FeatureCollection","crs":{"type":"link","properties":{"href":")" +
+            server.Address() +
+            R"(/crs.wkt","type":"ogcwkt"}},"features":[{"type":"Feature",
+"properties":{"kind":"road"},"geometry":{"type":"Point","coordinates":[8.6,47.1]}}]})");
+    const ProgramResult result = Import({map});
+    EXPECT_GE(result.ExitCode, 0);
+    EXPECT_EQ(server.Requests(), "");
 }
 
 TEST_F(FeatureMaps, WhatIsNoMapEndsInASentenceAndLeavesNoFile) {
