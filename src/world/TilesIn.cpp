@@ -81,6 +81,7 @@ std::vector<ClassPosts> PostsByClass(const WorldNumbers& classes, PostPlace corn
     });
     unknown.assign(others.begin(), others.end());
     std::vector<ClassPosts> list;
+    list.reserve(found.size());
     for (auto& [number, posts] : found)
         list.push_back(std::move(posts));
     return list;

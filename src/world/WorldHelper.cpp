@@ -260,6 +260,7 @@ std::vector<std::string> WorldHelper::WriteShapes(
         sources.push_back(TextOfPath(entry.path()));
     std::ranges::sort(sources);
     std::vector<std::string> targets;
+    targets.reserve(sources.size());
     for (const std::string& source : sources)
         targets.push_back(TargetFor(source, named, file));
     if (!mayReplace(targets))

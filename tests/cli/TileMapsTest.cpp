@@ -12,6 +12,9 @@ protected:
         return Slurp(folder_.File("theater/terrain/theater.L2")) +
                Slurp(folder_.File("theater/terrain/theater.O2"));
     }
+    static size_t SerialOf(int x, int y) {
+        return size_t{Posts} * static_cast<size_t>(y) + static_cast<size_t>(x);
+    }
     // 4 by 4 posts from the north west, each line one row.
     std::string Classes(const std::string& rows) {
         return folder_.Write("classes.asc",
@@ -48,7 +51,7 @@ TEST_F(TileMaps, APlacedMapComesBackThroughItsPlaceAndIntoARectangle) {
     for (int y = 1; y <= Posts; ++y)
         for (int x = 1; x <= Posts; ++x) {
             const bool inside = x >= 11 && x <= 31 && y >= 21 && y <= 22;
-            const auto serial = static_cast<size_t>((y - 1) * Posts + x - 1);
+            const auto serial = SerialOf(x - 1, y - 1);
             EXPECT_EQ(level.At(x, y).Tile, inside ? before_.at(serial).Tile : 7);
         }
     EXPECT_EQ(Run({"tiles", "import", file}).ExitCode, 0);
@@ -62,9 +65,7 @@ TEST_F(TileMaps, TheFieldsOwnProgramReadsTheNumbers) {
         const ProgramResult told =
             RunProgram({"/usr/bin/gdallocationinfo", "-valonly", file, std::to_string(x),
                         std::to_string(Posts - 1 - y)});
-        EXPECT_EQ(told.Output,
-                  std::to_string(before_.at(static_cast<size_t>(y * Posts + x)).Tile) +
-                      "\n");
+        EXPECT_EQ(told.Output, std::to_string(before_.at(SerialOf(x, y)).Tile) + "\n");
     }
 }
 
@@ -120,7 +121,7 @@ TEST_F(TileMaps, ClassesBecomeSingleTilesByTheTable) {
     for (size_t i = 0; i < tiles.size(); ++i) {
         const int x = 20 + static_cast<int>(i) % 4;
         const int y = 33 - static_cast<int>(i) / 4;
-        const auto serial = static_cast<size_t>(y * Posts + x);
+        const size_t serial = SerialOf(x, y);
         EXPECT_EQ(level.At(x + 1, y + 1).Tile,
                   tiles.at(i) == 0 ? before_.at(serial).Tile : tiles.at(i));
         level.At(x + 1, y + 1).Tile = before_.at(serial).Tile;

@@ -21,9 +21,9 @@ protected:
     static constexpr int Posts = 64;
 
     WorldTheater() {
-        std::vector<MadeSet> sets;
-        for (int set = 0; set < 250; ++set) // as many numbers as posts draw from
-            sets.push_back({4, std::vector<MadeTile>(16, {"TILE.PCX"})});
+        // As many numbers as posts draw from.
+        const std::vector<MadeSet> sets(250,
+                                        {4, std::vector<MadeTile>(16, {"TILE.PCX"})});
         folder_.Write("theater/texture/Texture.bin", CatalogueBytes(sets));
         std::string map(1112, '\0');
         const std::array place{8.5F, 47.F}; // longitude, latitude

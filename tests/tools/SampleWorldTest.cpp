@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <sstream>
@@ -15,10 +13,12 @@
 namespace vardenix::tests {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr int Posts = 96;
 constexpr int Transition = 3; // posts that lead from one ground to another
+
+size_t At(int x, int y) {
+    return size_t{Posts} * static_cast<size_t>(y) + static_cast<size_t>(x);
+}
 
 class SampleWorld : public testing::Test {
 protected:
@@ -68,8 +68,8 @@ protected:
         const std::string bytes = Slurp(raw);
         std::vector<int32_t> classes(Posts * Posts);
         for (int y = 0; y < Posts; ++y)
-            std::memcpy(&classes[static_cast<size_t>(y * Posts)],
-                        bytes.data() + (Posts - 1 - y) * Posts * 4, Posts * 4);
+            std::memcpy(&classes[At(0, y)], bytes.data() + (Posts - 1 - y) * Posts * 4,
+                        Posts * 4);
         return classes;
     }
     std::vector<int32_t> Tiles() const {
@@ -85,7 +85,7 @@ protected:
             --row;
             std::istringstream numbers(line);
             for (int x = 0; x < Posts; ++x)
-                numbers >> tiles[static_cast<size_t>(row * Posts + x)];
+                numbers >> tiles[At(x, row)];
         }
         EXPECT_EQ(row, 0);
         return tiles;
@@ -119,9 +119,7 @@ TEST_F(SampleWorld, LandCoverBecomesTheGroundsOfItsTable) {
     std::map<int32_t, int> kinds;
     for (int y = Transition; y + Transition < Posts; ++y)
         for (int x = Transition; x + Transition < Posts; ++x) {
-            const auto at = [&](int dx, int dy) {
-                return static_cast<size_t>((y + dy) * Posts + x + dx);
-            };
+            const auto at = [&](int dx, int dy) { return At(x + dx, y + dy); };
             const int32_t number = classes[at(0, 0)];
             bool alike = true;
             for (int dy = -Transition; dy <= Transition; ++dy)

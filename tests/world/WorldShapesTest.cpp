@@ -97,9 +97,9 @@ TEST(WorldShapes, HolesAreCoastsButNoCities) {
 }
 
 TEST(WorldShapes, LongLinesAreCutAndLongAreasThinned) {
-    std::vector<FeaturePoint> points;
-    for (int i = 0; i < 70000; ++i)
-        points.push_back({1000.0 + 100 * i, 2000});
+    std::vector<FeaturePoint> points(70000);
+    for (size_t i = 0; i < points.size(); ++i)
+        points[i] = {1000 + 100 * static_cast<double>(i), 2000};
     const auto coasts = FeaturesOf({Form::Line, "coast", "", 0, -1, points}).Coasts;
     ASSERT_EQ(coasts.size(), 4U);
     EXPECT_EQ(coasts[1].PointCount, 32767);
