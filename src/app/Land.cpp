@@ -42,6 +42,15 @@ std::vector<int32_t> PlainTileOfGrounds(const LearnedLand& land) {
     return tiles;
 }
 
+SearchResults HitsAtSeams(const LearnedLand& land, const Terrain& terrain) {
+    SearchResults hits(1);
+    const int32_t width = terrain.MapWidth;
+    for (const auto& [post, how] : BadSeams(land, terrain, {0, 0, width - 1, width - 1}))
+        hits.push_back(post.Y * width + post.X + 1);
+    hits.erase(std::unique(hits.begin() + 1, hits.end()), hits.end());
+    return hits;
+}
+
 } // namespace
 
 Land::Land(Workspace& workspace, vardenix::Search& search)
@@ -49,6 +58,10 @@ Land::Land(Workspace& workspace, vardenix::Search& search)
       marks_(workspace.State().Terrain, [this] { return Learned(); }) {
     workspace.Join(*this);
     workspace.State().Changes.Follow(*this);
+    search.Know({.Fitting = [this](std::span<const RowSpan> posts, int32_t tile,
+                                   uint32_t seed) { return Fitting(posts, tile, seed); },
+                 .SeamPosts = [this] { return SeamPosts(); },
+                 .FindSeams = [this] { FindSeams(); }});
 }
 
 const LearnedLand* Land::Learned() {
@@ -130,15 +143,26 @@ void Land::FindSeams() {
     const LearnedLand* land = Learned();
     if (land == nullptr)
         return;
-    const Terrain& terrain = workspace_.State().Terrain;
-    const int32_t width = terrain.MapWidth;
     search_.ShowFound([&](SearchResults& hits) {
-        hits = {0};
-        for (const auto& [post, how] :
-             BadSeams(*land, terrain, {0, 0, width - 1, width - 1}))
-            hits.push_back(post.Y * width + post.X + 1);
-        hits.erase(std::unique(hits.begin() + 1, hits.end()), hits.end());
+        hits = HitsAtSeams(*land, workspace_.State().Terrain);
     });
+}
+
+std::optional<int64_t> Land::SeamPosts() const {
+    if (!land_ || !land_->Refusal().empty())
+        return {};
+    return static_cast<int64_t>(HitsAtSeams(*land_, workspace_.State().Terrain).size()) -
+           1;
+}
+
+std::vector<TileRun> Land::Fitting(std::span<const RowSpan> posts, int32_t tile,
+                                   uint32_t seed) {
+    const LearnedLand* land = Learned();
+    if (land == nullptr)
+        return {};
+    const WaitCursor waiting;
+    return PaintGround(*land, workspace_.State().Terrain, posts, tile, {.Seed = seed})
+        .Runs;
 }
 
 void Land::Forget(const Change& change) {

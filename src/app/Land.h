@@ -7,6 +7,8 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <vector>
 
 namespace vardenix {
 
@@ -28,6 +30,8 @@ public:
     void ShowSeams(bool shown);
     // The posts whose seams do not fit, as a search has them.
     void FindSeams();
+    // How many they are; none while nothing has been learned.
+    std::optional<int64_t> SeamPosts() const;
 
 private:
     void AddLayers(MapLayers& layers) override { layers.Marks.push_back(&marks_); }
@@ -35,6 +39,8 @@ private:
     void Walked(const Change& change, Walk /*walk*/) override { Forget(change); }
     void Forget(const Change& change);
     void ListGrounds();
+    std::vector<TileRun> Fitting(std::span<const RowSpan> posts, int32_t tile,
+                                 uint32_t seed);
 
     Workspace& workspace_;
     vardenix::Search& search_;

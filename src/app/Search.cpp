@@ -56,7 +56,10 @@ frmVXSearchResults& Search::Results() {
 
 FrmVXReplace& Search::Replace() {
     if (!replace_) {
-        replace_ = std::make_unique<FrmVXReplace>(state_);
+        replace_ = std::make_unique<FrmVXReplace>(state_, [this] {
+            return std::span<const RowSpan>(
+                workspace_.Interaction().Hand.Selected.Spans());
+        });
         KeepOverMap(*replace_, workspace_.Windows());
         PlaceTool(*replace_, {}, workspace_.Windows());
         OnSignal(replace_.get(), &FrmVXReplace::ReplaceWanted, replace_.get(),
@@ -78,9 +81,10 @@ void Search::ShowReplace(std::optional<int32_t> tile) {
 }
 
 void Search::ReplaceNow() {
-    const int64_t count =
-        ReplaceTiles(state_.Terrain, state_.Catalogue.Lookup, state_.Search.Results,
-                     Replace().Wish(), state_.Changes);
+    const int64_t count = ReplaceTiles(
+        state_.Terrain, state_.Catalogue.Lookup,
+        {state_.Search.Results, workspace_.Interaction().Hand.Selected.Spans()},
+        Replace().Wish(), state_.Changes, land_.Fitting);
     const std::string words =
         std::to_string(count) + (count == 1 ? " post changed" : " posts changed");
     if (count != 0) {
@@ -97,7 +101,7 @@ void Search::ReplaceNow() {
 
 void Search::ShowStatistics() {
     if (!statistics_) {
-        statistics_ = std::make_unique<FrmVXStatistics>(state_);
+        statistics_ = std::make_unique<FrmVXStatistics>(state_, land_.SeamPosts);
         KeepOverMap(*statistics_, workspace_.Windows());
         PlaceTool(*statistics_, {}, workspace_.Windows());
         OnSignal(statistics_.get(), &FrmVXStatistics::RowWanted, statistics_.get(),
@@ -110,6 +114,11 @@ void Search::ShowStatistics() {
 
 // A tile that no post has is shown where it is.
 void Search::FindRow(const StatisticsRow& row) {
+    if (row.Counts == RowCounts::Seams) {
+        land_.FindSeams();
+        statistics_->CountAnew();
+        return;
+    }
     if (row.Counts == RowCounts::Tile && row.Posts == 0 &&
         HasTile(state_.Catalogue.Lookup, row.From)) {
         workspace_.Windows().Palette->ShowTile(row.From);

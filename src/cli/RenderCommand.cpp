@@ -2,6 +2,7 @@
 #include "cli/Arguments.h"
 #include "cli/Commands.h"
 #include "cli/MapPainter.h"
+#include "cli/ReliefOptions.h"
 #include "cli/SavedPicture.h"
 #include "cli/SearchCells.h"
 #include "features/FeatureDrawing.h"
@@ -50,8 +51,7 @@ struct RenderOptions {
     SearchPattern Pattern;
     int32_t Brightness = 0;
     uint8_t Alpha = InitialMapAlpha;
-    int32_t Relief = MapView().ReliefStrength;
-    int32_t ContourStep = MapView().ContourStep;
+    ReliefOptions Relief;
     std::vector<std::string> FeatureFiles;
     bool Small = false;
 };
@@ -143,9 +143,9 @@ MapView ViewOf(const RenderOptions& options, const Configuration& settings) {
     view.ShowPaths = layers.Paths;
     view.ShowRelief = layers.Relief;
     view.ReliefAlone = layers.Bare;
-    view.ReliefStrength = options.Relief;
+    view.ReliefStrength = options.Relief.Strength;
     view.ShowContours = layers.Contours;
-    view.ContourStep = options.ContourStep;
+    view.ContourStep = options.Relief.ContourStep;
     view.ShowGrid = layers.Grid;
     view.ShowSegments = layers.Segments;
     view.ApplyMAP = layers.Map;
@@ -189,10 +189,7 @@ void AddRenderOptions(Command& command, RenderOptions& options) {
                    RangeOf(BrightnessRange));
     command.Number("--alpha", options.Alpha, "Weight of the MAP colour",
                    RangeOf(TransRange));
-    command.Number("--relief", options.Relief, "Strength of the layer relief, percent",
-                   {0, 100});
-    command.Number("--contour-step", options.ContourStep,
-                   "Feet from line to line of the layer contours", {1, 32767});
+    AddReliefOptions(command, options.Relief);
     command.Texts("--features", options.FeatureFiles,
                   "Feature file whose features are drawn, all kinds of them");
     AddSmall(command, options.Small);

@@ -7,12 +7,25 @@
 #include "search/Replacing.h"
 
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace vardenix {
 
-enum class ReplaceWhere { Everywhere, Hits };
+enum class ReplaceWhere { Everywhere, Hits, Selection };
+
+// What a replacement can be bounded by, borrowed.
+struct ReplacePlaces {
+    const SearchResults& Hits;
+    std::span<const RowSpan> Selected = {}; // of level 2, each post once
+};
+
+// Other tiles for some posts: the ground of a tile with edges that fit what lies round
+// them, drawn by a seed. Posts besides may change. None where the land tells no grounds.
+using FittingTiles = std::function<std::vector<TileRun>(std::span<const RowSpan>,
+                                                        int32_t tile, uint32_t seed)>;
 
 // A replacement in the words of its window, UTF-8: of tiles as TilesWritten takes them.
 struct ReplaceWish {
@@ -20,6 +33,7 @@ struct ReplaceWish {
     std::string New = {};
     uint32_t Seed = 0;
     ReplaceWhere Where = ReplaceWhere::Everywhere;
+    bool Fitting = false; // counts for one new tile: its ground, with edges that fit
 };
 
 // What the words come to. Nothing is to be done while one of them means no tile.
@@ -36,12 +50,12 @@ struct ReplacePlan {
 };
 
 ReplacePlan PlanOf(const Terrain& terrain, const TileLookup& lookup,
-                   const SearchResults& hits, const ReplaceWish& wish);
+                   const ReplacePlaces& places, const ReplaceWish& wish);
 
 // Carries a plan out as one change of the log, and tells how many posts have another
 // tile now. None where it is not possible.
 int64_t ReplaceTiles(Terrain& terrain, const TileLookup& lookup,
-                     const SearchResults& hits, const ReplaceWish& wish,
-                     ChangeLog& changes);
+                     const ReplacePlaces& places, const ReplaceWish& wish,
+                     ChangeLog& changes, const FittingTiles& fitting = {});
 
 } // namespace vardenix

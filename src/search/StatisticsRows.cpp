@@ -104,6 +104,12 @@ std::vector<StatisticsGroup> GroupsOf(const Statistics& told, const TileLookup& 
         HeightsOf(told)};
 }
 
+StatisticsGroup SeamsOf(std::optional<int64_t> posts) {
+    return {"Seams",
+            {RowOf("Posts at seams that do not fit", posts.value_or(-1), RowCounts::Seams,
+                   0)}};
+}
+
 std::string ShareOf(int64_t posts, int64_t all) {
     const double percent =
         all == 0 ? 0 : 100 * static_cast<double>(posts) / static_cast<double>(all);
@@ -129,6 +135,8 @@ SearchResults PostsOfRow(const Terrain& terrain, const TileLookup& lookup,
         return PostsOfTiles(terrain, TilesOfSet(lookup, row.From));
     case RowCounts::Heights:
         return PostsBetween(terrain, row.From, row.To);
+    case RowCounts::Seams:
+        return SearchResults(1);
     case RowCounts::Tile:
         break;
     }

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
+#include <set>
 
 namespace vardenix::tests {
 namespace {
@@ -102,6 +103,37 @@ std::string BmpPixel(const std::string& bmp, int x, int y) {
     const int stride = (BmpNumber(bmp, 18) * 3 + 3) / 4 * 4;
     const int at = BmpNumber(bmp, 10) + y * stride + x * 3;
     return bmp.substr(static_cast<size_t>(at), 3); // blue, green, red
+}
+
+// One post a hundred feet high in flat land: lines of 50 feet lie on it and on its
+// neighbours below and to the left.
+TEST_F(CommandLine, PreviewLaysLinesAndReliefOverTheHeights) {
+    for (int y = 1; y <= 32; ++y)
+        for (int x = 1; x <= 32; ++x)
+            level_.At(x, y).Elevation = 10;
+    level_.At(5, 5).Elevation = 110;
+    WriteLevel();
+    const auto picture = [this](const std::vector<std::string>& more) {
+        std::vector<std::string> words{"preview", folder_.File("p.bmp")};
+        words.insert(words.end(), more.begin(), more.end());
+        EXPECT_EQ(RunOn(words).ExitCode, 0);
+        return Slurp(folder_.File("p.bmp"));
+    };
+    const std::string plain = picture({});
+    const std::string lines = picture({"--layers", "contours", "--contour-step", "50"});
+    const std::string brown("\x1E\x46\x78"); // blue, green, red
+    std::set<std::pair<int, int>> changed;
+    for (int y = 0; y < 32; ++y)
+        for (int x = 0; x < 32; ++x)
+            if (BmpPixel(plain, x, y) != BmpPixel(lines, x, y)) {
+                changed.insert({x, y});
+                EXPECT_EQ(BmpPixel(lines, x, y), brown);
+            }
+    // A post is painted a row below its own.
+    EXPECT_EQ(changed, (std::set<std::pair<int, int>>{{4, 3}, {3, 3}, {4, 2}}));
+    const std::string shaded = picture({"--layers", "relief", "--relief", "100"});
+    EXPECT_NE(BmpPixel(plain, 3, 3), BmpPixel(shaded, 3, 3)); // west of it is light
+    EXPECT_EQ(BmpPixel(plain, 12, 12), BmpPixel(shaded, 12, 12));
 }
 
 TEST_F(CommandLine, RenderPaintsTheViewThatIsAskedFor) {

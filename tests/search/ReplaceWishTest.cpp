@@ -29,16 +29,18 @@ protected:
     }
 
     ReplacePlan Plan(const ReplaceWish& wish) {
-        return PlanOf(state_.Terrain, state_.Catalogue.Lookup, state_.Search.Results,
-                      wish);
+        return PlanOf(state_.Terrain, state_.Catalogue.Lookup,
+                      {state_.Search.Results, selected_}, wish);
     }
-    int64_t Replace(const ReplaceWish& wish) {
+    int64_t Replace(const ReplaceWish& wish, const FittingTiles& fitting = {}) {
         return ReplaceTiles(state_.Terrain, state_.Catalogue.Lookup,
-                            state_.Search.Results, wish, state_.Changes);
+                            {state_.Search.Results, selected_}, wish, state_.Changes,
+                            fitting);
     }
     int32_t Tile(int32_t serial) { return state_.Terrain.LxArr(serial).TileOffset; }
 
     ProgramState state_;
+    std::vector<RowSpan> selected_;
 };
 
 TEST_F(ReplaceWishTest, TilesAreNumbersNamesAndKinds) {
@@ -80,6 +82,50 @@ TEST_F(ReplaceWishTest, InHitsOnlyThoseGiveWay) {
     for (int32_t serial = 1; serial <= 256; ++serial)
         EXPECT_EQ(Tile(serial),
                   serial == 4 || serial == 8 || serial == 200 ? 2 : serial % 4);
+}
+
+// Of the serials 1 to 8 and 33 to 36.
+TEST_F(ReplaceWishTest, InASelectionOnlyThoseGiveWay) {
+    selected_ = {{0, 0, 7}, {2, 0, 3}};
+    const ReplaceWish wish{.Old = "0", .New = "2", .Where = ReplaceWhere::Selection};
+    EXPECT_EQ(Plan(wish).Posts, 3);
+    EXPECT_EQ(Replace(wish), 3);
+    for (int32_t serial = 1; serial <= 256; ++serial)
+        EXPECT_EQ(Tile(serial),
+                  serial == 4 || serial == 8 || serial == 36 ? 2 : serial % 4);
+    selected_.clear();
+    EXPECT_FALSE(
+        Plan({.Old = "1", .New = "2", .Where = ReplaceWhere::Selection}).Possible());
+}
+
+// The post beside the last one is a transition then.
+TEST_F(ReplaceWishTest, WhatFitsIsAskedForWithThePostsThatGiveWay) {
+    selected_ = {{0, 2, 8}};
+    std::vector<RowSpan> asked;
+    const FittingTiles fitting = [&](std::span<const RowSpan> posts, int32_t tile,
+                                     uint32_t seed) {
+        asked.assign(posts.begin(), posts.end());
+        EXPECT_EQ(tile, 2);
+        EXPECT_EQ(seed, 9U);
+        return RunsOf<int32_t>(
+            std::vector<RowSpan>{{0, 3, 4}}, 16, [this](int32_t s) { return Tile(s); },
+            [](int32_t) { return 2; });
+    };
+    ReplaceWish wish{.Old = "0",
+                     .New = "2",
+                     .Seed = 9,
+                     .Where = ReplaceWhere::Selection,
+                     .Fitting = true};
+    EXPECT_EQ(Replace(wish, fitting), 2);
+    EXPECT_EQ(asked, (std::vector<RowSpan>{{0, 3, 3}, {0, 7, 7}}));
+    EXPECT_EQ(Tile(4), 2);
+    EXPECT_EQ(Tile(5), 2);
+    EXPECT_EQ(Tile(8), 0);
+    state_.Changes.Back();
+    EXPECT_EQ(Tile(5), 1);
+    wish.New = "2,1"; // several are drawn
+    EXPECT_EQ(Replace(wish, fitting), 2);
+    EXPECT_EQ(Tile(5), 1);
 }
 
 TEST_F(ReplaceWishTest, AnotherSeedDrawsAnew) {

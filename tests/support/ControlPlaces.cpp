@@ -84,9 +84,11 @@ std::unique_ptr<QWidget> Made(const std::string& name, Borrowed& with) {
     if (name == "frmVXSearchOptions")
         return std::make_unique<frmVXSearchOptions>(state.Search, state.Catalogue.Lookup);
     if (name == "FrmVXReplace")
-        return std::make_unique<FrmVXReplace>(state);
+        return std::make_unique<FrmVXReplace>(state,
+                                              [] { return std::span<const RowSpan>(); });
     if (name == "FrmVXStatistics")
-        return std::make_unique<FrmVXStatistics>(state);
+        return std::make_unique<FrmVXStatistics>(state,
+                                                 [] { return std::optional<int64_t>(); });
     if (name == "frmVXSearchResults")
         return std::make_unique<frmVXSearchResults>(state, with.Workspace);
     return nullptr;

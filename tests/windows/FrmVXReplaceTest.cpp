@@ -3,6 +3,7 @@
 #include "platform/windows/PinkBox.h"
 #include "windows/WindowTest.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -42,7 +43,8 @@ protected:
     bool CanReplace() { return The<QPushButton>("cmdReplace").isEnabled(); }
 
     ProgramState state_;
-    FrmVXReplace window_{state_};
+    std::vector<RowSpan> selected_;
+    FrmVXReplace window_{state_, [this] { return std::span<const RowSpan>(selected_); }};
 };
 
 TEST_F(ReplaceTest, TellsHowManyPostsBeforeAnythingHappens) {
@@ -79,6 +81,23 @@ TEST_F(ReplaceTest, TheTileOfThePaletteTakesTheirPlace) {
     EXPECT_EQ(The<QLineEdit>("txtNew").text(), "1");
 }
 
+TEST_F(ReplaceTest, TheSelectionBoundsIt) {
+    Type("txtOld", "1");
+    selected_ = {{12, 6, 9}, {13, 0, 0}}; // tile 1 begins at the ninth of the first row
+    The<QRadioButton>("optSelection").click();
+    EXPECT_EQ(The<QRadioButton>("optSelection").text(), "In the &selection (5 posts)");
+    EXPECT_EQ(Text("lblCount"), "3 posts give way");
+    EXPECT_EQ(window_.Wish().Where, ReplaceWhere::Selection);
+}
+
+TEST_F(ReplaceTest, EdgesFitForOneTileOnly) {
+    Type("txtNew", "0");
+    The<QCheckBox>("chkFitting").click();
+    EXPECT_TRUE(window_.Wish().Fitting);
+    Type("txtNew", "0,1");
+    EXPECT_FALSE(The<QCheckBox>("chkFitting").isEnabled());
+}
+
 TEST_F(ReplaceTest, OfSeveralTilesTheDrawCanBeChosen) {
     Type("txtNew", "0");
     EXPECT_FALSE(The<QSpinBox>("spnSeed").isEnabled());
@@ -94,7 +113,7 @@ TEST_F(ReplaceTest, HitsAreCountedAsTheyAreNow) {
     state_.Search.Results = {0, 1, 2, 250};
     The<QRadioButton>("optHits").click();
     EXPECT_EQ(The<QRadioButton>("optHits").text(),
-              "In the hits of the last search (3 posts)");
+              "In the &hits of the last search (3 posts)");
     EXPECT_EQ(Text("lblCount"), "2 posts give way");
     state_.Terrain.LxArr(1).TileOffset = 1;
     window_.CountAnew();

@@ -46,7 +46,8 @@ protected:
     }
 
     ProgramState state_;
-    FrmVXStatistics window_{state_};
+    std::optional<int64_t> seams_;
+    FrmVXStatistics window_{state_, [this] { return seams_; }};
     std::vector<std::string> wanted_;
 };
 
@@ -81,6 +82,17 @@ TEST_F(StatisticsWindowTest, CountsAgainAndKeepsItsGroupsAsTheyAre) {
     EXPECT_FALSE(Group("Kinds").isExpanded());
     EXPECT_TRUE(Group("Sets").isExpanded());
     EXPECT_EQ(Group("Unused tiles").childCount(), 0);
+}
+
+TEST_F(StatisticsWindowTest, SeamsAreCountedOnceTheLandIsLearned) {
+    const QTreeWidgetItem* seams = Group("Seams").child(0);
+    EXPECT_EQ(seams->text(1), "");
+    ClickOn(*Group("Seams").child(0));
+    EXPECT_EQ(wanted_, (std::vector<std::string>{"Posts at seams that do not fit"}));
+    seams_ = 64;
+    window_.CountAnew();
+    seams = Group("Seams").child(0);
+    EXPECT_EQ(seams->text(1) + " " + seams->text(2), "64 25.0 %");
 }
 
 } // namespace

@@ -6,7 +6,9 @@
 #include <QDialog>
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <span>
 
 namespace Ui {
 class FrmVXReplace;
@@ -20,8 +22,11 @@ class FrmVXReplace : public QDialog {
     Q_OBJECT
 
 public:
-    // Borrowed for the window's life.
-    explicit FrmVXReplace(const ProgramState& state);
+    using SelectedPosts = std::function<std::span<const RowSpan>()>;
+
+    // The state is borrowed for the window's life; `selected` gives the posts of level 2
+    // that are selected on the map.
+    explicit FrmVXReplace(const ProgramState& state, SelectedPosts selected);
     ~FrmVXReplace() override;
 
     ReplaceWish Wish() const;
@@ -42,6 +47,7 @@ protected:
 
 private:
     const ProgramState& state_;
+    SelectedPosts selected_;
     std::unique_ptr<Ui::FrmVXReplace> ui_;
     int32_t chosen_ = -1; // in the palette
 };

@@ -47,8 +47,9 @@ std::set<QString> OpenGroups(const QTreeWidget& list) {
 
 } // namespace
 
-FrmVXStatistics::FrmVXStatistics(const ProgramState& state)
-    : state_(state), ui_(std::make_unique<Ui::FrmVXStatistics>()) {
+FrmVXStatistics::FrmVXStatistics(const ProgramState& state, SeamPosts seams)
+    : state_(state), seams_(std::move(seams)),
+      ui_(std::make_unique<Ui::FrmVXStatistics>()) {
     ui_->setupUi(this);
     QTreeWidget& list = *ui_->lstRows;
     list.setItemDelegateForColumn(Share, new ShareBar(&list));
@@ -69,6 +70,7 @@ void FrmVXStatistics::CountAnew() {
     const TileLookup& lookup = state_.Catalogue.Lookup;
     const Statistics told = StatisticsOf(state_.Terrain, lookup);
     groups_ = GroupsOf(told, lookup);
+    groups_.push_back(SeamsOf(seams_()));
     ui_->lblSummary->setText(QString::fromStdString(StatisticsInWords(told)));
     Show(groups_, told.Posts);
 }
@@ -76,9 +78,10 @@ void FrmVXStatistics::CountAnew() {
 // Groups that were open stay so; at first those of few rows are.
 void FrmVXStatistics::Show(const std::vector<StatisticsGroup>& groups, int64_t all) {
     QTreeWidget& list = *ui_->lstRows;
-    const std::set<QString> open = list.topLevelItemCount() == 0
-                                       ? std::set<QString>{"Sea", "Kinds", "Heights"}
-                                       : OpenGroups(list);
+    const std::set<QString> open =
+        list.topLevelItemCount() == 0
+            ? std::set<QString>{"Sea", "Kinds", "Heights", "Seams"}
+            : OpenGroups(list);
     list.clear();
     int groupIndex = 0;
     for (const StatisticsGroup& group : groups) {
@@ -93,6 +96,12 @@ void FrmVXStatistics::Show(const std::vector<StatisticsGroup>& groups, int64_t a
             auto* item = new QTreeWidgetItem(top);
             item->setText(What, QString::fromStdString(row.What));
             item->setData(What, Qt::UserRole, QPoint(groupIndex, rowIndex));
+            if (row.Posts < 0) {
+                item->setToolTip(What, tr("Counted once the land has been learned, which "
+                                          "a click here begins"));
+                ++rowIndex;
+                continue;
+            }
             item->setData(Count, Qt::DisplayRole, static_cast<qlonglong>(row.Posts));
             item->setTextAlignment(Count, Qt::AlignRight | Qt::AlignVCenter);
             item->setText(Share, QString::fromStdString(ShareOf(row.Posts, all)));

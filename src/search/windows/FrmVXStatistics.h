@@ -5,7 +5,10 @@
 
 #include <QWidget>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QTreeWidgetItem;
@@ -21,8 +24,11 @@ class FrmVXStatistics : public QWidget {
     Q_OBJECT
 
 public:
-    // Borrowed for the window's life.
-    explicit FrmVXStatistics(const ProgramState& state);
+    // None while nothing has been learned of the land.
+    using SeamPosts = std::function<std::optional<int64_t>()>;
+
+    // The state is borrowed for the window's life.
+    FrmVXStatistics(const ProgramState& state, SeamPosts seams);
     ~FrmVXStatistics() override;
 
     void CountAnew();
@@ -40,6 +46,7 @@ private:
     void Want(const QTreeWidgetItem* item);
 
     const ProgramState& state_;
+    SeamPosts seams_;
     std::unique_ptr<Ui::FrmVXStatistics> ui_;
     std::vector<StatisticsGroup> groups_;
 };
