@@ -150,6 +150,8 @@ void Commands::MakeAction(Made& made) {
     action->setObjectName(row.Id);
     action->setToolTip(Says(row.MapKeys) ? ButtonTip(row) : QString(row.Tip));
     action->setCheckable(row.Chosen != nullptr);
+    if (Says(row.Icon))
+        action->setIcon(IconFor(row.Icon));
     action->setShortcuts(KeysOf(row.Keys));
     action->setShortcutContext(Qt::ApplicationShortcut);
     if (Says(row.Keys))

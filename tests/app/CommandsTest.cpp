@@ -193,6 +193,8 @@ TEST_F(CommandsTest, ANewRowComesUpWhereItSays) {
     Open();
     const Command& row = table_.back();
     EXPECT_TRUE(ActionOf(row).isChecked());
+    EXPECT_FALSE(ActionOf(row).icon().pixmap(16, 16).isNull());
+    EXPECT_TRUE(ActionOf(row).isIconVisibleInMenu());
     const QList<QAction*> tools = Find<QMenu>(Panel(), "mnuTools").actions();
     EXPECT_EQ(tools.last(), &ActionOf(row));
     EXPECT_TRUE(tools.at(tools.size() - 2)->isSeparator());

@@ -55,6 +55,14 @@ TEST_F(UnusedPicturesTest, ATileProtectsItsSixPicturesWhateverTheirCase) {
     cmdDeleteUnusedDDS(catalogue_, dialogs_);
 }
 
+// What an intake that was killed has left may be the only copy of a picture.
+TEST_F(UnusedPicturesTest, NothingThatAnIntakeHasStagedIsOffered) {
+    for (const char* name :
+         {"HSEA.ddsx", "HWOOD.DDSX", "vardenix.journal", "vardenix.journal.aside"})
+        Put(name);
+    EXPECT_EQ(Unused(), "");
+}
+
 TEST_F(UnusedPicturesTest, EveryOtherFileIsOfferedAndFoldersAreLeftAlone) {
     for (const char* name : {"T1234.dds", "notes.txt", "H1234.pcx", "a_b.dds", "aZ.dds"})
         Put(name);

@@ -2,11 +2,13 @@
 
 #include "builder/RebuildWorld.h"
 #include "levels/LevelGeometry.h"
+#include "support/JournalMaker.h"
 #include "texts/RuntimeError.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 namespace fs = std::filesystem;
 
@@ -36,6 +38,25 @@ TEST(RebuildTheater, TellsItsStepsInOrder) {
     EXPECT_EQ(world.View.Told("max2"), "55"); // 32 + 16 + 4 + 2 + 1
     EXPECT_EQ(world.View.Count("both"), 55);
     EXPECT_EQ(world.View.Told("step"), "1/6|2/6|3/6|4/6|5/6|6/6");
+}
+
+// Far tiles would show a mixture of old and new pictures.
+TEST(RebuildTheater, FinishesAnIntakeThatWasKilledBeforeItMakesFarTiles) {
+    RebuildWorld world;
+    world.OldLevels();
+    const std::string picture = world.PicturePathOf(3, false);
+    const std::string taken = Slurp(world.PicturePathOf(4, false));
+    ASSERT_NE(Slurp(picture), taken);
+    std::ofstream(picture + "x") << taken;
+    JournalMaker journal;
+    journal.Add(fs::path(picture).filename().string(), taken, picture);
+    const fs::path told = fs::path(picture).parent_path() / "vardenix.journal";
+    std::ofstream(told) << journal.Text();
+    world.Rebuild({}); // looks at no picture
+    EXPECT_TRUE(fs::exists(told));
+    world.Rebuild(WithFarTiles());
+    EXPECT_EQ(Slurp(picture), taken);
+    EXPECT_FALSE(fs::exists(told));
 }
 
 TEST(StepsOfRebuild, AreRoundedHalfToEven) {

@@ -306,6 +306,18 @@ TEST_F(TheaterOpening, AnOFileThatAKilledSaveOwesIsThereAtTheCheck) {
     EXPECT_EQ(Slurp(pathO), bytesO);
 }
 
+TEST_F(TheaterOpening, AnIntakeThatWasKilledHalfWayIsFinished) {
+    const std::string picture = folder_.Write("texture/texture/HSEA.dds", "old");
+    folder_.Write("texture/texture/HSEA.ddsx", "new");
+    tests::JournalMaker journal;
+    journal.Add("HSEA.dds", "new", picture);
+    folder_.Write("texture/texture/vardenix.journal", journal.Text());
+    EXPECT_TRUE(Check());
+    EXPECT_EQ(Slurp(picture), "new");
+    EXPECT_FALSE(
+        std::filesystem::exists(folder_.File("texture/texture/vardenix.journal")));
+}
+
 TEST_F(TheaterOpening, LoadsInItsOrderAndThenShowsTheWindows) {
     log_.DebugFlag = true;
     log_.StartDebugLog(state_.Folders.AppPath);

@@ -30,7 +30,7 @@ constexpr const char* ZipTip =
     "FILES WILL BE PRODUCED (if you provide one, it will be copied to DDS Folder, "
     "otherwise a BMP file will created.. You'll have to convert it)!!!";
 constexpr int TerrainTypes = 8;
-constexpr int CellMargin = 14; // pixels
+constexpr int CellMargin = 8; // pixels
 // Of the lists, beyond the least that they need on a small screen.
 constexpr int RoomForColumns = 120; // pixels
 
@@ -74,7 +74,7 @@ void FrmBINTileEdit::DressControls() {
     ui_->ListView1->setModel(sets_.get());
     ui_->ListView2->setModel(tiles_.get());
     FitColumns(*ui_->ListView1, {"Set # 0", "Thick Forest0", "# of Tiles"});
-    FitColumns(*ui_->ListView2, {"000000", "Set #", "HWWWWWWWWW.PCX", "Areas", "Paths"});
+    FitColumns(*ui_->ListView2, {"00000", "Set #", "HMMHH000.PCX", "Areas", "Paths"});
     for (int index = 0; index < TerrainTypes; ++index)
         ui_->ComboSetType->addItem(
             TextOf(TerrainName(static_cast<uint8_t>(TerrainFromIndex(index)))));
