@@ -265,7 +265,8 @@ TEST_F(OverlaysEndToEnd, TheThreeDerivedFilesAreMade) {
 TEST_F(OverlaysEndToEnd, APatternIsFoundAHitVisitedAndAllHitsOverwritten) {
     // A post in the middle of the view, the tile at its right, and a neighbour above that
     // is higher than half of the land.
-    MadeLevel level = Level2();
+    const MadeLevel before = Level2();
+    MadeLevel level = before;
     const MadePost middle = level.At(ViewX + 3, ViewY + 3);
     const MadePost right = level.At(ViewX + 4, ViewY + 3);
     const int low = level.At(ViewX + 3, ViewY + 4).Elevation - 1;
@@ -306,6 +307,12 @@ TEST_F(OverlaysEndToEnd, APatternIsFoundAHitVisitedAndAllHitsOverwritten) {
     for (const auto& [x, y] : hits)
         level.At(x, y).Palette = 77;
     EXPECT_TRUE(Level2().Posts == level.Posts);
+    // All of it is one step.
+    desktop_.Activate(Map);
+    ASSERT_TRUE(IsUp(Map));
+    desktop_.Key("ctrl+z");
+    ASSERT_NO_FATAL_FAILURE(Save());
+    EXPECT_TRUE(Level2().Posts == before.Posts);
     Leave();
     EXPECT_EQ(Setting("X"), std::min(hits.back().first - 1, Posts - 5));
     EXPECT_EQ(Setting("Y"), std::min(hits.back().second - 1, Posts - 5));
