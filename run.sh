@@ -51,4 +51,15 @@ copy=(--l2 build/copy/theater.l2 --bin build/copy/texture/texture.bin
       --map "$theater/terrain/theater.map" --dds "$theater/texture/texture")
 "$bin/vardenix-cli" rebuild --far "${copy[@]}"
 "$bin/vardenix-cli" far-tile 5000 build/pictures/fartile.png "${copy[@]}"
+echo "A copy that becomes a piece of the world, from maps that are drawn for it:"
+world=$PWD/build/world
+rm -rf "$world"
+"$bin/make_sample_world" "$world"
+cp -r "$theater" "$world/theater"
+on_world() { XDG_DATA_HOME=$world/data "$bin/vardenix-cli" "$@" --theater "$world/theater"; }
+on_world place import "$world/theater.place"
+on_world heights import "$world/elevations.tif"
+on_world tiles import "$world/landcover.tif" --table "$world/landcover.table"
+on_world features import "$world"/{coast,towns,ways}.geojson --out "$world/land.tdf"
+on_world render build/pictures/world.png --x 30 --y 30 --zoom 20 --grid 10 --features "$world/land.tdf"
 echo "It took $((($(date +%s%N) - begin) / 1000000)) ms."

@@ -38,6 +38,7 @@ std::vector<NamedCommands> AllCommands() {
             {{"terrain"}, AddTerrain},
             {{"place"}, AddPlace},
             {{"heights"}, AddHeights},
+            {{"tiles"}, AddTiles},
             {{"region"}, AddRegion},
             {{"mea", "tc", "tm"}, AddDerived},
             {{"update"}, AddUpdate},

@@ -77,6 +77,7 @@ void AddRecovery(Command& all);
 void AddSaves(Command& all);
 void AddPlace(Command& all);
 void AddHeights(Command& all);
+void AddTiles(Command& all);
 
 // Adds the features of files one after the other; error 53 and the like for the first
 // that cannot be read.

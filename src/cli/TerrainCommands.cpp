@@ -1,9 +1,9 @@
 // terrain fill, mend and seams: the land painted by what fits with what.
 #include "cli/Arguments.h"
+#include "cli/Brushing.h"
 #include "cli/Commands.h"
 #include "cli/Printing.h"
 #include "grounds/TerrainBrush.h"
-#include "texts/RuntimeError.h"
 #include "workspace/PostFields.h"
 
 #include <memory>
@@ -36,28 +36,6 @@ std::vector<RowSpan> RowsOf(const PostBox& box) {
     for (int32_t y = ordered.Y1; y <= ordered.Y2; ++y)
         spans.push_back({y, ordered.X1, ordered.X2});
     return spans;
-}
-
-LearnedLand Learn(const ProgramState& state) {
-    LearnedTiles tiles = TilesToLearn(state.Terrain, state.Catalogue);
-    const LandGrid map = GridOf(state.Terrain, tiles);
-    LearnedLand land(std::move(tiles), map);
-    if (!land.Refusal().empty())
-        throw RuntimeError(ErrorNumber::InvalidCall, land.Refusal());
-    return land;
-}
-
-// Posts beyond the last whole segment are not saved; nothing is changed there.
-std::vector<TileRun> KeptRuns(const std::vector<TileRun>& runs, int32_t mapWidth) {
-    const int32_t saved = SavedWidth(mapWidth);
-    std::vector<TileRun> kept;
-    for (TileRun run : runs) {
-        const int32_t x = (run.Serial - 1) % mapWidth;
-        run.Count = std::min(run.Count, saved - x);
-        if (run.Count > 0 && (run.Serial - 1) / mapWidth < saved)
-            kept.push_back(run);
-    }
-    return kept;
 }
 
 void Finish(CommandContext& context, const BrushLine& line, const BrushResult& result) {
@@ -105,7 +83,7 @@ void AddTerrainFill(Command& family) {
     AddBrushOptions(command, *line);
     command.Run([line](CommandContext& context) {
         context.OpenToWrite(line->Files);
-        const LearnedLand land = Learn(context.State);
+        const LearnedLand land = LearnLand(context.State);
         Finish(context, *line,
                PaintGround(land, context.State.Terrain, RowsOf(line->Box), line->Like,
                            line->Brush));
@@ -122,7 +100,7 @@ void AddTerrainMend(Command& family) {
     AddBrushOptions(command, *line);
     command.Run([line](CommandContext& context) {
         context.OpenToWrite(line->Files);
-        const LearnedLand land = Learn(context.State);
+        const LearnedLand land = LearnLand(context.State);
         Finish(context, *line,
                MendSeams(land, context.State.Terrain, RowsOf(line->Box), line->Brush));
         return ExitDone;
@@ -147,7 +125,7 @@ void AddTerrainSeams(Command& family) {
         context.Open(line->Files);
         const Terrain& terrain = context.State.Terrain;
         const PostBox all{0, 0, terrain.MapWidth - 1, terrain.MapWidth - 1};
-        const std::vector<Seam> seams = BadSeams(Learn(context.State), terrain,
+        const std::vector<Seam> seams = BadSeams(LearnLand(context.State), terrain,
                                                  line->Corners.empty() ? all : line->Box);
         JsonArray list;
         for (const auto& [post, how] : seams) {

@@ -12,7 +12,7 @@
 
 namespace vardenix {
 
-TheaterFiles::TheaterFiles(Command& command) {
+TheaterFiles::TheaterFiles(Command& command, Wanted wanted) {
     const std::string group = "Theater";
     Argument folder =
         command.Text("--theater", folder_, "Folder that holds terrain/ and texture/");
@@ -24,8 +24,18 @@ TheaterFiles::TheaterFiles(Command& command) {
     path("--bin", bin_, "The Texture.bin");
     path("--map", map_, "The theater.map");
     path("--dds", dds_, "The folder of tile pictures");
-    command.Check([this] { Paths(); });
-    command.Keeps([this] { return AllFiles(); });
+    const auto counts = [this, wanted] { return wanted == Wanted::Always || AreNamed(); };
+    command.Check([this, counts] {
+        if (counts())
+            Paths();
+    });
+    command.Keeps(
+        [this, counts] { return counts() ? AllFiles() : std::vector<std::string>(); });
+}
+
+bool TheaterFiles::AreNamed() const {
+    return !folder_.empty() || !l2_.empty() || !bin_.empty() || !map_.empty() ||
+           !dds_.empty();
 }
 
 TheaterPaths TheaterFiles::Paths() const {

@@ -19,10 +19,14 @@ namespace vardenix {
 // texture/, or the four paths one by one.
 class TheaterFiles {
 public:
-    // Adds the options to a command, and their check.
-    explicit TheaterFiles(Command& command);
+    // Adds the options to a command, and their check: a theater is named always, or where
+    // the command asks for one.
+    enum class Wanted { Always, Perhaps };
+    explicit TheaterFiles(Command& command, Wanted wanted = Wanted::Always);
     TheaterFiles(const TheaterFiles&) = delete;
     TheaterFiles& operator=(const TheaterFiles&) = delete;
+
+    bool AreNamed() const;
 
     // The L2 file as it was given, and the posts a side that the length of its O2 file
     // stands for: nothing is opened, so that what lies outside the terrain is usage told

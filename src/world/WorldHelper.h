@@ -1,10 +1,13 @@
 #pragma once
 
 #include "world/TheaterPlace.h"
+#include "world/WorldShapes.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,8 +15,9 @@
 
 namespace vardenix {
 
-// How a value is found where no pixel's middle lies.
-enum class Resampling { Bilinear, Cubic, Average, Nearest };
+// How a value is found where no pixel's middle lies; Most is the value that most pixels
+// of a place have.
+enum class Resampling { Bilinear, Cubic, Average, Nearest, Most };
 
 // Values over a grid, row by row from the south west; not a number where the map has
 // none.
@@ -21,6 +25,15 @@ struct WorldRaster {
     int32_t Columns = 0;
     int32_t Rows = 0;
     std::vector<float> Values;
+};
+
+// Whole numbers in the same order: tiles, classes of land cover.
+struct WorldNumbers {
+    static constexpr int32_t None = std::numeric_limits<int32_t>::min(); // no data there
+
+    int32_t Columns = 0;
+    int32_t Rows = 0;
+    std::vector<int32_t> Values;
 };
 
 // What of a map is wanted: so many values over a box.
@@ -36,6 +49,15 @@ struct RasterWish {
     Resampling How = Resampling::Bilinear;
     std::string MapSystem;        // for a map that does not tell its own
     std::optional<double> NoData; // a value that means none, beside the map's own
+};
+
+// What of a map of shapes is wanted.
+struct ShapeWish {
+    std::string System;    // of the points that come back
+    std::string MapSystem; // for a map that does not tell its own
+    std::string KindField =
+        "kind"; // the attributes; without that of the kind the name of
+    std::string NameField = "name"; // the shape's layer is its kind
 };
 
 struct GeographicPoint {
@@ -59,11 +81,30 @@ public:
     void Watch(std::function<bool()> goOn) { goOn_ = std::move(goOn); }
 
     WorldRaster ReadRaster(const std::string& map, const RasterWish& wish) const;
+    // Error 5 too for a map with other values than whole numbers.
+    WorldNumbers ReadNumbers(const std::string& map, const RasterWish& wish) const;
 
     // Values over a box; the ending of `file`, .tif, .asc or .png, says the form. A .tif
-    // tells where it lies. `file` is made anew.
-    void WriteRaster(const std::string& file, std::span<const int16_t> values,
+    // tells where it lies. `file` is made anew. Numbers that a .png cannot hold, beyond 0
+    // to 65535, are error 5.
+    void WriteRaster(const std::string& file, std::span<const int16_t> heights,
                      int32_t columns, const RasterWish::Where& where) const;
+    void WriteNumbers(const std::string& file, std::span<const int32_t> numbers,
+                      int32_t columns, const RasterWish::Where& where) const;
+
+    // Shapes of GeoJSON, GeoPackages and Shapefiles.
+    std::vector<WorldShape> ReadShapes(const std::string& map,
+                                       const ShapeWish& wish) const;
+
+    // Shapes in units of a reference system as a map in the form of its ending, .geojson,
+    // .gpkg or .shp: `mayReplace` gets the names of all files that this takes, and false
+    // leaves all as it is. A .shp takes others of its name, and where there are several
+    // forms of shapes a file for each, with "-points", "-lines" or "-areas" behind the
+    // name. Gives the files of shapes.
+    std::vector<std::string> WriteShapes(
+        const std::string& file, const std::vector<WorldShape>& shapes,
+        const std::string& system,
+        const std::function<bool(const std::vector<std::string>&)>& mayReplace) const;
 
     // South west, south east, north west, north east.
     std::array<GeographicPoint, 4> CornersOf(const RasterWish::Where& where) const;
@@ -76,11 +117,19 @@ public:
 private:
     // What it prints; `subject` is what an error is about.
     std::string Run(std::vector<std::string> arguments, const std::string& subject) const;
+    void Read(const std::string& map, const RasterWish& wish, std::span<std::byte> values,
+              const std::vector<std::string>& more) const;
+    void Write(const std::string& file, std::span<const std::byte> values,
+               int32_t columns, size_t rows, const RasterWish::Where& where,
+               const std::vector<std::string>& more) const;
 
     std::string program_;
     std::string scratch_;
     std::function<bool()> goOn_;
 };
+
+// Whether a name ends as a map of shapes does, in letters of any case.
+bool IsMapOfShapes(const std::string& file);
 
 // The helper that came with the running program, with a scratch folder of this run.
 WorldHelper OwnWorldHelper(const std::string& scratch);

@@ -3,7 +3,8 @@
 namespace vardenix {
 
 // Bounds what this process may take of memory and processor time: the system ends it
-// beyond that. Reads no names but plain files, asks no network, loads no plug-ins.
+// beyond that. Opens no socket, begins no program, loads no plug-ins. MapRefused where
+// the system cannot see to it.
 void LimitThisProcess();
 
 } // namespace vardenix

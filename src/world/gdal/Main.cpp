@@ -1,9 +1,11 @@
 // vardenix-world: reads and writes maps of the real world for the editor and the command
 // line program, in a process of its own that holds nothing of the user's. What it cannot
 // do it says on its standard output, as one sentence, and ends with 1.
+#include "world/gdal/Datasets.h"
 #include "world/gdal/Limits.h"
 #include "world/gdal/PointGrid.h"
 #include "world/gdal/Rasters.h"
+#include "world/gdal/Shapes.h"
 
 #include <CLI/CLI.hpp>
 
@@ -27,6 +29,17 @@ CLI::App& AddRasterCommand(CLI::App& all, const char* name, RasterRequest& reque
     command.add_option("from", request.From)->required();
     command.add_option("to", request.To)->required();
     command.add_option("--size", request.Size)->required()->check(CLI::PositiveNumber);
+    command.add_flag("--whole", request.Whole);
+    return command;
+}
+
+CLI::App& AddShapeCommand(CLI::App& all, const char* name, ShapeRequest& request) {
+    CLI::App& command = *all.add_subcommand(name);
+    command.add_option("from", request.From)->required();
+    command.add_option("to", request.To)->required();
+    command.add_option("--system", request.System)->required();
+    command.add_option("--kind-field", request.KindField);
+    command.add_option("--name-field", request.NameField);
     return command;
 }
 
@@ -47,6 +60,12 @@ int Run(int count, char** arguments) {
     AddCommand(all, "corners", request);
     CLI::App& grid = AddCommand(all, "grid", request);
     grid.add_option("--size", request.Size)->required()->check(CLI::Range(2, 1000));
+    ShapeRequest shapes;
+    CLI::App& readShapes = AddShapeCommand(all, "read-shapes", shapes);
+    readShapes.add_option("--map-system", shapes.MapSystem);
+    CLI::App& writeShapes = AddShapeCommand(all, "write-shapes", shapes);
+    writeShapes.add_option("--form", shapes.Form)->required();
+    writeShapes.add_option("--stem", shapes.Stem)->required();
     CLI11_PARSE(all, count, arguments);
     LimitThisProcess();
     CPLSetErrorHandler(CPLQuietErrorHandler);
@@ -57,6 +76,10 @@ int Run(int count, char** arguments) {
         WriteRaster(request);
     else if (grid.parsed())
         return Say(PointGridOf(request), 0);
+    else if (readShapes.parsed())
+        ReadShapes(shapes);
+    else if (writeShapes.parsed())
+        WriteShapes(shapes);
     else
         return Say(CornersOf(request), 0);
     return 0;

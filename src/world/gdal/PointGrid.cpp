@@ -1,5 +1,7 @@
 #include "world/gdal/PointGrid.h"
 
+#include "world/gdal/Datasets.h"
+
 #include <algorithm>
 #include <iomanip>
 #include <memory>
@@ -11,20 +13,7 @@ namespace vardenix {
 
 namespace {
 
-[[noreturn]] void RefusePlace(const char* why) {
-    throw MapRefused(std::string("the place: ") + why);
-}
-
-// In the axes' old order, longitude first.
-OGRSpatialReference SystemOf(const std::string& text) {
-    OGRSpatialReference system;
-    if (system.SetFromUserInput(
-            text.c_str(), OGRSpatialReference::SET_FROM_USER_INPUT_LIMITATIONS_get()) !=
-        OGRERR_NONE)
-        RefusePlace("its reference system is not known");
-    system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
-    return system;
-}
+constexpr const char* ThePlace = "the place";
 
 // Evenly, both ends included.
 double Between(double from, double to, int step, int count) {
@@ -34,8 +23,8 @@ double Between(double from, double to, int step, int count) {
 } // namespace
 
 std::string PointGridOf(const RasterRequest& request) {
-    const OGRSpatialReference system = SystemOf(request.System);
-    const OGRSpatialReference degrees = SystemOf("EPSG:4326");
+    const OGRSpatialReference system = SystemOf(ThePlace, request.System);
+    const OGRSpatialReference degrees = Degrees();
     const auto [left, bottom, right, top] = request.Edges;
     const auto [columns, rows] = request.Size;
     std::vector<double> x;
@@ -49,7 +38,7 @@ std::string PointGridOf(const RasterRequest& request) {
         OGRCreateCoordinateTransformation(&system, &degrees));
     if (!transform ||
         transform->Transform(static_cast<int>(x.size()), x.data(), y.data()) == FALSE)
-        RefusePlace("it lies beyond what its reference system can tell");
+        Refuse(ThePlace, "it lies beyond what its reference system can tell");
     std::ostringstream text;
     text.imbue(std::locale::classic());
     text << std::fixed << std::setprecision(9);

@@ -1,11 +1,11 @@
 #include "world/gdal/Rasters.h"
 
+#include "world/gdal/Datasets.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cpl_conv.h>
 #include <cpl_string.h>
 #include <cstdint>
-#include <cstdio>
 #include <fstream>
 #include <gdal_priv.h>
 #include <gdal_utils.h>
@@ -13,51 +13,25 @@
 #include <limits>
 #include <memory>
 #include <ogr_spatialref.h>
-#include <set>
 #include <sstream>
 #include <string_view>
-#include <sys/stat.h>
 #include <vector>
 
 namespace vardenix {
 
 namespace {
 
-constexpr int LargestSide = 100000; // pixels of a map
-constexpr double LargestArea = 4e9; // pixels
-constexpr int PngOffset = 32768;    // what PNG adds, which knows no minus
+constexpr int LargestSide = 100000;                               // pixels of a map
+constexpr double LargestArea = 4e9;                               // pixels
+constexpr int32_t NoNumber = std::numeric_limits<int32_t>::min(); // of whole numbers
+constexpr int PngOffset = 32768; // what PNG adds, which knows no minus
 constexpr const char* PngWords = "heights in feet + 32768";
 constexpr const char* PngKey = "DESCRIPTION";
 constexpr std::array Readable{"GTiff", "SRTMHGT", "AAIGrid", "HFA", "PNG"};
 
-struct CloseDataset {
-    void operator()(GDALDataset* dataset) const { GDALClose(dataset); }
-};
-using Dataset = std::unique_ptr<GDALDataset, CloseDataset>;
-
-// The library's words, without the names of files of ours.
-std::string LibrarySays() {
-    const std::string words = CPLGetLastErrorMsg();
-    return words.empty() ? "it is damaged, or no map of a kind that is read" : words;
-}
-
-[[noreturn]] void Refuse(const std::string& file, const std::string& why) {
-    throw MapRefused(file + ": " + why);
-}
-
 Dataset OpenMap(const std::string& file) {
-    struct stat status {};
-    // No name of the library's own, which could lead elsewhere.
-    if (::stat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
-        Refuse(file, "there is no such file");
-    std::vector<const char*> drivers(Readable.begin(), Readable.end());
-    drivers.push_back(nullptr);
-    Dataset map(GDALDataset::Open(
-        file.c_str(), GDAL_OF_RASTER | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR,
-        drivers.data(), nullptr, nullptr));
-    if (!map)
-        Refuse(file, "GeoTIFF, HGT, ASC, IMG, and PNG and TIFF of 16 bits are read; " +
-                         LibrarySays());
+    Dataset map = OpenDataset(file, GDAL_OF_RASTER, Readable,
+                              "GeoTIFF, HGT, ASC, IMG, and PNG and TIFF of 16 bits");
     if (map->GetRasterCount() < 1)
         Refuse(file, "it holds no raster");
     const int width = map->GetRasterXSize();
@@ -71,26 +45,14 @@ Dataset OpenMap(const std::string& file) {
     return map;
 }
 
-void RequireSystem(const std::string& file, const std::string& system) {
-    OGRSpatialReference known;
-    if (known.SetFromUserInput(
-            system.c_str(), OGRSpatialReference::SET_FROM_USER_INPUT_LIMITATIONS_get()) !=
-        OGRERR_NONE)
-        Refuse(file, "\"" + system +
-                         "\" is no reference system that is known: give an EPSG number, "
-                         "WKT or PROJ text");
-}
-
-std::string Text(double number) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::setprecision(17) << number;
-    return text.str();
+// Heights may lose what is behind the point of a foot; whole numbers nothing.
+const char* TypeWord(const RasterRequest& request) {
+    return request.Whole ? "Float64" : "Float32";
 }
 
 std::vector<std::string> WarpWords(const RasterRequest& request) {
-    std::vector<std::string> words{"-of",     "MEM",    "-ot",
-                                   "Float32", "-t_srs", request.System};
+    std::vector<std::string> words{"-of",    "MEM",         "-ot", TypeWord(request),
+                                   "-t_srs", request.System};
     words.emplace_back("-te");
     for (const double edge : request.Edges)
         words.push_back(Text(edge));
@@ -99,9 +61,7 @@ std::vector<std::string> WarpWords(const RasterRequest& request) {
     return words;
 }
 
-using Words = std::vector<std::string>;
-
-CPLStringList ListOf(const Words& words) {
+CPLStringList ListOf(const std::vector<std::string>& words) {
     CPLStringList list;
     for (const std::string& word : words)
         list.AddString(word.c_str());
@@ -112,11 +72,11 @@ Dataset Warped(const RasterRequest& request, GDALDataset& map) {
     if (request.MapSystem.empty() && map.GetSpatialRef() == nullptr)
         Refuse(request.From, "it does not tell its reference system; name it, or stretch "
                              "the map over a rectangle");
-    RequireSystem(request.From, request.System);
-    Words words = WarpWords(request);
+    SystemOf(request.From, request.System);
+    std::vector<std::string> words = WarpWords(request);
     words.insert(words.end(),
                  {"-ts", std::to_string(request.Size[0]), std::to_string(request.Size[1]),
-                  "-r", request.Resample, "-wm", "64", "-dstnodata", "nan"});
+                  "-r", request.Resample, "-wm", "64", "-dstalpha"});
     if (request.NoData)
         words.insert(words.end(), {"-srcnodata", Text(*request.NoData)});
     CPLStringList list = ListOf(words);
@@ -132,17 +92,17 @@ Dataset Warped(const RasterRequest& request, GDALDataset& map) {
 }
 
 Dataset Stretched(const RasterRequest& request, GDALDataset& map) {
-    Words words{"-of",
-                "MEM",
-                "-ot",
-                "Float32",
-                "-b",
-                "1",
-                "-r",
-                request.Resample,
-                "-outsize",
-                std::to_string(request.Size[0]),
-                std::to_string(request.Size[1])};
+    std::vector<std::string> words{"-of",
+                                   "MEM",
+                                   "-ot",
+                                   TypeWord(request),
+                                   "-b",
+                                   "1",
+                                   "-r",
+                                   request.Resample,
+                                   "-outsize",
+                                   std::to_string(request.Size[0]),
+                                   std::to_string(request.Size[1])};
     if (request.NoData)
         words.insert(words.end(), {"-a_nodata", Text(*request.NoData)});
     CPLStringList list = ListOf(words);
@@ -162,26 +122,74 @@ bool IsOfOurs(GDALDataset& map) {
            words != nullptr && std::string_view(words) == PngWords;
 }
 
-void WriteRows(const RasterRequest& request, GDALRasterBand& band, float less) {
-    int knowsNoData = 0;
-    const double noData = band.GetNoDataValue(&knowsNoData);
+// The row of a raster, not a number where there is no data.
+class RowReader {
+public:
+    // `alpha`, of the same size, is 0 where there is no data; a map may have none.
+    RowReader(const RasterRequest& request, GDALRasterBand& band, GDALRasterBand* alpha)
+        : request_(request), band_(band), alpha_(alpha),
+          values_(static_cast<size_t>(request.Size[0])), weights_(values_.size(), 1) {
+        int known = 0;
+        const double noData = band.GetNoDataValue(&known);
+        if (known != 0)
+            noData_ = noData;
+    }
+    const std::vector<double>& Read(int y) {
+        ReadRow(band_, y, values_);
+        if (alpha_ != nullptr)
+            ReadRow(*alpha_, y, weights_);
+        for (size_t i = 0; i < values_.size(); ++i)
+            if (!std::isfinite(values_[i]) || weights_[i] == 0 ||
+                Means(values_[i], noData_) || Means(values_[i], request_.NoData))
+                values_[i] = std::numeric_limits<double>::quiet_NaN();
+        return values_;
+    }
+
+private:
+    void ReadRow(GDALRasterBand& band, int y, std::vector<double>& row) const {
+        if (band.RasterIO(GF_Read, 0, y, request_.Size[0], 1, row.data(),
+                          request_.Size[0], 1, GDT_Float64, 0, 0, nullptr) != CE_None)
+            Refuse(request_.From, LibrarySays());
+    }
+    // A raster may have been made of less exact numbers than the one that is named.
+    bool Means(double value, const std::optional<double>& noData) const {
+        return noData &&
+               (value == *noData || (!request_.Whole && static_cast<float>(value) ==
+                                                            static_cast<float>(*noData)));
+    }
+
+    const RasterRequest& request_;
+    GDALRasterBand& band_;
+    GDALRasterBand* alpha_;
+    std::vector<double> values_;
+    std::vector<double> weights_;
+    std::optional<double> noData_;
+};
+
+int32_t WholeNumber(const RasterRequest& request, double value) {
+    if (std::isnan(value))
+        return NoNumber;
+    if (value != std::nearbyint(value) || value <= NoNumber ||
+        value > std::numeric_limits<int32_t>::max())
+        Refuse(request.From, "it has the value " + Text(value) +
+                                 ", and only whole numbers of 32 bits mean something "
+                                 "here");
+    return static_cast<int32_t>(value);
+}
+
+template <typename Number, typename Make>
+void WriteRows(const RasterRequest& request, GDALDataset& placed, Make make) {
+    // What was warped has a band that tells where; it takes a third of the time that a
+    // value meaning none would.
+    RowReader rows(
+        request, *placed.GetRasterBand(1),
+        request.System.empty() ? nullptr : placed.GetRasterBand(placed.GetRasterCount()));
     std::ofstream out(request.To, std::ios::binary);
-    const auto columns = static_cast<size_t>(request.Size[0]);
-    std::vector<float> row(columns);
+    std::vector<Number> row(static_cast<size_t>(request.Size[0]));
     for (int y = request.Size[1] - 1; y >= 0 && out; --y) {
-        if (band.RasterIO(GF_Read, 0, y, request.Size[0], 1, row.data(), request.Size[0],
-                          1, GDT_Float32, 0, 0, nullptr) != CE_None)
-            Refuse(request.From, LibrarySays());
-        for (float& value : row) {
-            if (!std::isfinite(value) ||
-                (knowsNoData != 0 && value == static_cast<float>(noData)) ||
-                (request.NoData && value == static_cast<float>(*request.NoData)))
-                value = std::numeric_limits<float>::quiet_NaN();
-            else
-                value -= less;
-        }
+        std::ranges::transform(rows.Read(y), row.begin(), make);
         out.write(reinterpret_cast<const char*>(row.data()),
-                  static_cast<std::streamsize>(columns * sizeof(float)));
+                  static_cast<std::streamsize>(row.size() * sizeof(Number)));
     }
     out.close();
     if (!out)
@@ -195,23 +203,21 @@ Dataset MemoryOf(const RasterRequest& request, GDALDataType type) {
 }
 
 // What was written before is not taken for the whole.
-template <typename Number>
-void FillRows(const RasterRequest& request, GDALDataset& memory, GDALDataType type,
-              int more) {
+template <typename Given>
+void FillRows(const RasterRequest& request, GDALDataset& memory, int more) {
     std::ifstream in(request.From, std::ios::binary);
     const auto columns = static_cast<size_t>(request.Size[0]);
-    std::vector<int16_t> given(columns);
-    std::vector<Number> row(columns);
+    std::vector<Given> given(columns);
+    std::vector<int32_t> row(columns);
     for (int y = request.Size[1] - 1; y >= 0; --y) {
         if (!in.read(reinterpret_cast<char*>(given.data()),
-                     static_cast<std::streamsize>(columns * sizeof(int16_t))))
+                     static_cast<std::streamsize>(columns * sizeof(Given))))
             Refuse(request.From, "it is too short");
-        std::ranges::transform(given, row.begin(), [more](int16_t value) {
-            return static_cast<Number>(value + more);
-        });
+        std::ranges::transform(given, row.begin(),
+                               [more](Given value) { return value + more; });
         if (memory.GetRasterBand(1)->RasterIO(GF_Write, 0, y, request.Size[0], 1,
-                                              row.data(), request.Size[0], 1, type, 0, 0,
-                                              nullptr) != CE_None)
+                                              row.data(), request.Size[0], 1, GDT_Int32,
+                                              0, 0, nullptr) != CE_None)
             Refuse(request.To, LibrarySays());
     }
 }
@@ -237,9 +243,7 @@ const char* DriverFor(const std::string& file) {
 }
 
 void Place(const RasterRequest& request, GDALDataset& memory) {
-    RequireSystem(request.To, request.System);
-    OGRSpatialReference system;
-    system.SetFromUserInput(request.System.c_str());
+    const OGRSpatialReference system = SystemOf(request.To, request.System);
     const auto [left, bottom, right, top] = request.Edges;
     std::array<double, 6> transform{left, (right - left) / request.Size[0], 0, top,
                                     0,    (bottom - top) / request.Size[1]};
@@ -247,43 +251,44 @@ void Place(const RasterRequest& request, GDALDataset& memory) {
     memory.SetGeoTransform(transform.data());
 }
 
-} // namespace
-
-void KnowFewDrivers() {
-    GDALAllRegister();
-    GDALDriverManager& drivers = *GetGDALDriverManager();
-    std::set<std::string_view> wanted(Readable.begin(), Readable.end());
-    wanted.insert("MEM");
-    for (int i = drivers.GetDriverCount() - 1; i >= 0; --i) {
-        GDALDriver* driver = drivers.GetDriver(i);
-        if (!wanted.contains(driver->GetDescription()))
-            drivers.DeregisterDriver(driver);
-    }
+GDALDataType TypeOf(const RasterRequest& request, bool isPng) {
+    if (isPng)
+        return GDT_UInt16;
+    return request.Whole ? GDT_Int32 : GDT_Int16;
 }
+
+} // namespace
 
 void ReadRaster(const RasterRequest& request) {
     const Dataset map = OpenMap(request.From);
-    const bool ours = IsOfOurs(*map);
+    const double less = IsOfOurs(*map) ? PngOffset : 0;
     const Dataset placed =
         request.System.empty() ? Stretched(request, *map) : Warped(request, *map);
-    WriteRows(request, *placed->GetRasterBand(1),
-              ours ? static_cast<float>(PngOffset) : 0);
+    if (request.Whole)
+        WriteRows<int32_t>(request, *placed, [&request](double value) {
+            return WholeNumber(request, value);
+        });
+    else
+        WriteRows<float>(request, *placed, [less](double value) {
+            return static_cast<float>(value - less);
+        });
 }
 
 void WriteRaster(const RasterRequest& request) {
     const std::string_view driver = DriverFor(request.To);
     const bool isPng = driver == "PNG";
-    const GDALDataType type = isPng ? GDT_UInt16 : GDT_Int16;
-    const Dataset memory = MemoryOf(request, type);
+    const Dataset memory = MemoryOf(request, TypeOf(request, isPng));
     if (!memory)
         Refuse(request.To, LibrarySays());
     Place(request, *memory);
     CPLStringList options;
-    if (isPng) {
-        FillRows<uint16_t>(request, *memory, type, PngOffset);
+    if (request.Whole) {
+        FillRows<int32_t>(request, *memory, 0);
+    } else if (isPng) {
+        FillRows<int16_t>(request, *memory, PngOffset);
         options.AddNameValue("DESCRIPTION", PngWords);
     } else {
-        FillRows<int16_t>(request, *memory, type, 0);
+        FillRows<int16_t>(request, *memory, 0);
     }
     if (driver == "GTiff")
         options.AddNameValue("COMPRESS", "DEFLATE");
@@ -296,13 +301,8 @@ void WriteRaster(const RasterRequest& request) {
 }
 
 std::string CornersOf(const RasterRequest& request) {
-    RequireSystem("the place", request.System);
-    OGRSpatialReference system;
-    system.SetFromUserInput(request.System.c_str());
-    system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
-    OGRSpatialReference degrees;
-    degrees.SetWellKnownGeogCS("WGS84");
-    degrees.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    const OGRSpatialReference system = SystemOf("the place", request.System);
+    const OGRSpatialReference degrees = Degrees();
     const std::unique_ptr<OGRCoordinateTransformation> transform(
         OGRCreateCoordinateTransformation(&system, &degrees));
     const auto [left, bottom, right, top] = request.Edges;

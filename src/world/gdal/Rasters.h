@@ -2,16 +2,9 @@
 
 #include <array>
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 namespace vardenix {
-
-// What a map cannot be taken for, as a sentence.
-class MapRefused : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
 
 // What is asked for on the command line of this program.
 struct RasterRequest {
@@ -23,16 +16,16 @@ struct RasterRequest {
     std::string Resample = "bilinear";
     std::string MapSystem;
     std::optional<double> NoData;
+    bool Whole = false; // numbers of tiles and classes rather than heights
 };
 
-// Only the drivers that this program reads and writes by are known afterwards.
-void KnowFewDrivers();
-
 // Floats of this machine, row by row from the south west, not a number where the map has
-// no data. All: MapRefused.
+// no data; or whole numbers of 32 bits, of which the lowest means no data. All:
+// MapRefused (Datasets.h).
 void ReadRaster(const RasterRequest& request);
 
-// 16-bit numbers in the same order into a file; its ending says the form.
+// Numbers of 16 bits, whole ones of 32, in the same order into a file; its ending says
+// the form.
 void WriteRaster(const RasterRequest& request);
 
 // Longitude and latitude of the four corners: south west, south east, north west, north
