@@ -19,7 +19,7 @@ std::string OneOf(double degrees, const char* positive, const char* negative) {
 }
 
 // Numbers, and every other letter by itself.
-std::vector<std::string_view> WordsOf(std::string_view text) {
+std::vector<std::string_view> DegreeWordsIn(std::string_view text) {
     std::vector<std::string_view> words;
     size_t at = 0;
     while (at < text.size()) {
@@ -54,7 +54,7 @@ std::string DegreesWords(const GeographicPoint& point) {
 }
 
 std::optional<GeographicPoint> DegreesOf(std::string_view text) {
-    const std::vector<std::string_view> words = WordsOf(text);
+    const std::vector<std::string_view> words = DegreeWordsIn(text);
     constexpr std::array<std::string_view, 2> positive{"Nn", "Ee"};
     constexpr std::array<std::string_view, 2> negative{"Ss", "Ww"};
     std::array<double, 2> numbers{};
