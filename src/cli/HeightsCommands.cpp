@@ -172,7 +172,7 @@ int Export(CommandContext& context, const HeightsOptions& options) {
             heights.push_back(feet);
     else
         for (const TerrainPost& post : terrain.LxArr.Values())
-            heights.push_back(post.Elevation);
+            heights.push_back(int16_t{post.Elevation});
     const ScratchFolder scratch;
     OwnWorldHelper(scratch.Path())
         .WriteRaster(options.Map, heights, width,

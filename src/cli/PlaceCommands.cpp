@@ -4,9 +4,9 @@
 #include "cli/Printing.h"
 #include "cli/ScratchFolder.h"
 #include "files/FileNames.h"
-#include "files/OwnFolders.h"
 #include "texts/Numbers.h"
 #include "texts/RuntimeError.h"
+#include "world/KnownPlace.h"
 #include "world/PlaceFile.h"
 #include "world/WorldHelper.h"
 
@@ -161,11 +161,7 @@ void AddPlaceImport(Command& family) {
 } // namespace
 
 TheaterPlace PlaceOfTheater(const CommandContext& context) {
-    // A user without a home cannot have told any.
-    std::optional<TheaterPlace> told;
-    if (!UsersDataFolder().empty())
-        told = ReadPlace(PlaceFileOf(context.State.Terrain.LFilename));
-    return told ? *told : GuessedPlace(context.State.MapFileRecord);
+    return KnownPlace(context.State.Terrain.LFilename, context.State.MapFileRecord);
 }
 
 void AddPlace(Command& all) {

@@ -57,7 +57,7 @@ int ExportTileNumbers(CommandContext& context, const TileOptions& options) {
     std::vector<int32_t> numbers;
     numbers.reserve(static_cast<size_t>(width) * static_cast<size_t>(width));
     for (const TerrainPost& post : terrain.LxArr.Values())
-        numbers.push_back(post.TileOffset);
+        numbers.push_back(int32_t{post.TileOffset});
     const ScratchFolder scratch;
     OwnWorldHelper(scratch.Path())
         .WriteNumbers(options.Map, numbers, width,
@@ -143,7 +143,7 @@ std::vector<int32_t> TilesOf(const Terrain& terrain) {
     std::vector<int32_t> tiles;
     tiles.reserve(terrain.LxArr.Values().size());
     for (const TerrainPost& post : terrain.LxArr.Values())
-        tiles.push_back(post.TileOffset);
+        tiles.push_back(int32_t{post.TileOffset});
     return tiles;
 }
 
