@@ -407,8 +407,10 @@ void Workspace::CommandsChanged() {
 }
 
 void Workspace::ShowWorkspace() {
-    if (deskWindow_)
+    if (deskWindow_) {
         deskWindow_->show();
+        windows_.Map->setFocus(); // else the first box would have it, and all letters
+    }
     places_.ShowByBoxes();
     ShowParts(true);
     RefreshPicArray();

@@ -57,7 +57,9 @@ WorldHelper HelperIn(const ScratchFolder& scratch) {
     return OwnWorldHelper(scratch.Path());
 }
 
-std::string Degrees(double value) { return FormatFixed(value, 6); }
+std::string DegreesTo(double value, const char* side, const char* otherSide) {
+    return FormatFixed(std::abs(value), 6) + (value < 0 ? otherSide : side);
+}
 
 // With the corners that follow from it, so that a mistake is seen at once.
 void ShowPlace(const CommandContext& context, const TheaterPlace& place, bool asJson) {
@@ -80,8 +82,8 @@ void ShowPlace(const CommandContext& context, const TheaterPlace& place, bool as
             values.emplace_back(
                 names[i], JsonObject{{"longitude", longitude}, {"latitude", latitude}});
         else
-            values.emplace_back(names[i], Degrees(latitude) + " north, " +
-                                              Degrees(longitude) + " east");
+            values.emplace_back(names[i], DegreesTo(latitude, " north", " south") + ", " +
+                                              DegreesTo(longitude, " east", " west"));
     }
     PrintValues(values, asJson);
 }

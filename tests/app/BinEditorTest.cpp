@@ -7,10 +7,13 @@
 #include "support/CatalogueReader.h"
 #include "support/TheaterMaker.h"
 #include "workspace/windows/FrmVXMain.h"
+#include "workspace/windows/FrmVXMap.h"
 
+#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QSpinBox>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 #include <QTreeView>
@@ -76,6 +79,20 @@ TEST_F(BinEditorTest, TheScreenIsTheEditorsUntilTheMapIsCalledBack) {
     EXPECT_TRUE(Window("FrmVXMap").isVisible());
     EXPECT_EQ(Painted(), before);
     EXPECT_TRUE(Window("FrmVXMain").windowTitle().startsWith("*"));
+}
+
+TEST_F(BinEditorTest, TheMapOfTheOneWindowHearsTheKeysAgain) {
+    Open();
+    Window("FrmVXMain").findChild<QAction*>("mnuOneWindow")->trigger();
+    QWidget& map = workspace_->Map();
+    QWidget& desk = *map.window();
+    ASSERT_NE(&desk, &map);
+    tests::Find<QSpinBox>(desk, "spnBrushSize").setFocus();
+    tests::Find<QPushButton>(desk, "cmdOpenBIN").click();
+    ASSERT_FALSE(desk.isVisible());
+    Press("cmdOpenTerrain");
+    ASSERT_TRUE(desk.isVisible());
+    EXPECT_EQ(desk.focusWidget(), &map);
 }
 
 // Editor and rebuild window have the screen in turn, and the same level 2.

@@ -37,6 +37,18 @@ TEST_F(WorldCommands, APlaceIsGuessedUntilItIsToldAndGoesToOtherMachines) {
     EXPECT_EQ(Run({"place", "show"}).Output, told.Output);
 }
 
+// The middle of the zone, and the equator from which a southern place is counted.
+TEST_F(WorldCommands, PlacesInTheSouthWestAreToldAsSuch) {
+    ASSERT_EQ(Run({"place", "set", "--system", "EPSG:32721", "--left", "500000",
+                   "--bottom", "9000000", "--right", "564000", "--top", "10000000"})
+                  .ExitCode,
+              0);
+    const std::string told = Run({"place", "show"}).Output;
+    EXPECT_NE(told.find(" south, 57.000000 west"), std::string::npos) << told;
+    EXPECT_NE(told.find("north west: 0.000000 north, 57.000000 west"), std::string::npos)
+        << told;
+}
+
 TEST_F(WorldCommands, AUserWithoutAHomeHasTheGuess) {
     std::filesystem::permissions(folder_.Path(), std::filesystem::perms(0755));
     const ProgramResult shown =
