@@ -211,7 +211,7 @@ private:
         for (int32_t index = range.First; index < range.Last; ++index)
             if (CopyFor(index) == nullptr)
                 AddTilesUnder(index, tiles);
-        if (!tiles_.Require(tiles.All(), Stop(), parts_.Threads))
+        if (!tiles.All().empty() && !tiles_.Require(tiles.All(), Stop(), parts_.Threads))
             throw RebuildStopped();
     }
 
@@ -236,29 +236,27 @@ private:
         const int32_t atOnce = static_cast<int32_t>(
             std::max<size_t>(1, DrawnAtOnce / (2 * shape_.LinearSize())));
         for (int32_t first = range.First; first < range.Last; first += atOnce) {
-            const auto count = static_cast<size_t>(std::min(range.Last - first, atOnce));
-            std::vector<DrawnFartile> drawn(count);
+            const int32_t count = std::min(range.Last - first, atOnce);
+            std::vector<int32_t> made;
+            for (int32_t index = first; index < first + count; ++index)
+                if (CopyFor(index) == nullptr)
+                    made.push_back(index);
+            std::vector<DrawnFartile> drawn(made.size());
             const bool whole = ForEachInParallel(
-                count,
-                [&](size_t i) {
-                    const int32_t index = first + static_cast<int32_t>(i);
-                    if (CopyFor(index) == nullptr)
-                        drawn[i] = Draw(index);
-                },
-                Stop(), parts_.Threads);
+                made.size(), [&](size_t i) { drawn[i] = Draw(made[i]); }, Stop(),
+                parts_.Threads);
             if (!whole)
                 throw RebuildStopped();
-            const DrawnFartile* last = nullptr;
-            for (size_t i = 0; i < count; ++i) {
-                if (const Copy* copy = CopyFor(first + static_cast<int32_t>(i))) {
+            auto next = drawn.begin();
+            for (int32_t index = first; index < first + count; ++index) {
+                if (const Copy* copy = CopyFor(index))
                     containers_.Copy(copy->From, copy->Key);
-                    continue;
-                }
-                containers_.Add(drawn[i]);
-                last = &drawn[i];
+                else
+                    containers_.Add(*next++);
             }
-            if (last != nullptr)
-                parts_.View.ShowFartile(last->Bytes[0], last->Bytes[1], shape_.FarSize());
+            if (!drawn.empty())
+                parts_.View.ShowFartile(drawn.back().Bytes[0], drawn.back().Bytes[1],
+                                        shape_.FarSize());
         }
     }
 

@@ -23,7 +23,8 @@ const EVP_MD* Sha256() {
 } // namespace
 
 Digest DigestOf(std::initializer_list<std::span<const std::byte>> parts) {
-    const std::unique_ptr<EVP_MD_CTX, FreeContext> context(EVP_MD_CTX_new());
+    // Made once for each thread: that, too, takes longer than a short digest.
+    thread_local const std::unique_ptr<EVP_MD_CTX, FreeContext> context(EVP_MD_CTX_new());
     bool good = context && EVP_DigestInit_ex(context.get(), Sha256(), nullptr) == 1;
     for (const auto& part : parts)
         good = good && EVP_DigestUpdate(context.get(), part.data(), part.size()) == 1;
