@@ -17,9 +17,9 @@ namespace {
 
 constexpr const char* MapFilter =
     "Maps of heights | *.tif; *.tiff; *.hgt; *.asc; *.img; *.png | All files | *.*";
-constexpr const char* ExportTitle = "Export elevations";
 constexpr const char* ExportFilter = "GeoTIFF | *.tif | ASCII grid | *.asc | PNG of 16 "
                                      "bits | *.png";
+
 PostBox Finer(const PostBox& box, int32_t finer) {
     return {box.X1 * finer, box.Y1 * finer, (box.X2 + 1) * finer - 1,
             (box.Y2 + 1) * finer - 1};
@@ -138,8 +138,14 @@ const HeightsPlan* Elevations::PlanOfWish() {
                               : planned_.Empty() ? PostBox{0, 0, last, last}
                                                  : planned_.Bounds();
         const PostBox box = Finer(posts, finer);
-        plan_ = PlanHeights(Read(wish, box), {box.X1, box.Y1}, wish,
-                            Within(planned_, box, finer * terrain.MapWidth, finer));
+        const std::vector<RowSpan> within =
+            Within(planned_, box, finer * terrain.MapWidth, finer);
+        if (!planned_.Empty() && within.empty()) // which would stand for all of the box
+            throw RuntimeError(
+                ErrorNumber::InvalidCall,
+                "The rectangle has none of the selected posts. Select none "
+                "(Ctrl+D), or take another rectangle");
+        plan_ = PlanHeights(Read(wish, box), {box.X1, box.Y1}, wish, within);
     }
     Window().Tell(QString::fromStdString(PlanWords(*plan_, Window().Wish().Without)));
     return &*plan_;

@@ -149,6 +149,22 @@ TEST_F(ElevationsTest, TheLoadedHeightsTakeAMapToo) {
     EXPECT_EQ(layer.At(121, 121), 0);
 }
 
+TEST_F(ElevationsTest, ARectangleBesideTheSelectionChangesNothing) {
+    Open();
+    OpenImportOf(FourValues("300 400\n100 200"));
+    ClickIn(Import(), "optStretch");
+    Find<QSpinBox>(Import(), "spnX1").setValue(30);
+    Find<QSpinBox>(Import(), "spnY1").setValue(30);
+    workspace_->Interaction().Hand.Selected = SelectedBox({0, 0, 3, 3}, Posts);
+    workspace_->SelectionChanged();
+    std::string said;
+    platform_.Dialogs.ExpectAnyBox("Error...", BoxAnswer::Ok, &said);
+    ClickIn(Import(), "cmdImport");
+    EXPECT_NE(said.find("none of the selected posts"), std::string::npos) << said;
+    EXPECT_EQ(FeetAt(31, 31), 0);
+    EXPECT_EQ(state_.Changes.Count(), 0U);
+}
+
 TEST_F(ElevationsTest, WhatIsNoMapEndsInASentence) {
     Open();
     OpenImportOf(folder_.Write("text.tif", "no map at all"));
