@@ -7,7 +7,6 @@
 #include <sstream>
 #include <string_view>
 #include <sys/stat.h>
-#include <vector>
 
 namespace vardenix {
 
@@ -67,6 +66,24 @@ OGRSpatialReference Degrees() {
     degrees.SetWellKnownGeogCS("WGS84");
     degrees.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
     return degrees;
+}
+
+std::string LinesOfDegrees(const std::string& system, std::vector<double> x,
+                           std::vector<double> y) {
+    constexpr const char* place = "the place";
+    const OGRSpatialReference from = SystemOf(place, system);
+    const OGRSpatialReference to = Degrees();
+    const std::unique_ptr<OGRCoordinateTransformation> transform(
+        OGRCreateCoordinateTransformation(&from, &to));
+    if (!transform ||
+        transform->Transform(static_cast<int>(x.size()), x.data(), y.data()) == FALSE)
+        Refuse(place, "it lies beyond what its reference system can tell");
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::fixed << std::setprecision(9);
+    for (size_t i = 0; i < x.size(); ++i)
+        text << x[i] << ' ' << y[i] << '\n';
+    return text.str();
 }
 
 std::string Text(double number) {

@@ -7,6 +7,7 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace vardenix {
 
@@ -41,6 +42,11 @@ Dataset OpenDataset(const std::string& file, unsigned flags,
 OGRSpatialReference SystemOf(const std::string& file, const std::string& system);
 // Longitude before latitude.
 OGRSpatialReference Degrees();
+
+// Points of a reference system, as many x as y, as a line of longitude and latitude each;
+// refused where they lie beyond what the system can tell.
+std::string LinesOfDegrees(const std::string& system, std::vector<double> x,
+                           std::vector<double> y);
 
 // Reads back to the same value.
 std::string Text(double number);

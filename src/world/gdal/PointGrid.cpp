@@ -3,17 +3,12 @@
 #include "world/gdal/Datasets.h"
 
 #include <algorithm>
-#include <iomanip>
-#include <memory>
-#include <ogr_spatialref.h>
-#include <sstream>
+#include <utility>
 #include <vector>
 
 namespace vardenix {
 
 namespace {
-
-constexpr const char* ThePlace = "the place";
 
 // Evenly, both ends included.
 double Between(double from, double to, int step, int count) {
@@ -23,8 +18,6 @@ double Between(double from, double to, int step, int count) {
 } // namespace
 
 std::string PointGridOf(const RasterRequest& request) {
-    const OGRSpatialReference system = SystemOf(ThePlace, request.System);
-    const OGRSpatialReference degrees = Degrees();
     const auto [left, bottom, right, top] = request.Edges;
     const auto [columns, rows] = request.Size;
     std::vector<double> x;
@@ -34,17 +27,7 @@ std::string PointGridOf(const RasterRequest& request) {
             x.push_back(Between(left, right, column, columns));
             y.push_back(Between(bottom, top, row, rows));
         }
-    const std::unique_ptr<OGRCoordinateTransformation> transform(
-        OGRCreateCoordinateTransformation(&system, &degrees));
-    if (!transform ||
-        transform->Transform(static_cast<int>(x.size()), x.data(), y.data()) == FALSE)
-        Refuse(ThePlace, "it lies beyond what its reference system can tell");
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::fixed << std::setprecision(9);
-    for (size_t i = 0; i < x.size(); ++i)
-        text << x[i] << ' ' << y[i] << '\n';
-    return text.str();
+    return LinesOfDegrees(request.System, std::move(x), std::move(y));
 }
 
 } // namespace vardenix

@@ -9,11 +9,9 @@
 #include <fstream>
 #include <gdal_priv.h>
 #include <gdal_utils.h>
-#include <iomanip>
 #include <limits>
 #include <memory>
 #include <ogr_spatialref.h>
-#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -301,21 +299,9 @@ void WriteRaster(const RasterRequest& request) {
 }
 
 std::string CornersOf(const RasterRequest& request) {
-    const OGRSpatialReference system = SystemOf("the place", request.System);
-    const OGRSpatialReference degrees = Degrees();
-    const std::unique_ptr<OGRCoordinateTransformation> transform(
-        OGRCreateCoordinateTransformation(&system, &degrees));
     const auto [left, bottom, right, top] = request.Edges;
-    std::array x{left, right, left, right};
-    std::array y{bottom, bottom, top, top};
-    if (!transform || transform->Transform(4, x.data(), y.data()) == FALSE)
-        Refuse("the place", "its corners lie beyond what the reference system can tell");
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << std::fixed << std::setprecision(9);
-    for (size_t i = 0; i < x.size(); ++i)
-        text << x[i] << ' ' << y[i] << '\n';
-    return text.str();
+    return LinesOfDegrees(request.System, {left, right, left, right},
+                          {bottom, bottom, top, top});
 }
 
 } // namespace vardenix
